@@ -1,0 +1,4 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "AndroidNamespace.h"
+
+const QString androidNamespace = QStringLiteral("http://schemas.android.com/apk/res/android");

@@ -1,0 +1,295 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ApkFile.h"
+
+#include "AndroidNamespace.h"
+#include "ApkLauncherInfoData.h"
+#include "ArchiveImages.h"
+
+#include <QDomElement>
+#include <QSet>
+
+#include <quazip/quazip.h>
+#include <quazip/quazipfile.h>
+
+#include <memory>
+
+namespace
+{
+
+enum ErrorCode : int {
+    NoError = 0,
+    CannotOpen = 1,
+    NoResources = 2,
+    BadResources = 3,
+    NoManifest = 4,
+    BadManifest = 5,
+};
+
+constexpr int LabelReferenceDepth = 5;
+
+QDomDocument errorDocument(const QString &message)
+{
+    QDomDocument document;
+    QDomElement element = document.createElement(QStringLiteral("error"));
+    element.appendChild(document.createTextNode(message));
+    document.appendChild(element);
+    return document;
+}
+
+QString androidAttribute(const QDomElement &element, const QString &name)
+{
+    return element.attributeNS(androidNamespace, name, QString());
+}
+
+bool hasChildWithAndroidAttribute(const QDomElement &parent, const QString &tag, const QString &attribute,
+                                  const QString &value)
+{
+    for (QDomElement child = parent.firstChildElement(tag); !child.isNull(); child = child.nextSiblingElement(tag)) {
+        if (androidAttribute(child, attribute) == value)
+            return true;
+    }
+    return false;
+}
+
+bool isLauncherFilter(const QDomElement &filter)
+{
+    const QString name = QStringLiteral("name");
+    return hasChildWithAndroidAttribute(filter, QStringLiteral("category"), name,
+                                        QStringLiteral("android.intent.category.LAUNCHER"))
+           && hasChildWithAndroidAttribute(filter, QStringLiteral("action"), name,
+                                           QStringLiteral("android.intent.action.MAIN"));
+}
+
+// The attribute of the first of filter, activity and application that has it.
+QString innermostAttribute(const QDomElement &filter, const QString &name)
+{
+    QDomElement element = filter;
+    QString value = androidAttribute(element, name);
+    for (int level = 0; level < 2 && value.isEmpty(); ++level) {
+        element = element.parentNode().toElement();
+        value = androidAttribute(element, name);
+    }
+    return value;
+}
+
+// Only the activity's "enabled" is resolved; that of the application, and "exported", count as written: kept so.
+bool isShown(const QDomElement &activity, const QDomElement &application, const ApkResources &resources)
+{
+    const QString no = QStringLiteral("false");
+    const QString enabledName = QStringLiteral("enabled");
+    QString enabled = androidAttribute(activity, enabledName);
+    if (enabled.startsWith(QLatin1Char('@')))
+        enabled = resources.lookupAllByConfig(enabled).value(QString());
+    return enabled != no && androidAttribute(application, enabledName) != no
+           && androidAttribute(activity, QStringLiteral("exported")) != no;
+}
+
+// The pictures that a reference leads to, depth first; the visited set ends references that lead back.
+QList<QImage> iconImages(const QString &reference, const ApkResources &resources, ArchiveImages &images)
+{
+    QList<QImage> icons;
+    QSet<QString> visited;
+    QList<QString> pending = resources.lookupAll(reference);
+    while (!pending.isEmpty()) {
+        const QString item = pending.takeFirst();
+        if (visited.contains(item))
+            continue;
+        visited.insert(item);
+        if (item.startsWith(QLatin1Char('@'))) {
+            for (const QString &value : resources.lookupAll(item))
+                pending.prepend(value);
+            continue;
+        }
+        const QImage image = images.image(item);
+        if (!image.isNull())
+            icons.append(image);
+    }
+    return icons;
+}
+
+QString className(const QDomElement &activity, const QString &package)
+{
+    const QLatin1Char dot('.');
+    const bool isAlias = activity.tagName() == QLatin1String("activity-alias");
+    QString name = androidAttribute(activity, isAlias ? QStringLiteral("targetActivity") : QStringLiteral("name"));
+    if (!name.contains(dot))
+        name.prepend(dot);
+    return name.startsWith(dot) ? package + name : name;
+}
+
+} // namespace
+
+class ApkFilePrivate
+{
+public:
+    explicit ApkFilePrivate(std::unique_ptr<QuaZip> archive) : zip(std::move(archive)) {}
+
+    bool isOpen() const;
+    bool open();
+    /// Opens @p file, a file of this archive, on the member @p name.
+    bool openMember(QuaZipFile &file, const QString &name);
+
+    std::unique_ptr<QuaZip> zip;
+    QDomDocument manifest;
+    bool manifestLoaded = false;
+    qint32 error = NoError;
+    ApkResources resources;
+};
+
+bool ApkFilePrivate::isOpen() const
+{
+    if (zip->isOpen())
+        return true;
+    // A device that the caller opened counts as an open archive, although no member is found in it: kept so.
+    const QIODevice *device = zip->getIoDevice();
+    return device != nullptr && device->isOpen();
+}
+
+bool ApkFilePrivate::open()
+{
+    if (isOpen() || zip->open(QuaZip::mdUnzip))
+        return true;
+    error = CannotOpen;
+    return false;
+}
+
+bool ApkFilePrivate::openMember(QuaZipFile &file, const QString &name)
+{
+    return zip->setCurrentFile(name, QuaZip::csDefault) && file.open(QIODevice::ReadOnly);
+}
+
+ApkFile::ApkFile(const QString &fileName, QObject *parent)
+    : QObject(parent), d(new ApkFilePrivate(std::make_unique<QuaZip>(fileName)))
+{
+}
+
+ApkFile::ApkFile(QIODevice *device, QObject *parent)
+    : QObject(parent), d(new ApkFilePrivate(std::make_unique<QuaZip>(device)))
+{
+}
+
+ApkFile::~ApkFile()
+{
+    delete d;
+}
+
+bool ApkFile::isOpen() const
+{
+    return d->isOpen();
+}
+
+bool ApkFile::open()
+{
+    return d->open();
+}
+
+int ApkFile::getError() const
+{
+    return d->error;
+}
+
+QString ApkFile::getErrorString() const
+{
+    switch (d->error) {
+    case NoError:
+        return QStringLiteral("no error");
+    case CannotOpen:
+        return QStringLiteral("could not open APK file");
+    case NoResources:
+        return QStringLiteral("could not find resources.arsc");
+    case BadResources:
+        return QStringLiteral("could not parse resources.arsc");
+    case NoManifest:
+        return QStringLiteral("could not find AndroidManifest.xml");
+    case BadManifest:
+        return QStringLiteral("could not parse AndroidManifest.xml");
+    default:
+        return QStringLiteral("unknown error");
+    }
+}
+
+ApkResources ApkFile::resources() const
+{
+    if (d->resources.isValid() || !d->open())
+        return d->resources;
+    QuaZipFile file(d->zip.get());
+    if (!d->openMember(file, QStringLiteral("resources.arsc"))) {
+        d->error = NoResources;
+        return d->resources;
+    }
+    if (!d->resources.load(&file))
+        d->error = BadResources;
+    return d->resources;
+}
+
+QDomDocument ApkFile::getManifest() const
+{
+    if (d->manifestLoaded)
+        return d->manifest;
+    const ApkResources table = resources();
+    if (!table.isValid())
+        return errorDocument(getErrorString());
+    QuaZipFile file(d->zip.get());
+    if (!d->openMember(file, QStringLiteral("AndroidManifest.xml"))) {
+        d->error = NoManifest;
+        return errorDocument(getErrorString());
+    }
+    bool ok = true;
+    d->manifest = table.loadXml(&file, &ok);
+    if (!ok) {
+        d->error = BadManifest;
+        return errorDocument(getErrorString());
+    }
+    d->manifestLoaded = true;
+    return d->manifest;
+}
+
+QString ApkFile::mainPackage()
+{
+    // Not from the answer: of a manifest that broke off, the part that was decoded is in the cache.
+    getManifest();
+    return d->manifest.documentElement().attribute(QStringLiteral("package"), QString());
+}
+
+int ApkFile::minSdkVersion() const
+{
+    const QString name = QStringLiteral("minSdkVersion");
+    const QDomNodeList elements = getManifest().elementsByTagName(QStringLiteral("uses-sdk"));
+    for (int i = 0; i < elements.length(); ++i) {
+        const QDomElement element = elements.item(i).toElement();
+        if (element.hasAttributeNS(androidNamespace, name))
+            return androidAttribute(element, name).toInt(nullptr, 10);
+    }
+    return 1;
+}
+
+QList<ApkLauncherInfo> ApkFile::getLauncherInfo(bool includeDisabled)
+{
+    QList<ApkLauncherInfo> launchers;
+    ArchiveImages images(d->zip.get());
+    const QDomNodeList filters = getManifest().elementsByTagName(QStringLiteral("intent-filter"));
+    for (int i = 0; i < filters.length(); ++i) {
+        const QDomElement filter = filters.item(i).toElement();
+        if (!isLauncherFilter(filter))
+            continue;
+        const QDomElement activity = filter.parentNode().toElement();
+        const QDomElement application = activity.parentNode().toElement();
+        if (!activity.tagName().startsWith(QLatin1String("activity"))
+            || application.tagName() != QLatin1String("application"))
+            continue;
+        if (!includeDisabled && !isShown(activity, application, d->resources))
+            continue;
+
+        ApkLauncherInfo info;
+        const QString icon = innermostAttribute(filter, QStringLiteral("icon"));
+        if (!icon.isEmpty())
+            info.d->icons = iconImages(icon, d->resources, images);
+        info.d->package = mainPackage();
+        info.d->className = className(activity, info.d->package);
+        const QString label = innermostAttribute(filter, QStringLiteral("label"));
+        if (!label.isEmpty())
+            info.d->labels = d->resources.lookupByLocale(label, LabelReferenceDepth);
+        launchers.append(info);
+    }
+    return launchers;
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef ENTRYOFFSETS_H
+#define ENTRYOFFSETS_H
+
+#include <QVector>
+
+/**
+ * The offset array of a type chunk, asked the other way round: which entry starts at this offset? Of several entries
+ * with one offset, the last; the offset 0xffffffff means that the type has no value for the entry in this
+ * configuration, and is never found.
+ *
+ * Entries are read in the order in which they stand, and build tools write them in the order of their indices; asking
+ * for ascending offsets costs a step each, anything else a binary search.
+ */
+class EntryOffsets
+{
+public:
+    /// @p offsets by entry index.
+    explicit EntryOffsets(const QVector<qint32> &offsets);
+
+    /// Index of the entry at @p offset, or -1.
+    int entryAt(qint64 offset);
+
+private:
+    struct Item {
+        qint32 offset;
+        int entry;
+    };
+
+    QVector<Item> m_items; ///< by offset, then by entry
+    int m_next = 0;        ///< the item after the one found last
+};
+
+#endif

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef EXTRACTOR_H
+#define EXTRACTOR_H
+
+#include <QSharedPointer>
+#include <QStack>
+#include <QString>
+#include <QVector>
+#include <QWeakPointer>
+
+class QIODevice;
+
+/**
+ * The cursor through which every decoder reads: little-endian integers and arrays from a device, within a stack of
+ * nested end positions, the boundaries.
+ *
+ * **The error contract.** A fault is recorded as a text and does not stop anything: a later read is attempted, and
+ * delivers real data when it is in bounds. A failed integer read returns 0, and moves nothing; a failed array read
+ * returns an empty array, or, when the device ran short, one of full size with zeros at its end. The last text
+ * recorded is the one that errorString() tells. Decoders need not test every read: they test failed() before they act
+ * on what they read, and in every loop whose count comes from the file.
+ *
+ * | text                  | meaning                                                             |
+ * |-----------------------|---------------------------------------------------------------------|
+ * | "chunk too short"     | a read or skip would cross the innermost boundary                   |
+ * | "file too short"      | the device delivered less than was asked for, or could not seek     |
+ * | "bad input"           | the byte count of an array is negative, or no multiple of its width |
+ * | "boundary out of bounds" | a region was opened that ends after the enclosing one            |
+ * | "too many steps back" | the file moved the reader back more than MaxStepsBack times         |
+ *
+ * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
+ * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
+ */
+class Extractor
+{
+public:
+    /// How often a skip of a negative length is obeyed. No file that a build tool makes asks for one.
+    static constexpr int MaxStepsBack = 256;
+
+    /// A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's.
+    explicit Extractor(QIODevice *device);
+
+    /// Starts anew on @p device: no error, position 0, no boundary.
+    void setDevice(QIODevice *device);
+
+    void setError(const QString &text);
+    bool failed() const;
+    /// The recorded error, then ": " and the device's own error text, which a QIODevice practically always has.
+    QString errorString() const;
+
+    /**
+     * Where texts given to setError() are kept. One who may outlive the reader holds this weakly, and finds it gone
+     * with the reader.
+     */
+    QWeakPointer<QString> errorSink() const;
+
+    qint8 get8();
+    qint16 get16();
+    qint32 get32();
+
+    /**
+     * Consumes @p count bytes. A negative count moves the position back, but gives a sequential device nothing back:
+     * position and device then differ, as the format's readers have always had it.
+     *
+     * On a random-access device the seek goes to the old position plus twice the count. This is kept on purpose, for
+     * compatibility; members of an archive are sequential and never take that branch.
+     */
+    void skip(int count);
+    /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
+    void skip64(qint64 count);
+
+    /// An array read; the argument counts bytes, not elements. Memory grows with what the device delivers.
+    QVector<quint8> getu8_vector(int byteCount);
+    QVector<quint16> getu16_vector(int byteCount);
+    QVector<quint32> getu32_vector(int byteCount);
+
+    /**
+     * Reads @p count integers as that many calls of get32() would, but with few calls of the device, and stops at the
+     * first that fails. Returns those that were read: fewer than @p count only when a fault was recorded.
+     */
+    QVector<qint32> get32s(int count);
+
+    /**
+     * Opens a region of @p length bytes from here; nothing is read past its end until it is closed. One that would
+     * end after the enclosing region records a fault, and is opened as wide as it claims to be.
+     */
+    void pushBoundary(int length);
+    /// pushBoundary() for a computed length, which may be out of the range of 32 bits, and then is out of bounds.
+    void pushBoundary64(qint64 length);
+    /// Consumes what is left of the innermost region, and closes it. There must be one: it is asserted.
+    void popBoundary();
+
+    /// Bytes from here to the innermost boundary; negative in a region of negative length.
+    qint64 remaining() const { return qint64(boundary) - position; }
+
+    /// Bytes consumed since the device was set; not the device's own position. Only the reader writes it.
+    int position = 0;
+    /// The position that no read may pass; 0x7fffffff when there is no region. Only the reader writes it.
+    int boundary = 0;
+
+private:
+    Q_DISABLE_COPY(Extractor)
+
+    template <typename T>
+    T getInteger();
+    template <typename T>
+    QVector<T> getVector(int byteCount);
+    template <typename T>
+    int readInto(QVector<T> &array, int byteCount);
+    void consume(qint64 count);
+
+    QIODevice *m_device = nullptr;
+    QSharedPointer<QString> m_error;
+    QStack<int> m_boundaries;
+    int m_stepsBack = 0;
+};
+
+#endif

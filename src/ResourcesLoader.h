@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef RESOURCESLOADER_H
+#define RESOURCESLOADER_H
+
+#include <QtGlobal>
+
+class ApkResourcesData;
+class Extractor;
+
+/**
+ * Reads a resource table, the member `resources.arsc` of a package, into an ApkResourcesData. A table chunk (type
+ * 0x0002):
+ *
+ * | offset | width   | field                                                                              |
+ * |--------|---------|------------------------------------------------------------------------------------|
+ * | 0      | 8 bytes | chunk header (see ChunkWalker)                                                     |
+ * | 8      | u32     | package count, not used                                                            |
+ * | 12     | chunks  | one string pool with the texts of values (0x0001), then one package each (0x0200)  |
+ *
+ * Only the first chunk of the device is read. It may as well be a pool or a package, and tables may be nested.
+ */
+class ResourcesLoader
+{
+public:
+    ResourcesLoader() = default;
+
+    /**
+     * Replaces the content of @p data, and sets its `valid` when no fault was recorded on @p reader; a fault leaves
+     * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays.
+     */
+    void load(ApkResourcesData *data, Extractor *reader);
+
+    /// The step of load(): one chunk with all that is nested in it.
+    void parseChunk();
+
+private:
+    Q_DISABLE_COPY(ResourcesLoader)
+
+    Extractor *m_reader = nullptr;
+    ApkResourcesData *m_data = nullptr;
+};
+
+#endif

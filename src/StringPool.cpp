@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "StringPool.h"
+
+#include "Extractor.h"
+#include "ResourceTypes.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+namespace
+{
+
+constexpr int Utf8Flag = 0x100;
+constexpr int KnownHeaderSize = 28;
+
+QString hexDigit(int value, int shift)
+{
+    return QString::number((value >> shift) & 0xf, 16);
+}
+
+} // namespace
+
+StringPool::StringPool(const QString &name) : m_name(name) {}
+
+void StringPool::setName(const QString &name)
+{
+    m_name = name;
+}
+
+void StringPool::clear()
+{
+    m_offsets.clear();
+    m_bytes.clear();
+    m_units.clear();
+}
+
+void StringPool::load(Extractor *reader, int headerSize)
+{
+    m_errorSink = reader->errorSink();
+
+    const int stringCount = reader->get32();
+    reader->get32(); // style count
+    const int flags = reader->get32();
+    const int stringsStart = reader->get32();
+    const int stylesStart = reader->get32();
+    reader->skip64(qint64(headerSize) - KnownHeaderSize);
+    const qint64 dataSize =
+        stylesStart > 0 ? qint64(stylesStart) - stringsStart : reader->remaining() + headerSize - stringsStart;
+    if (stringCount < 0) {
+        reader->setError(QStringLiteral("string pool contains bad count"));
+        return;
+    }
+
+    StringPool loaded(m_name);
+    loaded.m_errorSink = m_errorSink;
+    loaded.m_isUtf8 = (flags & Utf8Flag) != 0;
+    loaded.m_offsets = reader->get32s(stringCount);
+    const auto isBad = [dataSize](qint32 offset) { return offset < 0 || offset >= dataSize; };
+    // An offset that could not be read counts as 0, and is looked at after all that could.
+    const bool anyBad = loaded.count() < stringCount
+                            ? isBad(0)
+                            : std::any_of(loaded.m_offsets.cbegin(), loaded.m_offsets.cend(), isBad);
+    const QString badIndex = QStringLiteral("string pool contains bad index");
+    if (anyBad && reader->failed())
+        reader->setError(badIndex);
+    reader->skip64(qint64(stringsStart) - headerSize - 4 * qint64(stringCount));
+    if (reader->failed())
+        return;
+
+    const int byteCount = int(qBound(qint64(-1), dataSize, qint64(std::numeric_limits<int>::max())));
+    if (loaded.m_isUtf8)
+        loaded.m_bytes = reader->getu8_vector(byteCount);
+    else
+        loaded.m_units = reader->getu16_vector(byteCount);
+    if (reader->failed())
+        return;
+
+    // A bad offset alone does not end the load; its string, which cannot have room in the data, does.
+    if (anyBad)
+        reader->setError(badIndex);
+    const qint64 end = loaded.dataLength();
+    for (const qint32 offset : qAsConst(loaded.m_offsets)) {
+        const Span span = loaded.spanAt(offset);
+        if (span.length >= end - span.start) {
+            reader->setError(QStringLiteral("string extends past stringblock end"));
+            return;
+        }
+    }
+    *this = loaded;
+}
+
+qint64 StringPool::dataLength() const
+{
+    return m_isUtf8 ? m_bytes.size() : m_units.size();
+}
+
+StringPool::Span StringPool::spanAt(qint32 offset) const
+{
+    const qint64 unsignedOffset = quint32(offset);
+    return m_isUtf8 ? utf8SpanAt(unsignedOffset) : utf16SpanAt(unsignedOffset >> 1);
+}
+
+StringPool::Span StringPool::utf8SpanAt(qint64 offset) const
+{
+    const auto byteAt = [this](qint64 at) { return at < m_bytes.size() ? int(m_bytes.at(int(at))) : 0; };
+    qint64 at = offset + ((byteAt(offset) & 0x80) != 0 ? 2 : 1);
+    int length = byteAt(at++);
+    if ((length & 0x80) != 0)
+        length = ((length & 0x7f) << 8) | byteAt(at++);
+    return {at, length};
+}
+
+StringPool::Span StringPool::utf16SpanAt(qint64 offset) const
+{
+    const auto unitAt = [this](qint64 at) { return at < m_units.size() ? int(m_units.at(int(at))) : 0; };
+    qint64 at = offset;
+    int length = unitAt(at++);
+    if ((length & 0x8000) != 0)
+        length = ((length & 0x7fff) << 16) | unitAt(at++);
+    return {at, length};
+}
+
+// Precondition: the offset was checked by load().
+QString StringPool::decode(qint32 offset) const
+{
+    const Span span = spanAt(offset);
+    if (m_isUtf8)
+        return QString::fromUtf8(reinterpret_cast<const char *>(m_bytes.constData()) + span.start, span.length);
+    return QString(reinterpret_cast<const QChar *>(m_units.constData()) + span.start, span.length);
+}
+
+QString StringPool::get(int index) const
+{
+    Q_ASSERT(index >= 0);
+    if (index >= 0 && index < count())
+        return decode(m_offsets.at(index));
+    if (const auto error = m_errorSink.toStrongRef())
+        *error = QLatin1String("bad index in ") + m_name + QLatin1String(" pool");
+    return {};
+}
+
+int StringPool::find(const QString &text) const
+{
+    for (int index = 0; index < count(); ++index) {
+        if (decode(m_offsets.at(index)) == text)
+            return index;
+    }
+    return -1;
+}
+
+QString StringPool::valueToString(int type, int data) const
+{
+    using namespace ResourceTypes;
+    const QLatin1Char zero('0');
+    switch (type) {
+    case NullValue:
+        return {};
+    case ReferenceValue:
+        return QStringLiteral("@?");
+    case AttributeValue:
+        return QStringLiteral("@attr?");
+    case StringValue:
+        if (data >= 0 && data < count())
+            return get(data);
+        return QStringLiteral("unknown string %2#%1").arg(data).arg(m_name);
+    case FloatValue: {
+        float value;
+        static_assert(sizeof value == sizeof data, "a float value is an IEEE single");
+        std::memcpy(&value, &data, sizeof value);
+        return QString::number(double(value), 'g', 6);
+    }
+    case DimensionValue:
+    case FractionValue:
+    case DecimalValue:
+        return QString::number(data);
+    case HexadecimalValue:
+        return QLatin1String("0x") + QString::number(data, 16);
+    case BooleanValue:
+        return data == 0 ? QStringLiteral("false") : QStringLiteral("true");
+    case ColorArgb8Value:
+        return QStringLiteral("#%1").arg(data, 8, 16, zero);
+    case ColorRgb8Value:
+        return QStringLiteral("#%1").arg(data & 0xffffff, 6, 16, zero);
+    case ColorArgb4Value:
+        return QLatin1Char('#') + hexDigit(data, 24) + hexDigit(data, 16) + hexDigit(data, 8) + hexDigit(data, 0);
+    case ColorRgb4Value:
+        return QLatin1Char('#') + hexDigit(data, 16) + hexDigit(data, 8) + hexDigit(data, 0);
+    default:
+        return QStringLiteral("?%1/%2").arg(type, 2, 16, zero).arg(data, 8, 16, zero);
+    }
+}

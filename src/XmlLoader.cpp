@@ -1,0 +1,252 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "XmlLoader.h"
+
+#include "AndroidNamespace.h"
+#include "ChunkWalker.h"
+#include "Extractor.h"
+#include "ResourceTypes.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace
+{
+
+constexpr int AttributeRecordSize = 20;
+constexpr int ElementFieldsSize = 14; ///< from the namespace to the attribute count
+constexpr int UnknownResourceId = -1;
+
+struct AndroidAttribute {
+    int id;
+    const char *name;
+};
+
+constexpr AndroidAttribute AndroidAttributes[] = {
+    {0x01010000, "theme"},
+    {0x01010001, "label"},
+    {0x01010002, "icon"},
+    {0x01010003, "name"},
+    {0x01010006, "permission"},
+    {0x0101000f, "debuggable"},
+    {0x0101001d, "launchMode"},
+    {0x0101001e, "screenOrientation"},
+    {0x0101001f, "configChanges"},
+    {0x01010025, "resource"},
+    {0x01010027, "scheme"},
+    {0x01010028, "host"},
+    {0x0101020c, "minSdkVersion"},
+    {0x0101021b, "versionCode"},
+    {0x0101021c, "versionName"},
+    {0x01010227, "reqTouchScreen"},
+    {0x01010228, "reqKeyboardType"},
+    {0x01010229, "reqHardKeyboard"},
+    {0x0101022a, "reqNavigation"},
+    {0x0101022b, "windowSoftInputMode"},
+    {0x01010232, "reqFiveWayNav"},
+    {0x01010270, "targetSdkVersion"},
+    {0x01010271, "maxSdkVersion"},
+    {0x01010272, "testOnly"},
+    {0x01010281, "glEsVersion"},
+    {0x0101028e, "required"},
+    {0x010102b7, "installLocation"},
+    {0x010102d3, "hardwareAccelerated"},
+    {0x0101035a, "largeHeap"},
+    {0x010103a6, "publicKey"},
+};
+
+QByteArray local8Bit(const QString &text)
+{
+    return text.toLocal8Bit();
+}
+
+} // namespace
+
+XmlLoader::XmlLoader() : m_strings(QString()) {}
+
+void XmlLoader::load(Extractor *reader, const ApkResources &resources)
+{
+    m_reader = reader;
+    m_resources = resources;
+    m_document.clear();
+    m_currentElement.clear();
+    m_depth = 0;
+    parseChunk();
+    if (reader->failed())
+        qDebug("XmlLoader error: %s", local8Bit(reader->errorString()).constData());
+}
+
+void XmlLoader::parseChunk()
+{
+    using namespace ResourceTypes;
+    ChunkWalker chunk(m_reader);
+    while (chunk.next()) {
+        if (chunk.type() >= FirstXmlNodeChunk && chunk.type() <= LastXmlNodeChunk)
+            skipNodeHeader();
+        switch (chunk.type()) {
+        case StringPoolChunk:
+            m_strings.load(m_reader, chunk.headerSize());
+            break;
+        case XmlDocumentChunk:
+            m_strings.clear();
+            chunk.enter();
+            break;
+        case StartNamespaceChunk:
+        case EndNamespaceChunk:
+            parseNamespaceChunk(chunk.type() == StartNamespaceChunk);
+            break;
+        case StartElementChunk:
+            parseStartElementChunk();
+            break;
+        case EndElementChunk:
+            parseEndElementChunk();
+            break;
+        case ResourceIdMapChunk:
+            parseResourceIdMap(chunk.headerSize());
+            break;
+        default:
+            qDebug("Unexpected chunk 0x%04x", unsigned(chunk.type()));
+        }
+    }
+}
+
+void XmlLoader::skipNodeHeader()
+{
+    m_reader->get32(); // line number
+    const int comment = m_reader->get32();
+    if (comment >= 0)
+        m_strings.get(comment); // one that does not exist is a fault
+}
+
+void XmlLoader::parseResourceIdMap(int headerSize)
+{
+    m_reader->skip(headerSize - ResourceTypes::ChunkHeaderSize);
+    const qint64 byteCount = qMin(m_reader->remaining(), qint64(std::numeric_limits<int>::max()));
+    m_resourceIds = m_reader->getu32_vector(int(qMax(byteCount, qint64(-1))));
+}
+
+void XmlLoader::parseNamespaceChunk(bool start)
+{
+    const QString prefix = m_strings.get(m_reader->get32());
+    const QString uri = m_strings.get(m_reader->get32());
+    if (m_reader->failed())
+        return;
+    if (start)
+        m_namespaces.insert(uri, prefix);
+    else
+        m_namespaces.remove(uri, prefix);
+}
+
+void XmlLoader::parseEndElementChunk()
+{
+    const int namespaceIndex = m_reader->get32();
+    const QString name = m_strings.get(m_reader->get32());
+    if (m_reader->failed())
+        return;
+    if (namespaceIndex >= 0)
+        m_strings.get(namespaceIndex); // one that does not exist is a fault
+    if (m_currentElement.isNull() || name != m_currentElement.tagName()) {
+        m_reader->setError(QStringLiteral("closing tag does not match opening tag"));
+        return;
+    }
+    m_currentElement = m_currentElement.parentNode().toElement();
+    --m_depth;
+}
+
+void XmlLoader::parseStartElementChunk()
+{
+    const int namespaceIndex = m_reader->get32();
+    const QString name = m_strings.get(m_reader->get32());
+    const int attributeStart = m_reader->get16();
+    const int attributeSize = m_reader->get16();
+    const int attributeCount = m_reader->get16();
+    m_reader->skip(attributeStart - ElementFieldsSize);
+    if (attributeSize < AttributeRecordSize)
+        m_reader->setError(QStringLiteral("bad attr size in XML element"));
+    if (m_reader->failed())
+        return;
+    if (m_depth >= MaxElementDepth) {
+        m_reader->setError(QStringLiteral("elements nested too deeply"));
+        return;
+    }
+
+    QDomElement element = createElement(namespaceIndex, name);
+    for (int i = 0; i < attributeCount; ++i) {
+        m_reader->pushBoundary(attributeSize);
+        parseAttribute(element);
+        m_reader->popBoundary();
+    }
+    if (m_currentElement.isNull())
+        m_document.appendChild(element);
+    else
+        m_currentElement.appendChild(element);
+    m_currentElement = element;
+    // An element without a name is a null element, under which the next one is a top-level element again.
+    m_depth = element.isNull() ? 0 : m_depth + 1;
+}
+
+QDomElement XmlLoader::createElement(int namespaceIndex, const QString &name)
+{
+    if (namespaceIndex < 0)
+        return m_document.createElement(name);
+    const QString uri = m_strings.get(namespaceIndex);
+    if (!m_namespaces.contains(uri))
+        qDebug("Unknown namespace %s for element %s", local8Bit(uri).constData(), local8Bit(name).constData());
+    return m_document.createElementNS(uri, qualifiedName(uri, name));
+}
+
+void XmlLoader::parseAttribute(QDomElement &element)
+{
+    const int namespaceIndex = m_reader->get32();
+    const int nameIndex = m_reader->get32();
+    const int rawValue = m_reader->get32();
+    m_reader->skip(3); // size of the value, reserved
+    const int dataType = m_reader->get8();
+    const int data = m_reader->get32();
+
+    QString value;
+    if (rawValue >= 0)
+        value = m_strings.get(rawValue);
+    else if (dataType == ResourceTypes::ReferenceValue || dataType == ResourceTypes::AttributeValue)
+        value = m_resources.refToString(data);
+    else
+        value = m_strings.valueToString(dataType, data);
+
+    if (const char *androidName = lookupAndroidAttribute(resourceIdOf(nameIndex))) {
+        if (!m_namespaces.contains(androidNamespace))
+            qDebug("Android namespace not defined");
+        element.setAttributeNS(androidNamespace, qualifiedName(androidNamespace, QLatin1String(androidName)), value);
+        return;
+    }
+    const QString name = m_strings.get(nameIndex);
+    if (namespaceIndex < 0) {
+        element.setAttribute(name, value);
+        return;
+    }
+    const QString uri = m_strings.get(namespaceIndex);
+    if (!m_namespaces.contains(uri))
+        qDebug("Unknown namespace %s", local8Bit(uri).constData());
+    element.setAttributeNS(uri, qualifiedName(uri, name), value);
+}
+
+int XmlLoader::resourceIdOf(int nameIndex) const
+{
+    if (nameIndex < 0 || nameIndex >= m_resourceIds.size())
+        return UnknownResourceId;
+    return int(m_resourceIds.at(nameIndex));
+}
+
+// The colon is there also without a prefix, for a URI that is not bound: kept on purpose.
+QString XmlLoader::qualifiedName(const QString &uri, const QString &name) const
+{
+    return m_namespaces.value(uri) + QLatin1Char(':') + name;
+}
+
+const char *XmlLoader::lookupAndroidAttribute(int id)
+{
+    const auto *found = std::find_if(std::begin(AndroidAttributes), std::end(AndroidAttributes),
+                                     [id](const AndroidAttribute &attribute) { return attribute.id == id; });
+    return found != std::end(AndroidAttributes) ? found->name : nullptr;
+}

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef XMLLOADER_H
+#define XMLLOADER_H
+
+#include "ApkResources.h"
+#include "StringPool.h"
+
+#include <QDomDocument>
+#include <QDomElement>
+#include <QMultiMap>
+#include <QString>
+#include <QVector>
+
+class Extractor;
+
+/**
+ * Decodes one binary XML document, as Android's build tools compile manifests and other XML resources, into a DOM.
+ * The document is a chunk of type 0x0003 with these chunks in it:
+ *
+ * | type            | meaning         | body, after the 8-byte chunk header and, for nodes, the node header           |
+ * |-----------------|-----------------|--------------------------------------------------------------------------------|
+ * | 0x0001          | string pool     | see StringPool; every index below is one into it, -1 for none                 |
+ * | 0x0180          | resource-id map | u32 each: the id of the Android attribute whose name is the string at that index |
+ * | 0x0100, 0x0101  | namespace start, end | i32 prefix, i32 URI                                                      |
+ * | 0x0102          | element start   | see below                                                                      |
+ * | 0x0103          | element end     | i32 namespace, i32 name                                                        |
+ *
+ * Others, character data (0x0104) among them, are told on Qt's debug log and skipped: the DOM holds elements and
+ * attributes only. The node header, in all chunks from 0x0100 to 0x017f, is a u32 line number and an i32 comment,
+ * both not kept. An element's start, with offsets from the end of the node header:
+ *
+ * | offset | width         | field                                                                              |
+ * |--------|---------------|------------------------------------------------------------------------------------|
+ * | 0      | i32, i32      | namespace, name                                                                    |
+ * | 8      | u16           | attribute start: offset of the first attribute record                              |
+ * | 10     | u16           | attribute size: of a record, at least 20                                           |
+ * | 12     | u16           | attribute count                                                                    |
+ * | 14     | 3 x u16       | indices of the id, class and style attribute; not used                             |
+ * | attribute start + n x attribute size | i32, i32, i32 | namespace, name, raw value                           |
+ * | + 12   | 8 bytes       | typed value (see ResourceTypes), used when there is no raw value                   |
+ *
+ * An attribute whose name has a known resource id is in the Android namespace under the name that belongs to the id,
+ * whatever name and namespace the record gives: tools that shrink packages empty the names.
+ */
+class XmlLoader
+{
+public:
+    /// Elements nested deeper are refused: a DOM is copied and freed by recursion, on the host's stack.
+    static constexpr int MaxElementDepth = 1000;
+
+    XmlLoader();
+
+    /**
+     * Decodes the document that starts at the reader's position; only the first chunk is read. @p resources renders
+     * references. A fault is left on @p reader, and told on Qt's debug log; document() then holds what came before
+     * it. Besides those of the reader and the pool: "closing tag does not match opening tag", "bad attr size in XML
+     * element" and "elements nested too deeply".
+     */
+    void load(Extractor *reader, const ApkResources &resources);
+
+    /// The document decoded last. QDomDocument copies share their tree.
+    QDomDocument document() const { return m_document; }
+
+    /// The steps of load(): one chunk with all that is nested in it, and the bodies of three kinds of chunk.
+    void parseChunk();
+    void parseNamespaceChunk(bool start);
+    void parseStartElementChunk();
+    void parseEndElementChunk();
+
+    /// Name of the well-known Android attribute with the resource id @p id ("label"), or null for any other id.
+    static const char *lookupAndroidAttribute(int id);
+
+private:
+    Q_DISABLE_COPY(XmlLoader)
+
+    void skipNodeHeader();
+    void parseResourceIdMap(int headerSize);
+    QDomElement createElement(int namespaceIndex, const QString &name);
+    void parseAttribute(QDomElement &element);
+    int resourceIdOf(int nameIndex) const;
+    QString qualifiedName(const QString &uri, const QString &name) const;
+
+    StringPool m_strings;
+    Extractor *m_reader = nullptr;
+    ApkResources m_resources;
+    QVector<unsigned int> m_resourceIds;
+    QMultiMap<QString, QString> m_namespaces; ///< URI to prefix; the latest binding of a URI comes first
+    QDomDocument m_document;
+    QDomElement m_currentElement; ///< the innermost open element; its ancestors are open, too
+    int m_depth = 0;              ///< number of open elements
+};
+
+#endif

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DEVICES_H
+#define DEVICES_H
+
+#include <QByteArray>
+#include <QIODevice>
+
+namespace fixture
+{
+
+/// Bytes as a sequential device, as a member of an archive is one. Open from the start.
+class SequentialDevice : public QIODevice
+{
+public:
+    explicit SequentialDevice(const QByteArray &bytes);
+
+    bool isSequential() const override { return true; }
+    /// Bytes that the device has delivered.
+    int delivered() const { return m_at; }
+    /// Largest number of bytes that one read delivers; by default, as many as are asked for.
+    void setLargestRead(int count) { m_largestRead = count; }
+    /// What a read at the end answers: 0 by default.
+    void setAnswerAtEnd(int answer) { m_answerAtEnd = answer; }
+    /// The text of errorString(); by default QIODevice's own.
+    void setErrorText(const QString &text) { setErrorString(text); }
+
+protected:
+    qint64 readData(char *data, qint64 size) override;
+    qint64 writeData(const char *data, qint64 size) override;
+
+private:
+    QByteArray m_bytes;
+    int m_at = 0;
+    int m_largestRead = 0x7fffffff;
+    int m_answerAtEnd = 0;
+};
+
+} // namespace fixture
+
+#endif

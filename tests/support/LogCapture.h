@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef LOGCAPTURE_H
+#define LOGCAPTURE_H
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+namespace fixture
+{
+
+/// Catches what is written to Qt's log while it lives; one at a time.
+class LogCapture
+{
+public:
+    struct Line {
+        QtMsgType type;
+        QString category;
+        QString file;
+        int line;
+        QString function;
+        QString text;
+    };
+
+    LogCapture();
+    ~LogCapture();
+
+    QVector<Line> lines() const { return m_lines; }
+    QStringList texts() const;
+    bool contains(const QString &text) const { return texts().contains(text); }
+
+private:
+    Q_DISABLE_COPY(LogCapture)
+
+    static void handle(QtMsgType type, const QMessageLogContext &context, const QString &text);
+
+    static LogCapture *s_current;
+    QtMessageHandler m_previous;
+    QVector<Line> m_lines;
+};
+
+/// Whether @p function ends the process by an abort, as an assertion does; it is run in a process of its own.
+bool aborts(void (*function)());
+
+} // namespace fixture
+
+#endif

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ManifestWriter.h"
+
+#include <QDomNamedNodeMap>
+
+namespace
+{
+
+const QLatin1String androidNamespace("http://schemas.android.com/apk/res/android");
+const QLatin1String xmlNamespace("http://www.w3.org/XML/1998/namespace");
+const QLatin1String xmlnsNamespace("http://www.w3.org/2000/xmlns/");
+
+bool isXmlCharacter(QChar character)
+{
+    return character >= QLatin1Char(' ')
+               ? character < QChar(0xfffe)
+               : character == QLatin1Char('\t') || character == QLatin1Char('\n') || character == QLatin1Char('\r');
+}
+
+QString xmlText(QString text)
+{
+    for (int i = 0; i < text.size(); ++i) {
+        const bool isPair = text.at(i).isHighSurrogate() && i + 1 < text.size() && text.at(i + 1).isLowSurrogate();
+        if (isPair)
+            ++i;
+        else if (text.at(i).isSurrogate() || !isXmlCharacter(text.at(i)))
+            text[i] = QChar::ReplacementCharacter;
+    }
+    return text;
+}
+
+// ASCII letters, digits and what of XML's other name characters is a letter or digit to Unicode in the first plane.
+QString xmlName(QString name)
+{
+    for (QChar &character : name) {
+        if (!character.isLetter() && !character.isDigit() && character != QLatin1Char('-')
+            && character != QLatin1Char('.'))
+            character = QLatin1Char('_');
+    }
+    if (name.isEmpty() || (!name.at(0).isLetter() && name.at(0) != QLatin1Char('_')))
+        name.prepend(QLatin1Char('_'));
+    return name;
+}
+
+bool isNamespace(const QString &uri)
+{
+    return !uri.isEmpty() && uri != xmlnsNamespace;
+}
+
+} // namespace
+
+QByteArray ManifestWriter::toXml(const QDomElement &root)
+{
+    QByteArray output;
+    ManifestWriter writer(&output);
+    writer.bind(androidNamespace, QStringLiteral("android"));
+    writer.collectNamespaces(root);
+    writer.m_xml.writeStartDocument();
+    for (auto it = writer.m_prefixes.cbegin(); it != writer.m_prefixes.cend(); ++it) {
+        if (it.key() != xmlNamespace)
+            writer.m_xml.writeNamespace(xmlText(it.key()), it.value());
+    }
+    writer.writeElement(root);
+    writer.m_xml.writeEndDocument();
+    return output;
+}
+
+ManifestWriter::ManifestWriter(QByteArray *output) : m_xml(output), m_usedPrefixes({QString(), QStringLiteral("xmlns")})
+{
+    bind(xmlNamespace, QStringLiteral("xml"));
+    m_xml.setAutoFormatting(true);
+}
+
+void ManifestWriter::bind(const QString &uri, const QString &wantedPrefix)
+{
+    if (!isNamespace(uri) || m_prefixes.contains(uri))
+        return;
+    QString prefix = wantedPrefix.isEmpty() ? QString() : xmlName(wantedPrefix);
+    for (int number = 1; m_usedPrefixes.contains(prefix); ++number)
+        prefix = QStringLiteral("ns%1").arg(number);
+    m_prefixes.insert(uri, prefix);
+    m_usedPrefixes.insert(prefix);
+}
+
+void ManifestWriter::collectNamespaces(const QDomElement &element)
+{
+    bind(element.namespaceURI(), element.prefix());
+    const QDomNamedNodeMap attributes = element.attributes();
+    for (int i = 0; i < attributes.length(); ++i)
+        bind(attributes.item(i).namespaceURI(), attributes.item(i).prefix());
+    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
+        collectNamespaces(child);
+}
+
+void ManifestWriter::writeElement(const QDomElement &element)
+{
+    const QString name = xmlName(element.tagName());
+    if (isNamespace(element.namespaceURI()))
+        m_xml.writeStartElement(xmlText(element.namespaceURI()), name);
+    else
+        m_xml.writeStartElement(name);
+    writeAttributes(element);
+    for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
+        writeElement(child);
+    m_xml.writeEndElement();
+}
+
+void ManifestWriter::writeAttributes(const QDomElement &element)
+{
+    QSet<QString> written;
+    const QDomNamedNodeMap attributes = element.attributes();
+    for (int i = 0; i < attributes.length(); ++i) {
+        const QDomAttr attribute = attributes.item(i).toAttr();
+        const bool hasNamespace = isNamespace(attribute.namespaceURI());
+        const QString plainName = attribute.localName().isNull() ? attribute.name() : attribute.localName();
+        QString name = xmlName(plainName);
+        while (written.contains(name))
+            name += QLatin1Char('_');
+        written.insert(name);
+        if (hasNamespace)
+            m_xml.writeAttribute(xmlText(attribute.namespaceURI()), name, xmlText(attribute.value()));
+        else
+            m_xml.writeAttribute(name, xmlText(attribute.value()));
+    }
+}
