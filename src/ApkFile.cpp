@@ -2,6 +2,7 @@
 #include "ApkFile.h"
 
 #include "AndroidNamespace.h"
+#include "ApkError.h"
 #include "ApkLauncherInfoData.h"
 #include "ArchiveImages.h"
 
@@ -15,15 +16,6 @@
 
 namespace
 {
-
-enum ErrorCode : int {
-    NoError = 0,
-    CannotOpen = 1,
-    NoResources = 2,
-    BadResources = 3,
-    NoManifest = 4,
-    BadManifest = 5,
-};
 
 constexpr int LabelReferenceDepth = 5;
 
@@ -132,7 +124,7 @@ public:
     std::unique_ptr<QuaZip> zip;
     QDomDocument manifest;
     bool manifestLoaded = false;
-    qint32 error = NoError;
+    qint32 error = ApkError::NoError;
     ApkResources resources;
 };
 
@@ -149,7 +141,7 @@ bool ApkFilePrivate::open()
 {
     if (isOpen() || zip->open(QuaZip::mdUnzip))
         return true;
-    error = CannotOpen;
+    error = ApkError::CannotOpen;
     return false;
 }
 
@@ -190,22 +182,7 @@ int ApkFile::getError() const
 
 QString ApkFile::getErrorString() const
 {
-    switch (d->error) {
-    case NoError:
-        return QStringLiteral("no error");
-    case CannotOpen:
-        return QStringLiteral("could not open APK file");
-    case NoResources:
-        return QStringLiteral("could not find resources.arsc");
-    case BadResources:
-        return QStringLiteral("could not parse resources.arsc");
-    case NoManifest:
-        return QStringLiteral("could not find AndroidManifest.xml");
-    case BadManifest:
-        return QStringLiteral("could not parse AndroidManifest.xml");
-    default:
-        return QStringLiteral("unknown error");
-    }
+    return ApkError::text(d->error);
 }
 
 ApkResources ApkFile::resources() const
@@ -214,11 +191,11 @@ ApkResources ApkFile::resources() const
         return d->resources;
     QuaZipFile file(d->zip.get());
     if (!d->openMember(file, QStringLiteral("resources.arsc"))) {
-        d->error = NoResources;
+        d->error = ApkError::NoResources;
         return d->resources;
     }
     if (!d->resources.load(&file))
-        d->error = BadResources;
+        d->error = ApkError::BadResources;
     return d->resources;
 }
 
@@ -231,13 +208,13 @@ QDomDocument ApkFile::getManifest() const
         return errorDocument(getErrorString());
     QuaZipFile file(d->zip.get());
     if (!d->openMember(file, QStringLiteral("AndroidManifest.xml"))) {
-        d->error = NoManifest;
+        d->error = ApkError::NoManifest;
         return errorDocument(getErrorString());
     }
     bool ok = true;
     d->manifest = table.loadXml(&file, &ok);
     if (!ok) {
-        d->error = BadManifest;
+        d->error = ApkError::BadManifest;
         return errorDocument(getErrorString());
     }
     d->manifestLoaded = true;

@@ -4,6 +4,7 @@
 #include <QIODevice>
 #include <QtEndian>
 
+#include <cstring>
 #include <limits>
 
 namespace
@@ -12,6 +13,7 @@ namespace
 constexpr int Unbounded = std::numeric_limits<int>::max();
 constexpr int SkipBufferSize = 4096;
 constexpr int FirstArrayStep = 1 << 20;
+constexpr int AheadSize = 1 << 14;
 
 QString chunkTooShort()
 {
@@ -48,6 +50,40 @@ void Extractor::setDevice(QIODevice *device)
     boundary = Unbounded;
     m_boundaries.clear();
     m_stepsBack = 0;
+    m_ahead.clear();
+    m_aheadAt = 0;
+    m_aheadLimit = 0;
+}
+
+void Extractor::readAhead()
+{
+    if (m_device->isSequential() && boundary != Unbounded)
+        m_aheadLimit = qMax(qint64(0), remaining() - (m_ahead.size() - m_aheadAt));
+}
+
+// As QIODevice::read(): the number of bytes delivered, negative for a fault of the device.
+qint64 Extractor::deliver(char *data, qint64 size)
+{
+    const int fetched = int(qMin(size, qint64(m_ahead.size() - m_aheadAt)));
+    std::memcpy(data, m_ahead.constData() + m_aheadAt, size_t(fetched));
+    m_aheadAt += fetched;
+    const qint64 missing = size - fetched;
+    if (missing == 0)
+        return size;
+
+    if (missing >= AheadSize || missing > m_aheadLimit) {
+        const qint64 delivered = m_device->read(data + fetched, missing);
+        m_aheadLimit = qMax(qint64(0), m_aheadLimit - qMax(qint64(0), delivered));
+        return fetched > 0 ? fetched + qMax(qint64(0), delivered) : delivered;
+    }
+    m_ahead.resize(int(qMin(m_aheadLimit, qint64(AheadSize))));
+    const int delivered = int(m_device->read(m_ahead.data(), m_ahead.size()));
+    m_ahead.resize(qMax(0, delivered));
+    m_aheadAt = 0;
+    m_aheadLimit -= m_ahead.size();
+    if (m_ahead.isEmpty())
+        return fetched > 0 ? fetched : delivered;
+    return fetched + deliver(data + fetched, qMin(missing, qint64(m_ahead.size())));
 }
 
 void Extractor::setError(const QString &text)
@@ -80,7 +116,10 @@ T Extractor::getInteger()
         return 0;
     }
     char bytes[width];
-    if (m_device->read(bytes, width) != width) {
+    if (m_ahead.size() - m_aheadAt >= width) {
+        std::memcpy(bytes, m_ahead.constData() + m_aheadAt, width);
+        m_aheadAt += width;
+    } else if (deliver(bytes, width) != width) {
         setError(fileTooShort());
         return 0;
     }
@@ -133,7 +172,7 @@ void Extractor::consume(qint64 count)
     }
     char scratch[SkipBufferSize];
     while (count > 0) {
-        const qint64 delivered = m_device->read(scratch, qMin(count, qint64(SkipBufferSize)));
+        const qint64 delivered = deliver(scratch, qMin(count, qint64(SkipBufferSize)));
         if (delivered <= 0) {
             setError(fileTooShort());
             return;
@@ -150,7 +189,7 @@ int Extractor::readInto(QVector<T> &array, int byteCount)
     while (total < byteCount) {
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
         array.resize((total + step) / int(sizeof(T)));
-        const qint64 delivered = m_device->read(reinterpret_cast<char *>(array.data()) + total, step);
+        const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
         if (delivered > 0)
             total += int(delivered);
         if (delivered < step) {

@@ -2,6 +2,7 @@
 #ifndef EXTRACTOR_H
 #define EXTRACTOR_H
 
+#include <QByteArray>
 #include <QSharedPointer>
 #include <QStack>
 #include <QString>
@@ -90,6 +91,13 @@ public:
     /// Consumes what is left of the innermost region, and closes it. There must be one: it is asserted.
     void popBoundary();
 
+    /**
+     * Lets the reader fetch what is left of the innermost region in few reads of a sequential device. For a region
+     * that is closed by popBoundary() in any case, and so consumed to its end: nothing beyond it is fetched, and when
+     * it is closed the device stands where it would have stood without.
+     */
+    void readAhead();
+
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
     qint64 remaining() const { return qint64(boundary) - position; }
 
@@ -108,8 +116,12 @@ private:
     template <typename T>
     int readInto(QVector<T> &array, int byteCount);
     void consume(qint64 count);
+    qint64 deliver(char *data, qint64 size);
 
     QIODevice *m_device = nullptr;
+    QByteArray m_ahead;      ///< bytes that were fetched ahead,
+    int m_aheadAt = 0;       ///< of which these many have been delivered
+    qint64 m_aheadLimit = 0; ///< bytes that may still be fetched ahead
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;

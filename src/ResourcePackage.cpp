@@ -87,6 +87,7 @@ void ResourcePackage::parseStringPool(int headerSize)
 
 void ResourcePackage::parseTypeChunk(int headerSize)
 {
+    m_reader->readAhead();
     m_reader->pushBoundary(headerSize - ResourceTypes::ChunkHeaderSize);
     const int typeId = m_reader->get8();
     m_reader->skip(3);

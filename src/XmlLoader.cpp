@@ -114,6 +114,7 @@ void XmlLoader::parseChunk()
 
 void XmlLoader::skipNodeHeader()
 {
+    m_reader->readAhead();
     m_reader->get32(); // line number
     const int comment = m_reader->get32();
     if (comment >= 0)

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ManifestWriter.h"
 
+#include <QDomAttr>
 #include <QDomNamedNodeMap>
+#include <QMap>
 
 namespace
 {
@@ -40,6 +42,16 @@ QString xmlName(QString name)
     if (name.isEmpty() || (!name.at(0).isLetter() && name.at(0) != QLatin1Char('_')))
         name.prepend(QLatin1Char('_'));
     return name;
+}
+
+// A DOM keeps attributes in no order; here it is that of their names, so that equal manifests print equally.
+QList<QDomAttr> sortedAttributes(const QDomElement &element)
+{
+    QMap<QString, QDomAttr> attributes;
+    const QDomNamedNodeMap nodes = element.attributes();
+    for (int i = 0; i < nodes.length(); ++i)
+        attributes.insert(nodes.item(i).nodeName(), nodes.item(i).toAttr());
+    return attributes.values();
 }
 
 bool isNamespace(const QString &uri)
@@ -85,9 +97,8 @@ void ManifestWriter::bind(const QString &uri, const QString &wantedPrefix)
 void ManifestWriter::collectNamespaces(const QDomElement &element)
 {
     bind(element.namespaceURI(), element.prefix());
-    const QDomNamedNodeMap attributes = element.attributes();
-    for (int i = 0; i < attributes.length(); ++i)
-        bind(attributes.item(i).namespaceURI(), attributes.item(i).prefix());
+    for (const QDomAttr &attribute : sortedAttributes(element))
+        bind(attribute.namespaceURI(), attribute.prefix());
     for (QDomElement child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
         collectNamespaces(child);
 }
@@ -108,16 +119,12 @@ void ManifestWriter::writeElement(const QDomElement &element)
 void ManifestWriter::writeAttributes(const QDomElement &element)
 {
     QSet<QString> written;
-    const QDomNamedNodeMap attributes = element.attributes();
-    for (int i = 0; i < attributes.length(); ++i) {
-        const QDomAttr attribute = attributes.item(i).toAttr();
-        const bool hasNamespace = isNamespace(attribute.namespaceURI());
-        const QString plainName = attribute.localName().isNull() ? attribute.name() : attribute.localName();
-        QString name = xmlName(plainName);
+    for (const QDomAttr &attribute : sortedAttributes(element)) {
+        QString name = xmlName(attribute.localName().isNull() ? attribute.name() : attribute.localName());
         while (written.contains(name))
             name += QLatin1Char('_');
         written.insert(name);
-        if (hasNamespace)
+        if (isNamespace(attribute.namespaceURI()))
             m_xml.writeAttribute(xmlText(attribute.namespaceURI()), name, xmlText(attribute.value()));
         else
             m_xml.writeAttribute(name, xmlText(attribute.value()));

@@ -3,7 +3,7 @@
 #define MANIFESTWRITER_H
 
 #include <QDomElement>
-#include <QHash>
+#include <QMap>
 #include <QSet>
 #include <QString>
 #include <QXmlStreamWriter>
@@ -28,7 +28,7 @@ private:
     void writeAttributes(const QDomElement &element);
 
     QXmlStreamWriter m_xml;
-    QHash<QString, QString> m_prefixes; ///< by namespace URI
+    QMap<QString, QString> m_prefixes; ///< by namespace URI
     QSet<QString> m_usedPrefixes;
 };
 

@@ -10,7 +10,7 @@
 namespace
 {
 
-constexpr int KeyWidth = 14;
+constexpr int KeyWidth = 16;
 
 QString printable(QString text)
 {

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef APK_H
+#define APK_H
+
+#include "Archives.h"
+#include "TableBuilder.h"
+#include "XmlBuilder.h"
+
+#include <QBuffer>
+#include <QString>
+
+/// Whole packages in memory, with the least that makes them good.
+namespace fixture
+{
+
+/// Data types of values, as tests write them.
+enum DataType : int {
+    Reference = 0x01,
+    String = 0x03,
+    Integer = 0x10,
+    Boolean = 0x12,
+};
+
+/// A table with no resources.
+QByteArray emptyTable();
+/// A manifest of the package @p name with no application.
+QByteArray smallManifest(const QString &name = QStringLiteral("org.example.app"));
+
+/// A package held in memory, as the device of an ApkFile.
+class PackageDevice : public QBuffer
+{
+public:
+    explicit PackageDevice(const QByteArray &bytes);
+    PackageDevice(const QByteArray &table, const QByteArray &manifest, const QVector<Member> &others = {});
+
+    bool open(OpenMode mode) override;
+    int timesOpened() const { return m_timesOpened; }
+
+private:
+    int m_timesOpened = 0;
+};
+
+} // namespace fixture
+
+#endif

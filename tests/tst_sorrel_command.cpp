@@ -1,0 +1,443 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "ApkFile.h"
+#include "LogCapture.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace fixture;
+
+namespace
+{
+
+struct Run {
+    int status = -1;
+    QByteArray output;
+    QByteArray errors;
+};
+
+Run run(const QStringList &arguments, const QString &outputFile = QString())
+{
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
+    process.setProcessEnvironment(environment);
+    if (!outputFile.isNull())
+        process.setStandardOutputFile(outputFile);
+    process.start(QStringLiteral(SORREL_COMMAND), arguments);
+    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+        return {};
+    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+}
+
+QByteArray launcherManifest()
+{
+    const QString filter = QStringLiteral("intent-filter");
+    const QString name = QStringLiteral("name");
+    const auto addActivity = [&](XmlBuilder &builder, const char *activity, bool enabled) {
+        builder.start(
+            QStringLiteral("activity"),
+            {androidText(name, QString::fromLatin1(activity)),
+             androidText(QStringLiteral("enabled"), enabled ? QStringLiteral("true") : QStringLiteral("false")),
+             androidReference(QStringLiteral("label"), 0x7f010000),
+             androidText(QStringLiteral("icon"), QStringLiteral("icon.png"))});
+        builder.start(filter)
+            .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
+            .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
+            .end(filter)
+            .end(QStringLiteral("activity"));
+    };
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});
+    builder.empty(QStringLiteral("uses-sdk"), {androidValue(QStringLiteral("minSdkVersion"), Integer, 23)});
+    builder.start(QStringLiteral("application"));
+    addActivity(builder, ".Main", true);
+    addActivity(builder, ".Hidden", false);
+    return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
+}
+
+QByteArray labelTable(const QString &label, const QString &germanLabel)
+{
+    return TableBuilder()
+        .strings({label, germanLabel})
+        .package(PackageBuilder()
+                     .types({QStringLiteral("string")})
+                     .type(TypeBuilder(1).value(0, String, 0))
+                     .type(TypeBuilder(1, ConfigBuilder().locale("de").build()).value(0, String, 1)))
+        .build();
+}
+
+// A document whose names and texts XML knows no way to write.
+QByteArray manifestThatIsNoXml()
+{
+    const QString odd = QStringLiteral("http://example.org/odd");
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.startNamespace(QStringLiteral("9 odd"), odd);
+    builder.startNamespace(QStringLiteral("xml"), QStringLiteral("urn:taken"));
+    builder.start(
+        QStringLiteral("1 manifest<"),
+        {plainText(QStringLiteral("a b"), QStringLiteral("1")),
+         plainText(QStringLiteral("a_b"), QStringLiteral("2")),
+         plainText(QStringLiteral(""), QStringLiteral("empty name")),
+         {odd, QStringLiteral("value"), QString::fromUtf16(u"\u0001\uFFFE<&\"'\n"), String, 0},
+         {QStringLiteral("urn:taken"), QStringLiteral("c"), QString(QChar(0xd800)), String, 0},
+         {QStringLiteral("urn:unbound"), QStringLiteral("d"), QStringLiteral("😀"), String, 0},
+         {QStringLiteral("http://www.w3.org/2000/xmlns/"), QStringLiteral("e"), QStringLiteral("5"), String, 0}});
+    builder.empty(QStringLiteral("child"));
+    return builder.end(QStringLiteral("1 manifest<")).build();
+}
+
+void compareElements(const QDomElement &written, const QDomElement &decoded)
+{
+    QCOMPARE(written.namespaceURI(), decoded.namespaceURI());
+    QCOMPARE(written.tagName(), decoded.tagName());
+    QCOMPARE(written.attributes().length(), decoded.attributes().length());
+    for (int i = 0; i < decoded.attributes().length(); ++i) {
+        const QDomNode attribute = decoded.attributes().item(i);
+        if (attribute.namespaceURI().isEmpty())
+            QCOMPARE(written.attribute(attribute.nodeName()), attribute.nodeValue());
+        else
+            QCOMPARE(written.attributeNS(attribute.namespaceURI(), attribute.localName()), attribute.nodeValue());
+    }
+    QDomElement writtenChild = written.firstChildElement();
+    QDomElement decodedChild = decoded.firstChildElement();
+    while (!writtenChild.isNull() && !decodedChild.isNull()) {
+        compareElements(writtenChild, decodedChild);
+        writtenChild = writtenChild.nextSiblingElement();
+        decodedChild = decodedChild.nextSiblingElement();
+    }
+    QCOMPARE(writtenChild.isNull(), decodedChild.isNull());
+}
+
+} // namespace
+
+class TestSorrelCommand : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void infoForAPerson();
+    void infoShowsDisabledEntriesWhenAsked();
+    void infoForAProgram();
+    void infoOfSeveralFiles();
+    void infoOfAPackageWithoutLaunchers();
+    void infoShowsNoControlCharacters();
+    void unreadablePackage_data();
+    void unreadablePackage();
+    void otherFilesAreDoneAfterAnUnreadableOne();
+    void jsonTellsTheErrorToo();
+
+    void manifestIsXml();
+    void manifestDeclaresAndroidOnTheRoot();
+    void manifestPrintsTheSameEachTime();
+    void manifestThatIsNoXmlIsMadeXml();
+    void unreadableManifest();
+    void manifestWithoutElements();
+
+    void helpAndVersionNeedNoFile();
+    void wrongUsage_data();
+    void wrongUsage();
+    void outputThatCannotBeWritten();
+
+private:
+    QString write(const QString &name, const QByteArray &bytes) const;
+    QString good() const;
+
+    QTemporaryDir m_directory;
+};
+
+QString TestSorrelCommand::write(const QString &name, const QByteArray &bytes) const
+{
+    const QString path = m_directory.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("could not write %s", qPrintable(path));
+    return path;
+}
+
+QString TestSorrelCommand::good() const
+{
+    return write(QStringLiteral("good.apk"),
+                 package(labelTable(QStringLiteral("Notes"), QStringLiteral("Notizbücher")), launcherManifest(),
+                         {{QStringLiteral("icon.png"), picture(48, 32, 0)}}));
+}
+
+void TestSorrelCommand::infoForAPerson()
+{
+    const QString file = good();
+    const Run result = run({QStringLiteral("info"), file});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(QString::fromUtf8(result.output), file
+                                                   + QStringLiteral("\n"
+                                                                    "  package        org.x\n"
+                                                                    "  minimum SDK    23\n"
+                                                                    "  launcher       org.x.Main\n"
+                                                                    "    label        Notes\n"
+                                                                    "    label de     Notizbücher\n"
+                                                                    "    icons        48x32\n"));
+    QCOMPARE(result.errors, QByteArray());
+}
+
+void TestSorrelCommand::infoShowsDisabledEntriesWhenAsked()
+{
+    const QString file = good();
+    QVERIFY(!run({QStringLiteral("info"), file}).output.contains("org.x.Hidden"));
+    QVERIFY(run({QStringLiteral("info"), QStringLiteral("--all"), file}).output.contains("org.x.Hidden"));
+    const Run json = run({QStringLiteral("info"), file, QStringLiteral("--json"), QStringLiteral("--all")});
+    QCOMPARE(QJsonDocument::fromJson(json.output).object().value(QLatin1String("launchers")).toArray().size(), 2);
+}
+
+void TestSorrelCommand::infoForAProgram()
+{
+    const QString file = good();
+    const Run result = run({QStringLiteral("info"), QStringLiteral("--json"), file});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.output.count('\n'), 1);
+    QVERIFY(result.output.endsWith('\n'));
+    const QJsonObject icon{{QStringLiteral("width"), 48}, {QStringLiteral("height"), 32}};
+    const QJsonObject labels{{QString(), QStringLiteral("Notes")},
+                             {QStringLiteral("de"), QStringLiteral("Notizbücher")}};
+    const QJsonObject launcher{{QStringLiteral("package"), QStringLiteral("org.x")},
+                               {QStringLiteral("class"), QStringLiteral("org.x.Main")},
+                               {QStringLiteral("labels"), labels},
+                               {QStringLiteral("icons"), QJsonArray{icon}}};
+    const QJsonObject error{{QStringLiteral("code"), 0}, {QStringLiteral("text"), QStringLiteral("no error")}};
+    const QJsonObject expected{{QStringLiteral("file"), file},
+                               {QStringLiteral("error"), error},
+                               {QStringLiteral("package"), QStringLiteral("org.x")},
+                               {QStringLiteral("minSdkVersion"), 23},
+                               {QStringLiteral("launchers"), QJsonArray{launcher}}};
+    QCOMPARE(QJsonDocument::fromJson(result.output).object(), expected);
+}
+
+void TestSorrelCommand::infoOfSeveralFiles()
+{
+    const QString first = good();
+    const QString second = write(QStringLiteral("zweite Datei ü.apk"), package(emptyTable(), smallManifest()));
+    const Run text = run({QStringLiteral("info"), first, second});
+    QCOMPARE(text.status, 0);
+    QVERIFY(QString::fromUtf8(text.output).startsWith(first + QLatin1Char('\n')));
+    QVERIFY(QString::fromUtf8(text.output).contains(QStringLiteral("\n\n") + second + QLatin1Char('\n')));
+    const Run json = run({QStringLiteral("info"), QStringLiteral("--json"), first, second});
+    const QList<QByteArray> lines = json.output.split('\n');
+    QCOMPARE(lines.size(), 3);
+    QCOMPARE(QJsonDocument::fromJson(lines.at(0)).object().value(QLatin1String("file")).toString(), first);
+    QCOMPARE(QJsonDocument::fromJson(lines.at(1)).object().value(QLatin1String("file")).toString(), second);
+}
+
+void TestSorrelCommand::infoOfAPackageWithoutLaunchers()
+{
+    const QString file = write(QStringLiteral("plain.apk"), package(emptyTable(), smallManifest()));
+    QVERIFY(run({QStringLiteral("info"), file}).output.endsWith("  launcher       none\n"));
+}
+
+void TestSorrelCommand::infoShowsNoControlCharacters()
+{
+    const QString label = QStringLiteral("a\u001b[2Jb\nc\u202ed");
+    const QString file =
+        write(QStringLiteral("steering.apk"), package(labelTable(label, QStringLiteral("x")), launcherManifest()));
+    const Run text = run({QStringLiteral("info"), file});
+    QVERIFY(QString::fromUtf8(text.output).contains(QStringLiteral("label        a\ufffd[2Jb\ufffdc\ufffdd\n")));
+    const Run json = run({QStringLiteral("info"), QStringLiteral("--json"), file});
+    QCOMPARE(json.output.count('\n'), 1);
+    const QJsonObject launcher =
+        QJsonDocument::fromJson(json.output).object().value(QLatin1String("launchers")).toArray().at(0).toObject();
+    QCOMPARE(launcher.value(QLatin1String("labels")).toObject().value(QString()).toString(), label);
+}
+
+void TestSorrelCommand::unreadablePackage_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("no archive") << QByteArray("nothing of the kind") << QStringLiteral("could not open APK file");
+    QTest::newRow("no table") << zip({{QStringLiteral("AndroidManifest.xml"), smallManifest()}})
+                              << QStringLiteral("could not find resources.arsc");
+    QTest::newRow("bad table") << package(emptyTable().chopped(1), smallManifest())
+                               << QStringLiteral("could not parse resources.arsc");
+    QTest::newRow("no manifest") << zip({{QStringLiteral("resources.arsc"), emptyTable()}})
+                                 << QStringLiteral("could not find AndroidManifest.xml");
+    QTest::newRow("bad manifest") << package(emptyTable(), launcherManifest().chopped(1))
+                                  << QStringLiteral("could not parse AndroidManifest.xml");
+}
+
+void TestSorrelCommand::unreadablePackage()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, text);
+    const QString file = write(QStringLiteral("bad.apk"), content);
+    const QString line = QStringLiteral("sorrel: %1: %2\n").arg(file, text);
+    for (const QString &command : {QStringLiteral("info"), QStringLiteral("manifest")}) {
+        const Run result = run({command, file});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(result.errors), line);
+    }
+}
+
+void TestSorrelCommand::otherFilesAreDoneAfterAnUnreadableOne()
+{
+    const QString bad = write(QStringLiteral("bad.apk"), QByteArray());
+    const QString file = good();
+    const Run result = run({QStringLiteral("info"), bad, file, QStringLiteral("/nonexistent")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, run({QStringLiteral("info"), file}).output);
+    QCOMPARE(result.errors.count('\n'), 2);
+}
+
+void TestSorrelCommand::jsonTellsTheErrorToo()
+{
+    const QString bad = write(QStringLiteral("bad.apk"), QByteArray());
+    const Run result = run({QStringLiteral("info"), QStringLiteral("--json"), bad, good()});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output.count('\n'), 2);
+    const QJsonObject error{{QStringLiteral("code"), 1},
+                            {QStringLiteral("text"), QStringLiteral("could not open APK file")}};
+    const QJsonObject expected{{QStringLiteral("file"), bad},
+                               {QStringLiteral("error"), error},
+                               {QStringLiteral("package"), QString(QStringLiteral(""))},
+                               {QStringLiteral("minSdkVersion"), 1},
+                               {QStringLiteral("launchers"), QJsonArray()}};
+    QCOMPARE(QJsonDocument::fromJson(result.output.split('\n').constFirst()).object(), expected);
+}
+
+void TestSorrelCommand::manifestIsXml()
+{
+    const QString file = good();
+    const Run result = run({QStringLiteral("manifest"), file});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.errors, QByteArray());
+    QDomDocument written;
+    QVERIFY(written.setContent(result.output, true));
+    compareElements(written.documentElement(), ApkFile(file).getManifest().documentElement());
+    QVERIFY(result.output.contains("\n    <application>\n        <activity "));
+}
+
+void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()
+{
+    const QByteArray declaration = "xmlns:android=\"http://schemas.android.com/apk/res/android\"";
+    const QByteArray output = run({QStringLiteral("manifest"), good()}).output;
+    QVERIFY(output.contains("<manifest " + declaration));
+    QCOMPARE(output.count("xmlns"), 1);
+
+    const QString otherPrefix =
+        write(QStringLiteral("prefix.apk"),
+              package(emptyTable(),
+                      XmlBuilder()
+                          .startNamespace(QStringLiteral("a"), androidUri)
+                          .empty(QStringLiteral("manifest"), {androidText(QStringLiteral("name"), QStringLiteral("1"))})
+                          .build()));
+    QVERIFY(run({QStringLiteral("manifest"), otherPrefix})
+                .output.contains("<manifest " + declaration + " android:name=\"1\"/>"));
+}
+
+void TestSorrelCommand::manifestPrintsTheSameEachTime()
+{
+    const QString file = good();
+    const QByteArray first = run({QStringLiteral("manifest"), file}).output;
+    for (int i = 0; i < 5; ++i)
+        QCOMPARE(run({QStringLiteral("manifest"), file}).output, first);
+}
+
+void TestSorrelCommand::manifestThatIsNoXmlIsMadeXml()
+{
+    const LogCapture log;
+    const QString file = write(QStringLiteral("odd.apk"), package(emptyTable(), manifestThatIsNoXml()));
+    const Run result = run({QStringLiteral("manifest"), file});
+    QCOMPARE(result.status, 0);
+    QDomDocument written;
+    QString fault;
+    QVERIFY2(written.setContent(result.output, true, &fault), qPrintable(fault));
+    const QDomElement root = written.documentElement();
+    QCOMPARE(root.tagName(), QStringLiteral("_1_manifest_"));
+    QCOMPARE(root.attributes().length(), 7);
+    QCOMPARE(root.attribute(QStringLiteral("a_b")), QStringLiteral("1"));
+    QCOMPARE(root.attribute(QStringLiteral("a_b_")), QStringLiteral("2"));
+    QCOMPARE(root.attributeNS(QStringLiteral("http://example.org/odd"), QStringLiteral("value")),
+             QStringLiteral("\ufffd\ufffd<&\"'\n"));
+    QCOMPARE(root.attributeNS(QStringLiteral("urn:taken"), QStringLiteral("c")), QStringLiteral("\ufffd"));
+    QCOMPARE(root.attributeNS(QStringLiteral("urn:unbound"), QStringLiteral("d")), QStringLiteral("😀"));
+    QCOMPARE(root.attribute(QStringLiteral("e")), QStringLiteral("5"));
+
+    QProcess xmllint;
+    xmllint.start(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("-")});
+    xmllint.write(result.output);
+    xmllint.closeWriteChannel();
+    QVERIFY(xmllint.waitForFinished());
+    QCOMPARE(xmllint.readAllStandardError(), QByteArray());
+    QCOMPARE(xmllint.exitCode(), 0);
+}
+
+void TestSorrelCommand::unreadableManifest()
+{
+    const Run result = run({QStringLiteral("manifest"), QStringLiteral("/nonexistent")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(result.errors, QByteArray("sorrel: /nonexistent: could not open APK file\n"));
+}
+
+void TestSorrelCommand::manifestWithoutElements()
+{
+    const QString file = write(QStringLiteral("void.apk"), package(emptyTable(), XmlBuilder().build()));
+    const Run result = run({QStringLiteral("manifest"), file});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: the manifest has no element\n").arg(file));
+}
+
+void TestSorrelCommand::helpAndVersionNeedNoFile()
+{
+    const Run help = run({QStringLiteral("--help")});
+    QCOMPARE(help.status, 0);
+    for (const char *word : {"info", "manifest", "--json", "--all", "--version", "FILE"})
+        QVERIFY2(help.output.contains(word), word);
+    QCOMPARE(help.errors, QByteArray());
+    QCOMPARE(run({QStringLiteral("info"), QStringLiteral("--help")}).status, 0);
+
+    const Run version = run({QStringLiteral("--version")});
+    QCOMPARE(version.status, 0);
+    QCOMPARE(version.output, QByteArray("sorrel 0.5.1\n"));
+}
+
+void TestSorrelCommand::wrongUsage_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("nothing") << QStringList();
+    QTest::newRow("unknown command") << QStringList{QStringLiteral("show"), QStringLiteral("a.apk")};
+    QTest::newRow("info without a file") << QStringList{QStringLiteral("info")};
+    QTest::newRow("manifest without a file") << QStringList{QStringLiteral("manifest")};
+    QTest::newRow("manifest of two files")
+        << QStringList{QStringLiteral("manifest"), QStringLiteral("a.apk"), QStringLiteral("b.apk")};
+    QTest::newRow("manifest as JSON") << QStringList{QStringLiteral("manifest"), QStringLiteral("--json"),
+                                                     QStringLiteral("a.apk")};
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("info"), QStringLiteral("--xml"),
+                                                   QStringLiteral("a.apk")};
+}
+
+void TestSorrelCommand::wrongUsage()
+{
+    QFETCH(QStringList, arguments);
+    const Run result = run(arguments);
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.output, QByteArray());
+    QVERIFY(result.errors.startsWith("sorrel: "));
+    QVERIFY(result.errors.endsWith("Try 'sorrel --help'.\n"));
+}
+
+void TestSorrelCommand::outputThatCannotBeWritten()
+{
+    for (const char *command : {"info", "manifest"}) {
+        const Run result = run({QLatin1String(command), good()}, QStringLiteral("/dev/full"));
+        QCOMPARE(result.status, 1);
+        QVERIFY(result.errors.startsWith("sorrel: standard output: "));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestSorrelCommand)
+#include "tst_sorrel_command.moc"
