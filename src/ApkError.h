@@ -5,8 +5,7 @@
 #include <QString>
 
 /// The error codes of an ApkFile, as ApkFile::getError() answers them.
-namespace ApkError
-{
+namespace ApkError {
 
 enum Code : int {
     NoError = 0,

@@ -14,8 +14,7 @@
 
 #include <memory>
 
-namespace
-{
+namespace {
 
 constexpr int LabelReferenceDepth = 5;
 

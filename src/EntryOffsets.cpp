@@ -3,8 +3,7 @@
 
 #include <algorithm>
 
-namespace
-{
+namespace {
 
 constexpr qint32 NoEntry = -1;
 

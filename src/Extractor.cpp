@@ -7,8 +7,7 @@
 #include <cstring>
 #include <limits>
 
-namespace
-{
+namespace {
 
 constexpr int Unbounded = std::numeric_limits<int>::max();
 constexpr int SkipBufferSize = 4096;

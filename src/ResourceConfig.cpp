@@ -9,8 +9,7 @@
 #include <initializer_list>
 #include <type_traits>
 
-namespace
-{
+namespace {
 
 struct Qualifier {
     int value;

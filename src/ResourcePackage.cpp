@@ -13,8 +13,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace
-{
+namespace {
 
 constexpr int NameUnits = 128;
 constexpr int KnownHeaderSize = ResourceTypes::ChunkHeaderSize + 4 + 2 * NameUnits + 4 * 4;

@@ -13,8 +13,7 @@
  * | 3      | u8    | type, one of ValueType                   |
  * | 4      | u32   | data, whose meaning depends on the type  |
  */
-namespace ResourceTypes
-{
+namespace ResourceTypes {
 
 enum ChunkType : int {
     StringPoolChunk = 0x0001,

@@ -8,8 +8,7 @@
 #include <cstring>
 #include <limits>
 
-namespace
-{
+namespace {
 
 constexpr int Utf8Flag = 0x100;
 constexpr int KnownHeaderSize = 28;
@@ -165,7 +164,7 @@ QString StringPool::valueToString(int type, int data) const
             return get(data);
         return QStringLiteral("unknown string %2#%1").arg(data).arg(m_name);
     case FloatValue: {
-        float value;
+        float value = 0;
         static_assert(sizeof value == sizeof data, "a float value is an IEEE single");
         std::memcpy(&value, &data, sizeof value);
         return QString::number(double(value), 'g', 6);

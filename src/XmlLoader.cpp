@@ -12,8 +12,7 @@
 #include <iterator>
 #include <limits>
 
-namespace
-{
+namespace {
 
 constexpr int AttributeRecordSize = 20;
 constexpr int ElementFieldsSize = 14; ///< from the namespace to the attribute count

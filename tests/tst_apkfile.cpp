@@ -14,8 +14,7 @@
 
 using namespace fixture;
 
-namespace
-{
+namespace {
 
 using Query = void (*)(ApkFile &);
 

@@ -16,8 +16,7 @@
 #include <QFileInfo>
 #include <QtTest>
 
-namespace
-{
+namespace {
 
 const QString androidNamespace = QStringLiteral("http://schemas.android.com/apk/res/android");
 

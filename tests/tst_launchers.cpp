@@ -7,8 +7,7 @@
 
 using namespace fixture;
 
-namespace
-{
+namespace {
 
 const QString mainAction = QStringLiteral("android.intent.action.MAIN");
 const QString launcherCategory = QStringLiteral("android.intent.category.LAUNCHER");

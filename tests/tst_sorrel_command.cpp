@@ -12,8 +12,7 @@
 
 using namespace fixture;
 
-namespace
-{
+namespace {
 
 struct Run {
     int status = -1;

@@ -15,8 +15,7 @@
  * What `aapt dump` prints of a package, taken apart: the resource table, a document's tree, and the summary. Values
  * are given the text that the library gives them, from the numbers that aapt prints.
  */
-namespace AaptDump
-{
+namespace AaptDump {
 
 /// Runs aapt. False, with the reason in @p error, when it cannot be run or complains.
 inline bool run(const QStringList &arguments, QStringList *lines, QString *error)

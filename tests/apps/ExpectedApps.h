@@ -11,8 +11,7 @@
 #include <utility>
 
 /// What the sources of the sample applications say, and so what the library has to answer.
-namespace ExpectedApps
-{
+namespace ExpectedApps {
 
 using Labels = QMap<QString, QString>;
 

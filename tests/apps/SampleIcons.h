@@ -14,8 +14,7 @@
 #include <QStringList>
 
 /// Which pictures of the sources the icons of a package are, and in which order they are to be expected.
-namespace SampleIcons
-{
+namespace SampleIcons {
 
 inline bool isNearColour(QRgb pixel, QRgb wanted)
 {

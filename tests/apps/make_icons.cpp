@@ -12,8 +12,7 @@
 
 #include <cstdio>
 
-namespace
-{
+namespace {
 
 QImage draw(const IconSource &icon)
 {

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 
-namespace fixture
-{
+namespace fixture {
 
 QByteArray emptyTable()
 {

@@ -10,8 +10,7 @@
 #include <QString>
 
 /// Whole packages in memory, with the least that makes them good.
-namespace fixture
-{
+namespace fixture {
 
 /// Data types of values, as tests write them.
 enum DataType : int {

@@ -7,8 +7,7 @@
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
 
-namespace fixture
-{
+namespace fixture {
 
 QByteArray zip(const QVector<Member> &members)
 {

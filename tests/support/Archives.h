@@ -6,8 +6,7 @@
 #include <QString>
 #include <QVector>
 
-namespace fixture
-{
+namespace fixture {
 
 struct Member {
     QString name;

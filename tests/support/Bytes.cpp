@@ -3,8 +3,7 @@
 
 #include <QtEndian>
 
-namespace fixture
-{
+namespace fixture {
 
 Bytes &Bytes::integer(qint64 value, int width)
 {

@@ -5,8 +5,7 @@
 #include <QByteArray>
 
 /// Little-endian bytes for fixtures: written one field after another, and damaged afterwards.
-namespace fixture
-{
+namespace fixture {
 
 class Bytes
 {

@@ -3,8 +3,7 @@
 
 #include <cstring>
 
-namespace fixture
-{
+namespace fixture {
 
 SequentialDevice::SequentialDevice(const QByteArray &bytes) : m_bytes(bytes)
 {

@@ -5,8 +5,7 @@
 #include <QByteArray>
 #include <QIODevice>
 
-namespace fixture
-{
+namespace fixture {
 
 /// Bytes as a sequential device, as a member of an archive is one. Open from the start.
 class SequentialDevice : public QIODevice

@@ -6,8 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace fixture
-{
+namespace fixture {
 
 LogCapture *LogCapture::s_current = nullptr;
 

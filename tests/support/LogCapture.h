@@ -6,8 +6,7 @@
 #include <QStringList>
 #include <QVector>
 
-namespace fixture
-{
+namespace fixture {
 
 /// Catches what is written to Qt's log while it lives; one at a time.
 class LogCapture

@@ -3,11 +3,9 @@
 
 #include "Bytes.h"
 
-namespace fixture
-{
+namespace fixture {
 
-namespace
-{
+namespace {
 
 void utf8Length(Bytes &out, int length)
 {

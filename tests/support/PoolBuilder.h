@@ -6,8 +6,7 @@
 #include <QStringList>
 #include <QVector>
 
-namespace fixture
-{
+namespace fixture {
 
 enum class Encoding {
     Utf8,

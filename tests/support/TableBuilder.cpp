@@ -3,11 +3,9 @@
 
 #include "Bytes.h"
 
-namespace fixture
-{
+namespace fixture {
 
-namespace
-{
+namespace {
 
 constexpr int TableType = 0x0002;
 constexpr int PackageType = 0x0200;

@@ -10,8 +10,7 @@
 #include <QStringList>
 #include <QVector>
 
-namespace fixture
-{
+namespace fixture {
 
 /// A configuration record of @p size bytes (its size field included), in which every field can be set.
 class ConfigBuilder

@@ -3,11 +3,9 @@
 
 #include "Bytes.h"
 
-namespace fixture
-{
+namespace fixture {
 
-namespace
-{
+namespace {
 
 enum ChunkType : int {
     DocumentType = 0x0003,

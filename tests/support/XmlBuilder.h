@@ -9,8 +9,7 @@
 #include <QStringList>
 #include <QVector>
 
-namespace fixture
-{
+namespace fixture {
 
 /// The namespace of Android's attributes, spelled out here so that the library's own constant is tested against it.
 extern const QString androidUri;

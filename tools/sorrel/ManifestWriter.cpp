@@ -5,8 +5,7 @@
 #include <QDomNamedNodeMap>
 #include <QMap>
 
-namespace
-{
+namespace {
 
 const QLatin1String androidNamespace("http://schemas.android.com/apk/res/android");
 const QLatin1String xmlNamespace("http://www.w3.org/XML/1998/namespace");

@@ -7,8 +7,7 @@
 #include <QStringList>
 #include <QTextStream>
 
-namespace
-{
+namespace {
 
 constexpr int KeyWidth = 16;
 

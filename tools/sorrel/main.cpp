@@ -14,8 +14,7 @@
 
 #include <cstdio>
 
-namespace
-{
+namespace {
 
 enum ExitStatus : int {
     Success = 0,

@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# check.sh README SORREL PROGRAM SAMPLE: whether the README's output is what the commands print about SAMPLE.
+set -euo pipefail
+readme=$1 sorrel=$2 program=$3 sample=$4
+export LC_ALL=C.UTF-8
+
+fail() {
+    echo "README: $1" >&2
+    exit 1
+}
+
+# The output of the block that starts with the command $1, up to a line "[...]".
+shown() {
+    awk -v command="\$ $1" '$0 == command { inside = 1; next } /^```$/ || /^\[\.\.\.\]$/ { inside = 0 } inside' "$readme"
+}
+
+expected=$(shown scripts/run.sh)
+[ -n "$expected" ] || fail "the output of scripts/run.sh is missing"
+actual=$("$sorrel" info "$sample" | head -n "$(wc -l <<<"$expected")")
+diff <(tail -n +2 <<<"$expected") <(tail -n +2 <<<"$actual") || fail "scripts/run.sh prints something else"
+
+output=$("$program" "$sample") || fail "the program fails on $sample"
+grep -qx 'org.example.notes.ListActivity: Notes' <<<"$output" || fail "the program misses a launcher: $output"
+grep -qx '  48x48' <<<"$output" || fail "the program misses an icon: $output"
+! "$program" /nonexistent.apk >/dev/null || fail "the program succeeds without a package"
+
+for script in scripts/run.sh scripts/test.sh; do
+    grep -qF "\$ $script" "$readme" || fail "$script is not mentioned"
+done
