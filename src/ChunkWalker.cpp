@@ -51,7 +51,8 @@ bool ChunkWalker::open()
     m_headerSize = m_reader->get16();
     m_reader->pushBoundary64(qint64(m_reader->get32()) - ResourceTypes::ChunkHeaderSize);
     m_current = !m_reader->failed();
-    // The boundary of a chunk that could not be opened stays, and its containers are closed over it.
+    // The boundary of a chunk that could not be opened is not closed for it: the innermost container closes that one
+    // in place of its own, and so on, so that the outermost boundary is the one that stays.
     if (!m_current)
         closeContainers();
     return m_current;

@@ -12,6 +12,7 @@ namespace {
 constexpr int Unbounded = std::numeric_limits<int>::max();
 constexpr int SkipBufferSize = 4096;
 constexpr int FirstArrayStep = 1 << 20;
+static_assert(Extractor::MaxArraySize % FirstArrayStep == 0, "an array that grows by doubling reaches its ceiling");
 constexpr int AheadSize = 1 << 14;
 
 QString chunkTooShort()
@@ -52,6 +53,7 @@ void Extractor::setDevice(QIODevice *device)
     m_ahead.clear();
     m_aheadAt = 0;
     m_aheadLimit = 0;
+    m_mostAtOnce = Unbounded;
 }
 
 void Extractor::readAhead()
@@ -60,29 +62,42 @@ void Extractor::readAhead()
         m_aheadLimit = qMax(qint64(0), remaining() - (m_ahead.size() - m_aheadAt));
 }
 
-// As QIODevice::read(): the number of bytes delivered, negative for a fault of the device.
+// As QIODevice::read(): the number of bytes delivered, negative for a fault of the device. One that gave less at once
+// than was asked for would have given no more for this read either.
 qint64 Extractor::deliver(char *data, qint64 size)
 {
-    const int fetched = int(qMin(size, qint64(m_ahead.size() - m_aheadAt)));
-    std::memcpy(data, m_ahead.constData() + m_aheadAt, size_t(fetched));
-    m_aheadAt += fetched;
-    const qint64 missing = size - fetched;
+    const qint64 fetched = m_ahead.size() - m_aheadAt;
+    if (fetched > 0)
+        size = qMin(size, qint64(m_mostAtOnce));
+    const qint64 taken = qMin(size, fetched);
+    std::memcpy(data, m_ahead.constData() + m_aheadAt, size_t(taken));
+    m_aheadAt += int(taken);
+    const qint64 missing = size - taken;
     if (missing == 0)
         return size;
 
+    qint64 delivered = 0;
     if (missing >= AheadSize || missing > m_aheadLimit) {
-        const qint64 delivered = m_device->read(data + fetched, missing);
-        m_aheadLimit = qMax(qint64(0), m_aheadLimit - qMax(qint64(0), delivered));
-        return fetched > 0 ? fetched + qMax(qint64(0), delivered) : delivered;
+        delivered = m_device->read(data + taken, missing);
+        m_aheadLimit -= qBound(qint64(0), delivered, m_aheadLimit);
+    } else {
+        delivered = qMin(missing, fetchAhead());
+        if (delivered > 0)
+            std::memcpy(data + taken, m_ahead.constData(), size_t(delivered));
+        m_aheadAt = int(qMax(qint64(0), delivered));
     }
+    return taken > 0 ? taken + qMax(qint64(0), delivered) : delivered;
+}
+
+qint64 Extractor::fetchAhead()
+{
     m_ahead.resize(int(qMin(m_aheadLimit, qint64(AheadSize))));
-    const int delivered = int(m_device->read(m_ahead.data(), m_ahead.size()));
-    m_ahead.resize(qMax(0, delivered));
-    m_aheadAt = 0;
+    const qint64 delivered = m_device->read(m_ahead.data(), m_ahead.size());
+    if (delivered > 0 && delivered < m_ahead.size())
+        m_mostAtOnce = int(delivered);
+    m_ahead.resize(int(qMax(qint64(0), delivered)));
     m_aheadLimit -= m_ahead.size();
-    if (m_ahead.isEmpty())
-        return fetched > 0 ? fetched : delivered;
-    return fetched + deliver(data + fetched, qMin(missing, qint64(m_ahead.size())));
+    return delivered;
 }
 
 void Extractor::setError(const QString &text)
@@ -148,17 +163,22 @@ void Extractor::skip(int count)
 
 void Extractor::skip64(qint64 count)
 {
+    if (count != 0 && (count > remaining() || !fitsInt(count) || !fitsInt(position + count)))
+        setError(chunkTooShort());
+    else
+        move(count);
+}
+
+// Precondition: the position that this leads to is in bounds.
+void Extractor::move(qint64 count)
+{
     if (count == 0)
         return;
-    if (count > remaining() || !fitsInt(position + count)) {
-        setError(chunkTooShort());
-        return;
-    }
     if (count < 0 && ++m_stepsBack > MaxStepsBack) {
         setError(QStringLiteral("too many steps back"));
         return;
     }
-    position += int(count);
+    position = int(position + count);
     consume(count);
 }
 
@@ -180,26 +200,6 @@ void Extractor::consume(qint64 count)
     }
 }
 
-// Grows the array while the device delivers, so that a large claim alone takes no memory. Returns the bytes delivered.
-template <typename T>
-int Extractor::readInto(QVector<T> &array, int byteCount)
-{
-    int total = 0;
-    while (total < byteCount) {
-        const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
-        array.resize((total + step) / int(sizeof(T)));
-        const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
-        if (delivered > 0)
-            total += int(delivered);
-        if (delivered < step) {
-            setError(fileTooShort());
-            break;
-        }
-    }
-    qFromLittleEndian<T>(array.constData(), array.size(), array.data());
-    return total;
-}
-
 template <typename T>
 QVector<T> Extractor::getVector(int byteCount)
 {
@@ -211,9 +211,26 @@ QVector<T> Extractor::getVector(int byteCount)
         setError(chunkTooShort());
         return {};
     }
+    // The array grows while the device delivers, so that a large claim alone takes no memory.
     QVector<T> array;
-    position += readInto(array, byteCount);
-    array.resize(byteCount / int(sizeof(T)));
+    int total = 0;
+    while (total < byteCount) {
+        if (total == MaxArraySize) {
+            setError(QStringLiteral("array too long"));
+            break;
+        }
+        const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
+        array.resize((total + step) / int(sizeof(T)));
+        const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
+        total += int(qMax(qint64(0), delivered));
+        if (delivered < step) {
+            setError(fileTooShort());
+            break;
+        }
+    }
+    position += total;
+    array.resize((total + qMin(byteCount - total, MaxZeroTail)) / int(sizeof(T)));
+    qFromLittleEndian<T>(array.constData(), array.size(), array.data());
     return array;
 }
 
@@ -234,15 +251,25 @@ QVector<quint32> Extractor::getu32_vector(int byteCount)
 
 QVector<qint32> Extractor::get32s(int count)
 {
-    constexpr int width = sizeof(qint32);
-    const int inBounds = int(qBound(qint64(0), remaining() / width, qint64(Unbounded / width)));
-    const int wanted = qBound(0, count, inBounds);
     QVector<qint32> values;
-    const int delivered = readInto(values, wanted * width) / width;
-    position += delivered * width;
-    values.resize(delivered);
-    if (delivered == wanted && wanted < count)
-        setError(chunkTooShort());
+    values.reserve(qBound(0, count, FirstArrayStep));
+    while (values.size() < count) {
+        const qint64 atHand = qMin(remaining(), qint64(m_ahead.size() - m_aheadAt)) / qint64(sizeof(qint32));
+        const int run = int(qMin(atHand, qint64(count - values.size())));
+        if (run > 0) {
+            const int old = values.size();
+            values.resize(old + run);
+            qFromLittleEndian<qint32>(m_ahead.constData() + m_aheadAt, run, values.data() + old);
+            m_aheadAt += run * int(sizeof(qint32));
+            position += run * int(sizeof(qint32));
+            continue;
+        }
+        const int before = position;
+        const qint32 value = get32();
+        if (position == before)
+            break;
+        values.append(value);
+    }
     return values;
 }
 
@@ -265,6 +292,6 @@ void Extractor::popBoundary()
     Q_ASSERT(!m_boundaries.isEmpty());
     if (m_boundaries.isEmpty())
         return;
-    skip64(remaining());
+    move(remaining());
     boundary = m_boundaries.pop();
 }

@@ -27,6 +27,7 @@ class QIODevice;
  * | "file too short"      | the device delivered less than was asked for, or could not seek     |
  * | "bad input"           | the byte count of an array is negative, or no multiple of its width |
  * | "boundary out of bounds" | a region was opened that ends after the enclosing one            |
+ * | "array too long"      | an array has more than MaxArraySize bytes                           |
  * | "too many steps back" | the file moved the reader back more than MaxStepsBack times         |
  *
  * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
@@ -37,6 +38,10 @@ class Extractor
 public:
     /// How often a skip of a negative length is obeyed. No file that a build tool makes asks for one.
     static constexpr int MaxStepsBack = 256;
+    /// Largest number of zero bytes that an array gets for what the device did not deliver.
+    static constexpr int MaxZeroTail = 1 << 24;
+    /// Bytes that an array read takes from the device at most.
+    static constexpr int MaxArraySize = 1 << 28;
 
     /// A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's.
     explicit Extractor(QIODevice *device);
@@ -70,14 +75,17 @@ public:
     /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
     void skip64(qint64 count);
 
-    /// An array read; the argument counts bytes, not elements. Memory grows with what the device delivers.
+    /**
+     * An array read; the argument counts bytes, not elements. Memory grows with what the device delivers: when it ran
+     * short by more than MaxZeroTail bytes, the array ends that many after them.
+     */
     QVector<quint8> getu8_vector(int byteCount);
     QVector<quint16> getu16_vector(int byteCount);
     QVector<quint32> getu32_vector(int byteCount);
 
     /**
-     * Reads @p count integers as that many calls of get32() would, but with few calls of the device, and stops at the
-     * first that fails. Returns those that were read: fewer than @p count only when a fault was recorded.
+     * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
+     * that were read: fewer than @p count only when a fault was recorded. Fast after readAhead().
      */
     QVector<qint32> get32s(int count);
 
@@ -113,15 +121,16 @@ private:
     T getInteger();
     template <typename T>
     QVector<T> getVector(int byteCount);
-    template <typename T>
-    int readInto(QVector<T> &array, int byteCount);
+    void move(qint64 count);
     void consume(qint64 count);
     qint64 deliver(char *data, qint64 size);
+    qint64 fetchAhead();
 
     QIODevice *m_device = nullptr;
     QByteArray m_ahead;      ///< bytes that were fetched ahead,
     int m_aheadAt = 0;       ///< of which these many have been delivered
     qint64 m_aheadLimit = 0; ///< bytes that may still be fetched ahead
+    int m_mostAtOnce = 0;    ///< what one read of the device delivers, as far as it is known
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;

@@ -75,7 +75,8 @@ void ResourcePackage::parseChunk()
 
 void ResourcePackage::parseStringPool(int headerSize)
 {
-    const int chunkStart = m_reader->position - ResourceTypes::ChunkHeaderSize;
+    const qint64 chunkStart = qint64(m_reader->position) - ResourceTypes::ChunkHeaderSize;
+    m_reader->readAhead();
     if (chunkStart == m_typeStringsOffset)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)

@@ -32,6 +32,7 @@ void ResourcesLoader::parseChunk()
             chunk.enter();
             break;
         case ResourceTypes::StringPoolChunk:
+            m_reader->readAhead();
             m_data->stringPool.load(m_reader, chunk.headerSize());
             break;
         case ResourceTypes::PackageChunk:

@@ -12,6 +12,8 @@ namespace {
 
 constexpr int Utf8Flag = 0x100;
 constexpr int KnownHeaderSize = 28;
+/// Of units and so of bytes; more than any chunk has room for, but an even number.
+constexpr qint64 LargestDataSize = std::numeric_limits<int>::max() & ~1;
 
 QString hexDigit(int value, int shift)
 {
@@ -67,7 +69,7 @@ void StringPool::load(Extractor *reader, int headerSize)
     if (reader->failed())
         return;
 
-    const int byteCount = int(qBound(qint64(-1), dataSize, qint64(std::numeric_limits<int>::max())));
+    const int byteCount = int(qBound(qint64(-1), dataSize, LargestDataSize));
     if (loaded.m_isUtf8)
         loaded.m_bytes = reader->getu8_vector(byteCount);
     else

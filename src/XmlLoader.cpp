@@ -86,6 +86,7 @@ void XmlLoader::parseChunk()
             skipNodeHeader();
         switch (chunk.type()) {
         case StringPoolChunk:
+            m_reader->readAhead();
             m_strings.load(m_reader, chunk.headerSize());
             break;
         case XmlDocumentChunk:

@@ -39,6 +39,9 @@ class Extractor;
  * | attribute start + n x attribute size | i32, i32, i32 | namespace, name, raw value                           |
  * | + 12   | 8 bytes       | typed value (see ResourceTypes), used when there is no raw value                   |
  *
+ * Indices that may be -1 are tested before the pool is asked; those that are always there, of names, prefixes and URIs,
+ * are not, and a negative one is left to the pool's assertion: kept on purpose.
+ *
  * An attribute whose name has a known resource id is in the Android namespace under the name that belongs to the id,
  * whatever name and namespace the record gives: tools that shrink packages empty the names.
  */
@@ -48,6 +51,7 @@ public:
     /// Elements nested deeper are refused: a DOM is copied and freed by recursion, on the host's stack.
     static constexpr int MaxElementDepth = 1000;
 
+    /// A loader for one document.
     XmlLoader();
 
     /**
