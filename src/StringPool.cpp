@@ -12,8 +12,11 @@ namespace {
 
 constexpr int Utf8Flag = 0x100;
 constexpr int KnownHeaderSize = 28;
-/// Of units and so of bytes; more than any chunk has room for, but an even number.
-constexpr qint64 LargestDataSize = std::numeric_limits<int>::max() & ~1;
+
+QString badIndex()
+{
+    return QStringLiteral("string pool contains bad index");
+}
 
 QString hexDigit(int value, int shift)
 {
@@ -56,39 +59,53 @@ void StringPool::load(Extractor *reader, int headerSize)
     StringPool loaded(m_name);
     loaded.m_errorSink = m_errorSink;
     loaded.m_isUtf8 = (flags & Utf8Flag) != 0;
-    loaded.m_offsets = reader->get32s(stringCount);
-    const auto isBad = [dataSize](qint32 offset) { return offset < 0 || offset >= dataSize; };
-    // An offset that could not be read counts as 0, and is looked at after all that could.
-    const bool anyBad = loaded.count() < stringCount
-                            ? isBad(0)
-                            : std::any_of(loaded.m_offsets.cbegin(), loaded.m_offsets.cend(), isBad);
-    const QString badIndex = QStringLiteral("string pool contains bad index");
-    if (anyBad && reader->failed())
-        reader->setError(badIndex);
+    const bool hasBadOffset = loaded.readOffsets(reader, stringCount, dataSize);
+    if (hasBadOffset && reader->failed())
+        reader->setError(badIndex());
     reader->skip64(qint64(stringsStart) - headerSize - 4 * qint64(stringCount));
     if (reader->failed())
         return;
-
-    const int byteCount = int(qBound(qint64(-1), dataSize, LargestDataSize));
-    if (loaded.m_isUtf8)
-        loaded.m_bytes = reader->getu8_vector(byteCount);
-    else
-        loaded.m_units = reader->getu16_vector(byteCount);
+    loaded.readData(reader, dataSize);
     if (reader->failed())
         return;
 
     // A bad offset alone does not end the load; its string, which cannot have room in the data, does.
-    if (anyBad)
-        reader->setError(badIndex);
-    const qint64 end = loaded.dataLength();
-    for (const qint32 offset : qAsConst(loaded.m_offsets)) {
-        const Span span = loaded.spanAt(offset);
-        if (span.length >= end - span.start) {
-            reader->setError(QStringLiteral("string extends past stringblock end"));
-            return;
-        }
-    }
-    *this = loaded;
+    if (hasBadOffset)
+        reader->setError(badIndex());
+    if (loaded.hasRoomForEveryString())
+        *this = loaded;
+    else
+        reader->setError(QStringLiteral("string extends past stringblock end"));
+}
+
+// Returns whether an offset is outside the data. One that could not be read counts as 0, and comes after all that could.
+bool StringPool::readOffsets(Extractor *reader, int stringCount, qint64 dataSize)
+{
+    const auto isBad = [dataSize](qint32 offset) { return offset < 0 || offset >= dataSize; };
+    m_offsets = reader->get32s(stringCount);
+    if (count() < stringCount)
+        return isBad(0);
+    return std::any_of(m_offsets.cbegin(), m_offsets.cend(), isBad);
+}
+
+void StringPool::readData(Extractor *reader, qint64 dataSize)
+{
+    const int byteCount = int(qBound(qint64(-1), dataSize, qint64(std::numeric_limits<int>::max())));
+    if (byteCount < dataSize)
+        reader->skip64(dataSize); // which is out of bounds
+    else if (m_isUtf8)
+        m_bytes = reader->getu8_vector(byteCount);
+    else
+        m_units = reader->getu16_vector(byteCount);
+}
+
+bool StringPool::hasRoomForEveryString() const
+{
+    const qint64 end = dataLength();
+    return std::all_of(m_offsets.cbegin(), m_offsets.cend(), [this, end](qint32 offset) {
+        const Span span = spanAt(offset);
+        return span.length < end - span.start;
+    });
 }
 
 qint64 StringPool::dataLength() const

@@ -78,6 +78,9 @@ private:
         int length;
     };
 
+    bool readOffsets(Extractor *reader, int stringCount, qint64 dataSize);
+    void readData(Extractor *reader, qint64 dataSize);
+    bool hasRoomForEveryString() const;
     Span spanAt(qint32 offset) const;
     Span utf8SpanAt(qint64 offset) const;
     Span utf16SpanAt(qint64 offset) const;
