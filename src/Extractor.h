@@ -102,7 +102,8 @@ public:
     /**
      * Lets the reader fetch what is left of the innermost region in few reads of a sequential device. For a region
      * that is closed by popBoundary() in any case, and so consumed to its end: nothing beyond it is fetched, and when
-     * it is closed the device stands where it would have stood without.
+     * it is closed the device stands where it would have stood without. On a device that delivers less at once than
+     * it is asked for, this holds up to the first fault.
      */
     void readAhead();
 
