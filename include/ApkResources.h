@@ -107,6 +107,7 @@ public:
 
 private:
     friend class LocaleLookup;
+    friend class ValueTexts;
 
     QSharedDataPointer<ApkResourcesData> d;
 };

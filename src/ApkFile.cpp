@@ -4,10 +4,12 @@
 #include "AndroidNamespace.h"
 #include "ApkError.h"
 #include "ApkLauncherInfoData.h"
-#include "ArchiveImages.h"
+#include "IconLookup.h"
+#include "LocaleLookup.h"
+#include "ResourceReference.h"
 
 #include <QDomElement>
-#include <QSet>
+#include <QHash>
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
@@ -63,41 +65,6 @@ QString innermostAttribute(const QDomElement &filter, const QString &name)
     return value;
 }
 
-// Only the activity's "enabled" is resolved; that of the application, and "exported", count as written: kept so.
-bool isShown(const QDomElement &activity, const QDomElement &application, const ApkResources &resources)
-{
-    const QString no = QStringLiteral("false");
-    const QString enabledName = QStringLiteral("enabled");
-    QString enabled = androidAttribute(activity, enabledName);
-    if (enabled.startsWith(QLatin1Char('@')))
-        enabled = resources.lookupAllByConfig(enabled).value(QString());
-    return enabled != no && androidAttribute(application, enabledName) != no
-           && androidAttribute(activity, QStringLiteral("exported")) != no;
-}
-
-// The pictures that a reference leads to, depth first; the visited set ends references that lead back.
-QList<QImage> iconImages(const QString &reference, const ApkResources &resources, ArchiveImages &images)
-{
-    QList<QImage> icons;
-    QSet<QString> visited;
-    QList<QString> pending = resources.lookupAll(reference);
-    while (!pending.isEmpty()) {
-        const QString item = pending.takeFirst();
-        if (visited.contains(item))
-            continue;
-        visited.insert(item);
-        if (item.startsWith(QLatin1Char('@'))) {
-            for (const QString &value : resources.lookupAll(item))
-                pending.prepend(value);
-            continue;
-        }
-        const QImage image = images.image(item);
-        if (!image.isNull())
-            icons.append(image);
-    }
-    return icons;
-}
-
 QString className(const QDomElement &activity, const QString &package)
 {
     const QLatin1Char dot('.');
@@ -107,6 +74,35 @@ QString className(const QDomElement &activity, const QString &package)
         name.prepend(dot);
     return name.startsWith(dot) ? package + name : name;
 }
+
+/// Which launchers Android shows. What a reference says is remembered while this object lives.
+class VisibilityRules
+{
+public:
+    explicit VisibilityRules(const ApkResources &resources) : m_resources(resources) {}
+
+    // Only the activity's "enabled" is resolved; that of the application, and "exported", count as written: kept so.
+    bool isShown(const QDomElement &activity, const QDomElement &application)
+    {
+        const QString no = QStringLiteral("false");
+        const QString enabled = QStringLiteral("enabled");
+        return resolved(androidAttribute(activity, enabled)) != no && androidAttribute(application, enabled) != no
+               && androidAttribute(activity, QStringLiteral("exported")) != no;
+    }
+
+private:
+    QString resolved(const QString &value)
+    {
+        if (!ResourceReference::isMarked(value))
+            return value;
+        if (!m_known.contains(value))
+            m_known.insert(value, m_resources.lookupAllByConfig(value).value(QString()));
+        return m_known.value(value);
+    }
+
+    const ApkResources &m_resources;
+    QHash<QString, QString> m_known;
+};
 
 } // namespace
 
@@ -242,8 +238,10 @@ int ApkFile::minSdkVersion() const
 QList<ApkLauncherInfo> ApkFile::getLauncherInfo(bool includeDisabled)
 {
     QList<ApkLauncherInfo> launchers;
-    ArchiveImages images(d->zip.get());
     const QDomNodeList filters = getManifest().elementsByTagName(QStringLiteral("intent-filter"));
+    VisibilityRules rules(d->resources);
+    IconLookup icons(d->resources, d->zip.get());
+    LocaleLookup labels(d->resources);
     for (int i = 0; i < filters.length(); ++i) {
         const QDomElement filter = filters.item(i).toElement();
         if (!isLauncherFilter(filter))
@@ -253,18 +251,18 @@ QList<ApkLauncherInfo> ApkFile::getLauncherInfo(bool includeDisabled)
         if (!activity.tagName().startsWith(QLatin1String("activity"))
             || application.tagName() != QLatin1String("application"))
             continue;
-        if (!includeDisabled && !isShown(activity, application, d->resources))
+        if (!includeDisabled && !rules.isShown(activity, application))
             continue;
 
         ApkLauncherInfo info;
         const QString icon = innermostAttribute(filter, QStringLiteral("icon"));
         if (!icon.isEmpty())
-            info.d->icons = iconImages(icon, d->resources, images);
+            info.d->icons = icons.images(icon);
         info.d->package = mainPackage();
         info.d->className = className(activity, info.d->package);
         const QString label = innermostAttribute(filter, QStringLiteral("label"));
         if (!label.isEmpty())
-            info.d->labels = d->resources.lookupByLocale(label, LabelReferenceDepth);
+            info.d->labels = labels.byReference(label, LabelReferenceDepth);
         launchers.append(info);
     }
     return launchers;

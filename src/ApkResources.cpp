@@ -80,5 +80,5 @@ QMap<QString, QString> ApkResources::lookupAllByConfig(const QString &ref) const
 
 QMap<QString, QString> ApkResources::lookupByLocale(const QString &ref, int depth) const
 {
-    return LocaleLookup(*this).byReference(ref, qMin(depth, LocaleLookup::MaxDepth));
+    return LocaleLookup(*this).byReference(ref, depth);
 }

@@ -2,9 +2,26 @@
 #include "ArchiveImages.h"
 
 #include <QBuffer>
+#include <QImageReader>
+#include <QPixelFormat>
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
+
+namespace {
+
+// Asks a picture for its size before anything is decoded.
+bool isWithinCeilings(QIODevice *device)
+{
+    QImageReader reader(device);
+    const QSize size = reader.size();
+    if (size.isEmpty() || qMax(size.width(), size.height()) > ArchiveImages::MaxSide)
+        return false;
+    const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
+    return qint64(size.width()) * size.height() * qMax(32, depth) / 8 <= ArchiveImages::MaxBytes;
+}
+
+} // namespace
 
 QImage ArchiveImages::image(const QString &path)
 {
@@ -23,7 +40,7 @@ QImage ArchiveImages::image(const QString &path)
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
     QImage image;
-    if (!image.load(&buffer, nullptr))
+    if (!isWithinCeilings(&buffer) || !buffer.seek(0) || !image.load(&buffer, nullptr))
         return {};
     m_images.insert(path, image);
     return image;

@@ -12,10 +12,18 @@ class QuaZip;
 class ArchiveImages
 {
 public:
+    /// Pixels of a picture's side at most. Launcher icons have up to 512.
+    static constexpr int MaxSide = 4096;
+    /// Bytes that a decoded picture takes at most.
+    static constexpr qint64 MaxBytes = 64 << 20;
+
     /// @p archive is open, and outlives this object.
     explicit ArchiveImages(QuaZip *archive) : m_archive(archive) {}
 
-    /// The picture in the member @p path, or a null image when it is missing, cannot be read or cannot be decoded.
+    /**
+     * The picture in the member @p path; of an animated one, the first. A null image when the member is missing,
+     * cannot be read or decoded, or says of itself that it is larger than the ceilings above.
+     */
     QImage image(const QString &path);
 
 private:

@@ -8,6 +8,7 @@
 
 QMap<QString, QString> LocaleLookup::byReference(const QString &ref, int depth)
 {
+    depth = qBound(0, depth, MaxDepth);
     if (!ResourceReference::isMarked(ref))
         return {{QString(), ref}};
     const auto key = qMakePair(ref, depth);
@@ -26,15 +27,15 @@ QMap<QString, QString> LocaleLookup::byReference(const QString &ref, int depth)
 QMap<QString, QString> LocaleLookup::inPackage(const ResourcePackage &package, const QString &type, int entry,
                                                int depth)
 {
-    depth = qMin(depth, MaxDepth);
+    depth = qBound(0, depth, MaxDepth);
     QMap<QString, QString> values;
     for (const auto &stored : package.entries(type, entry)) {
         const ResourceEntry &value = stored.value;
         const QString locale = package.m_configs.at(value.configIndex).locale();
         if (values.contains(locale))
             continue;
-        if (depth <= 0 || value.dataType != ResourceTypes::ReferenceValue) {
-            values.insert(locale, m_resources.valueToString(value.dataType, value.data));
+        if (depth == 0 || value.dataType != ResourceTypes::ReferenceValue) {
+            values.insert(locale, m_texts.text(value.dataType, value.data));
             continue;
         }
         const auto referenced = byReference(m_resources.refToString(value.data), depth - 1);
@@ -43,6 +44,10 @@ QMap<QString, QString> LocaleLookup::inPackage(const ResourcePackage &package, c
             continue;
         }
         // The locales of the referenced resource are taken from here on, also from this resource's own later values.
+        if (values.isEmpty()) {
+            values = referenced;
+            continue;
+        }
         for (auto it = referenced.cbegin(); it != referenced.cend(); ++it) {
             if (!values.contains(it.key()))
                 values.insert(it.key(), it.value());

@@ -2,6 +2,8 @@
 #ifndef LOCALELOOKUP_H
 #define LOCALELOOKUP_H
 
+#include "ValueTexts.h"
+
 #include <QHash>
 #include <QMap>
 #include <QPair>
@@ -11,9 +13,10 @@ class ApkResources;
 class ResourcePackage;
 
 /**
- * One run of ApkResources::lookupByLocale(): the values of a resource by locale, with references followed. Answers
- * for the same reference at the same depth are remembered for the run, so that references which lead back to where
- * they came from cost a step each instead of doubling with every level.
+ * The values of resources by locale, with references followed, as ApkResources::lookupByLocale() answers them. What
+ * was answered for a reference at a depth is remembered while this object lives, so that references which lead back to
+ * where they came from cost a step each instead of doubling with every level, and those who ask for the same share the
+ * answer.
  */
 class LocaleLookup
 {
@@ -21,8 +24,8 @@ public:
     /// Levels of references that are followed at most, whatever the caller asks for.
     static constexpr int MaxDepth = 64;
 
-    /// A run on @p resources, which must outlive it.
-    explicit LocaleLookup(const ApkResources &resources) : m_resources(resources) {}
+    /// On @p resources, which must outlive this object and stay as they are.
+    explicit LocaleLookup(const ApkResources &resources) : m_resources(resources), m_texts(resources) {}
 
     /// By reference text, as ApkResources::lookupByLocale() answers.
     QMap<QString, QString> byReference(const QString &ref, int depth);
@@ -31,6 +34,7 @@ public:
 
 private:
     const ApkResources &m_resources;
+    ValueTexts m_texts;
     QHash<QPair<QString, int>, QMap<QString, QString>> m_known;
 };
 

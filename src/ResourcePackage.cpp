@@ -7,6 +7,7 @@
 #include "Extractor.h"
 #include "LocaleLookup.h"
 #include "ResourceTypes.h"
+#include "ValueTexts.h"
 
 #include <QDebug>
 
@@ -51,6 +52,7 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
         sortEntries();
     }
     m_reader = nullptr;
+    m_configIndices.clear();
 }
 
 void ResourcePackage::parseChunk()
@@ -140,10 +142,12 @@ void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
 
 int ResourcePackage::indexOfConfig(const ResourceConfig &config)
 {
-    const int known = m_configs.indexOf(config);
-    if (known >= 0)
-        return known;
+    const QByteArray key(reinterpret_cast<const char *>(&config), sizeof config);
+    const auto known = m_configIndices.constFind(key);
+    if (known != m_configIndices.cend())
+        return *known;
     m_configs.append(config);
+    m_configIndices.insert(key, m_configs.size() - 1);
     return m_configs.size() - 1;
 }
 
@@ -183,18 +187,20 @@ QString ResourcePackage::refToString(int ref) const
 
 QStringList ResourcePackage::lookupAll(const QString &type, int entry, const ApkResources &res) const
 {
+    ValueTexts texts(res);
     QStringList values;
     for (const StoredEntry &stored : entries(type, entry))
-        values.append(res.valueToString(stored.value.dataType, stored.value.data));
+        values.append(texts.text(stored.value.dataType, stored.value.data));
     return values;
 }
 
 QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, int entry, const ApkResources &res) const
 {
+    ValueTexts texts(res);
     QMap<QString, QString> values;
     for (const StoredEntry &stored : entries(type, entry)) {
         values.insert(m_configs.at(stored.value.configIndex).toString(),
-                      res.valueToString(stored.value.dataType, stored.value.data));
+                      texts.text(stored.value.dataType, stored.value.data));
     }
     return values;
 }

@@ -5,6 +5,8 @@
 #include "ResourceConfig.h"
 #include "StringPool.h"
 
+#include <QByteArray>
+#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -114,7 +116,8 @@ private:
 
     int m_id = -1;
     QString m_name;
-    Extractor *m_reader = nullptr; ///< while loading
+    Extractor *m_reader = nullptr;          ///< while loading
+    QHash<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
     StringPool m_typeStrings;
     StringPool m_keyStrings;
     Entries m_entries; ///< by type and entry index, then in the order of the file

@@ -12,6 +12,7 @@ namespace {
 
 constexpr int Utf8Flag = 0x100;
 constexpr int KnownHeaderSize = 28;
+constexpr qint64 SmallDataLength = 1 << 14;
 
 QString badIndex()
 {
@@ -72,10 +73,12 @@ void StringPool::load(Extractor *reader, int headerSize)
     // A bad offset alone does not end the load; its string, which cannot have room in the data, does.
     if (hasBadOffset)
         reader->setError(badIndex());
-    if (loaded.hasRoomForEveryString())
-        *this = loaded;
-    else
+    if (!loaded.hasRoomForEveryString())
         reader->setError(QStringLiteral("string extends past stringblock end"));
+    else if (loaded.multipliesItsData())
+        reader->setError(QStringLiteral("strings overlap in string pool"));
+    else
+        *this = loaded;
 }
 
 // Returns whether an offset is outside the data. One that could not be read counts as 0, and comes after all that could.
@@ -106,6 +109,23 @@ bool StringPool::hasRoomForEveryString() const
         const Span span = spanAt(offset);
         return span.length < end - span.start;
     });
+}
+
+bool StringPool::multipliesItsData() const
+{
+    const qint64 most = MaxOverlap * qMax(dataLength(), SmallDataLength);
+    const auto isTooLong = [this, most](const QVector<qint32> &offsets) {
+        qint64 total = 0;
+        for (const qint32 offset : offsets)
+            total += spanAt(offset).length;
+        return total > most;
+    };
+    if (!isTooLong(m_offsets))
+        return false;
+    QVector<qint32> distinct = m_offsets;
+    std::sort(distinct.begin(), distinct.end());
+    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
+    return isTooLong(distinct);
 }
 
 qint64 StringPool::dataLength() const

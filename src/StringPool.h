@@ -32,11 +32,15 @@ class Extractor;
  * | UTF-16   | 1 unit, or 2 with 0x8000 set in the first | none | units | a zero unit; only its room is checked |
  *
  * Every string's place is checked when the pool is loaded; it is decoded when it is asked for, so that the pool takes
- * no more memory than the chunk's data does, however the strings overlap in it. Const operations only read.
+ * no more memory than the chunk's data does. Strings may stand within each other, up to a ceiling: no tool writes such
+ * a pool, and decoding one would multiply its data. Const operations only read.
  */
 class StringPool
 {
 public:
+    /// How many times the data the strings at distinct places may be, all together, when they are more than a little.
+    static constexpr int MaxOverlap = 4;
+
     /// An empty pool; @p name is for error texts alone.
     explicit StringPool(const QString &name);
     void setName(const QString &name);
@@ -45,7 +49,7 @@ public:
      * Reads a pool whose chunk header has just been read, within the boundary that was pushed for it; @p headerSize is
      * that header's header size. Replaces the content as a whole, or leaves it when a fault is recorded on @p reader:
      * one of the reader's own, "string pool contains bad count" (a negative one), "string pool contains bad index" (an
-     * offset outside the data) or "string extends past stringblock end".
+     * offset outside the data), "string extends past stringblock end" or "strings overlap in string pool".
      */
     void load(Extractor *reader, int headerSize);
 
@@ -57,6 +61,9 @@ public:
      * reader that the pool was loaded through, while that exists. A negative index is asserted against.
      */
     QString get(int index) const;
+
+    /// Place of the string at @p index, from 0 to count() - 1, in the pool's data: two strings at one place are equal.
+    qint32 offsetAt(int index) const { return m_offsets.at(index); }
 
     /// Index of the first string that equals @p text, or -1. Takes time in proportion to the pool.
     int find(const QString &text) const;
@@ -81,6 +88,7 @@ private:
     bool readOffsets(Extractor *reader, int stringCount, qint64 dataSize);
     void readData(Extractor *reader, qint64 dataSize);
     bool hasRoomForEveryString() const;
+    bool multipliesItsData() const;
     Span spanAt(qint32 offset) const;
     Span utf8SpanAt(qint64 offset) const;
     Span utf16SpanAt(qint64 offset) const;

@@ -63,7 +63,7 @@ QByteArray local8Bit(const QString &text)
 
 } // namespace
 
-XmlLoader::XmlLoader() : m_strings(QString()) {}
+XmlLoader::XmlLoader() : m_pool(QString()), m_strings(m_pool) {}
 
 void XmlLoader::load(Extractor *reader, const ApkResources &resources)
 {
@@ -72,6 +72,8 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
     m_document.clear();
     m_currentElement.clear();
     m_depth = 0;
+    m_nodes = 0;
+    m_nameCharacters = 0;
     parseChunk();
     if (reader->failed())
         qDebug("XmlLoader error: %s", local8Bit(reader->errorString()).constData());
@@ -87,9 +89,11 @@ void XmlLoader::parseChunk()
         switch (chunk.type()) {
         case StringPoolChunk:
             m_reader->readAhead();
-            m_strings.load(m_reader, chunk.headerSize());
+            m_pool.load(m_reader, chunk.headerSize());
+            m_strings.clear();
             break;
         case XmlDocumentChunk:
+            m_pool.clear();
             m_strings.clear();
             chunk.enter();
             break;
@@ -117,8 +121,8 @@ void XmlLoader::skipNodeHeader()
     m_reader->readAhead();
     m_reader->get32(); // line number
     const int comment = m_reader->get32();
-    if (comment >= 0)
-        m_strings.get(comment); // one that does not exist is a fault
+    if (comment >= m_pool.count())
+        m_pool.get(comment); // is a fault
 }
 
 void XmlLoader::parseResourceIdMap(int headerSize)
@@ -135,9 +139,9 @@ void XmlLoader::parseNamespaceChunk(bool start)
     if (m_reader->failed())
         return;
     if (start)
-        m_namespaces.insert(uri, prefix);
+        m_namespaces.bind(uri, prefix);
     else
-        m_namespaces.remove(uri, prefix);
+        m_namespaces.release(uri, prefix);
 }
 
 void XmlLoader::parseEndElementChunk()
@@ -146,8 +150,8 @@ void XmlLoader::parseEndElementChunk()
     const QString name = m_strings.get(m_reader->get32());
     if (m_reader->failed())
         return;
-    if (namespaceIndex >= 0)
-        m_strings.get(namespaceIndex); // one that does not exist is a fault
+    if (namespaceIndex >= m_pool.count())
+        m_pool.get(namespaceIndex); // is a fault
     if (m_currentElement.isNull() || name != m_currentElement.tagName()) {
         m_reader->setError(QStringLiteral("closing tag does not match opening tag"));
         return;
@@ -168,10 +172,8 @@ void XmlLoader::parseStartElementChunk()
         m_reader->setError(QStringLiteral("bad attr size in XML element"));
     if (m_reader->failed())
         return;
-    if (m_depth >= MaxElementDepth) {
-        m_reader->setError(QStringLiteral("elements nested too deeply"));
+    if (!isWithinCeilings(qMax(0, attributeCount)))
         return;
-    }
 
     QDomElement element = createElement(namespaceIndex, name);
     for (int i = 0; i < attributeCount; ++i) {
@@ -188,12 +190,34 @@ void XmlLoader::parseStartElementChunk()
     m_depth = element.isNull() ? 0 : m_depth + 1;
 }
 
+bool XmlLoader::isWithinCeilings(int attributeCount)
+{
+    m_nodes += 1 + attributeCount;
+    QString fault;
+    if (m_depth >= MaxElementDepth)
+        fault = QStringLiteral("elements nested too deeply");
+    else if (attributeCount > MaxAttributes)
+        fault = QStringLiteral("too many attributes in XML element");
+    else if (m_nodes > MaxNodes)
+        fault = QStringLiteral("too many nodes in XML document");
+    if (!fault.isNull())
+        m_reader->setError(fault);
+    return fault.isNull();
+}
+
+void XmlLoader::countCharacters(int count)
+{
+    m_nameCharacters = int(qMin(qint64(m_nameCharacters) + count, qint64(MaxNameCharacters) + 1));
+    if (m_nameCharacters > MaxNameCharacters)
+        m_reader->setError(QStringLiteral("too long names in XML document"));
+}
+
 QDomElement XmlLoader::createElement(int namespaceIndex, const QString &name)
 {
     if (namespaceIndex < 0)
         return m_document.createElement(name);
     const QString uri = m_strings.get(namespaceIndex);
-    if (!m_namespaces.contains(uri))
+    if (!m_namespaces.isBound(uri))
         qDebug("Unknown namespace %s for element %s", local8Bit(uri).constData(), local8Bit(name).constData());
     return m_document.createElementNS(uri, qualifiedName(uri, name));
 }
@@ -211,12 +235,12 @@ void XmlLoader::parseAttribute(QDomElement &element)
     if (rawValue >= 0)
         value = m_strings.get(rawValue);
     else if (dataType == ResourceTypes::ReferenceValue || dataType == ResourceTypes::AttributeValue)
-        value = m_resources.refToString(data);
+        value = referenceText(data);
     else
         value = m_strings.valueToString(dataType, data);
 
     if (const char *androidName = lookupAndroidAttribute(resourceIdOf(nameIndex))) {
-        if (!m_namespaces.contains(androidNamespace))
+        if (!m_namespaces.isBound(androidNamespace))
             qDebug("Android namespace not defined");
         element.setAttributeNS(androidNamespace, qualifiedName(androidNamespace, QLatin1String(androidName)), value);
         return;
@@ -227,7 +251,7 @@ void XmlLoader::parseAttribute(QDomElement &element)
         return;
     }
     const QString uri = m_strings.get(namespaceIndex);
-    if (!m_namespaces.contains(uri))
+    if (!m_namespaces.isBound(uri))
         qDebug("Unknown namespace %s", local8Bit(uri).constData());
     element.setAttributeNS(uri, qualifiedName(uri, name), value);
 }
@@ -240,9 +264,18 @@ int XmlLoader::resourceIdOf(int nameIndex) const
 }
 
 // The colon is there also without a prefix, for a URI that is not bound: kept on purpose.
-QString XmlLoader::qualifiedName(const QString &uri, const QString &name) const
+QString XmlLoader::qualifiedName(const QString &uri, const QString &name)
 {
-    return m_namespaces.value(uri) + QLatin1Char(':') + name;
+    const QString qualified = m_namespaces.prefix(uri) + QLatin1Char(':') + name;
+    countCharacters(qualified.size());
+    return m_nameCharacters > MaxNameCharacters ? QString(QLatin1Char(':')) : qualified;
+}
+
+QString XmlLoader::referenceText(int id)
+{
+    const QString text = m_resources.refToString(id);
+    countCharacters(text.size());
+    return m_nameCharacters > MaxNameCharacters ? QString() : text;
 }
 
 const char *XmlLoader::lookupAndroidAttribute(int id)

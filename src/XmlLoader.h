@@ -3,11 +3,12 @@
 #define XMLLOADER_H
 
 #include "ApkResources.h"
+#include "NamespaceBindings.h"
+#include "StringCache.h"
 #include "StringPool.h"
 
 #include <QDomDocument>
 #include <QDomElement>
-#include <QMultiMap>
 #include <QString>
 #include <QVector>
 
@@ -48,8 +49,14 @@ class Extractor;
 class XmlLoader
 {
 public:
-    /// Elements nested deeper are refused: a DOM is copied and freed by recursion, on the host's stack.
-    static constexpr int MaxElementDepth = 1000;
+    /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the stack of the host's thread.
+    static constexpr int MaxElementDepth = 256;
+    /// Attributes of one element; Qt looks through all of them to add one.
+    static constexpr int MaxAttributes = 1000;
+    /// Elements and attributes of one document; in a DOM each takes many times the bytes that it has in the file.
+    static constexpr int MaxNodes = 100000;
+    /// Characters of names and rendered references, which the DOM keeps once for every use.
+    static constexpr int MaxNameCharacters = 1 << 22;
 
     /// A loader for one document.
     XmlLoader();
@@ -58,7 +65,8 @@ public:
      * Decodes the document that starts at the reader's position; only the first chunk is read. @p resources renders
      * references. A fault is left on @p reader, and told on Qt's debug log; document() then holds what came before
      * it. Besides those of the reader and the pool: "closing tag does not match opening tag", "bad attr size in XML
-     * element" and "elements nested too deeply".
+     * element", and for the ceilings above "elements nested too deeply", "too many attributes in XML element", "too many
+     * nodes in XML document" and "too long names in XML document".
      */
     void load(Extractor *reader, const ApkResources &resources);
 
@@ -82,16 +90,22 @@ private:
     QDomElement createElement(int namespaceIndex, const QString &name);
     void parseAttribute(QDomElement &element);
     int resourceIdOf(int nameIndex) const;
-    QString qualifiedName(const QString &uri, const QString &name) const;
+    QString qualifiedName(const QString &uri, const QString &name);
+    QString referenceText(int id);
+    bool isWithinCeilings(int attributeCount);
+    void countCharacters(int count);
 
-    StringPool m_strings;
+    StringPool m_pool;
+    StringCache m_strings; ///< of the pool
     Extractor *m_reader = nullptr;
     ApkResources m_resources;
     QVector<unsigned int> m_resourceIds;
-    QMultiMap<QString, QString> m_namespaces; ///< URI to prefix; the latest binding of a URI comes first
+    NamespaceBindings m_namespaces;
     QDomDocument m_document;
     QDomElement m_currentElement; ///< the innermost open element; its ancestors are open, too
     int m_depth = 0;              ///< number of open elements
+    int m_nodes = 0;              ///< elements and attributes so far
+    int m_nameCharacters = 0;     ///< characters of names and rendered references so far
 };
 
 #endif

@@ -32,7 +32,7 @@ void TestCorpus::packageIsRead_data()
     QTest::addColumn<QString>("path");
     const QString corpus = qEnvironmentVariable("SORREL_CORPUS");
     if (corpus.isEmpty())
-        QSKIP("SORREL_CORPUS does not name a directory of packages");
+        QSKIP("SORREL_CORPUS does not name a directory of packages", "the macro wants a second argument");
     QVERIFY2(QFileInfo(corpus).isDir(), qPrintable(corpus));
     QDirIterator files(corpus, {QStringLiteral("*.apk")}, QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {

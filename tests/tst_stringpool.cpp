@@ -260,6 +260,8 @@ private slots:
     void stringPoolContainsBadIndex();
     void stringExtendsPastStringblockEnd_data() { encodings(); }
     void stringExtendsPastStringblockEnd();
+    void stringsOverlapInStringPool();
+    void stringsAtOnePlaceDoNotOverlap();
     void badIndexInPool();
     void chunkTooShort();
     void fileTooShort();
@@ -1092,6 +1094,35 @@ void TestStringPool::stringExtendsPastStringblockEnd()
     const QByteArray string = encodedString(QStringLiteral("abc"), encoding);
     const int unit = encoding == Encoding::Utf8 ? 1 : 2;
     QCOMPARE(faultOf(PoolBuilder(encoding).rawString(string.chopped(unit)).unpadded()), extendsError);
+}
+
+void TestStringPool::stringsOverlapInStringPool()
+{
+    // From each of its places, the data reads as a string of 127 bytes.
+    constexpr int Length = 127;
+    constexpr int LeastData = 1 << 14;
+    constexpr int Most = StringPool::MaxOverlap * LeastData / Length;
+    const auto pool = [](int strings) {
+        PoolBuilder builder;
+        builder.rawString(QByteArray(LeastData, char(Length)));
+        for (int i = 1; i < strings; ++i)
+            builder.offset(i);
+        return builder;
+    };
+    QCOMPARE(loaded(pool(Most)).count(), Most);
+    QCOMPARE(faultOf(pool(Most + 1)), QStringLiteral("strings overlap in string pool"));
+}
+
+void TestStringPool::stringsAtOnePlaceDoNotOverlap()
+{
+    PoolBuilder builder;
+    builder.string(QString(100, QLatin1Char('x')));
+    constexpr int Count = 10000;
+    for (int i = 1; i < Count; ++i)
+        builder.offset(0);
+    const StringPool pool = loaded(builder);
+    QCOMPARE(pool.count(), Count);
+    QCOMPARE(pool.get(Count - 1), QString(100, QLatin1Char('x')));
 }
 
 void TestStringPool::badIndexInPool()

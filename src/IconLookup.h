@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef ICONLOOKUP_H
+#define ICONLOOKUP_H
+
+#include "ArchiveImages.h"
+
+#include <QHash>
+#include <QImage>
+#include <QList>
+#include <QString>
+
+class ApkResources;
+class QuaZip;
+
+/**
+ * The pictures that icon references lead to, in every configuration. What a reference led to is remembered while this
+ * object lives, so that launchers with one icon share its pictures.
+ */
+class IconLookup
+{
+public:
+    /// Resolves by @p resources, reads from @p archive; both outlive this object.
+    IconLookup(const ApkResources &resources, QuaZip *archive) : m_resources(resources), m_images(archive) {}
+
+    /**
+     * The pictures of @p icon, a reference or a path in the archive, each once. The values of the icon itself come in
+     * the table's order; those of a reference among them stand in its place in reverse order, which is kept so on
+     * purpose. What is no readable picture is left out.
+     */
+    QList<QImage> images(const QString &icon);
+
+private:
+    QList<QImage> resolved(const QString &icon);
+
+    const ApkResources &m_resources;
+    ArchiveImages m_images;
+    QHash<QString, QList<QImage>> m_known;
+};
+
+#endif

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef NAMESPACEBINDINGS_H
+#define NAMESPACEBINDINGS_H
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+/**
+ * The namespaces that are bound at one place of a document, and their prefixes. A URI may be bound several times, by
+ * declarations within each other; the latest binding that is in force gives its prefix. Each operation takes constant
+ * time, amortized, however many bindings a URI has.
+ */
+class NamespaceBindings
+{
+public:
+    void bind(const QString &uri, const QString &prefix);
+    /// Ends every binding of @p uri to @p prefix. Those to other prefixes stay.
+    void release(const QString &uri, const QString &prefix);
+
+    bool isBound(const QString &uri) const { return m_byUri.contains(uri); }
+    /// The prefix in force for @p uri; a null string when it is not bound.
+    QString prefix(const QString &uri) const;
+
+private:
+    struct Binding {
+        qint64 serial;
+        QString prefix;
+    };
+    struct OfUri {
+        QVector<Binding> bindings;       ///< the last one is in force
+        QHash<QString, qint64> released; ///< by prefix, the serial up to which its bindings have ended
+    };
+
+    QHash<QString, OfUri> m_byUri;
+    qint64 m_serial = 0;
+};
+
+#endif

@@ -1,0 +1,483 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "ApkFile.h"
+#include "Bytes.h"
+#include "Cost.h"
+#include "Devices.h"
+#include "LogCapture.h"
+#include "ResourceTypes.h"
+#include "Walker.h"
+#include "XmlLoader.h"
+
+#include <QtTest>
+
+#include <functional>
+
+using namespace fixture;
+using namespace ResourceTypes;
+
+/*
+ * Files that were made to do harm: to overflow the stack, to take gigabytes, to take minutes. Each is loaded, and what
+ * it holds is visited, in a process of its own. The bounds are the same for all: any file of up to 1 MiB is answered
+ * within 2 s, and takes at most 48 MiB more than the process had, plus six times the file's bytes.
+ */
+
+namespace {
+
+constexpr qint64 FixedMemory = 48 << 20;
+constexpr int MemoryPerByte = 6;
+constexpr double Seconds = 2;
+constexpr unsigned SmallStack = 512 << 10;
+
+using Load = std::function<void(const QByteArray &)>;
+
+void loadTable(const QByteArray &bytes)
+{
+    SequentialDevice device(bytes);
+    ApkResources resources;
+    resources.load(&device);
+    visit(resources);
+}
+
+void loadDocument(const QByteArray &bytes)
+{
+    SequentialDevice device(bytes);
+    const ApkResources resources;
+    bool ok = false;
+    const QDomDocument document = resources.loadXml(&device, &ok);
+    visit(document, resources);
+    // What hosts do with a document: copy it, print it, and free both.
+    const QDomNode copy = document.cloneNode(true);
+    document.toByteArray();
+}
+
+void loadPackage(const QByteArray &bytes)
+{
+    PackageDevice device(bytes);
+    ApkFile apk(&device);
+    visit(apk);
+}
+
+QString documentFault(const QByteArray &bytes)
+{
+    const LogCapture log;
+    SequentialDevice device(bytes);
+    bool ok = false;
+    const QDomDocument document = ApkResources().loadXml(&device, &ok);
+    const QStringList lines = log.texts().filter(QStringLiteral("XmlLoader error: "));
+    return ok ? QString() : lines.value(0).section(QStringLiteral(": "), 1, 1);
+}
+
+QByteArray nested(int type, const QByteArray &header, int depth, const QByteArray &innermost = QByteArray())
+{
+    QByteArray headers;
+    const int own = ChunkHeaderSize + header.size();
+    for (int i = depth; i > 0; --i)
+        headers += Bytes().u16(type).u16(own).u32(qint64(own) * i + innermost.size()).raw(header).data();
+    return headers + innermost;
+}
+
+QByteArray nestedElements(int depth)
+{
+    XmlBuilder builder;
+    const QString name = QStringLiteral("a");
+    builder.start(name).end(name);
+    const QByteArray all = builder.build();
+    // Both nodes of the builder, each as often as it takes.
+    const int poolEnd = ChunkHeaderSize + builder.pool().size();
+    const int startSize = int(peek32(all, poolEnd + 4));
+    const QByteArray body = all.mid(ChunkHeaderSize, builder.pool().size())
+                            + all.mid(poolEnd, startSize).repeated(depth)
+                            + all.mid(poolEnd + startSize).repeated(depth);
+    return chunk(XmlDocumentChunk, QByteArray(), body);
+}
+
+// An element with @p count attributes, all with names of their own in one namespace.
+QByteArray manyAttributes(int count)
+{
+    const QString ns = QStringLiteral("urn:x");
+    XmlBuilder builder;
+    builder.startNamespace(QStringLiteral("x"), ns);
+    QVector<Attribute> attributes;
+    PoolBuilder pool(Encoding::Utf8);
+    pool.strings({QStringLiteral("x"), ns, QStringLiteral("e")});
+    Bytes records;
+    for (int i = 0; i < count; ++i) {
+        pool.string(QString::number(i));
+        records.raw(attributeRecord(1, 3 + i, -1, DecimalValue, i));
+    }
+    ElementFields fields;
+    fields.name = 2;
+    fields.attributeCount = count;
+    return chunk(XmlDocumentChunk, QByteArray(),
+                 pool.build() + nodeChunk(StartNamespaceChunk, Bytes().u32(0).u32(1).data())
+                     + nodeChunk(StartElementChunk, elementBody(fields, records.data()))
+                     + nodeChunk(EndElementChunk, Bytes().u32(-1).u32(2).data()));
+}
+
+// Starts of one URI, then ends, bound to prefixes by @p prefixOf and released by @p releasedOf; indices into the pool.
+QByteArray manyBindings(int count, const std::function<int(int)> &boundAt, const std::function<int(int)> &releasedAt)
+{
+    PoolBuilder pool(Encoding::Utf8);
+    pool.string(QStringLiteral("urn:x"));
+    for (int i = 0; i < count; ++i)
+        pool.string(QString::number(i));
+    Bytes nodes;
+    for (int i = 0; i < count; ++i)
+        nodes.raw(nodeChunk(StartNamespaceChunk, Bytes().u32(1 + boundAt(i)).u32(0).data()));
+    for (int i = 0; i < count; ++i)
+        nodes.raw(nodeChunk(EndNamespaceChunk, Bytes().u32(1 + releasedAt(i)).u32(0).data()));
+    return chunk(XmlDocumentChunk, QByteArray(), pool.build() + nodes.data());
+}
+
+// A pool in which @p count offsets, @p distance bytes apart, lead into one long string.
+QByteArray overlappingPool(Encoding encoding, int count, int distance, int length)
+{
+    const int repeats = length + count * distance;
+    // Bytes that are lengths wherever one starts: of 0x7f7f bytes, or units; there is that much data behind them all.
+    const QByteArray data(2 * repeats + 0x10000, encoding == Encoding::Utf8 ? '\xff' : '\x7f');
+    PoolBuilder pool(encoding);
+    pool.rawString(data);
+    for (int i = 1; i < count; ++i)
+        pool.offset(i * distance);
+    return pool.build();
+}
+
+// An element whose @p count attributes all have the raw value @p value of the pool.
+QByteArray elementsWithValue(const QByteArray &pool, int count, const std::function<int(int)> &valueOf)
+{
+    constexpr int PerElement = 500;
+    ElementFields fields;
+    fields.attributeCount = PerElement;
+    Bytes nodes;
+    for (int i = 0; i < count; i += PerElement) {
+        Bytes records;
+        for (int j = 0; j < PerElement; ++j)
+            records.raw(attributeRecord(-1, j, valueOf(i + j), StringValue, 0));
+        nodes.raw(nodeChunk(StartElementChunk, elementBody(fields, records.data())));
+        nodes.raw(nodeChunk(EndElementChunk, Bytes().u32(-1).u32(0).data()));
+    }
+    return chunk(XmlDocumentChunk, QByteArray(), pool + nodes.data());
+}
+
+QByteArray localeOf(int number)
+{
+    const char language[] = {char('a' + number % 26), char('a' + number / 26 % 26), 0};
+    return ConfigBuilder(16).locale(language).mcc(number / 676).build();
+}
+
+// A string that has a value in each of @p locales locales, each of which is what @p dataType and @p data say.
+QByteArray stringInLocales(int locales, int dataType, qint64 data, const QStringList &strings = {})
+{
+    PackageBuilder package;
+    package.types({QStringLiteral("string")});
+    for (int i = 0; i < locales; ++i)
+        package.type(TypeBuilder(1, localeOf(i)).value(0, dataType, data));
+    return TableBuilder().strings(strings).package(package).build();
+}
+
+QByteArray launcherManifest(int filters, qint64 label)
+{
+    const QString filter = QStringLiteral("intent-filter");
+    const QString name = QStringLiteral("name");
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest")).start(QStringLiteral("application"));
+    builder.start(QStringLiteral("activity"),
+                  {androidReference(QStringLiteral("label"), label), androidReference(QStringLiteral("icon"), label)});
+    for (int i = 0; i < filters; ++i) {
+        builder.start(filter)
+            .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
+            .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
+            .end(filter);
+    }
+    return builder.end(QStringLiteral("activity"))
+        .end(QStringLiteral("application"))
+        .end(QStringLiteral("manifest"))
+        .build();
+}
+
+QByteArray pngOfSize(int width, int height)
+{
+    // The header of a real picture with another size in it; its checksum is the one thing that has to follow.
+    QByteArray png = picture(16, 16, 0x808080);
+    const auto big = [](int value) { return Bytes().u8(value >> 24).u8(value >> 16).u8(value >> 8).u8(value).data(); };
+    png.replace(16, 8, big(width) + big(height));
+    quint32 crc = 0xffffffff;
+    for (int i = 12; i < 29; ++i) {
+        crc ^= quint8(png.at(i));
+        for (int bit = 0; bit < 8; ++bit)
+            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xedb88320 : 0);
+    }
+    png.replace(29, 4, big(int(~crc)));
+    return png;
+}
+
+void addRow(const char *name, const QByteArray &bytes, const Load &load)
+{
+    QTest::newRow(name) << bytes << load;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Load)
+
+class TestHostile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void smallStackIsEnough_data();
+    void smallStackIsEnough();
+    void boundsHold_data();
+    void boundsHold();
+
+    void elementsAreNestedUpToTheCeiling();
+    void attributesUpToTheCeiling();
+    void nodesUpToTheCeiling();
+    void namesUpToTheCeiling();
+    void valuesOfOneStringShareIt();
+    void labelsOfOneReferenceAreShared();
+    void picturesUpToTheCeiling_data();
+    void picturesUpToTheCeiling();
+};
+
+void TestHostile::smallStackIsEnough_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Load>("load");
+    addRow("elements nested in elements", nestedElements(100000), loadDocument);
+    addRow("elements nested up to the ceiling", nestedElements(XmlLoader::MaxElementDepth), loadDocument);
+    addRow("documents nested in documents", nested(XmlDocumentChunk, QByteArray(), 400000), loadDocument);
+    addRow("tables nested in tables", nested(TableChunk, Bytes().u32(1).data(), 100000), loadTable);
+    addRow("references that lead to themselves", stringInLocales(1, ReferenceValue, 0x7f010000),
+           [](const QByteArray &b) {
+               SequentialDevice device(b);
+               ApkResources resources;
+               resources.load(&device);
+               resources.lookupByLocale(QStringLiteral("@string/0"), 0x7fffffff);
+           });
+}
+
+void TestHostile::smallStackIsEnough()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(Load, load);
+    // A sanitizer takes several times the stack for the same functions.
+    const Cost taken = costInThread([&] { load(bytes); }, hasSanitizers() ? 8 * SmallStack : SmallStack);
+    QVERIFY(taken.ended);
+    QVERIFY2(hasSanitizers() || taken.seconds < Seconds, qPrintable(QString::number(taken.seconds)));
+}
+
+void TestHostile::boundsHold_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Load>("load");
+    const auto itself = [](int i) { return i; };
+    const auto nothing = [](int) { return 0; };
+
+    QByteArray pool = PoolBuilder().string(QStringLiteral("x")).build();
+    poke32(pool, PoolBuilder::CountAt, 20000000);
+    addRow("pool that claims 20 million strings", pool, loadTable);
+    poke32(pool, PoolBuilder::CountAt, 0x7fffffff);
+    addRow("pool that claims 0x7fffffff strings", pool, loadTable);
+    QByteArray map = chunk(ResourceIdMapChunk);
+    poke32(map, 4, 0x7ffffffc);
+    addRow("resource-id map that claims 2 GB", map, loadDocument);
+
+    for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
+        const bool isUtf8 = encoding == Encoding::Utf8;
+        const QByteArray equal = overlappingPool(encoding, 20000, 0, 0x7000);
+        addRow(isUtf8 ? "equal strings, UTF-8" : "equal strings, UTF-16", elementsWithValue(equal, 20000, itself),
+               loadDocument);
+        const QByteArray shifted = overlappingPool(encoding, 100000, 2, 0x7000);
+        addRow(isUtf8 ? "strings in each other, UTF-8" : "strings in each other, UTF-16",
+               elementsWithValue(shifted, 20000, itself), loadDocument);
+    }
+    addRow("comments that name a long string",
+           chunk(XmlDocumentChunk, QByteArray(),
+                 PoolBuilder(Encoding::Utf16).string(QString(30000, QLatin1Char('x'))).build()
+                     + nodeChunk(LastXmlNodeChunk, QByteArray(), 0).repeated(50000)),
+           loadDocument);
+
+    addRow("attributes of one element", manyAttributes(32767), loadDocument);
+    addRow(
+        "attributes up to the ceiling, in many elements",
+        [] {
+            const QByteArray one = manyAttributes(XmlLoader::MaxAttributes);
+            const int poolSize = int(peek32(one, ChunkHeaderSize + 4));
+            return chunk(XmlDocumentChunk, QByteArray(),
+                         one.mid(ChunkHeaderSize, poolSize) + one.mid(ChunkHeaderSize + poolSize).repeated(45));
+        }(),
+        loadDocument);
+    addRow("bindings of one URI, released from the first", manyBindings(20000, itself, itself), loadDocument);
+    addRow("bindings of one URI, released from the last", manyBindings(20000, itself, [](int i) { return 19999 - i; }),
+           loadDocument);
+    addRow("bindings of one URI, none released", manyBindings(20000, nothing, [](int) { return 1; }), loadDocument);
+
+    addRow("locales that refer to themselves", stringInLocales(300, ReferenceValue, 0x7f010000), loadTable);
+    PackageBuilder configs;
+    configs.types({QStringLiteral("string")});
+    QByteArray chunks;
+    for (int i = 0; i < 20000; ++i)
+        chunks += TypeBuilder(1, ConfigBuilder(8).mcc(i & 0x7f).mnc(i >> 7).build()).build();
+    addRow("distinct configurations", TableBuilder().package(configs.chunk(chunks)).build(), loadTable);
+    addRow("one long string as the value of many configurations",
+           stringInLocales(5000, StringValue, 0, {QString(30000, QLatin1Char('x'))}), loadTable);
+
+    QByteArray still = chunk(0x7777);
+    poke32(still, 4, 0);
+    const QByteArray restless = chunk(XmlDocumentChunk, QByteArray(), still) + QByteArray(1 << 20, '\0');
+    addRow("document of a chunk that moves nothing", restless, loadDocument);
+    addRow("table of a chunk that moves nothing",
+           chunk(TableChunk, Bytes().u32(1).data(), still) + QByteArray(1 << 20, '\0'), loadTable);
+    addRow("the same on a random-access device", restless, [](const QByteArray &b) {
+        QBuffer device;
+        device.setData(b);
+        device.open(QIODevice::ReadOnly);
+        ApkResources().loadXml(&device, nullptr);
+    });
+
+    QByteArray bag = mapEntry(0);
+    poke32(bag, 12, 0x15555556);
+    addRow("map whose size wraps",
+           TableBuilder()
+               .package(PackageBuilder().types({QStringLiteral("style")}).type(TypeBuilder(1).entry(0, bag)))
+               .build(),
+           loadTable);
+
+    addRow("launchers that share a label of 300 locales",
+           package(stringInLocales(300, StringValue, 0, {QStringLiteral("label")}), launcherManifest(2000, 0x7f010000)),
+           loadPackage);
+    addRow("launchers whose label refers to itself in 300 locales",
+           package(stringInLocales(300, ReferenceValue, 0x7f010000), launcherManifest(2000, 0x7f010000)), loadPackage);
+    addRow("picture of 45000 x 45000",
+           package(stringInLocales(1, StringValue, 0, {QStringLiteral("icon")}), launcherManifest(1, 0x7f010000),
+                   {{QStringLiteral("icon"), pngOfSize(45000, 45000)}}),
+           loadPackage);
+}
+
+void TestHostile::boundsHold()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(Load, load);
+    const Cost taken = cost([&] { load(bytes); });
+    QVERIFY(taken.ended);
+    if (hasSanitizers())
+        return;
+    QVERIFY2(taken.seconds < Seconds * qMax(1.0, double(bytes.size()) / (1 << 20)),
+             qPrintable(QStringLiteral("%1 s for %2 bytes").arg(taken.seconds).arg(bytes.size())));
+    QVERIFY2(taken.memory < FixedMemory + MemoryPerByte * qint64(bytes.size()),
+             qPrintable(QStringLiteral("%1 MiB for %2 bytes").arg(taken.memory >> 20).arg(bytes.size())));
+}
+
+void TestHostile::elementsAreNestedUpToTheCeiling()
+{
+    QCOMPARE(documentFault(nestedElements(XmlLoader::MaxElementDepth)), QString());
+    QCOMPARE(documentFault(nestedElements(XmlLoader::MaxElementDepth + 1)),
+             QStringLiteral("elements nested too deeply"));
+}
+
+void TestHostile::attributesUpToTheCeiling()
+{
+    QCOMPARE(documentFault(manyAttributes(XmlLoader::MaxAttributes)), QString());
+    QCOMPARE(documentFault(manyAttributes(XmlLoader::MaxAttributes + 1)),
+             QStringLiteral("too many attributes in XML element"));
+}
+
+void TestHostile::nodesUpToTheCeiling()
+{
+    const auto document = [](int elements) {
+        const QString name = QStringLiteral("a");
+        XmlBuilder one;
+        one.empty(name);
+        const QByteArray nodes = one.build().mid(ChunkHeaderSize + one.pool().size());
+        return chunk(XmlDocumentChunk, QByteArray(), one.pool() + nodes.repeated(elements));
+    };
+    QCOMPARE(documentFault(document(XmlLoader::MaxNodes)), QString());
+    QCOMPARE(documentFault(document(XmlLoader::MaxNodes + 1)), QStringLiteral("too many nodes in XML document"));
+}
+
+void TestHostile::namesUpToTheCeiling()
+{
+    // Elements of a namespace, whose qualified names have as many characters as there may be in all.
+    const auto document = [](int length, int elements) {
+        const QString name(length - 2, QLatin1Char('n'));
+        const QString ns = QStringLiteral("urn:x");
+        XmlBuilder one;
+        one.startNamespace(QStringLiteral("p"), ns).start(name, {}, ns).end(name, ns);
+        const int poolSize = one.pool().size();
+        const QByteArray all = one.build().mid(ChunkHeaderSize + poolSize);
+        const int bindingSize = int(peek32(all, 4));
+        return chunk(XmlDocumentChunk, QByteArray(),
+                     one.pool() + all.left(bindingSize) + all.mid(bindingSize).repeated(elements));
+    };
+    constexpr int Length = 1 << 12;
+    constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
+    QCOMPARE(documentFault(document(Length, Elements)), QString());
+    QCOMPARE(documentFault(document(Length, Elements + 1)), QStringLiteral("too long names in XML document"));
+}
+
+void TestHostile::valuesOfOneStringShareIt()
+{
+    XmlBuilder builder;
+    const QString text(1000, QLatin1Char('x'));
+    const QString name = QStringLiteral("e");
+    builder.start(name, {plainText(QStringLiteral("a"), text), plainText(QStringLiteral("b"), text)}).end(name);
+    SequentialDevice device(builder.build());
+    const QDomElement element = ApkResources().loadXml(&device, nullptr).documentElement();
+    QCOMPARE(element.attribute(QStringLiteral("a")), text);
+    QVERIFY(element.attribute(QStringLiteral("a")).isSharedWith(element.attribute(QStringLiteral("b"))));
+
+    SequentialDevice table(stringInLocales(2, StringValue, 0, {text}));
+    ApkResources resources;
+    QVERIFY(resources.load(&table));
+    const QString reference = QStringLiteral("@string/0");
+    const QStringList all = resources.lookupAll(reference);
+    QVERIFY(all.at(0).isSharedWith(all.at(1)));
+    const QMap<QString, QString> byConfig = resources.lookupAllByConfig(reference);
+    QVERIFY(byConfig.first().isSharedWith(byConfig.last()));
+    const QMap<QString, QString> byLocale = resources.lookupByLocale(reference, 5);
+    QVERIFY(byLocale.first().isSharedWith(byLocale.last()));
+}
+
+void TestHostile::labelsOfOneReferenceAreShared()
+{
+    PackageDevice device(stringInLocales(2, StringValue, 0, {QStringLiteral("label")}),
+                         launcherManifest(2, 0x7f010000));
+    ApkFile apk(&device);
+    const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(false);
+    QCOMPARE(launchers.size(), 2);
+    QVERIFY(launchers.at(0).labels().isSharedWith(launchers.at(1).labels()));
+}
+
+void TestHostile::picturesUpToTheCeiling_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("as wide as may be") << picture(4096, 2, 0) << QSize(4096, 2);
+    QTest::newRow("wider") << picture(4097, 2, 0) << QSize();
+    QTest::newRow("as high as may be") << picture(2, 4096, 0) << QSize(2, 4096);
+    QTest::newRow("higher") << picture(2, 4097, 0) << QSize();
+    QTest::newRow("JPEG, wider") << picture(4097, 2, 0, "JPG") << QSize();
+    QTest::newRow("WebP, wider") << picture(4097, 2, 0, "WEBP") << QSize();
+    QTest::newRow("BMP, wider") << picture(4097, 2, 0, "BMP") << QSize();
+    QImage deep(4096, 2100, QImage::Format_RGBA64);
+    deep.fill(Qt::gray);
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    deep.save(&buffer, "PNG");
+    QTest::newRow("16 bits a channel, too many bytes") << buffer.data() << QSize();
+}
+
+void TestHostile::picturesUpToTheCeiling()
+{
+    QFETCH(QByteArray, file);
+    PackageDevice device(stringInLocales(1, StringValue, 0, {QStringLiteral("icon")}), launcherManifest(1, 0x7f010000),
+                         {{QStringLiteral("icon"), file}});
+    ApkFile apk(&device);
+    const QList<QImage> icons = apk.getLauncherInfo(false).constFirst().icons();
+    QTEST(icons.isEmpty() ? QSize() : icons.constFirst().size(), "size");
+}
+
+QTEST_GUILESS_MAIN(TestHostile)
+#include "tst_hostile.moc"
