@@ -12,7 +12,7 @@ QString StringCache::get(int index)
     const auto known = m_strings.constFind(offset);
     if (known != m_strings.cend())
         return *known;
-    const QString string = m_pool.get(index);
+    QString string = m_pool.get(index);
     m_strings.insert(offset, string);
     return string;
 }

@@ -167,10 +167,6 @@ private slots:
     void iconsThatCannotBeHadAreDropped();
     void missingIconGivesNoIcons();
     void picturesAreDecodedOncePerCall();
-
-    void newRecordIsEmpty();
-    void copiesShareTheirData();
-    void labelHasNoFallback();
 };
 
 void TestLaunchers::filterIsFound_data()
@@ -625,51 +621,6 @@ void TestLaunchers::picturesAreDecodedOncePerCall()
     QCOMPARE(first.at(0), first.at(1));
     const QVector<qint64> second = cacheKeys();
     QVERIFY(first.at(0) != second.at(0));
-}
-
-void TestLaunchers::newRecordIsEmpty()
-{
-    const ApkLauncherInfo info;
-    QCOMPARE(info.launcherPackage(), QString());
-    QCOMPARE(info.launcherClass(), QString());
-    QVERIFY(info.labels().isEmpty());
-    QVERIFY(info.icons().isEmpty());
-    QCOMPARE(info.label(QString()), QString());
-}
-
-void TestLaunchers::copiesShareTheirData()
-{
-    Launcher wanted;
-    wanted.activity.append(text("label", QStringLiteral("Notes")));
-    ApkLauncherInfo info = only(wanted);
-    const ApkLauncherInfo copy(info);
-    ApkLauncherInfo assigned;
-    assigned = info;
-    info = ApkLauncherInfo();
-    QCOMPARE(info.launcherClass(), QString());
-    for (const ApkLauncherInfo &other : {copy, assigned}) {
-        QCOMPARE(other.launcherClass(), QStringLiteral("org.x.Main"));
-        QCOMPARE(other.launcherPackage(), QStringLiteral("org.x"));
-        QCOMPARE(other.label(QString()), QStringLiteral("Notes"));
-    }
-    QVERIFY(copy.launcherClass().isSharedWith(assigned.launcherClass()));
-}
-
-void TestLaunchers::labelHasNoFallback()
-{
-    Launcher wanted;
-    wanted.activity.append(androidReference(QStringLiteral("label"), resourceId(StringType, 0)));
-    const QByteArray resources =
-        table({QStringLiteral("Notes"), QStringLiteral("Notizen"), QStringLiteral("Anotações")},
-              {TypeBuilder(StringType).value(0, String, 0), in(StringType, "de").value(0, String, 1),
-               in(StringType, "pt", "BR").value(0, String, 2)});
-    const ApkLauncherInfo info = only(wanted, resources);
-    QCOMPARE(info.label(QString()), QStringLiteral("Notes"));
-    QCOMPARE(info.label(QStringLiteral("")), QStringLiteral("Notes"));
-    QCOMPARE(info.label(QStringLiteral("de")), QStringLiteral("Notizen"));
-    QCOMPARE(info.label(QStringLiteral("pt-BR")), QStringLiteral("Anotações"));
-    for (const char *other : {"DE", "de-AT", "pt", "pt-br", "pt-PT", "fr"})
-        QCOMPARE(info.label(QLatin1String(other)), QString());
 }
 
 QTEST_GUILESS_MAIN(TestLaunchers)

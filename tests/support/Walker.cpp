@@ -20,10 +20,8 @@ qint64 lookUp(const ApkResources &resources, const QString &reference)
 
 } // namespace
 
-qint64 visit(const ApkResources &resources)
+qint64 visit(const ApkResources &resources, int longestGap)
 {
-    // Entries have gaps; a run of this many without a value is taken for the end.
-    constexpr int LongestGap = 1000;
     constexpr int FirstIds[] = {0x7f000000, 0x01000000};
     qint64 count = 0;
     for (const int packageId : FirstIds) {
@@ -31,7 +29,7 @@ qint64 visit(const ApkResources &resources)
             const int typeId = packageId | (type << 16);
             if (!resources.refToString(typeId).contains(QLatin1Char('/')))
                 break;
-            for (int entry = 0, gap = 0; entry <= 0xffff && gap < LongestGap; ++entry) {
+            for (int entry = 0, gap = 0; entry <= 0xffff && gap < longestGap; ++entry) {
                 const qint64 found = lookUp(resources, resources.refToString(typeId | entry));
                 gap = found > 0 ? 0 : gap + 1;
                 count += found;
@@ -57,7 +55,7 @@ qint64 visit(const QDomDocument &document, const ApkResources &resources)
     return count;
 }
 
-qint64 visit(ApkFile &apk)
+qint64 visit(ApkFile &apk, int longestGap)
 {
     qint64 count = apk.mainPackage().size() + apk.minSdkVersion();
     for (const bool includeDisabled : {false, true}) {
@@ -68,7 +66,7 @@ qint64 visit(ApkFile &apk)
             count += launcher.icons().size() + launcher.launcherClass().size() + launcher.launcherPackage().size();
         }
     }
-    return count + visit(apk.resources()) + visit(apk.getManifest(), apk.resources());
+    return count + visit(apk.resources(), longestGap) + visit(apk.getManifest(), apk.resources());
 }
 
 } // namespace fixture

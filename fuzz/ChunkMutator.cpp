@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Bytes.h"
+#include "ResourceTypes.h"
+
+#include <QByteArray>
+#include <QRandomGenerator>
+#include <QVector>
+
+#include <cstring>
+
+/*
+ * Mutations that know chunks. A byte that is added or dropped makes the size of every enclosing chunk wrong, and a
+ * loader stops at the first of them; half of the time the sizes are put right again, and now and then a whole chunk is
+ * doubled, dropped or moved.
+ */
+
+extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
+extern "C" size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsigned int seed);
+
+using namespace fixture;
+using namespace ResourceTypes;
+
+namespace {
+
+struct Chunk {
+    int at;
+    int size;
+};
+
+// Where the children of the chunk at @p at start, or 0 when it holds none.
+int childrenOffset(const QByteArray &bytes, int at)
+{
+    constexpr int TableHeaderSize = 12;
+    switch (peek16(bytes, at)) {
+    case TableChunk:
+        return TableHeaderSize;
+    case XmlDocumentChunk:
+        return ChunkHeaderSize;
+    case PackageChunk:
+        return peek16(bytes, at + 2);
+    default:
+        return 0;
+    }
+}
+
+// Makes the chunks from @p at to @p end fill that space, by their own sizes as far as these go, and lists them.
+void repair(QByteArray &bytes, int at, int end, QVector<Chunk> &chunks)
+{
+    while (end - at >= ChunkHeaderSize) {
+        const qint64 claimed = peek32(bytes, at + 4);
+        int size = int(qBound(qint64(ChunkHeaderSize), claimed, qint64(end - at)));
+        if (end - at - size < ChunkHeaderSize)
+            size = end - at;
+        poke32(bytes, at + 4, size);
+        chunks.append({at, size});
+        const int children = childrenOffset(bytes, at);
+        if (children >= ChunkHeaderSize && children < size)
+            repair(bytes, at + children, at + size, chunks);
+        at += size;
+    }
+}
+
+void rearrange(QByteArray &bytes, const QVector<Chunk> &chunks, QRandomGenerator &random)
+{
+    const Chunk one = chunks.at(random.bounded(chunks.size()));
+    const Chunk other = chunks.at(random.bounded(chunks.size()));
+    const QByteArray content = bytes.mid(one.at, one.size);
+    switch (random.bounded(3)) {
+    case 0:
+        bytes.insert(other.at, content);
+        break;
+    case 1:
+        if (one.at > 0)
+            bytes.remove(one.at, one.size);
+        break;
+    default:
+        bytes.replace(other.at, other.size, content);
+    }
+}
+
+} // namespace
+
+size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsigned int seed)
+{
+    QRandomGenerator random(seed);
+    size = LLVMFuzzerMutate(data, size, maxSize);
+    if (random.bounded(2) == 0)
+        return size;
+
+    QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
+    QVector<Chunk> chunks;
+    repair(bytes, 0, bytes.size(), chunks);
+    if (!chunks.isEmpty() && random.bounded(4) == 0) {
+        rearrange(bytes, chunks, random);
+        chunks.clear();
+        repair(bytes, 0, bytes.size(), chunks);
+    }
+    const size_t length = qMin(size_t(bytes.size()), maxSize);
+    std::memcpy(data, bytes.constData(), length);
+    return length;
+}

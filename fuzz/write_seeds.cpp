@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "Bytes.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <cstdio>
+
+using namespace fixture;
+
+namespace {
+
+QByteArray table(Encoding encoding)
+{
+    PackageBuilder package;
+    package.types({QStringLiteral("string"), QStringLiteral("drawable"), QStringLiteral("bool")})
+        .keys({QStringLiteral("app_name"), QStringLiteral("icon")})
+        .type(TypeBuilder(1).value(0, String, 0).value(1, Reference, 0x7f010000).map(2, 2).value(4, Integer, 7))
+        .type(TypeBuilder(1, ConfigBuilder().locale("de", "AT").build()).value(0, String, 1))
+        .type(TypeBuilder(2, ConfigBuilder().density(240).sdkVersion(4).build()).value(0, String, 2))
+        .type(TypeBuilder(3, ConfigBuilder(28).build()).value(0, Boolean, 0).value(1, Boolean, -1));
+    return TableBuilder()
+        .strings({QStringLiteral("Notes"), QStringLiteral("Notizbücher"), QStringLiteral("res/icon.png")}, encoding)
+        .package(package)
+        .build();
+}
+
+QByteArray manifest(Encoding encoding)
+{
+    const QString filter = QStringLiteral("intent-filter");
+    const QString name = QStringLiteral("name");
+    XmlBuilder builder = XmlBuilder::manifest(encoding);
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
+        .empty(QStringLiteral("uses-sdk"), {androidValue(QStringLiteral("minSdkVersion"), Integer, 21)})
+        .start(QStringLiteral("application"), {androidReference(QStringLiteral("icon"), 0x7f020000)})
+        .start(QStringLiteral("activity"),
+               {androidText(name, QStringLiteral(".Main")), androidReference(QStringLiteral("enabled"), 0x7f030001),
+                androidReference(QStringLiteral("label"), 0x7f010001)})
+        .start(filter)
+        .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
+        .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
+        .end(filter)
+        .end(QStringLiteral("activity"))
+        .end(QStringLiteral("application"))
+        .end(QStringLiteral("manifest"))
+        .endNamespace(QStringLiteral("android"), androidUri);
+    return builder.build();
+}
+
+void write(const QString &directory, const QString &name, const QByteArray &bytes)
+{
+    QFile file(directory + QLatin1Char('/') + name);
+    if (!QDir().mkpath(directory) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("could not write %s", qPrintable(file.fileName()));
+}
+
+} // namespace
+
+// write_seeds DIRECTORY: good inputs for each harness, in directories named after them.
+int main(int argc, char *argv[])
+{
+    if (argc != 2) {
+        std::fprintf(stderr, "usage: write_seeds DIRECTORY\n");
+        return 2;
+    }
+    const QString directory = QFile::decodeName(argv[1]);
+    const QString tables = directory + QStringLiteral("/table");
+    const QString documents = directory + QStringLiteral("/document");
+    const QString packages = directory + QStringLiteral("/package");
+    for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
+        const QString name = encoding == Encoding::Utf8 ? QStringLiteral("utf8") : QStringLiteral("utf16");
+        write(tables, name, table(encoding));
+        write(documents, name, manifest(encoding));
+        write(packages, name, table(encoding) + manifest(encoding));
+        write(packages, name + QStringLiteral(".apk"), package(table(encoding), manifest(encoding)));
+    }
+    write(tables, QStringLiteral("empty"), emptyTable());
+    write(documents, QStringLiteral("small"), smallManifest());
+    return 0;
+}

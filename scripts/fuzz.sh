@@ -1,0 +1,34 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package) for so many minutes each, as many at once as
+# there are processors. What they learn is kept in build/fuzz/corpus; what breaks the library, in build/fuzz/found, and
+# the status is then 1.
+
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+minutes=${1:?usage: fuzz.sh MINUTES [ENTRY...]}
+shift
+entries=("$@")
+[ ${#entries[@]} -gt 0 ] || entries=(table document package)
+
+require "${check_packages[@]}"
+build fuzz write_seeds "${entries[@]/#/fuzz_}"
+build/fuzz/bin/write_seeds build/fuzz/seeds
+
+fuzz() {
+    local entry=$1
+    mkdir -p "build/fuzz/corpus/$entry" "build/fuzz/found"
+    "build/fuzz/bin/fuzz_$entry" -max_total_time=$((minutes * 60)) -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
+        -dict=fuzz/chunks.dict -artifact_prefix="build/fuzz/found/$entry-" -print_final_stats=1 \
+        "build/fuzz/corpus/$entry" "build/fuzz/seeds/$entry" >"build/fuzz/$entry.log" 2>&1
+}
+export -f fuzz
+export minutes
+
+status=0
+printf '%s\n' "${entries[@]}" | xargs -P "$(nproc)" -I{} bash -c 'fuzz {}' || status=1
+for entry in "${entries[@]}"; do
+    echo "$entry: $(grep -E '^#[0-9]+.*cov:' "build/fuzz/$entry.log" | tail -n 1)"
+    grep -E '^(SUMMARY|==.*ERROR)' "build/fuzz/$entry.log" || true
+done
+exit $status
