@@ -9,6 +9,7 @@
 #include "ResourceReference.h"
 
 #include <QDomElement>
+#include <QFileInfo>
 #include <QHash>
 
 #include <quazip/quazip.h>
@@ -134,7 +135,12 @@ bool ApkFilePrivate::isOpen() const
 
 bool ApkFilePrivate::open()
 {
-    if (isOpen() || zip->open(QuaZip::mdUnzip))
+    if (isOpen())
+        return true;
+    // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
+    const QString name = zip->getZipName();
+    const bool mayBeOpened = name.isEmpty() || QFileInfo(name).isFile();
+    if (mayBeOpened && zip->open(QuaZip::mdUnzip))
         return true;
     error = ApkError::CannotOpen;
     return false;

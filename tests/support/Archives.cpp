@@ -6,17 +6,19 @@
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
+#include <zlib.h>
 
 namespace fixture {
 
-QByteArray zip(const QVector<Member> &members)
+QByteArray zip(const QVector<Member> &members, Compression compression)
 {
+    const int method = compression == Compression::Deflated ? Z_DEFLATED : 0;
     QBuffer buffer;
     QuaZip archive(&buffer);
     bool good = archive.open(QuaZip::mdCreate);
     for (const Member &member : members) {
         QuaZipFile file(&archive);
-        good = good && file.open(QIODevice::WriteOnly, QuaZipNewInfo(member.name));
+        good = good && file.open(QIODevice::WriteOnly, QuaZipNewInfo(member.name), nullptr, 0, method);
         good = good && file.write(member.content) == member.content.size();
         file.close();
     }

@@ -13,8 +13,13 @@ struct Member {
     QByteArray content;
 };
 
-/// A ZIP archive of these members, in their order, deflated.
-QByteArray zip(const QVector<Member> &members);
+enum class Compression {
+    Deflated,
+    Stored,
+};
+
+/// A ZIP archive of these members, in their order.
+QByteArray zip(const QVector<Member> &members, Compression compression = Compression::Deflated);
 /// A package of a resource table and a manifest, with further members.
 QByteArray package(const QByteArray &table, const QByteArray &manifest, const QVector<Member> &others = {});
 /// A picture of one colour, as a file in the format @p format ("PNG", "JPG", "WEBP").
