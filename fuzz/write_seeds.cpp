@@ -28,7 +28,6 @@ QByteArray table(Encoding encoding)
 
 QByteArray manifest(Encoding encoding)
 {
-    const QString filter = QStringLiteral("intent-filter");
     const QString name = QStringLiteral("name");
     XmlBuilder builder = XmlBuilder::manifest(encoding);
     builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
@@ -37,10 +36,7 @@ QByteArray manifest(Encoding encoding)
         .start(QStringLiteral("activity"),
                {androidText(name, QStringLiteral(".Main")), androidReference(QStringLiteral("enabled"), 0x7f030001),
                 androidReference(QStringLiteral("label"), 0x7f010001)})
-        .start(filter)
-        .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
-        .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
-        .end(filter)
+        .launcherFilter()
         .end(QStringLiteral("activity"))
         .end(QStringLiteral("application"))
         .end(QStringLiteral("manifest"))

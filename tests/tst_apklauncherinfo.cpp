@@ -13,7 +13,6 @@ namespace {
 ApkLauncherInfo filledRecord()
 {
     const QString name = QStringLiteral("name");
-    const QString filter = QStringLiteral("intent-filter");
     const QByteArray manifest =
         XmlBuilder::manifest()
             .start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
@@ -21,10 +20,7 @@ ApkLauncherInfo filledRecord()
             .start(QStringLiteral("activity"),
                    {androidText(name, QStringLiteral(".Main")), androidReference(QStringLiteral("label"), 0x7f010000),
                     androidText(QStringLiteral("icon"), QStringLiteral("icon.png"))})
-            .start(filter)
-            .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
-            .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
-            .end(filter)
+            .launcherFilter()
             .end(QStringLiteral("activity"))
             .end(QStringLiteral("application"))
             .end(QStringLiteral("manifest"))

@@ -153,22 +153,15 @@ void TestArchives::membersAreNeverFilesOutside()
     file.write(picture(3, 3, 0));
     file.close();
     const auto widthOfIcon = [](const QString &icon, const QVector<Member> &members) {
-        const QString filter = QStringLiteral("intent-filter");
-        const QString name = QStringLiteral("name");
-        const QByteArray manifest =
-            XmlBuilder::manifest()
-                .start(QStringLiteral("manifest"))
-                .start(QStringLiteral("application"))
-                .start(QStringLiteral("activity"), {androidText(QStringLiteral("icon"), icon)})
-                .start(filter)
-                .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
-                .empty(QStringLiteral("category"),
-                       {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
-                .end(filter)
-                .end(QStringLiteral("activity"))
-                .end(QStringLiteral("application"))
-                .end(QStringLiteral("manifest"))
-                .build();
+        const QByteArray manifest = XmlBuilder::manifest()
+                                        .start(QStringLiteral("manifest"))
+                                        .start(QStringLiteral("application"))
+                                        .start(QStringLiteral("activity"), {androidText(QStringLiteral("icon"), icon)})
+                                        .launcherFilter()
+                                        .end(QStringLiteral("activity"))
+                                        .end(QStringLiteral("application"))
+                                        .end(QStringLiteral("manifest"))
+                                        .build();
         PackageDevice device(emptyTable(), manifest, members);
         const QList<QImage> icons = ApkFile(&device).getLauncherInfo(false).constFirst().icons();
         return icons.isEmpty() ? 0 : icons.constFirst().width();

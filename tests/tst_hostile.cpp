@@ -178,18 +178,12 @@ QByteArray stringInLocales(int locales, int dataType, qint64 data, const QString
 
 QByteArray launcherManifest(int filters, qint64 label)
 {
-    const QString filter = QStringLiteral("intent-filter");
-    const QString name = QStringLiteral("name");
     XmlBuilder builder = XmlBuilder::manifest();
     builder.start(QStringLiteral("manifest")).start(QStringLiteral("application"));
     builder.start(QStringLiteral("activity"),
                   {androidReference(QStringLiteral("label"), label), androidReference(QStringLiteral("icon"), label)});
-    for (int i = 0; i < filters; ++i) {
-        builder.start(filter)
-            .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
-            .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
-            .end(filter);
-    }
+    for (int i = 0; i < filters; ++i)
+        builder.launcherFilter();
     return builder.end(QStringLiteral("activity"))
         .end(QStringLiteral("application"))
         .end(QStringLiteral("manifest"))

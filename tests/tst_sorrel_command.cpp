@@ -37,7 +37,6 @@ Run run(const QStringList &arguments, const QString &outputFile = QString())
 
 QByteArray launcherManifest()
 {
-    const QString filter = QStringLiteral("intent-filter");
     const QString name = QStringLiteral("name");
     const auto addActivity = [&](XmlBuilder &builder, const char *activity, bool enabled) {
         builder.start(
@@ -46,11 +45,7 @@ QByteArray launcherManifest()
              androidText(QStringLiteral("enabled"), enabled ? QStringLiteral("true") : QStringLiteral("false")),
              androidReference(QStringLiteral("label"), 0x7f010000),
              androidText(QStringLiteral("icon"), QStringLiteral("icon.png"))});
-        builder.start(filter)
-            .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
-            .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
-            .end(filter)
-            .end(QStringLiteral("activity"));
+        builder.launcherFilter().end(QStringLiteral("activity"));
     };
     XmlBuilder builder = XmlBuilder::manifest();
     builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});

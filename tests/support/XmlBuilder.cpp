@@ -102,6 +102,16 @@ XmlBuilder &XmlBuilder::empty(const QString &name, const QVector<Attribute> &att
     return start(name, attributes).end(name);
 }
 
+XmlBuilder &XmlBuilder::launcherFilter()
+{
+    const QString filter = QStringLiteral("intent-filter");
+    const QString name = QStringLiteral("name");
+    return start(filter)
+        .empty(QStringLiteral("action"), {androidText(name, QStringLiteral("android.intent.action.MAIN"))})
+        .empty(QStringLiteral("category"), {androidText(name, QStringLiteral("android.intent.category.LAUNCHER"))})
+        .end(filter);
+}
+
 XmlBuilder &XmlBuilder::chunk(const QByteArray &chunk)
 {
     m_nodes.append(chunk);

@@ -51,6 +51,8 @@ public:
     XmlBuilder &end(const QString &name, const QString &ns = QString());
     /// An element's start and end.
     XmlBuilder &empty(const QString &name, const QVector<Attribute> &attributes = {});
+    /// An intent filter that makes the activity around it a launcher.
+    XmlBuilder &launcherFilter();
     /// Any chunk.
     XmlBuilder &chunk(const QByteArray &chunk);
 
