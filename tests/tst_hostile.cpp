@@ -312,7 +312,7 @@ void TestHostile::boundsHold_data()
     PackageBuilder configs;
     configs.types({QStringLiteral("string")});
     QByteArray chunks;
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < 40000; ++i)
         chunks += TypeBuilder(1, ConfigBuilder(8).mcc(i & 0x7f).mnc(i >> 7).build()).build();
     addRow("distinct configurations", TableBuilder().package(configs.chunk(chunks)).build(), loadTable);
     addRow("one long string as the value of many configurations",
@@ -320,10 +320,10 @@ void TestHostile::boundsHold_data()
 
     QByteArray still = chunk(0x7777);
     poke32(still, 4, 0);
-    const QByteArray restless = chunk(XmlDocumentChunk, QByteArray(), still) + QByteArray(1 << 20, '\0');
+    const QByteArray restless = chunk(XmlDocumentChunk, QByteArray(), still + QByteArray(1 << 20, '\0'));
     addRow("document of a chunk that moves nothing", restless, loadDocument);
     addRow("table of a chunk that moves nothing",
-           chunk(TableChunk, Bytes().u32(1).data(), still) + QByteArray(1 << 20, '\0'), loadTable);
+           chunk(TableChunk, Bytes().u32(1).data(), still + QByteArray(1 << 20, '\0')), loadTable);
     addRow("the same on a random-access device", restless, [](const QByteArray &b) {
         QBuffer device;
         device.setData(b);
