@@ -49,7 +49,7 @@ class Extractor;
 class XmlLoader
 {
 public:
-    /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the stack of the host's thread.
+    /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the host's stack.
     static constexpr int MaxElementDepth = 256;
     /// Attributes of one element; Qt looks through all of them to add one.
     static constexpr int MaxAttributes = 1000;

@@ -129,6 +129,7 @@ private slots:
 
     void manifestIsXml();
     void manifestDeclaresAndroidOnTheRoot();
+    void manifestKeepsAttributesOfOneNameApart();
     void manifestPrintsTheSameEachTime();
     void manifestThatIsNoXmlIsMadeXml();
     void unreadableManifest();
@@ -329,6 +330,26 @@ void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()
                           .build()));
     QVERIFY(run({QStringLiteral("manifest"), otherPrefix})
                 .output.contains("<manifest " + declaration + " android:name=\"1\"/>"));
+}
+
+void TestSorrelCommand::manifestKeepsAttributesOfOneNameApart()
+{
+    const QString name = QStringLiteral("name");
+    const QString file =
+        write(QStringLiteral("names.apk"),
+              package(emptyTable(),
+                      XmlBuilder::manifest()
+                          .empty(QStringLiteral("manifest"),
+                                 {{QStringLiteral("urn:a"), QStringLiteral("x"), QStringLiteral("1"), String, 0},
+                                  {QStringLiteral("urn:b"), QStringLiteral("x"), QStringLiteral("2"), String, 0},
+                                  androidText(name, QStringLiteral("3"))})
+                          .build()));
+    QDomDocument written;
+    QVERIFY(written.setContent(run({QStringLiteral("manifest"), file}).output, true));
+    const QDomElement root = written.documentElement();
+    QCOMPARE(root.attributeNS(QStringLiteral("urn:a"), QStringLiteral("x")), QStringLiteral("1"));
+    QCOMPARE(root.attributeNS(QStringLiteral("urn:b"), QStringLiteral("x")), QStringLiteral("2"));
+    QCOMPARE(root.attributeNS(androidUri, name), QStringLiteral("3"));
 }
 
 void TestSorrelCommand::manifestPrintsTheSameEachTime()

@@ -4,6 +4,7 @@
 #include <QDomAttr>
 #include <QDomNamedNodeMap>
 #include <QMap>
+#include <QPair>
 
 namespace {
 
@@ -46,10 +47,12 @@ QString xmlName(QString name)
 // A DOM keeps attributes in no order; here it is that of their names, so that equal manifests print equally.
 QList<QDomAttr> sortedAttributes(const QDomElement &element)
 {
-    QMap<QString, QDomAttr> attributes;
+    QMap<QPair<QString, QString>, QDomAttr> attributes;
     const QDomNamedNodeMap nodes = element.attributes();
-    for (int i = 0; i < nodes.length(); ++i)
-        attributes.insert(nodes.item(i).nodeName(), nodes.item(i).toAttr());
+    for (int i = 0; i < nodes.length(); ++i) {
+        const QDomAttr attribute = nodes.item(i).toAttr();
+        attributes.insert({attribute.name(), attribute.namespaceURI()}, attribute);
+    }
     return attributes.values();
 }
 
@@ -117,14 +120,15 @@ void ManifestWriter::writeElement(const QDomElement &element)
 
 void ManifestWriter::writeAttributes(const QDomElement &element)
 {
-    QSet<QString> written;
+    QSet<QPair<QString, QString>> written;
     for (const QDomAttr &attribute : sortedAttributes(element)) {
         QString name = xmlName(attribute.localName().isNull() ? attribute.name() : attribute.localName());
-        while (written.contains(name))
+        const QString uri = isNamespace(attribute.namespaceURI()) ? attribute.namespaceURI() : QString();
+        while (written.contains({uri, name}))
             name += QLatin1Char('_');
-        written.insert(name);
-        if (isNamespace(attribute.namespaceURI()))
-            m_xml.writeAttribute(xmlText(attribute.namespaceURI()), name, xmlText(attribute.value()));
+        written.insert({uri, name});
+        if (!uri.isEmpty())
+            m_xml.writeAttribute(xmlText(uri), name, xmlText(attribute.value()));
         else
             m_xml.writeAttribute(name, xmlText(attribute.value()));
     }
