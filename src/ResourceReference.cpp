@@ -4,24 +4,36 @@
 #include "ApkResourcesData.h"
 #include "ResourceTypes.h"
 
-#include <QRegExp>
-
 #include <algorithm>
+
+namespace {
+
+bool isDigit(QChar character)
+{
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+}
+
+} // namespace
 
 ResourceReference::ResourceReference(const QString &text, const ApkResourcesData &table)
 {
-    const QRegExp pattern(QStringLiteral("@([^:/]+:)?([^/]+)/([0-9]+)"));
-    if (!pattern.exactMatch(text))
+    const int slash = text.indexOf(QLatin1Char('/'));
+    if (!isMarked(text) || slash < 2 || slash == text.size() - 1
+        || !std::all_of(text.cbegin() + slash + 1, text.cend(), isDigit))
         return;
-    const QString prefix = pattern.cap(1);
-    m_type = pattern.cap(2);
-    m_entry = pattern.cap(3).toInt();
+    // A colon that has nothing before it, or nothing after it, is part of the type's name.
+    const int colon = text.indexOf(QLatin1Char(':'));
+    const int typeStart = colon > 1 && colon < slash - 1 ? colon + 1 : 1;
+    const QStringRef prefix = text.midRef(1, typeStart - 1);
     const auto answers = [&prefix](const ResourcePackage &package) {
         return (package.id() == ResourceTypes::ApplicationPackageId && prefix.isEmpty()) || package.name() == prefix;
     };
     const auto found = std::find_if(table.packages.cbegin(), table.packages.cend(), answers);
-    if (found != table.packages.cend())
-        m_package = &*found;
+    if (found == table.packages.cend())
+        return;
+    m_package = &*found;
+    m_type = text.mid(typeStart, slash - typeStart);
+    m_entry = text.midRef(slash + 1).toInt();
 }
 
 bool ResourceReference::isMarked(const QString &text)

@@ -5,7 +5,6 @@
 #include "Devices.h"
 #include "Extractor.h"
 #include "LocaleLookup.h"
-#include "ResourceReference.h"
 #include "ResourcesLoader.h"
 #include "TableBuilder.h"
 
@@ -176,7 +175,6 @@ private slots:
     void keepsNamelessPackagesAnsweringWithoutAPrefix();
     void onlyTheFirstPackageThatAnswersIsAsked();
     void withoutAnApplicationPackageNothingIsFound();
-    void referencesAreResolvedToTheTablesPackage();
 
     // all values
     void allValuesAreListedInOrder();
@@ -461,24 +459,6 @@ void TestApkResources::withoutAnApplicationPackageNothingIsFound()
     QCOMPARE(table.lookupAll("@string/0"), QStringList());
     QCOMPARE(table.lookupAllByConfig("@string/0"), Texts());
     QCOMPARE(table.lookupByLocale("@string/0", 5), Texts());
-}
-
-void TestApkResources::referencesAreResolvedToTheTablesPackage()
-{
-    SequentialDevice device(TableBuilder().package(PackageBuilder(2, "two")).package(application()).build());
-    Extractor reader(&device);
-    ApkResourcesData data;
-    ResourcesLoader().load(&data, &reader);
-
-    const ResourceReference good(QStringLiteral("@string/12"), data);
-    QCOMPARE(good.package(), &qAsConst(data.packages).last());
-    QCOMPARE(good.type(), QString("string"));
-    QCOMPARE(good.entry(), 12);
-    QVERIFY(ResourceReference(QStringLiteral("@string/x"), data).package() == nullptr);
-    QVERIFY(ResourceReference(QStringLiteral("@two:string/1"), data).package() == nullptr);
-    QVERIFY(ResourceReference::isMarked("@"));
-    QVERIFY(!ResourceReference::isMarked(QString()));
-    QVERIFY(!ResourceReference::isMarked("a@"));
 }
 
 void TestApkResources::allValuesAreListedInOrder()

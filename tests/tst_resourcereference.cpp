@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ApkResourcesData.h"
+#include "Devices.h"
+#include "Extractor.h"
+#include "ResourceReference.h"
+#include "ResourcesLoader.h"
+#include "TableBuilder.h"
+
+#include <QRegExp>
+#include <QtTest>
+
+using namespace fixture;
+
+namespace {
+
+ApkResourcesData loaded(const TableBuilder &table)
+{
+    SequentialDevice device(table.build());
+    Extractor reader(&device);
+    ApkResourcesData data;
+    ResourcesLoader().load(&data, &reader);
+    return data;
+}
+
+} // namespace
+
+class TestResourceReference : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void marks();
+    void referencesAreResolvedToTheTablesPackage();
+    void everyShortTextIsParsedAsByThePattern();
+};
+
+void TestResourceReference::marks()
+{
+    QVERIFY(ResourceReference::isMarked(QStringLiteral("@")));
+    QVERIFY(!ResourceReference::isMarked(QString()));
+    QVERIFY(!ResourceReference::isMarked(QStringLiteral("a@")));
+}
+
+void TestResourceReference::referencesAreResolvedToTheTablesPackage()
+{
+    const ApkResourcesData data =
+        loaded(TableBuilder().package(PackageBuilder(2, QStringLiteral("two"))).package(PackageBuilder()));
+    const ResourceReference good(QStringLiteral("@string/12"), data);
+    QCOMPARE(good.package(), &data.packages.last());
+    QCOMPARE(good.type(), QStringLiteral("string"));
+    QCOMPARE(good.entry(), 12);
+    QVERIFY(ResourceReference(QStringLiteral("@string/x"), data).package() == nullptr);
+    QVERIFY(ResourceReference(QStringLiteral("@two:string/1"), data).package() == nullptr);
+}
+
+// All texts of up to seven of these characters, against the pattern that defines a reference. The table has a package
+// for every prefix of one or two characters.
+void TestResourceReference::everyShortTextIsParsedAsByThePattern()
+{
+    const QString alphabet = QStringLiteral("@:/a1");
+    constexpr int LongestText = 7;
+    TableBuilder builder;
+    builder.package(PackageBuilder());
+    QStringList prefixes{QString()};
+    for (const char *name : {"@", "a", "1", "@@", "@a", "@1", "a@", "aa", "a1", "1@", "1a", "11"}) {
+        prefixes.append(QString::fromLatin1(name) + QLatin1Char(':'));
+        builder.package(PackageBuilder(2, prefixes.last()));
+    }
+    const ApkResourcesData data = loaded(builder);
+    QCOMPARE(data.packages.size(), prefixes.size());
+
+    int references = 0;
+    QStringList texts{QString()};
+    for (int i = 0; i < texts.size(); ++i) {
+        const QString text = texts.at(i);
+        if (text.size() < LongestText) {
+            for (const QChar character : alphabet)
+                texts.append(text + character);
+        }
+        const QRegExp pattern(QStringLiteral("@([^:/]+:)?([^/]+)/([0-9]+)"));
+        const int package = pattern.exactMatch(text) ? prefixes.indexOf(pattern.cap(1)) : -1;
+        const ResourceReference reference(text, data);
+        QVERIFY2((reference.package() != nullptr) == (package >= 0), qPrintable(text));
+        if (package < 0)
+            continue;
+        ++references;
+        QCOMPARE(reference.package(), &data.packages.at(package));
+        QCOMPARE(reference.type(), pattern.cap(2));
+        QCOMPARE(reference.entry(), pattern.cap(3).toInt());
+    }
+    QVERIFY(references > 300);
+}
+
+QTEST_GUILESS_MAIN(TestResourceReference)
+#include "tst_resourcereference.moc"
