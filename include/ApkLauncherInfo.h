@@ -62,7 +62,7 @@ public:
     QList<QImage> icons() const;
 
 private:
-    friend class ApkFile;
+    friend class LauncherFinder;
 
     QSharedDataPointer<ApkLauncherInfoData> d;
 };

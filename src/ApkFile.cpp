@@ -3,14 +3,10 @@
 
 #include "AndroidNamespace.h"
 #include "ApkError.h"
-#include "ApkLauncherInfoData.h"
-#include "IconLookup.h"
-#include "LocaleLookup.h"
-#include "ResourceReference.h"
+#include "LauncherFinder.h"
 
 #include <QDomElement>
 #include <QFileInfo>
-#include <QHash>
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
@@ -18,8 +14,6 @@
 #include <memory>
 
 namespace {
-
-constexpr int LabelReferenceDepth = 5;
 
 QDomDocument errorDocument(const QString &message)
 {
@@ -29,81 +23,6 @@ QDomDocument errorDocument(const QString &message)
     document.appendChild(element);
     return document;
 }
-
-QString androidAttribute(const QDomElement &element, const QString &name)
-{
-    return element.attributeNS(androidNamespace, name, QString());
-}
-
-bool hasChildWithAndroidAttribute(const QDomElement &parent, const QString &tag, const QString &attribute,
-                                  const QString &value)
-{
-    for (QDomElement child = parent.firstChildElement(tag); !child.isNull(); child = child.nextSiblingElement(tag)) {
-        if (androidAttribute(child, attribute) == value)
-            return true;
-    }
-    return false;
-}
-
-bool isLauncherFilter(const QDomElement &filter)
-{
-    const QString name = QStringLiteral("name");
-    return hasChildWithAndroidAttribute(filter, QStringLiteral("category"), name,
-                                        QStringLiteral("android.intent.category.LAUNCHER"))
-           && hasChildWithAndroidAttribute(filter, QStringLiteral("action"), name,
-                                           QStringLiteral("android.intent.action.MAIN"));
-}
-
-// The attribute of the first of filter, activity and application that has it.
-QString innermostAttribute(const QDomElement &filter, const QString &name)
-{
-    QDomElement element = filter;
-    QString value = androidAttribute(element, name);
-    for (int level = 0; level < 2 && value.isEmpty(); ++level) {
-        element = element.parentNode().toElement();
-        value = androidAttribute(element, name);
-    }
-    return value;
-}
-
-QString className(const QDomElement &activity, const QString &package)
-{
-    const QLatin1Char dot('.');
-    const bool isAlias = activity.tagName() == QLatin1String("activity-alias");
-    QString name = androidAttribute(activity, isAlias ? QStringLiteral("targetActivity") : QStringLiteral("name"));
-    if (!name.contains(dot))
-        name.prepend(dot);
-    return name.startsWith(dot) ? package + name : name;
-}
-
-/// Which launchers Android shows. What a reference says is remembered while this object lives.
-class VisibilityRules
-{
-public:
-    explicit VisibilityRules(const ApkResources &resources) : m_resources(resources) {}
-
-    // Only the activity's "enabled" is resolved; that of the application, and "exported", count as written: kept so.
-    bool isShown(const QDomElement &activity, const QDomElement &application)
-    {
-        const QString no = QStringLiteral("false");
-        const QString enabled = QStringLiteral("enabled");
-        return resolved(androidAttribute(activity, enabled)) != no && androidAttribute(application, enabled) != no
-               && androidAttribute(activity, QStringLiteral("exported")) != no;
-    }
-
-private:
-    QString resolved(const QString &value)
-    {
-        if (!ResourceReference::isMarked(value))
-            return value;
-        if (!m_known.contains(value))
-            m_known.insert(value, m_resources.lookupAllByConfig(value).value(QString()));
-        return m_known.value(value);
-    }
-
-    const ApkResources &m_resources;
-    QHash<QString, QString> m_known;
-};
 
 } // namespace
 
@@ -243,33 +162,6 @@ int ApkFile::minSdkVersion() const
 
 QList<ApkLauncherInfo> ApkFile::getLauncherInfo(bool includeDisabled)
 {
-    QList<ApkLauncherInfo> launchers;
-    const QDomNodeList filters = getManifest().elementsByTagName(QStringLiteral("intent-filter"));
-    VisibilityRules rules(d->resources);
-    IconLookup icons(d->resources, d->zip.get());
-    LocaleLookup labels(d->resources);
-    for (int i = 0; i < filters.length(); ++i) {
-        const QDomElement filter = filters.item(i).toElement();
-        if (!isLauncherFilter(filter))
-            continue;
-        const QDomElement activity = filter.parentNode().toElement();
-        const QDomElement application = activity.parentNode().toElement();
-        if (!activity.tagName().startsWith(QLatin1String("activity"))
-            || application.tagName() != QLatin1String("application"))
-            continue;
-        if (!includeDisabled && !rules.isShown(activity, application))
-            continue;
-
-        ApkLauncherInfo info;
-        const QString icon = innermostAttribute(filter, QStringLiteral("icon"));
-        if (!icon.isEmpty())
-            info.d->icons = icons.images(icon);
-        info.d->package = mainPackage();
-        info.d->className = className(activity, info.d->package);
-        const QString label = innermostAttribute(filter, QStringLiteral("label"));
-        if (!label.isEmpty())
-            info.d->labels = labels.byReference(label, LabelReferenceDepth);
-        launchers.append(info);
-    }
-    return launchers;
+    const QDomDocument manifest = getManifest();
+    return LauncherFinder(manifest, d->resources, d->zip.get()).launchers(includeDisabled);
 }

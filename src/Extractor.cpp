@@ -12,17 +12,11 @@ namespace {
 constexpr int Unbounded = std::numeric_limits<int>::max();
 constexpr int SkipBufferSize = 4096;
 constexpr int FirstArrayStep = 1 << 20;
-static_assert(Extractor::MaxArraySize % FirstArrayStep == 0, "an array that grows by doubling reaches its ceiling");
 constexpr int AheadSize = 1 << 14;
 
 QString chunkTooShort()
 {
     return QStringLiteral("chunk too short");
-}
-
-QString fileTooShort()
-{
-    return QStringLiteral("file too short");
 }
 
 int clampedToInt(qint64 value)
@@ -50,10 +44,14 @@ void Extractor::setDevice(QIODevice *device)
     boundary = Unbounded;
     m_boundaries.clear();
     m_stepsBack = 0;
+    m_regions = 0;
     m_ahead.clear();
     m_aheadAt = 0;
     m_aheadLimit = 0;
     m_mostAtOnce = Unbounded;
+    m_taken = 0;
+    m_isTooLong = false;
+    m_lines = 0;
 }
 
 void Extractor::readAhead()
@@ -78,7 +76,7 @@ qint64 Extractor::deliver(char *data, qint64 size)
 
     qint64 delivered = 0;
     if (missing >= AheadSize || missing > m_aheadLimit) {
-        delivered = m_device->read(data + taken, missing);
+        delivered = readDevice(data + taken, missing);
         m_aheadLimit -= qBound(qint64(0), delivered, m_aheadLimit);
     } else {
         delivered = qMin(missing, fetchAhead());
@@ -92,12 +90,33 @@ qint64 Extractor::deliver(char *data, qint64 size)
 qint64 Extractor::fetchAhead()
 {
     m_ahead.resize(int(qMin(m_aheadLimit, qint64(AheadSize))));
-    const qint64 delivered = m_device->read(m_ahead.data(), m_ahead.size());
+    const qint64 delivered = readDevice(m_ahead.data(), m_ahead.size());
     if (delivered > 0 && delivered < m_ahead.size())
         m_mostAtOnce = int(delivered);
     m_ahead.resize(int(qMax(qint64(0), delivered)));
     m_aheadLimit -= m_ahead.size();
     return delivered;
+}
+
+// The one place where the device is read.
+qint64 Extractor::readDevice(char *data, qint64 size)
+{
+    const qint64 left = MaxBytes - m_taken;
+    const qint64 delivered = left > 0 ? m_device->read(data, qMin(size, left)) : 0;
+    m_taken += qMax(qint64(0), delivered);
+    m_isTooLong = size > left && m_taken == MaxBytes;
+    return delivered;
+}
+
+void Extractor::setDeviceError()
+{
+    setError(m_isTooLong ? QStringLiteral("file too long") : QStringLiteral("file too short"));
+}
+
+bool Extractor::mayTell()
+{
+    m_lines = qMin(m_lines + 1, MaxLines + 1);
+    return m_lines <= MaxLines;
 }
 
 void Extractor::setError(const QString &text)
@@ -134,7 +153,7 @@ T Extractor::getInteger()
         std::memcpy(bytes, m_ahead.constData() + m_aheadAt, width);
         m_aheadAt += width;
     } else if (deliver(bytes, width) != width) {
-        setError(fileTooShort());
+        setDeviceError();
         return 0;
     }
     position += width;
@@ -186,14 +205,14 @@ void Extractor::consume(qint64 count)
 {
     if (!m_device->isSequential()) {
         if (count > m_device->size() - m_device->pos() || !m_device->seek(position + count))
-            setError(fileTooShort());
+            setDeviceError();
         return;
     }
     char scratch[SkipBufferSize];
     while (count > 0) {
         const qint64 delivered = deliver(scratch, qMin(count, qint64(SkipBufferSize)));
         if (delivered <= 0) {
-            setError(fileTooShort());
+            setDeviceError();
             return;
         }
         count -= delivered;
@@ -215,16 +234,12 @@ QVector<T> Extractor::getVector(int byteCount)
     QVector<T> array;
     int total = 0;
     while (total < byteCount) {
-        if (total == MaxArraySize) {
-            setError(QStringLiteral("array too long"));
-            break;
-        }
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
         array.resize((total + step) / int(sizeof(T)));
         const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
         total += int(qMax(qint64(0), delivered));
         if (delivered < step) {
-            setError(fileTooShort());
+            setDeviceError();
             break;
         }
     }
@@ -283,6 +298,8 @@ void Extractor::pushBoundary64(qint64 length)
     const qint64 end = position + length;
     if (length > remaining() || !fitsInt(length) || !fitsInt(end))
         setError(QStringLiteral("boundary out of bounds"));
+    if (++m_regions > MaxRegions)
+        setError(QStringLiteral("too many chunks"));
     m_boundaries.push(boundary);
     boundary = clampedToInt(end);
 }

@@ -27,8 +27,9 @@ class QIODevice;
  * | "file too short"      | the device delivered less than was asked for, or could not seek     |
  * | "bad input"           | the byte count of an array is negative, or no multiple of its width |
  * | "boundary out of bounds" | a region was opened that ends after the enclosing one            |
- * | "array too long"      | an array has more than MaxArraySize bytes                           |
+ * | "file too long"       | more than MaxBytes were asked of the device                         |
  * | "too many steps back" | the file moved the reader back more than MaxStepsBack times         |
+ * | "too many chunks"     | more than MaxRegions regions were opened                            |
  *
  * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
  * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
@@ -40,8 +41,12 @@ public:
     static constexpr int MaxStepsBack = 256;
     /// Largest number of zero bytes that an array gets for what the device did not deliver.
     static constexpr int MaxZeroTail = 1 << 24;
-    /// Bytes that an array read takes from the device at most.
-    static constexpr int MaxArraySize = 1 << 28;
+    /// Bytes that are taken from the device at most. A member of an archive inflates to a thousand times its size.
+    static constexpr int MaxBytes = 1 << 27;
+    /// Regions that are opened at most. A chunk is one, and may be 8 bytes long.
+    static constexpr int MaxRegions = 1 << 20;
+    /// Lines that mayTell() grants.
+    static constexpr int MaxLines = 100;
 
     /// A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's.
     explicit Extractor(QIODevice *device);
@@ -51,6 +56,11 @@ public:
 
     void setError(const QString &text);
     bool failed() const;
+
+    /// Whether one more line about what is read may go to the debug log. It may MaxLines times, so that the log stays
+    /// short when a file has thousands of places that are worth a line.
+    bool mayTell();
+
     /// The recorded error, then ": " and the device's own error text, which a QIODevice practically always has.
     QString errorString() const;
 
@@ -126,15 +136,21 @@ private:
     void consume(qint64 count);
     qint64 deliver(char *data, qint64 size);
     qint64 fetchAhead();
+    qint64 readDevice(char *data, qint64 size);
+    void setDeviceError();
 
     QIODevice *m_device = nullptr;
     QByteArray m_ahead;      ///< bytes that were fetched ahead,
     int m_aheadAt = 0;       ///< of which these many have been delivered
     qint64 m_aheadLimit = 0; ///< bytes that may still be fetched ahead
     int m_mostAtOnce = 0;    ///< what one read of the device delivers, as far as it is known
+    qint64 m_taken = 0;      ///< bytes that were taken from the device
+    bool m_isTooLong = false;
+    int m_lines = 0; ///< that mayTell() granted
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;
+    int m_regions = 0; ///< that were opened so far
 };
 
 #endif

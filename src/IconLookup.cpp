@@ -4,11 +4,20 @@
 #include "ApkResources.h"
 #include "ResourceReference.h"
 
-#include <QSet>
 #include <QStringList>
+
+#include <set>
+
+namespace {
+
+constexpr int CharactersOfAValue = 16; ///< which take about as much time
+
+}
 
 QList<QImage> IconLookup::images(const QString &icon)
 {
+    if (!m_characters.spend(CharactersOfAValue + icon.size()))
+        return {};
     const auto known = m_known.constFind(icon);
     if (known != m_known.cend())
         return *known;
@@ -20,15 +29,14 @@ QList<QImage> IconLookup::images(const QString &icon)
 QList<QImage> IconLookup::resolved(const QString &icon)
 {
     QList<QImage> found;
-    QSet<QString> visited; // ends references that lead back
-    QList<QString> pending = m_resources.lookupAll(icon);
+    std::set<QString> visited; // ends references that lead back
+    QList<QString> pending = values(icon);
     while (!pending.isEmpty()) {
         const QString item = pending.takeFirst();
-        if (visited.contains(item))
+        if (!visited.insert(item).second)
             continue;
-        visited.insert(item);
         if (ResourceReference::isMarked(item)) {
-            for (const QString &value : m_resources.lookupAll(item))
+            for (const QString &value : values(item))
                 pending.prepend(value);
             continue;
         }
@@ -37,4 +45,15 @@ QList<QImage> IconLookup::resolved(const QString &icon)
             found.append(image);
     }
     return found;
+}
+
+QStringList IconLookup::values(const QString &reference)
+{
+    QStringList values;
+    for (const QString &value : m_resources.lookupAll(reference)) {
+        if (!m_characters.spend(CharactersOfAValue + value.size()))
+            break;
+        values.append(value);
+    }
+    return values;
 }

@@ -2,11 +2,12 @@
 #ifndef ICONLOOKUP_H
 #define ICONLOOKUP_H
 
+#include "Allowance.h"
 #include "ArchiveImages.h"
 
-#include <QHash>
 #include <QImage>
 #include <QList>
+#include <QMap>
 #include <QString>
 
 class ApkResources;
@@ -19,22 +20,31 @@ class QuaZip;
 class IconLookup
 {
 public:
+    /// Characters of the references, and of the values that they lead to, while this object lives; each counts 16 more.
+    /// Launchers may all start elsewhere in one chain of references, and a path may be as long as the table.
+    static constexpr int MaxCharacters = 1 << 22;
+
     /// Resolves by @p resources, reads from @p archive; both outlive this object.
-    IconLookup(const ApkResources &resources, QuaZip *archive) : m_resources(resources), m_images(archive) {}
+    IconLookup(const ApkResources &resources, QuaZip *archive)
+        : m_resources(resources), m_images(archive), m_characters(MaxCharacters)
+    {
+    }
 
     /**
      * The pictures of @p icon, a reference or a path in the archive, each once. The values of the icon itself come in
      * the table's order; those of a reference among them stand in its place in reverse order, which is kept so on
-     * purpose. What is no readable picture is left out.
+     * purpose. What is no readable picture is left out, and all that comes after MaxCharacters.
      */
     QList<QImage> images(const QString &icon);
 
 private:
     QList<QImage> resolved(const QString &icon);
+    QStringList values(const QString &reference);
 
     const ApkResources &m_resources;
     ArchiveImages m_images;
-    QHash<QString, QList<QImage>> m_known;
+    QMap<QString, QList<QImage>> m_known;
+    Allowance m_characters;
 };
 
 #endif

@@ -2,14 +2,15 @@
 #ifndef NAMESPACEBINDINGS_H
 #define NAMESPACEBINDINGS_H
 
-#include <QHash>
+#include <QMap>
 #include <QString>
 #include <QVector>
 
 /**
  * The namespaces that are bound at one place of a document, and their prefixes. A URI may be bound several times, by
- * declarations within each other; the latest binding that is in force gives its prefix. Each operation takes constant
- * time, amortized, however many bindings a URI has.
+ * declarations within each other; the latest binding that is in force gives its prefix. Each operation takes
+ * logarithmic time, amortized, however many bindings a URI has, and whatever the texts are: strangers choose them, who
+ * could make all of them fall into one bucket of a hash table.
  */
 class NamespaceBindings
 {
@@ -28,11 +29,11 @@ private:
         QString prefix;
     };
     struct OfUri {
-        QVector<Binding> bindings;       ///< the last one is in force
-        QHash<QString, qint64> released; ///< by prefix, the serial up to which its bindings have ended
+        QVector<Binding> bindings;      ///< the last one is in force
+        QMap<QString, qint64> released; ///< by prefix, the serial up to which its bindings have ended
     };
 
-    QHash<QString, OfUri> m_byUri;
+    QMap<QString, OfUri> m_byUri;
     qint64 m_serial = 0;
 };
 

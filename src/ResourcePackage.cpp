@@ -22,6 +22,7 @@ constexpr int MapFlag = 0x0001;
 constexpr int SimpleEntryHeaderSize = 8;
 constexpr int MapEntryHeaderSize = 16;
 constexpr int MapItemSize = 12;
+constexpr int LargestTypeId = 0xff;
 
 } // namespace
 
@@ -35,6 +36,7 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
     m_reader = reader;
     m_typeStrings.clear();
     m_keyStrings.clear();
+    m_typeNames.clear();
     m_id = reader->get32();
     const QVector<quint16> units = reader->getu16_vector(2 * NameUnits);
     if (!reader->failed()) {
@@ -50,6 +52,7 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
         while (!reader->failed() && reader->remaining() >= 1)
             parseChunk();
         sortEntries();
+        readTypeNames();
     }
     m_reader = nullptr;
     m_configIndices.clear();
@@ -70,7 +73,8 @@ void ResourcePackage::parseChunk()
             parseStringPool(chunk.headerSize());
             break;
         default:
-            qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+            if (m_reader->mayTell())
+                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
         }
     }
 }
@@ -83,7 +87,7 @@ void ResourcePackage::parseStringPool(int headerSize)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
         m_keyStrings.load(m_reader, headerSize);
-    else
+    else if (m_reader->mayTell())
         qDebug("Skipping unknown string pool at %x", unsigned(m_reader->position));
 }
 
@@ -137,6 +141,10 @@ void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
     m_reader->skip(3); // size of the value, reserved
     const int dataType = m_reader->get8();
     const int data = m_reader->get32();
+    if (m_entries.size() == MaxEntries) {
+        m_reader->setError(QStringLiteral("too many values in package"));
+        return;
+    }
     m_entries.append({typeId, entryIndex, {configIndex, dataType, data}});
 }
 
@@ -158,11 +166,30 @@ void ResourcePackage::sortEntries()
     };
     std::stable_sort(m_entries.begin(), m_entries.end(), byResource);
     m_entries.squeeze();
+    for (int first = 0, last = MaxValues; last < m_entries.size(); ++first, ++last) {
+        if (!byResource(m_entries.at(first), m_entries.at(last))) {
+            m_reader->setError(QStringLiteral("too many values of one resource"));
+            return;
+        }
+    }
 }
 
-ResourcePackage::EntryRange ResourcePackage::entries(const QString &type, int entry) const
+void ResourcePackage::readTypeNames()
 {
-    const int typeId = m_typeStrings.find(type) + 1;
+    const int count = qMin(m_typeStrings.count(), LargestTypeId);
+    m_typeNames.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        m_typeNames.append(m_typeStrings.get(index));
+        if (m_typeNames.constLast().size() > MaxTypeNameLength) {
+            m_reader->setError(QStringLiteral("too long type name in resource table"));
+            m_typeNames.clear();
+            return;
+        }
+    }
+}
+
+ResourcePackage::EntryRange ResourcePackage::entries(int typeId, int entry) const
+{
     if (typeId == 0)
         return {m_entries.cend(), m_entries.cend()};
     const auto wanted = std::make_pair(typeId, entry);
@@ -177,9 +204,9 @@ ResourcePackage::EntryRange ResourcePackage::entries(const QString &type, int en
 QString ResourcePackage::refToString(int ref) const
 {
     const int typeId = (ref >> 16) & 0xff;
-    if (typeId == 0 || typeId > m_typeStrings.count())
+    if (typeId == 0 || typeId > m_typeNames.size())
         return QStringLiteral("@#%1").arg(ref, 8, 16, QLatin1Char('0'));
-    QString text = m_typeStrings.get(typeId - 1) + QLatin1Char('/') + QString::number(ref & 0xffff);
+    QString text = m_typeNames.at(typeId - 1) + QLatin1Char('/') + QString::number(ref & 0xffff);
     if (((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId)
         text.prepend(m_name + QLatin1Char(':'));
     return QLatin1Char('@') + text;
@@ -189,7 +216,7 @@ QStringList ResourcePackage::lookupAll(const QString &type, int entry, const Apk
 {
     ValueTexts texts(res);
     QStringList values;
-    for (const StoredEntry &stored : entries(type, entry))
+    for (const StoredEntry &stored : entries(typeId(type), entry))
         values.append(texts.text(stored.value.dataType, stored.value.data));
     return values;
 }
@@ -198,7 +225,7 @@ QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, i
 {
     ValueTexts texts(res);
     QMap<QString, QString> values;
-    for (const StoredEntry &stored : entries(type, entry)) {
+    for (const StoredEntry &stored : entries(typeId(type), entry)) {
         values.insert(m_configs.at(stored.value.configIndex).toString(),
                       texts.text(stored.value.dataType, stored.value.data));
     }
@@ -208,5 +235,5 @@ QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, i
 QMap<QString, QString> ResourcePackage::lookupByLocale(const QString &type, int entry, const ApkResources &res,
                                                        int depth) const
 {
-    return LocaleLookup(res).inPackage(*this, type, entry, depth);
+    return LocaleLookup(res).inPackage(*this, typeId(type), entry, depth);
 }

@@ -6,7 +6,6 @@
 #include "StringPool.h"
 
 #include <QByteArray>
-#include <QHash>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -66,12 +65,21 @@ struct ResourceEntry {
 class ResourcePackage
 {
 public:
+    /// Characters of a type's name, which is part of every reference text.
+    static constexpr int MaxTypeNameLength = 128;
+    /// Simple values in all.
+    static constexpr int MaxEntries = 1 << 22;
+    /// Values of one resource, one for each configuration that has any.
+    static constexpr int MaxValues = 1 << 16;
+
     ResourcePackage();
 
     /**
      * Reads a package whose chunk header has just been read, within the boundary that was pushed for it. Faults are
      * left on the reader; the values that were read before one are kept. Besides the reader's own and the pools':
-     * "Typechunk id out of range", "Bogus entry count in type chunk", "resource table contains entry not in index".
+     * "Typechunk id out of range", "Bogus entry count in type chunk", "resource table contains entry not in index", and
+     * for the ceilings above "too long type name in resource table", "too many values in package" and "too many values
+     * of one resource".
      */
     void load(Extractor *reader, int headerSize);
 
@@ -111,16 +119,20 @@ private:
     void parseStringPool(int headerSize);
     int indexOfConfig(const ResourceConfig &config);
     void sortEntries();
+    void readTypeNames();
+    /// The id of the first type of that name; 0 for none.
+    int typeId(const QString &type) const { return m_typeNames.indexOf(type) + 1; }
     /// The values of a resource, in the order of the type chunks that hold them.
-    EntryRange entries(const QString &type, int entry) const;
+    EntryRange entries(int typeId, int entry) const;
 
     int m_id = -1;
     QString m_name;
-    Extractor *m_reader = nullptr;          ///< while loading
-    QHash<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
+    Extractor *m_reader = nullptr;         ///< while loading
+    QMap<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
     StringPool m_typeStrings;
     StringPool m_keyStrings;
-    Entries m_entries; ///< by type and entry index, then in the order of the file
+    QVector<QString> m_typeNames; ///< of the types that have an id
+    Entries m_entries;            ///< by type and entry index, then in the order of the file
     QVector<ResourceConfig> m_configs;
     qint64 m_typeStringsOffset = 0; ///< position of the pool's chunk, 0 for none
     qint64 m_keyStringsOffset = 0;

@@ -36,11 +36,21 @@ void ResourcesLoader::parseChunk()
             m_data->stringPool.load(m_reader, chunk.headerSize());
             break;
         case ResourceTypes::PackageChunk:
-            m_data->packages.append(ResourcePackage());
-            m_data->packages.last().load(m_reader, chunk.headerSize());
+            parsePackage(chunk.headerSize());
             break;
         default:
-            qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+            if (m_reader->mayTell())
+                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
         }
     }
+}
+
+void ResourcesLoader::parsePackage(int headerSize)
+{
+    if (m_data->packages.size() == MaxPackages) {
+        m_reader->setError(QStringLiteral("too many packages in resource table"));
+        return;
+    }
+    m_data->packages.append(ResourcePackage());
+    m_data->packages.last().load(m_reader, headerSize);
 }

@@ -22,11 +22,15 @@ class Extractor;
 class ResourcesLoader
 {
 public:
+    /// Packages of one table; a resource id has a byte for the package's.
+    static constexpr int MaxPackages = 256;
+
     ResourcesLoader() = default;
 
     /**
      * Replaces the content of @p data, and sets its `valid` when no fault was recorded on @p reader; a fault leaves
-     * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays.
+     * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays. Besides
+     * those of the reader, pools and packages: "too many packages in resource table".
      */
     void load(ApkResourcesData *data, Extractor *reader);
 
@@ -35,6 +39,8 @@ public:
 
 private:
     Q_DISABLE_COPY(ResourcesLoader)
+
+    void parsePackage(int headerSize);
 
     Extractor *m_reader = nullptr;
     ApkResourcesData *m_data = nullptr;

@@ -39,7 +39,7 @@ class StringPool
 {
 public:
     /// How many times the data the strings at distinct places may be, all together, when they are more than a little.
-    static constexpr int MaxOverlap = 4;
+    static constexpr int MaxOverlap = 2;
 
     /// An empty pool; @p name is for error texts alone.
     explicit StringPool(const QString &name);

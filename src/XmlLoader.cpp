@@ -111,7 +111,8 @@ void XmlLoader::parseChunk()
             parseResourceIdMap(chunk.headerSize());
             break;
         default:
-            qDebug("Unexpected chunk 0x%04x", unsigned(chunk.type()));
+            if (m_reader->mayTell())
+                qDebug("Unexpected chunk 0x%04x", unsigned(chunk.type()));
         }
     }
 }
@@ -134,9 +135,9 @@ void XmlLoader::parseResourceIdMap(int headerSize)
 
 void XmlLoader::parseNamespaceChunk(bool start)
 {
-    const QString prefix = m_strings.get(m_reader->get32());
-    const QString uri = m_strings.get(m_reader->get32());
-    if (m_reader->failed())
+    const QString prefix = nameAt(m_reader->get32());
+    const QString uri = nameAt(m_reader->get32());
+    if (m_reader->failed() || !countNodes(1))
         return;
     if (start)
         m_namespaces.bind(uri, prefix);
@@ -163,7 +164,7 @@ void XmlLoader::parseEndElementChunk()
 void XmlLoader::parseStartElementChunk()
 {
     const int namespaceIndex = m_reader->get32();
-    const QString name = m_strings.get(m_reader->get32());
+    const QString name = nameAt(m_reader->get32());
     const int attributeStart = m_reader->get16();
     const int attributeSize = m_reader->get16();
     const int attributeCount = m_reader->get16();
@@ -192,17 +193,32 @@ void XmlLoader::parseStartElementChunk()
 
 bool XmlLoader::isWithinCeilings(int attributeCount)
 {
-    m_nodes += 1 + attributeCount;
     QString fault;
     if (m_depth >= MaxElementDepth)
         fault = QStringLiteral("elements nested too deeply");
     else if (attributeCount > MaxAttributes)
         fault = QStringLiteral("too many attributes in XML element");
-    else if (m_nodes > MaxNodes)
-        fault = QStringLiteral("too many nodes in XML document");
     if (!fault.isNull())
         m_reader->setError(fault);
-    return fault.isNull();
+    return fault.isNull() && countNodes(1 + attributeCount);
+}
+
+bool XmlLoader::countNodes(int count)
+{
+    m_nodes += count;
+    if (m_nodes > MaxNodes)
+        m_reader->setError(QStringLiteral("too many nodes in XML document"));
+    return m_nodes <= MaxNodes;
+}
+
+// A string of the pool that names something.
+QString XmlLoader::nameAt(int index)
+{
+    const QString name = m_strings.get(index);
+    if (name.size() <= MaxNameLength)
+        return name;
+    m_reader->setError(QStringLiteral("too long name in XML document"));
+    return {};
 }
 
 void XmlLoader::countCharacters(int count)
@@ -216,8 +232,8 @@ QDomElement XmlLoader::createElement(int namespaceIndex, const QString &name)
 {
     if (namespaceIndex < 0)
         return m_document.createElement(name);
-    const QString uri = m_strings.get(namespaceIndex);
-    if (!m_namespaces.isBound(uri))
+    const QString uri = nameAt(namespaceIndex);
+    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
         qDebug("Unknown namespace %s for element %s", local8Bit(uri).constData(), local8Bit(name).constData());
     return m_document.createElementNS(uri, qualifiedName(uri, name));
 }
@@ -240,18 +256,18 @@ void XmlLoader::parseAttribute(QDomElement &element)
         value = m_strings.valueToString(dataType, data);
 
     if (const char *androidName = lookupAndroidAttribute(resourceIdOf(nameIndex))) {
-        if (!m_namespaces.isBound(androidNamespace))
+        if (!m_namespaces.isBound(androidNamespace) && m_reader->mayTell())
             qDebug("Android namespace not defined");
         element.setAttributeNS(androidNamespace, qualifiedName(androidNamespace, QLatin1String(androidName)), value);
         return;
     }
-    const QString name = m_strings.get(nameIndex);
+    const QString name = nameAt(nameIndex);
     if (namespaceIndex < 0) {
         element.setAttribute(name, value);
         return;
     }
-    const QString uri = m_strings.get(namespaceIndex);
-    if (!m_namespaces.isBound(uri))
+    const QString uri = nameAt(namespaceIndex);
+    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
         qDebug("Unknown namespace %s", local8Bit(uri).constData());
     element.setAttributeNS(uri, qualifiedName(uri, name), value);
 }

@@ -52,9 +52,12 @@ public:
     /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the host's stack.
     static constexpr int MaxElementDepth = 256;
     /// Attributes of one element; Qt looks through all of them to add one.
-    static constexpr int MaxAttributes = 1000;
-    /// Elements and attributes of one document; in a DOM each takes many times the bytes that it has in the file.
+    static constexpr int MaxAttributes = 256;
+    /// Elements, attributes, and starts and ends of namespaces of one document; in memory each takes many times the
+    /// bytes that it has in the file.
     static constexpr int MaxNodes = 100000;
+    /// Characters of a name, of a prefix or of a namespace's URI, which are compared for every node.
+    static constexpr int MaxNameLength = 512;
     /// Characters of names and rendered references, which the DOM keeps once for every use.
     static constexpr int MaxNameCharacters = 1 << 22;
 
@@ -66,7 +69,7 @@ public:
      * references. A fault is left on @p reader, and told on Qt's debug log; document() then holds what came before
      * it. Besides those of the reader and the pool: "closing tag does not match opening tag", "bad attr size in XML
      * element", and for the ceilings above "elements nested too deeply", "too many attributes in XML element", "too many
-     * nodes in XML document" and "too long names in XML document".
+     * nodes in XML document", "too long name in XML document" and "too long names in XML document".
      */
     void load(Extractor *reader, const ApkResources &resources);
 
@@ -92,7 +95,9 @@ private:
     int resourceIdOf(int nameIndex) const;
     QString qualifiedName(const QString &uri, const QString &name);
     QString referenceText(int id);
+    QString nameAt(int index);
     bool isWithinCeilings(int attributeCount);
+    bool countNodes(int count);
     void countCharacters(int count);
 
     StringPool m_pool;
@@ -104,7 +109,7 @@ private:
     QDomDocument m_document;
     QDomElement m_currentElement; ///< the innermost open element; its ancestors are open, too
     int m_depth = 0;              ///< number of open elements
-    int m_nodes = 0;              ///< elements and attributes so far
+    int m_nodes = 0;              ///< elements, attributes and namespaces so far
     int m_nameCharacters = 0;     ///< characters of names and rendered references so far
 };
 

@@ -9,6 +9,7 @@
 #include <QTranslator>
 #include <QtTest>
 
+#include <functional>
 #include <limits>
 
 using namespace fixture;
@@ -485,7 +486,9 @@ private slots:
     void errorFileTooShort();
     void errorBadInput();
     void errorBoundaryOutOfBounds();
-    void errorArrayTooLong();
+    void errorFileTooLong();
+    void fetchingAheadStopsAtTheCeiling();
+    void linesAreGrantedUpToTheCeiling();
     void errorTooManyStepsBack();
 
 private:
@@ -1961,15 +1964,57 @@ void TestExtractor::errorBoundaryOutOfBounds()
     QCOMPARE(reader.errorString(), QStringLiteral("boundary out of bounds: Unknown error"));
 }
 
-void TestExtractor::errorArrayTooLong()
+void TestExtractor::errorFileTooLong()
+{
+    const QString tooLong = QStringLiteral("file too long: Unknown error");
+    constexpr int Half = Extractor::MaxBytes / 2;
+    for (const auto &read : {std::function<void(Extractor &)>([](Extractor &reader) { reader.get8(); }),
+                             std::function<void(Extractor &)>([](Extractor &reader) { reader.skip(1); }),
+                             std::function<void(Extractor &)>([](Extractor &reader) { reader.getu8_vector(1); }),
+                             std::function<void(Extractor &)>([](Extractor &reader) { reader.get32s(1); })}) {
+        EndlessDevice device;
+        Extractor reader(&device);
+        QCOMPARE(reader.getu8_vector(Half).size(), Half);
+        reader.skip(Half);
+        QVERIFY(!reader.failed());
+        read(reader);
+        QCOMPARE(reader.errorString(), tooLong);
+    }
+    EndlessDevice device;
+    Extractor reader(&device);
+    QCOMPARE(reader.getu8_vector(Extractor::MaxBytes + 1).size(), Extractor::MaxBytes + 1);
+    QCOMPARE(reader.errorString(), tooLong);
+    QCOMPARE(reader.position, int(Extractor::MaxBytes));
+    // The next device starts anew.
+    reader.setDevice(&device);
+    reader.skip(Extractor::MaxBytes);
+    QVERIFY(!reader.failed());
+}
+
+void TestExtractor::fetchingAheadStopsAtTheCeiling()
 {
     EndlessDevice device;
     Extractor reader(&device);
-    QCOMPARE(reader.getu8_vector(Extractor::MaxArraySize).size(), int(Extractor::MaxArraySize));
+    reader.skip(Extractor::MaxBytes - 6);
+    reader.pushBoundary(100);
+    reader.readAhead();
+    reader.get32();
+    reader.get16();
     QVERIFY(!reader.failed());
-    QCOMPARE(reader.getu8_vector(Extractor::MaxArraySize + 1).size(), Extractor::MaxArraySize + 1);
-    QCOMPARE(reader.errorString(), QStringLiteral("array too long: Unknown error"));
-    QCOMPARE(reader.position, 2 * Extractor::MaxArraySize);
+    reader.get8();
+    QCOMPARE(reader.errorString(), QStringLiteral("file too long: Unknown error"));
+}
+
+void TestExtractor::linesAreGrantedUpToTheCeiling()
+{
+    SequentialDevice device({});
+    Extractor reader(&device);
+    for (int i = 0; i < Extractor::MaxLines; ++i)
+        QVERIFY(reader.mayTell());
+    QVERIFY(!reader.mayTell());
+    QVERIFY(!reader.mayTell());
+    reader.setDevice(&device);
+    QVERIFY(reader.mayTell());
 }
 
 void TestExtractor::errorTooManyStepsBack()

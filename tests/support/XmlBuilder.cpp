@@ -62,7 +62,7 @@ XmlBuilder XmlBuilder::manifest(Encoding encoding)
 XmlBuilder &XmlBuilder::attributeId(const QString &name, qint64 resourceId)
 {
     Q_ASSERT(m_strings.size() == m_resourceIds.size());
-    m_strings.append(name);
+    index(name);
     m_resourceIds.append(resourceId);
     return *this;
 }
@@ -122,9 +122,12 @@ int XmlBuilder::index(const QString &string)
 {
     if (string.isNull())
         return -1;
-    if (!m_strings.contains(string))
-        m_strings.append(string);
-    return m_strings.indexOf(string);
+    const auto known = m_indices.constFind(string);
+    if (known != m_indices.cend())
+        return *known;
+    m_strings.append(string);
+    m_indices.insert(string, m_strings.size() - 1);
+    return m_strings.size() - 1;
 }
 
 QByteArray XmlBuilder::pool() const

@@ -5,6 +5,7 @@
 #include "PoolBuilder.h"
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -67,6 +68,7 @@ public:
 private:
     Encoding m_encoding;
     QStringList m_strings;
+    QHash<QString, int> m_indices; ///< of the strings
     QVector<qint64> m_resourceIds;
     QByteArray m_nodes;
 };

@@ -1,0 +1,302 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "ApkFile.h"
+#include "Bounds.h"
+#include "Bytes.h"
+#include "Devices.h"
+#include "IconLookup.h"
+#include "LauncherFinder.h"
+#include "LocaleLookup.h"
+#include "ResourcePackage.h"
+#include "ResourceTypes.h"
+#include "VisibilityRules.h"
+
+#include <QtTest>
+
+#include <functional>
+
+using namespace fixture;
+using namespace ResourceTypes;
+
+/*
+ * Packages in which each part is small and sound, and the parts multiply each other: launchers and what their icons,
+ * labels and states refer to, names and what is rendered with them, members and what they inflate to. Each is asked
+ * what a host asks, in a process of its own, within the bounds that hold for any input.
+ */
+
+namespace {
+
+using Ask = std::function<void(const QByteArray &)>;
+
+QList<ApkLauncherInfo> asked(const QByteArray &resources, const QByteArray &document,
+                             const QVector<Member> &members = {})
+{
+    PackageDevice device(resources, document, members);
+    return ApkFile(&device).getLauncherInfo(false);
+}
+
+void askForLaunchers(const QByteArray &bytes)
+{
+    PackageDevice device(bytes);
+    ApkFile apk(&device);
+    const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(false);
+    Q_UNUSED(launchers)
+}
+
+const QString application = QStringLiteral("application");
+const QString manifest = QStringLiteral("manifest");
+const QString icon = QStringLiteral("icon");
+const QString label = QStringLiteral("label");
+const QString enabled = QStringLiteral("enabled");
+
+using AttributesOf = std::function<QVector<Attribute>(int)>;
+
+// A manifest of launchers, each of an activity with attributes of its own.
+QByteArray launchers(int count, const AttributesOf &attributesOf, const QString &package = QStringLiteral("org.x"))
+{
+    const QString activity = QStringLiteral("activity");
+    XmlBuilder builder = XmlBuilder::manifest(Encoding::Utf8);
+    builder.start(manifest, {plainText(QStringLiteral("package"), package)}).start(application);
+    for (int i = 0; i < count; ++i)
+        builder.start(activity, attributesOf(i)).launcherFilter().end(activity);
+    return builder.end(application).end(manifest).build();
+}
+
+// The same, each with one attribute that refers to the entry of that number of the first type.
+QByteArray launchersThatRefer(int count, const QString &attribute)
+{
+    return launchers(count,
+                     [attribute](int i) { return QVector<Attribute>{androidReference(attribute, 0x7f010001 + i)}; });
+}
+
+// The same, with texts that all refer to the first entry: a number may start with zeros.
+QByteArray launchersThatReferToOne(int count, const QString &attribute)
+{
+    return launchers(count, [attribute](int i) {
+        const QString zeros(1 + i % 100, QLatin1Char('0'));
+        const QString text = QStringLiteral("@string/") + zeros + QString::number(4294967296 + i);
+        return QVector<Attribute>{androidText(attribute, text)};
+    });
+}
+
+QByteArray localeOf(int number)
+{
+    const char language[] = {char('a' + number % 26), char('a' + number / 26 % 26), 0};
+    const char country[] = {char('a' + number / 676 % 26), char('a' + number / 17576 % 26), 0};
+    return ConfigBuilder(16).locale(language, country).build();
+}
+
+// Type chunks in which the entry @p entry has a string in each of @p count locales.
+void addLocales(PackageBuilder &package, int entry, int count)
+{
+    for (int i = 0; i < count; ++i)
+        package.type(TypeBuilder(1, localeOf(i)).value(entry, StringValue, 0));
+}
+
+QByteArray table(const PackageBuilder &package, const QStringList &strings = {QStringLiteral("text")})
+{
+    return TableBuilder().strings(strings).package(package).build();
+}
+
+PackageBuilder strings()
+{
+    return PackageBuilder().types({QStringLiteral("string")});
+}
+
+// Entries of which each refers to the next.
+QByteArray chain(int length)
+{
+    TypeBuilder type(1);
+    for (int i = 0; i < length; ++i)
+        type.value(i, ReferenceValue, 0x7f010000 + i + 1);
+    return table(strings().type(type));
+}
+
+// Entries whose default refers to one that has many locales, and that have a locale of their own before.
+QByteArray copiesOfManyLocales(int entries, int locales)
+{
+    PackageBuilder package = strings();
+    TypeBuilder own(1, ConfigBuilder(16).locale("zz", "zz").build());
+    TypeBuilder byDefault(1);
+    for (int i = 0; i < entries; ++i) {
+        own.value(i + 1, StringValue, 0);
+        byDefault.value(i + 1, ReferenceValue, 0x7f010000);
+    }
+    package.type(own).type(byDefault);
+    addLocales(package, 0, locales);
+    return table(package);
+}
+
+QByteArray manyLocales(int locales)
+{
+    PackageBuilder package = strings();
+    addLocales(package, 0, locales);
+    return table(package);
+}
+
+void addRow(const char *name, const QByteArray &resources, const QByteArray &document,
+            const QVector<Member> &members = {}, const Ask &ask = askForLaunchers)
+{
+    qint64 inflated = resources.size() + document.size();
+    for (const Member &member : members)
+        inflated += member.content.size();
+    QTest::newRow(name) << package(resources, document, members) << inflated << ask;
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Ask)
+
+class TestHostilePackages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void boundsHold_data();
+    void boundsHold();
+
+    void localesUpToTheCeiling();
+    void labelsUpToTheCeiling();
+    void iconsUpToTheCeiling();
+    void statesUpToTheCeiling();
+    void classesUpToTheCeiling();
+};
+
+void TestHostilePackages::boundsHold_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<qint64>("inflated");
+    QTest::addColumn<Ask>("ask");
+
+    constexpr int Count = 5000;
+    for (const QString &attribute : {icon, label, enabled}) {
+        const auto name = [&attribute](const char *text) { return QByteArray(text) + qPrintable(attribute); };
+        addRow(name("chain that every launcher starts elsewhere in: ").constData(), chain(Count),
+               launchersThatRefer(Count, attribute));
+        addRow(name("texts for one entry of many locales: ").constData(), manyLocales(20000),
+               launchersThatReferToOne(Count, attribute));
+        addRow(name("default of many locales, and an own one: ").constData(), copiesOfManyLocales(Count, 10000),
+               launchersThatRefer(Count, attribute));
+    }
+    QStringList types;
+    for (int i = 0; i < 170000; ++i)
+        types.append(QString::number(i, 36));
+    addRow("pool of many types", table(PackageBuilder().types(types)), launchersThatReferToOne(Count, icon));
+
+    TableBuilder packages;
+    for (int i = 0; i < 3600; ++i)
+        packages.package(PackageBuilder(0x1000 + i, QString::number(i)));
+    addRow("references to none of many packages", packages.build(), launchersThatRefer(Count, icon));
+
+    addRow("classes with a long package name", emptyTable(),
+           launchers(
+               Count, [](int i) { return QVector<Attribute>{androidText(QStringLiteral("name"), QString::number(i))}; },
+               QString(30000, QLatin1Char('p'))));
+    addRow("icons with long paths", table(strings(), {}), launchers(Count, [](int i) {
+               return QVector<Attribute>{androidText(icon, QString::number(i).repeated(50))};
+           }));
+
+    addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(1 << 29, '\0')), smallManifest());
+}
+
+void TestHostilePackages::boundsHold()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(qint64, inflated);
+    QFETCH(Ask, ask);
+    const QString excess = Bounds::excess(cost([&] { ask(bytes); }), bytes.size(), inflated);
+    QVERIFY2(excess.isEmpty(), qPrintable(excess));
+}
+
+void TestHostilePackages::localesUpToTheCeiling()
+{
+    // Two own values, and those of another resource: each is looked at once there, and once more where they are added.
+    const auto count = [](int locales) {
+        SequentialDevice device(copiesOfManyLocales(1, locales));
+        ApkResources resources;
+        if (!resources.load(&device))
+            qFatal("no table");
+        return resources.lookupByLocale(QStringLiteral("@string/1"), 1).size();
+    };
+    constexpr int Most = (LocaleLookup::MaxValues - 2) / 2;
+    QCOMPARE(count(Most), Most + 1);
+    QCOMPARE(count(Most + 1), 0);
+}
+
+void TestHostilePackages::labelsUpToTheCeiling()
+{
+    // A label in many locales, and one in a single locale after it.
+    const auto labels = [](int locales) {
+        PackageBuilder package = strings();
+        addLocales(package, 0, locales - 1);
+        package.type(TypeBuilder(1, ConfigBuilder(16).locale("zz", "zz").build()).value(0, ReferenceValue, 0x7f010000))
+            .type(TypeBuilder(1).value(1, StringValue, 0));
+        return asked(table(package),
+                     launchers(2, [](int i) { return QVector<Attribute>{androidReference(label, 0x7f010000 + i)}; }));
+    };
+    // One that refers to itself is looked at on each level.
+    constexpr int Levels = 6;
+    constexpr int Most = (LocaleLookup::MaxValues - 1) / Levels;
+    QCOMPARE(labels(Most).at(0).labels().size(), Most);
+    QCOMPARE(labels(Most).at(1).label(QString()), QStringLiteral("text"));
+    QCOMPARE(labels(Most + 1).size(), 2);
+    QCOMPARE(labels(Most + 1).at(1).labels().size(), 0);
+}
+
+void TestHostilePackages::iconsUpToTheCeiling()
+{
+    // The path of the first icon is as long as the second one leaves room for; there is nothing at it.
+    const QString path = QStringLiteral("icon.png");
+    const auto widthOfSecond = [&path](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1).value(0, StringValue, 0).value(1, StringValue, 1));
+        const QByteArray resources =
+            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
+        const QByteArray document =
+            launchers(2, [](int i) { return QVector<Attribute>{androidReference(icon, 0x7f010000 + i)}; });
+        const QList<QImage> icons = asked(resources, document, {{path, picture(7, 7, 0)}}).at(1).icons();
+        return icons.isEmpty() ? 0 : icons.constFirst().width();
+    };
+    constexpr int CharactersOfAValue = 16;
+    const int reference = QStringLiteral("@string/0").size();
+    const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - path.size();
+    QCOMPARE(widthOfSecond(most), 7);
+    QCOMPARE(widthOfSecond(most + 1), 0);
+}
+
+void TestHostilePackages::statesUpToTheCeiling()
+{
+    // Three activities: the first two have states with many values, the third is disabled by its one value.
+    const auto shown = [](int values) {
+        PackageBuilder package = strings();
+        for (int i = 0; i < ResourcePackage::MaxValues; ++i) {
+            TypeBuilder type(1, ConfigBuilder(8).mcc(1 + i % 1000).mnc(1 + i / 1000).build());
+            type.value(0, BooleanValue, 0);
+            package.type(i < values ? type.value(1, BooleanValue, 0) : type);
+        }
+        package.type(TypeBuilder(1).value(2, BooleanValue, 0));
+        return asked(table(package),
+                     launchers(3, [](int i) { return QVector<Attribute>{androidReference(enabled, 0x7f010000 + i)}; }))
+            .size();
+    };
+    constexpr int Most = VisibilityRules::MaxValues - ResourcePackage::MaxValues - 1;
+    QCOMPARE(shown(Most), 2);
+    QCOMPARE(shown(Most + 1), 3);
+}
+
+void TestHostilePackages::classesUpToTheCeiling()
+{
+    constexpr int Length = 1 << 14;
+    constexpr int Most = LauncherFinder::MaxClassCharacters / Length;
+    const auto found = [](int count) {
+        const QByteArray document = launchers(
+            count, [](int) { return QVector<Attribute>{androidText(QStringLiteral("name"), QStringLiteral(".A"))}; },
+            QString(Length - 2, QLatin1Char('p')));
+        return asked(emptyTable(), document).size();
+    };
+    QCOMPARE(found(Most), Most);
+    QCOMPARE(found(Most + 1), Most);
+}
+
+QTEST_GUILESS_MAIN(TestHostilePackages)
+#include "tst_hostile_packages.moc"
