@@ -183,6 +183,8 @@ private slots:
     void qualifiersHaveAnOrder();
     void qualifiersOfARecord();
     void keepsTheDensityThatIsReadOutOfNodpi();
+    void keepsPackedLanguagesAndRegionsGarbled();
+    void keepsScriptsUntold();
 };
 
 void TestResourceConfig::aNewConfigurationIsZero()
@@ -710,6 +712,27 @@ void TestResourceConfig::keepsTheDensityThatIsReadOutOfNodpi()
     QCOMPARE(config.toString(), QString());
     config.density = 65535;
     QCOMPARE(config.toString(), QStringLiteral("nodpi"));
+}
+
+void TestResourceConfig::keepsPackedLanguagesAndRegionsGarbled()
+{
+    // "fil" and "419", each as three numbers of five bits, from the last to the first, behind a bit that is set.
+    const ResourceConfig filipino = loaded(ConfigBuilder().locale("\xad\x05"));
+    QCOMPARE(filipino.locale(), QStringLiteral(u"\u00ad\u0005"));
+    QCOMPARE(filipino.toString(), QStringLiteral(u"\u00ad\u0005"));
+    const ResourceConfig latinAmerican = loaded(ConfigBuilder().locale("es", "\xa4\x24"));
+    QCOMPARE(latinAmerican.locale(), QStringLiteral(u"es-\u00a4$"));
+    QCOMPARE(latinAmerican.toString(), QStringLiteral(u"es-r\u00a4$"));
+}
+
+void TestResourceConfig::keepsScriptsUntold()
+{
+    ConfigBuilder latin = ConfigBuilder().locale("sr");
+    for (int i = 0; i < 4; ++i)
+        latin.u8(KnownSize + i, "Latn"[i]);
+    QCOMPARE(loaded(latin).locale(), QStringLiteral("sr"));
+    QCOMPARE(loaded(latin).toString(), QStringLiteral("sr"));
+    QVERIFY(loaded(latin) == loaded(ConfigBuilder().locale("sr")));
 }
 
 QTEST_GUILESS_MAIN(TestResourceConfig)

@@ -219,6 +219,7 @@ private slots:
     void lengthsInBytes_data();
     void lengthsInBytes();
     void brokenUtf8IsReplaced();
+    void keepsSurrogatesInUtf8AsReplacements();
 
     // strings in UTF-16
     void lengthsInUnits_data();
@@ -788,6 +789,16 @@ void TestStringPool::brokenUtf8IsReplaced()
     QCOMPARE(pool.get(0), QString::fromUtf8(text));
     QVERIFY(pool.get(0).contains(QChar(QChar::ReplacementCharacter)));
     QCOMPARE(pool.find(QString::fromUtf8(text)), 0);
+}
+
+void TestStringPool::keepsSurrogatesInUtf8AsReplacements()
+{
+    // U+1F4DD as two surrogates of three bytes each, as aapt2 writes it, and as UTF-8 has it.
+    const auto text = [](const QByteArray &bytes) {
+        return loaded(PoolBuilder().rawString(Bytes().u8(2).u8(bytes.size()).raw(bytes).u8(0).data())).get(0);
+    };
+    QCOMPARE(text("\xed\xa0\xbd\xed\xb3\x9d"), QString(6, QChar(QChar::ReplacementCharacter)));
+    QCOMPARE(text("\xf0\x9f\x93\x9d"), QStringLiteral("📝"));
 }
 
 void TestStringPool::lengthsInUnits_data()
