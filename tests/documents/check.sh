@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# check.sh PROGRAMS KEPT DOCUMENT...: whether every test that the documents name (`tst_x`, `tst_x::function`) is among
+# the test programs in the directory PROGRAMS, whether KEPT names every test called keeps..., and whether the files
+# that the documents link to are there.
+set -euo pipefail
+programs=$1 kept=$2
+shift 2
+export LC_ALL=C
+
+fault() {
+    echo "$1" >&2
+    status=1
+}
+status=0
+
+functions=$(for program in "$programs"/tst_*; do
+    "$program" -functions | sed -n "s/^\([A-Za-z0-9_]*\)()$/${program##*/}::\1/p"
+done)
+[ -n "$functions" ] || fault "$programs has no test functions"
+
+for document in "$kept" "$@"; do
+    [ -f "$document" ] || fault "$document is missing"
+    for name in $(grep -oE '\btst_[A-Za-z0-9_]+(::[A-Za-z0-9_]+)?' "$document" | sort -u); do
+        grep -qE "^$name(::|$)" <<<"$functions" || fault "$document names the test $name, which is missing"
+    done
+    for link in $(grep -oE '\]\([^)#]+' "$document" | cut -c3- | grep -v :// | sort -u); do
+        [ -e "$(dirname "$document")/$link" ] || fault "$document links to $link, which is missing"
+    done
+done
+
+for name in $(grep '::keeps' <<<"$functions"); do
+    grep -qF "\`$name\`" "$kept" || fault "$kept does not name the test $name"
+done
+exit $status
