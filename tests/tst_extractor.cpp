@@ -490,6 +490,7 @@ private slots:
     void fetchingAheadStopsAtTheCeiling();
     void linesAreGrantedUpToTheCeiling();
     void errorTooManyStepsBack();
+    void errorTooManyChunks();
 
 private:
     void compareWithReadAhead(bool upToTheFirstFault);
@@ -2024,6 +2025,23 @@ void TestExtractor::errorTooManyStepsBack()
     for (int i = 0; i <= Extractor::MaxStepsBack; ++i)
         reader.skip(-1);
     QCOMPARE(reader.errorString(), QStringLiteral("too many steps back: Unknown error"));
+}
+
+void TestExtractor::errorTooManyChunks()
+{
+    SequentialDevice device({});
+    Extractor reader(&device);
+    for (int i = 0; i < Extractor::MaxRegions; ++i) {
+        reader.pushBoundary(0);
+        reader.popBoundary();
+    }
+    QVERIFY(!reader.failed());
+    reader.pushBoundary(0);
+    reader.popBoundary();
+    QCOMPARE(reader.errorString(), QStringLiteral("too many chunks: Unknown error"));
+    reader.setDevice(&device);
+    reader.pushBoundary(0);
+    QVERIFY(!reader.failed());
 }
 
 QTEST_GUILESS_MAIN(TestExtractor)

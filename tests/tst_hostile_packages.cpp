@@ -197,6 +197,14 @@ void TestHostilePackages::boundsHold_data()
            }));
 
     addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(1 << 29, '\0')), smallManifest());
+    const QByteArray none = chunk(0x7777).repeated(1 << 23);
+    addRow("chunks of nothing, inflated: table", chunk(TableChunk, Bytes().u32(1).data(), none), smallManifest());
+    addRow("chunks of nothing, inflated: document", emptyTable(), chunk(XmlDocumentChunk, QByteArray(), none));
+    TypeBuilder type(1, ConfigBuilder(4).build());
+    addRow("chunks of no values, inflated", table(strings().chunk(type.build().repeated(1 << 20))), smallManifest());
+    for (int i = 0; i < 1000; ++i)
+        type.value(999 - i, DecimalValue, i);
+    addRow("values, inflated", table(strings().chunk(type.build().repeated(5000))), smallManifest());
 }
 
 void TestHostilePackages::boundsHold()

@@ -212,6 +212,9 @@ private slots:
     void badInput();
     void stringExtendsPastStringblockEnd();
     void stringPoolContainsBadCount();
+    void tooLongTypeNameInResourceTable();
+    void tooManyValuesOfOneResource();
+    void tooManyValuesInPackage();
 };
 
 void TestResourcePackage::aNewPackageIsEmpty()
@@ -1095,6 +1098,49 @@ void TestResourcePackage::stringPoolContainsBadCount()
     QByteArray bytes = strings().build();
     poke32(bytes, PackageBuilder::TypePoolAt + PoolBuilder::CountAt, -1);
     QCOMPARE(fault(bytes), QString("string pool contains bad count"));
+}
+
+void TestResourcePackage::tooLongTypeNameInResourceTable()
+{
+    const auto bytes = [](int length) {
+        return PackageBuilder().types({"a", QString(length, QLatin1Char('t'))}).build();
+    };
+    QCOMPARE(fault(bytes(ResourcePackage::MaxTypeNameLength)), QString());
+    QCOMPARE(fault(bytes(ResourcePackage::MaxTypeNameLength + 1)), QString("too long type name in resource table"));
+    // A type beyond those that have an id is never rendered.
+    QStringList names;
+    for (int i = 0; i < 0xff; ++i)
+        names.append(QString::number(i));
+    names.append(QString(ResourcePackage::MaxTypeNameLength + 1, QLatin1Char('t')));
+    QCOMPARE(fault(PackageBuilder().types(names).build()), QString());
+}
+
+void TestResourcePackage::tooManyValuesOfOneResource()
+{
+    const auto bytes = [](int values) {
+        const QByteArray type = TypeBuilder(1, ConfigBuilder(4).build()).value(0, Decimal, 1).build();
+        return PackageBuilder().types({"a"}).chunk(type.repeated(values)).build();
+    };
+    QCOMPARE(fault(bytes(ResourcePackage::MaxValues)), QString());
+    QCOMPARE(fault(bytes(ResourcePackage::MaxValues + 1)), QString("too many values of one resource"));
+}
+
+void TestResourcePackage::tooManyValuesInPackage()
+{
+    constexpr int Chunks = 64;
+    constexpr int ValuesOfAChunk = ResourcePackage::MaxEntries / Chunks;
+    const auto bytes = [](int more) {
+        TypeBuilder type(1, ConfigBuilder(4).build());
+        for (int i = 0; i < ValuesOfAChunk; ++i)
+            type.value(i, Decimal, i);
+        PackageBuilder package;
+        package.types({"a"}).chunk(type.build().repeated(Chunks));
+        for (int i = 0; i < more; ++i)
+            package.type(TypeBuilder(1).value(0, Decimal, 1));
+        return package.build();
+    };
+    QCOMPARE(fault(bytes(0)), QString());
+    QCOMPARE(fault(bytes(1)), QString("too many values in package"));
 }
 
 QTEST_GUILESS_MAIN(TestResourcePackage)

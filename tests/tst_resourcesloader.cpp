@@ -163,6 +163,7 @@ private slots:
     void typechunkIdOutOfRange();
     void bogusEntryCountInTypeChunk();
     void resourceTableContainsEntryNotInIndex();
+    void tooManyPackagesInResourceTable();
 
     void hugeClaimsTakeNoMemory();
     void everyFieldMayBeDamaged();
@@ -820,6 +821,19 @@ void TestResourcesLoader::resourceTableContainsEntryNotInIndex()
     const PackageBuilder package = PackageBuilder().types({"string"}).type(TypeBuilder(1).unlisted("x"));
     QCOMPARE(logOf(TableBuilder().package(package).build()),
              QStringList{errorLine("resource table contains entry not in index")});
+}
+
+void TestResourcesLoader::tooManyPackagesInResourceTable()
+{
+    const auto table = [](int packages) {
+        TableBuilder builder;
+        for (int i = 0; i < packages; ++i)
+            builder.package(PackageBuilder(i));
+        return builder.build();
+    };
+    QCOMPARE(logOf(table(ResourcesLoader::MaxPackages)), QStringList());
+    QCOMPARE(logOf(table(ResourcesLoader::MaxPackages + 1)),
+             QStringList{errorLine("too many packages in resource table")});
 }
 
 QTEST_GUILESS_MAIN(TestResourcesLoader)
