@@ -84,6 +84,20 @@ QPair<int, QString> refused(int code)
     return {code, QString()};
 }
 
+// A manifest with one launcher, whose icon is written as the path of a member.
+QByteArray manifestWithIcon(const QString &icon)
+{
+    return XmlBuilder::manifest()
+        .start(QStringLiteral("manifest"))
+        .start(QStringLiteral("application"))
+        .start(QStringLiteral("activity"), {androidText(QStringLiteral("icon"), icon)})
+        .launcherFilter()
+        .end(QStringLiteral("activity"))
+        .end(QStringLiteral("application"))
+        .end(QStringLiteral("manifest"))
+        .build();
+}
+
 /// A device that fails after it has delivered so many bytes.
 class FailingDevice : public PackageDevice
 {
@@ -120,6 +134,7 @@ private slots:
     void wrongChecksumIsNotLookedAt();
     void directoryAndLocalHeaderDisagree_data();
     void directoryAndLocalHeaderDisagree();
+    void iconWhoseLocalHeaderIsDamagedIsLeftOut();
     void bytesAroundTheArchive();
     void storedMembers();
     void whatIsNoFileCannotBeOpened_data();
@@ -153,16 +168,7 @@ void TestArchives::membersAreNeverFilesOutside()
     file.write(picture(3, 3, 0));
     file.close();
     const auto widthOfIcon = [](const QString &icon, const QVector<Member> &members) {
-        const QByteArray manifest = XmlBuilder::manifest()
-                                        .start(QStringLiteral("manifest"))
-                                        .start(QStringLiteral("application"))
-                                        .start(QStringLiteral("activity"), {androidText(QStringLiteral("icon"), icon)})
-                                        .launcherFilter()
-                                        .end(QStringLiteral("activity"))
-                                        .end(QStringLiteral("application"))
-                                        .end(QStringLiteral("manifest"))
-                                        .build();
-        PackageDevice device(emptyTable(), manifest, members);
+        PackageDevice device(emptyTable(), manifestWithIcon(icon), members);
         const QList<QImage> icons = ApkFile(&device).getLauncherInfo(false).constFirst().icons();
         return icons.isEmpty() ? 0 : icons.constFirst().width();
     };
@@ -247,6 +253,21 @@ void TestArchives::directoryAndLocalHeaderDisagree()
     QFETCH(QByteArray, archive);
     QFETCH(int, code);
     QCOMPARE(answer(archive), refused(code));
+}
+
+void TestArchives::iconWhoseLocalHeaderIsDamagedIsLeftOut()
+{
+    const QString icon = QStringLiteral("res/icon.png");
+    QByteArray archive = package(emptyTable(), manifestWithIcon(icon), {{icon, picture(16, 16, 0x336699)}});
+    const auto icons = [&archive] {
+        PackageDevice device(archive);
+        ApkFile apk(&device);
+        const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(false);
+        return launchers.size() == 1 && apk.getError() == 0 ? launchers.constFirst().icons().size() : -1;
+    };
+    QCOMPARE(icons(), 1);
+    archive[local(archive, icon)] = 'p';
+    QCOMPARE(icons(), 0);
 }
 
 void TestArchives::bytesAroundTheArchive()
