@@ -14,6 +14,8 @@ build_packages=(
 )
 # What the tests take on top.
 test_packages=("${build_packages[@]}" binutils libxml2-utils)
+# What scripts/coverage.sh takes on top.
+coverage_packages=("${test_packages[@]}" gcovr)
 # What the checks of .ci/run take on top.
 check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev)
 
