@@ -33,4 +33,5 @@ counted=(gcovr --root . --add-tracefile "$report/coverage.json")
 "${counted[@]}" --html-details "$report/index.html"
 "${counted[@]}"
 "${counted[@]}" --branches
-"${counted[@]}" --print-summary --fail-under-line "$lines" --fail-under-branch "$branches" --output "$report/coverage.txt"
+"${counted[@]}" --print-summary --output "$report/coverage.txt" \
+    --fail-under-line "$lines" --fail-under-branch "$branches"
