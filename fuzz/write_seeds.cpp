@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "Regressions.h"
 
 #include <QDir>
 #include <QFile>
@@ -51,9 +52,15 @@ void write(const QString &directory, const QString &name, const QByteArray &byte
         qFatal("could not write %s", qPrintable(file.fileName()));
 }
 
+void writeAll(const QString &directory, const QVector<Member> &files)
+{
+    for (const Member &file : files)
+        write(directory, file.name, file.content);
+}
+
 } // namespace
 
-// write_seeds DIRECTORY: good inputs for each harness, in directories named after them.
+// write_seeds DIRECTORY: good inputs for each harness, in directories named after them, and those that once did harm.
 int main(int argc, char *argv[])
 {
     if (argc != 2) {
@@ -73,5 +80,9 @@ int main(int argc, char *argv[])
     }
     write(tables, QStringLiteral("empty"), emptyTable());
     write(documents, QStringLiteral("small"), smallManifest());
+    const QString regressions = QStringLiteral("/regressions");
+    writeAll(tables + regressions, tableRegressions());
+    writeAll(documents + regressions, documentRegressions());
+    writeAll(packages + regressions, packageRegressions());
     return 0;
 }

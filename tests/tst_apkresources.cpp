@@ -8,9 +8,9 @@
 #include "ResourcesLoader.h"
 #include "TableBuilder.h"
 
-#include <QElapsedTimer>
 #include <QtTest>
 
+#include <ctime>
 #include <limits>
 #include <random>
 
@@ -735,10 +735,9 @@ void TestApkResources::manyLocalesThatReferToThemselvesAreAnsweredQuickly()
     QFETCH(int, locales);
     QFETCH(int, depth);
     const ApkResources table = selfReferring(locales);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     const Texts texts = table.lookupByLocale("@string/0", depth);
-    QVERIFY(timer.elapsed() < 1000);
+    QVERIFY(double(std::clock() - start) / CLOCKS_PER_SEC < 1);
     QCOMPARE(texts.size(), locales);
     QCOMPARE(texts.values(), QVector<QString>(locales, "@string/0").toList());
 }
@@ -755,10 +754,9 @@ void TestApkResources::stringsThatReferToEachOtherAreAnsweredQuickly()
         package.type(type);
     }
     const ApkResources table = loaded(package);
-    QElapsedTimer timer;
-    timer.start();
+    const std::clock_t start = std::clock();
     QCOMPARE(table.lookupByLocale("@string/3", 64).size(), 20);
-    QVERIFY(timer.elapsed() < 1000);
+    QVERIFY(double(std::clock() - start) / CLOCKS_PER_SEC < 1);
 }
 
 void TestApkResources::randomTablesAnswerByTheRecursiveRule()

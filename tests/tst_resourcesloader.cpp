@@ -472,7 +472,7 @@ void TestResourcesLoader::thePackagesHeaderSizeIsSigned()
     QByteArray bytes = application().build();
     poke16(bytes, HeaderSizeAt, -1);
     for (const int field : {PackageBuilder::TypePoolOffsetAt, PackageBuilder::KeyPoolOffsetAt})
-        poke32(bytes, field, peek32(bytes, field) - 285);
+        poke32(bytes, field, qint64(peek32(bytes, field)) - 285);
     LogCapture log;
     ApkResources table;
     QVERIFY(load(table, bytes + chunk(UnknownType, QByteArray(), QByteArray(285 - 8, 'x'))));

@@ -1702,7 +1702,9 @@ void TestXmlLoader::stringPoolContainsBadCount()
 // Where the library is built with assertions, an index of -1 for a name ends the process instead.
 void TestXmlLoader::everyFieldMayBeDamaged()
 {
-#if !SORREL_ASSERTIONS
+#if SORREL_ASSERTIONS
+    QSKIP("a negative string index ends the process in this build; those without assertions run this", );
+#else
     const ApkResources resources = table();
     const QByteArray good = goodDocument().build();
     for (int at = 0; at < good.size() - 3; at += 2) {

@@ -61,8 +61,11 @@ PackageReport::PackageReport(const QString &file, bool includeDisabled) : m_file
 {
     ApkFile apk(file);
     m_package = apk.mainPackage();
-    m_minSdkVersion = apk.minSdkVersion();
-    m_launchers = apk.getLauncherInfo(includeDisabled);
+    // Every query would read a package that cannot be read anew, and answer what these stand at.
+    if (apk.getError() == 0) {
+        m_minSdkVersion = apk.minSdkVersion();
+        m_launchers = apk.getLauncherInfo(includeDisabled);
+    }
     m_errorCode = apk.getError();
     m_errorText = apk.getErrorString();
 }

@@ -1,0 +1,109 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Regressions.h"
+
+#include "Apk.h"
+#include "Bytes.h"
+#include "ResourceTypes.h"
+
+#include <limits>
+
+using namespace fixture;
+using namespace ResourceTypes;
+
+namespace {
+
+constexpr int SizeAt = 4;
+constexpr int Largest = std::numeric_limits<int>::max();
+constexpr qint64 Smallest = std::numeric_limits<int>::min();
+
+QByteArray poked(QByteArray bytes, int at, qint64 value)
+{
+    poke32(bytes, at, value);
+    return bytes;
+}
+
+QByteArray tableOf(const QByteArray &chunk)
+{
+    return TableBuilder().chunk(chunk).build();
+}
+
+QByteArray documentOf(const QByteArray &nodes)
+{
+    return chunk(XmlDocumentChunk, QByteArray(), nodes);
+}
+
+QByteArray smallPool()
+{
+    return PoolBuilder(Encoding::Utf16).string(QStringLiteral("text")).build();
+}
+
+PackageBuilder strings()
+{
+    return PackageBuilder().types({QStringLiteral("string")});
+}
+
+// A table with one map entry that claims @p count items.
+QByteArray map(qint64 count)
+{
+    constexpr int CountAt = 12;
+    return TableBuilder().package(strings().type(TypeBuilder(1).entry(0, poked(mapEntry(0), CountAt, count)))).build();
+}
+
+// Launchers, of which each has an attribute of its own that refers to the entry of its number.
+QByteArray launchers(int count, const QString &attribute)
+{
+    const QString activity = QStringLiteral("activity");
+    const QString application = QStringLiteral("application");
+    const QString manifest = QStringLiteral("manifest");
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(manifest).start(application);
+    for (int i = 0; i < count; ++i)
+        builder.start(activity, {androidReference(attribute, 0x7f010000 + i)}).launcherFilter().end(activity);
+    return builder.end(application).end(manifest).build();
+}
+
+// Entries of which each refers to the next, and the last to the first.
+QByteArray ring(int length)
+{
+    TypeBuilder type(1);
+    for (int i = 0; i < length; ++i)
+        type.value(i, Reference, 0x7f010000 + (i + 1) % length);
+    return TableBuilder().package(strings().type(type)).build();
+}
+
+} // namespace
+
+QVector<Member> tableRegressions()
+{
+    QByteArray beyond32Bits = poked(smallPool(), PoolBuilder::StringsStartAt, Smallest);
+    poke32(beyond32Bits, PoolBuilder::StylesStartAt, Largest);
+    return {
+        {QStringLiteral("chunk-that-moves-nothing"), tableOf(poked(chunk(0x7777), SizeAt, 0).repeated(300))},
+        {QStringLiteral("region-of-negative-length"), tableOf(poked(smallPool(), SizeAt, 7))},
+        {QStringLiteral("map-whose-size-wraps"), map(0x15555556)},
+        {QStringLiteral("map-of-negative-size"), map(Smallest)},
+        {QStringLiteral("pool-of-2-gib"), poked(smallPool(), SizeAt, Largest)},
+        {QStringLiteral("pool-of-many-strings"), tableOf(poked(smallPool(), PoolBuilder::CountAt, Largest))},
+        {QStringLiteral("pool-whose-size-is-beyond-32-bits"), tableOf(beyond32Bits)},
+        {QStringLiteral("references-in-a-ring"), ring(20)},
+    };
+}
+
+QVector<Member> documentRegressions()
+{
+    return {
+        {QStringLiteral("chunk-that-moves-nothing"), documentOf(poked(chunk(0x7777), SizeAt, 0).repeated(300))},
+        {QStringLiteral("resource-id-map-of-2-gib"), poked(chunk(ResourceIdMapChunk), SizeAt, 0x7ffffffc)},
+        {QStringLiteral("documents-in-documents"), documentOf(documentOf(documentOf(documentOf(smallPool()))))},
+    };
+}
+
+QVector<Member> packageRegressions()
+{
+    QVector<Member> archives;
+    for (const char *attribute : {"icon", "label", "enabled"}) {
+        archives.append({QStringLiteral("launchers-in-a-ring-of-references-") + QString::fromLatin1(attribute),
+                         package(ring(20), launchers(20, QString::fromLatin1(attribute)))});
+    }
+    return archives;
+}
