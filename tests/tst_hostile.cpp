@@ -292,6 +292,7 @@ private slots:
     void attributesUpToTheCeiling();
     void nodesUpToTheCeiling();
     void namesUpToTheCeiling();
+    void referencesUpToTheCeiling();
     void nameUpToTheCeiling_data();
     void nameUpToTheCeiling();
     void logIsShort_data();
@@ -480,6 +481,35 @@ void TestHostile::namesUpToTheCeiling()
     constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
     QCOMPARE(documentFault(document(Length, Elements)), QString());
     QCOMPARE(documentFault(document(Length, Elements + 1)), QStringLiteral("too long names in XML document"));
+}
+
+void TestHostile::referencesUpToTheCeiling()
+{
+    constexpr int Length = 128; // of "@", the type's name, "/7"
+    constexpr int Most = XmlLoader::MaxNameCharacters / Length;
+    SequentialDevice tableDevice(
+        TableBuilder().package(PackageBuilder().types({QString(Length - 3, QLatin1Char('t'))})).build());
+    ApkResources resources;
+    QVERIFY(resources.load(&tableDevice));
+    const auto lastReference = [&resources](int count, bool *ok) {
+        constexpr int PerElement = 128;
+        XmlBuilder names;
+        QVector<Attribute> attributes;
+        for (int i = 0; i < PerElement; ++i)
+            attributes.append({QString(), QString::number(i), QString(), ReferenceValue, 0x7f010007});
+        const QString name = QStringLiteral("e");
+        for (int i = 0; i < count; i += PerElement)
+            names.empty(name, attributes.mid(0, count - i));
+        const LogCapture log;
+        SequentialDevice device(names.build());
+        const QDomElement last = resources.loadXml(&device, ok).lastChildElement();
+        return last.attribute(QString::number((count - 1) % PerElement));
+    };
+    bool ok = false;
+    QCOMPARE(lastReference(Most, &ok).size(), Length);
+    QVERIFY(ok);
+    QCOMPARE(lastReference(Most + 1, &ok), QString());
+    QVERIFY(!ok);
 }
 
 void TestHostile::nameUpToTheCeiling_data()

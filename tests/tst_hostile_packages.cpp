@@ -196,6 +196,14 @@ void TestHostilePackages::boundsHold_data()
                return QVector<Attribute>{androidText(icon, QString::number(i).repeated(50))};
            }));
 
+    QVector<Member> members;
+    for (int i = 0; i < 9000; ++i)
+        members.append({QString::number(i), QByteArray()});
+    const auto missing = [](int i) { return QVector<Attribute>{androidText(icon, QStringLiteral("-%1").arg(i))}; };
+    const auto there = [](int i) { return QVector<Attribute>{androidText(icon, QString::number(i))}; };
+    addRow("many members, none of them the icons", emptyTable(), launchers(Count, missing), members);
+    addRow("many members, all of them icons", emptyTable(), launchers(Count, there), members);
+
     addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(1 << 29, '\0')), smallManifest());
     const QByteArray none = chunk(0x7777).repeated(1 << 23);
     addRow("chunks of nothing, inflated: table", chunk(TableChunk, Bytes().u32(1).data(), none), smallManifest());
