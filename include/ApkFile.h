@@ -137,8 +137,9 @@ public:
      * and activities with `exported="false"`. With true, all are returned.
      *
      * Loads the manifest on first use; every call then resolves labels and icons anew, and reads and decodes each
-     * icon file once. An icon that cannot be read or decoded (an XML drawable, a format that Qt has no plugin for) is
-     * left out without an error. When the manifest cannot be had the list is empty, and getError() tells why.
+     * icon file once. An icon that cannot be read or decoded (an XML drawable, a format other than PNG, JPEG, GIF,
+     * WebP and BMP, a picture that would take too much memory) is left out without an error. When the manifest cannot
+     * be had the list is empty, and getError() tells why.
      * @since 0.5
      */
     QList<ApkLauncherInfo> getLauncherInfo(bool includeDisabled);

@@ -56,7 +56,7 @@ public:
 
     /**
      * The icon in every size and variant that the package has as a picture file, in no order that a caller can rely
-     * on; sizes are in pixels (QImage::size()). Empty when there is none that Qt can decode.
+     * on; sizes are in pixels (QImage::size()). Empty when there is none that can be decoded.
      * @since 0.5
      */
     QList<QImage> icons() const;

@@ -1,47 +1,68 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ArchiveImages.h"
 
+#include "PictureCheck.h"
+
 #include <QBuffer>
 #include <QImageReader>
-#include <QPixelFormat>
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
-
-namespace {
-
-// Asks a picture for its size before anything is decoded.
-bool isWithinCeilings(QIODevice *device)
-{
-    QImageReader reader(device);
-    const QSize size = reader.size();
-    if (size.isEmpty() || qMax(size.width(), size.height()) > ArchiveImages::MaxSide)
-        return false;
-    const int depth = QImage::toPixelFormat(reader.imageFormat()).bitsPerPixel();
-    return qint64(size.width()) * size.height() * qMax(32, depth) / 8 <= ArchiveImages::MaxBytes;
-}
-
-} // namespace
 
 QImage ArchiveImages::image(const QString &path)
 {
     const auto known = m_images.constFind(path);
     if (known != m_images.cend())
         return *known;
+    if (m_images.size() >= MaxMembers)
+        return {};
+    // A failure is remembered too, so that it costs once.
+    QImage image = decoded(memberBytes(path));
+    m_images.insert(path, image);
+    return image;
+}
 
-    if (!m_archive->setCurrentFile(path, QuaZip::csDefault))
+QByteArray ArchiveImages::memberBytes(const QString &path)
+{
+    constexpr qint64 PieceSize = 64 << 10;
+    if (m_readBytes >= MaxReadBytes || !m_archive->setCurrentFile(path, QuaZip::csDefault))
         return {};
     QuaZipFile file(m_archive);
     if (!file.open(QIODevice::ReadOnly))
         return {};
-    // Qt's WebP and ICO plugins refuse sequential devices, and a member is one.
-    QByteArray bytes = file.readAll();
-    file.close();
+    QByteArray bytes;
+    for (;;) {
+        // One byte more than may be shows that there is one.
+        const qint64 largest = qMin(MaxFileBytes, MaxReadBytes - m_readBytes) + 1;
+        const QByteArray piece = file.read(qMin(PieceSize, largest - bytes.size()));
+        if (piece.isEmpty())
+            break;
+        bytes += piece;
+        if (bytes.size() >= largest) {
+            m_readBytes += bytes.size();
+            return {};
+        }
+    }
+    m_readBytes += bytes.size();
+    return bytes;
+}
+
+QImage ArchiveImages::decoded(QByteArray bytes)
+{
+    const qint64 left = MaxDecodingBytes - m_decodingBytes;
+    const PictureCheck check(bytes, left);
+    m_readBytes += check.steps();
+    if (!check.isAccepted() || check.decodingBytes() > left)
+        return {};
+    m_decodingBytes += check.decodingBytes();
+    // Qt's WebP plugin refuses sequential devices, and a member is one.
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);
-    QImage image;
-    if (!isWithinCeilings(&buffer) || !buffer.seek(0) || !image.load(&buffer, nullptr))
+    QImageReader reader(&buffer, check.format());
+    // No other decoder may take the file for its own.
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    if (size.width() > check.size().width() || size.height() > check.size().height())
         return {};
-    m_images.insert(path, image);
-    return image;
+    return reader.read();
 }

@@ -2,33 +2,50 @@
 #ifndef ARCHIVEIMAGES_H
 #define ARCHIVEIMAGES_H
 
+#include <QByteArray>
 #include <QImage>
 #include <QMap>
 #include <QString>
 
 class QuaZip;
 
-/// The picture files of an archive, each read and decoded once while this object lives.
+/**
+ * The picture files of an archive, each read and decoded once while this object lives. It has budgets, because an
+ * archive may name any number of members, and all of them may stand for the same few bytes: what does not fit in what
+ * is left of a budget is left out, as a picture that cannot be read is.
+ *
+ * Which formats are decoded, and which pictures of these formats are refused, is up to PictureCheck.
+ */
 class ArchiveImages
 {
 public:
-    /// Pixels of a picture's side at most. Launcher icons have up to 512.
-    static constexpr int MaxSide = 4096;
-    /// Bytes that a decoded picture takes at most.
-    static constexpr qint64 MaxBytes = 64 << 20;
+    /// Bytes of one file at most, as they come out of the archive. A member's claim to a size is not looked at.
+    static constexpr qint64 MaxFileBytes = 16 << 20;
+    /// Bytes of all files at most, those that are refused included; what checking them takes counts as well.
+    static constexpr qint64 MaxReadBytes = 64 << 20;
+    /// Bytes that decoding takes at most, over all pictures, those that fail included; what one picture takes on the
+    /// way to its QImage counts as well.
+    static constexpr qint64 MaxDecodingBytes = 64 << 20;
+    /// Members that are looked for at most. A package with ten launchers in each density has a hundred.
+    static constexpr int MaxMembers = 4096;
 
     /// @p archive is open, and outlives this object.
     explicit ArchiveImages(QuaZip *archive) : m_archive(archive) {}
 
     /**
      * The picture in the member @p path; of an animated one, the first. A null image when the member is missing,
-     * cannot be read or decoded, or says of itself that it is larger than the ceilings above.
+     * cannot be read or decoded, is refused, or exceeds a budget.
      */
     QImage image(const QString &path);
 
 private:
+    QByteArray memberBytes(const QString &path);
+    QImage decoded(QByteArray bytes);
+
     QuaZip *m_archive;
     QMap<QString, QImage> m_images;
+    qint64 m_readBytes = 0;
+    qint64 m_decodingBytes = 0;
 };
 
 #endif

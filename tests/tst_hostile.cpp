@@ -253,22 +253,6 @@ QByteArray launcherManifest(int filters, qint64 label)
         .build();
 }
 
-QByteArray pngOfSize(int width, int height)
-{
-    // The header of a real picture with another size in it; its checksum is the one thing that has to follow.
-    QByteArray png = picture(16, 16, 0x808080);
-    const auto big = [](int value) { return Bytes().u8(value >> 24).u8(value >> 16).u8(value >> 8).u8(value).data(); };
-    png.replace(16, 8, big(width) + big(height));
-    quint32 crc = 0xffffffff;
-    for (int i = 12; i < 29; ++i) {
-        crc ^= quint8(png.at(i));
-        for (int bit = 0; bit < 8; ++bit)
-            crc = (crc >> 1) ^ ((crc & 1) != 0 ? 0xedb88320 : 0);
-    }
-    png.replace(29, 4, big(int(~crc)));
-    return png;
-}
-
 void addRow(const char *name, const QByteArray &bytes, const Load &load)
 {
     QTest::newRow(name) << bytes << load;
@@ -299,8 +283,6 @@ private slots:
     void logIsShort();
     void valuesOfOneStringShareIt();
     void labelsOfOneReferenceAreShared();
-    void picturesUpToTheCeiling_data();
-    void picturesUpToTheCeiling();
 };
 
 void TestHostile::smallStackIsEnough_data()
@@ -419,10 +401,6 @@ void TestHostile::boundsHold_data()
            loadPackage);
     addRow("launchers whose label refers to itself in 300 locales",
            package(stringInLocales(300, ReferenceValue, 0x7f010000), launcherManifest(2000, 0x7f010000)), loadPackage);
-    addRow("picture of 45000 x 45000",
-           package(stringInLocales(1, StringValue, 0, {QStringLiteral("icon")}), launcherManifest(1, 0x7f010000),
-                   {{QStringLiteral("icon"), pngOfSize(45000, 45000)}}),
-           loadPackage);
 }
 
 void TestHostile::boundsHold()
@@ -609,35 +587,6 @@ void TestHostile::labelsOfOneReferenceAreShared()
     const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(false);
     QCOMPARE(launchers.size(), 2);
     QVERIFY(launchers.at(0).labels().isSharedWith(launchers.at(1).labels()));
-}
-
-void TestHostile::picturesUpToTheCeiling_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("as wide as may be") << picture(4096, 2, 0) << QSize(4096, 2);
-    QTest::newRow("wider") << picture(4097, 2, 0) << QSize();
-    QTest::newRow("as high as may be") << picture(2, 4096, 0) << QSize(2, 4096);
-    QTest::newRow("higher") << picture(2, 4097, 0) << QSize();
-    QTest::newRow("JPEG, wider") << picture(4097, 2, 0, "JPG") << QSize();
-    QTest::newRow("WebP, wider") << picture(4097, 2, 0, "WEBP") << QSize();
-    QTest::newRow("BMP, wider") << picture(4097, 2, 0, "BMP") << QSize();
-    QImage deep(4096, 2100, QImage::Format_RGBA64);
-    deep.fill(Qt::gray);
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    deep.save(&buffer, "PNG");
-    QTest::newRow("16 bits a channel, too many bytes") << buffer.data() << QSize();
-}
-
-void TestHostile::picturesUpToTheCeiling()
-{
-    QFETCH(QByteArray, file);
-    PackageDevice device(stringInLocales(1, StringValue, 0, {QStringLiteral("icon")}), launcherManifest(1, 0x7f010000),
-                         {{QStringLiteral("icon"), file}});
-    ApkFile apk(&device);
-    const QList<QImage> icons = apk.getLauncherInfo(false).constFirst().icons();
-    QTEST(icons.isEmpty() ? QSize() : icons.constFirst().size(), "size");
 }
 
 QTEST_GUILESS_MAIN(TestHostile)

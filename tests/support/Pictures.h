@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef PICTURES_H
+#define PICTURES_H
+
+#include <QByteArray>
+#include <QSize>
+#include <QString>
+#include <QStringList>
+
+/// Picture files, good ones and such as no editor writes.
+namespace fixture {
+
+/// A chunk of a PNG, with its checksum.
+QByteArray pngChunk(const char *type, const QByteArray &data);
+/// @p data as PNG and ZIP pack them; qUncompress() takes it with four bytes in front.
+QByteArray deflated(const QByteArray &data);
+/// @p png with @p chunks right behind its header.
+QByteArray withPngChunks(QByteArray png, const QByteArray &chunks);
+/// A black PNG. Its pixels are as many as the header says, or not there at all.
+QByteArray blackPng(int width, int height, int bits = 8, bool isInterlaced = false, bool hasPixels = true);
+
+QByteArray progressiveJpeg(int width, int height);
+/// @p jpeg, a progressive one, with its last scan repeated until it has @p count.
+QByteArray withScans(const QByteArray &jpeg, int count);
+
+/// A black GIF whose screen is @p screen and whose picture is @p frame.
+QByteArray gif(QSize screen, QSize frame, int disposal = 0);
+
+/// The file in RIFF of these chunks.
+QByteArray webp(const QByteArray &chunks);
+QByteArray webpChunk(const char *type, const QByteArray &data);
+/// The animation of @p frame, a WebP file of the size @p size, shown twice on @p canvas.
+QByteArray animatedWebp(QSize canvas, const QByteArray &frame, QSize size);
+/// A WebP file without losses in which each block of 4 x 4 pixels may have one of 65536 groups of prefix codes.
+QByteArray webpOfManyCodes(int side, int groups);
+
+/// A plain WebP file without losses, of a few bytes, whose transforms and entropy image have as many pixels as may be.
+QByteArray webpOfOneCode(int side);
+
+/// @p archive with its last member under further names, each as long as the member's own.
+QByteArray withNames(const QByteArray &archive, const QStringList &names);
+
+} // namespace fixture
+
+#endif
