@@ -3,6 +3,7 @@
 
 #include "Apk.h"
 #include "Bytes.h"
+#include "Pictures.h"
 #include "ResourceTypes.h"
 
 #include <limits>
@@ -106,4 +107,16 @@ QVector<Member> packageRegressions()
                          package(ring(20), launchers(20, QString::fromLatin1(attribute)))});
     }
     return archives;
+}
+
+QVector<Member> pictureRegressions()
+{
+    const QByteArray text = "k" + QByteArray(2, '\0') + deflated(QByteArray(1 << 20, '\0'));
+    return {
+        {QStringLiteral("png-of-45000-by-45000"), blackPng(45000, 45000, 8, false, false)},
+        {QStringLiteral("png-whose-texts-unpack"), withPngChunks(blackPng(2, 2), pngChunk("zTXt", text).repeated(20))},
+        {QStringLiteral("jpeg-of-many-scans"), withScans(progressiveJpeg(64, 64), 100)},
+        {QStringLiteral("webp-of-many-codes"), webpOfManyCodes(128, 1024)},
+        {QStringLiteral("gif-larger-than-its-screen"), gif(QSize(1, 1), QSize(5000, 1))},
+    };
 }

@@ -15,5 +15,6 @@ QVector<fixture::Member> tableRegressions();
 QVector<fixture::Member> documentRegressions();
 /// Of whole packages, as archives.
 QVector<fixture::Member> packageRegressions();
+QVector<fixture::Member> pictureRegressions();
 
 #endif

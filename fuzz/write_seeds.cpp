@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "Pictures.h"
 #include "Regressions.h"
 
 #include <QDir>
@@ -71,6 +72,7 @@ int main(int argc, char *argv[])
     const QString tables = directory + QStringLiteral("/table");
     const QString documents = directory + QStringLiteral("/document");
     const QString packages = directory + QStringLiteral("/package");
+    const QString pictures = directory + QStringLiteral("/picture");
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
         const QString name = encoding == Encoding::Utf8 ? QStringLiteral("utf8") : QStringLiteral("utf16");
         write(tables, name, table(encoding));
@@ -80,9 +82,16 @@ int main(int argc, char *argv[])
     }
     write(tables, QStringLiteral("empty"), emptyTable());
     write(documents, QStringLiteral("small"), smallManifest());
+    for (const char *format : {"PNG", "JPG", "WEBP", "BMP"})
+        write(pictures, QString::fromLatin1(format), picture(16, 16, 0x808080, format));
+    write(pictures, QStringLiteral("GIF"), gif(QSize(16, 16), QSize(16, 16)));
+    write(pictures, QStringLiteral("progressive"), progressiveJpeg(16, 16));
+    write(pictures, QStringLiteral("codes"), webpOfManyCodes(16, 16));
+    write(pictures, QStringLiteral("deep"), blackPng(16, 16, 16, true));
     const QString regressions = QStringLiteral("/regressions");
     writeAll(tables + regressions, tableRegressions());
     writeAll(documents + regressions, documentRegressions());
     writeAll(packages + regressions, packageRegressions());
+    writeAll(pictures + regressions, pictureRegressions());
     return 0;
 }
