@@ -49,12 +49,11 @@ QByteArray ArchiveImages::memberBytes(const QString &path)
 
 QImage ArchiveImages::decoded(QByteArray bytes)
 {
-    const qint64 left = MaxDecodingBytes - m_decodingBytes;
-    const PictureCheck check(bytes, left);
+    const PictureCheck check(bytes, m_decodingBytesLeft);
     m_readBytes += check.steps();
-    if (!check.isAccepted() || check.decodingBytes() > left)
+    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytesLeft)
         return {};
-    m_decodingBytes += check.decodingBytes();
+    m_decodingBytesLeft -= check.decodingBytes();
     // Qt's WebP plugin refuses sequential devices, and a member is one.
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);

@@ -29,8 +29,11 @@ public:
     /// Members that are looked for at most. A package with ten launchers in each density has a hundred.
     static constexpr int MaxMembers = 4096;
 
-    /// @p archive is open, and outlives this object.
-    explicit ArchiveImages(QuaZip *archive) : m_archive(archive) {}
+    /// @p archive is open, and outlives this object. @p decodingBytes takes the place of MaxDecodingBytes.
+    explicit ArchiveImages(QuaZip *archive, qint64 decodingBytes = MaxDecodingBytes)
+        : m_archive(archive), m_decodingBytesLeft(decodingBytes)
+    {
+    }
 
     /**
      * The picture in the member @p path; of an animated one, the first. A null image when the member is missing,
@@ -45,7 +48,7 @@ private:
     QuaZip *m_archive;
     QMap<QString, QImage> m_images;
     qint64 m_readBytes = 0;
-    qint64 m_decodingBytes = 0;
+    qint64 m_decodingBytesLeft;
 };
 
 #endif

@@ -55,6 +55,27 @@ QString className(const QDomElement &activity, const QString &package)
     return name.startsWith(dot) ? package + name : name;
 }
 
+// Elements and attributes.
+int nodeCount(const QDomDocument &document)
+{
+    int count = 0;
+    QDomElement element = document.documentElement();
+    while (!element.isNull()) {
+        count += 1 + element.attributes().length();
+        QDomElement next = element.firstChildElement();
+        for (; next.isNull() && !element.isNull(); element = element.parentNode().toElement())
+            next = element.nextSiblingElement();
+        element = next;
+    }
+    return count;
+}
+
+qint64 decodingBytes(const QDomDocument &manifest)
+{
+    const qint64 nodes = qMax(0, nodeCount(manifest) - LauncherFinder::FreeNodes);
+    return ArchiveImages::MaxDecodingBytes - nodes * LauncherFinder::NodeBytes;
+}
+
 } // namespace
 
 LauncherFinder::LauncherFinder(const QDomDocument &manifest, const ApkResources &resources, QuaZip *archive)
@@ -68,7 +89,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QString());
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
     VisibilityRules rules(m_resources);
-    IconLookup icons(m_resources, m_archive);
+    IconLookup icons(m_resources, m_archive, decodingBytes(m_manifest));
     LocaleLookup labels(m_resources);
     Allowance classCharacters(MaxClassCharacters);
     for (int i = 0; i < filters.length(); ++i) {

@@ -17,6 +17,10 @@ public:
     /// Characters of the classes of all entries; each class has the package's name in it, which may be long. The list
     /// ends before the entry that would exceed it.
     static constexpr int MaxClassCharacters = 1 << 22;
+    /// Elements and attributes of a manifest that leave decoding the whole of ArchiveImages::MaxDecodingBytes. Each one
+    /// more takes NodeBytes off it, so that a large manifest, its labels and large pictures keep the bounds together.
+    static constexpr int FreeNodes = 8192;
+    static constexpr int NodeBytes = 600;
 
     /// In @p manifest. @p resources resolves its references, @p archive has the icon files, and stays the caller's.
     LauncherFinder(const QDomDocument &manifest, const ApkResources &resources, QuaZip *archive);

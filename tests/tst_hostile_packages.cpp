@@ -7,6 +7,7 @@
 #include "IconLookup.h"
 #include "LauncherFinder.h"
 #include "LocaleLookup.h"
+#include "Pictures.h"
 #include "ResourcePackage.h"
 #include "ResourceTypes.h"
 #include "VisibilityRules.h"
@@ -158,6 +159,7 @@ private slots:
     void localesUpToTheCeiling();
     void labelsUpToTheCeiling();
     void iconsUpToTheCeiling();
+    void picturesBesideALargeManifest();
     void statesUpToTheCeiling();
     void classesUpToTheCeiling();
 };
@@ -187,6 +189,20 @@ void TestHostilePackages::boundsHold_data()
     for (int i = 0; i < 3600; ++i)
         packages.package(PackageBuilder(0x1000 + i, QString::number(i)));
     addRow("references to none of many packages", packages.build(), launchersThatRefer(Count, icon));
+
+    // As many nodes and as many labels as may be, and pictures until there is no room left.
+    QVector<Member> pictures;
+    for (int i = 0; i < 20; ++i)
+        pictures.append({QStringLiteral("%1.png").arg(i), blackPng(1024, 1024)});
+    const auto largest = [](int i) {
+        QVector<Attribute> attributes{androidText(icon, QStringLiteral("%1.png").arg(i)),
+                                      androidReference(label, 0x7f010001 + i)};
+        for (int j = 0; j < 240 && i < 400; ++j)
+            attributes.append(plainText(QString::number(j), QString::number(240 * i + j, 36)));
+        return attributes;
+    };
+    addRow("a large manifest, many labels and large pictures", copiesOfManyLocales(500, 200), launchers(450, largest),
+           pictures);
 
     addRow("classes with a long package name", emptyTable(),
            launchers(
@@ -278,6 +294,27 @@ void TestHostilePackages::iconsUpToTheCeiling()
     const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - path.size();
     QCOMPARE(widthOfSecond(most), 7);
     QCOMPARE(widthOfSecond(most + 1), 0);
+}
+
+void TestHostilePackages::picturesBesideALargeManifest()
+{
+    // A picture that takes all there is, in a manifest of so many nodes.
+    const auto isDecoded = [](int nodes) {
+        constexpr int Attributes = 200;
+        constexpr int NodesOfManifest = 3;
+        constexpr int NodesOfLauncher = 6; // besides the attributes of the activity
+        const int full = (nodes - NodesOfManifest) / (Attributes + NodesOfLauncher);
+        const int rest = (nodes - NodesOfManifest) % (Attributes + NodesOfLauncher) - NodesOfLauncher;
+        const QByteArray document = launchers(full + 1, [full, rest](int i) {
+            QVector<Attribute> attributes{androidText(icon, icon)};
+            while (attributes.size() < (i < full ? Attributes : rest))
+                attributes.append(plainText(QString::number(attributes.size()), icon));
+            return attributes;
+        });
+        return !asked(emptyTable(), document, {{icon, blackPng(4096, 4096)}}).at(0).icons().isEmpty();
+    };
+    QVERIFY(isDecoded(LauncherFinder::FreeNodes));
+    QVERIFY(!isDecoded(LauncherFinder::FreeNodes + 1));
 }
 
 void TestHostilePackages::statesUpToTheCeiling()
