@@ -4,7 +4,7 @@
 # to build/coverage/report/index.html. The status is not 0 when a test fails, or when less ran than is asked for below.
 #
 # The preset "coverage" compiles what is counted as it is written. Each of its settings is there for a fair count:
-#   Debug            nothing is optimized: no line or branch is merged with another, moved or left out
+#   -O0              nothing is optimized: no line or branch is merged with another, moved or left out
 #   no assertions    an assertion is a branch that must never be taken, and ends the process before the count is kept;
 #                    without them, what follows the assertion is counted, and the tests of such builds reach it
 #   -fno-exceptions  the library neither throws nor catches; with exceptions, every call and every temporary has

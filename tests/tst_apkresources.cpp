@@ -2,6 +2,7 @@
 #include "ApkResources.h"
 #include "ApkResourcesData.h"
 #include "Bytes.h"
+#include "Cost.h"
 #include "Devices.h"
 #include "Extractor.h"
 #include "LocaleLookup.h"
@@ -737,7 +738,7 @@ void TestApkResources::manyLocalesThatReferToThemselvesAreAnsweredQuickly()
     const ApkResources table = selfReferring(locales);
     const std::clock_t start = std::clock();
     const Texts texts = table.lookupByLocale("@string/0", depth);
-    QVERIFY(double(std::clock() - start) / CLOCKS_PER_SEC < 1);
+    QVERIFY(isInstrumented() || double(std::clock() - start) / CLOCKS_PER_SEC < 1);
     QCOMPARE(texts.size(), locales);
     QCOMPARE(texts.values(), QVector<QString>(locales, "@string/0").toList());
 }
@@ -756,7 +757,7 @@ void TestApkResources::stringsThatReferToEachOtherAreAnsweredQuickly()
     const ApkResources table = loaded(package);
     const std::clock_t start = std::clock();
     QCOMPARE(table.lookupByLocale("@string/3", 64).size(), 20);
-    QVERIFY(double(std::clock() - start) / CLOCKS_PER_SEC < 1);
+    QVERIFY(isInstrumented() || double(std::clock() - start) / CLOCKS_PER_SEC < 1);
 }
 
 void TestApkResources::randomTablesAnswerByTheRecursiveRule()

@@ -307,9 +307,9 @@ void TestHostile::smallStackIsEnough()
     QFETCH(QByteArray, bytes);
     QFETCH(Load, load);
     // A sanitizer takes several times the stack for the same functions.
-    const Cost taken = costInThread([&] { load(bytes); }, hasSanitizers() ? 8 * SmallStack : SmallStack);
+    const Cost taken = costInThread([&] { load(bytes); }, isInstrumented() ? 8 * SmallStack : SmallStack);
     QVERIFY(taken.ended);
-    QVERIFY2(hasSanitizers() || taken.seconds < Bounds::Seconds, qPrintable(QString::number(taken.seconds)));
+    QVERIFY2(isInstrumented() || taken.seconds < Bounds::Seconds, qPrintable(QString::number(taken.seconds)));
 }
 
 void TestHostile::boundsHold_data()

@@ -7,7 +7,7 @@ QString Bounds::excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize)
 {
     if (!taken.ended)
         return QStringLiteral("did not come to its end");
-    if (hasSanitizers())
+    if (isInstrumented())
         return {};
     const QString told = QStringLiteral("%1 s, %2 MiB for %3 bytes that are %4 inflated")
                              .arg(taken.seconds)

@@ -21,10 +21,10 @@ Cost cost(const std::function<void()> &function, unsigned limit = 60);
 /// The same, in a thread whose stack has @p stackSize bytes.
 Cost costInThread(const std::function<void()> &function, unsigned stackSize);
 
-/// Whether this build has sanitizers, under which neither time nor memory says anything.
-constexpr bool hasSanitizers()
+/// Whether this build has sanitizers or counts what runs, so that neither time nor memory says anything.
+constexpr bool isInstrumented()
 {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#if SORREL_COVERAGE || defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     return true;
 #elif defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
