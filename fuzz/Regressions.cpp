@@ -114,6 +114,8 @@ QVector<Member> pictureRegressions()
     const QByteArray text = "k" + QByteArray(2, '\0') + deflated(QByteArray(1 << 20, '\0'));
     return {
         {QStringLiteral("png-of-45000-by-45000"), blackPng(45000, 45000, 8, false, false)},
+        {QStringLiteral("png-of-a-text-that-claims-a-gigabyte"),
+         blackPng(2, 2).left(33) + QByteArray("\x49\x46\x46\x12tEXt") + "k"},
         {QStringLiteral("png-whose-texts-unpack"), withPngChunks(blackPng(2, 2), pngChunk("zTXt", text).repeated(20))},
         {QStringLiteral("jpeg-of-many-scans"), withScans(progressiveJpeg(64, 64), 100)},
         {QStringLiteral("webp-of-many-codes"), webpOfManyCodes(128, 1024)},

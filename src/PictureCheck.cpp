@@ -102,8 +102,11 @@ bool PictureCheck::checkPng(const QByteArray &bytes)
 {
     constexpr int SignatureSize = 8;
     constexpr int HeaderSize = 13;
-    constexpr int ChunkOverhead = 12;
+    constexpr int ChunkHeader = 8;
+    constexpr int ChecksumSize = 4;
     enum ChunkType : quint32 {
+        Pixels = 0x49444154,            // IDAT
+        End = 0x49454e44,               // IEND
         Text = 0x74455874,              // tEXt
         PackedText = 0x7a545874,        // zTXt
         InternationalText = 0x69545874, // iTXt
@@ -119,12 +122,16 @@ bool PictureCheck::checkPng(const QByteArray &bytes)
 
     qint64 packedBytes = 0;
     qint64 textBytes = 0;
-    for (qint64 at = SignatureSize; fields.size() - at >= ChunkOverhead;) {
-        // What is cut off counts as well: a decoder may begin to unpack it.
-        const qint64 length = qMin(fields.big32(at), fields.size() - at - ChunkOverhead);
+    for (qint64 at = SignatureSize; fields.size() - at >= ChunkHeader;) {
+        const qint64 length = fields.big32(at);
         const qint64 type = fields.big32(at + 4);
-        const int dataAt = int(at) + 8;
-        at += ChunkOverhead + length;
+        const int dataAt = int(at) + ChunkHeader;
+        if (type == End)
+            break;
+        // A decoder takes and clears the memory that a chunk claims before it reads it; pixels it reads in pieces.
+        if (length > fields.size() - dataAt && type != Pixels)
+            return false;
+        at = dataAt + length + ChecksumSize;
         if (type == Text || type == Exif)
             textBytes += length;
         if (type != PackedText && type != InternationalText && type != Profile)

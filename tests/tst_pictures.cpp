@@ -145,6 +145,9 @@ private slots:
     void scansOfThumbnailDoNotCount();
     void packedTextsUpToTheCeiling_data();
     void packedTextsUpToTheCeiling();
+    void chunksThatClaimMoreThanThereIs_data();
+    void chunksThatClaimMoreThanThereIs();
+    void oldBitmaps();
     void prefixCodesAreCounted();
     void losslessPicturesOfManyKinds_data();
     void losslessPicturesOfManyKinds();
@@ -306,6 +309,44 @@ void TestPictures::packedTextsUpToTheCeiling()
     QCOMPARE(decodedSize(file(PictureCheck::MaxPackedBytes + 1)), QSize());
     const QByteArray damaged = withPngChunks(blackPng(9, 9), pngChunk(type.constData(), start + "no deflated data"));
     QCOMPARE(decodedSize(damaged), QSize());
+}
+
+void TestPictures::chunksThatClaimMoreThanThereIs_data()
+{
+    QTest::addColumn<QByteArray>("type");
+    for (const char *type : {"tEXt", "zTXt", "iTXt", "iCCP", "eXIf", "sPLT", "hIST", "PLTE", "abCd"})
+        QTest::newRow(type) << QByteArray(type);
+}
+
+void TestPictures::chunksThatClaimMoreThanThereIs()
+{
+    QFETCH(QByteArray, type);
+    constexpr int BehindHeader = 33;
+    const QByteArray good = blackPng(2, 2);
+    for (const int dataSize : {0, 1, 100}) {
+        QByteArray file = good.left(BehindHeader) + pngChunk(type.constData(), QByteArray(dataSize, 'x'));
+        file.chop(4);
+        file.replace(BehindHeader, 4, QByteArray("\x49\x46\x46\x12"));
+        QVERIFY(!PictureCheck(file).isAccepted());
+    }
+    // Behind its end a file may hold anything.
+    const QByteArray more = good + QByteArray("\x49\x46\x46\x12") + type;
+    QCOMPARE(decodedSize(more), QSize(2, 2));
+    // Pixels may break off: what claims them takes nothing.
+    QVERIFY(PictureCheck(good.left(BehindHeader + 10)).isAccepted());
+    QCOMPARE(decodedSize(good.left(BehindHeader + 10)), QSize());
+}
+
+void TestPictures::oldBitmaps()
+{
+    // Sides of 16 bits, as OS/2 wrote them.
+    const auto bitmap = [](int width, int height) {
+        const QByteArray info = Bytes().u32(12).u16(width).u16(height).u16(1).u16(24).data();
+        const QByteArray rows(((3 * width + 3) & ~3) * height, '\0');
+        return "BM" + Bytes().u32(26 + rows.size()).u32(0).u32(26).raw(info).raw(rows).data();
+    };
+    QCOMPARE(decodedSize(bitmap(3, 5)), QSize(3, 5));
+    QCOMPARE(decodedSize(bitmap(PictureCheck::MaxSide + 1, 1)), QSize());
 }
 
 void TestPictures::prefixCodesAreCounted()
@@ -520,6 +561,7 @@ void TestPictures::boundsHold_data()
                             << qMin(qint64(file.size()) * count, ArchiveImages::MaxFileBytes);
     };
     row("PNG as large as may be", blackPng(4096, 4096));
+    row("PNG of a text that claims a gigabyte", blackPng(2, 2).left(33) + QByteArray("\x49\x46\x46\x12tEXt") + "k");
     row("PNG of 16 bits as large as may be", blackPng(4096, 2048, 16));
     row("PNG, interlaced", blackPng(4096, 4096, 8, true));
     row("JPEG", picture(4096, 4096, 0, "JPG"));
