@@ -53,10 +53,11 @@ const QString enabled = QStringLiteral("enabled");
 using AttributesOf = std::function<QVector<Attribute>(int)>;
 
 // A manifest of launchers, each of an activity with attributes of its own.
-QByteArray launchers(int count, const AttributesOf &attributesOf, const QString &package = QStringLiteral("org.x"))
+QByteArray launchers(int count, const AttributesOf &attributesOf, const QString &package = QStringLiteral("org.x"),
+                     Encoding encoding = Encoding::Utf8)
 {
     const QString activity = QStringLiteral("activity");
-    XmlBuilder builder = XmlBuilder::manifest(Encoding::Utf8);
+    XmlBuilder builder = XmlBuilder::manifest(encoding);
     builder.start(manifest, {plainText(QStringLiteral("package"), package)}).start(application);
     for (int i = 0; i < count; ++i)
         builder.start(activity, attributesOf(i)).launcherFilter().end(activity);
@@ -294,6 +295,17 @@ void TestHostilePackages::iconsUpToTheCeiling()
     const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - path.size();
     QCOMPARE(widthOfSecond(most), 7);
     QCOMPARE(widthOfSecond(most + 1), 0);
+    // The reference itself may be too long, and nothing comes after it.
+    const QByteArray document = launchers(
+        2,
+        [&path](int i) {
+            const QString longest(IconLookup::MaxCharacters, QLatin1Char('p'));
+            return QVector<Attribute>{androidText(icon, i == 0 ? longest : path)};
+        },
+        QStringLiteral("org.x"), Encoding::Utf16);
+    const QList<ApkLauncherInfo> found = asked(emptyTable(), document, {{path, picture(7, 7, 0)}});
+    QCOMPARE(found.size(), 2);
+    QVERIFY(found.at(1).icons().isEmpty());
 }
 
 void TestHostilePackages::picturesBesideALargeManifest()
@@ -335,6 +347,22 @@ void TestHostilePackages::statesUpToTheCeiling()
     constexpr int Most = VisibilityRules::MaxValues - ResourcePackage::MaxValues - 1;
     QCOMPARE(shown(Most), 2);
     QCOMPARE(shown(Most + 1), 3);
+    // The text of a reference may be too long, and then none after it hides anything.
+    const auto shownBehind = [](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1).value(0, BooleanValue, 0));
+        const QByteArray document = launchers(
+            2,
+            [length](int i) {
+                const QString zeros(length, QLatin1Char('0'));
+                return QVector<Attribute>{
+                    androidText(enabled, QStringLiteral("@string/") + (i == 0 ? zeros : QString()) + '0')};
+            },
+            QStringLiteral("org.x"), Encoding::Utf16);
+        return asked(table(package), document).size();
+    };
+    QCOMPARE(shownBehind(100), 0);
+    QCOMPARE(shownBehind(16 * (VisibilityRules::MaxValues + 1)), 2);
 }
 
 void TestHostilePackages::classesUpToTheCeiling()

@@ -18,26 +18,6 @@ QByteArray big32(qint64 value)
     return Bytes().u8(value >> 24).u8(value >> 16).u8(value >> 8).u8(value).data();
 }
 
-/// Bits, of which a byte holds the lowest first.
-class BitWriter
-{
-public:
-    BitWriter &put(quint32 value, int count)
-    {
-        for (int i = 0; i < count; ++i, ++m_count) {
-            if (m_count % 8 == 0)
-                m_data.append('\0');
-            m_data[m_count / 8] = char(quint8(m_data.at(m_count / 8)) | ((value >> i) & 1) << (m_count % 8));
-        }
-        return *this;
-    }
-    QByteArray data() const { return m_data; }
-
-private:
-    QByteArray m_data;
-    int m_count = 0;
-};
-
 // A prefix code of the symbol 0 alone.
 void putCodeOfOne(BitWriter &bits)
 {
@@ -56,6 +36,16 @@ void putCodeOfBytes(BitWriter &bits)
 }
 
 } // namespace
+
+BitWriter &BitWriter::put(quint32 value, int count)
+{
+    for (int i = 0; i < count; ++i, ++m_count) {
+        if (m_count % 8 == 0)
+            m_data.append('\0');
+        m_data[m_count / 8] = char(quint8(m_data.at(m_count / 8)) | ((value >> i) & 1) << (m_count % 8));
+    }
+    return *this;
+}
 
 QByteArray pngChunk(const char *type, const QByteArray &data)
 {

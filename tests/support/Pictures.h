@@ -10,6 +10,18 @@
 /// Picture files, good ones and such as no editor writes.
 namespace fixture {
 
+/// Bits, of which a byte holds the lowest first, as WebP has them.
+class BitWriter
+{
+public:
+    BitWriter &put(quint32 value, int count);
+    QByteArray data() const { return m_data; }
+
+private:
+    QByteArray m_data;
+    int m_count = 0;
+};
+
 /// A chunk of a PNG, with its checksum.
 QByteArray pngChunk(const char *type, const QByteArray &data);
 /// @p data as PNG and ZIP pack them; qUncompress() takes it with four bytes in front.
