@@ -2,8 +2,8 @@
 #include "Apk.h"
 #include "ApkFile.h"
 #include "ArchiveImages.h"
+#include "Bounds.h"
 #include "Bytes.h"
-#include "Cost.h"
 #include "LogCapture.h"
 #include "PictureCheck.h"
 #include "Pictures.h"
@@ -21,8 +21,8 @@
 using namespace fixture;
 
 /*
- * Icon files, good ones and such as were made to do harm. Whatever a file holds, a package of up to 1 MiB is answered
- * within 2 s, and takes at most 68 MiB more than the process had, plus six times what the library reads.
+ * Icon files, good ones and such as were made to do harm, within the bounds that hold for any input: a picture may take
+ * all of what there is for decoding by itself.
  */
 
 namespace {
@@ -30,8 +30,6 @@ namespace {
 constexpr qint64 MiB = 1 << 20;
 // The largest picture takes all that there is for decoding; opening a package takes 1 to 3 MiB without pictures.
 constexpr qint64 FixedMemory = ArchiveImages::MaxDecodingBytes + 4 * MiB;
-constexpr int MemoryPerByte = 6;
-constexpr double Seconds = 2;
 
 QString memberName(int number)
 {
@@ -633,15 +631,8 @@ void TestPictures::boundsHold()
         ApkFile apk(&device);
         visit(apk);
     });
-    QVERIFY(taken.ended);
-    if (isInstrumented())
-        return;
-    qInfo("%.3f s, %.1f MiB for a package of %d bytes", taken.seconds, double(taken.memory) / double(MiB),
-          bytes.size());
-    QVERIFY2(taken.seconds < Seconds * qMax(1.0, double(bytes.size()) / double(MiB)),
-             qPrintable(QStringLiteral("%1 s for %2 bytes").arg(taken.seconds).arg(bytes.size())));
-    QVERIFY2(taken.memory <= FixedMemory + MemoryPerByte * (bytes.size() + readBytes),
-             qPrintable(QStringLiteral("%1 MiB for %2 bytes").arg(taken.memory >> 20).arg(bytes.size())));
+    const QString excess = Bounds::excess(taken, bytes.size(), bytes.size() + readBytes, FixedMemory);
+    QVERIFY2(excess.isEmpty(), qPrintable(excess));
 }
 
 QTEST_GUILESS_MAIN(TestPictures)

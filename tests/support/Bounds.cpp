@@ -3,7 +3,7 @@
 
 namespace fixture {
 
-QString Bounds::excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize)
+QString Bounds::excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize, qint64 fixedMemory)
 {
     if (!taken.ended)
         return QStringLiteral("did not come to its end");
@@ -15,7 +15,7 @@ QString Bounds::excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize)
                              .arg(fileSize)
                              .arg(inflatedSize);
     const bool isQuick = taken.seconds < Seconds * qMax(1.0, double(fileSize) / (1 << 20));
-    const bool isSmall = taken.memory < FixedMemory + MemoryPerByte * inflatedSize;
+    const bool isSmall = taken.memory < fixedMemory + MemoryPerByte * inflatedSize;
     return isQuick && isSmall ? QString() : told;
 }
 

@@ -21,7 +21,8 @@ public:
     static constexpr double Seconds = 2;
 
     /// What is wrong with @p taken by a file of @p fileSize bytes that inflates to @p inflatedSize; empty when nothing.
-    static QString excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize);
+    /// @p fixedMemory takes the place of FixedMemory.
+    static QString excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize, qint64 fixedMemory = FixedMemory);
 };
 
 } // namespace fixture
