@@ -35,8 +35,12 @@ class QIODevice;
  * A new failure replaces the code of an earlier one, and a success never resets it: the code tells of the most recent
  * failure, not of the most recent call.
  *
- * **Threads.** An object, and the values that it hands out, are used from one thread at a time; different objects may
- * be used in different threads. Const queries fill caches and set the error code, without a lock.
+ * **Limits.** What a stranger's package can make the library take is limited, far above what real ones need: in memory,
+ * in time and in stack. docs/limits.md lists the limits, and SECURITY.md says what a host may rely on.
+ *
+ * **Threads.** An object, and what it hands out, is used from one thread at a time, except that copies of its table
+ * may be read in several (see ApkResources); different objects may be used in different threads. Const queries fill
+ * caches and set the error code, without a lock.
  *
  * @since 0.5
  */
@@ -74,7 +78,7 @@ public:
     /**
      * Opens the archive and reads the end of its directory, unless isOpen() is true already; there is no need to call
      * this, as every query does. Returns false and sets code 1 when there is no such file, it cannot be read, it is
-     * no ZIP archive, or the device is sequential. The archive stays open until the object is destroyed.
+     * no regular file, it is no ZIP archive, or the device is sequential. The archive stays open until the object is destroyed.
      * @since 0.5
      */
     bool open();
@@ -134,12 +138,13 @@ public:
      *
      * With @p includeDisabled false, entries that Android would not show are left out: those whose activity or
      * application has `enabled="false"` (the activity's may be a reference, the application's is taken as written),
-     * and activities with `exported="false"`. With true, all are returned.
+     * and activities with `exported="false"`, as written. With true, all are returned.
      *
      * Loads the manifest on first use; every call then resolves labels and icons anew, and reads and decodes each
      * icon file once. An icon that cannot be read or decoded (an XML drawable, a format other than PNG, JPEG, GIF,
-     * WebP and BMP, a picture that would take too much memory) is left out without an error. When the manifest cannot
-     * be had the list is empty, and getError() tells why.
+     * WebP and BMP, a picture that would take too much memory) is left out without an error. So are labels and icons
+     * that lead through more references and values than any package of a build tool has, and entries after four
+     * million characters of class names. When the manifest cannot be had the list is empty, and getError() tells why.
      * @since 0.5
      */
     QList<ApkLauncherInfo> getLauncherInfo(bool includeDisabled);

@@ -66,8 +66,8 @@ public:
 
     /**
      * The reference text of the resource id @p ref: "@string/5" for 0x7f010005, "@android:drawable/3" for one of
-     * another package that the table holds. An id whose package the table lacks gives "@?" and 8 hexadecimal digits;
-     * one whose type that package lacks, "@#" and the digits. Whether the entry exists is not looked at.
+     * another package that the table holds. An id whose package the table lacks gives "@?" and 8 hexadecimal digits, of
+     * which there are 16 when the top bit is set; one whose type that package lacks, "@#" and the digits. Whether the entry exists is not looked at.
      * @since 0.5
      */
     QString refToString(int ref) const;
@@ -100,7 +100,9 @@ public:
     /**
      * The values of the resource by locale ("de", "pt-BR", empty for the default), with references followed up to
      * @p depth levels deep; a reference below that is answered as its reference text. Of the values for one locale
-     * that differ in other qualifiers, the first counts. Depths above 64 count as 64.
+     * that differ in other qualifiers, the first counts. When the default value is a reference, the locales that it
+     * brings count before those of the resource's own later values. Depths above 64 count as 64, and an answer that
+     * would take more than 131,072 values to look at is empty.
      * @since 0.5
      */
     QMap<QString, QString> lookupByLocale(const QString &ref, int depth) const;

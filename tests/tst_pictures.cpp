@@ -363,7 +363,7 @@ void TestPictures::losslessPicturesOfManyKinds_data()
 {
     // What the pixel at x, y is; each kind makes the encoder use other transforms, a cache, or several groups.
     using Pixel = std::function<QRgb(int, int)>;
-    const auto noise = [](int x, int y) { return quint32(x * 7919 + y * 104729) * 2654435761U; };
+    const auto noise = [](int x, int y) { return quint32(quint64(x * 7919 + y * 104729) * 2654435761U); };
     const QVector<QPair<const char *, Pixel>> kinds = {
         {"two colours", [](int x, int y) { return (x / 7 + y / 5) % 2 != 0 ? 0xff102030 : 0xff808080; }},
         {"four colours", [noise](int x, int y) { return 0xff000000 + noise(x, y) % 4 * 0x304050; }},
