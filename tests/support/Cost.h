@@ -15,7 +15,8 @@ struct Cost {
     qint64 memory = 0;  ///< bytes by which the peak of resident memory rose above what was there before
 };
 
-/// Runs @p function in a process of its own, with Qt's log switched off; at most for @p limit seconds.
+/// Runs @p function in a process of its own, with Qt's log switched off; at most for @p limit seconds,
+/// or ten times as many in an instrumented build.
 Cost cost(const std::function<void()> &function, unsigned limit = 60);
 
 /// The same, in a thread whose stack has @p stackSize bytes.
