@@ -77,8 +77,8 @@ public:
 
     /**
      * Opens the archive and reads the end of its directory, unless isOpen() is true already; there is no need to call
-     * this, as every query does. Returns false and sets code 1 when there is no such file, it cannot be read, it is
-     * no regular file, it is no ZIP archive, or the device is sequential. The archive stays open until the object is destroyed.
+     * this, as every query does. Returns false and sets code 1 when there is no such file, it cannot be read, it is no
+     * regular file or no ZIP archive, or the device is sequential. The archive stays open until the object is destroyed.
      * @since 0.5
      */
     bool open();

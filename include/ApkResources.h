@@ -67,7 +67,8 @@ public:
     /**
      * The reference text of the resource id @p ref: "@string/5" for 0x7f010005, "@android:drawable/3" for one of
      * another package that the table holds. An id whose package the table lacks gives "@?" and 8 hexadecimal digits, of
-     * which there are 16 when the top bit is set; one whose type that package lacks, "@#" and the digits. Whether the entry exists is not looked at.
+     * which there are 16 when the top bit is set; one whose type that package lacks, "@#" and the digits. Whether the
+     * entry exists is not looked at.
      * @since 0.5
      */
     QString refToString(int ref) const;

@@ -19,6 +19,8 @@ public:
         m_left = amount <= m_left ? m_left - amount : -1;
         return !isSpent();
     }
+    /// What may still be taken.
+    qint64 left() const { return qMax(qint64(0), m_left); }
     /// Whether more was asked for than there was.
     bool isSpent() const { return m_left < 0; }
 

@@ -25,7 +25,7 @@ QImage ArchiveImages::image(const QString &path)
 QByteArray ArchiveImages::memberBytes(const QString &path)
 {
     constexpr qint64 PieceSize = 64 << 10;
-    if (m_readBytes >= MaxReadBytes || !m_archive->setCurrentFile(path, QuaZip::csDefault))
+    if (m_readBytes.left() == 0 || !m_archive->setCurrentFile(path, QuaZip::csDefault))
         return {};
     QuaZipFile file(m_archive);
     if (!file.open(QIODevice::ReadOnly))
@@ -33,27 +33,28 @@ QByteArray ArchiveImages::memberBytes(const QString &path)
     QByteArray bytes;
     for (;;) {
         // One byte more than may be shows that there is one.
-        const qint64 largest = qMin(MaxFileBytes, MaxReadBytes - m_readBytes) + 1;
+        const qint64 largest = qMin(MaxFileBytes, m_readBytes.left()) + 1;
         const QByteArray piece = file.read(qMin(PieceSize, largest - bytes.size()));
         if (piece.isEmpty())
             break;
         bytes += piece;
         if (bytes.size() >= largest) {
-            m_readBytes += bytes.size();
+            m_readBytes.spend(bytes.size());
             return {};
         }
     }
-    m_readBytes += bytes.size();
+    m_readBytes.spend(bytes.size());
     return bytes;
 }
 
 QImage ArchiveImages::decoded(QByteArray bytes)
 {
-    const PictureCheck check(bytes, m_decodingBytesLeft);
-    m_readBytes += check.steps();
-    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytesLeft)
+    const PictureCheck check(bytes, m_decodingBytes.left());
+    m_readBytes.spend(check.steps());
+    // What does not fit takes nothing off: a smaller one after it may.
+    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytes.left())
         return {};
-    m_decodingBytesLeft -= check.decodingBytes();
+    m_decodingBytes.spend(check.decodingBytes());
     // Qt's WebP plugin refuses sequential devices, and a member is one.
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);

@@ -2,6 +2,8 @@
 #ifndef ARCHIVEIMAGES_H
 #define ARCHIVEIMAGES_H
 
+#include "Allowance.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QMap>
@@ -31,7 +33,7 @@ public:
 
     /// @p archive is open, and outlives this object. @p decodingBytes takes the place of MaxDecodingBytes.
     explicit ArchiveImages(QuaZip *archive, qint64 decodingBytes = MaxDecodingBytes)
-        : m_archive(archive), m_decodingBytesLeft(decodingBytes)
+        : m_archive(archive), m_readBytes(MaxReadBytes), m_decodingBytes(decodingBytes)
     {
     }
 
@@ -47,8 +49,8 @@ private:
 
     QuaZip *m_archive;
     QMap<QString, QImage> m_images;
-    qint64 m_readBytes = 0;
-    qint64 m_decodingBytesLeft;
+    Allowance m_readBytes;
+    Allowance m_decodingBytes;
 };
 
 #endif

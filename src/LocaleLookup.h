@@ -25,7 +25,7 @@ public:
     /// Levels of references that are followed at most, whatever the caller asks for.
     static constexpr int MaxDepth = 64;
     /// Values that are looked at, or copied from one answer to another, while this object lives; 32 characters of text
-    /// count as one. Resources may refer to each other so that every answer is a different one, of thousands of locales.
+    /// count as one. Resources may refer to each other so that every answer is another one, of thousands of locales.
     static constexpr int MaxValues = 1 << 17;
 
     /// On @p resources, which must outlive this object and stay as they are.

@@ -29,8 +29,8 @@ public:
 
     /**
      * Replaces the content of @p data, and sets its `valid` when no fault was recorded on @p reader; a fault leaves
-     * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays. Besides
-     * those of the reader, pools and packages: "too many packages in resource table".
+     * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays.
+     * Besides those of the reader, pools and packages: "too many packages in resource table".
      */
     void load(ApkResourcesData *data, Extractor *reader);
 

@@ -12,7 +12,8 @@
  * tables of it that have up to 20 KB, so that 300 KB may take a gigabyte. Ahead of the entropy image stand the
  * transforms, some of which are small pictures as well: they are read to get past them.
  *
- * Meets raw input. Every bit is read once, and no loop goes on without reading any; a stream that breaks off or contradicts itself is not valid.
+ * Meets raw input. Every bit is read once, and no loop goes on without reading any; a stream that breaks off or
+ * contradicts itself is not valid.
  */
 class WebpLossless
 {

@@ -68,8 +68,8 @@ public:
      * Decodes the document that starts at the reader's position; only the first chunk is read. @p resources renders
      * references. A fault is left on @p reader, and told on Qt's debug log; document() then holds what came before
      * it. Besides those of the reader and the pool: "closing tag does not match opening tag", "bad attr size in XML
-     * element", and for the ceilings above "elements nested too deeply", "too many attributes in XML element", "too many
-     * nodes in XML document", "too long name in XML document" and "too long names in XML document".
+     * element", and for the ceilings above "elements nested too deeply", "too many attributes in XML element", "too
+     * many nodes in XML document", "too long name in XML document" and "too long names in XML document".
      */
     void load(Extractor *reader, const ApkResources &resources);
 
