@@ -96,7 +96,7 @@ private slots:
 void TestWebpLossless::picturesOfOneColour()
 {
     BitWriter bits = start(false);
-    for (const quint32 symbol : {3, 1, 0, 0, 0})
+    for (const quint32 symbol : {3U, 1U, 0U, 0U, 0U})
         putOne(bits, symbol);
     const WebpLossless found = stream(bits);
     QVERIFY(found.isValid());
@@ -117,7 +117,7 @@ void TestWebpLossless::picturesOutOfTheCache()
     // Of one pixel, and of the cache after it.
     BitWriter mixed = start(true);
     Lengths(mixed).all().one().zeros(LastOfCache - 1).one();
-    for (const quint32 symbol : {7, 0, 0, 0})
+    for (const quint32 symbol : {7U, 0U, 0U, 0U})
         putOne(mixed, symbol);
     mixed.put(0xfffe, Side);
     QVERIFY(stream(mixed).isValid());
