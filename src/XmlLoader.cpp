@@ -214,7 +214,7 @@ bool XmlLoader::countNodes(int count)
 // A string of the pool that names something.
 QString XmlLoader::nameAt(int index)
 {
-    const QString name = m_strings.get(index);
+    QString name = m_strings.get(index);
     if (name.size() <= MaxNameLength)
         return name;
     m_reader->setError(QStringLiteral("too long name in XML document"));
