@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture) for so many minutes each, as many at
-# once as there are processors. What they learn is kept in build/fuzz/corpus; what breaks the library, in build/fuzz/found, and
-# the status is then 1.
+# once as there are processors. What they learn is kept in build/fuzz/corpus; what breaks the library, in
+# build/fuzz/found, and the status is then 1.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

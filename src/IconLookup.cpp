@@ -50,6 +50,8 @@ QList<QImage> IconLookup::resolved(const QString &icon)
 QStringList IconLookup::values(const QString &reference)
 {
     QStringList values;
+    if (m_characters.isSpent())
+        return values;
     for (const QString &value : m_resources.lookupAll(reference)) {
         if (!m_characters.spend(CharactersOfAValue + value.size()))
             break;
