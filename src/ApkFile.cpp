@@ -3,6 +3,7 @@
 
 #include "AndroidNamespace.h"
 #include "ApkError.h"
+#include "ArchiveFile.h"
 #include "LauncherFinder.h"
 
 #include <QDomElement>
@@ -33,9 +34,12 @@ public:
 
     bool isOpen() const;
     bool open();
-    /// Opens @p file, a file of this archive, on the member @p name.
-    bool openMember(QuaZipFile &file, const QString &name);
+    /// Opens the archive, which was given by the name @p name.
+    bool openFile(const QString &name);
+    /// Opens @p member, a file of this archive, on the member of the name @p name.
+    bool openMember(QuaZipFile &member, const QString &name);
 
+    std::unique_ptr<ArchiveFile> file; ///< that the archive is read through when it was given by name
     std::unique_ptr<QuaZip> zip;
     QDomDocument manifest;
     bool manifestLoaded = false;
@@ -56,18 +60,30 @@ bool ApkFilePrivate::open()
 {
     if (isOpen())
         return true;
-    // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
     const QString name = zip->getZipName();
-    const bool mayBeOpened = name.isEmpty() || QFileInfo(name).isFile();
-    if (mayBeOpened && zip->open(QuaZip::mdUnzip))
+    if (name.isEmpty() ? zip->open(QuaZip::mdUnzip) : openFile(name))
         return true;
     error = ApkError::CannotOpen;
     return false;
 }
 
-bool ApkFilePrivate::openMember(QuaZipFile &file, const QString &name)
+bool ApkFilePrivate::openFile(const QString &name)
 {
-    return zip->setCurrentFile(name, QuaZip::csDefault) && file.open(QIODevice::ReadOnly);
+    // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
+    if (!QFileInfo(name).isFile())
+        return false;
+    file = std::make_unique<ArchiveFile>(name);
+    zip->setIoDevice(file.get());
+    if (zip->open(QuaZip::mdUnzip))
+        return true;
+    zip->setZipName(name);
+    file.reset();
+    return false;
+}
+
+bool ApkFilePrivate::openMember(QuaZipFile &member, const QString &name)
+{
+    return zip->setCurrentFile(name, QuaZip::csDefault) && member.open(QIODevice::ReadOnly);
 }
 
 ApkFile::ApkFile(const QString &fileName, QObject *parent)
