@@ -2,7 +2,6 @@
 #include "Extractor.h"
 
 #include <QIODevice>
-#include <QtEndian>
 
 #include <cstring>
 #include <limits>
@@ -45,8 +44,9 @@ void Extractor::setDevice(QIODevice *device)
     m_boundaries.clear();
     m_stepsBack = 0;
     m_regions = 0;
-    m_ahead.clear();
-    m_aheadAt = 0;
+    m_buffer.clear();
+    m_ahead = nullptr;
+    m_aheadEnd = nullptr;
     m_aheadLimit = 0;
     m_mostAtOnce = Unbounded;
     m_taken = 0;
@@ -57,19 +57,19 @@ void Extractor::setDevice(QIODevice *device)
 void Extractor::readAhead()
 {
     if (m_device->isSequential() && boundary != Unbounded)
-        m_aheadLimit = qMax(qint64(0), remaining() - (m_ahead.size() - m_aheadAt));
+        m_aheadLimit = qMax(qint64(0), remaining() - fetched());
 }
 
 // As QIODevice::read(): the number of bytes delivered, negative for a fault of the device. One that gave less at once
 // than was asked for would have given no more for this read either.
 qint64 Extractor::deliver(char *data, qint64 size)
 {
-    const qint64 fetched = m_ahead.size() - m_aheadAt;
-    if (fetched > 0)
+    if (fetched() > 0)
         size = qMin(size, qint64(m_mostAtOnce));
-    const qint64 taken = qMin(size, fetched);
-    std::memcpy(data, m_ahead.constData() + m_aheadAt, size_t(taken));
-    m_aheadAt += int(taken);
+    const qint64 taken = qMin(size, fetched());
+    if (taken > 0)
+        std::memcpy(data, m_ahead, size_t(taken));
+    m_ahead += taken;
     const qint64 missing = size - taken;
     if (missing == 0)
         return size;
@@ -80,21 +80,25 @@ qint64 Extractor::deliver(char *data, qint64 size)
         m_aheadLimit -= qBound(qint64(0), delivered, m_aheadLimit);
     } else {
         delivered = qMin(missing, fetchAhead());
-        if (delivered > 0)
-            std::memcpy(data + taken, m_ahead.constData(), size_t(delivered));
-        m_aheadAt = int(qMax(qint64(0), delivered));
+        if (delivered > 0) {
+            std::memcpy(data + taken, m_ahead, size_t(delivered));
+            m_ahead += delivered;
+        }
     }
     return taken > 0 ? taken + qMax(qint64(0), delivered) : delivered;
 }
 
 qint64 Extractor::fetchAhead()
 {
-    m_ahead.resize(int(qMin(m_aheadLimit, qint64(AheadSize))));
-    const qint64 delivered = readDevice(m_ahead.data(), m_ahead.size());
-    if (delivered > 0 && delivered < m_ahead.size())
+    const qint64 asked = qMin(m_aheadLimit, qint64(AheadSize));
+    if (m_buffer.isEmpty())
+        m_buffer.resize(AheadSize);
+    const qint64 delivered = readDevice(m_buffer.data(), asked);
+    if (delivered > 0 && delivered < asked)
         m_mostAtOnce = int(delivered);
-    m_ahead.resize(int(qMax(qint64(0), delivered)));
-    m_aheadLimit -= m_ahead.size();
+    m_ahead = m_buffer.constData();
+    m_aheadEnd = m_ahead + qMax(qint64(0), delivered);
+    m_aheadLimit -= fetched();
     return delivered;
 }
 
@@ -124,11 +128,6 @@ void Extractor::setError(const QString &text)
     *m_error = text;
 }
 
-bool Extractor::failed() const
-{
-    return !m_error->isEmpty();
-}
-
 QString Extractor::errorString() const
 {
     const QString deviceError = m_device->errorString();
@@ -141,7 +140,7 @@ QWeakPointer<QString> Extractor::errorSink() const
 }
 
 template <typename T>
-T Extractor::getInteger()
+T Extractor::getSlowly()
 {
     constexpr int width = sizeof(T);
     if (remaining() < width) {
@@ -149,10 +148,7 @@ T Extractor::getInteger()
         return 0;
     }
     char bytes[width];
-    if (m_ahead.size() - m_aheadAt >= width) {
-        std::memcpy(bytes, m_ahead.constData() + m_aheadAt, width);
-        m_aheadAt += width;
-    } else if (deliver(bytes, width) != width) {
+    if (deliver(bytes, width) != width) {
         setDeviceError();
         return 0;
     }
@@ -160,29 +156,13 @@ T Extractor::getInteger()
     return qFromLittleEndian<T>(bytes);
 }
 
-qint8 Extractor::get8()
-{
-    return getInteger<qint8>();
-}
+template qint8 Extractor::getSlowly();
+template qint16 Extractor::getSlowly();
+template qint32 Extractor::getSlowly();
 
-qint16 Extractor::get16()
+void Extractor::skipSlowly(qint64 count)
 {
-    return getInteger<qint16>();
-}
-
-qint32 Extractor::get32()
-{
-    return getInteger<qint32>();
-}
-
-void Extractor::skip(int count)
-{
-    skip64(count);
-}
-
-void Extractor::skip64(qint64 count)
-{
-    if (count != 0 && (count > remaining() || !fitsInt(count) || !fitsInt(position + count)))
+    if (count > remaining() || !fitsInt(count) || !fitsInt(position + count))
         setError(chunkTooShort());
     else
         move(count);
@@ -269,14 +249,13 @@ QVector<qint32> Extractor::get32s(int count)
     QVector<qint32> values;
     values.reserve(qBound(0, count, FirstArrayStep));
     while (values.size() < count) {
-        const qint64 atHand = qMin(remaining(), qint64(m_ahead.size() - m_aheadAt)) / qint64(sizeof(qint32));
-        const int run = int(qMin(atHand, qint64(count - values.size())));
+        const qint64 valuesAtHand = qMin(remaining(), fetched()) / qint64(sizeof(qint32));
+        const int run = int(qMin(valuesAtHand, qint64(count - values.size())));
         if (run > 0) {
             const int old = values.size();
             values.resize(old + run);
-            qFromLittleEndian<qint32>(m_ahead.constData() + m_aheadAt, run, values.data() + old);
-            m_aheadAt += run * int(sizeof(qint32));
-            position += run * int(sizeof(qint32));
+            qFromLittleEndian<qint32>(m_ahead, run, values.data() + old);
+            take(run * int(sizeof(qint32)));
             continue;
         }
         const int before = position;

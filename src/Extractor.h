@@ -8,6 +8,7 @@
 #include <QString>
 #include <QVector>
 #include <QWeakPointer>
+#include <QtEndian>
 
 class QIODevice;
 
@@ -33,6 +34,8 @@ class QIODevice;
  *
  * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
  * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
+ *
+ * What decoders call for every field is inline. [[gnu::used]] keeps such a function among the library's symbols.
  */
 class Extractor
 {
@@ -55,7 +58,7 @@ public:
     void setDevice(QIODevice *device);
 
     void setError(const QString &text);
-    bool failed() const;
+    [[gnu::used]] bool failed() const { return !m_error->isEmpty(); }
 
     /// Whether one more line about what is read may go to the debug log. It may MaxLines times, so that the log stays
     /// short when a file has thousands of places that are worth a line.
@@ -70,9 +73,9 @@ public:
      */
     QWeakPointer<QString> errorSink() const;
 
-    qint8 get8();
-    qint16 get16();
-    qint32 get32();
+    [[gnu::used]] qint8 get8() { return getInteger<qint8>(); }
+    [[gnu::used]] qint16 get16() { return getInteger<qint16>(); }
+    [[gnu::used]] qint32 get32() { return getInteger<qint32>(); }
 
     /**
      * Consumes @p count bytes. A negative count moves the position back, but gives a sequential device nothing back:
@@ -81,9 +84,27 @@ public:
      * On a random-access device the seek goes to the old position plus twice the count. This is kept on purpose, for
      * compatibility; members of an archive are sequential and never take that branch.
      */
-    void skip(int count);
+    [[gnu::used]] void skip(int count) { skip64(count); }
     /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
-    void skip64(qint64 count);
+    [[gnu::used]] void skip64(qint64 count)
+    {
+        if (count > 0 && isAtHand(count))
+            take(int(count));
+        else if (count != 0)
+            skipSlowly(count);
+    }
+
+    /**
+     * The next @p size bytes, more than 0, when they have been fetched ahead and end before the boundary, else null;
+     * they stay until the next read. take() consumes them. For decoders of small records, after readAhead().
+     */
+    const char *atHand(int size) const { return isAtHand(size) ? m_ahead : nullptr; }
+    /// Consumes @p size bytes that atHand() gave.
+    void take(int size)
+    {
+        m_ahead += size;
+        position += size;
+    }
 
     /**
      * An array read; the argument counts bytes, not elements. Memory grows with what the device delivers: when it ran
@@ -129,9 +150,22 @@ private:
     Q_DISABLE_COPY(Extractor)
 
     template <typename T>
-    T getInteger();
+    T getInteger()
+    {
+        constexpr int width = sizeof(T);
+        if (!isAtHand(width))
+            return getSlowly<T>();
+        const T value = qFromLittleEndian<T>(m_ahead);
+        take(width);
+        return value;
+    }
+    template <typename T>
+    T getSlowly();
     template <typename T>
     QVector<T> getVector(int byteCount);
+    qint64 fetched() const { return m_aheadEnd - m_ahead; }
+    bool isAtHand(qint64 size) const { return size <= fetched() && size <= remaining(); }
+    void skipSlowly(qint64 count);
     void move(qint64 count);
     void consume(qint64 count);
     qint64 deliver(char *data, qint64 size);
@@ -140,11 +174,12 @@ private:
     void setDeviceError();
 
     QIODevice *m_device = nullptr;
-    QByteArray m_ahead;      ///< bytes that were fetched ahead,
-    int m_aheadAt = 0;       ///< of which these many have been delivered
-    qint64 m_aheadLimit = 0; ///< bytes that may still be fetched ahead
-    int m_mostAtOnce = 0;    ///< what one read of the device delivers, as far as it is known
-    qint64 m_taken = 0;      ///< bytes that were taken from the device
+    QByteArray m_buffer;              ///< for the bytes that are fetched ahead,
+    const char *m_ahead = nullptr;    ///< of which these
+    const char *m_aheadEnd = nullptr; ///< have not been delivered yet
+    qint64 m_aheadLimit = 0;          ///< bytes that may still be fetched ahead
+    int m_mostAtOnce = 0;             ///< what one read of the device delivers, as far as it is known
+    qint64 m_taken = 0;               ///< bytes that were taken from the device
     bool m_isTooLong = false;
     int m_lines = 0; ///< that mayTell() granted
     QSharedPointer<QString> m_error;
