@@ -2,35 +2,57 @@
 #include "EntryOffsets.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 constexpr qint32 NoEntry = -1;
+constexpr int GroupSize = 8;
 
+bool isWithoutEntries(const qint32 *group)
+{
+    quint64 bits = ~quint64(0);
+    for (int i = 0; i < GroupSize; i += 2) {
+        quint64 pair = 0;
+        std::memcpy(&pair, group + i, sizeof pair);
+        bits &= pair;
+    }
+    return bits == ~quint64(0);
 }
+
+} // namespace
 
 EntryOffsets::EntryOffsets(const QVector<qint32> &offsets)
 {
-    m_items.reserve(int(offsets.size() - std::count(offsets.cbegin(), offsets.cend(), NoEntry)));
-    for (int entry = 0; entry < offsets.size(); ++entry) {
-        if (offsets.at(entry) != NoEntry)
-            m_items.append({offsets.at(entry), entry});
+    int entry = 0;
+    for (; offsets.size() - entry >= GroupSize; entry += GroupSize) {
+        if (!isWithoutEntries(offsets.constData() + entry))
+            appendEntries(offsets.constData(), entry, GroupSize);
     }
+    appendEntries(offsets.constData(), entry, offsets.size() - entry);
     const auto byOffset = [](const Item &left, const Item &right) { return left.offset < right.offset; };
     if (!std::is_sorted(m_items.cbegin(), m_items.cend(), byOffset))
         std::stable_sort(m_items.begin(), m_items.end(), byOffset);
 }
 
+void EntryOffsets::appendEntries(const qint32 *offsets, int first, int count)
+{
+    for (int entry = first; entry < first + count; ++entry) {
+        if (offsets[entry] != NoEntry)
+            m_items.push_back({offsets[entry], entry});
+    }
+}
+
 int EntryOffsets::entryAt(qint64 offset)
 {
-    const bool expected = m_next < m_items.size() && m_items.at(m_next).offset == offset;
+    const bool expected = m_next < m_items.size() && m_items[m_next].offset == offset;
     if (!expected) {
         const auto found = std::lower_bound(m_items.cbegin(), m_items.cend(), offset,
                                             [](const Item &item, qint64 wanted) { return item.offset < wanted; });
-        m_next = int(found - m_items.cbegin());
+        m_next = size_t(found - m_items.cbegin());
     }
     int entry = -1;
-    for (; m_next < m_items.size() && m_items.at(m_next).offset == offset; ++m_next)
-        entry = m_items.at(m_next).entry;
+    for (; m_next < m_items.size() && m_items[m_next].offset == offset; ++m_next)
+        entry = m_items[m_next].entry;
     return entry;
 }

@@ -4,19 +4,24 @@
 
 #include <QVector>
 
+#include <vector>
+
 /**
  * The offset array of a type chunk, asked the other way round: which entry starts at this offset? Of several entries
  * with one offset, the last; the offset 0xffffffff means that the type has no value for the entry in this
  * configuration, and is never found.
  *
  * Entries are read in the order in which they stand, and build tools write them in the order of their indices; asking
- * for ascending offsets costs a step each, anything else a binary search.
+ * for ascending offsets costs a step each, anything else a binary search. Most offsets of a large table are none.
  */
 class EntryOffsets
 {
 public:
     /// @p offsets by entry index.
     explicit EntryOffsets(const QVector<qint32> &offsets);
+
+    /// Number of entries that have an offset.
+    int count() const { return int(m_items.size()); }
 
     /// Index of the entry at @p offset, or -1.
     int entryAt(qint64 offset);
@@ -27,8 +32,10 @@ private:
         int entry;
     };
 
-    QVector<Item> m_items; ///< by offset, then by entry
-    int m_next = 0;        ///< the item after the one found last
+    void appendEntries(const qint32 *offsets, int first, int count);
+
+    std::vector<Item> m_items; ///< by offset, then by entry
+    size_t m_next = 0;         ///< the item after the one found last
 };
 
 #endif

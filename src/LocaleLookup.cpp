@@ -42,22 +42,21 @@ QMap<QString, QString> LocaleLookup::inPackage(const ResourcePackage &package, i
 LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int typeId, int entry, int depth)
 {
     Texts values;
-    for (const auto &stored : package.entries(typeId, entry)) {
+    for (const ResourceEntry &value : package.m_values.values(typeId, entry)) {
         if (!m_values.spend(1))
             break;
-        const ResourceEntry &value = stored.value;
-        const QString locale = package.m_configs.at(value.configIndex).locale();
+        const QString locale = package.m_configs.at(value.configIndex()).locale();
         if (values.contains(locale))
             continue;
-        if (depth == 0 || value.dataType != ResourceTypes::ReferenceValue) {
-            const QString text = m_texts.text(value.dataType, value.data);
+        if (depth == 0 || value.dataType() != ResourceTypes::ReferenceValue) {
+            const QString text = m_texts.text(value.dataType(), value.data());
             // A string of the table is shared by all who have it; any other text is made for this value alone.
-            if (value.dataType != ResourceTypes::StringValue)
+            if (value.dataType() != ResourceTypes::StringValue)
                 m_values.spend(text.size() / CharactersOfAValue);
             put(values, locale, text);
             continue;
         }
-        const Texts referenced = byReference(m_resources.refToString(value.data), depth - 1);
+        const Texts referenced = byReference(m_resources.refToString(value.data()), depth - 1);
         // The locales of the referenced resource are taken from here on, also from this resource's own later values.
         if (locale.isEmpty())
             addMissing(values, referenced);

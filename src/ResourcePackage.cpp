@@ -22,11 +22,14 @@ constexpr int MapFlag = 0x0001;
 constexpr int SimpleEntryHeaderSize = 8;
 constexpr int MapEntryHeaderSize = 16;
 constexpr int MapItemSize = 12;
-constexpr int LargestTypeId = 0xff;
+constexpr int SimpleEntrySize = SimpleEntryHeaderSize + 8;
+constexpr int LargestNamedTypeId = 0xff;
+
+static_assert(Extractor::MaxRegions < ResourceEntry::MaxConfigs, "each configuration takes a region of its own");
 
 } // namespace
 
-ResourcePackage::ResourcePackage() : m_typeStrings(QString()), m_keyStrings(QString()) {}
+ResourcePackage::ResourcePackage() : m_typeStrings(QString()) {}
 
 void ResourcePackage::load(Extractor *reader, int headerSize)
 {
@@ -35,7 +38,6 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
 
     m_reader = reader;
     m_typeStrings.clear();
-    m_keyStrings.clear();
     m_typeNames.clear();
     m_id = reader->get32();
     const QVector<quint16> units = reader->getu16_vector(2 * NameUnits);
@@ -47,11 +49,10 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
         m_typeStrings.setName(m_name + QLatin1String(" type"));
         m_keyStringsOffset = chunkPosition(reader->get32());
         reader->skip(4); // last public key
-        m_keyStrings.setName(m_name + QLatin1String(" keys"));
         reader->skip64(qint64(headerSize) - KnownHeaderSize);
         while (!reader->failed() && reader->remaining() >= 1)
             parseChunk();
-        sortEntries();
+        sortValues();
         readTypeNames();
     }
     m_reader = nullptr;
@@ -86,7 +87,7 @@ void ResourcePackage::parseStringPool(int headerSize)
     if (chunkStart == m_typeStringsOffset)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
-        m_keyStrings.load(m_reader, headerSize);
+        StringPool(m_name + QLatin1String(" keys")).load(m_reader, headerSize); // for its faults alone
     else if (m_reader->mayTell())
         qDebug("Skipping unknown string pool at %x", unsigned(m_reader->position));
 }
@@ -114,6 +115,7 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     const int configIndex = indexOfConfig(config);
     EntryOffsets offsets(m_reader->get32s(entryCount));
     m_reader->skip64(qint64(entriesStart) - headerSize - 4 * qint64(entryCount));
+    m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
     const qint64 base = m_reader->position;
     while (m_reader->remaining() >= 1 && !m_reader->failed()) {
         const int entryIndex = offsets.entryAt(m_reader->position - base);
@@ -127,6 +129,15 @@ void ResourcePackage::parseTypeChunk(int headerSize)
 
 void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
 {
+    // Nearly all are simple, with the header as it is above: its key index, the value's size and what is reserved are
+    // passed over, as below.
+    const char *entry = m_reader->atHand(SimpleEntrySize);
+    if (entry != nullptr && qFromLittleEndian<qint16>(entry) == SimpleEntryHeaderSize
+        && (qFromLittleEndian<qint16>(entry + 2) & MapFlag) == 0) {
+        m_reader->take(SimpleEntrySize);
+        store(typeId, {entryIndex, configIndex, qint8(entry[11]), qFromLittleEndian<qint32>(entry + 12)});
+        return;
+    }
     const int size = m_reader->get16();
     const int flags = m_reader->get16();
     m_reader->get32(); // key index
@@ -141,11 +152,15 @@ void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
     m_reader->skip(3); // size of the value, reserved
     const int dataType = m_reader->get8();
     const int data = m_reader->get32();
-    if (m_entries.size() == MaxEntries) {
+    store(typeId, {entryIndex, configIndex, dataType, data});
+}
+
+void ResourcePackage::store(int typeId, const ResourceEntry &value)
+{
+    if (m_values.count() == MaxEntries)
         m_reader->setError(QStringLiteral("too many values in package"));
-        return;
-    }
-    m_entries.append({typeId, entryIndex, {configIndex, dataType, data}});
+    else
+        m_values.append(typeId, value);
 }
 
 int ResourcePackage::indexOfConfig(const ResourceConfig &config)
@@ -159,24 +174,16 @@ int ResourcePackage::indexOfConfig(const ResourceConfig &config)
     return m_configs.size() - 1;
 }
 
-void ResourcePackage::sortEntries()
+void ResourcePackage::sortValues()
 {
-    const auto byResource = [](const StoredEntry &left, const StoredEntry &right) {
-        return std::make_pair(left.typeId, left.entryIndex) < std::make_pair(right.typeId, right.entryIndex);
-    };
-    std::stable_sort(m_entries.begin(), m_entries.end(), byResource);
-    m_entries.squeeze();
-    for (int first = 0, last = MaxValues; last < m_entries.size(); ++first, ++last) {
-        if (!byResource(m_entries.at(first), m_entries.at(last))) {
-            m_reader->setError(QStringLiteral("too many values of one resource"));
-            return;
-        }
-    }
+    m_values.sort();
+    if (m_values.hasResourceOfMoreThan(MaxValues))
+        m_reader->setError(QStringLiteral("too many values of one resource"));
 }
 
 void ResourcePackage::readTypeNames()
 {
-    const int count = qMin(m_typeStrings.count(), LargestTypeId);
+    const int count = qMin(m_typeStrings.count(), LargestNamedTypeId);
     m_typeNames.reserve(count);
     for (int index = 0; index < count; ++index) {
         m_typeNames.append(m_typeStrings.get(index));
@@ -186,19 +193,6 @@ void ResourcePackage::readTypeNames()
             return;
         }
     }
-}
-
-ResourcePackage::EntryRange ResourcePackage::entries(int typeId, int entry) const
-{
-    if (typeId == 0)
-        return {m_entries.cend(), m_entries.cend()};
-    const auto wanted = std::make_pair(typeId, entry);
-    const auto resource = [](const StoredEntry &stored) { return std::make_pair(stored.typeId, stored.entryIndex); };
-    const auto first = std::partition_point(m_entries.cbegin(), m_entries.cend(),
-                                            [&](const StoredEntry &stored) { return resource(stored) < wanted; });
-    const auto last = std::partition_point(first, m_entries.cend(),
-                                           [&](const StoredEntry &stored) { return resource(stored) == wanted; });
-    return {first, last};
 }
 
 QString ResourcePackage::refToString(int ref) const
@@ -216,8 +210,8 @@ QStringList ResourcePackage::lookupAll(const QString &type, int entry, const Apk
 {
     ValueTexts texts(res);
     QStringList values;
-    for (const StoredEntry &stored : entries(typeId(type), entry))
-        values.append(texts.text(stored.value.dataType, stored.value.data));
+    for (const ResourceEntry &value : m_values.values(typeId(type), entry))
+        values.append(texts.text(value.dataType(), value.data()));
     return values;
 }
 
@@ -225,9 +219,8 @@ QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, i
 {
     ValueTexts texts(res);
     QMap<QString, QString> values;
-    for (const StoredEntry &stored : entries(typeId(type), entry)) {
-        values.insert(m_configs.at(stored.value.configIndex).toString(),
-                      texts.text(stored.value.dataType, stored.value.data));
+    for (const ResourceEntry &value : m_values.values(typeId(type), entry)) {
+        values.insert(m_configs.at(value.configIndex()).toString(), texts.text(value.dataType(), value.data()));
     }
     return values;
 }

@@ -3,6 +3,7 @@
 #define RESOURCEPACKAGE_H
 
 #include "ResourceConfig.h"
+#include "ResourceValues.h"
 #include "StringPool.h"
 
 #include <QByteArray>
@@ -14,13 +15,6 @@
 class ApkResources;
 class Extractor;
 class LocaleLookup;
-
-/// One stored value of a resource: the value that it has in one configuration.
-struct ResourceEntry {
-    int configIndex; ///< index of the configuration among the package's distinct ones
-    int dataType;    ///< ResourceTypes::ValueType, sign-extended from 8 bits
-    int data;        ///< the data word
-};
 
 /**
  * One package of a resource table (chunk type 0x0200): its name, the names of its types, and every simple value of
@@ -103,36 +97,21 @@ public:
 private:
     friend class LocaleLookup;
 
-    struct StoredEntry {
-        int typeId;
-        int entryIndex;
-        ResourceEntry value;
-    };
-    using Entries = QVector<StoredEntry>;
-    struct EntryRange {
-        Entries::const_iterator first;
-        Entries::const_iterator last;
-        Entries::const_iterator begin() const { return first; }
-        Entries::const_iterator end() const { return last; }
-    };
-
     void parseStringPool(int headerSize);
+    void store(int typeId, const ResourceEntry &value);
     int indexOfConfig(const ResourceConfig &config);
-    void sortEntries();
+    void sortValues();
     void readTypeNames();
     /// The id of the first type of that name; 0 for none.
     int typeId(const QString &type) const { return m_typeNames.indexOf(type) + 1; }
-    /// The values of a resource, in the order of the type chunks that hold them.
-    EntryRange entries(int typeId, int entry) const;
 
     int m_id = -1;
     QString m_name;
     Extractor *m_reader = nullptr;         ///< while loading
     QMap<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
     StringPool m_typeStrings;
-    StringPool m_keyStrings;
     QVector<QString> m_typeNames; ///< of the types that have an id
-    Entries m_entries;            ///< by type and entry index, then in the order of the file
+    ResourceValues m_values;
     QVector<ResourceConfig> m_configs;
     qint64 m_typeStringsOffset = 0; ///< position of the pool's chunk, 0 for none
     qint64 m_keyStringsOffset = 0;

@@ -73,9 +73,10 @@ void StringPool::load(Extractor *reader, int headerSize)
     // A bad offset alone does not end the load; its string, which cannot have room in the data, does.
     if (hasBadOffset)
         reader->setError(badIndex());
-    if (!loaded.hasRoomForEveryString())
+    const qint64 length = loaded.checkedLength();
+    if (length < 0)
         reader->setError(QStringLiteral("string extends past stringblock end"));
-    else if (loaded.multipliesItsData())
+    else if (loaded.multipliesItsData(length))
         reader->setError(QStringLiteral("strings overlap in string pool"));
     else
         *this = loaded;
@@ -102,30 +103,32 @@ void StringPool::readData(Extractor *reader, qint64 dataSize)
         m_units = reader->getu16_vector(byteCount);
 }
 
-bool StringPool::hasRoomForEveryString() const
+qint64 StringPool::checkedLength() const
 {
     const qint64 end = dataLength();
-    return std::all_of(m_offsets.cbegin(), m_offsets.cend(), [this, end](qint32 offset) {
+    qint64 total = 0;
+    for (const qint32 offset : m_offsets) {
         const Span span = spanAt(offset);
-        return span.length < end - span.start;
-    });
+        if (span.length >= end - span.start)
+            return -1;
+        total += span.length;
+    }
+    return total;
 }
 
-bool StringPool::multipliesItsData() const
+// Precondition: there is room for every string.
+bool StringPool::multipliesItsData(qint64 length) const
 {
     const qint64 most = MaxOverlap * qMax(dataLength(), SmallDataLength);
-    const auto isTooLong = [this, most](const QVector<qint32> &offsets) {
-        qint64 total = 0;
-        for (const qint32 offset : offsets)
-            total += spanAt(offset).length;
-        return total > most;
-    };
-    if (!isTooLong(m_offsets))
+    if (length <= most)
         return false;
     QVector<qint32> distinct = m_offsets;
     std::sort(distinct.begin(), distinct.end());
     distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
-    return isTooLong(distinct);
+    qint64 distinctLength = 0;
+    for (const qint32 offset : qAsConst(distinct))
+        distinctLength += spanAt(offset).length;
+    return distinctLength > most;
 }
 
 qint64 StringPool::dataLength() const
@@ -141,7 +144,9 @@ StringPool::Span StringPool::spanAt(qint32 offset) const
 
 StringPool::Span StringPool::utf8SpanAt(qint64 offset) const
 {
-    const auto byteAt = [this](qint64 at) { return at < m_bytes.size() ? int(m_bytes.at(int(at))) : 0; };
+    const quint8 *bytes = m_bytes.constData();
+    const qint64 end = m_bytes.size();
+    const auto byteAt = [bytes, end](qint64 at) { return at < end ? int(bytes[at]) : 0; };
     qint64 at = offset + ((byteAt(offset) & 0x80) != 0 ? 2 : 1);
     int length = byteAt(at++);
     if ((length & 0x80) != 0)
@@ -151,7 +156,9 @@ StringPool::Span StringPool::utf8SpanAt(qint64 offset) const
 
 StringPool::Span StringPool::utf16SpanAt(qint64 offset) const
 {
-    const auto unitAt = [this](qint64 at) { return at < m_units.size() ? int(m_units.at(int(at))) : 0; };
+    const quint16 *units = m_units.constData();
+    const qint64 end = m_units.size();
+    const auto unitAt = [units, end](qint64 at) { return at < end ? int(units[at]) : 0; };
     qint64 at = offset;
     int length = unitAt(at++);
     if ((length & 0x8000) != 0)

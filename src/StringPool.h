@@ -87,8 +87,9 @@ private:
 
     bool readOffsets(Extractor *reader, int stringCount, qint64 dataSize);
     void readData(Extractor *reader, qint64 dataSize);
-    bool hasRoomForEveryString() const;
-    bool multipliesItsData() const;
+    /// The lengths of all strings, or -1 when there is no room for one of them in the data.
+    qint64 checkedLength() const;
+    bool multipliesItsData(qint64 length) const;
     Span spanAt(qint32 offset) const;
     Span utf8SpanAt(qint64 offset) const;
     Span utf16SpanAt(qint64 offset) const;
