@@ -44,8 +44,9 @@ qint64 ArchiveFile::readData(char *data, qint64 size)
         return delivered;
     }
     if (!isKept(size)) {
-        // From the start of the page, as the next step is one back more often than not.
-        m_windowAt = m_at - m_at % PageSize;
+        // Those who go through a directory step back a little for every member; those who look for its end go backwards.
+        const bool goesBackwards = m_at < m_windowAt;
+        m_windowAt = goesBackwards ? qMax(qint64(0), m_at + size - WindowSize) : m_at - m_at % PageSize;
         m_window.resize(WindowSize);
         m_window.resize(int(qMax(qint64(0), readFile(m_windowAt, m_window.data(), WindowSize))));
         size = qMin(size, m_windowAt + m_window.size() - m_at);

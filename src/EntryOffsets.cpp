@@ -8,6 +8,7 @@ namespace {
 
 constexpr qint32 NoEntry = -1;
 constexpr int GroupSize = 8;
+constexpr int FirstCapacity = 256;
 
 bool isWithoutEntries(const qint32 *group)
 {
@@ -24,6 +25,7 @@ bool isWithoutEntries(const qint32 *group)
 
 EntryOffsets::EntryOffsets(const QVector<qint32> &offsets)
 {
+    m_items.reserve(size_t(qMin(offsets.size(), FirstCapacity)));
     int entry = 0;
     for (; offsets.size() - entry >= GroupSize; entry += GroupSize) {
         if (!isWithoutEntries(offsets.constData() + entry))
@@ -35,15 +37,21 @@ EntryOffsets::EntryOffsets(const QVector<qint32> &offsets)
         std::stable_sort(m_items.begin(), m_items.end(), byOffset);
 }
 
+// Every offset is written, and the next one over it when there is no entry: which of them have one is nothing that a
+// processor could guess.
 void EntryOffsets::appendEntries(const qint32 *offsets, int first, int count)
 {
+    const size_t old = m_items.size();
+    m_items.resize(old + size_t(count));
+    Item *item = m_items.data() + old;
     for (int entry = first; entry < first + count; ++entry) {
-        if (offsets[entry] != NoEntry)
-            m_items.push_back({offsets[entry], entry});
+        *item = {offsets[entry], entry};
+        item += offsets[entry] != NoEntry ? 1 : 0;
     }
+    m_items.resize(size_t(item - m_items.data()));
 }
 
-int EntryOffsets::entryAt(qint64 offset)
+int EntryOffsets::search(qint64 offset)
 {
     const bool expected = m_next < m_items.size() && m_items[m_next].offset == offset;
     if (!expected) {

@@ -24,7 +24,12 @@ public:
     int count() const { return int(m_items.size()); }
 
     /// Index of the entry at @p offset, or -1.
-    int entryAt(qint64 offset);
+    int entryAt(qint64 offset)
+    {
+        if (m_next + 1 < m_items.size() && m_items[m_next].offset == offset && m_items[m_next + 1].offset != offset)
+            return m_items[m_next++].entry;
+        return search(offset);
+    }
 
 private:
     struct Item {
@@ -33,6 +38,7 @@ private:
     };
 
     void appendEntries(const qint32 *offsets, int first, int count);
+    int search(qint64 offset);
 
     std::vector<Item> m_items; ///< by offset, then by entry
     size_t m_next = 0;         ///< the item after the one found last

@@ -54,10 +54,10 @@ void Extractor::setDevice(QIODevice *device)
     m_lines = 0;
 }
 
-void Extractor::readAhead()
+void Extractor::readAhead(qint64 size)
 {
-    if (m_device->isSequential() && boundary != Unbounded)
-        m_aheadLimit = qMax(qint64(0), remaining() - fetched());
+    if (size <= remaining() && boundary != Unbounded && m_device->isSequential())
+        m_aheadLimit = qMax(qint64(0), size - fetched());
 }
 
 // As QIODevice::read(): the number of bytes delivered, negative for a fault of the device. One that gave less at once
@@ -288,6 +288,10 @@ void Extractor::popBoundary()
     Q_ASSERT(!m_boundaries.isEmpty());
     if (m_boundaries.isEmpty())
         return;
-    move(remaining());
+    const qint64 left = remaining();
+    if (left > 0 && isAtHand(left))
+        take(int(left));
+    else
+        move(left);
     boundary = m_boundaries.pop();
 }

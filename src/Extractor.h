@@ -136,7 +136,9 @@ public:
      * it is closed the device stands where it would have stood without. On a device that delivers less at once than
      * it is asked for, this holds up to the first fault.
      */
-    void readAhead();
+    [[gnu::used]] void readAhead() { readAhead(remaining()); }
+    /// readAhead() for the next @p size bytes alone, which are consumed in any case; nothing when they pass the boundary.
+    void readAhead(qint64 size);
 
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
     qint64 remaining() const { return qint64(boundary) - position; }

@@ -116,9 +116,12 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     EntryOffsets offsets(m_reader->get32s(entryCount));
     m_reader->skip64(qint64(entriesStart) - headerSize - 4 * qint64(entryCount));
     m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
-    const qint64 base = m_reader->position;
+    const int base = m_reader->position;
     while (m_reader->remaining() >= 1 && !m_reader->failed()) {
-        const int entryIndex = offsets.entryAt(m_reader->position - base);
+        parseSimpleEntries(typeId, offsets, base, configIndex);
+        if (m_reader->remaining() < 1)
+            break;
+        const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
         if (entryIndex < 0) {
             m_reader->setError(QStringLiteral("resource table contains entry not in index"));
             return;
@@ -127,17 +130,24 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     }
 }
 
+// The run of entries from here that are simple, with the header as it is above, and at hand: nearly all are. What this
+// stops before is left to parseEntry().
+void ResourcePackage::parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex)
+{
+    while (const char *entry = m_reader->atHand(SimpleEntrySize)) {
+        const bool isSimple = qFromLittleEndian<qint16>(entry) == SimpleEntryHeaderSize
+                              && (qFromLittleEndian<qint16>(entry + 2) & MapFlag) == 0;
+        const int entryIndex =
+            isSimple && m_values.count() < MaxEntries ? offsets.entryAt(qint64(m_reader->position) - base) : -1;
+        if (entryIndex < 0)
+            return;
+        m_reader->take(SimpleEntrySize);
+        m_values.append(typeId, {entryIndex, configIndex, qint8(entry[11]), qFromLittleEndian<qint32>(entry + 12)});
+    }
+}
+
 void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
 {
-    // Nearly all are simple, with the header as it is above: its key index, the value's size and what is reserved are
-    // passed over, as below.
-    const char *entry = m_reader->atHand(SimpleEntrySize);
-    if (entry != nullptr && qFromLittleEndian<qint16>(entry) == SimpleEntryHeaderSize
-        && (qFromLittleEndian<qint16>(entry + 2) & MapFlag) == 0) {
-        m_reader->take(SimpleEntrySize);
-        store(typeId, {entryIndex, configIndex, qint8(entry[11]), qFromLittleEndian<qint32>(entry + 12)});
-        return;
-    }
     const int size = m_reader->get16();
     const int flags = m_reader->get16();
     m_reader->get32(); // key index
@@ -165,13 +175,18 @@ void ResourcePackage::store(int typeId, const ResourceEntry &value)
 
 int ResourcePackage::indexOfConfig(const ResourceConfig &config)
 {
+    // The chunks of one type mostly come in the order of configurations that those of the type before had.
+    const int expected = m_lastConfigIndex + 1;
+    if (expected < m_configs.size() && m_configs.at(expected) == config)
+        return m_lastConfigIndex = expected;
     const QByteArray key(reinterpret_cast<const char *>(&config), sizeof config);
     const auto known = m_configIndices.constFind(key);
     if (known != m_configIndices.cend())
-        return *known;
+        return m_lastConfigIndex = *known;
+    m_lastConfigIndex = m_configs.size();
     m_configs.append(config);
-    m_configIndices.insert(key, m_configs.size() - 1);
-    return m_configs.size() - 1;
+    m_configIndices.insert(key, m_lastConfigIndex);
+    return m_lastConfigIndex;
 }
 
 void ResourcePackage::sortValues()

@@ -13,6 +13,7 @@
 #include <QVector>
 
 class ApkResources;
+class EntryOffsets;
 class Extractor;
 class LocaleLookup;
 
@@ -98,6 +99,7 @@ private:
     friend class LocaleLookup;
 
     void parseStringPool(int headerSize);
+    void parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex);
     void store(int typeId, const ResourceEntry &value);
     int indexOfConfig(const ResourceConfig &config);
     void sortValues();
@@ -109,6 +111,7 @@ private:
     QString m_name;
     Extractor *m_reader = nullptr;         ///< while loading
     QMap<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
+    int m_lastConfigIndex = -1;            ///< while loading: of the type chunk before
     StringPool m_typeStrings;
     QVector<QString> m_typeNames; ///< of the types that have an id
     ResourceValues m_values;

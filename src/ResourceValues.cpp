@@ -16,13 +16,13 @@ bool isBefore(const ResourceEntry &left, const ResourceEntry &right)
 // Precondition: every index is from 0 to largest.
 std::vector<ResourceEntry> sortedByCounting(const std::vector<ResourceEntry> &values, int largest)
 {
-    std::vector<size_t> places(size_t(largest) + 2);
+    std::vector<int> places(size_t(largest) + 2);
     for (const ResourceEntry &value : values)
         ++places[size_t(value.entryIndex()) + 1];
     std::partial_sum(places.begin(), places.end(), places.begin());
     std::vector<ResourceEntry> sorted(values.size());
     for (const ResourceEntry &value : values)
-        sorted[places[size_t(value.entryIndex())]++] = value;
+        sorted[size_t(places[size_t(value.entryIndex())]++)] = value;
     return sorted;
 }
 
@@ -32,31 +32,36 @@ void ResourceValues::reserve(int typeId, int count)
 {
     if (typeId <= 0)
         return;
-    Values &values = m_types[size_t(typeId)];
+    std::vector<ResourceEntry> &values = m_types[size_t(typeId)].stored;
     if (size_t(count) > values.capacity() - values.size())
         values.reserve(values.size() + qMax(size_t(count), values.size() / 2));
 }
 
 void ResourceValues::sort()
 {
-    for (Values &values : m_types) {
-        if (!std::is_sorted(values.cbegin(), values.cend(), isBefore)) {
-            const auto [smallest, largest] = std::minmax_element(values.cbegin(), values.cend(), isBefore);
-            // A few values with large indices are not worth a count for every index.
-            if (smallest->entryIndex() >= 0 && size_t(largest->entryIndex()) / 4 <= qMax(values.size(), SmallIndex))
-                values = sortedByCounting(values, largest->entryIndex());
-            else
-                std::stable_sort(values.begin(), values.end(), isBefore);
-        }
-        values.shrink_to_fit();
+    for (Values &values : m_types)
+        values.sort();
+}
+
+void ResourceValues::Values::sort()
+{
+    if (!isSorted) {
+        // A few values with large indices are not worth a count for every index.
+        if (smallest == 0 && size_t(largest) / 4 <= qMax(stored.size(), SmallIndex))
+            stored = sortedByCounting(stored, largest);
+        else
+            std::stable_sort(stored.begin(), stored.end(), isBefore);
     }
+    isSorted = true;
+    stored.shrink_to_fit();
 }
 
 bool ResourceValues::hasResourceOfMoreThan(int count) const
 {
     for (const Values &values : m_types) {
-        for (size_t first = 0, last = size_t(count); last < values.size(); ++first, ++last) {
-            if (!isBefore(values[first], values[last]))
+        const std::vector<ResourceEntry> &stored = values.stored;
+        for (size_t first = 0, last = size_t(count); last < stored.size(); ++first, ++last) {
+            if (!isBefore(stored[first], stored[last]))
                 return true;
         }
     }
@@ -67,8 +72,8 @@ ResourceValues::Range ResourceValues::values(int typeId, int entry) const
 {
     if (typeId <= 0 || typeId > LargestTypeId)
         return {nullptr, nullptr};
-    const Values &values = m_types[size_t(typeId)];
+    const std::vector<ResourceEntry> &stored = m_types[size_t(typeId)].stored;
     const ResourceEntry wanted(entry, 0, 0, 0);
-    const auto [first, last] = std::equal_range(values.data(), values.data() + values.size(), wanted, isBefore);
+    const auto [first, last] = std::equal_range(stored.data(), stored.data() + stored.size(), wanted, isBefore);
     return {first, last};
 }

@@ -62,7 +62,7 @@ public:
     {
         ++m_count;
         if (typeId > 0)
-            m_types[size_t(typeId)].push_back(value);
+            m_types[size_t(typeId)].append(value);
     }
     /// Number of values that were appended.
     int count() const { return m_count; }
@@ -76,7 +76,21 @@ public:
     Range values(int typeId, int entry) const;
 
 private:
-    using Values = std::vector<ResourceEntry>;
+    struct Values {
+        void append(const ResourceEntry &value)
+        {
+            isSorted = isSorted && value.entryIndex() >= largest;
+            smallest = qMin(smallest, value.entryIndex());
+            largest = qMax(largest, value.entryIndex());
+            stored.push_back(value);
+        }
+        void sort();
+
+        std::vector<ResourceEntry> stored;
+        bool isSorted = true;
+        int smallest = 0; ///< of the entry indices, and 0
+        int largest = 0;
+    };
 
     std::vector<Values> m_types; ///< by type id
     int m_count = 0;
