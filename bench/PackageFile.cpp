@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "PackageFile.h"
+
+#include <quazip/quazip.h>
+#include <quazip/quazipfile.h>
+#include <zlib.h>
+
+namespace bench {
+
+const QString tableName = QStringLiteral("resources.arsc");
+const QString manifestName = QStringLiteral("AndroidManifest.xml");
+
+namespace {
+
+void writeMember(QuaZip &archive, const QString &name, const QByteArray &content, int method)
+{
+    QuaZipFile file(&archive);
+    if (!file.open(QIODevice::WriteOnly, QuaZipNewInfo(name), nullptr, 0, method)
+        || file.write(content) != content.size())
+        qFatal("could not write %s into %s", qPrintable(name), qPrintable(archive.getZipName()));
+}
+
+void openForReading(QuaZip &archive)
+{
+    if (!archive.open(QuaZip::mdUnzip))
+        qFatal("could not open %s", qPrintable(archive.getZipName()));
+}
+
+} // namespace
+
+void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest)
+{
+    constexpr int Stored = 0;
+    QuaZip archive(fileName);
+    if (!archive.open(QuaZip::mdCreate))
+        qFatal("could not write %s", qPrintable(fileName));
+    writeMember(archive, manifestName, manifest, Z_DEFLATED);
+    writeMember(archive, tableName, table, Stored);
+    archive.close();
+}
+
+QByteArray member(const QString &fileName, const QString &name)
+{
+    QuaZip archive(fileName);
+    openForReading(archive);
+    QuaZipFile file(&archive);
+    if (!archive.setCurrentFile(name, QuaZip::csDefault) || !file.open(QIODevice::ReadOnly))
+        qFatal("no %s in %s", qPrintable(name), qPrintable(fileName));
+    const QByteArray content = file.readAll();
+    if (content.size() != file.usize())
+        qFatal("could not read %s in %s", qPrintable(name), qPrintable(fileName));
+    return content;
+}
+
+int memberCount(const QString &fileName)
+{
+    QuaZip archive(fileName);
+    openForReading(archive);
+    return archive.getEntriesCount();
+}
+
+} // namespace bench

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef PACKAGEFILE_H
+#define PACKAGEFILE_H
+
+#include <QByteArray>
+#include <QString>
+
+/// Package files, written and read by the ZIP library alone. What fails ends the program.
+namespace bench {
+
+extern const QString tableName;    ///< of the member with the resource table
+extern const QString manifestName; ///< of the member with the manifest
+
+/// Writes a package of these two members; the table is stored and the manifest deflated, as build tools have it.
+void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest);
+
+/// The content of a member.
+QByteArray member(const QString &fileName, const QString &name);
+
+/// The number of members.
+int memberCount(const QString &fileName);
+
+} // namespace bench
+
+#endif

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// bench_instructions ROW/PACKAGE: one row for the package PACKAGE.apk in the working directory, for Callgrind to count:
+//
+//     valgrind --tool=callgrind --instr-atstart=no bench_instructions manifest/atlas
+//
+// The row is run once before it is counted, so that what a process sets up once is not.
+
+#include "ApkFile.h"
+#include "Floor.h"
+
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+#include <valgrind/callgrind.h>
+
+namespace {
+
+/// What is prepared, run and dropped for a row; each is made anew.
+class Row
+{
+public:
+    explicit Row(const QString &fileName) : m_fileName(fileName) {}
+    virtual ~Row() = default;
+
+    /// Returns whether everything could be read.
+    virtual bool run() = 0;
+
+protected:
+    QString m_fileName;
+};
+
+class FloorRow : public Row
+{
+public:
+    using Row::Row;
+    bool run() override
+    {
+        bench::FloorTimes times;
+        return bench::readFloor(m_fileName, times);
+    }
+};
+
+class ResourcesRow : public Row
+{
+public:
+    using Row::Row;
+    bool run() override
+    {
+        const ApkFile apk(m_fileName);
+        return apk.resources().isValid();
+    }
+};
+
+class ManifestRow : public Row
+{
+public:
+    using Row::Row;
+    bool run() override
+    {
+        const ApkFile apk(m_fileName);
+        apk.resources();
+        apk.getManifest();
+        return apk.getError() == 0;
+    }
+};
+
+/// The manifest is loaded before the row is run.
+class LaunchersRow : public Row
+{
+public:
+    explicit LaunchersRow(const QString &fileName) : Row(fileName), m_apk(fileName) { m_apk.getManifest(); }
+    bool run() override { return !m_apk.getLauncherInfo(false).isEmpty(); }
+
+private:
+    ApkFile m_apk;
+};
+
+std::unique_ptr<Row> makeRow(const QString &name, const QString &fileName)
+{
+    if (name == QLatin1String("floor"))
+        return std::make_unique<FloorRow>(fileName);
+    if (name == QLatin1String("resources"))
+        return std::make_unique<ResourcesRow>(fileName);
+    if (name == QLatin1String("manifest"))
+        return std::make_unique<ManifestRow>(fileName);
+    if (name == QLatin1String("launchers"))
+        return std::make_unique<LaunchersRow>(fileName);
+    return nullptr;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QString name = QString::fromLocal8Bit(argc == 2 ? argv[1] : "");
+    const QString row = name.section(QLatin1Char('/'), 0, 0);
+    const QString fileName = name.section(QLatin1Char('/'), 1) + QLatin1String(".apk");
+    const auto first = makeRow(row, fileName);
+    if (first == nullptr) {
+        std::fputs("usage: bench_instructions floor|resources|manifest|launchers/PACKAGE\n", stderr);
+        return 2;
+    }
+    const auto counted = makeRow(row, fileName);
+    bool good = first->run();
+    CALLGRIND_START_INSTRUMENTATION;
+    good = counted->run() && good;
+    CALLGRIND_STOP_INSTRUMENTATION;
+    if (!good) {
+        std::fprintf(stderr, "%s could not be read\n", qPrintable(fileName));
+        return 1;
+    }
+    return 0;
+}

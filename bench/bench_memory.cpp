@@ -1,0 +1,169 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// What loading takes of the heap, one case for each process, as a line of JSON:
+//
+//     bench_memory table VALUES CONFIGURATIONS dense|empty    a generated table
+//     bench_memory manifest ACTIVITIES                        a generated manifest
+//     bench_memory package FILE                               resources() and getManifest() of a package, whose table
+//                                                             is kept when the ApkFile is gone
+//
+// "peak" and "held" are bytes above what was in use when loading began: at most while loading, and afterwards. "rss_before"
+// and "rss_peak" are the resident memory of the process in bytes, as the kernel tells it.
+
+#include "ApkFile.h"
+#include "GeneratedManifest.h"
+#include "GeneratedTable.h"
+#include "HeapCounter.h"
+#include "Loading.h"
+#include "PackageFile.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QStringList>
+
+#include <cstdio>
+#include <malloc.h>
+
+namespace {
+
+// The value of a line such as "VmHWM:     1234 kB".
+qint64 statusBytes(const QByteArray &key)
+{
+    QFile file(QStringLiteral("/proc/self/status"));
+    file.open(QIODevice::ReadOnly);
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith(key))
+            return line.mid(key.size()).simplified().split(' ').value(0).toLongLong() << 10;
+    }
+    return 0;
+}
+
+// Lets the kernel's peak start anew from what is resident now.
+void forgetResidentPeak()
+{
+    malloc_trim(0);
+    QFile file(QStringLiteral("/proc/self/clear_refs"));
+    if (file.open(QIODevice::WriteOnly))
+        file.write("5");
+}
+
+/// Counts from when it is made.
+class Measurement
+{
+public:
+    Measurement()
+    {
+        forgetResidentPeak();
+        m_residentBefore = statusBytes("VmRSS:");
+        HeapCounter::forgetPeak();
+        m_before = HeapCounter::used();
+    }
+
+    /// What was taken up to now; what is in use now is held.
+    QJsonObject result() const
+    {
+        // Taken before anything is made of it.
+        const std::size_t peak = HeapCounter::peak();
+        const std::size_t used = HeapCounter::used();
+        return {{QStringLiteral("before"), qint64(m_before)},
+                {QStringLiteral("peak"), qint64(peak - m_before)},
+                {QStringLiteral("held"), qint64(used) - qint64(m_before)},
+                {QStringLiteral("rss_before"), m_residentBefore},
+                {QStringLiteral("rss_peak"), statusBytes("VmHWM:")}};
+    }
+
+private:
+    std::size_t m_before = 0;
+    qint64 m_residentBefore = 0;
+};
+
+// What is set up once in a process is set up before anything is counted.
+ApkResources warmUp()
+{
+    const ApkResources table = bench::loadedTable(bench::generatedTable({1000, 1, false}));
+    bench::loadedDocument(bench::generatedManifest(1), table);
+    return table;
+}
+
+QJsonObject tableResult(const bench::TableShape &shape)
+{
+    const QByteArray bytes = bench::generatedTable(shape);
+    const Measurement measurement;
+    const ApkResources table = bench::loadedTable(bytes);
+    QJsonObject result = measurement.result();
+    if (!table.isValid())
+        qFatal("the generated table was not loaded");
+    result.insert(QStringLiteral("table_bytes"), bytes.size());
+    result.insert(QStringLiteral("values"), shape.values);
+    return result;
+}
+
+QJsonObject manifestResult(int activities, const ApkResources &table)
+{
+    const QByteArray bytes = bench::generatedManifest(activities);
+    const Measurement measurement;
+    const QDomDocument document = bench::loadedDocument(bytes, table);
+    QJsonObject result = measurement.result();
+    if (document.isNull())
+        qFatal("the generated manifest was not loaded");
+    result.insert(QStringLiteral("manifest_bytes"), bytes.size());
+    result.insert(QStringLiteral("activities"), activities);
+    return result;
+}
+
+// The table that is left when the ApkFile is gone.
+ApkResources loadPackage(const QString &fileName)
+{
+    ApkFile apk(fileName);
+    const ApkResources table = apk.resources();
+    apk.getManifest();
+    if (apk.getError() != 0)
+        qFatal("%s: %s", qPrintable(fileName), qPrintable(apk.getErrorString()));
+    return table;
+}
+
+QJsonObject packageResult(const QString &fileName)
+{
+    const qint64 tableBytes = bench::member(fileName, bench::tableName).size();
+    const qint64 manifestBytes = bench::member(fileName, bench::manifestName).size();
+    const Measurement measurement;
+    const ApkResources table = loadPackage(fileName);
+    QJsonObject result = measurement.result();
+    result.insert(QStringLiteral("table_bytes"), tableBytes);
+    result.insert(QStringLiteral("manifest_bytes"), manifestBytes);
+    return result;
+}
+
+QJsonObject measured(const QStringList &arguments)
+{
+    const ApkResources small = warmUp();
+    const QString kind = arguments.value(0);
+    if (kind == QLatin1String("table") && arguments.size() == 4) {
+        return tableResult(
+            {arguments.at(1).toInt(), arguments.at(2).toInt(), arguments.at(3) == QLatin1String("empty")});
+    }
+    if (kind == QLatin1String("manifest") && arguments.size() == 2)
+        return manifestResult(arguments.at(1).toInt(), small);
+    if (kind == QLatin1String("package") && arguments.size() == 2)
+        return packageResult(arguments.at(1));
+    return {};
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    QJsonObject result = measured(arguments);
+    if (result.isEmpty()) {
+        std::fputs("usage: bench_memory table VALUES CONFIGURATIONS dense|empty | manifest ACTIVITIES | package FILE\n",
+                   stderr);
+        return 2;
+    }
+    arguments.last() = arguments.constLast().section(QLatin1Char('/'), -1);
+    result.insert(QStringLiteral("name"), arguments.join(QLatin1Char('/')));
+    std::puts(QJsonDocument(result).toJson(QJsonDocument::Compact).constData());
+    return 0;
+}

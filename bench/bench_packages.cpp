@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// bench_packages FILE...: what queries take, and what the ZIP library takes alone, for each package. Takes the options of
+// Google Benchmark, too; run with --benchmark_enable_random_interleaving=true and repetitions, so that what is compared
+// alternates. Names: ROW/PACKAGE, such as manifest/atlas.aapt2.apk.
+//
+// Every iteration of the rows "floor", "resources" and "manifest" makes its objects anew and destroys them, within the
+// time. The rows for queries after the manifest (package, sdk, launchers) load that first, outside it.
+
+#include "ApkFile.h"
+#include "Floor.h"
+#include "Loading.h"
+#include "PackageFile.h"
+
+#include <QFileInfo>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+double since(Clock::time_point start)
+{
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+/// A package that is measured. What is decoded alone is in memory.
+struct Package {
+    QString fileName;
+    QString withoutPictures; ///< a copy that holds the table and the manifest only
+    QByteArray table;
+    QByteArray manifest;
+    int members;
+};
+
+void floorRow(benchmark::State &state, const Package &package)
+{
+    bench::FloorTimes times;
+    for (auto _ : state) {
+        if (!bench::readFloor(package.fileName, times)) {
+            state.SkipWithError("not read");
+            break;
+        }
+    }
+    const auto perIteration = [](double seconds) {
+        return benchmark::Counter(seconds, benchmark::Counter::kAvgIterations);
+    };
+    state.counters["directory"] = perIteration(times.directory);
+    state.counters["table"] = perIteration(times.table);
+    state.counters["manifest"] = perIteration(times.manifest);
+    state.counters["table_bytes"] = package.table.size();
+    state.counters["manifest_bytes"] = package.manifest.size();
+    state.counters["members"] = package.members;
+}
+
+void resourcesRow(benchmark::State &state, const Package &package)
+{
+    for (auto _ : state) {
+        ApkFile apk(package.fileName);
+        if (!apk.resources().isValid()) {
+            state.SkipWithError("no table");
+            break;
+        }
+    }
+}
+
+void manifestRow(benchmark::State &state, const Package &package)
+{
+    for (auto _ : state) {
+        ApkFile apk(package.fileName);
+        benchmark::DoNotOptimize(apk.resources());
+        benchmark::DoNotOptimize(apk.getManifest());
+        if (apk.getError() != 0) {
+            state.SkipWithError("no manifest");
+            break;
+        }
+    }
+}
+
+// The time of a query, its answer's end included, of an object that has the manifest already.
+template <typename Query>
+void timeLoaded(benchmark::State &state, const QString &fileName, const Query &query)
+{
+    for (auto _ : state) {
+        ApkFile apk(fileName);
+        apk.getManifest();
+        const auto start = Clock::now();
+        query(apk);
+        state.SetIterationTime(since(start));
+        if (apk.getError() != 0) {
+            state.SkipWithError("no answer");
+            break;
+        }
+    }
+}
+
+void packageRow(benchmark::State &state, const Package &package)
+{
+    timeLoaded(state, package.fileName, [](ApkFile &apk) { benchmark::DoNotOptimize(apk.mainPackage()); });
+}
+
+void sdkRow(benchmark::State &state, const Package &package)
+{
+    timeLoaded(state, package.fileName, [](ApkFile &apk) { benchmark::DoNotOptimize(apk.minSdkVersion()); });
+}
+
+void timeLaunchers(benchmark::State &state, const QString &fileName)
+{
+    int entries = 0;
+    timeLoaded(state, fileName, [&entries](ApkFile &apk) { entries = apk.getLauncherInfo(false).size(); });
+    state.counters["entries"] = entries;
+}
+
+void launchersRow(benchmark::State &state, const Package &package)
+{
+    timeLaunchers(state, package.withoutPictures);
+}
+
+void picturesRow(benchmark::State &state, const Package &package)
+{
+    timeLaunchers(state, package.fileName);
+}
+
+void tableRow(benchmark::State &state, const Package &package)
+{
+    for (auto _ : state) {
+        if (!bench::loadedTable(package.table).isValid()) {
+            state.SkipWithError("no table");
+            break;
+        }
+    }
+}
+
+void documentRow(benchmark::State &state, const Package &package)
+{
+    const ApkResources table = bench::loadedTable(package.table);
+    for (auto _ : state) {
+        if (bench::loadedDocument(package.manifest, table).isNull()) {
+            state.SkipWithError("no manifest");
+            break;
+        }
+    }
+}
+
+struct Row {
+    const char *name;
+    void (*run)(benchmark::State &state, const Package &package);
+    bool manualTime;
+};
+
+constexpr Row rows[] = {
+    {"floor", floorRow, false},
+    {"resources", resourcesRow, false},
+    {"manifest", manifestRow, false},
+    {"package", packageRow, true},
+    {"sdk", sdkRow, true},
+    {"launchers", launchersRow, true},
+    {"pictures", picturesRow, true},
+    {"table", tableRow, false},
+    {"document", documentRow, false},
+};
+
+// So many that a repetition takes about a tenth of a second: what is outside the time counts, too.
+int iterations(const Package &package)
+{
+    constexpr double Seconds = 0.1;
+    double best = 1e9;
+    for (int i = 0; i < 3; ++i) {
+        const auto start = Clock::now();
+        ApkFile apk(package.fileName);
+        apk.getManifest();
+        if (apk.getError() != 0)
+            qFatal("%s: %s", qPrintable(package.fileName), qPrintable(apk.getErrorString()));
+        best = std::min(best, since(start));
+    }
+    return qBound(2, int(Seconds / best), 500);
+}
+
+void addRows(const Package &package)
+{
+    const std::string name = QFileInfo(package.fileName).fileName().toStdString();
+    const int count = iterations(package);
+    for (const Row &row : rows) {
+        auto *added = benchmark::RegisterBenchmark((std::string(row.name) + '/' + name).c_str(), row.run, package);
+        added->Iterations(count)->Unit(benchmark::kMicrosecond);
+        if (row.manualTime)
+            added->UseManualTime();
+        else
+            added->UseRealTime();
+    }
+}
+
+Package prepared(const QString &fileName, const QString &copy)
+{
+    Package package{fileName, copy, bench::member(fileName, bench::tableName),
+                    bench::member(fileName, bench::manifestName), bench::memberCount(fileName)};
+    bench::writePackage(copy, package.table, package.manifest);
+    return package;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    benchmark::Initialize(&argc, argv);
+    if (argc < 2) {
+        std::fputs("usage: bench_packages [BENCHMARK-OPTION...] FILE...\n", stderr);
+        return 2;
+    }
+    const QTemporaryDir copies;
+    for (int i = 1; i < argc; ++i)
+        addRows(prepared(QString::fromLocal8Bit(argv[i]), copies.filePath(QStringLiteral("%1.apk").arg(i))));
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

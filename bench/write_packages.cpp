@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// write_packages DIRECTORY: writes the generated packages that are measured beside those of build tools, with tables of
+// 10 thousand, 100 thousand and a million values over 20 configurations.
+
+#include "GeneratedManifest.h"
+#include "GeneratedTable.h"
+#include "PackageFile.h"
+
+#include <cstdio>
+
+int main(int argc, char *argv[])
+{
+    if (argc != 2) {
+        std::fputs("usage: write_packages DIRECTORY\n", stderr);
+        return 2;
+    }
+    constexpr int Configurations = 20;
+    struct {
+        const char *name;
+        int values;
+        int activities;
+    } const packages[] = {
+        {"generated-10k", 10000, 100}, {"generated-100k", 100000, 1000}, {"generated-1M", 1000000, 1000}};
+    for (const auto &package : packages) {
+        bench::writePackage(
+            QStringLiteral("%1/%2.apk").arg(QString::fromLocal8Bit(argv[1]), QLatin1String(package.name)),
+            bench::generatedTable({package.values, Configurations, false}),
+            bench::generatedManifest(package.activities));
+    }
+    return 0;
+}
