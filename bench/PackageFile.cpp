@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageFile.h"
 
+#include "Failure.h"
+
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
 #include <zlib.h>
@@ -17,13 +19,13 @@ void writeMember(QuaZip &archive, const QString &name, const QByteArray &content
     QuaZipFile file(&archive);
     if (!file.open(QIODevice::WriteOnly, QuaZipNewInfo(name), nullptr, 0, method)
         || file.write(content) != content.size())
-        qFatal("could not write %s into %s", qPrintable(name), qPrintable(archive.getZipName()));
+        fail(QStringLiteral("could not write %1 into %2").arg(name, archive.getZipName()));
 }
 
 void openForReading(QuaZip &archive)
 {
     if (!archive.open(QuaZip::mdUnzip))
-        qFatal("could not open %s", qPrintable(archive.getZipName()));
+        fail(QStringLiteral("could not open %1").arg(archive.getZipName()));
 }
 
 } // namespace
@@ -33,7 +35,7 @@ void writePackage(const QString &fileName, const QByteArray &table, const QByteA
     constexpr int Stored = 0;
     QuaZip archive(fileName);
     if (!archive.open(QuaZip::mdCreate))
-        qFatal("could not write %s", qPrintable(fileName));
+        fail(QStringLiteral("could not write %1").arg(fileName));
     writeMember(archive, manifestName, manifest, Z_DEFLATED);
     writeMember(archive, tableName, table, Stored);
     archive.close();
@@ -45,10 +47,10 @@ QByteArray member(const QString &fileName, const QString &name)
     openForReading(archive);
     QuaZipFile file(&archive);
     if (!archive.setCurrentFile(name, QuaZip::csDefault) || !file.open(QIODevice::ReadOnly))
-        qFatal("no %s in %s", qPrintable(name), qPrintable(fileName));
+        fail(QStringLiteral("no %1 in %2").arg(name, fileName));
     const QByteArray content = file.readAll();
     if (content.size() != file.usize())
-        qFatal("could not read %s in %s", qPrintable(name), qPrintable(fileName));
+        fail(QStringLiteral("could not read %1 in %2").arg(name, fileName));
     return content;
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// How the time to load grows with what is loaded. For every generated table and manifest there are two rows, one right
-// after the other: "load", and "read", which only reads the same bytes through the same device. Takes the options of
-// Google Benchmark. Names: KIND/SHAPE/COUNT/WHAT, such as table/20 dense/10000/load.
+// How the time to load grows with what is loaded. For every generated table and manifest there are two rows: "load", and
+// "read", which only reads the same bytes through the same device. Takes the options of Google Benchmark; run with
+// --benchmark_enable_random_interleaving=true and repetitions, so that a while in which the machine is slow does not
+// fall on one size alone. Names: KIND/SHAPE/COUNT/WHAT, such as table/20 dense/10000/load.
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
@@ -125,7 +126,7 @@ void add(const std::string &name, const MemberPointer &member, Timing loading, i
 
 void addTables(int configurations, bool mostlyEmpty)
 {
-    constexpr int ValuesInAll = 2000000; // of the iterations of one repetition
+    constexpr int ValuesInAll = 1000000; // of the iterations of one repetition
     const std::string shape = std::to_string(configurations) + (mostlyEmpty ? " empty" : " dense");
     for (const int values : {10000, 100000, 1000000, 4000000}) {
         const bench::TableShape table{values, configurations, mostlyEmpty};
@@ -137,7 +138,7 @@ void addTables(int configurations, bool mostlyEmpty)
 
 void addManifests()
 {
-    constexpr int ActivitiesInAll = 20000;
+    constexpr int ActivitiesInAll = 10000;
     for (const int activities : {10, 100, 1000, 10000}) {
         add("manifest/activities/" + std::to_string(activities),
             std::make_shared<Member>([activities] { return bench::generatedManifest(activities); }), timeManifest,

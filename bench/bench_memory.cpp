@@ -10,6 +10,7 @@
 // and "rss_peak" are the resident memory of the process in bytes, as the kernel tells it.
 
 #include "ApkFile.h"
+#include "Failure.h"
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
 #include "HeapCounter.h"
@@ -92,7 +93,7 @@ QJsonObject tableResult(const bench::TableShape &shape)
     const ApkResources table = bench::loadedTable(bytes);
     QJsonObject result = measurement.result();
     if (!table.isValid())
-        qFatal("the generated table was not loaded");
+        bench::fail(QStringLiteral("the generated table was not loaded"));
     result.insert(QStringLiteral("table_bytes"), bytes.size());
     result.insert(QStringLiteral("values"), shape.values);
     return result;
@@ -105,7 +106,7 @@ QJsonObject manifestResult(int activities, const ApkResources &table)
     const QDomDocument document = bench::loadedDocument(bytes, table);
     QJsonObject result = measurement.result();
     if (document.isNull())
-        qFatal("the generated manifest was not loaded");
+        bench::fail(QStringLiteral("the generated manifest was not loaded"));
     result.insert(QStringLiteral("manifest_bytes"), bytes.size());
     result.insert(QStringLiteral("activities"), activities);
     return result;
@@ -118,7 +119,7 @@ ApkResources loadPackage(const QString &fileName)
     const ApkResources table = apk.resources();
     apk.getManifest();
     if (apk.getError() != 0)
-        qFatal("%s: %s", qPrintable(fileName), qPrintable(apk.getErrorString()));
+        bench::fail(QStringLiteral("%1: %2").arg(fileName, apk.getErrorString()));
     return table;
 }
 

@@ -7,6 +7,7 @@
 // time. The rows for queries after the manifest (package, sdk, launchers) load that first, outside it.
 
 #include "ApkFile.h"
+#include "Failure.h"
 #include "Floor.h"
 #include "Loading.h"
 #include "PackageFile.h"
@@ -176,7 +177,7 @@ int iterations(const Package &package)
         ApkFile apk(package.fileName);
         apk.getManifest();
         if (apk.getError() != 0)
-            qFatal("%s: %s", qPrintable(package.fileName), qPrintable(apk.getErrorString()));
+            bench::fail(QStringLiteral("%1: %2").arg(package.fileName, apk.getErrorString()));
         best = std::min(best, since(start));
     }
     return qBound(2, int(Seconds / best), 500);

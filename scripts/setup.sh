@@ -16,6 +16,8 @@ build_packages=(
 test_packages=("${build_packages[@]}" binutils libxml2-utils)
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
+# What scripts/bench.sh takes on top of building.
+bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
 # What the checks of .ci/run take on top.
 check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev)
 

@@ -1,0 +1,116 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# bench.sh [FILE.apk...]: measures what the library takes, in time, memory and instructions, and writes tables of
+#     ratios to standard output and build/bench/report.md; these packages get rows of their own. Raw results are in
+#     build/bench/*.json and memory.jsonl. Takes some five minutes, in which the machine should have nothing else to do.
+# bench.sh --check: counts instructions only, and compares them with bench/instructions.json; the status is 1 when a row
+#     grew by more than 5 %, or is missing on either side.
+# bench.sh --update: makes these counts the baseline.
+# bench.sh --plots: measures growth only, and draws docs/growth-time.svg and docs/growth-memory.svg.
+
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+results=build/bench
+programs=$results/bin
+framework=/usr/share/android-framework-res/framework-res.apk
+
+say() {
+    echo "== $* (${SECONDS}s)" >&2
+}
+
+prepare() {
+    require "${bench_packages[@]}"
+    say "Building"
+    build bench
+    mkdir -p "$results/packages"
+    "$programs/write_packages" "$results/packages"
+}
+
+# benchmark NAME REPETITIONS [ARGUMENT...]: runs bench_NAME, which leaves its results in NAME.json; what it prints on the
+# way is in NAME.log.
+benchmark() {
+    local name=$1 repetitions=$2
+    shift 2
+    if ! "$programs/bench_$name" "--benchmark_repetitions=$repetitions" \
+        --benchmark_enable_random_interleaving=true --benchmark_display_aggregates_only=true \
+        "--benchmark_out=$results/$name.json" --benchmark_out_format=json "$@" >"$results/$name.log" 2>&1; then
+        tail -n 5 "$results/$name.log" >&2
+        return 1
+    fi
+}
+
+# Adds the growth cases to memory.jsonl.
+memory_growth() {
+    local values configurations fill activities
+    for values in 10000 100000 1000000 4000000; do
+        for configurations in 1 20 100; do
+            for fill in dense empty; do
+                "$programs/bench_memory" table "$values" "$configurations" "$fill"
+            done
+        done
+    done >>"$results/memory.jsonl"
+    for activities in 10 100 1000 10000; do
+        "$programs/bench_memory" manifest "$activities"
+    done >>"$results/memory.jsonl"
+}
+
+measure_growth() {
+    say "Growth: time"
+    benchmark growth 7
+    say "Growth: memory"
+    : >"$results/memory.jsonl"
+    memory_growth
+}
+
+# The packages that are measured, in the array files; the rows are told apart by the names of the files.
+choose_packages() {
+    local file name names=" "
+    files=("$results"/samples/*.apk "$results"/packages/*.apk "$framework")
+    for file in "${files[@]}"; do
+        names+="$(basename -- "$file") "
+    done
+    for file in "$@"; do
+        file=$(cd "$caller_directory" && realpath -- "$file")
+        name=$(basename -- "$file")
+        if [[ $names == *" $name "* ]]; then
+            echo "$file is left out: there is a package of that name already" >&2
+        elif ! "$programs/bench_memory" package "$file" >/dev/null; then
+            echo "$file is left out: it cannot be read" >&2
+        else
+            files+=("$file")
+            names+="$name "
+        fi
+    done
+}
+
+case ${1:-} in
+--check | --update)
+    prepare
+    say "Instructions"
+    python3 bench/instructions.py "$results" "$1"
+    ;;
+--plots)
+    prepare
+    measure_growth
+    python3 bench/report.py "$results" --plots docs
+    ;;
+-*)
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --plots" >&2
+    exit 2
+    ;;
+*)
+    prepare
+    choose_packages "$@"
+    say "Packages: time"
+    benchmark packages 9 "${files[@]}"
+    measure_growth
+    say "Packages: memory"
+    for file in "${files[@]}"; do
+        "$programs/bench_memory" package "$file"
+    done >>"$results/memory.jsonl"
+    say "Instructions"
+    python3 bench/instructions.py "$results"
+    say "Done"
+    python3 bench/report.py "$results"
+    ;;
+esac
