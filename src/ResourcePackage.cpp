@@ -10,6 +10,7 @@
 #include "ValueTexts.h"
 
 #include <QDebug>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <utility>
@@ -215,10 +216,9 @@ QString ResourcePackage::refToString(int ref) const
     const int typeId = (ref >> 16) & 0xff;
     if (typeId == 0 || typeId > m_typeNames.size())
         return QStringLiteral("@#%1").arg(ref, 8, 16, QLatin1Char('0'));
-    QString text = m_typeNames.at(typeId - 1) + QLatin1Char('/') + QString::number(ref & 0xffff);
-    if (((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId)
-        text.prepend(m_name + QLatin1Char(':'));
-    return QLatin1Char('@') + text;
+    const QString prefix =
+        ((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId ? m_name + QLatin1Char(':') : QString();
+    return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/') % QString::number(ref & 0xffff);
 }
 
 QStringList ResourcePackage::lookupAll(const QString &type, int entry, const ApkResources &res) const

@@ -23,6 +23,7 @@ struct AndroidAttribute {
     const char *name;
 };
 
+/// In the order of their ids.
 constexpr AndroidAttribute AndroidAttributes[] = {
     {0x01010000, "theme"},
     {0x01010001, "label"},
@@ -56,6 +57,15 @@ constexpr AndroidAttribute AndroidAttributes[] = {
     {0x010103a6, "publicKey"},
 };
 
+// Index in AndroidAttributes, or -1.
+int indexOfAndroidAttribute(int id)
+{
+    const auto *found =
+        std::lower_bound(std::begin(AndroidAttributes), std::end(AndroidAttributes), id,
+                         [](const AndroidAttribute &attribute, int wanted) { return attribute.id < wanted; });
+    return found != std::end(AndroidAttributes) && found->id == id ? int(found - std::begin(AndroidAttributes)) : -1;
+}
+
 QByteArray local8Bit(const QString &text)
 {
     return text.toLocal8Bit();
@@ -70,8 +80,8 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
     m_reader = reader;
     m_resources = resources;
     m_document.clear();
-    m_currentElement.clear();
-    m_depth = 0;
+    m_openElements.clear();
+    m_androidNames.clear();
     m_nodes = 0;
     m_nameCharacters = 0;
     parseChunk();
@@ -139,6 +149,7 @@ void XmlLoader::parseNamespaceChunk(bool start)
     const QString uri = nameAt(m_reader->get32());
     if (m_reader->failed() || !countNodes(1))
         return;
+    m_androidNames.clear();
     if (start)
         m_namespaces.bind(uri, prefix);
     else
@@ -153,12 +164,11 @@ void XmlLoader::parseEndElementChunk()
         return;
     if (namespaceIndex >= m_pool.count())
         m_pool.get(namespaceIndex); // is a fault
-    if (m_currentElement.isNull() || name != m_currentElement.tagName()) {
+    if (m_openElements.isEmpty() || name != m_openElements.constLast().tagName()) {
         m_reader->setError(QStringLiteral("closing tag does not match opening tag"));
         return;
     }
-    m_currentElement = m_currentElement.parentNode().toElement();
-    --m_depth;
+    m_openElements.removeLast();
 }
 
 void XmlLoader::parseStartElementChunk()
@@ -182,19 +192,21 @@ void XmlLoader::parseStartElementChunk()
         parseAttribute(element);
         m_reader->popBoundary();
     }
-    if (m_currentElement.isNull())
+    if (m_openElements.isEmpty())
         m_document.appendChild(element);
     else
-        m_currentElement.appendChild(element);
-    m_currentElement = element;
+        m_openElements.last().appendChild(element);
     // An element without a name is a null element, under which the next one is a top-level element again.
-    m_depth = element.isNull() ? 0 : m_depth + 1;
+    if (element.isNull())
+        m_openElements.clear();
+    else
+        m_openElements.append(element);
 }
 
 bool XmlLoader::isWithinCeilings(int attributeCount)
 {
     QString fault;
-    if (m_depth >= MaxElementDepth)
+    if (m_openElements.size() >= MaxElementDepth)
         fault = QStringLiteral("elements nested too deeply");
     else if (attributeCount > MaxAttributes)
         fault = QStringLiteral("too many attributes in XML element");
@@ -255,10 +267,9 @@ void XmlLoader::parseAttribute(QDomElement &element)
     else
         value = m_strings.valueToString(dataType, data);
 
-    if (const char *androidName = lookupAndroidAttribute(resourceIdOf(nameIndex))) {
-        if (!m_namespaces.isBound(androidNamespace) && m_reader->mayTell())
-            qDebug("Android namespace not defined");
-        element.setAttributeNS(androidNamespace, qualifiedName(androidNamespace, QLatin1String(androidName)), value);
+    const int attribute = indexOfAndroidAttribute(resourceIdOf(nameIndex));
+    if (attribute >= 0) {
+        element.setAttributeNS(androidNamespace, qualifiedAndroidName(attribute), value);
         return;
     }
     const QString name = nameAt(nameIndex);
@@ -279,6 +290,23 @@ int XmlLoader::resourceIdOf(int nameIndex) const
     return int(m_resourceIds.at(nameIndex));
 }
 
+// Nearly all names of a manifest: what is the same for every use is made once.
+QString XmlLoader::qualifiedAndroidName(int attribute)
+{
+    m_androidNames.resize(int(std::size(AndroidAttributes)));
+    QString &known = m_androidNames[attribute];
+    if (!known.isNull() && m_nameCharacters + known.size() <= MaxNameCharacters) {
+        countCharacters(known.size());
+        return known;
+    }
+    QString qualified = qualifiedName(androidNamespace, QLatin1String(AndroidAttributes[attribute].name));
+    if (m_namespaces.isBound(androidNamespace))
+        known = qualified;
+    else if (m_reader->mayTell())
+        qDebug("Android namespace not defined");
+    return qualified;
+}
+
 // The colon is there also without a prefix, for a URI that is not bound: kept on purpose.
 QString XmlLoader::qualifiedName(const QString &uri, const QString &name)
 {
@@ -296,7 +324,6 @@ QString XmlLoader::referenceText(int id)
 
 const char *XmlLoader::lookupAndroidAttribute(int id)
 {
-    const auto *found = std::find_if(std::begin(AndroidAttributes), std::end(AndroidAttributes),
-                                     [id](const AndroidAttribute &attribute) { return attribute.id == id; });
-    return found != std::end(AndroidAttributes) ? found->name : nullptr;
+    const int attribute = indexOfAndroidAttribute(id);
+    return attribute >= 0 ? AndroidAttributes[attribute].name : nullptr;
 }

@@ -94,6 +94,7 @@ private:
     void parseAttribute(QDomElement &element);
     int resourceIdOf(int nameIndex) const;
     QString qualifiedName(const QString &uri, const QString &name);
+    QString qualifiedAndroidName(int attribute);
     QString referenceText(int id);
     QString nameAt(int index);
     bool isWithinCeilings(int attributeCount);
@@ -106,11 +107,11 @@ private:
     ApkResources m_resources;
     QVector<unsigned int> m_resourceIds;
     NamespaceBindings m_namespaces;
+    QVector<QString> m_androidNames; ///< qualified, by attribute, while the bindings stay as they are
     QDomDocument m_document;
-    QDomElement m_currentElement; ///< the innermost open element; its ancestors are open, too
-    int m_depth = 0;              ///< number of open elements
-    int m_nodes = 0;              ///< elements, attributes and namespaces so far
-    int m_nameCharacters = 0;     ///< characters of names and rendered references so far
+    QVector<QDomElement> m_openElements; ///< the innermost last
+    int m_nodes = 0;                     ///< elements, attributes and namespaces so far
+    int m_nameCharacters = 0;            ///< characters of names and rendered references so far
 };
 
 #endif
