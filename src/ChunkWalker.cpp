@@ -47,7 +47,6 @@ void ChunkWalker::closeContainers()
 
 bool ChunkWalker::open()
 {
-    m_reader->readAhead(ResourceTypes::ChunkHeaderSize);
     m_type = m_reader->get16();
     m_headerSize = m_reader->get16();
     m_reader->pushBoundary64(qint64(m_reader->get32()) - ResourceTypes::ChunkHeaderSize);

@@ -35,8 +35,14 @@ Extractor::Extractor(QIODevice *device) : m_error(QSharedPointer<QString>::creat
     setDevice(device);
 }
 
+Extractor::~Extractor()
+{
+    consumePeeked();
+}
+
 void Extractor::setDevice(QIODevice *device)
 {
+    consumePeeked();
     m_device = device;
     *m_error = QString();
     position = 0;
@@ -47,23 +53,62 @@ void Extractor::setDevice(QIODevice *device)
     m_buffer.clear();
     m_ahead = nullptr;
     m_aheadEnd = nullptr;
-    m_aheadLimit = 0;
+    m_aheadUntil = NoPosition;
     m_mostAtOnce = Unbounded;
     m_taken = 0;
     m_isTooLong = false;
     m_lines = 0;
 }
 
-void Extractor::readAhead(qint64 size)
+void Extractor::readAhead()
 {
-    if (size <= remaining() && boundary != Unbounded && m_device->isSequential())
-        m_aheadLimit = qMax(qint64(0), size - fetched());
+    if (boundary != Unbounded && m_device->isSequential())
+        m_aheadUntil = boundary;
+}
+
+// Bytes that may be fetched ahead after those that are.
+qint64 Extractor::aheadLimit() const
+{
+    return qMax(qint64(0), m_aheadUntil - position - (m_isPeeked ? 0 : fetched()));
+}
+
+// Looks at what the device has at hand, when there is any, and nothing has been fetched: it has no more than that to be
+// asked for, and may be a pipe whose other end waits.
+bool Extractor::peek()
+{
+    if (boundary == Unbounded || (!m_isPeeked && fetched() > 0) || !m_device->isSequential())
+        return false;
+    consumePeeked();
+    if (aheadLimit() >= AheadSize)
+        return false;
+    const qint64 size = qMin(qMin(m_device->bytesAvailable(), qint64(AheadSize)), MaxBytes - m_taken);
+    if (size <= 0)
+        return false;
+    m_buffer.resize(AheadSize);
+    const qint64 peeked = m_device->peek(m_buffer.data(), size);
+    m_isPeeked = peeked > 0;
+    m_ahead = m_buffer.constData();
+    m_aheadEnd = m_ahead + qMax(qint64(0), peeked);
+    return m_isPeeked;
+}
+
+void Extractor::consumePeeked()
+{
+    if (!m_isPeeked)
+        return;
+    const qint64 consumed = m_ahead - m_buffer.constData();
+    if (consumed > 0)
+        m_device->skip(consumed);
+    m_taken += consumed;
+    m_isPeeked = false;
+    m_ahead = m_aheadEnd;
 }
 
 // As QIODevice::read(): the number of bytes delivered, negative for a fault of the device. One that gave less at once
 // than was asked for would have given no more for this read either.
 qint64 Extractor::deliver(char *data, qint64 size)
 {
+    consumePeeked();
     if (fetched() > 0)
         size = qMin(size, qint64(m_mostAtOnce));
     const qint64 taken = qMin(size, fetched());
@@ -75,11 +120,11 @@ qint64 Extractor::deliver(char *data, qint64 size)
         return size;
 
     qint64 delivered = 0;
-    if (missing >= AheadSize || missing > m_aheadLimit) {
+    // What was taken is not part of the position yet.
+    if (missing >= AheadSize || missing > aheadLimit() - taken) {
         delivered = readDevice(data + taken, missing);
-        m_aheadLimit -= qBound(qint64(0), delivered, m_aheadLimit);
     } else {
-        delivered = qMin(missing, fetchAhead());
+        delivered = qMin(missing, fetchAhead(aheadLimit() - taken));
         if (delivered > 0) {
             std::memcpy(data + taken, m_ahead, size_t(delivered));
             m_ahead += delivered;
@@ -88,17 +133,15 @@ qint64 Extractor::deliver(char *data, qint64 size)
     return taken > 0 ? taken + qMax(qint64(0), delivered) : delivered;
 }
 
-qint64 Extractor::fetchAhead()
+qint64 Extractor::fetchAhead(qint64 most)
 {
-    const qint64 asked = qMin(m_aheadLimit, qint64(AheadSize));
-    if (m_buffer.isEmpty())
-        m_buffer.resize(AheadSize);
+    const qint64 asked = qMin(most, qint64(AheadSize));
+    m_buffer.resize(AheadSize);
     const qint64 delivered = readDevice(m_buffer.data(), asked);
     if (delivered > 0 && delivered < asked)
         m_mostAtOnce = int(delivered);
     m_ahead = m_buffer.constData();
     m_aheadEnd = m_ahead + qMax(qint64(0), delivered);
-    m_aheadLimit -= fetched();
     return delivered;
 }
 
@@ -147,6 +190,8 @@ T Extractor::getSlowly()
         setError(chunkTooShort());
         return 0;
     }
+    if (peek() && isAtHand(width))
+        return getInteger<T>();
     char bytes[width];
     if (deliver(bytes, width) != width) {
         setDeviceError();
@@ -215,15 +260,16 @@ QVector<T> Extractor::getVector(int byteCount)
     int total = 0;
     while (total < byteCount) {
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
+        array.reserve((total + step) / int(sizeof(T))); // no more than that, as resize() alone would take
         array.resize((total + step) / int(sizeof(T)));
         const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
         total += int(qMax(qint64(0), delivered));
+        position += int(qMax(qint64(0), delivered));
         if (delivered < step) {
             setDeviceError();
             break;
         }
     }
-    position += total;
     array.resize((total + qMin(byteCount - total, MaxZeroTail)) / int(sizeof(T)));
     qFromLittleEndian<T>(array.constData(), array.size(), array.data());
     return array;
@@ -293,5 +339,9 @@ void Extractor::popBoundary()
         take(int(left));
     else
         move(left);
+    if (boundary >= m_aheadUntil)
+        m_aheadUntil = NoPosition;
     boundary = m_boundaries.pop();
+    if (m_boundaries.isEmpty())
+        consumePeeked();
 }

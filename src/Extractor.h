@@ -10,6 +10,8 @@
 #include <QWeakPointer>
 #include <QtEndian>
 
+#include <limits>
+
 class QIODevice;
 
 /**
@@ -51,8 +53,13 @@ public:
     /// Lines that mayTell() grants.
     static constexpr int MaxLines = 100;
 
-    /// A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's.
+    /**
+     * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's. It outlives the
+     * reader, or the outermost region. While a region is open, bytes that a sequential device has at hand are looked at
+     * in its buffer, and taken from it when the reader goes on or ends, so that small reads need not ask it.
+     */
     explicit Extractor(QIODevice *device);
+    ~Extractor();
 
     /// Starts anew on @p device: no error, position 0, no boundary.
     void setDevice(QIODevice *device);
@@ -131,14 +138,12 @@ public:
     void popBoundary();
 
     /**
-     * Lets the reader fetch what is left of the innermost region in few reads of a sequential device. For a region
-     * that is closed by popBoundary() in any case, and so consumed to its end: nothing beyond it is fetched, and when
-     * it is closed the device stands where it would have stood without. On a device that delivers less at once than
-     * it is asked for, this holds up to the first fault.
+     * Lets the reader fetch what is left of the innermost region in few large reads of a sequential device. For a
+     * region that is closed by popBoundary() in any case, and so consumed to its end: nothing beyond it is fetched,
+     * and when it is closed the device stands where it would have stood without. On a device that delivers less at once
+     * than it is asked for, this holds up to the first fault.
      */
-    [[gnu::used]] void readAhead() { readAhead(remaining()); }
-    /// readAhead() for the next @p size bytes alone, which are consumed in any case; nothing when they pass the boundary.
-    void readAhead(qint64 size);
+    void readAhead();
 
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
     qint64 remaining() const { return qint64(boundary) - position; }
@@ -150,6 +155,9 @@ public:
 
 private:
     Q_DISABLE_COPY(Extractor)
+
+    /// Before every position there is.
+    static constexpr qint64 NoPosition = std::numeric_limits<qint64>::min() / 2;
 
     template <typename T>
     T getInteger()
@@ -171,15 +179,19 @@ private:
     void move(qint64 count);
     void consume(qint64 count);
     qint64 deliver(char *data, qint64 size);
-    qint64 fetchAhead();
+    qint64 fetchAhead(qint64 most);
+    bool peek();
+    void consumePeeked();
+    qint64 aheadLimit() const;
     qint64 readDevice(char *data, qint64 size);
     void setDeviceError();
 
     QIODevice *m_device = nullptr;
-    QByteArray m_buffer;              ///< for the bytes that are fetched ahead,
+    QByteArray m_buffer;              ///< for the bytes that are fetched ahead, or peeked at,
     const char *m_ahead = nullptr;    ///< of which these
     const char *m_aheadEnd = nullptr; ///< have not been delivered yet
-    qint64 m_aheadLimit = 0;          ///< bytes that may still be fetched ahead
+    bool m_isPeeked = false;          ///< they all are in the device still, with those that have been delivered
+    qint64 m_aheadUntil = NoPosition; ///< position up to which bytes may be fetched ahead
     int m_mostAtOnce = 0;             ///< what one read of the device delivers, as far as it is known
     qint64 m_taken = 0;               ///< bytes that were taken from the device
     bool m_isTooLong = false;
