@@ -25,7 +25,7 @@ QImage ArchiveImages::image(const QString &path)
 QByteArray ArchiveImages::memberBytes(const QString &path)
 {
     constexpr qint64 PieceSize = 64 << 10;
-    if (m_readBytes.left() == 0 || !m_archive->setCurrentFile(path, QuaZip::csDefault))
+    if (m_archive == nullptr || m_readBytes.left() == 0 || !m_archive->setCurrentFile(path, QuaZip::csDefault))
         return {};
     QuaZipFile file(m_archive);
     if (!file.open(QIODevice::ReadOnly))
@@ -49,12 +49,16 @@ QByteArray ArchiveImages::memberBytes(const QString &path)
 
 QImage ArchiveImages::decoded(QByteArray bytes)
 {
-    const PictureCheck check(bytes, m_decodingBytes.left());
+    if (bytes.isEmpty())
+        return {};
+    if (!m_decodingBytes)
+        m_decodingBytes.emplace(m_mayDecode());
+    const PictureCheck check(bytes, m_decodingBytes->left());
     m_readBytes.spend(check.steps());
     // What does not fit takes nothing off: a smaller one after it may.
-    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytes.left())
+    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytes->left())
         return {};
-    m_decodingBytes.spend(check.decodingBytes());
+    m_decodingBytes->spend(check.decodingBytes());
     // Qt's WebP plugin refuses sequential devices, and a member is one.
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::ReadOnly);

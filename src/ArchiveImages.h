@@ -9,6 +9,10 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+#include <optional>
+#include <utility>
+
 class QuaZip;
 
 /**
@@ -31,9 +35,10 @@ public:
     /// Members that are looked for at most. A package with ten launchers in each density has a hundred.
     static constexpr int MaxMembers = 4096;
 
-    /// @p archive is open, and outlives this object. @p decodingBytes takes the place of MaxDecodingBytes.
-    explicit ArchiveImages(QuaZip *archive, qint64 decodingBytes = MaxDecodingBytes)
-        : m_archive(archive), m_readBytes(MaxReadBytes), m_decodingBytes(decodingBytes)
+    /// @p archive is open, and outlives this object; without one there are no pictures. @p decodingBytes tells what may
+    /// take the place of MaxDecodingBytes; it is asked once, for the first file that is found.
+    explicit ArchiveImages(QuaZip *archive, std::function<qint64()> decodingBytes = [] { return MaxDecodingBytes; })
+        : m_archive(archive), m_readBytes(MaxReadBytes), m_mayDecode(std::move(decodingBytes))
     {
     }
 
@@ -50,7 +55,8 @@ private:
     QuaZip *m_archive;
     QMap<QString, QImage> m_images;
     Allowance m_readBytes;
-    Allowance m_decodingBytes;
+    std::function<qint64()> m_mayDecode;
+    std::optional<Allowance> m_decodingBytes;
 };
 
 #endif

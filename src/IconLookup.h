@@ -10,6 +10,9 @@
 #include <QMap>
 #include <QString>
 
+#include <functional>
+#include <utility>
+
 class ApkResources;
 class QuaZip;
 
@@ -24,9 +27,9 @@ public:
     /// Launchers may all start elsewhere in one chain of references, and a path may be as long as the table.
     static constexpr int MaxCharacters = 1 << 22;
 
-    /// Resolves by @p resources, reads from @p archive; both outlive this object. Decoding may take @p decodingBytes.
-    IconLookup(const ApkResources &resources, QuaZip *archive, qint64 decodingBytes)
-        : m_resources(resources), m_images(archive, decodingBytes), m_characters(MaxCharacters)
+    /// Resolves by @p resources, which outlives this object; the others are as for ArchiveImages.
+    IconLookup(const ApkResources &resources, QuaZip *archive, std::function<qint64()> decodingBytes)
+        : m_resources(resources), m_images(archive, std::move(decodingBytes)), m_characters(MaxCharacters)
     {
     }
 

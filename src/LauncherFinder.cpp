@@ -89,7 +89,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QString());
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
     VisibilityRules rules(m_resources);
-    IconLookup icons(m_resources, m_archive, decodingBytes(m_manifest));
+    IconLookup icons(m_resources, m_archive, [this] { return decodingBytes(m_manifest); });
     LocaleLookup labels(m_resources);
     Allowance classCharacters(MaxClassCharacters);
     for (int i = 0; i < filters.length(); ++i) {

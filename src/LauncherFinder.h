@@ -22,7 +22,8 @@ public:
     static constexpr int FreeNodes = 8192;
     static constexpr int NodeBytes = 600;
 
-    /// In @p manifest. @p resources resolves its references, @p archive has the icon files, and stays the caller's.
+    /// In @p manifest. @p resources resolves its references, @p archive has the icon files, and stays the caller's;
+    /// without one, entries have no icons.
     LauncherFinder(const QDomDocument &manifest, const ApkResources &resources, QuaZip *archive);
 
     /// The entries that Android shows, or all of them, in the order of the manifest.

@@ -5,11 +5,14 @@
 
 #include <QStringList>
 
+#include <algorithm>
 #include <cstring>
 #include <initializer_list>
 #include <type_traits>
 
 namespace {
+
+constexpr int LowerCase = 0x20; ///< set in letters of lower case
 
 struct Qualifier {
     int value;
@@ -28,6 +31,11 @@ void appendNumber(QStringList &items, const char *pattern, int value)
 {
     if (value != 0)
         items.append(QString::fromLatin1(pattern).arg(value));
+}
+
+bool isLetter(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z');
 }
 
 bool isSet(const char (&code)[2])
@@ -100,8 +108,15 @@ QString ResourceConfig::locale() const
 {
     if (!isSet(language))
         return {};
+    // Every locale of a table is asked for with every label.
+    const bool hasCountry = isSet(country);
+    if (std::all_of(language, language + 2, isLetter) && (!hasCountry || std::all_of(country, country + 2, isLetter))) {
+        const char name[] = {char(language[0] | LowerCase), char(language[1] | LowerCase), '-',
+                             char(country[0] & ~LowerCase), char(country[1] & ~LowerCase)};
+        return QString::fromLatin1(name, hasCountry ? 5 : 2);
+    }
     QString locale = text(language).toLower();
-    if (isSet(country))
+    if (hasCountry)
         locale += QLatin1Char('-') + text(country).toUpper();
     return locale;
 }
