@@ -18,6 +18,8 @@ test_packages=("${build_packages[@]}" binutils libxml2-utils)
 coverage_packages=("${test_packages[@]}" gcovr)
 # What scripts/bench.sh takes on top of building.
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
+# What bench/peers takes: the benchmark library, and the other programs that read packages.
+peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
 # What the checks of .ci/run take on top.
 check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev)
 

@@ -1,0 +1,220 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""Sorrel beside other programs that read packages; each row is a ratio of two medians of runs that alternated.
+
+peers.py [FILE.apk...]          measures, and writes one JSON file for each section of the report
+peers.py --check [FILE.apk...]  holds what Sorrel answers against what Android's own resource library answers
+
+Without files: the sample packages of the build, and Debian's framework-res.apk where it is installed. What another
+program is missing for is told in its row.
+"""
+
+import argparse
+import json
+import os
+import re
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+
+FRAMEWORK = "/usr/share/android-framework-res/framework-res.apk"
+LARGE_FILE = 20 << 20  # bytes
+MISSING = "not installed"
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
+    parser.add_argument("--build", default="build/bench", help="the build tree (default: %(default)s)")
+    parser.add_argument("--output", help="directory for the JSON files (default: the build tree)")
+    parser.add_argument("--sorrel", help="the command to measure (default: that of the build tree)")
+    parser.add_argument("--check", action="store_true", help="compare answers, not times")
+    parser.add_argument("files", nargs="*", metavar="FILE.apk")
+    options = parser.parse_args()
+    options.output = options.output or options.build
+    options.sorrel = options.sorrel or program(options, "sorrel")
+    options.files = options.files or default_packages(options.build)
+    return options
+
+
+def program(options, name):
+    return os.path.join(options.build, "bin", name)
+
+
+def default_packages(build):
+    samples = os.path.join(build, "samples")
+    names = sorted(os.listdir(samples)) if os.path.isdir(samples) else []
+    files = [os.path.join(samples, name) for name in names if name.endswith(".apk")]
+    return files + [FRAMEWORK] * os.path.exists(FRAMEWORK)
+
+
+def is_large(file):
+    return os.path.getsize(file) >= LARGE_FILE
+
+
+def runs_of(command, repetitions):
+    """The repetitions of each benchmark of a program, by the benchmark's name."""
+    with tempfile.NamedTemporaryFile(suffix=".json") as output:
+        subprocess.run(
+            [command[0], f"--benchmark_repetitions={repetitions}", "--benchmark_enable_random_interleaving=true",
+             "--benchmark_min_time=0.02", f"--benchmark_out={output.name}", "--benchmark_out_format=json",
+             *command[1:]],
+            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, check=True)
+        report = json.load(output)
+    runs = {}
+    for run in report["benchmarks"]:
+        if run["run_type"] == "iteration":
+            runs.setdefault(run["name"].split("/")[0], []).append(run)
+    return runs
+
+
+def failure(runs):
+    """What is wrong with these runs, in a few words; empty when nothing is."""
+    if not runs:
+        return MISSING
+    for run in runs:
+        if run.get("error_occurred"):
+            return "fails: " + run["error_message"]
+        if run.get("status"):
+            return f"fails with status {run['status']:.0f}"
+    return ""
+
+
+def median(runs, key="real_time"):
+    return statistics.median(run[key] for run in runs)
+
+
+def milliseconds(runs):
+    """The median as a text; Google Benchmark's own unit is the nanosecond."""
+    return f"{median(runs) / 1e6:.3g} ms"
+
+
+def mebibytes(runs):
+    return f"{median(runs, 'peak_kib') / 1024:.1f} MiB"
+
+
+def row(name, ours, theirs, text, key, target=None):
+    """A row of the report; the ratio is missing when one side is, or failed."""
+    wrong = failure(ours), failure(theirs)
+    measured = not any(wrong) and all(median(side, key) > 0 for side in (ours, theirs))
+    shown = [text(side) if side and not side[0].get("error_occurred") else "-" for side in (ours, theirs)]
+    notes = [f"{value} ({problem})" if value != "-" else problem for value, problem in zip(shown, wrong)]
+    return {
+        "name": name,
+        "value": notes[0] if wrong[0] else shown[0],
+        "against": notes[1] if wrong[1] else shown[1],
+        "ratio": round(median(ours, key) / median(theirs, key), 3) if measured else None,
+        "target": target,
+    }
+
+
+def in_process_rows(options):
+    rows = []
+    for file in options.files:
+        runs = runs_of([program(options, "bench_peers"), file], 7 if is_large(file) else 15)
+        rows.append(row(os.path.basename(file), runs.get("sorrel"), runs.get("androidfw"), milliseconds, "real_time"))
+    return rows
+
+
+def process_runs(options, file):
+    command = [program(options, "bench_processes"), f"sorrel={options.sorrel}", "info", "--json", file]
+    for name in ("aapt", "aapt2"):
+        path = shutil.which(name)
+        if path:
+            command += [f"{name}={path}", "dump", "badging", file]
+    return runs_of(command, 11 if is_large(file) else 51)
+
+
+def aapt_target(file):
+    if os.path.basename(file) == os.path.basename(FRAMEWORK):
+        return 1.5
+    return None if is_large(file) else 1.0
+
+
+def process_sections(options):
+    times, times2, memory = [], [], []
+    for file in options.files:
+        name = os.path.basename(file)
+        runs = process_runs(options, file)
+        sorrel, aapt, aapt2 = (runs.get(key) for key in ("sorrel", "aapt", "aapt2"))
+        times.append(row(name, sorrel, aapt, milliseconds, "real_time", aapt_target(file)))
+        times2.append(row(name, sorrel, aapt2, milliseconds, "real_time", 0.5))
+        memory.append(row(name + ", aapt", sorrel, aapt, mebibytes, "peak_kib"))
+        memory.append(row(name + ", aapt2", sorrel, aapt2, mebibytes, "peak_kib"))
+    return [
+        ("processes-aapt", "Whole processes: `sorrel info --json`, which decodes the icons too, against "
+                           "`aapt dump badging`", times),
+        ("processes-aapt2", "Whole processes: `sorrel info --json`, which decodes the icons too, against "
+                            "`aapt2 dump badging`", times2),
+        ("processes-memory", "Whole processes: peak of resident memory", memory),
+    ]
+
+
+def measure(options):
+    sections = [("androidfw", "In one process: opening, table, manifest, package and minimum SDK, against Android's "
+                              "resource library, which decodes neither table nor manifest", in_process_rows(options))]
+    sections += process_sections(options)
+    os.makedirs(options.output, exist_ok=True)
+    for name, title, rows in sections:
+        path = os.path.join(options.output, f"peers-{name}.json")
+        with open(path, "w", encoding="utf-8") as output:
+            json.dump({"section": title, "rows": rows}, output, indent=2)
+            output.write("\n")
+        print(path)
+    return 0
+
+
+def answer(command):
+    """What a program answers of a package, reduced to what both tell; None when it fails."""
+    result = subprocess.run(command, stdout=subprocess.PIPE, check=False)
+    return common_part(json.loads(result.stdout)) if result.returncode == 0 else None
+
+
+def common_labels(labels):
+    """The labels that both programs tell alike. What Sorrel keeps on purpose is taken out of the comparison, as
+    docs/kept-behaviours.md has it: locales with a language of three letters or a region of three digits, which come
+    out garbled; labels behind more than five references, which come out as the text of the last one followed; and
+    characters beyond Unicode's first plane, which come out as six replacement characters when aapt2 wrote them."""
+    return {
+        locale: re.sub("[\U00010000-\U0010ffff]", 6 * "\ufffd", text)
+        for locale, text in labels.items()
+        if re.fullmatch("|[a-z]{2}(-[A-Z]{2})?", locale) and not re.fullmatch("@[a-z]+/[0-9]+", text)
+    }
+
+
+def common_part(info):
+    """What both programs tell of a package."""
+    launchers = [{"class": launcher["class"], "labels": common_labels(launcher["labels"])}
+                 for launcher in info["launchers"]]
+    return {"package": info["package"], "minSdkVersion": info["minSdkVersion"], "launchers": launchers}
+
+
+def check(options):
+    peer = program(options, "androidfw_peer")
+    if not os.path.exists(peer):
+        print("Android's resource library is " + MISSING, file=sys.stderr)
+        return 1
+    status = 0
+    for file in options.files:
+        ours = answer([options.sorrel, "info", "--json", file])
+        theirs = answer([peer, "--print", file])
+        if ours is not None and ours == theirs:
+            print(f"{file}: the same, {len(ours['launchers'])} launchers")
+        else:
+            print(f"{file}: differs\n  sorrel    {json.dumps(ours, ensure_ascii=False, sort_keys=True)}\n"
+                  f"  androidfw {json.dumps(theirs, ensure_ascii=False, sort_keys=True)}")
+            status = 1
+    return status
+
+
+def main():
+    options = arguments()
+    if not options.files:
+        print("peers.py: there is no package to look at", file=sys.stderr)
+        return 2
+    return check(options) if options.check else measure(options)
+
+
+if __name__ == "__main__":
+    sys.exit(main())
