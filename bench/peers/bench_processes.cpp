@@ -2,49 +2,69 @@
 //
 // bench_processes [BENCHMARK-OPTION...] [NAME=COMMAND ARGUMENT...] ...: how long each of these commands takes as a
 // whole process, from its start to its end. NAME=COMMAND begins a command, and its arguments follow; an argument that
-// has a "=" in it would begin another. Each repetition runs the command once; with --benchmark_repetitions and
-// --benchmark_enable_random_interleaving=true, the commands alternate. Beside the time, the status and the peak of
-// resident memory are counted, the latter as 0 when it is not above that of this process itself.
+// has a "=" in it would begin another. Commands of one name run one after the other, and are told as one. Each
+// repetition runs a command once; with --benchmark_repetitions and --benchmark_enable_random_interleaving=true, those
+// of different names alternate. Beside the time, the status and the peak of resident memory are counted, the latter
+// as 0 when it is not above that of this process itself.
 
 #include "ChildProcess.h"
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
 
 namespace {
 
-struct Command {
+using Arguments = std::vector<std::string>;
+
+struct Sequence {
     std::string name;
-    std::vector<std::string> arguments;
+    std::vector<Arguments> commands;
 };
 
-std::vector<Command> commands(const std::vector<std::string> &arguments)
+std::vector<Sequence> sequences(const Arguments &arguments)
 {
-    std::vector<Command> result;
+    std::vector<Sequence> result;
+    size_t current = 0;
     for (const std::string &argument : arguments) {
         const size_t sign = argument.find('=');
-        if (sign != std::string::npos)
-            result.push_back({argument.substr(0, sign), {argument.substr(sign + 1)}});
-        else if (!result.empty())
-            result.back().arguments.push_back(argument);
+        if (sign != std::string::npos) {
+            const std::string name = argument.substr(0, sign);
+            current = 0;
+            while (current < result.size() && result[current].name != name)
+                ++current;
+            if (current == result.size())
+                result.push_back({name, {}});
+            result[current].commands.push_back({argument.substr(sign + 1)});
+        } else if (!result.empty()) {
+            result[current].commands.back().push_back(argument);
+        }
     }
     return result;
 }
 
-void wholeProcess(benchmark::State &state, const std::vector<std::string> &arguments)
+void wholeProcesses(benchmark::State &state, const std::vector<Arguments> &commands)
 {
     for (auto _ : state) {
-        const ChildProcess process = ChildProcess::run(arguments);
-        if (process.status < 0) {
+        double seconds = 0;
+        int status = 0;
+        long peakKib = 0;
+        for (const Arguments &command : commands) {
+            const ChildProcess process = ChildProcess::run(command);
+            seconds += process.seconds;
+            status = status == 0 ? process.status : status;
+            peakKib = std::max(peakKib, process.peakKib);
+        }
+        if (status < 0) {
             state.SkipWithError("cannot be started");
             break;
         }
-        state.SetIterationTime(process.seconds);
-        state.counters["status"] = process.status;
-        state.counters["peak_kib"] = double(process.peakKib > ChildProcess::ownPeakKib() ? process.peakKib : 0);
+        state.SetIterationTime(seconds);
+        state.counters["status"] = status;
+        state.counters["peak_kib"] = double(peakKib > ChildProcess::ownPeakKib() ? peakKib : 0);
     }
 }
 
@@ -53,15 +73,16 @@ void wholeProcess(benchmark::State &state, const std::vector<std::string> &argum
 int main(int argc, char *argv[])
 {
     benchmark::Initialize(&argc, argv);
-    const std::vector<Command> wanted = commands({argv + 1, argv + argc});
+    const std::vector<Sequence> wanted = sequences({argv + 1, argv + argc});
     if (wanted.empty()) {
         std::fputs("usage: bench_processes [BENCHMARK-OPTION...] [NAME=COMMAND ARGUMENT...] ...\n", stderr);
         return 2;
     }
-    for (const Command &command : wanted) {
-        // The first run brings its files into memory.
-        ChildProcess::run(command.arguments);
-        benchmark::RegisterBenchmark(command.name.c_str(), wholeProcess, command.arguments)
+    for (const Sequence &sequence : wanted) {
+        // The first run brings the files into memory.
+        for (const Arguments &command : sequence.commands)
+            ChildProcess::run(command);
+        benchmark::RegisterBenchmark(sequence.name.c_str(), wholeProcesses, sequence.commands)
             ->UseManualTime()
             ->Iterations(1);
     }

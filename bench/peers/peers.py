@@ -117,13 +117,14 @@ def in_process_rows(options):
     return rows
 
 
-def process_runs(options, file):
-    command = [program(options, "bench_processes"), f"sorrel={options.sorrel}", "info", "--json", file]
+def process_runs(options, files):
+    """Each command on these files: sorrel takes them all at once, the others one by one."""
+    command = [program(options, "bench_processes"), f"sorrel={options.sorrel}", "info", "--json", *files]
     for name in ("aapt", "aapt2"):
         path = shutil.which(name)
-        if path:
+        for file in files if path else []:
             command += [f"{name}={path}", "dump", "badging", file]
-    return runs_of(command, 11 if is_large(file) else 51)
+    return runs_of(command, 11 if any(map(is_large, files)) else 51)
 
 
 def aapt_target(file):
@@ -136,12 +137,18 @@ def process_sections(options):
     times, times2, memory = [], [], []
     for file in options.files:
         name = os.path.basename(file)
-        runs = process_runs(options, file)
+        runs = process_runs(options, [file])
         sorrel, aapt, aapt2 = (runs.get(key) for key in ("sorrel", "aapt", "aapt2"))
         times.append(row(name, sorrel, aapt, milliseconds, "real_time", aapt_target(file)))
         times2.append(row(name, sorrel, aapt2, milliseconds, "real_time", 0.5))
         memory.append(row(name + ", aapt", sorrel, aapt, mebibytes, "peak_kib"))
         memory.append(row(name + ", aapt2", sorrel, aapt2, mebibytes, "peak_kib"))
+    small = [file for file in options.files if not is_large(file)]
+    if len(small) > 1:
+        name = f"{len(small)} packages: one `sorrel`, and another process for each"
+        runs = process_runs(options, small)
+        times.append(row(name, runs.get("sorrel"), runs.get("aapt"), milliseconds, "real_time"))
+        times2.append(row(name, runs.get("sorrel"), runs.get("aapt2"), milliseconds, "real_time"))
     return [
         ("processes-aapt", "Whole processes: `sorrel info --json`, which decodes the icons too, against "
                            "`aapt dump badging`", times),
