@@ -7,6 +7,9 @@
 
 #include "ApkFile.h"
 #include "Floor.h"
+#include "LauncherFinder.h"
+
+#include <QDomDocument>
 
 #include <cstdio>
 #include <cstring>
@@ -65,15 +68,21 @@ public:
     }
 };
 
-/// The manifest is loaded before the row is run.
+/// Everything is loaded before the row is run; entries get no icons.
 class LaunchersRow : public Row
 {
 public:
-    explicit LaunchersRow(const QString &fileName) : Row(fileName), m_apk(fileName) { m_apk.getManifest(); }
-    bool run() override { return !m_apk.getLauncherInfo(false).isEmpty(); }
+    explicit LaunchersRow(const QString &fileName) : Row(fileName)
+    {
+        const ApkFile apk(fileName);
+        m_manifest = apk.getManifest();
+        m_resources = apk.resources();
+    }
+    bool run() override { return !LauncherFinder(m_manifest, m_resources, nullptr).launchers(false).isEmpty(); }
 
 private:
-    ApkFile m_apk;
+    QDomDocument m_manifest;
+    ApkResources m_resources;
 };
 
 std::unique_ptr<Row> makeRow(const QString &name, const QString &fileName)

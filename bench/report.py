@@ -252,8 +252,8 @@ def report(directory):
                           "manifest (directory), and to read both: the parts against their sum.",
                           floor_rows(times, packages))
     yield from print_rows("Queries against the floor", "Each from an object made anew, against the floor of the same "
-                          "package. Where pictures are left out, the query is asked of a copy of the package that has "
-                          "the table and the manifest only.", query_rows(times, packages))
+                          "package. Without pictures, icon references are resolved, and no file is looked for.",
+                          query_rows(times, packages))
     yield from print_growth(growth, grown)
     yield from print_rows("Loading against reading", "Loading out of memory, against reading the same bytes through "
                           "the same device and taking nothing from them.", load_rows(growth))

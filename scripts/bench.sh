@@ -99,6 +99,8 @@ case ${1:-} in
     exit 2
     ;;
 *)
+    # Without the other programs, their rows say so.
+    require "${peer_packages[@]}" || true
     prepare
     choose_packages "$@"
     say "Packages: time"
@@ -110,6 +112,8 @@ case ${1:-} in
     done >>"$results/memory.jsonl"
     say "Instructions"
     python3 bench/instructions.py "$results"
+    say "Other programs"
+    python3 bench/peers/peers.py --build "$results" "${files[@]}"
     say "Done"
     python3 bench/report.py "$results"
     ;;
