@@ -37,7 +37,8 @@ public:
 
     /// @p archive is open, and outlives this object; without one there are no pictures. @p decodingBytes tells what may
     /// take the place of MaxDecodingBytes; it is asked once, for the first file that is found.
-    explicit ArchiveImages(QuaZip *archive, std::function<qint64()> decodingBytes = [] { return MaxDecodingBytes; })
+    explicit ArchiveImages(
+        QuaZip *archive, std::function<qint64()> decodingBytes = [] { return MaxDecodingBytes; })
         : m_archive(archive), m_readBytes(MaxReadBytes), m_mayDecode(std::move(decodingBytes))
     {
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "EntryOffsets.h"
 
+#include "Extractor.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -8,7 +10,7 @@ namespace {
 
 constexpr qint32 NoEntry = -1;
 constexpr int GroupSize = 8;
-constexpr int FirstCapacity = 256;
+constexpr int PieceSize = 2048; ///< a multiple of that
 
 bool isWithoutEntries(const qint32 *group)
 {
@@ -23,15 +25,15 @@ bool isWithoutEntries(const qint32 *group)
 
 } // namespace
 
-EntryOffsets::EntryOffsets(const QVector<qint32> &offsets)
+EntryOffsets::EntryOffsets(Extractor *reader, int count)
 {
-    m_items.reserve(size_t(qMin(offsets.size(), FirstCapacity)));
-    int entry = 0;
-    for (; offsets.size() - entry >= GroupSize; entry += GroupSize) {
-        if (!isWithoutEntries(offsets.constData() + entry))
-            appendEntries(offsets.constData(), entry, GroupSize);
+    qint32 piece[PieceSize];
+    int size = PieceSize;
+    for (int left = count; left > 0 && size == PieceSize; left -= size) {
+        size = reader->get32s(piece, qMin(left, PieceSize));
+        for (int at = 0; at < size; at += GroupSize)
+            appendGroup(piece + at, qMin(size - at, GroupSize));
     }
-    appendEntries(offsets.constData(), entry, offsets.size() - entry);
     const auto byOffset = [](const Item &left, const Item &right) { return left.offset < right.offset; };
     if (!std::is_sorted(m_items.cbegin(), m_items.cend(), byOffset))
         std::stable_sort(m_items.begin(), m_items.end(), byOffset);
@@ -39,14 +41,18 @@ EntryOffsets::EntryOffsets(const QVector<qint32> &offsets)
 
 // Every offset is written, and the next one over it when there is no entry: which of them have one is nothing that a
 // processor could guess.
-void EntryOffsets::appendEntries(const qint32 *offsets, int first, int count)
+void EntryOffsets::appendGroup(const qint32 *offsets, int count)
 {
+    const int first = m_read;
+    m_read += count;
+    if (count == GroupSize && isWithoutEntries(offsets))
+        return;
     const size_t old = m_items.size();
     m_items.resize(old + size_t(count));
     Item *item = m_items.data() + old;
-    for (int entry = first; entry < first + count; ++entry) {
-        *item = {offsets[entry], entry};
-        item += offsets[entry] != NoEntry ? 1 : 0;
+    for (int i = 0; i < count; ++i) {
+        *item = {offsets[i], first + i};
+        item += offsets[i] != NoEntry ? 1 : 0;
     }
     m_items.resize(size_t(item - m_items.data()));
 }

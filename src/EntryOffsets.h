@@ -2,9 +2,11 @@
 #ifndef ENTRYOFFSETS_H
 #define ENTRYOFFSETS_H
 
-#include <QVector>
+#include <QtGlobal>
 
 #include <vector>
+
+class Extractor;
 
 /**
  * The offset array of a type chunk, asked the other way round: which entry starts at this offset? Of several entries
@@ -17,8 +19,8 @@
 class EntryOffsets
 {
 public:
-    /// @p offsets by entry index.
-    explicit EntryOffsets(const QVector<qint32> &offsets);
+    /// Reads the offsets of @p count entries from @p reader, or as many as there are before a fault.
+    EntryOffsets(Extractor *reader, int count);
 
     /// Number of entries that have an offset.
     int count() const { return int(m_items.size()); }
@@ -37,9 +39,10 @@ private:
         int entry;
     };
 
-    void appendEntries(const qint32 *offsets, int first, int count);
+    void appendGroup(const qint32 *offsets, int count);
     int search(qint64 offset);
 
+    int m_read = 0;            ///< offsets that were read
     std::vector<Item> m_items; ///< by offset, then by entry
     size_t m_next = 0;         ///< the item after the one found last
 };

@@ -84,7 +84,8 @@ bool Extractor::peek()
     const qint64 size = qMin(qMin(m_device->bytesAvailable(), qint64(AheadSize)), MaxBytes - m_taken);
     if (size <= 0)
         return false;
-    m_buffer.resize(AheadSize);
+    if (m_buffer.isEmpty())
+        m_buffer.resize(AheadSize);
     const qint64 peeked = m_device->peek(m_buffer.data(), size);
     m_isPeeked = peeked > 0;
     m_ahead = m_buffer.constData();
@@ -136,7 +137,8 @@ qint64 Extractor::deliver(char *data, qint64 size)
 qint64 Extractor::fetchAhead(qint64 most)
 {
     const qint64 asked = qMin(most, qint64(AheadSize));
-    m_buffer.resize(AheadSize);
+    if (m_buffer.isEmpty())
+        m_buffer.resize(AheadSize);
     const qint64 delivered = readDevice(m_buffer.data(), asked);
     if (delivered > 0 && delivered < asked)
         m_mostAtOnce = int(delivered);
@@ -244,35 +246,57 @@ void Extractor::consume(qint64 count)
     }
 }
 
-template <typename T>
-QVector<T> Extractor::getVector(int byteCount)
+bool Extractor::mayGetBytes(int byteCount, int width)
 {
-    if (byteCount < 0 || byteCount % int(sizeof(T)) != 0) {
+    if (byteCount < 0 || byteCount % width != 0)
         setError(QStringLiteral("bad input"));
-        return {};
-    }
-    if (byteCount > remaining()) {
+    else if (byteCount > remaining())
         setError(chunkTooShort());
-        return {};
-    }
+    else
+        return true;
+    return false;
+}
+
+// Returns the number of bytes that were delivered; the array is longer by as many as were asked for last.
+template <typename Array>
+int Extractor::fill(Array &array, int byteCount)
+{
+    constexpr int width = sizeof(*array.data());
     // The array grows while the device delivers, so that a large claim alone takes no memory.
-    QVector<T> array;
     int total = 0;
     while (total < byteCount) {
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
-        array.reserve((total + step) / int(sizeof(T))); // no more than that, as resize() alone would take
-        array.resize((total + step) / int(sizeof(T)));
-        const qint64 delivered = deliver(reinterpret_cast<char *>(array.data()) + total, step);
-        total += int(qMax(qint64(0), delivered));
-        position += int(qMax(qint64(0), delivered));
+        array.reserve((total + step) / width); // no more than that, as resize() alone would take
+        array.resize((total + step) / width);
+        const int delivered = int(deliver(reinterpret_cast<char *>(array.data()) + total, step));
+        total += qMax(0, delivered);
+        position += qMax(0, delivered);
         if (delivered < step) {
             setDeviceError();
             break;
         }
     }
+    return total;
+}
+
+template <typename T>
+QVector<T> Extractor::getVector(int byteCount)
+{
+    QVector<T> array;
+    if (!mayGetBytes(byteCount, sizeof(T)))
+        return array;
+    const int total = fill(array, byteCount);
     array.resize((total + qMin(byteCount - total, MaxZeroTail)) / int(sizeof(T)));
     qFromLittleEndian<T>(array.constData(), array.size(), array.data());
     return array;
+}
+
+QByteArray Extractor::getBytes(int byteCount)
+{
+    QByteArray bytes;
+    if (mayGetBytes(byteCount, 1))
+        bytes.truncate(fill(bytes, byteCount));
+    return bytes;
 }
 
 QVector<quint8> Extractor::getu8_vector(int byteCount)
@@ -293,24 +317,38 @@ QVector<quint32> Extractor::getu32_vector(int byteCount)
 QVector<qint32> Extractor::get32s(int count)
 {
     QVector<qint32> values;
-    values.reserve(qBound(0, count, FirstArrayStep));
     while (values.size() < count) {
-        const qint64 valuesAtHand = qMin(remaining(), fetched()) / qint64(sizeof(qint32));
-        const int run = int(qMin(valuesAtHand, qint64(count - values.size())));
-        if (run > 0) {
-            const int old = values.size();
-            values.resize(old + run);
-            qFromLittleEndian<qint32>(m_ahead, run, values.data() + old);
-            take(run * int(sizeof(qint32)));
-            continue;
-        }
-        const int before = position;
-        const qint32 value = get32();
-        if (position == before)
+        const int old = values.size();
+        const int step = qMin(count - old, qMax(FirstArrayStep, old));
+        values.reserve(old + step);
+        values.resize(old + step);
+        const int read = get32s(values.data() + old, step);
+        values.resize(old + read);
+        if (read < step)
             break;
-        values.append(value);
     }
     return values;
+}
+
+int Extractor::get32s(qint32 *values, int count)
+{
+    int read = 0;
+    while (read < count) {
+        const int before = position;
+        const qint64 valuesAtHand = qMin(remaining(), fetched()) / qint64(sizeof(qint32));
+        const int run = int(qMin(valuesAtHand, qint64(count - read)));
+        if (run > 0) {
+            qFromLittleEndian<qint32>(m_ahead, run, values + read);
+            take(run * int(sizeof(qint32)));
+            read += run;
+            continue;
+        }
+        values[read] = get32();
+        if (position == before)
+            break;
+        ++read;
+    }
+    return read;
 }
 
 void Extractor::pushBoundary(int length)

@@ -120,12 +120,16 @@ public:
     QVector<quint8> getu8_vector(int byteCount);
     QVector<quint16> getu16_vector(int byteCount);
     QVector<quint32> getu32_vector(int byteCount);
+    /// As getu8_vector(), without the zeros at the end.
+    QByteArray getBytes(int byteCount);
 
     /**
      * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
      * that were read: fewer than @p count only when a fault was recorded. Fast after readAhead().
      */
     QVector<qint32> get32s(int count);
+    /// The same into @p values, which have room for as many. Returns how many were read.
+    int get32s(qint32 *values, int count);
 
     /**
      * Opens a region of @p length bytes from here; nothing is read past its end until it is closed. One that would
@@ -173,6 +177,9 @@ private:
     T getSlowly();
     template <typename T>
     QVector<T> getVector(int byteCount);
+    bool mayGetBytes(int byteCount, int width);
+    template <typename Array>
+    int fill(Array &array, int byteCount);
     qint64 fetched() const { return m_aheadEnd - m_ahead; }
     bool isAtHand(qint64 size) const { return size <= fetched() && size <= remaining(); }
     void skipSlowly(qint64 count);

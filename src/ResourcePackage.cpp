@@ -114,7 +114,7 @@ void ResourcePackage::parseTypeChunk(int headerSize)
         return;
 
     const int configIndex = indexOfConfig(config);
-    EntryOffsets offsets(m_reader->get32s(entryCount));
+    EntryOffsets offsets(m_reader, entryCount);
     m_reader->skip64(qint64(entriesStart) - headerSize - 4 * qint64(entryCount));
     m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
     const int base = m_reader->position;

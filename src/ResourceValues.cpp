@@ -7,34 +7,19 @@
 namespace {
 
 constexpr size_t SmallIndex = 1 << 12;
+constexpr size_t LeastBlock = 64;
 
 bool isBefore(const ResourceEntry &left, const ResourceEntry &right)
 {
     return left.entryIndex() < right.entryIndex();
 }
 
-// Precondition: every index is from 0 to largest.
-std::vector<ResourceEntry> sortedByCounting(const std::vector<ResourceEntry> &values, int largest)
-{
-    std::vector<int> places(size_t(largest) + 2);
-    for (const ResourceEntry &value : values)
-        ++places[size_t(value.entryIndex()) + 1];
-    std::partial_sum(places.begin(), places.end(), places.begin());
-    std::vector<ResourceEntry> sorted(values.size());
-    for (const ResourceEntry &value : values)
-        sorted[size_t(places[size_t(value.entryIndex())]++)] = value;
-    return sorted;
-}
-
 } // namespace
 
 void ResourceValues::reserve(int typeId, int count)
 {
-    if (typeId <= 0)
-        return;
-    std::vector<ResourceEntry> &values = m_types[size_t(typeId)].stored;
-    if (size_t(count) > values.capacity() - values.size())
-        values.reserve(values.size() + qMax(size_t(count), values.size() / 2));
+    if (typeId > 0)
+        m_types[size_t(typeId)].reserve(size_t(count));
 }
 
 void ResourceValues::sort()
@@ -43,17 +28,48 @@ void ResourceValues::sort()
         values.sort();
 }
 
+// A block has a place that does not move when more values come, so that none is copied.
+void ResourceValues::Values::reserve(size_t count)
+{
+    if (!blocks.empty() && count <= blocks.back().capacity() - blocks.back().size())
+        return;
+    blocks.emplace_back();
+    blocks.back().reserve(qMax(count, LeastBlock));
+}
+
 void ResourceValues::Values::sort()
 {
-    if (!isSorted) {
-        // A few values with large indices are not worth a count for every index.
-        if (smallest == 0 && size_t(largest) / 4 <= qMax(stored.size(), SmallIndex))
-            stored = sortedByCounting(stored, largest);
-        else
+    size_t count = 0;
+    for (const std::vector<ResourceEntry> &block : blocks)
+        count += block.size();
+    // A few values with large indices are not worth a count for every index.
+    if (!isSorted && smallest == 0 && size_t(largest) / 4 <= qMax(count, SmallIndex)) {
+        stored = sortedByCounting(count);
+    } else {
+        stored.reserve(count);
+        for (const std::vector<ResourceEntry> &block : blocks)
+            stored.insert(stored.end(), block.cbegin(), block.cend());
+        if (!isSorted)
             std::stable_sort(stored.begin(), stored.end(), isBefore);
     }
-    isSorted = true;
-    stored.shrink_to_fit();
+    blocks = {};
+}
+
+// Precondition: no index is negative.
+std::vector<ResourceEntry> ResourceValues::Values::sortedByCounting(size_t count) const
+{
+    std::vector<int> places(size_t(largest) + 2);
+    for (const std::vector<ResourceEntry> &block : blocks) {
+        for (const ResourceEntry &value : block)
+            ++places[size_t(value.entryIndex()) + 1];
+    }
+    std::partial_sum(places.begin(), places.end(), places.begin());
+    std::vector<ResourceEntry> sorted(count);
+    for (const std::vector<ResourceEntry> &block : blocks) {
+        for (const ResourceEntry &value : block)
+            sorted[size_t(places[size_t(value.entryIndex())]++)] = value;
+    }
+    return sorted;
 }
 
 bool ResourceValues::hasResourceOfMoreThan(int count) const

@@ -82,11 +82,16 @@ private:
             isSorted = isSorted && value.entryIndex() >= largest;
             smallest = qMin(smallest, value.entryIndex());
             largest = qMax(largest, value.entryIndex());
-            stored.push_back(value);
+            if (blocks.empty())
+                blocks.emplace_back();
+            blocks.back().push_back(value);
         }
+        void reserve(size_t count);
         void sort();
+        std::vector<ResourceEntry> sortedByCounting(size_t count) const;
 
-        std::vector<ResourceEntry> stored;
+        std::vector<std::vector<ResourceEntry>> blocks; ///< what was appended, until it is sorted
+        std::vector<ResourceEntry> stored;              ///< sorted
         bool isSorted = true;
         int smallest = 0; ///< of the entry indices, and 0
         int largest = 0;

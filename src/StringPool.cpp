@@ -4,6 +4,8 @@
 #include "Extractor.h"
 #include "ResourceTypes.h"
 
+#include <QtEndian>
+
 #include <algorithm>
 #include <cstring>
 #include <limits>
@@ -12,6 +14,7 @@ namespace {
 
 constexpr int Utf8Flag = 0x100;
 constexpr int KnownHeaderSize = 28;
+constexpr int UnitSize = 2;
 constexpr qint64 SmallDataLength = 1 << 14;
 
 QString badIndex()
@@ -36,8 +39,7 @@ void StringPool::setName(const QString &name)
 void StringPool::clear()
 {
     m_offsets.clear();
-    m_bytes.clear();
-    m_units.clear();
+    m_data.clear();
 }
 
 void StringPool::load(Extractor *reader, int headerSize)
@@ -97,10 +99,10 @@ void StringPool::readData(Extractor *reader, qint64 dataSize)
     const int byteCount = int(qBound(qint64(-1), dataSize, qint64(std::numeric_limits<int>::max())));
     if (byteCount < dataSize)
         reader->skip64(dataSize); // which is out of bounds
-    else if (m_isUtf8)
-        m_bytes = reader->getu8_vector(byteCount);
+    else if (!m_isUtf8 && byteCount % UnitSize != 0)
+        reader->getu16_vector(byteCount); // which is bad input
     else
-        m_units = reader->getu16_vector(byteCount);
+        m_data = reader->getBytes(byteCount);
 }
 
 qint64 StringPool::checkedLength() const
@@ -133,7 +135,7 @@ bool StringPool::multipliesItsData(qint64 length) const
 
 qint64 StringPool::dataLength() const
 {
-    return m_isUtf8 ? m_bytes.size() : m_units.size();
+    return m_isUtf8 ? m_data.size() : m_data.size() / UnitSize;
 }
 
 StringPool::Span StringPool::spanAt(qint32 offset) const
@@ -144,9 +146,9 @@ StringPool::Span StringPool::spanAt(qint32 offset) const
 
 StringPool::Span StringPool::utf8SpanAt(qint64 offset) const
 {
-    const quint8 *bytes = m_bytes.constData();
-    const qint64 end = m_bytes.size();
-    const auto byteAt = [bytes, end](qint64 at) { return at < end ? int(bytes[at]) : 0; };
+    const char *bytes = m_data.constData();
+    const qint64 end = dataLength();
+    const auto byteAt = [bytes, end](qint64 at) { return at < end ? int(quint8(bytes[at])) : 0; };
     qint64 at = offset + ((byteAt(offset) & 0x80) != 0 ? 2 : 1);
     int length = byteAt(at++);
     if ((length & 0x80) != 0)
@@ -156,9 +158,11 @@ StringPool::Span StringPool::utf8SpanAt(qint64 offset) const
 
 StringPool::Span StringPool::utf16SpanAt(qint64 offset) const
 {
-    const quint16 *units = m_units.constData();
-    const qint64 end = m_units.size();
-    const auto unitAt = [units, end](qint64 at) { return at < end ? int(units[at]) : 0; };
+    const char *units = m_data.constData();
+    const qint64 end = dataLength();
+    const auto unitAt = [units, end](qint64 at) {
+        return at < end ? int(qFromLittleEndian<quint16>(units + at * UnitSize)) : 0;
+    };
     qint64 at = offset;
     int length = unitAt(at++);
     if ((length & 0x8000) != 0)
@@ -171,8 +175,10 @@ QString StringPool::decode(qint32 offset) const
 {
     const Span span = spanAt(offset);
     if (m_isUtf8)
-        return QString::fromUtf8(reinterpret_cast<const char *>(m_bytes.constData()) + span.start, span.length);
-    return QString(reinterpret_cast<const QChar *>(m_units.constData()) + span.start, span.length);
+        return QString::fromUtf8(m_data.constData() + span.start, span.length);
+    QString text(span.length, Qt::Uninitialized);
+    qFromLittleEndian<quint16>(m_data.constData() + span.start * UnitSize, span.length, text.data());
+    return text;
 }
 
 QString StringPool::get(int index) const

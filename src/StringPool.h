@@ -2,6 +2,7 @@
 #ifndef STRINGPOOL_H
 #define STRINGPOOL_H
 
+#include <QByteArray>
 #include <QString>
 #include <QVector>
 #include <QWeakPointer>
@@ -100,8 +101,7 @@ private:
     QWeakPointer<QString> m_errorSink;
     QVector<qint32> m_offsets;
     bool m_isUtf8 = false;
-    QVector<quint8> m_bytes;  ///< the string data of a UTF-8 pool
-    QVector<quint16> m_units; ///< the string data of a UTF-16 pool
+    QByteArray m_data; ///< the string data, as it is in the file
 };
 
 #endif

@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "EntryOffsets.h"
 
+#include "Devices.h"
+#include "Extractor.h"
+
 #include <QMap>
+#include <QtEndian>
 #include <QtTest>
 
 #include <limits>
@@ -22,10 +26,21 @@ QMap<qint64, int> model(const QVector<qint32> &offsets)
     return entries;
 }
 
+/// As they are read from a type chunk.
+EntryOffsets entryOffsets(const QVector<qint32> &offsets)
+{
+    QByteArray bytes(offsets.size() * 4, '\0');
+    qToLittleEndian<qint32>(offsets.constData(), offsets.size(), bytes.data());
+    fixture::SequentialDevice device(bytes);
+    Extractor reader(&device);
+    reader.pushBoundary(bytes.size());
+    return EntryOffsets(&reader, offsets.size());
+}
+
 /// The answers to these questions, asked one after another.
 QVector<int> answers(const QVector<qint32> &offsets, const QVector<qint64> &questions)
 {
-    EntryOffsets entries(offsets);
+    EntryOffsets entries = entryOffsets(offsets);
     QVector<int> answers;
     for (const qint64 question : questions)
         answers.append(entries.entryAt(question));
@@ -148,7 +163,7 @@ void TestEntryOffsets::questionsAreNotCutToTheirLowBits()
 
 void TestEntryOffsets::copiesAreAskedIndependently()
 {
-    EntryOffsets entries({0, 16, 32});
+    EntryOffsets entries = entryOffsets({0, 16, 32});
     QCOMPARE(entries.entryAt(0), 0);
     EntryOffsets copy(entries);
     QCOMPARE(copy.entryAt(16), 1);
@@ -185,7 +200,7 @@ void TestEntryOffsets::randomArraysAnswerAsAMap()
 
         // All that there is, upwards, then offsets that are there and others, in any order.
         const QMap<qint64, int> expected = model(offsets);
-        EntryOffsets entries(offsets);
+        EntryOffsets entries = entryOffsets(offsets);
         for (auto it = expected.cbegin(); it != expected.cend(); ++it)
             QCOMPARE(entries.entryAt(it.key()), it.value());
         for (int question = 0; question < 200; ++question) {
