@@ -8,6 +8,7 @@ namespace bench {
 ApkResources loadedTable(const QByteArray &bytes)
 {
     fixture::SequentialDevice device(bytes);
+    device.setTellsWhatIsAtHand(true);
     ApkResources table;
     table.load(&device);
     return table;
@@ -16,6 +17,7 @@ ApkResources loadedTable(const QByteArray &bytes)
 QDomDocument loadedDocument(const QByteArray &bytes, const ApkResources &table)
 {
     fixture::SequentialDevice device(bytes);
+    device.setTellsWhatIsAtHand(true);
     bool ok = false;
     const QDomDocument document = table.loadXml(&device, &ok);
     return ok ? document : QDomDocument();

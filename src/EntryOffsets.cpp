@@ -11,6 +11,7 @@ namespace {
 constexpr qint32 NoEntry = -1;
 constexpr int GroupSize = 8;
 constexpr int PieceSize = 2048; ///< a multiple of that
+constexpr size_t FirstSize = 128;
 
 bool isWithoutEntries(const qint32 *group)
 {
@@ -34,6 +35,7 @@ EntryOffsets::EntryOffsets(Extractor *reader, int count)
         for (int at = 0; at < size; at += GroupSize)
             appendGroup(piece + at, qMin(size - at, GroupSize));
     }
+    m_items.resize(m_count);
     const auto byOffset = [](const Item &left, const Item &right) { return left.offset < right.offset; };
     if (!std::is_sorted(m_items.cbegin(), m_items.cend(), byOffset))
         std::stable_sort(m_items.begin(), m_items.end(), byOffset);
@@ -47,14 +49,14 @@ void EntryOffsets::appendGroup(const qint32 *offsets, int count)
     m_read += count;
     if (count == GroupSize && isWithoutEntries(offsets))
         return;
-    const size_t old = m_items.size();
-    m_items.resize(old + size_t(count));
-    Item *item = m_items.data() + old;
+    if (m_items.size() - m_count < GroupSize)
+        m_items.resize(qMax(FirstSize, 2 * m_items.size()));
+    Item *item = m_items.data() + m_count;
     for (int i = 0; i < count; ++i) {
         *item = {offsets[i], first + i};
         item += offsets[i] != NoEntry ? 1 : 0;
     }
-    m_items.resize(size_t(item - m_items.data()));
+    m_count = size_t(item - m_items.data());
 }
 
 int EntryOffsets::search(qint64 offset)

@@ -43,6 +43,7 @@ private:
     int search(qint64 offset);
 
     int m_read = 0;            ///< offsets that were read
+    size_t m_count = 0;        ///< of these, entries that have one
     std::vector<Item> m_items; ///< by offset, then by entry
     size_t m_next = 0;         ///< the item after the one found last
 };

@@ -56,6 +56,7 @@ void Extractor::setDevice(QIODevice *device)
     m_aheadUntil = NoPosition;
     m_mostAtOnce = Unbounded;
     m_taken = 0;
+    m_atHand = 0;
     m_isTooLong = false;
     m_lines = 0;
 }
@@ -81,7 +82,10 @@ bool Extractor::peek()
     consumePeeked();
     if (aheadLimit() >= AheadSize)
         return false;
-    const qint64 size = qMin(qMin(m_device->bytesAvailable(), qint64(AheadSize)), MaxBytes - m_taken);
+    // Asking costs a ZIP member as much as some hundred bytes.
+    if (m_taken >= m_atHand)
+        m_atHand = m_taken + m_device->bytesAvailable();
+    const qint64 size = qMin(qMin(m_atHand, qint64(MaxBytes)) - m_taken, qint64(AheadSize));
     if (size <= 0)
         return false;
     if (m_buffer.isEmpty())

@@ -201,6 +201,7 @@ private:
     qint64 m_aheadUntil = NoPosition; ///< position up to which bytes may be fetched ahead
     int m_mostAtOnce = 0;             ///< what one read of the device delivers, as far as it is known
     qint64 m_taken = 0;               ///< bytes that were taken from the device
+    qint64 m_atHand = 0;              ///< bytes that it has at hand at least, counted from the start as those are
     bool m_isTooLong = false;
     int m_lines = 0; ///< that mayTell() granted
     QSharedPointer<QString> m_error;

@@ -180,13 +180,10 @@ int ResourcePackage::indexOfConfig(const ResourceConfig &config)
     const int expected = m_lastConfigIndex + 1;
     if (expected < m_configs.size() && m_configs.at(expected) == config)
         return m_lastConfigIndex = expected;
-    const QByteArray key(reinterpret_cast<const char *>(&config), sizeof config);
-    const auto known = m_configIndices.constFind(key);
-    if (known != m_configIndices.cend())
-        return m_lastConfigIndex = *known;
-    m_lastConfigIndex = m_configs.size();
-    m_configs.append(config);
-    m_configIndices.insert(key, m_lastConfigIndex);
+    const auto [known, isNew] = m_configIndices.emplace(config, m_configs.size());
+    if (isNew)
+        m_configs.append(config);
+    m_lastConfigIndex = known->second;
     return m_lastConfigIndex;
 }
 

@@ -6,11 +6,13 @@
 #include "ResourceValues.h"
 #include "StringPool.h"
 
-#include <QByteArray>
 #include <QMap>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <cstring>
+#include <map>
 
 class ApkResources;
 class EntryOffsets;
@@ -98,6 +100,13 @@ public:
 private:
     friend class LocaleLookup;
 
+    struct ByBytes {
+        bool operator()(const ResourceConfig &left, const ResourceConfig &right) const
+        {
+            return std::memcmp(&left, &right, sizeof left) < 0;
+        }
+    };
+
     void parseStringPool(int headerSize);
     void parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex);
     void store(int typeId, const ResourceEntry &value);
@@ -109,9 +118,9 @@ private:
 
     int m_id = -1;
     QString m_name;
-    Extractor *m_reader = nullptr;         ///< while loading
-    QMap<QByteArray, int> m_configIndices; ///< while loading: index of a configuration, by its bytes
-    int m_lastConfigIndex = -1;            ///< while loading: of the type chunk before
+    Extractor *m_reader = nullptr;                          ///< while loading
+    std::map<ResourceConfig, int, ByBytes> m_configIndices; ///< while loading: indices in m_configs
+    int m_lastConfigIndex = -1;                             ///< while loading: of the type chunk before
     StringPool m_typeStrings;
     QVector<QString> m_typeNames; ///< of the types that have an id
     ResourceValues m_values;

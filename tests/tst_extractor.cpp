@@ -478,6 +478,7 @@ private slots:
     void readAheadTakesFewReads();
     void readAheadStaysWithinTheRegion();
     void readAheadOfALargeRegion();
+    void readAheadOfAnArrayInSteps();
     void readAheadTwiceTakesNoMore();
     void readAheadDoesNotOutliveItsRegion();
     void readAheadNeedsARegion();
@@ -487,6 +488,11 @@ private slots:
 
     void everySequenceOfOperations_data();
     void everySequenceOfOperations();
+    void everySequenceOfOperationsOnBytesAtHand_data();
+    void everySequenceOfOperationsOnBytesAtHand();
+    void bytesAtHandAreTakenWhenTheReaderGoesOn();
+    void bytesAtHandBeyondTheRegionStayInTheDevice();
+    void bytesAtHandAreNotLookedAtOutsideARegion();
     void readAheadChangesNothing_data();
     void readAheadChangesNothing();
     void readAheadChangesNothingUpToTheFirstFault_data();
@@ -1729,6 +1735,21 @@ void TestExtractor::readAheadOfALargeRegion()
     QVERIFY(!reader.failed());
 }
 
+// The last step of a long array may be short.
+void TestExtractor::readAheadOfAnArrayInSteps()
+{
+    constexpr int Step = 1 << 20;
+    constexpr int RegionSize = Step + 100;
+    SequentialDevice device(pattern(RegionSize + 20000));
+    Extractor reader(&device);
+    reader.pushBoundary(RegionSize);
+    reader.readAhead();
+    QCOMPARE(reader.getu8_vector(Step + 50).size(), Step + 50);
+    reader.get8();
+    reader.popBoundary();
+    QCOMPARE(device.delivered(), RegionSize);
+}
+
 void TestExtractor::readAheadTwiceTakesNoMore()
 {
     const QByteArray bytes = pattern(200);
@@ -1871,6 +1892,84 @@ void TestExtractor::everySequenceOfOperations()
                 QFAIL(qPrintable(described(done)));
         }
     }
+}
+
+void TestExtractor::everySequenceOfOperationsOnBytesAtHand_data()
+{
+    QTest::addColumn<int>("factor");
+    QTest::newRow("small regions, which are looked at") << 1;
+    QTest::newRow("large ones, which are read ahead") << 4096;
+}
+
+// What was looked at, and not taken, is still in the device when the reader ends.
+void TestExtractor::everySequenceOfOperationsOnBytesAtHand()
+{
+    QFETCH(const int, factor);
+    const QByteArray bytes = pattern(150 * factor);
+    QRandomGenerator random(18);
+    for (int sequence = 0; sequence < 300; ++sequence) {
+        SequentialDevice device(bytes);
+        device.setTellsWhatIsAtHand(true);
+        Model model(bytes, {true, Unbounded, 0});
+        QVector<Operation> done;
+        bool same = true;
+        {
+            Extractor reader(&device);
+            for (Operation operation : randomOperations(random, ReadAhead)) {
+                operation.argument *= factor;
+                done.append(operation);
+                const Outcome expected = model(operation);
+                same = same && outcome(reader, operation) == expected;
+            }
+        }
+        if (!same || device.taken() != model.place())
+            QFAIL(qPrintable(described(done)));
+    }
+}
+
+void TestExtractor::bytesAtHandAreTakenWhenTheReaderGoesOn()
+{
+    SequentialDevice device(pattern(100));
+    device.setTellsWhatIsAtHand(true);
+    Extractor reader(&device);
+    reader.pushBoundary(50);
+    reader.get32();
+    reader.get8();
+    QCOMPARE(device.taken(), 0);
+    QCOMPARE(reader.getu8_vector(20).constFirst(), quint8(pattern(100).at(5)));
+    QCOMPARE(device.taken(), 25);
+    reader.get16();
+    reader.popBoundary();
+    QCOMPARE(device.taken(), 50);
+    QCOMPARE(device.read(1), pattern(100).mid(50, 1));
+}
+
+void TestExtractor::bytesAtHandBeyondTheRegionStayInTheDevice()
+{
+    SequentialDevice device(pattern(100));
+    device.setTellsWhatIsAtHand(true);
+    {
+        Extractor reader(&device);
+        reader.pushBoundary(10);
+        reader.get32();
+        reader.skip(7);
+        QCOMPARE(recorded(reader), chunkTooShort);
+    }
+    QCOMPARE(device.taken(), 4);
+    QCOMPARE(device.readAll(), pattern(100).mid(4));
+}
+
+void TestExtractor::bytesAtHandAreNotLookedAtOutsideARegion()
+{
+    SequentialDevice device(pattern(100));
+    device.setTellsWhatIsAtHand(true);
+    Extractor reader(&device);
+    reader.get32();
+    QCOMPARE(device.delivered(), 4);
+    reader.pushBoundary(4);
+    reader.get16();
+    QCOMPARE(device.delivered(), 100);
+    QCOMPARE(device.taken(), 4);
 }
 
 void TestExtractor::readAheadChangesNothing_data()

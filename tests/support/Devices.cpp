@@ -10,6 +10,11 @@ SequentialDevice::SequentialDevice(const QByteArray &bytes) : m_bytes(bytes)
     open(QIODevice::ReadOnly | QIODevice::Unbuffered);
 }
 
+qint64 SequentialDevice::bytesAvailable() const
+{
+    return QIODevice::bytesAvailable() + (m_tellsWhatIsAtHand ? m_bytes.size() - m_at : 0);
+}
+
 qint64 SequentialDevice::readData(char *data, qint64 size)
 {
     if (m_at == m_bytes.size())
