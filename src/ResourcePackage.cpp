@@ -23,6 +23,7 @@ constexpr int MapFlag = 0x0001;
 constexpr int SimpleEntryHeaderSize = 8;
 constexpr int MapEntryHeaderSize = 16;
 constexpr int MapItemSize = 12;
+constexpr qint64 LargestMap = 1 << 14; ///< that may be at hand
 constexpr int SimpleEntrySize = SimpleEntryHeaderSize + 8;
 constexpr int LargestNamedTypeId = 0xff;
 
@@ -119,7 +120,7 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
     const int base = m_reader->position;
     while (m_reader->remaining() >= 1 && !m_reader->failed()) {
-        parseSimpleEntries(typeId, offsets, base, configIndex);
+        parseEntriesAtHand(typeId, offsets, base, configIndex);
         if (m_reader->remaining() < 1)
             break;
         const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
@@ -131,19 +132,26 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     }
 }
 
-// The run of entries from here that are simple, with the header as it is above, and at hand: nearly all are. What this
-// stops before is left to parseEntry().
-void ResourcePackage::parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex)
+// The entries from here that are at hand as a whole, as nearly all are. What this stops before is left to parseEntry(),
+// which says what the fields are.
+void ResourcePackage::parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex)
 {
+    static_assert(SimpleEntrySize == MapEntryHeaderSize, "one look shows the kind of an entry and all that matters");
     while (const char *entry = m_reader->atHand(SimpleEntrySize)) {
-        const bool isSimple = qFromLittleEndian<qint16>(entry) == SimpleEntryHeaderSize
-                              && (qFromLittleEndian<qint16>(entry + 2) & MapFlag) == 0;
-        const int entryIndex =
-            isSimple && m_values.count() < MaxEntries ? offsets.entryAt(qint64(m_reader->position) - base) : -1;
+        const int size = qFromLittleEndian<qint16>(entry);
+        const int last = qFromLittleEndian<qint32>(entry + 12); // the data, or the number of items
+        const bool isMap = (qFromLittleEndian<qint16>(entry + 2) & MapFlag) != 0;
+        const qint64 wholeSize = isMap ? size + qint64(last) * MapItemSize : SimpleEntrySize;
+        const bool isUsual = isMap ? size >= MapEntryHeaderSize && last >= 0 && wholeSize <= LargestMap
+                                   : size == SimpleEntryHeaderSize && m_values.count() < MaxEntries;
+        if (!isUsual || m_reader->atHand(int(wholeSize)) == nullptr)
+            return;
+        const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
         if (entryIndex < 0)
             return;
-        m_reader->take(SimpleEntrySize);
-        m_values.append(typeId, {entryIndex, configIndex, qint8(entry[11]), qFromLittleEndian<qint32>(entry + 12)});
+        if (!isMap)
+            m_values.append(typeId, {entryIndex, configIndex, qint8(entry[11]), last});
+        m_reader->take(int(wholeSize));
     }
 }
 

@@ -108,7 +108,7 @@ private:
     };
 
     void parseStringPool(int headerSize);
-    void parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex);
+    void parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex);
     void store(int typeId, const ResourceEntry &value);
     int indexOfConfig(const ResourceConfig &config);
     void sortValues();
