@@ -11,6 +11,7 @@
 
 #include "ApkFile.h"
 #include "Failure.h"
+#include "Floor.h"
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
 #include "HeapCounter.h"
@@ -127,9 +128,15 @@ QJsonObject packageResult(const QString &fileName)
 {
     const qint64 tableBytes = bench::member(fileName, bench::tableName).size();
     const qint64 manifestBytes = bench::member(fileName, bench::manifestName).size();
+    const Measurement floor;
+    bench::FloorTimes times;
+    if (!bench::readFloor(fileName, times))
+        bench::fail(QStringLiteral("%1 was not read").arg(fileName));
+    const QJsonValue floorPeak = floor.result().value(QStringLiteral("peak"));
     const Measurement measurement;
     const ApkResources table = loadPackage(fileName);
     QJsonObject result = measurement.result();
+    result.insert(QStringLiteral("floor_peak"), floorPeak);
     result.insert(QStringLiteral("table_bytes"), tableBytes);
     result.insert(QStringLiteral("manifest_bytes"), manifestBytes);
     return result;

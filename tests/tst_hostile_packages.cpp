@@ -154,6 +154,7 @@ private slots:
     void localesUpToTheCeiling();
     void labelsUpToTheCeiling();
     void iconsUpToTheCeiling();
+    void iconReferencesThatWaitForTheCeiling();
     void picturesBesideALargeManifest();
     void statesUpToTheCeiling();
     void classesUpToTheCeiling();
@@ -307,6 +308,28 @@ void TestHostilePackages::iconsUpToTheCeiling()
     const QList<ApkLauncherInfo> found = asked(emptyTable(), document, {{path, picture(7, 7, 0)}});
     QCOMPARE(found.size(), 2);
     QVERIFY(found.at(1).icons().isEmpty());
+}
+
+void TestHostilePackages::iconReferencesThatWaitForTheCeiling()
+{
+    // An icon that is first a resource of three texts, then one of a path.
+    const QString path = QStringLiteral("icon.png");
+    const auto iconsBesideTexts = [&path](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1, localeOf(1)).value(0, ReferenceValue, 0x7f010001));
+        package.type(TypeBuilder(1, localeOf(2)).value(0, ReferenceValue, 0x7f010002));
+        addLocales(package, 1, 3);
+        package.type(TypeBuilder(1).value(2, StringValue, 1));
+        const QByteArray resources = TableBuilder()
+                                         .strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16)
+                                         .package(package)
+                                         .build();
+        const QByteArray document =
+            launchers(1, [](int) { return QVector<Attribute>{androidReference(icon, 0x7f010000)}; });
+        return asked(resources, document, {{path, picture(7, 7, 0)}}).at(0).icons().size();
+    };
+    QCOMPARE(iconsBesideTexts(100), 1);
+    QCOMPARE(iconsBesideTexts(IconLookup::MaxCharacters / 2), 0);
 }
 
 void TestHostilePackages::picturesBesideALargeManifest()
