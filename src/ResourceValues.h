@@ -56,7 +56,8 @@ public:
 
     ResourceValues() : m_types(LargestTypeId + 1) {}
 
-    /// Makes room for @p count more values of a type.
+    /// Makes room for @p count values of a type, which come next. Those of a type that mostly come together are sorted
+    /// when another type's begin, so that what they took on the way serves those.
     void reserve(int typeId, int count);
     void append(int typeId, const ResourceEntry &value)
     {
@@ -76,28 +77,45 @@ public:
     Range values(int typeId, int entry) const;
 
 private:
-    struct Values {
+    using Block = std::vector<ResourceEntry>;
+
+    class Values
+    {
+    public:
         void append(const ResourceEntry &value)
         {
-            isSorted = isSorted && value.entryIndex() >= largest;
-            smallest = qMin(smallest, value.entryIndex());
-            largest = qMax(largest, value.entryIndex());
-            if (blocks.empty())
-                blocks.emplace_back();
-            blocks.back().push_back(value);
+            if (m_blocks.empty())
+                m_blocks.emplace_back();
+            Block &block = m_blocks.back();
+            m_isSorted = m_isSorted && value.entryIndex() >= m_largest;
+            m_isSortedByBlock = m_isSortedByBlock && (block.empty() || value.entryIndex() >= block.back().entryIndex());
+            m_smallest = qMin(m_smallest, value.entryIndex());
+            m_largest = qMax(m_largest, value.entryIndex());
+            block.push_back(value);
+            ++m_appended;
         }
         void reserve(size_t count);
         void sort();
-        std::vector<ResourceEntry> sortedByCounting(size_t count) const;
+        void sortWhenMostAreNew();
 
-        std::vector<std::vector<ResourceEntry>> blocks; ///< what was appended, until it is sorted
-        std::vector<ResourceEntry> stored;              ///< sorted
-        bool isSorted = true;
-        int smallest = 0; ///< of the entry indices, and 0
-        int largest = 0;
+        const Block &sorted() const { return m_sorted; }
+
+    private:
+        Block sortedByCounting(size_t count) const;
+        template <typename Visit>
+        void visitInTiles(size_t count, const Visit &visit) const;
+
+        Block m_sorted;              ///< the values of an earlier sort()
+        std::vector<Block> m_blocks; ///< those that were appended since
+        size_t m_appended = 0;       ///< number of those
+        bool m_isSorted = true;      ///< all of them together
+        bool m_isSortedByBlock = true;
+        int m_smallest = 0; ///< of the entry indices, and 0
+        int m_largest = 0;
     };
 
     std::vector<Values> m_types; ///< by type id
+    int m_lastType = 0;          ///< of which values were appended
     int m_count = 0;
 };
 
