@@ -270,10 +270,10 @@ def report(directory):
 def plot(path, label, series, column, factor):
     """A log-log plot with a line for each series."""
     commands = [
-        "set terminal svg size 900,600 dynamic background rgb 'white' font 'sans-serif,13'",
+        "set terminal svg size 900,760 dynamic background rgb 'white' font 'sans-serif,13'",
         "set logscale xy",
         "set grid",
-        "set key bottom right reverse Left",
+        "set key bmargin center vertical maxrows 8 reverse Left",
         "set format y '%g'",
         "set xlabel 'values of a table, activities of a manifest'",
         f"set ylabel '{label}'",

@@ -62,10 +62,12 @@ measure_growth() {
     memory_growth
 }
 
-# The packages that are measured, in the array files; the rows are told apart by the names of the files.
+# The packages that are measured, in the array files, and those that are shown to other programs, too: these cannot read
+# the generated ones, which have names for nothing. The rows are told apart by the names of the files.
 choose_packages() {
     local file name names=" "
-    files=("$results"/samples/*.apk "$results"/packages/*.apk "$framework")
+    real_files=("$results"/samples/*.apk "$framework")
+    files=("${real_files[@]}" "$results"/packages/*.apk)
     for file in "${files[@]}"; do
         names+="$(basename -- "$file") "
     done
@@ -78,6 +80,7 @@ choose_packages() {
             echo "$file is left out: it cannot be read" >&2
         else
             files+=("$file")
+            real_files+=("$file")
             names+="$name "
         fi
     done
@@ -113,7 +116,7 @@ case ${1:-} in
     say "Instructions"
     python3 bench/instructions.py "$results"
     say "Other programs"
-    python3 bench/peers/peers.py --build "$results" "${files[@]}"
+    python3 bench/peers/peers.py --build "$results" "${real_files[@]}"
     say "Done"
     python3 bench/report.py "$results"
     ;;
