@@ -11,7 +11,6 @@ namespace {
 constexpr qint32 NoEntry = -1;
 constexpr int GroupSize = 8;
 constexpr int PieceSize = 2048; ///< a multiple of that
-constexpr size_t FirstSize = 128;
 
 bool isWithoutEntries(const qint32 *group)
 {
@@ -36,7 +35,7 @@ EntryOffsets::EntryOffsets(Extractor *reader, int count)
             appendGroup(piece + at, qMin(size - at, GroupSize));
     }
     m_items.resize(m_count);
-    const auto byOffset = [](const Item &left, const Item &right) { return left.offset < right.offset; };
+    const auto byOffset = [](const EntryOffset &left, const EntryOffset &right) { return left.offset < right.offset; };
     if (!std::is_sorted(m_items.cbegin(), m_items.cend(), byOffset))
         std::stable_sort(m_items.begin(), m_items.end(), byOffset);
 }
@@ -50,22 +49,23 @@ void EntryOffsets::appendGroup(const qint32 *offsets, int count)
     if (count == GroupSize && isWithoutEntries(offsets))
         return;
     if (m_items.size() - m_count < GroupSize)
-        m_items.resize(qMax(FirstSize, 2 * m_items.size()));
-    Item *item = m_items.data() + m_count;
+        m_items.resize(qMax(m_items.capacity(), 2 * m_count));
+    EntryOffset *item = m_items.data() + m_count;
     for (int i = 0; i < count; ++i) {
         *item = {offsets[i], first + i};
         item += offsets[i] != NoEntry ? 1 : 0;
     }
-    m_count = size_t(item - m_items.data());
+    m_count = int(item - m_items.data());
 }
 
 int EntryOffsets::search(qint64 offset)
 {
     const bool expected = m_next < m_items.size() && m_items[m_next].offset == offset;
     if (!expected) {
-        const auto found = std::lower_bound(m_items.cbegin(), m_items.cend(), offset,
-                                            [](const Item &item, qint64 wanted) { return item.offset < wanted; });
-        m_next = size_t(found - m_items.cbegin());
+        const auto found =
+            std::lower_bound(m_items.cbegin(), m_items.cend(), offset,
+                             [](const EntryOffset &item, qint64 wanted) { return item.offset < wanted; });
+        m_next = int(found - m_items.cbegin());
     }
     int entry = -1;
     for (; m_next < m_items.size() && m_items[m_next].offset == offset; ++m_next)

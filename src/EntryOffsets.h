@@ -2,11 +2,16 @@
 #ifndef ENTRYOFFSETS_H
 #define ENTRYOFFSETS_H
 
-#include <QtGlobal>
-
-#include <vector>
+#include <QVarLengthArray>
 
 class Extractor;
+
+/// One offset of a type chunk, and the entry that it belongs to.
+struct EntryOffset {
+    qint32 offset;
+    int entry;
+};
+Q_DECLARE_TYPEINFO(EntryOffset, Q_PRIMITIVE_TYPE);
 
 /**
  * The offset array of a type chunk, asked the other way round: which entry starts at this offset? Of several entries
@@ -23,29 +28,26 @@ public:
     EntryOffsets(Extractor *reader, int count);
 
     /// Number of entries that have an offset.
-    int count() const { return int(m_items.size()); }
+    int count() const { return m_items.size(); }
 
     /// Index of the entry at @p offset, or -1.
     int entryAt(qint64 offset)
     {
-        if (m_next + 1 < m_items.size() && m_items[m_next].offset == offset && m_items[m_next + 1].offset != offset)
-            return m_items[m_next++].entry;
-        return search(offset);
+        const EntryOffset *next = m_items.constData() + m_next;
+        if (m_next + 1 >= m_items.size() || next[0].offset != offset || next[1].offset == offset)
+            return search(offset);
+        ++m_next;
+        return next->entry;
     }
 
 private:
-    struct Item {
-        qint32 offset;
-        int entry;
-    };
-
     void appendGroup(const qint32 *offsets, int count);
     int search(qint64 offset);
 
-    int m_read = 0;            ///< offsets that were read
-    size_t m_count = 0;        ///< of these, entries that have one
-    std::vector<Item> m_items; ///< by offset, then by entry
-    size_t m_next = 0;         ///< the item after the one found last
+    int m_read = 0;                            ///< offsets that were read
+    int m_count = 0;                           ///< of these, entries that have one
+    QVarLengthArray<EntryOffset, 128> m_items; ///< by offset, then by entry
+    int m_next = 0;                            ///< the item after the one found last
 };
 
 #endif

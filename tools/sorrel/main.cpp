@@ -9,9 +9,9 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QJsonDocument>
-#include <QLoggingCategory>
 #include <QTextStream>
 
+#include <clocale>
 #include <cstdio>
 
 namespace {
@@ -71,15 +71,31 @@ int printManifest(QFile &out, const QString &file)
     return Success;
 }
 
+QStringList argumentTexts(int argc, char *argv[])
+{
+    QStringList texts;
+    for (int i = 0; i < argc; ++i)
+        texts.append(QString::fromLocal8Bit(argv[i]));
+    return texts;
+}
+
+// Standard error is for one line a package; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
+void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        QTextStream(stderr) << qFormatLogMessage(type, context, text) << '\n';
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
+    // As QCoreApplication does, which is started for help alone: it takes longer than a small package.
+    std::setlocale(LC_ALL, "");
     QCoreApplication::setApplicationName(QStringLiteral("sorrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));
-    // Standard error is for one line a package; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
-    QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false\n*.info=false\n*.warning=false"));
+    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
+        qInstallMessageHandler(handleMessage);
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
@@ -97,12 +113,14 @@ int main(int argc, char *argv[])
     parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("An Android package."),
                                  QStringLiteral("FILE..."));
 
-    if (!parser.parse(QCoreApplication::arguments()))
+    if (!parser.parse(argumentTexts(argc, argv)))
         return wrongUsage(parser.errorText());
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (parser.isSet(help))
+    if (parser.isSet(version) || parser.isSet(help)) {
+        const QCoreApplication application(argc, argv);
+        if (parser.isSet(version))
+            parser.showVersion();
         parser.showHelp(Success);
+    }
 
     QStringList files = parser.positionalArguments();
     if (files.isEmpty())
