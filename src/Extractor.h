@@ -2,6 +2,8 @@
 #ifndef EXTRACTOR_H
 #define EXTRACTOR_H
 
+#include "DeviceReader.h"
+
 #include <QByteArray>
 #include <QSharedPointer>
 #include <QStack>
@@ -47,7 +49,7 @@ public:
     /// Largest number of zero bytes that an array gets for what the device did not deliver.
     static constexpr int MaxZeroTail = 1 << 24;
     /// Bytes that are taken from the device at most. A member of an archive inflates to a thousand times its size.
-    static constexpr int MaxBytes = 1 << 27;
+    static constexpr int MaxBytes = DeviceReader::MaxBytes;
     /// Regions that are opened at most. A chunk is one, and may be 8 bytes long.
     static constexpr int MaxRegions = 1 << 20;
     /// Lines that mayTell() grants.
@@ -55,11 +57,9 @@ public:
 
     /**
      * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's. It outlives the
-     * reader, or the outermost region. While a region is open, bytes that a sequential device has at hand are looked at
-     * in its buffer, and taken from it when the reader goes on or ends, so that small reads need not ask it.
+     * reader, or the outermost region: within one, a sequential device may stand before the reader's position.
      */
     explicit Extractor(QIODevice *device);
-    ~Extractor();
 
     /// Starts anew on @p device: no error, position 0, no boundary.
     void setDevice(QIODevice *device);
@@ -105,11 +105,11 @@ public:
      * The next @p size bytes, more than 0, when they have been fetched ahead and end before the boundary, else null;
      * they stay until the next read. take() consumes them. For decoders of small records, after readAhead().
      */
-    const char *atHand(int size) const { return isAtHand(size) ? m_ahead : nullptr; }
+    const char *atHand(int size) const { return isAtHand(size) ? m_source.next() : nullptr; }
     /// Consumes @p size bytes that atHand() gave.
     void take(int size)
     {
-        m_ahead += size;
+        m_source.take(size);
         position += size;
     }
 
@@ -169,7 +169,7 @@ private:
         constexpr int width = sizeof(T);
         if (!isAtHand(width))
             return getSlowly<T>();
-        const T value = qFromLittleEndian<T>(m_ahead);
+        const T value = qFromLittleEndian<T>(m_source.next());
         take(width);
         return value;
     }
@@ -180,30 +180,16 @@ private:
     bool mayGetBytes(int byteCount, int width);
     template <typename Array>
     int fill(Array &array, int byteCount);
-    qint64 fetched() const { return m_aheadEnd - m_ahead; }
-    bool isAtHand(qint64 size) const { return size <= fetched() && size <= remaining(); }
+    bool isAtHand(qint64 size) const { return size <= m_source.atHand() && size <= remaining(); }
     void skipSlowly(qint64 count);
     void move(qint64 count);
     void consume(qint64 count);
-    qint64 deliver(char *data, qint64 size);
-    qint64 fetchAhead(qint64 most);
-    bool peek();
-    void consumePeeked();
-    qint64 aheadLimit() const;
-    qint64 readDevice(char *data, qint64 size);
+    qint64 mayFetch() const { return m_aheadUntil - position; }
     void setDeviceError();
 
-    QIODevice *m_device = nullptr;
-    QByteArray m_buffer;              ///< for the bytes that are fetched ahead, or peeked at,
-    const char *m_ahead = nullptr;    ///< of which these
-    const char *m_aheadEnd = nullptr; ///< have not been delivered yet
-    bool m_isPeeked = false;          ///< they all are in the device still, with those that have been delivered
+    DeviceReader m_source;
     qint64 m_aheadUntil = NoPosition; ///< position up to which bytes may be fetched ahead
-    int m_mostAtOnce = 0;             ///< what one read of the device delivers, as far as it is known
-    qint64 m_taken = 0;               ///< bytes that were taken from the device
-    qint64 m_atHand = 0;              ///< bytes that it has at hand at least, counted from the start as those are
-    bool m_isTooLong = false;
-    int m_lines = 0; ///< that mayTell() granted
+    int m_lines = 0;                  ///< that mayTell() granted
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;
