@@ -27,17 +27,36 @@ ApkResources smallTable()
     return resources;
 }
 
+/// What became of a document, and of the device that it was read from.
+struct Loaded {
+    Loaded(const ApkResources &resources, const QByteArray &bytes, bool tellsWhatIsAtHand)
+    {
+        SequentialDevice device(bytes);
+        device.setTellsWhatIsAtHand(tellsWhatIsAtHand);
+        document = resources.loadXml(&device, &ok);
+        taken = device.taken();
+    }
+
+    QDomDocument document;
+    bool ok = false;
+    int taken = 0;
+};
+
 } // namespace
 
+// A device that tells what it has at hand makes no difference.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const ApkResources resources = smallTable();
     const LogCapture log;
-    SequentialDevice device(QByteArray(reinterpret_cast<const char *>(data), int(size)));
-    bool ok = false;
-    const QDomDocument document = resources.loadXml(&device, &ok);
-    visit(document, resources);
-    document.cloneNode(true);
-    document.toByteArray();
+    const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
+    const Loaded read(resources, bytes, false);
+    const Loaded lookedAt(resources, bytes, true);
+    if (read.taken != lookedAt.taken || read.ok != lookedAt.ok)
+        failed("the devices were left at different places, or one document alone is good");
+    if (read.document.toByteArray() != lookedAt.document.toByteArray())
+        failed("the documents differ");
+    visit(read.document, resources);
+    read.document.cloneNode(true);
     return 0;
 }

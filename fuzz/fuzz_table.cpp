@@ -6,12 +6,34 @@
 #include "LogCapture.h"
 #include "Walker.h"
 
+namespace {
+
+/// What became of a table, and of the device that it was read from.
+struct Loaded {
+    Loaded(const QByteArray &bytes, bool tellsWhatIsAtHand)
+    {
+        fixture::SequentialDevice device(bytes);
+        device.setTellsWhatIsAtHand(tellsWhatIsAtHand);
+        resources.load(&device);
+        taken = device.taken();
+    }
+
+    ApkResources resources;
+    int taken = 0;
+};
+
+} // namespace
+
+// A device that tells what it has at hand makes no difference.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const fixture::LogCapture log;
-    fixture::SequentialDevice device(QByteArray(reinterpret_cast<const char *>(data), int(size)));
-    ApkResources resources;
-    resources.load(&device);
-    fixture::visit(resources, LongestGap);
+    const QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
+    const Loaded read(bytes, false);
+    const Loaded lookedAt(bytes, true);
+    if (read.taken != lookedAt.taken || read.resources.isValid() != lookedAt.resources.isValid())
+        failed("the devices were left at different places, or one table alone is valid");
+    if (fixture::visit(read.resources, LongestGap) != fixture::visit(lookedAt.resources, LongestGap))
+        failed("the tables answer differently");
     return 0;
 }
