@@ -5,7 +5,6 @@
 
 namespace {
 
-constexpr qint64 LargeRead = ArchiveFile::WindowSize / 2 + 1;
 constexpr qint64 PageSize = 4096;
 
 } // namespace
@@ -16,6 +15,7 @@ bool ArchiveFile::open(OpenMode mode)
         return false;
     m_size = m_file.size();
     m_at = 0;
+    m_lastEnd = 0;
     m_window.clear();
     return QIODevice::open(mode);
 }
@@ -38,11 +38,20 @@ qint64 ArchiveFile::readData(char *data, qint64 size)
     size = qMin(size, m_size - m_at);
     if (size <= 0)
         return 0;
-    if (size >= LargeRead) {
-        const qint64 delivered = readFile(m_at, data, size);
-        m_at += qMax(qint64(0), delivered);
-        return delivered;
-    }
+    const qint64 delivered = isPartOfMuch(size) ? readFile(m_at, data, size) : readKept(data, size);
+    m_at += qMax(qint64(0), delivered);
+    m_lastEnd = m_at;
+    return delivered;
+}
+
+// A member is read in pieces one after another; in a directory, QIODevice asks for as much, after a step elsewhere.
+bool ArchiveFile::isPartOfMuch(qint64 size) const
+{
+    return size > WindowSize / 2 || (size == WindowSize / 2 && m_at == m_lastEnd);
+}
+
+qint64 ArchiveFile::readKept(char *data, qint64 size)
+{
     if (!isKept(size)) {
         // Those who go through a directory step back a little for every member; those who look for its end go backwards.
         const bool goesBackwards = m_at < m_windowAt;
@@ -54,7 +63,6 @@ qint64 ArchiveFile::readData(char *data, qint64 size)
             return -1;
     }
     std::memcpy(data, m_window.constData() + (m_at - m_windowAt), size_t(size));
-    m_at += size;
     return size;
 }
 

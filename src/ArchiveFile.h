@@ -16,7 +16,7 @@
 class ArchiveFile : public QIODevice
 {
 public:
-    /// Bytes of the file that are kept; a larger read goes past them.
+    /// Bytes of the file that are kept. Large reads, and those that go on where a read of 16 KiB ended, go past them.
     static constexpr int WindowSize = 1 << 15;
 
     /// The file of that name, which open() opens; QIODevice::ReadOnly is the one mode that there is.
@@ -33,12 +33,15 @@ protected:
     qint64 writeData(const char *data, qint64 size) override;
 
 private:
+    bool isPartOfMuch(qint64 size) const;
+    qint64 readKept(char *data, qint64 size);
     qint64 readFile(qint64 from, char *data, qint64 size);
     bool isKept(qint64 size) const;
 
     QFile m_file;
     qint64 m_size = 0;
     qint64 m_at = 0;       ///< where readData() goes on
+    qint64 m_lastEnd = 0;  ///< where it ended last
     QByteArray m_window;   ///< bytes of the file,
     qint64 m_windowAt = 0; ///< from here on
 };
