@@ -320,10 +320,8 @@ void TestHostilePackages::iconReferencesThatWaitForTheCeiling()
         package.type(TypeBuilder(1, localeOf(2)).value(0, ReferenceValue, 0x7f010002));
         addLocales(package, 1, 3);
         package.type(TypeBuilder(1).value(2, StringValue, 1));
-        const QByteArray resources = TableBuilder()
-                                         .strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16)
-                                         .package(package)
-                                         .build();
+        const QByteArray resources =
+            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
         const QByteArray document =
             launchers(1, [](int) { return QVector<Attribute>{androidReference(icon, 0x7f010000)}; });
         return asked(resources, document, {{path, picture(7, 7, 0)}}).at(0).icons().size();
