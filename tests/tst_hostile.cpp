@@ -276,6 +276,7 @@ private slots:
     void attributesUpToTheCeiling();
     void nodesUpToTheCeiling();
     void namesUpToTheCeiling();
+    void androidNamesUpToTheCeiling();
     void referencesUpToTheCeiling();
     void nameUpToTheCeiling_data();
     void nameUpToTheCeiling();
@@ -459,6 +460,29 @@ void TestHostile::namesUpToTheCeiling()
     constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
     QCOMPARE(documentFault(document(Length, Elements)), QString());
     QCOMPARE(documentFault(document(Length, Elements + 1)), QStringLiteral("too long names in XML document"));
+}
+
+void TestHostile::androidNamesUpToTheCeiling()
+{
+    // Elements with one of Android's own attributes, whose prefix is long.
+    constexpr int NameId = 0x01010003;
+    constexpr int Length = 512; // of prefix, ":" and "name"
+    const auto document = [](int elements) {
+        const QString element = QStringLiteral("e");
+        XmlBuilder one;
+        one.attributeId(QStringLiteral("name"), NameId)
+            .startNamespace(QString(Length - 5, QLatin1Char('p')), androidUri)
+            .start(element, {androidText(QStringLiteral("name"), element)})
+            .end(element);
+        const QByteArray before = one.pool() + one.resourceIdMap();
+        const QByteArray nodes = one.build().mid(ChunkHeaderSize + before.size());
+        const int bindingSize = int(peek32(nodes, 4));
+        return chunk(XmlDocumentChunk, QByteArray(),
+                     before + nodes.left(bindingSize) + nodes.mid(bindingSize).repeated(elements));
+    };
+    constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
+    QCOMPARE(documentFault(document(Elements)), QString());
+    QCOMPARE(documentFault(document(Elements + 1)), QStringLiteral("too long names in XML document"));
 }
 
 void TestHostile::referencesUpToTheCeiling()

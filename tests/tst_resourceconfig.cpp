@@ -530,6 +530,7 @@ void TestResourceConfig::locale_data()
     row("either case", "Pt", "bR", QStringLiteral("pt-BR"));
     row("language", "fr", "", QStringLiteral("fr"));
     row("a country's first half", "en", "U", QStringLiteral("en"));
+    row("no letters, beside those of ASCII", "{[", "`@", QStringLiteral("{[-`@"));
     row("Latin-1", "\xc9z", "\xe9Z", QStringLiteral(u"\u00e9z-\u00c9Z"));
     QTest::newRow("a country's other half") << QByteArray("en") << QByteArray("\0S", 2) << QStringLiteral("en");
 }
@@ -649,6 +650,7 @@ void TestResourceConfig::localeQualifiers_data()
     row("a language's other half", QByteArray("\0n", 2), "US", QString());
     row("a country's first half", "en", "U", QStringLiteral("en"));
     row("a country's other half", "en", QByteArray("\0S", 2), QStringLiteral("en"));
+    row("no letters, beside those of ASCII", "{[", "`@", QStringLiteral("{[-r`@"));
     row("Latin-1", "\xc9z", "\xe9Z", QStringLiteral(u"\u00c9z-r\u00e9Z"));
 }
 
