@@ -37,7 +37,7 @@ private:
 
 /**
  * The simple values of a package: for each resource those of its configurations, in the order of the file. A value takes
- * 12 bytes, where the file has 20 for it. Values are appended, then sorted once, then looked up. A value type: copies
+ * 12 bytes, where the file has 20 for it. Values are appended, then sorted, then looked up. A value type: copies
  * are independent. The const operations only read.
  */
 class ResourceValues
@@ -71,7 +71,7 @@ public:
     /// Brings the values in the order in which they are looked up; each type takes time in proportion to its values.
     void sort();
 
-    /// The largest number of values that a resource has. Precondition: they are sorted.
+    /// Whether a resource has more than @p count values. Precondition: they are sorted.
     bool hasResourceOfMoreThan(int count) const;
     /// The values of the resource with the index @p entry of a type, in the order of the file. Precondition: sorted.
     Range values(int typeId, int entry) const;
