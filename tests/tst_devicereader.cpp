@@ -20,6 +20,18 @@ QByteArray pattern(int size)
     return bytes;
 }
 
+/// A reader of a device that tells what it has at hand, or does not.
+struct Reading {
+    Reading(const QByteArray &bytes, bool tells) : device(bytes)
+    {
+        device.setTellsWhatIsAtHand(tells);
+        reader.setDevice(&device);
+    }
+
+    SequentialDevice device;
+    DeviceReader reader;
+};
+
 QByteArray readBytes(DeviceReader &reader, int size, qint64 mayFetch)
 {
     QByteArray bytes(size, '\0');
@@ -63,18 +75,16 @@ void TestDeviceReader::readsWhatTheDeviceHas()
     QFETCH(const int, step);
     QFETCH(const qint64, mayFetch);
     const QByteArray bytes = pattern(Large);
-    SequentialDevice device(bytes);
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(bytes, false);
+    auto &[device, reader] = reading;
     for (int at = 0; at < Large; at += step)
         QCOMPARE(readBytes(reader, qMin(step, Large - at), mayFetch < 0 ? -1 : mayFetch - at), bytes.mid(at, step));
 }
 
 void TestDeviceReader::fetchesNoMoreThanItMay()
 {
-    SequentialDevice device(pattern(Large));
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(pattern(Large), false);
+    auto &[device, reader] = reading;
     readBytes(reader, 10, 100);
     QCOMPARE(device.delivered(), 100);
     QCOMPARE(reader.atHand(), qint64(90));
@@ -89,10 +99,8 @@ void TestDeviceReader::fetchesNoMoreThanItMay()
 void TestDeviceReader::looksAtWhatIsAtHand()
 {
     const QByteArray bytes = pattern(Large);
-    SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(bytes, true);
+    auto &[device, reader] = reading;
     QVERIFY(reader.look(-1));
     QVERIFY(reader.atHand() > 1000);
     QCOMPARE(QByteArray(reader.next(), 1000), bytes.left(1000));
@@ -101,9 +109,8 @@ void TestDeviceReader::looksAtWhatIsAtHand()
 
 void TestDeviceReader::looksNowhereWhenNothingIsTold()
 {
-    SequentialDevice device(pattern(Large));
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(pattern(Large), false);
+    auto &[device, reader] = reading;
     QVERIFY(!reader.look(-1));
     QCOMPARE(reader.atHand(), qint64(0));
     QCOMPARE(device.delivered(), 0);
@@ -111,10 +118,8 @@ void TestDeviceReader::looksNowhereWhenNothingIsTold()
 
 void TestDeviceReader::looksNowhereWhenMuchMayBeFetched()
 {
-    SequentialDevice device(pattern(Large));
-    device.setTellsWhatIsAtHand(true);
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(pattern(Large), true);
+    auto &[device, reader] = reading;
     QVERIFY(!reader.look(Large));
     QCOMPARE(device.delivered(), 0);
     // Nor when some of it was: that comes first.
@@ -139,10 +144,8 @@ void TestDeviceReader::looksNowhereOnARandomAccessDevice()
 void TestDeviceReader::looksAtNothingTwice()
 {
     const QByteArray bytes = pattern(Large);
-    SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(bytes, true);
+    auto &[device, reader] = reading;
     for (int at = 0; at < 3000; at += 30) {
         QVERIFY(reader.look(-1));
         QCOMPARE(QByteArray(reader.next(), 30), bytes.mid(at, 30));
@@ -156,10 +159,8 @@ void TestDeviceReader::looksAtNothingTwice()
 void TestDeviceReader::takesWhatWasLookedAtWhenItReads()
 {
     const QByteArray bytes = pattern(Large);
-    SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
-    DeviceReader reader;
-    reader.setDevice(&device);
+    Reading reading(bytes, true);
+    auto &[device, reader] = reading;
     QVERIFY(reader.look(-1));
     reader.take(5);
     QCOMPARE(readBytes(reader, 20000, -1), bytes.mid(5, 20000));
