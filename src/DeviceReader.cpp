@@ -50,8 +50,9 @@ void DeviceReader::release()
     if (!m_isLookedAt)
         return;
     const qint64 taken = m_next - m_buffer.constData();
+    // Not by QIODevice::skip(), which asks the device for no bytes in no place besides.
     if (taken > 0)
-        m_device->skip(taken);
+        m_device->read(m_buffer.data(), taken);
     m_taken += taken;
     m_isLookedAt = false;
     m_next = m_end;
