@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_CANVAS_H
+#define SORRELKIT_CANVAS_H
+
+#include "Allowance.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <functional>
+
+namespace SorrelKit {
+
+/**
+ * A picture that drawables are painted on, with a budget for what painting takes, counted in pixels that are gone over.
+ * A drawable spends() what it is about to paint, and leaves it out when there is not as much left.
+ */
+class Canvas
+{
+public:
+    /// Pixels that may be gone over while a picture is drawn, all layers together; @p size is a side of the picture.
+    /// Enough for a thousand layers over all of a picture of 512 pixels.
+    static constexpr qint64 MaxPixels = qint64(1) << 28;
+    /// Sides of a picture at most.
+    static constexpr int MaxSide = 1024;
+
+    /// A canvas of @p size, transparent, in the format ARGB32_Premultiplied.
+    explicit Canvas(QSize size);
+
+    QPainter &painter() { return m_painter; }
+    QSize size() const { return m_image.size(); }
+    /// The picture so far.
+    QImage image();
+
+    /// Takes what one pass over all of the canvas costs off the budget, @p passes times; false when there is not as much.
+    bool spend(qint64 passes = 1) { return m_pixels.spend(passes * qint64(size().width()) * size().height()); }
+    /// Whether something had to be left out.
+    bool isSpent() const { return m_pixels.isSpent(); }
+
+    /**
+     * Has @p paint paint on a transparent layer of the canvas's size, hands it to @p change, and puts it on the canvas
+     * with @p opacity. The painter's transformation and clip hold on the layer as well, which may lie in a layer itself.
+     * Spends three passes. Layers lie in each other up to MaxLayers deep; what is below that is left out.
+     */
+    void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
+
+    static constexpr int MaxLayers = 16;
+
+private:
+    Q_DISABLE_COPY(Canvas)
+
+    QImage m_image;
+    QPainter m_painter;
+    Allowance m_pixels;
+    int m_layers = 0;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWABLELOADER_H
+#define SORRELKIT_DRAWABLELOADER_H
+
+#include "Allowance.h"
+#include "Drawable.h"
+#include "PackageFiles.h"
+#include "ResourceResolver.h"
+#include "XmlElement.h"
+
+#include <QBrush>
+#include <QHash>
+#include <QImage>
+#include <QString>
+
+namespace SorrelKit {
+
+/**
+ * Makes drawables of resources: finds out what a resource is, reads its file, and hands XML elements to the class that
+ * their name stands for. One loader serves one picture, and has budgets for all of it, because drawables may refer to
+ * each other any number of times.
+ *
+ * What cannot be had is a null pointer; the first reason is kept as error(). A drawable that has several parts leaves out
+ * the part and goes on.
+ */
+class DrawableLoader
+{
+public:
+    /// Drawables within each other at most, references included. This ends cycles.
+    static constexpr int MaxDepth = 24;
+    /// Drawables that are made at most.
+    static constexpr int MaxDrawables = 4096;
+    /// Bytes of one file at most, and of all XML files.
+    static constexpr qint64 MaxFileBytes = 16 << 20;
+    static constexpr qint64 MaxXmlBytes = 32 << 20;
+
+    /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
+    DrawableLoader(const ResourceResolver &resolver, PackageFiles &files, qreal pixelsPerDp);
+
+    /// The drawable that is the resource @p id: a colour, a picture, or what an XML file describes.
+    DrawablePointer fromResource(quint32 id);
+    /// The drawable that @p value stands for: a colour, a file's path, or nothing.
+    DrawablePointer fromValue(const ResolvedValue &value);
+    /// The drawable that @p element describes, by its name.
+    DrawablePointer fromElement(const XmlElement &element);
+    /// The drawable that an element of the kind "item" holds: its attribute `android:drawable` or, when it has none, its
+    /// first child. Null without an error when it has neither.
+    DrawablePointer fromItem(const XmlElement &item);
+
+    /// What @p attribute stands for, its text included; null when the pointer is.
+    ResolvedValue resolved(const XmlAttribute *attribute) const;
+    /// The colour that @p value is, or the default one of a colour state list that it names.
+    QColor color(const ResolvedValue &value, const QColor &fallback);
+    /// The same, but it may also name a gradient, whose coordinates are those of the drawable that asks.
+    QBrush brush(const ResolvedValue &value, const QBrush &fallback);
+    /// The root of the XML file @p path; a null element, with error() set, when there is none.
+    XmlElement document(const QString &path);
+    /// The picture in the file @p path, which is for @p density, in pixels of its own; a null image, with error() set,
+    /// when there is none.
+    QImage picture(const QString &path);
+
+    const ResourceResolver &resolver() const { return m_resolver; }
+    qreal pixelsPerDp() const { return m_pixelsPerDp; }
+    /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
+    qreal scaleOf(int density) const;
+
+    /// Why something could not be had, in English, the first reason of several; empty when everything could.
+    QString error() const { return m_error; }
+    void setError(const QString &text);
+    /// "unsupported drawable <name>", the error for an element that nothing here draws.
+    void setUnsupported(const QString &name);
+
+private:
+    const ResourceResolver m_resolver;
+    PackageFiles &m_files;
+    qreal m_pixelsPerDp;
+    QString m_error;
+    int m_depth = 0;
+    Allowance m_drawables;
+    Allowance m_xmlBytes;
+};
+
+} // namespace SorrelKit
+
+#endif

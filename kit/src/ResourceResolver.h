@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_RESOURCERESOLVER_H
+#define SORRELKIT_RESOURCERESOLVER_H
+
+#include "ResourceTable.h"
+
+#include <QSharedPointer>
+#include <QVector>
+
+namespace SorrelKit {
+
+/// What a reference leads to.
+struct ResolvedValue {
+    bool isNull() const { return value.isNull(); }
+
+    TypedValue value;      ///< no reference, unless it is one to a resource that is not there
+    QString text;          ///< of a string: a label, the path of a file
+    quint32 resource = 0;  ///< the last resource on the way; 0 for a value that was no reference
+    int density = 0;       ///< that the value is for
+};
+
+/**
+ * Looks up resources in the tables of a package and its splits, as a device of a given configuration does: the best
+ * value, and of that, when it is a reference, again the best.
+ *
+ * The const operations only read. References are followed up to MaxDepth in a row, which ends cycles as well.
+ */
+class ResourceResolver
+{
+public:
+    static constexpr int MaxDepth = 20;
+
+    /// @p tables are looked through in their order; of values that are as good as each other, the first counts.
+    ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device);
+
+    const Configuration &device() const { return m_device; }
+    /// The same tables seen by @p device.
+    ResourceResolver forDevice(const Configuration &device) const { return {m_tables, device}; }
+
+    /// The value of the resource @p id.
+    ResolvedValue resource(quint32 id) const;
+    /// What @p value stands for: itself, or what it refers to. A string as value has no text here: its pool is that of
+    /// the document it is from. Null for an attribute of the theme, as there is no theme.
+    ResolvedValue resolved(const TypedValue &value) const;
+    /// Every value of the resource that matches the device but for its density, best first, none followed.
+    QVector<ResolvedValue> candidates(quint32 id) const;
+    /// The name of the resource's type ("mipmap", "color"); empty when there is none.
+    QString typeName(quint32 id) const;
+
+private:
+    ResolvedValue best(quint32 id) const;
+
+    QVector<QSharedPointer<const ResourceTable>> m_tables;
+    Configuration m_device;
+};
+
+} // namespace SorrelKit
+
+#endif

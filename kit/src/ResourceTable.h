@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_RESOURCETABLE_H
+#define SORRELKIT_RESOURCETABLE_H
+
+#include "Configuration.h"
+#include "StringPoolView.h"
+#include "TypeChunk.h"
+#include "TypedValue.h"
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+namespace SorrelKit {
+
+/// One value of a resource: for which configuration, and what it is.
+struct ResourceValue {
+    /// Of a map (an array, a style, a plural): the items are not read.
+    bool isMap = false;
+    TypedValue value;                               ///< when it is no map
+    const Configuration *configuration = nullptr;   ///< in the table
+};
+
+/**
+ * A resource table (`resources.arsc`) in memory, in any encoding that build tools write. Loading goes over the chunks
+ * alone; entries are found where they stand when they are asked for, so that the table takes little beside its bytes.
+ *
+ * The const operations only read. Meets raw input: a damaged part has no values.
+ */
+class ResourceTable
+{
+public:
+    /// Type chunks of a table at most: each takes its configuration, and one lookup in those of its type.
+    static constexpr int MaxTypeChunks = 1 << 16;
+    /// Packages at most, as the library has it.
+    static constexpr int MaxPackages = 256;
+
+    /// An empty table, valid.
+    ResourceTable() = default;
+    /// The table in @p bytes, which it keeps. When it is damaged, what stands before the fault can be asked for.
+    explicit ResourceTable(const QByteArray &bytes);
+
+    /// What is wrong with the bytes, in English; empty when nothing is.
+    QString fault() const { return m_fault; }
+
+    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk.
+    QVector<ResourceValue> values(quint32 id) const;
+    /// The name of the resource's type ("mipmap"); empty when there is none.
+    QString typeName(quint32 id) const;
+    /// String @p index of the pool that values refer to.
+    QString string(quint32 index) const { return m_strings.at(index); }
+
+    /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
+    quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
+    /// The tags of every locale that some value is for, each once, in ascending order; the empty one is left out.
+    QStringList languageTags() const;
+
+private:
+    struct Package {
+        quint8 id = 0;
+        StringPoolView typeNames;
+        QHash<quint8, QVector<TypeChunk>> types; ///< by type id, each in the order of the table
+    };
+
+    void readTable(const ChunkView &table);
+    void readPackage(const ChunkView &chunk);
+    const Package *package(quint32 id) const;
+
+    QByteArray m_bytes;
+    QString m_fault;
+    StringPoolView m_strings;
+    QVector<Package> m_packages;
+    int m_typeChunks = 0;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_XMLELEMENT_H
+#define SORRELKIT_XMLELEMENT_H
+
+#include "TypedValue.h"
+
+#include <QString>
+#include <QVector>
+
+namespace SorrelKit {
+
+/// An attribute of a binary XML document.
+struct XmlAttribute {
+    quint32 id = 0;   ///< resource id of Android's attributes, of which names may be missing; 0 for others
+    QString name;     ///< without prefix
+    QString text;     ///< the text that it was written as, or the string that is its value; else empty
+    TypedValue value;
+};
+
+/**
+ * An element of a binary XML document with all that is below it. Unlike the texts of a QDomDocument, attributes keep
+ * their typed values: units of dimensions, every digit of a number, whether a reference is one of the theme.
+ */
+struct XmlElement {
+    bool isNull() const { return name.isEmpty(); }
+    /// The attribute with the resource id @p id; null when there is none. A second one of the same id is not seen.
+    const XmlAttribute *attribute(quint32 id) const;
+    /// The attribute without a resource id that is called @p name; null when there is none.
+    const XmlAttribute *attribute(const QString &name) const;
+
+    QString name; ///< without prefix
+    QVector<XmlAttribute> attributes;
+    QVector<XmlElement> children;
+};
+
+} // namespace SorrelKit
+
+#endif

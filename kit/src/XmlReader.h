@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_XMLREADER_H
+#define SORRELKIT_XMLREADER_H
+
+#include "XmlElement.h"
+
+#include <QByteArray>
+
+namespace SorrelKit {
+
+class ChunkView;
+class StringPoolView;
+
+/**
+ * Reads a binary XML document: a chunk (0x0003, or 0 as some tools leave it) of a string pool, a map of resource ids, and
+ * a chunk for each start (0x0102) and end (0x0103) of an element. Others, namespaces and texts among them, are passed over.
+ *
+ * Meets raw input. Ends of elements are taken in turn, whatever name they have.
+ */
+class XmlReader
+{
+public:
+    /// Elements nested in each other at most; libsorrel's limit.
+    static constexpr int MaxDepth = 256;
+    /// Elements and attributes of a document at most; libsorrel's limit.
+    static constexpr int MaxNodes = 100000;
+    /// Characters of all names and texts at most. A text may be used by any number of attributes.
+    static constexpr qint64 MaxCharacters = 16 << 20;
+
+    /// Reads the document in @p bytes.
+    explicit XmlReader(const QByteArray &bytes);
+
+    /// The root; a null element when there is none. Of a damaged document, what stands before the fault.
+    const XmlElement &root() const { return m_root; }
+    /// What is wrong with the document, in English; empty when nothing is.
+    QString fault() const { return m_fault; }
+
+private:
+    void readNodes(const ChunkView &document);
+    bool readStart(const ChunkView &chunk, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
+    QString string(const StringPoolView &strings, quint32 index);
+
+    XmlElement m_root;
+    QString m_fault;
+    int m_nodes = 0;
+    qint64 m_characters = 0;
+};
+
+} // namespace SorrelKit
+
+#endif
