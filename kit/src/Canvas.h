@@ -18,18 +18,21 @@ namespace SorrelKit {
 class Canvas
 {
 public:
-    /// Pixels that may be gone over while a picture is drawn, all layers together; @p size is a side of the picture.
+    /// Pixels that may be gone over while a picture is drawn, all layers together.
     /// Enough for a thousand layers over all of a picture of 512 pixels.
     static constexpr qint64 MaxPixels = qint64(1) << 28;
     /// Sides of a picture at most.
     static constexpr int MaxSide = 1024;
+    /// Layers in each other at most, each of which takes a picture's memory.
+    static constexpr int MaxLayers = 8;
 
     /// A canvas of @p size, transparent, in the format ARGB32_Premultiplied.
     explicit Canvas(QSize size);
 
-    QPainter &painter() { return m_painter; }
+    /// Paints on the innermost layer, antialiased.
+    QPainter &painter() { return *m_painter; }
     QSize size() const { return m_image.size(); }
-    /// The picture so far.
+    /// The picture, when everything is painted. The painter is as new then: its state is gone.
     QImage image();
 
     /// Takes what one pass over all of the canvas costs off the budget, @p passes times; false when there is not as much.
@@ -39,18 +42,17 @@ public:
 
     /**
      * Has @p paint paint on a transparent layer of the canvas's size, hands it to @p change, and puts it on the canvas
-     * with @p opacity. The painter's transformation and clip hold on the layer as well, which may lie in a layer itself.
-     * Spends three passes. Layers lie in each other up to MaxLayers deep; what is below that is left out.
+     * with @p opacity. The painter's transformation holds on the layer as well, which may lie in a layer itself.
+     * Spends three passes. Layers lie in each other up to MaxLayers deep; what is in more of them is left out.
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
-
-    static constexpr int MaxLayers = 16;
 
 private:
     Q_DISABLE_COPY(Canvas)
 
     QImage m_image;
-    QPainter m_painter;
+    QPainter m_bottom;
+    QPainter *m_painter; ///< of the innermost layer
     Allowance m_pixels;
     int m_layers = 0;
 };

@@ -5,6 +5,7 @@
 #include "Allowance.h"
 #include "Drawable.h"
 #include "PackageFiles.h"
+#include "PictureReader.h"
 #include "ResourceResolver.h"
 #include "XmlElement.h"
 
@@ -55,8 +56,10 @@ public:
     QBrush brush(const ResolvedValue &value, const QBrush &fallback);
     /// The root of the XML file @p path; a null element, with error() set, when there is none.
     XmlElement document(const QString &path);
-    /// The picture in the file @p path, which is for @p density, in pixels of its own; a null image, with error() set,
-    /// when there is none.
+    /// The content of the file @p path; empty, with error() set, when there is none.
+    QByteArray file(const QString &path);
+    /// The picture in the file @p path, in its own pixels; a null image, with error() set, when there is none. Each is
+    /// decoded once.
     QImage picture(const QString &path);
 
     const ResourceResolver &resolver() const { return m_resolver; }
@@ -71,6 +74,12 @@ public:
     void setUnsupported(const QString &name);
 
 private:
+    Q_DISABLE_COPY(DrawableLoader)
+    class Level;
+
+    XmlElement parsed(const QByteArray &bytes, const QString &path);
+    QBrush brushOf(const XmlElement &root);
+
     const ResourceResolver m_resolver;
     PackageFiles &m_files;
     qreal m_pixelsPerDp;
@@ -78,6 +87,9 @@ private:
     int m_depth = 0;
     Allowance m_drawables;
     Allowance m_xmlBytes;
+    PictureReader m_reader;
+    QHash<QString, QImage> m_pictures; ///< by path, as are
+    QHash<QString, QBrush> m_brushes;
 };
 
 } // namespace SorrelKit

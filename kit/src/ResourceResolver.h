@@ -13,10 +13,10 @@ namespace SorrelKit {
 struct ResolvedValue {
     bool isNull() const { return value.isNull(); }
 
-    TypedValue value;      ///< no reference, unless it is one to a resource that is not there
-    QString text;          ///< of a string: a label, the path of a file
-    quint32 resource = 0;  ///< the last resource on the way; 0 for a value that was no reference
-    int density = 0;       ///< that the value is for
+    TypedValue value;     ///< no reference, unless it is one to a resource that is not there
+    QString text;         ///< of a string: a label, the path of a file
+    quint32 resource = 0; ///< the last resource on the way; 0 for a value that was no reference
+    int density = 0;      ///< that the value is for
 };
 
 /**

@@ -17,8 +17,8 @@ namespace SorrelKit {
 struct ResourceValue {
     /// Of a map (an array, a style, a plural): the items are not read.
     bool isMap = false;
-    TypedValue value;                               ///< when it is no map
-    const Configuration *configuration = nullptr;   ///< in the table
+    TypedValue value;                             ///< when it is no map
+    const Configuration *configuration = nullptr; ///< in the table
 };
 
 /**

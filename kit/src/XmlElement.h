@@ -11,9 +11,9 @@ namespace SorrelKit {
 
 /// An attribute of a binary XML document.
 struct XmlAttribute {
-    quint32 id = 0;   ///< resource id of Android's attributes, of which names may be missing; 0 for others
-    QString name;     ///< without prefix
-    QString text;     ///< the text that it was written as, or the string that is its value; else empty
+    quint32 id = 0; ///< resource id of Android's attributes, of which names may be missing; 0 for others
+    QString name;   ///< without prefix
+    QString text;   ///< the text that it was written as, or the string that is its value; else empty
     TypedValue value;
 };
 
@@ -25,8 +25,8 @@ struct XmlElement {
     bool isNull() const { return name.isEmpty(); }
     /// The attribute with the resource id @p id; null when there is none. A second one of the same id is not seen.
     const XmlAttribute *attribute(quint32 id) const;
-    /// The attribute without a resource id that is called @p name; null when there is none.
-    const XmlAttribute *attribute(const QString &name) const;
+    /// The attribute without a resource id that is called @p plainName; null when there is none.
+    const XmlAttribute *attribute(const QString &plainName) const;
 
     QString name; ///< without prefix
     QVector<XmlAttribute> attributes;

@@ -27,6 +27,9 @@ public:
     /// Characters of all names and texts at most. A text may be used by any number of attributes.
     static constexpr qint64 MaxCharacters = 16 << 20;
 
+    /// Type of a document's chunk as some tools leave it.
+    static constexpr quint16 UnsetType = 0;
+
     /// Reads the document in @p bytes.
     explicit XmlReader(const QByteArray &bytes);
 
@@ -38,6 +41,8 @@ public:
 private:
     void readNodes(const ChunkView &document);
     bool readStart(const ChunkView &chunk, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
+    /// Hands the innermost of the elements that are @p open to the one around it.
+    void close(QVector<XmlElement> *open);
     QString string(const StringPoolView &strings, quint32 index);
 
     XmlElement m_root;

@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ArchiveFiles.h"
+
+#include "ArchiveFile.h"
+
+#include <QBuffer>
+#include <QFileInfo>
+
+#include <quazip/quazip.h>
+#include <quazip/quazipfile.h>
+
+namespace SorrelKit {
+
+namespace {
+
+std::unique_ptr<QIODevice> bufferOf(const QByteArray &bytes)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(bytes);
+    return buffer;
+}
+
+} // namespace
+
+ArchiveFiles::ArchiveFiles(const QString &fileName)
+    : m_fileName(fileName),
+      m_ownDevice(std::make_unique<ArchiveFile>(fileName)),
+      m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
+{
+}
+
+ArchiveFiles::ArchiveFiles(QIODevice *device) : m_archive(std::make_unique<QuaZip>(device)) {}
+
+ArchiveFiles::ArchiveFiles(const QByteArray &bytes)
+    : m_ownDevice(bufferOf(bytes)), m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
+{
+}
+
+ArchiveFiles::~ArchiveFiles() = default;
+
+bool ArchiveFiles::open()
+{
+    if (m_archive->isOpen())
+        return true;
+    // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
+    if (!m_fileName.isNull() && !QFileInfo(m_fileName).isFile())
+        return false;
+    const QIODevice *device = m_archive->getIoDevice();
+    return !device->isOpen() && m_archive->open(QuaZip::mdUnzip);
+}
+
+QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
+{
+    constexpr qint64 PieceSize = 64 << 10;
+    if (!contains(path))
+        return {};
+    QuaZipFile file(m_archive.get());
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    // Where the directory tells the truth, the bytes have their place from the start.
+    QByteArray bytes;
+    bytes.reserve(int(qBound(qint64(0), file.usize(), qMin(maxBytes, MaxTrustedSize))));
+    while (bytes.size() <= maxBytes) {
+        // One byte more than may be shows that there is one.
+        const QByteArray piece = file.read(qMin(PieceSize, maxBytes + 1 - bytes.size()));
+        if (piece.isEmpty())
+            break;
+        bytes += piece;
+    }
+    return bytes.size() > maxBytes ? QByteArray() : bytes;
+}
+
+bool ArchiveFiles::contains(const QString &path)
+{
+    return m_archive->isOpen() && !path.isEmpty() && m_archive->setCurrentFile(path, QuaZip::csDefault);
+}
+
+QStringList ArchiveFiles::names(int maxCount)
+{
+    QStringList names;
+    for (bool more = m_archive->isOpen() && m_archive->goToFirstFile(); more && names.size() < maxCount;
+         more = m_archive->goToNextFile())
+        names.append(m_archive->getCurrentFileName());
+    return names;
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_ARCHIVEFILES_H
+#define SORRELKIT_ARCHIVEFILES_H
+
+#include "PackageFiles.h"
+
+#include <QIODevice>
+#include <QStringList>
+
+#include <memory>
+
+class QuaZip;
+
+namespace SorrelKit {
+
+/// The members of a ZIP archive. It is opened by open(), stays open, and is closed with this object.
+class ArchiveFiles : public PackageFiles
+{
+public:
+    /// Bytes that a member takes from the start because the archive says that it has them; for more it must deliver.
+    static constexpr qint64 MaxTrustedSize = 1 << 20;
+
+    /// The archive in the file @p fileName.
+    explicit ArchiveFiles(const QString &fileName);
+    /// The archive on @p device, random-access and not open, which stays the caller's and outlives this object.
+    explicit ArchiveFiles(QIODevice *device);
+    /// The archive in @p bytes.
+    explicit ArchiveFiles(const QByteArray &bytes);
+    ~ArchiveFiles() override;
+
+    /// False when there is no such file, it is no regular file or no archive, or the device is open or sequential.
+    bool open();
+
+    QByteArray file(const QString &path, qint64 maxBytes) override;
+    bool contains(const QString &path);
+    /// The paths of all members, in the order of the archive, up to @p maxCount of them.
+    QStringList names(int maxCount);
+
+private:
+    Q_DISABLE_COPY(ArchiveFiles)
+
+    QString m_fileName;
+    std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
+    std::unique_ptr<QuaZip> m_archive;
+};
+
+} // namespace SorrelKit
+
+#endif

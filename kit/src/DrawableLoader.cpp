@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "DrawableLoader.h"
+
+#include "AndroidAttributes.h"
+#include "BitmapDrawable.h"
+#include "ColorDrawable.h"
+#include "XmlReader.h"
+
+namespace SorrelKit {
+
+namespace {
+
+struct Kind {
+    const char *element;
+    DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
+};
+
+constexpr Kind kinds[] = {
+    {"color", ColorDrawable::fromXml},
+};
+
+// By its content: the names of files may be shortened until nothing is left of them.
+bool isXml(const QByteArray &bytes)
+{
+    const ByteView start(bytes);
+    const bool isDocument = start.u16(0) == quint16(ChunkType::Xml) || start.u16(0) == XmlReader::UnsetType;
+    return isDocument && start.u16(2) == ChunkView::HeaderSize;
+}
+
+} // namespace
+
+/// Counts the drawables that are in each other while it lives.
+class DrawableLoader::Level
+{
+public:
+    explicit Level(DrawableLoader *loader) : m_loader(loader) { ++m_loader->m_depth; }
+    ~Level() { --m_loader->m_depth; }
+
+    /// Whether there may be another drawable, and another level.
+    bool isOpen()
+    {
+        if (m_loader->m_depth > MaxDepth)
+            m_loader->setError(QStringLiteral("drawables nested too deeply"));
+        else if (!m_loader->m_drawables.spend(1))
+            m_loader->setError(QStringLiteral("too many drawables"));
+        else
+            return true;
+        return false;
+    }
+
+private:
+    Q_DISABLE_COPY(Level)
+
+    DrawableLoader *m_loader;
+};
+
+DrawableLoader::DrawableLoader(const ResourceResolver &resolver, PackageFiles &files, qreal pixelsPerDp)
+    : m_resolver(resolver),
+      m_files(files),
+      m_pixelsPerDp(pixelsPerDp),
+      m_drawables(MaxDrawables),
+      m_xmlBytes(MaxXmlBytes)
+{
+}
+
+DrawablePointer DrawableLoader::fromResource(quint32 id)
+{
+    return fromValue(m_resolver.resource(id));
+}
+
+DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
+{
+    Level level(this);
+    if (!level.isOpen())
+        return nullptr;
+    if (const auto color = value.value.color())
+        return std::make_unique<ColorDrawable>(*color);
+    if (value.text.isEmpty()) {
+        setError(value.resource == 0
+                     ? QStringLiteral("no drawable is given")
+                     : QStringLiteral("resource 0x%1 is no drawable").arg(value.resource, 8, 16, QLatin1Char('0')));
+        return nullptr;
+    }
+    const QByteArray bytes = file(value.text);
+    if (!isXml(bytes))
+        return BitmapDrawable::fromFile(value, *this);
+    if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
+        const QColor color = this->color(value, QColor());
+        return color.isValid() ? std::make_unique<ColorDrawable>(color) : nullptr;
+    }
+    const XmlElement root = parsed(bytes, value.text);
+    return root.isNull() ? nullptr : fromElement(root);
+}
+
+DrawablePointer DrawableLoader::fromElement(const XmlElement &element)
+{
+    Level level(this);
+    if (!level.isOpen())
+        return nullptr;
+    for (const Kind &kind : kinds) {
+        if (element.name == QLatin1String(kind.element))
+            return kind.make(element, *this);
+    }
+    setUnsupported(element.name);
+    return nullptr;
+}
+
+DrawablePointer DrawableLoader::fromItem(const XmlElement &item)
+{
+    if (const XmlAttribute *const drawable = item.attribute(Attr::Drawable))
+        return fromValue(resolved(drawable));
+    return item.children.isEmpty() ? nullptr : fromElement(item.children.first());
+}
+
+ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr)
+        return {};
+    ResolvedValue value = m_resolver.resolved(attribute->value);
+    if (value.value.type == ValueType::String && value.resource == 0)
+        value.text = attribute->text;
+    return value;
+}
+
+QColor DrawableLoader::color(const ResolvedValue &value, const QColor &fallback)
+{
+    const QBrush brush = this->brush(value, QBrush());
+    return brush.style() == Qt::SolidPattern ? brush.color() : fallback;
+}
+
+QBrush DrawableLoader::brush(const ResolvedValue &value, const QBrush &fallback)
+{
+    if (const auto color = value.value.color())
+        return *color;
+    if (value.text.isEmpty())
+        return fallback;
+    const auto known = m_brushes.constFind(value.text);
+    if (known != m_brushes.cend())
+        return known->style() == Qt::NoBrush ? fallback : *known;
+    Level level(this);
+    if (!level.isOpen())
+        return fallback;
+    const QBrush brush = brushOf(document(value.text));
+    m_brushes.insert(value.text, brush);
+    return brush.style() == Qt::NoBrush ? fallback : brush;
+}
+
+QBrush DrawableLoader::brushOf(const XmlElement &root)
+{
+    if (root.isNull())
+        return {};
+    setError(QStringLiteral("unsupported color <%1>").arg(root.name));
+    return {};
+}
+
+QByteArray DrawableLoader::file(const QString &path)
+{
+    const QByteArray bytes = m_files.file(path, MaxFileBytes);
+    if (bytes.isEmpty())
+        setError(QStringLiteral("%1 cannot be read").arg(path));
+    return bytes;
+}
+
+XmlElement DrawableLoader::document(const QString &path)
+{
+    const QByteArray bytes = file(path);
+    return bytes.isEmpty() ? XmlElement() : parsed(bytes, path);
+}
+
+XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
+{
+    if (!m_xmlBytes.spend(bytes.size())) {
+        setError(QStringLiteral("too much XML in drawables"));
+        return {};
+    }
+    const XmlReader reader(bytes);
+    if (reader.fault().isEmpty())
+        return reader.root();
+    setError(QStringLiteral("%1: %2").arg(path, reader.fault()));
+    return {};
+}
+
+QImage DrawableLoader::picture(const QString &path)
+{
+    const auto known = m_pictures.constFind(path);
+    if (known != m_pictures.cend())
+        return *known;
+    const QByteArray bytes = file(path);
+    const QImage picture = bytes.isEmpty() ? QImage() : m_reader.read(bytes);
+    if (!bytes.isEmpty() && picture.isNull())
+        setError(QStringLiteral("%1 is no picture that can be decoded").arg(path));
+    m_pictures.insert(path, picture);
+    return picture;
+}
+
+qreal DrawableLoader::scaleOf(int density) const
+{
+    switch (density) {
+    case Configuration::NoDensity:
+    case Configuration::AnyDensity:
+        return 1;
+    case Configuration::DefaultDensity:
+        density = Configuration::MediumDensity;
+        break;
+    default:
+        break;
+    }
+    return m_pixelsPerDp * Configuration::MediumDensity / density;
+}
+
+void DrawableLoader::setError(const QString &text)
+{
+    if (m_error.isEmpty())
+        m_error = text;
+}
+
+void DrawableLoader::setUnsupported(const QString &name)
+{
+    setError(QStringLiteral("unsupported drawable <%1>").arg(name));
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ResourceResolver.h"
+
+#include "AndroidColors.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace SorrelKit {
+
+namespace {
+
+// What @p value of @p table is, not followed.
+ResolvedValue found(const ResourceTable &table, const ResourceValue &value, quint32 id)
+{
+    ResolvedValue result;
+    result.value = value.value;
+    if (value.value.type == ValueType::String)
+        result.text = table.string(value.value.data);
+    result.resource = id;
+    result.density = value.configuration->density;
+    return result;
+}
+
+} // namespace
+
+ResourceResolver::ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device)
+    : m_tables(std::move(tables)), m_device(device)
+{
+}
+
+ResolvedValue ResourceResolver::best(quint32 id) const
+{
+    const ResourceTable *owner = nullptr;
+    ResourceValue best;
+    for (const auto &table : m_tables) {
+        for (const ResourceValue &value : table->values(id)) {
+            // A locale's picture is none for everybody.
+            if (value.isMap || value.configuration->hasLocale() || !value.configuration->matches(m_device))
+                continue;
+            if (owner == nullptr || value.configuration->isBetterThan(*best.configuration, m_device)) {
+                owner = table.data();
+                best = value;
+            }
+        }
+    }
+    return owner != nullptr ? found(*owner, best, id) : ResolvedValue();
+}
+
+ResolvedValue ResourceResolver::resource(quint32 id) const
+{
+    return resolved({ValueType::Reference, id});
+}
+
+ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
+{
+    ResolvedValue result;
+    result.value = value;
+    for (int depth = 0; depth < MaxDepth && result.value.isReference(); ++depth) {
+        const quint32 id = result.value.data;
+        const ResolvedValue next = best(id);
+        if (!next.isNull()) {
+            result = next;
+        } else if (const auto color = androidColor(id)) {
+            result = {{ValueType::FirstColor, color->rgba()}, {}, id, 0};
+        } else {
+            result.resource = id;
+            break;
+        }
+    }
+    return result.value.isThemeAttribute() ? ResolvedValue() : result;
+}
+
+QVector<ResolvedValue> ResourceResolver::candidates(quint32 id) const
+{
+    struct Candidate {
+        const ResourceTable *table;
+        ResourceValue value;
+    };
+    QVector<Candidate> candidates;
+    for (const auto &table : m_tables) {
+        for (const ResourceValue &value : table->values(id)) {
+            if (!value.isMap && !value.configuration->hasLocale() && value.configuration->matches(m_device))
+                candidates.append({table.data(), value});
+        }
+    }
+    std::stable_sort(candidates.begin(), candidates.end(), [this](const Candidate &a, const Candidate &b) {
+        return a.value.configuration->isBetterThan(*b.value.configuration, m_device);
+    });
+    QVector<ResolvedValue> result;
+    for (const Candidate &candidate : candidates)
+        result.append(found(*candidate.table, candidate.value, id));
+    return result;
+}
+
+QString ResourceResolver::typeName(quint32 id) const
+{
+    for (const auto &table : m_tables) {
+        const QString name = table->typeName(id);
+        if (!name.isEmpty())
+            return name;
+    }
+    return {};
+}
+
+} // namespace SorrelKit

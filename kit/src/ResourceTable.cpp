@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ResourceTable.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr int PackageIdAt = 8;
+constexpr int TypeStringsAt = 268;
+
+quint8 packageIdOf(quint32 id)
+{
+    return quint8(id >> 24);
+}
+
+quint8 typeIdOf(quint32 id)
+{
+    return quint8(id >> 16);
+}
+
+int entryIndexOf(quint32 id)
+{
+    return int(id & 0xffff);
+}
+
+} // namespace
+
+ResourceTable::ResourceTable(const QByteArray &bytes) : m_bytes(bytes)
+{
+    const ChunkView table = ChunkView::at(ByteView(m_bytes), 0);
+    if (table.isValid() && table.type() == ChunkType::Table)
+        readTable(table);
+    else
+        m_fault = QStringLiteral("not a resource table");
+}
+
+void ResourceTable::readTable(const ChunkView &table)
+{
+    ChunkList chunks(table.bytes(), table.headerSize());
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView chunk = chunks.next();
+        if (chunk.type() == ChunkType::StringPool)
+            m_strings = StringPoolView(chunk);
+        else if (chunk.type() == ChunkType::Package && m_packages.size() < MaxPackages)
+            readPackage(chunk);
+        else if (chunk.type() == ChunkType::Package)
+            m_fault = QStringLiteral("too many packages in resource table");
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = QStringLiteral("damaged chunk in resource table");
+}
+
+void ResourceTable::readPackage(const ChunkView &chunk)
+{
+    Package package;
+    package.id = chunk.bytes().u8(PackageIdAt);
+    package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(TypeStringsAt)));
+    ChunkList chunks(chunk.bytes(), chunk.headerSize());
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView child = chunks.next();
+        if (child.type() != ChunkType::Type)
+            continue;
+        const TypeChunk type(child);
+        if (!type.isValid())
+            m_fault = QStringLiteral("damaged type in resource table");
+        else if (++m_typeChunks > MaxTypeChunks)
+            m_fault = QStringLiteral("too many types in resource table");
+        else
+            package.types[type.typeId()].append(type);
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = QStringLiteral("damaged chunk in resource table");
+    m_packages.append(package);
+}
+
+const ResourceTable::Package *ResourceTable::package(quint32 id) const
+{
+    // References within a library that is loaded dynamically have 0 for it: they mean the package that they stand in.
+    const quint8 wanted = packageIdOf(id) == 0 ? packageId() : packageIdOf(id);
+    const auto found = std::find_if(m_packages.cbegin(), m_packages.cend(),
+                                    [wanted](const Package &package) { return package.id == wanted; });
+    return found == m_packages.cend() ? nullptr : &*found;
+}
+
+QVector<ResourceValue> ResourceTable::values(quint32 id) const
+{
+    QVector<ResourceValue> values;
+    const Package *const owner = package(id);
+    if (owner == nullptr)
+        return values;
+    const auto types = owner->types.constFind(typeIdOf(id));
+    if (types == owner->types.cend())
+        return values;
+    for (const TypeChunk &type : *types) {
+        const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));
+        if (!entry.isValid())
+            continue;
+        ResourceValue value;
+        value.isMap = entry.isMap();
+        if (!value.isMap)
+            value.value = entry.value();
+        value.configuration = &type.configuration();
+        values.append(value);
+    }
+    return values;
+}
+
+QString ResourceTable::typeName(quint32 id) const
+{
+    const Package *const owner = package(id);
+    return owner != nullptr ? owner->typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+}
+
+QStringList ResourceTable::languageTags() const
+{
+    QStringList tags;
+    for (const Package &package : m_packages) {
+        for (const QVector<TypeChunk> &types : package.types) {
+            for (const TypeChunk &type : types) {
+                if (type.configuration().hasLocale())
+                    tags.append(type.configuration().languageTag());
+            }
+        }
+    }
+    tags.sort();
+    tags.removeDuplicates();
+    return tags;
+}
+
+} // namespace SorrelKit
