@@ -2,12 +2,16 @@
 #include "ArchiveFiles.h"
 
 #include "ArchiveFile.h"
+#include "RangeDevice.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
+#include <quazip/unzip.h>
+
+#include <utility>
 
 namespace SorrelKit {
 
@@ -31,8 +35,10 @@ ArchiveFiles::ArchiveFiles(const QString &fileName)
 
 ArchiveFiles::ArchiveFiles(QIODevice *device) : m_archive(std::make_unique<QuaZip>(device)) {}
 
-ArchiveFiles::ArchiveFiles(const QByteArray &bytes)
-    : m_ownDevice(bufferOf(bytes)), m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
+ArchiveFiles::ArchiveFiles(const QByteArray &bytes) : ArchiveFiles(bufferOf(bytes)) {}
+
+ArchiveFiles::ArchiveFiles(std::unique_ptr<QIODevice> device)
+    : m_ownDevice(std::move(device)), m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
 {
 }
 
@@ -68,6 +74,28 @@ QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
         bytes += piece;
     }
     return bytes.size() > maxBytes ? QByteArray() : bytes;
+}
+
+std::unique_ptr<ArchiveFiles> ArchiveFiles::archive(const QString &path, Allowance *inflated)
+{
+    if (!contains(path))
+        return nullptr;
+    constexpr int Stored = 0;
+    constexpr bool IsRaw = true;
+    int method = 0;
+    int level = 0;
+    QuaZipFile raw(m_archive.get());
+    if (!raw.open(QIODevice::ReadOnly, &method, &level, IsRaw))
+        return nullptr;
+    const qint64 start = qint64(unzGetCurrentFileZStreamPos64(m_archive->getUnzFile()));
+    const qint64 size = raw.csize();
+    raw.close();
+    if (method == Stored)
+        return std::unique_ptr<ArchiveFiles>(
+            new ArchiveFiles(std::make_unique<RangeDevice>(m_archive->getIoDevice(), start, size)));
+    const QByteArray bytes = file(path, inflated->left());
+    inflated->spend(bytes.size());
+    return bytes.isEmpty() ? nullptr : std::make_unique<ArchiveFiles>(bytes);
 }
 
 bool ArchiveFiles::contains(const QString &path)

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_ARCHIVEFILES_H
 #define SORRELKIT_ARCHIVEFILES_H
 
+#include "Allowance.h"
 #include "PackageFiles.h"
 
 #include <QIODevice>
@@ -32,12 +33,20 @@ public:
     bool open();
 
     QByteArray file(const QString &path, qint64 maxBytes) override;
+    /**
+     * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
+     * read where it stands, and this object outlives it. One that is compressed is kept in memory, which is taken off
+     * @p inflated; null when there is not as much left.
+     */
+    std::unique_ptr<ArchiveFiles> archive(const QString &path, Allowance *inflated);
     bool contains(const QString &path);
     /// The paths of all members, in the order of the archive, up to @p maxCount of them.
     QStringList names(int maxCount);
 
 private:
     Q_DISABLE_COPY(ArchiveFiles)
+
+    explicit ArchiveFiles(std::unique_ptr<QIODevice> device);
 
     QString m_fileName;
     std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive

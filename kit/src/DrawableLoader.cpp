@@ -19,14 +19,6 @@ constexpr Kind kinds[] = {
     {"color", ColorDrawable::fromXml},
 };
 
-// By its content: the names of files may be shortened until nothing is left of them.
-bool isXml(const QByteArray &bytes)
-{
-    const ByteView start(bytes);
-    const bool isDocument = start.u16(0) == quint16(ChunkType::Xml) || start.u16(0) == XmlReader::UnsetType;
-    return isDocument && start.u16(2) == ChunkView::HeaderSize;
-}
-
 } // namespace
 
 /// Counts the drawables that are in each other while it lives.
@@ -82,7 +74,7 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
         return nullptr;
     }
     const QByteArray bytes = file(value.text);
-    if (!isXml(bytes))
+    if (!XmlReader::isDocument(bytes))
         return BitmapDrawable::fromFile(value, *this);
     if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
         const QColor color = this->color(value, QColor());

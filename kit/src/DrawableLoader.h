@@ -9,6 +9,8 @@
 #include "ResourceResolver.h"
 #include "XmlElement.h"
 
+#include <SorrelKit/IconMask.h>
+
 #include <QBrush>
 #include <QHash>
 #include <QImage>
@@ -62,6 +64,10 @@ public:
     /// decoded once.
     QImage picture(const QString &path);
 
+    /// The outline of adaptive icons that are made from now on.
+    void setIconMask(IconMask mask) { m_iconMask = mask; }
+    IconMask iconMask() const { return m_iconMask; }
+
     const ResourceResolver &resolver() const { return m_resolver; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
     /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
@@ -83,6 +89,7 @@ private:
     const ResourceResolver m_resolver;
     PackageFiles &m_files;
     qreal m_pixelsPerDp;
+    IconMask m_iconMask = IconMask::None;
     QString m_error;
     int m_depth = 0;
     Allowance m_drawables;

@@ -15,10 +15,10 @@ ResolvedValue found(const ResourceTable &table, const ResourceValue &value, quin
 {
     ResolvedValue result;
     result.value = value.value;
-    if (value.value.type == ValueType::String)
-        result.text = table.string(value.value.data);
+    result.table = &table;
     result.resource = id;
     result.density = value.configuration->density;
+    result.languageTag = value.configuration->languageTag();
     return result;
 }
 
@@ -44,7 +44,7 @@ ResolvedValue ResourceResolver::best(quint32 id) const
             }
         }
     }
-    return owner != nullptr ? found(*owner, best, id) : ResolvedValue();
+    return owner != nullptr ? withText(found(*owner, best, id)) : ResolvedValue();
 }
 
 ResolvedValue ResourceResolver::resource(quint32 id) const
@@ -62,7 +62,9 @@ ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
         if (!next.isNull()) {
             result = next;
         } else if (const auto color = androidColor(id)) {
-            result = {{ValueType::FirstColor, color->rgba()}, {}, id, 0};
+            result = ResolvedValue();
+            result.value = {ValueType::FirstColor, color->rgba()};
+            result.resource = id;
         } else {
             result.resource = id;
             break;
@@ -71,7 +73,7 @@ ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
     return result.value.isThemeAttribute() ? ResolvedValue() : result;
 }
 
-QVector<ResolvedValue> ResourceResolver::candidates(quint32 id) const
+QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales) const
 {
     struct Candidate {
         const ResourceTable *table;
@@ -80,7 +82,8 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id) const
     QVector<Candidate> candidates;
     for (const auto &table : m_tables) {
         for (const ResourceValue &value : table->values(id)) {
-            if (!value.isMap && !value.configuration->hasLocale() && value.configuration->matches(m_device))
+            const bool isWanted = locales == Locales::Any || !value.configuration->hasLocale();
+            if (isWanted && !value.isMap && value.configuration->matches(m_device))
                 candidates.append({table.data(), value});
         }
     }
@@ -91,6 +94,13 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id) const
     for (const Candidate &candidate : candidates)
         result.append(found(*candidate.table, candidate.value, id));
     return result;
+}
+
+ResolvedValue ResourceResolver::withText(ResolvedValue value)
+{
+    if (value.value.type == ValueType::String && value.table != nullptr)
+        value.text = value.table->string(value.value.data);
+    return value;
 }
 
 QString ResourceResolver::typeName(quint32 id) const

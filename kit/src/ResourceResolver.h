@@ -13,10 +13,12 @@ namespace SorrelKit {
 struct ResolvedValue {
     bool isNull() const { return value.isNull(); }
 
-    TypedValue value;     ///< no reference, unless it is one to a resource that is not there
-    QString text;         ///< of a string: a label, the path of a file
-    quint32 resource = 0; ///< the last resource on the way; 0 for a value that was no reference
-    int density = 0;      ///< that the value is for
+    TypedValue value;                     ///< no reference, unless it is one to a resource that is not there
+    QString text;                         ///< of a string: a label, the path of a file
+    quint32 resource = 0;                 ///< the last resource on the way; 0 for a value that was no reference
+    int density = 0;                      ///< that the value is for
+    QString languageTag;                  ///< that the value is for; empty for every language
+    const ResourceTable *table = nullptr; ///< that a string is in
 };
 
 /**
@@ -42,8 +44,16 @@ public:
     /// What @p value stands for: itself, or what it refers to. A string as value has no text here: its pool is that of
     /// the document it is from. Null for an attribute of the theme, as there is no theme.
     ResolvedValue resolved(const TypedValue &value) const;
-    /// Every value of the resource that matches the device but for its density, best first, none followed.
-    QVector<ResolvedValue> candidates(quint32 id) const;
+    /// Which values count: those for every language, or all.
+    enum class Locales {
+        None,
+        Any,
+    };
+    /// Every value of the resource that matches the device but for its density, and as @p locales says; best first, none
+    /// followed, and without texts: there may be any number of values, and all of them one text.
+    QVector<ResolvedValue> candidates(quint32 id, Locales locales = Locales::None) const;
+    /// @p value, one of the candidates(), with its text.
+    static ResolvedValue withText(ResolvedValue value);
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;
 

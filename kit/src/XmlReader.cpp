@@ -12,8 +12,16 @@ namespace {
 constexpr int NodeHeaderSize = 16; // of the chunk, the line and the comment
 constexpr int AttributeSize = 20;
 constexpr quint32 NoString = 0xffffffff;
+constexpr quint16 UnsetType = 0; // of a document's chunk, as some tools leave it
 
 } // namespace
+
+bool XmlReader::isDocument(const QByteArray &bytes)
+{
+    const ByteView start(bytes);
+    const bool hasType = start.u16(0) == quint16(ChunkType::Xml) || start.u16(0) == UnsetType;
+    return hasType && start.u16(2) == ChunkView::HeaderSize;
+}
 
 XmlReader::XmlReader(const QByteArray &bytes)
 {

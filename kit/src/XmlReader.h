@@ -27,8 +27,9 @@ public:
     /// Characters of all names and texts at most. A text may be used by any number of attributes.
     static constexpr qint64 MaxCharacters = 16 << 20;
 
-    /// Type of a document's chunk as some tools leave it.
-    static constexpr quint16 UnsetType = 0;
+    /// Whether @p bytes begin as a document does. Files are told apart by this, as their names may be shortened until
+    /// nothing is left of them.
+    static bool isDocument(const QByteArray &bytes);
 
     /// Reads the document in @p bytes.
     explicit XmlReader(const QByteArray &bytes);

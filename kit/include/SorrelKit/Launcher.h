@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_LAUNCHER_H
+#define SORRELKIT_LAUNCHER_H
+
+#include <SorrelKit/Export.h>
+#include <SorrelKit/IconMask.h>
+
+#include <QImage>
+#include <QLocale>
+#include <QMap>
+#include <QSharedDataPointer>
+#include <QSize>
+#include <QString>
+#include <QVector>
+
+namespace SorrelKit {
+
+class LauncherData;
+
+/// A file that a package has for an icon.
+/// @since 0.5.1
+struct IconFile {
+    QString path; ///< of the member in the package
+    QString kind; ///< of XML the name of the root ("adaptive-icon", "vector"), else the format ("png", "webp")
+    QSize size;   ///< in pixels; empty for XML, which is drawn in any size
+    int density =
+        0; ///< in dots per inch, as the resource table has it: 0 for none, 65534 for any, 65535 for no scaling
+};
+
+/**
+ * An entry of a package that a home screen may show: what to start, under which name and with which picture.
+ *
+ * Package::launchers() makes these. Copies share their data, and are cheap. Labels, files and pictures are looked up when
+ * they are asked for, in the package, which stays open as long as a launcher of it lives; for that reason a launcher is
+ * used from the same thread as its package.
+ *
+ * @since 0.5.1
+ */
+class SORRELKIT_EXPORT Launcher
+{
+public:
+    /// An entry of nothing: empty texts, null pictures.
+    Launcher();
+    Launcher(const Launcher &other);
+    Launcher &operator=(const Launcher &other);
+    ~Launcher();
+
+    /// Name of the package ("org.example.notes").
+    QString packageName() const;
+    /// Name of the activity or alias, with its package: what Android calls the component, and starts.
+    QString name() const;
+    /// Name of the class that runs, with its package: the activity's, of an alias that of its target.
+    QString className() const;
+    /// Whether this is an activity alias.
+    bool isAlias() const;
+    /// Whether both the application and the activity or alias are enabled, as far as the package itself says.
+    bool isEnabled() const;
+    /// Whether other applications, home screens among them, may start it.
+    bool isExported() const;
+    /// isEnabled() and isExported(): whether home screens show it.
+    bool isShown() const;
+
+    /**
+     * The label by language tag after BCP 47 ("de", "pt-BR", "sr-Latn", "es-419", "fil"), with today's codes ("he", not
+     * "iw"). The empty key holds the label for all other languages. Empty when there is no label that can be had.
+     *
+     * The label is the filter's, else the activity's or alias's, else, for an alias, its target's, else the application's.
+     * Looked up in every language on each call, which is as many lookups as there are languages.
+     */
+    QMap<QString, QString> labels() const;
+    /**
+     * The label that a device in @p locale shows, chosen as Android 7 and later do: the locale's own, else its closest
+     * parent's ("es-419" for Mexico, then "es"), else a relative's in the same language and script ("fr-FR" for
+     * Switzerland), else the default one. When there is no label, name().
+     */
+    QString label(const QLocale &locale = QLocale()) const;
+
+    /// Resource id of the icon (0x7f080000, say); 0 when there is none, or it is named by its path. Labels' order holds.
+    quint32 iconResource() const;
+    /// What the package has for the icon: each file once, best first as the newest platform has it on a screen of 160 dots
+    /// per inch. Reads the files; those that cannot be read or decoded are left out.
+    QVector<IconFile> iconFiles() const;
+    /**
+     * The icon as the newest platform draws it: a picture of @p size by @p size pixels, in the format
+     * ARGB32_Premultiplied, transparent where the icon is smaller or not square. An XML icon is drawn where the newest
+     * platform takes it; else the smallest picture file that is as large is taken, else the largest, and scaled. When an
+     * XML icon cannot be drawn, a picture file of the same icon takes its place.
+     *
+     * A null image when there is no icon, or none that can be had; @p size is 1 to 1024. When @p error is not null, it is
+     * set to why the icon was not, or not wholly, drawn as the package describes it, in English ("unsupported drawable
+     * <x>"), and to an empty text when it was. Draws anew on each call.
+     */
+    QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
+
+private:
+    friend class Package;
+    explicit Launcher(LauncherData *data);
+
+    QSharedDataPointer<LauncherData> d;
+};
+
+} // namespace SorrelKit
+
+#endif

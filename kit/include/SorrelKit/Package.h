@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_PACKAGE_H
+#define SORRELKIT_PACKAGE_H
+
+#include <SorrelKit/Export.h>
+#include <SorrelKit/Launcher.h>
+
+#include <QImage>
+#include <QList>
+#include <QLocale>
+#include <QMap>
+#include <QSharedPointer>
+#include <QString>
+#include <QStringList>
+
+class QIODevice;
+
+namespace SorrelKit {
+
+class PackageData;
+
+/// A feature of the device that a package uses (`uses-feature`).
+/// @since 0.5.1
+struct Feature {
+    QString name;
+    bool isRequired = true; ///< whether the package is for devices that have it alone
+};
+
+/**
+ * An Android package as today's applications have it: with XML icons, tables in every encoding, labels in every
+ * language. One that comes as a set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
+ *
+ * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the
+ * resource table; both are kept. No query throws.
+ *
+ * **Errors.** error() is that of opening and reading, and does not change after the first query; the codes and texts are
+ * those of libsorrel's ApkFile, with one difference: a package without a resource table is no failure, as it may have no
+ * resources. With a damaged table, what the manifest says by itself is answered all the same.
+ *
+ * **Threads and copies.** Copies share what was read, the open archive included, and are cheap. An object, its copies and
+ * its launchers are used from one thread at a time; packages that were opened separately may be used in different ones.
+ *
+ * **Limits.** docs/limits.md lists them; SECURITY.md says what a host may rely on.
+ *
+ * @since 0.5.1
+ */
+class SORRELKIT_EXPORT Package
+{
+public:
+    /// Codes of failures, those of ApkFile::getError().
+    enum Error {
+        NoError = 0,     ///< "no error"
+        CannotOpen = 1,  ///< "could not open APK file": no such file, no regular file, no archive; an open device
+        BadTable = 3,    ///< "could not parse resources.arsc": labels and icons are missing
+        NoManifest = 4,  ///< "could not find AndroidManifest.xml"
+        BadManifest = 5, ///< "could not parse AndroidManifest.xml"
+    };
+
+    /// The package, or set of packages, in the file @p fileName.
+    explicit Package(const QString &fileName);
+    /// The package, or set, on @p device: random-access, not open, the caller's, and living at least as long as this
+    /// object, its copies and its launchers.
+    explicit Package(QIODevice *device);
+    Package(const Package &other);
+    Package &operator=(const Package &other);
+    ~Package();
+
+    /// What failed when the package was opened and read; reads it when nothing did yet.
+    Error error() const;
+    /// The text of error(), in English, with the fault behind it when one is known ("could not parse resources.arsc:
+    /// damaged chunk in resource table").
+    QString errorString() const;
+    /// Whether the manifest was read.
+    bool isValid() const;
+
+    /// Name of the package ("org.example.notes").
+    QString packageName() const;
+    /// The version as people read it ("2.1"); empty when there is none.
+    QString versionName() const;
+    /// The version as Android compares it, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
+    qint64 versionCode() const;
+    /// The lowest API level that the package runs on; 1 when it names none, 10000 for the code name of a preview.
+    int minSdkVersion() const;
+    /// The API level that the package was made for; minSdkVersion() when it names none.
+    int targetSdkVersion() const;
+    /// Permissions that the package asks for ("android.permission.INTERNET"), each once, in the order of the manifest.
+    QStringList permissions() const;
+    /// Features with a name, in the order of the manifest.
+    QList<Feature> features() const;
+    /// The version of OpenGL ES that is required, as 0xMMMMmmmm of major and minor; 0 when none is.
+    quint32 openGlEsVersion() const;
+    /// Names of the processors that there is native code for ("arm64-v8a"), ascending; empty when there is none, and the
+    /// package runs everywhere. Reads the directory of the archive on each call.
+    QStringList nativeAbis() const;
+    /// Names of the splits that were read with the base ("config.de"); empty for a package by itself.
+    QStringList splits() const;
+
+    /// The application's label, as Launcher::labels() and Launcher::label() have it; packageName() when there is none.
+    QMap<QString, QString> labels() const;
+    QString label(const QLocale &locale = QLocale()) const;
+    /// The application's icon, as Launcher::icon() has it.
+    QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
+
+    /// Every entry for home screens, the ones that are not shown included; each activity or alias once, in the order of
+    /// the manifest. Made anew on each call, which looks at the manifest alone.
+    QList<Launcher> launchers() const;
+
+private:
+    friend class DrawableRenderer;
+
+    const PackageData &loaded() const;
+
+    QSharedPointer<PackageData> d;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,175 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "PackageData.h"
+
+#include "IconMaker.h"
+#include "PackageSet.h"
+#include "XmlReader.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+const Configuration anyPhone = Configuration::phone(Configuration::MediumDensity);
+
+} // namespace
+
+PackageData::PackageData(const QString &fileName)
+    : m_outer(std::make_unique<ArchiveFiles>(fileName)), m_resolver({}, anyPhone)
+{
+}
+
+PackageData::PackageData(QIODevice *device) : m_outer(std::make_unique<ArchiveFiles>(device)), m_resolver({}, anyPhone)
+{
+}
+
+void PackageData::load()
+{
+    if (m_isLoaded)
+        return;
+    m_isLoaded = true;
+    read();
+    m_resolver = ResourceResolver(m_tables, anyPhone);
+}
+
+void PackageData::read()
+{
+    if (!m_outer->open()) {
+        setError(Package::CannotOpen);
+        return;
+    }
+    const QString manifest = QStringLiteral("AndroidManifest.xml");
+    if (m_outer->contains(manifest) || !PackageSet::isSet(*m_outer)) {
+        if (readManifest(*m_outer))
+            readTable(*m_outer);
+        return;
+    }
+    PackageSet set(*m_outer);
+    if (set.base() == nullptr) {
+        setError(Package::NoManifest, QStringLiteral("the set has no base package"));
+        return;
+    }
+    m_members.push_back(std::move(set.base()));
+    if (readManifest(*m_members.front()))
+        readTable(*m_members.front());
+    for (PackageSet::Split &split : set.splits()) {
+        m_splits.append(split.name);
+        readTable(*split.archive);
+        m_members.push_back(std::move(split.archive));
+    }
+}
+
+bool PackageData::readManifest(ArchiveFiles &archive)
+{
+    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), MaxManifestBytes);
+    if (bytes.isEmpty()) {
+        setError(Package::NoManifest);
+        return false;
+    }
+    const XmlReader reader(bytes);
+    if (reader.fault().isEmpty() && reader.root().name == QLatin1String("manifest"))
+        m_manifest = Manifest(reader.root());
+    else
+        setError(Package::BadManifest, reader.fault());
+    return reader.fault().isEmpty();
+}
+
+void PackageData::readTable(ArchiveFiles &archive)
+{
+    const QString path = QStringLiteral("resources.arsc");
+    // A package may have no resources, and splits for processors have none.
+    if (!archive.contains(path))
+        return;
+    const QByteArray bytes = archive.file(path, MaxTableBytes);
+    const auto table = QSharedPointer<const ResourceTable>::create(bytes);
+    if (!table->fault().isEmpty())
+        setError(Package::BadTable, table->fault());
+    m_tables.append(table);
+}
+
+void PackageData::setError(Package::Error error, const QString &fault)
+{
+    if (m_error != Package::NoError)
+        return;
+    m_error = error;
+    m_fault = fault;
+}
+
+QByteArray PackageData::file(const QString &path, qint64 maxBytes)
+{
+    if (m_members.empty())
+        return m_outer->file(path, maxBytes);
+    for (const auto &member : m_members) {
+        const QByteArray bytes = member->file(path, maxBytes);
+        if (!bytes.isEmpty())
+            return bytes;
+    }
+    return {};
+}
+
+QStringList PackageData::nativeAbis()
+{
+    constexpr int MaxMembers = 1 << 16;
+    QSet<QString> abis;
+    const auto collect = [&abis](ArchiveFiles &archive) {
+        for (const QString &path : archive.names(MaxMembers)) {
+            const QStringList parts = path.split(QLatin1Char('/'));
+            if (parts.size() == 3 && parts.first() == QLatin1String("lib")
+                && parts.last().endsWith(QLatin1String(".so")))
+                abis.insert(parts.at(1));
+        }
+    };
+    if (m_members.empty())
+        collect(*m_outer);
+    for (const auto &member : m_members)
+        collect(*member);
+    QStringList sorted(abis.cbegin(), abis.cend());
+    sorted.sort();
+    return sorted;
+}
+
+ResolvedValue PackageData::resolved(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr)
+        return {};
+    ResolvedValue value = m_resolver.resolved(attribute->value);
+    // A text that was written as such wins, whatever value it has got.
+    if (!attribute->value.isReference())
+        value.text = attribute->text;
+    return value;
+}
+
+QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error)
+{
+    IconMaker maker(m_resolver, *this);
+    const QImage image = maker.icon(iconValue(attribute), size, mask);
+    if (error != nullptr)
+        *error = maker.error();
+    return image;
+}
+
+QVector<IconFile> PackageData::iconFiles(const XmlAttribute *attribute)
+{
+    return IconMaker(m_resolver, *this).iconFiles(iconValue(attribute));
+}
+
+// The icon is resolved for its size later: a reference stays one.
+ResolvedValue PackageData::iconValue(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr || !attribute->value.isReference())
+        return resolved(attribute);
+    ResolvedValue value;
+    value.value = attribute->value;
+    value.resource = attribute->value.data;
+    return value;
+}
+
+QString PackageData::text(const XmlAttribute *attribute) const
+{
+    return resolved(attribute).text;
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_PACKAGEDATA_H
+#define SORRELKIT_PACKAGEDATA_H
+
+#include "ArchiveFiles.h"
+#include "Manifest.h"
+#include "PackageFiles.h"
+#include "ResourceResolver.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace SorrelKit {
+
+/**
+ * What Package and its launchers share: the archive, or those of a set, what was read of them, and why something could
+ * not be. Read on first use. The files of a base come before those of its splits.
+ */
+class PackageData : private PackageFiles
+{
+public:
+    /// Bytes of a table at most, and of a manifest: libsorrel's limit.
+    static constexpr qint64 MaxTableBytes = 128 << 20;
+    static constexpr qint64 MaxManifestBytes = 16 << 20;
+
+    explicit PackageData(const QString &fileName);
+    explicit PackageData(QIODevice *device);
+
+    /// Opens and reads the package, unless that was done.
+    void load();
+
+    Package::Error error() const { return m_error; }
+    /// The fault behind the error; may be empty.
+    QString fault() const { return m_fault; }
+    const Manifest &manifest() const { return m_manifest; }
+    const QStringList &splits() const { return m_splits; }
+    /// The tables of all packages; looks as a phone of 160 dots per inch.
+    const ResourceResolver &resolver() const { return m_resolver; }
+    /// Names of the processors that there is native code for.
+    QStringList nativeAbis();
+
+    /// The text of @p attribute, with references followed; for a phone that speaks no language in particular.
+    QString text(const XmlAttribute *attribute) const;
+    /// What @p attribute stands for.
+    ResolvedValue resolved(const XmlAttribute *attribute) const;
+    /// What @p attribute stands for as a picture of @p size pixels a side, and why not in @p error, which may be null.
+    QImage icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error);
+    /// The files that there are for it.
+    QVector<IconFile> iconFiles(const XmlAttribute *attribute);
+
+private:
+    QByteArray file(const QString &path, qint64 maxBytes) override;
+    ResolvedValue iconValue(const XmlAttribute *attribute) const;
+    void read();
+    bool readManifest(ArchiveFiles &archive);
+    void readTable(ArchiveFiles &archive);
+    void setError(Package::Error error, const QString &fault = QString());
+
+    std::unique_ptr<ArchiveFiles> m_outer;                ///< what was opened; of a set, the set
+    std::vector<std::unique_ptr<ArchiveFiles>> m_members; ///< of a set: the base, then the splits
+    bool m_isLoaded = false;
+    Package::Error m_error = Package::NoError;
+    QString m_fault;
+    Manifest m_manifest;
+    QStringList m_splits;
+    QVector<QSharedPointer<const ResourceTable>> m_tables;
+    ResourceResolver m_resolver;
+};
+
+} // namespace SorrelKit
+
+#endif
