@@ -13,16 +13,20 @@ namespace SorrelKit {
 
 namespace {
 
-const Configuration anyPhone = Configuration::phone(Configuration::MediumDensity);
+Configuration anyPhone()
+{
+    return Configuration::phone(Configuration::MediumDensity);
+}
 
 } // namespace
 
 PackageData::PackageData(const QString &fileName)
-    : m_outer(std::make_unique<ArchiveFiles>(fileName)), m_resolver({}, anyPhone)
+    : m_outer(std::make_unique<ArchiveFiles>(fileName)), m_resolver({}, anyPhone())
 {
 }
 
-PackageData::PackageData(QIODevice *device) : m_outer(std::make_unique<ArchiveFiles>(device)), m_resolver({}, anyPhone)
+PackageData::PackageData(QIODevice *device)
+    : m_outer(std::make_unique<ArchiveFiles>(device)), m_resolver({}, anyPhone())
 {
 }
 
@@ -32,7 +36,7 @@ void PackageData::load()
         return;
     m_isLoaded = true;
     read();
-    m_resolver = ResourceResolver(m_tables, anyPhone);
+    m_resolver = ResourceResolver(m_tables, anyPhone());
 }
 
 void PackageData::read()

@@ -1,0 +1,436 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "Bytes.h"
+
+#include <SorrelKit/DrawableRenderer.h>
+#include <SorrelKit/Package.h>
+
+#include <QBuffer>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace fixture;
+using SorrelKit::DrawableRenderer;
+using SorrelKit::Feature;
+using SorrelKit::IconFile;
+using SorrelKit::IconMask;
+using SorrelKit::Launcher;
+using SorrelKit::Package;
+
+namespace {
+
+constexpr quint32 LabelResource = 0x7f010000;
+constexpr quint32 IconResource = 0x7f020000;
+constexpr quint32 ChainResource = 0x7f010001;
+constexpr quint32 CycleResource = 0x7f010002;
+
+QString latin(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+enum StringNumber : int {
+    Plain,
+    German,
+    SmallIcon,
+    LargeIcon,
+    NoPicture,
+};
+
+// One label in two languages, by itself and behind a reference, one that refers to itself, and an icon in two sizes.
+QByteArray table()
+{
+    TypeBuilder plain(1);
+    plain.value(0, String, Plain).value(1, Reference, LabelResource).value(2, Reference, CycleResource);
+    PackageBuilder package;
+    package.types({latin("string"), latin("drawable")})
+        .type(plain)
+        .type(TypeBuilder(1, ConfigBuilder().locale("de").build()).value(0, String, German))
+        .type(TypeBuilder(2, ConfigBuilder().density(160).build()).value(0, String, SmallIcon))
+        .type(TypeBuilder(2, ConfigBuilder().density(320).build()).value(0, String, LargeIcon))
+        .type(TypeBuilder(2, ConfigBuilder().density(480).build()).value(0, String, NoPicture));
+    return TableBuilder()
+        .strings(
+            {latin("Plain"), latin("Deutsch"), latin("res/small.png"), latin("res/large.png"), latin("res/no.png")})
+        .package(package)
+        .build();
+}
+
+XmlBuilder manifestStart()
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(latin("manifest"), {plainText(latin("package"), latin("org.example.app"))});
+    return builder;
+}
+
+QByteArray manifest(const QVector<Attribute> &application = {}, const QVector<Attribute> &activity = {})
+{
+    XmlBuilder builder = manifestStart();
+    QVector<Attribute> attributes{androidText(latin("name"), latin(".Main"))};
+    attributes += activity;
+    return builder.start(latin("application"), application)
+        .start(latin("activity"), attributes)
+        .launcherFilter()
+        .end(latin("activity"))
+        .end(latin("application"))
+        .end(latin("manifest"))
+        .build();
+}
+
+QVector<Member> icons()
+{
+    return {{latin("res/small.png"), picture(48, 48, 0xff0000)},
+            {latin("res/large.png"), picture(96, 96, 0x00ff00)},
+            {latin("res/no.png"), "no picture"}};
+}
+
+QVector<Attribute> labelAndIcon()
+{
+    return {androidReference(latin("label"), LabelResource), androidReference(latin("icon"), IconResource)};
+}
+
+/// A package in memory, and the device that it is read from.
+struct Opened {
+    explicit Opened(const QByteArray &bytes) : device(bytes), package(&device) {}
+    Opened(const QByteArray &tableBytes, const QByteArray &manifestBytes, const QVector<Member> &others = {})
+        : Opened(fixture::package(tableBytes, manifestBytes, others))
+    {
+    }
+
+    PackageDevice device;
+    Package package;
+};
+
+} // namespace
+
+class TestPackage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void nothingIsOpenedBeforeItIsAskedFor();
+    void packageIsReadOnce();
+    void labelsAndIcons();
+    void labelsBehindReferences();
+    void labelThatRefersToItselfIsNone();
+    void packageWithoutATableIsNoFailure();
+    void manifestOfUnsetTypeIsRead();
+    void copiesAndLaunchersKeepThePackage();
+    void emptyLauncher();
+    void iconFilesAreThoseThatCanBeRead();
+    void iconOfTheSizeThatFits_data();
+    void iconOfTheSizeThatFits();
+    void iconThatIsAColour();
+    void iconByItsPath();
+    void rendererDrawsAnyResource();
+    void previewsOfThePlatform();
+
+    void errorCouldNotOpen();
+    void errorCouldNotParseTable();
+    void errorCouldNotFindManifest();
+    void errorCouldNotParseManifest();
+    void errorThereIsNoIcon();
+    void errorResourceIsNoDrawable();
+    void errorPictureHasSides();
+    void errorCannotBeReadOrDecoded();
+
+    void everyPrefixIsAnswered();
+    void everyByteMayBeDamaged();
+};
+
+void TestPackage::nothingIsOpenedBeforeItIsAskedFor()
+{
+    Opened opened(table(), manifest());
+    QCOMPARE(opened.device.timesOpened(), 0);
+    QCOMPARE(opened.package.error(), Package::NoError);
+    QCOMPARE(opened.device.timesOpened(), 1);
+}
+
+void TestPackage::packageIsReadOnce()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    const Package copy = opened.package;
+    QCOMPARE(copy.packageName(), latin("org.example.app"));
+    QCOMPARE(opened.package.launchers().size(), 1);
+    QVERIFY(!copy.icon(48).isNull());
+    QCOMPARE(opened.device.timesOpened(), 1);
+}
+
+void TestPackage::labelsAndIcons()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    const QList<Launcher> launchers = opened.package.launchers();
+    QCOMPARE(launchers.size(), 1);
+    const Launcher &launcher = launchers.first();
+    QCOMPARE(launcher.packageName(), latin("org.example.app"));
+    QCOMPARE(launcher.name(), latin("org.example.app.Main"));
+    QCOMPARE(launcher.className(), latin("org.example.app.Main"));
+    QVERIFY(!launcher.isAlias());
+    QVERIFY(launcher.isShown());
+    const QMap<QString, QString> labels{{QString(), latin("Plain")}, {latin("de"), latin("Deutsch")}};
+    QCOMPARE(launcher.labels(), labels);
+    QCOMPARE(opened.package.labels(), labels);
+    QCOMPARE(launcher.label(QLocale("de_CH")), latin("Deutsch"));
+    QCOMPARE(launcher.label(QLocale("fr")), latin("Plain"));
+    QCOMPARE(opened.package.label(QLocale("de")), latin("Deutsch"));
+    QCOMPARE(launcher.iconResource(), IconResource);
+    QString error = latin("unset");
+    QCOMPARE(launcher.icon(48, IconMask::Circle, &error).pixel(24, 24), 0xffff0000u);
+    QCOMPARE(error, QString());
+    QCOMPARE(opened.package.icon(48).size(), QSize(48, 48));
+}
+
+void TestPackage::labelsBehindReferences()
+{
+    Opened opened(table(), manifest({androidReference(latin("label"), ChainResource)}));
+    const QMap<QString, QString> labels{{QString(), latin("Plain")}, {latin("de"), latin("Deutsch")}};
+    QCOMPARE(opened.package.labels(), labels);
+}
+
+void TestPackage::labelThatRefersToItselfIsNone()
+{
+    Opened opened(table(), manifest({androidReference(latin("label"), CycleResource)}));
+    QVERIFY(opened.package.labels().isEmpty());
+    QCOMPARE(opened.package.label(), latin("org.example.app"));
+    QCOMPARE(opened.package.launchers().first().label(), latin("org.example.app.Main"));
+}
+
+void TestPackage::packageWithoutATableIsNoFailure()
+{
+    Opened opened(zip({{latin("AndroidManifest.xml"), manifest({androidText(latin("label"), latin("Written"))})}}));
+    QCOMPARE(opened.package.error(), Package::NoError);
+    QCOMPARE(opened.package.errorString(), latin("no error"));
+    QVERIFY(opened.package.isValid());
+    QCOMPARE(opened.package.launchers().first().label(), latin("Written"));
+}
+
+void TestPackage::manifestOfUnsetTypeIsRead()
+{
+    QByteArray document = manifest(labelAndIcon());
+    poke16(document, 0, 0);
+    Opened opened(table(), document);
+    QCOMPARE(opened.package.error(), Package::NoError);
+    QCOMPARE(opened.package.label(), latin("Plain"));
+}
+
+void TestPackage::copiesAndLaunchersKeepThePackage()
+{
+    PackageDevice device(table(), manifest(labelAndIcon()), icons());
+    Launcher launcher;
+    {
+        const Package package(&device);
+        launcher = package.launchers().first();
+    }
+    QCOMPARE(launcher.label(QLocale("de")), latin("Deutsch"));
+    QCOMPARE(launcher.icon(96).pixel(48, 48), 0xff00ff00u);
+}
+
+void TestPackage::emptyLauncher()
+{
+    const Launcher launcher;
+    QCOMPARE(launcher.packageName(), QString());
+    QCOMPARE(launcher.name(), QString());
+    QCOMPARE(launcher.className(), QString());
+    QVERIFY(!launcher.isShown() && !launcher.isEnabled() && !launcher.isExported() && !launcher.isAlias());
+    QVERIFY(launcher.labels().isEmpty());
+    QCOMPARE(launcher.label(), QString());
+    QCOMPARE(launcher.iconResource(), 0u);
+    QVERIFY(launcher.iconFiles().isEmpty());
+    QVERIFY(launcher.icon(48).isNull());
+}
+
+void TestPackage::iconFilesAreThoseThatCanBeRead()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    const QVector<IconFile> files = opened.package.launchers().first().iconFiles();
+    QCOMPARE(files.size(), 2);
+    QCOMPARE(files.at(0).path, latin("res/small.png"));
+    QCOMPARE(files.at(0).kind, latin("png"));
+    QCOMPARE(files.at(0).size, QSize(48, 48));
+    QCOMPARE(files.at(0).density, 160);
+    QCOMPARE(files.at(1).path, latin("res/large.png"));
+}
+
+void TestPackage::iconOfTheSizeThatFits_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QRgb>("color");
+    QTest::newRow("smaller than all") << 24 << 0xffff0000u;
+    QTest::newRow("as large as one") << 48 << 0xffff0000u;
+    QTest::newRow("larger than that") << 49 << 0xff00ff00u;
+    QTest::newRow("larger than all") << 200 << 0xff00ff00u;
+}
+
+void TestPackage::iconOfTheSizeThatFits()
+{
+    QFETCH(int, size);
+    QFETCH(QRgb, color);
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    const QImage icon = opened.package.icon(size);
+    QCOMPARE(icon.size(), QSize(size, size));
+    QCOMPARE(icon.format(), QImage::Format_ARGB32_Premultiplied);
+    QCOMPARE(icon.pixel(size / 2, size / 2), color);
+}
+
+void TestPackage::iconThatIsAColour()
+{
+    const QByteArray colours =
+        TableBuilder()
+            .strings({})
+            .package(PackageBuilder().types({latin("color")}).type(TypeBuilder(1).value(0, 0x1c, 0xff112233)))
+            .build();
+    Opened opened(colours, manifest({androidReference(latin("icon"), 0x7f010000)}));
+    QString error = latin("unset");
+    QCOMPARE(opened.package.icon(16, IconMask::None, &error).pixel(0, 0), 0xff112233u);
+    QCOMPARE(error, QString());
+}
+
+void TestPackage::iconByItsPath()
+{
+    Opened opened(table(), manifest({androidText(latin("icon"), latin("res/large.png"))}), icons());
+    QCOMPARE(opened.package.icon(96).pixel(48, 48), 0xff00ff00u);
+    QCOMPARE(opened.package.launchers().first().iconResource(), 0u);
+}
+
+void TestPackage::rendererDrawsAnyResource()
+{
+    Opened opened(table(), manifest(), icons());
+    DrawableRenderer renderer(opened.package);
+    QCOMPARE(renderer.mask(), IconMask::None);
+    renderer.setMask(IconMask::Squircle);
+    QCOMPARE(renderer.mask(), IconMask::Squircle);
+    QCOMPARE(renderer.render(IconResource, 96).pixel(1, 1), 0xff00ff00u);
+    QCOMPARE(renderer.errorString(), QString());
+    QVERIFY(renderer.render(0x7f020001, 96).isNull());
+    QCOMPARE(renderer.errorString(), latin("resource 0x7f020001 is no drawable"));
+}
+
+void TestPackage::previewsOfThePlatform()
+{
+    const auto version = [](const Attribute &minimum) {
+        XmlBuilder builder = manifestStart();
+        builder.empty(latin("uses-sdk"), {minimum}).end(latin("manifest"));
+        return Opened(table(), builder.build()).package.minSdkVersion();
+    };
+    QCOMPARE(version(androidValue(latin("minSdkVersion"), Integer, 21)), 21);
+    QCOMPARE(version(androidText(latin("minSdkVersion"), latin("21"))), 21);
+    QCOMPARE(version(androidText(latin("minSdkVersion"), latin("Tiramisu"))), 10000);
+    QCOMPARE(version(androidText(latin("label"), latin("none"))), 1);
+}
+
+void TestPackage::errorCouldNotOpen()
+{
+    const Package missing(latin("/nonexistent.apk"));
+    QCOMPARE(missing.error(), Package::CannotOpen);
+    QCOMPARE(missing.errorString(), latin("could not open APK file"));
+    QVERIFY(!missing.isValid());
+    QCOMPARE(missing.packageName(), QString());
+    QCOMPARE(missing.versionCode(), qint64(0));
+    QVERIFY(missing.launchers().isEmpty() && missing.labels().isEmpty() && missing.nativeAbis().isEmpty());
+    QVERIFY(missing.icon(48).isNull());
+    const QTemporaryDir directory;
+    QCOMPARE(Package(directory.path()).error(), Package::CannotOpen);
+    QBuffer noArchive;
+    noArchive.setData("no archive");
+    QCOMPARE(Package(&noArchive).error(), Package::CannotOpen);
+    PackageDevice open(table(), manifest());
+    open.open(QIODevice::ReadOnly);
+    QCOMPARE(Package(&open).error(), Package::CannotOpen);
+}
+
+void TestPackage::errorCouldNotParseTable()
+{
+    Opened opened(table().chopped(1), manifest({androidText(latin("label"), latin("Written"))}));
+    QCOMPARE(opened.package.error(), Package::BadTable);
+    QCOMPARE(opened.package.errorString(), latin("could not parse resources.arsc: not a resource table"));
+    QVERIFY(opened.package.isValid());
+    QCOMPARE(opened.package.label(), latin("Written"));
+}
+
+void TestPackage::errorCouldNotFindManifest()
+{
+    Opened opened(zip({{latin("resources.arsc"), table()}}));
+    QCOMPARE(opened.package.error(), Package::NoManifest);
+    QCOMPARE(opened.package.errorString(), latin("could not find AndroidManifest.xml"));
+    QVERIFY(!opened.package.isValid());
+}
+
+void TestPackage::errorCouldNotParseManifest()
+{
+    Opened text(table(), "<manifest/>");
+    QCOMPARE(text.package.error(), Package::BadManifest);
+    QCOMPARE(text.package.errorString(), latin("could not parse AndroidManifest.xml: not a binary XML document"));
+    Opened other(table(), XmlBuilder().empty(latin("resources")).build());
+    QCOMPARE(other.package.error(), Package::BadManifest);
+    QCOMPARE(other.package.errorString(), latin("could not parse AndroidManifest.xml"));
+    QVERIFY(!other.package.isValid());
+}
+
+void TestPackage::errorThereIsNoIcon()
+{
+    Opened opened(table(), manifest());
+    QString error;
+    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QCOMPARE(error, latin("there is no icon"));
+}
+
+void TestPackage::errorResourceIsNoDrawable()
+{
+    Opened opened(table(), manifest({androidReference(latin("icon"), 0x01080093)}));
+    QString error;
+    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QCOMPARE(error, latin("resource 0x01080093 is no drawable"));
+}
+
+void TestPackage::errorPictureHasSides()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    for (const int size : {-1, 0, 1025}) {
+        QString error;
+        QVERIFY(opened.package.icon(size, IconMask::None, &error).isNull());
+        QCOMPARE(error, latin("a picture has 1 to 1024 pixels a side"));
+    }
+    QCOMPARE(opened.package.icon(1).size(), QSize(1, 1));
+    QCOMPARE(opened.package.icon(1024).size(), QSize(1024, 1024));
+}
+
+void TestPackage::errorCannotBeReadOrDecoded()
+{
+    Opened opened(table(), manifest(labelAndIcon()));
+    QString error;
+    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QCOMPARE(error, latin("res/small.png cannot be read or decoded"));
+}
+
+void TestPackage::everyPrefixIsAnswered()
+{
+    const QByteArray bytes = fixture::package(table(), manifest(labelAndIcon()), icons());
+    // The length of the archive's comment, its last field, is not looked at.
+    constexpr int CommentLengthSize = 2;
+    for (int size = 0; size < bytes.size(); ++size) {
+        Opened opened(bytes.left(size));
+        const bool isWhole = size >= bytes.size() - CommentLengthSize;
+        QCOMPARE(opened.package.error() == Package::NoError, isWhole);
+        QCOMPARE(opened.package.isValid(), isWhole);
+    }
+}
+
+void TestPackage::everyByteMayBeDamaged()
+{
+    const QByteArray bytes = table();
+    int labelled = 0;
+    for (int at = 0; at < bytes.size(); ++at) {
+        for (const int value : {0x00, 0x7f, 0xff}) {
+            QByteArray damaged = bytes;
+            poke8(damaged, at, value);
+            Opened opened(damaged, manifest(labelAndIcon()), icons());
+            labelled += int(opened.package.label(QLocale("de")) == latin("Deutsch"));
+            const QImage icon = opened.package.icon(8);
+            QVERIFY(icon.isNull() || icon.size() == QSize(8, 8));
+        }
+    }
+    QVERIFY(labelled > 0 && labelled < 3 * bytes.size());
+}
+
+QTEST_GUILESS_MAIN(TestPackage)
+#include "tst_package.moc"
