@@ -10,6 +10,7 @@ namespace {
 constexpr int TableType = 0x0002;
 constexpr int PackageType = 0x0200;
 constexpr int TypeType = 0x0201;
+constexpr qint64 NoEntry = 0xffffffff;
 
 QByteArray code(const char *text)
 {
@@ -86,6 +87,12 @@ QByteArray mapEntry(int itemCount, int key)
     return Bytes().u16(HeaderSize).u16(MapFlag).u32(key).u32(0).u32(itemCount).zeros(itemCount * ItemSize).data();
 }
 
+QByteArray compactEntry(int dataType, qint64 data, int flags, int key)
+{
+    constexpr int CompactFlag = 8;
+    return Bytes().u16(key).u16(dataType << 8 | flags | CompactFlag).u32(data).data();
+}
+
 TypeBuilder &TypeBuilder::value(int index, int dataType, qint64 data)
 {
     return entry(index, simpleEntry(dataType, data));
@@ -104,7 +111,6 @@ TypeBuilder &TypeBuilder::entry(int index, const QByteArray &bytes)
 
 TypeBuilder &TypeBuilder::offset(int index, qint64 offset)
 {
-    constexpr qint64 NoEntry = 0xffffffff;
     while (m_offsets.size() <= index)
         m_offsets.append(NoEntry);
     m_offsets[index] = offset;
@@ -123,15 +129,44 @@ TypeBuilder &TypeBuilder::gap(int count)
     return *this;
 }
 
+TypeBuilder &TypeBuilder::encoding(TableEncoding encoding)
+{
+    m_encoding = encoding;
+    return *this;
+}
+
+QByteArray TypeBuilder::offsets() const
+{
+    constexpr int Unit = 4;
+    constexpr int NoShortOffset = 0xffff;
+    Bytes bytes;
+    for (int index = 0; index < m_offsets.size(); ++index) {
+        const qint64 offset = m_offsets.at(index);
+        if (m_encoding == TableEncoding::Dense)
+            bytes.u32(offset);
+        else if (m_encoding == TableEncoding::ShortOffsets)
+            bytes.u16(offset == NoEntry ? NoShortOffset : offset / Unit);
+        else if (offset != NoEntry)
+            bytes.u16(index).u16(offset / Unit);
+    }
+    return bytes.align().data();
+}
+
+int TypeBuilder::slotCount() const
+{
+    return m_offsets.size() - (m_encoding == TableEncoding::Sparse ? m_offsets.count(NoEntry) : 0);
+}
+
 QByteArray TypeBuilder::build() const
 {
+    constexpr int SparseFlag = 1;
+    constexpr int ShortOffsetsFlag = 2;
+    const bool isSparse = m_encoding == TableEncoding::Sparse;
+    const int flags = isSparse ? SparseFlag : m_encoding == TableEncoding::ShortOffsets ? ShortOffsetsFlag : 0;
+    const QByteArray offsets = this->offsets();
     Bytes header;
-    header.u8(m_id).zeros(3).u32(m_offsets.size()).u32(offsetsAt() + 4 * m_offsets.size() + m_gap).raw(m_config);
-    Bytes body;
-    for (const qint64 offset : m_offsets)
-        body.u32(offset);
-    body.zeros(m_gap).raw(m_entries);
-    return chunk(TypeType, header.data(), body.data());
+    header.u8(m_id).u8(flags).zeros(2).u32(slotCount()).u32(offsetsAt() + offsets.size() + m_gap).raw(m_config);
+    return chunk(TypeType, header.data(), Bytes().raw(offsets).zeros(m_gap).raw(m_entries).data());
 }
 
 PackageBuilder::PackageBuilder(int id, const QString &name) : m_id(id), m_name(name) {}

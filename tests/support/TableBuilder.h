@@ -39,12 +39,22 @@ private:
 QByteArray simpleEntry(int dataType, qint64 data, int flags = 0, int key = 0);
 /// A map entry with @p itemCount items.
 QByteArray mapEntry(int itemCount, int key = 0);
+/// An entry with a simple value, in the form of 8 bytes, which libsorrel does not read.
+QByteArray compactEntry(int dataType, qint64 data, int flags = 0, int key = 0);
+
+/// How a type chunk tells where its entries are. libsorrel reads the first form alone.
+enum class TableEncoding {
+    Dense,        ///< an offset of 4 bytes for each index
+    ShortOffsets, ///< one of 2 bytes, in units of 4
+    Sparse,       ///< for each entry its index, and an offset in units of 4
+};
 
 /// Builds a type chunk: the values of type @p id in one configuration.
 class TypeBuilder
 {
 public:
     static constexpr int TypeIdAt = 8;
+    static constexpr int FlagsAt = 9;
     static constexpr int EntryCountAt = 12;
     static constexpr int EntriesStartAt = 16;
     static constexpr int ConfigAt = 20;
@@ -62,17 +72,23 @@ public:
     TypeBuilder &unlisted(const QByteArray &bytes);
     /// Bytes between the offsets and the entries.
     TypeBuilder &gap(int count);
+    /// Where the entries are is told in this form; offsets are then multiples of 4.
+    TypeBuilder &encoding(TableEncoding encoding);
 
     /// Offset of the first entry's offset in the chunk.
     int offsetsAt() const { return ConfigAt + m_config.size(); }
     QByteArray build() const;
 
 private:
+    QByteArray offsets() const;
+    int slotCount() const;
+
     int m_id;
     QByteArray m_config;
     QVector<qint64> m_offsets;
     QByteArray m_entries;
     int m_gap = 0;
+    TableEncoding m_encoding = TableEncoding::Dense;
 };
 
 /// Builds a package chunk. The pools of types and keys come first, then what else was added, in its order.
