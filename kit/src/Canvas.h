@@ -37,6 +37,10 @@ public:
 
     /// Takes what one pass over all of the canvas costs off the budget, @p passes times; false when there is not as much.
     bool spend(qint64 passes = 1) { return m_pixels.spend(passes * qint64(size().width()) * size().height()); }
+    /// Takes off what @p pixels cost, for what is smaller than the canvas, or takes longer than a pass over it.
+    bool spendPixels(qint64 pixels) { return m_pixels.spend(pixels); }
+    /// The pixels that are left of the budget.
+    qint64 pixelsLeft() const { return m_pixels.left(); }
     /// Whether something had to be left out.
     bool isSpent() const { return m_pixels.isSpent(); }
 

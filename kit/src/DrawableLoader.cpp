@@ -2,8 +2,12 @@
 #include "DrawableLoader.h"
 
 #include "AndroidAttributes.h"
+#include "AnimatedVector.h"
 #include "BitmapDrawable.h"
 #include "ColorDrawable.h"
+#include "ColorStateList.h"
+#include "GradientColor.h"
+#include "VectorDrawable.h"
 #include "XmlReader.h"
 
 namespace SorrelKit {
@@ -16,7 +20,9 @@ struct Kind {
 };
 
 constexpr Kind kinds[] = {
+    {"animated-vector", AnimatedVector::fromXml},
     {"color", ColorDrawable::fromXml},
+    {"vector", VectorDrawable::fromXml},
 };
 
 } // namespace
@@ -51,7 +57,8 @@ DrawableLoader::DrawableLoader(const ResourceResolver &resolver, PackageFiles &f
       m_files(files),
       m_pixelsPerDp(pixelsPerDp),
       m_drawables(MaxDrawables),
-      m_xmlBytes(MaxXmlBytes)
+      m_xmlBytes(MaxXmlBytes),
+      m_pathSegments(MaxPathSegments)
 {
 }
 
@@ -141,6 +148,12 @@ QBrush DrawableLoader::brushOf(const XmlElement &root)
 {
     if (root.isNull())
         return {};
+    if (root.name == QLatin1String("selector")) {
+        const auto color = ColorStateList::fromXml(root, *this);
+        return color ? QBrush(*color) : QBrush();
+    }
+    if (root.name == QLatin1String("gradient"))
+        return GradientColor::fromXml(root, *this).value_or(QBrush());
     setError(QStringLiteral("unsupported color <%1>").arg(root.name));
     return {};
 }

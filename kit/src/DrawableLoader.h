@@ -36,6 +36,8 @@ public:
     /// Bytes of one file at most, and of all XML files.
     static constexpr qint64 MaxFileBytes = 16 << 20;
     static constexpr qint64 MaxXmlBytes = 32 << 20;
+    /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
+    static constexpr qint64 MaxPathSegments = 1 << 17;
 
     /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
     DrawableLoader(const ResourceResolver &resolver, PackageFiles &files, qreal pixelsPerDp);
@@ -70,6 +72,8 @@ public:
 
     const ResourceResolver &resolver() const { return m_resolver; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
+    /// What is left of the segments that paths may have.
+    Allowance &pathSegments() { return m_pathSegments; }
     /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
     qreal scaleOf(int density) const;
 
@@ -94,6 +98,7 @@ private:
     int m_depth = 0;
     Allowance m_drawables;
     Allowance m_xmlBytes;
+    Allowance m_pathSegments;
     PictureReader m_reader;
     QHash<QString, QImage> m_pictures; ///< by path, as are
     QHash<QString, QBrush> m_brushes;
