@@ -144,6 +144,8 @@ constexpr quint32 ScaleHeight = 0x010101fd;
 constexpr quint32 ScaleGravity = 0x010101fe;
 constexpr quint32 ClipOrientation = 0x0101020a;
 constexpr quint32 DrawableLeft = 0x0101016f;
+constexpr quint32 Id = 0x010100d0;
+constexpr quint32 UseIntrinsicSizeAsMinimum = 0x01010310;
 } // namespace SorrelKit::Attr
 
 #endif

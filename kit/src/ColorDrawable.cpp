@@ -3,6 +3,7 @@
 
 #include "Canvas.h"
 #include "DrawableAttributes.h"
+#include "PaintBounds.h"
 
 namespace SorrelKit {
 
@@ -13,8 +14,9 @@ DrawablePointer ColorDrawable::fromXml(const XmlElement &element, DrawableLoader
 
 void ColorDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
-    if (canvas.spend())
-        canvas.painter().fillRect(bounds, m_color);
+    const VisibleArea area(canvas.painter(), bounds);
+    if (!area.isEmpty() && canvas.spend())
+        canvas.painter().fillRect(area.part(), m_color);
 }
 
 } // namespace SorrelKit

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_DRAWABLE_H
 #define SORRELKIT_DRAWABLE_H
 
+#include <QMarginsF>
 #include <QRectF>
 #include <QSizeF>
 
@@ -24,6 +25,9 @@ public:
 
     /// The size that it has of itself; a side that it has none for is -1, and takes whatever it is drawn into.
     virtual QSizeF intrinsicSize() const { return {-1, -1}; }
+    /// The space at its edges that it asks what it contains to keep. It does not change what is drawn, but where the layers
+    /// go that are above it in a layer list.
+    virtual QMarginsF padding() const { return {}; }
     /// Draws it into @p bounds, which may lie anywhere and be empty. What does not fit into the canvas's budget is left
     /// out, as Canvas::isSpent() tells.
     virtual void draw(Canvas &canvas, const QRectF &bounds) const = 0;

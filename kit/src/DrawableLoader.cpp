@@ -1,12 +1,21 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "DrawableLoader.h"
 
+#include "AdaptiveIcon.h"
 #include "AndroidAttributes.h"
 #include "AnimatedVector.h"
 #include "BitmapDrawable.h"
+#include "ClipDrawable.h"
 #include "ColorDrawable.h"
 #include "ColorStateList.h"
+#include "DefaultItem.h"
 #include "GradientColor.h"
+#include "InsetDrawable.h"
+#include "LayerDrawable.h"
+#include "NinePatchDrawable.h"
+#include "RotateDrawable.h"
+#include "ScaleDrawable.h"
+#include "ShapeDrawable.h"
 #include "VectorDrawable.h"
 #include "XmlReader.h"
 
@@ -20,8 +29,24 @@ struct Kind {
 };
 
 constexpr Kind kinds[] = {
+    {"adaptive-icon", AdaptiveIcon::fromXml},
+    {"animated-rotate", RotateDrawable::fromXml},
+    {"animated-selector", DefaultItem::ofStateList},
     {"animated-vector", AnimatedVector::fromXml},
+    {"animation-list", DefaultItem::ofAnimation},
+    {"bitmap", BitmapDrawable::fromXml},
+    {"clip", ClipDrawable::fromXml},
     {"color", ColorDrawable::fromXml},
+    {"inset", InsetDrawable::fromXml},
+    {"layer-list", LayerDrawable::fromXml},
+    {"level-list", DefaultItem::ofLevelList},
+    {"nine-patch", NinePatchDrawable::fromXml},
+    {"ripple", LayerDrawable::fromXml},
+    {"rotate", RotateDrawable::fromXml},
+    {"scale", ScaleDrawable::fromXml},
+    {"selector", DefaultItem::ofStateList},
+    {"shape", ShapeDrawable::fromXml},
+    {"transition", LayerDrawable::fromXml},
     {"vector", VectorDrawable::fromXml},
 };
 
@@ -81,6 +106,8 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
         return nullptr;
     }
     const QByteArray bytes = file(value.text);
+    if (NinePatch::read(bytes))
+        return NinePatchDrawable::fromFile(value, bytes, *this);
     if (!XmlReader::isDocument(bytes))
         return BitmapDrawable::fromFile(value, *this);
     if (m_resolver.typeName(value.resource) == QLatin1String("color")) {

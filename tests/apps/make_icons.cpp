@@ -2,6 +2,7 @@
 
 // make_icons APP DIR: draws the pictures of one sample application into its res directory.
 
+#include "GalleryPictures.h"
 #include "IconSources.h"
 
 #include <QCoreApplication>
@@ -24,16 +25,16 @@ QImage draw(const IconSource &icon)
     return image;
 }
 
-bool write(const IconSource &icon, const QDir &resources)
+bool write(const QImage &image, const char *file, const QDir &resources)
 {
-    const QString path = resources.filePath(QLatin1String(icon.file));
+    const QString path = resources.filePath(QLatin1String(file));
     if (!QDir().mkpath(QFileInfo(path).path())) {
         std::fprintf(stderr, "make_icons: cannot create the directory of %s\n", qPrintable(path));
         return false;
     }
     QImageWriter writer(path);
     writer.setQuality(100);
-    if (!writer.write(draw(icon))) {
+    if (!writer.write(image)) {
         std::fprintf(
             stderr, "make_icons: %s: %s%s\n", qPrintable(path), qPrintable(writer.errorString()),
             writer.error() == QImageWriter::UnsupportedFormatError ? " (is qt5-image-formats-plugins installed?)" : "");
@@ -57,7 +58,13 @@ int main(int argc, char *argv[])
     for (const IconSource &icon : iconSources) {
         if (arguments.at(1) != QLatin1String(icon.app))
             continue;
-        if (!write(icon, resources))
+        if (!write(draw(icon), icon.file, resources))
+            return 1;
+    }
+    if (arguments.at(1) != QLatin1String("gallery"))
+        return 0;
+    for (const GalleryPicture &picture : galleryPictures()) {
+        if (!write(picture.image, picture.file, resources))
             return 1;
     }
     return 0;

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_SHAPEDRAWABLE_H
+#define SORRELKIT_SHAPEDRAWABLE_H
+
+#include "Drawable.h"
+#include "ShapeGradient.h"
+
+#include <QColor>
+#include <QPainterPath>
+
+#include <array>
+#include <optional>
+
+namespace SorrelKit {
+
+class DrawableAttributes;
+class DrawableLoader;
+class Tint;
+struct XmlElement;
+
+/**
+ * A shape of few parameters: `shape`, with the elements `solid` or `gradient` (the last of them counts), `stroke`, `corners`,
+ * `size` and `padding`. It is in the middle of its stroke, which goes along the edge of the bounds, within them.
+ *
+ * A line goes across, half way down, and has a stroke alone. A ring's radii are dimensions or parts of the width. One that
+ * depends on the level, as it does unless `android:useLevel` is false, is drawn as at level 0, where it has no extent:
+ * not at all.
+ */
+class ShapeDrawable : public Drawable
+{
+public:
+    /// Dashes of an outline at most; one that had more is drawn through. They would be less than a pixel by far.
+    static constexpr qreal MaxDashes = 4096;
+
+    static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
+
+    QSizeF intrinsicSize() const override { return m_size; }
+    QMarginsF padding() const override { return m_padding; }
+    void draw(Canvas &canvas, const QRectF &bounds) const override;
+
+private:
+    /// Values of `android:shape`.
+    enum class Kind : int {
+        Rectangle = 0,
+        Oval = 1,
+        Line = 2,
+        Ring = 3,
+    };
+    /// A radius in pixels, or when that is negative, the width divided by the ratio.
+    struct RingLength {
+        qreal of(qreal width) const;
+
+        qreal pixels = -1;
+        qreal ratio = 1;
+    };
+    struct Stroke {
+        qreal width = 0;
+        QColor color;
+        qreal dash = 0;
+        qreal gap = 0;
+    };
+
+    bool readShape(const DrawableAttributes &attributes, DrawableLoader &loader);
+    void readPart(const XmlElement &part, DrawableLoader &loader);
+    void readCorners(const DrawableAttributes &attributes);
+    void tint(const Tint &tint);
+    QPainterPath outline(const QRectF &rect) const;
+    QPainterPath roundedRectangle(const QRectF &rect) const;
+    QPainterPath ring(const QRectF &rect) const;
+    QPen pen(const QRectF &rect) const;
+
+    Kind m_kind = Kind::Rectangle;
+    RingLength m_innerRadius{-1, 3};
+    RingLength m_thickness{-1, 9};
+    bool m_isAtLevel = false;
+    std::array<qreal, 4> m_radii{}; ///< from the top left on, clockwise
+    QColor m_solid = Qt::transparent;
+    std::optional<ShapeGradient> m_gradient;
+    Stroke m_stroke;
+    QSizeF m_size{-1, -1};
+    QMarginsF m_padding;
+};
+
+} // namespace SorrelKit
+
+#endif

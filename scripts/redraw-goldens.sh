@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# redraw-goldens.sh: draws the pictures anew that the tests of drawables compare with (tests/kit/golden), and tells which
+# have changed. Look at each before it is committed, as scripts/contact-sheet.sh shows them: a golden of a wrong picture
+# keeps it wrong.
+
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+require "${test_packages[@]}"
+build release
+export SORREL_REDRAW_GOLDENS=1
+ctest --preset release -R '^tst_(gallery|vectordrawable)$'
+git status --short tests/kit/golden

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DRAWABLEFIXTURE_H
+#define DRAWABLEFIXTURE_H
+
+#include "Canvas.h"
+#include "DrawableLoader.h"
+
+#include <QHash>
+#include <QImage>
+
+/// Elements of drawables that are put together in code, and what they are drawn into.
+namespace fixture {
+
+using Attributes = QVector<SorrelKit::XmlAttribute>;
+using Elements = QVector<SorrelKit::XmlElement>;
+
+SorrelKit::XmlElement element(const QString &name, const Attributes &attributes = {}, const Elements &children = {});
+
+SorrelKit::XmlAttribute integer(quint32 id, int value);
+SorrelKit::XmlAttribute number(quint32 id, float value);
+SorrelKit::XmlAttribute boolean(quint32 id, bool value);
+SorrelKit::XmlAttribute color(quint32 id, QRgb value);
+/// A dimension of @p value pixels, up to 23 bits of them.
+SorrelKit::XmlAttribute pixels(quint32 id, int value);
+SorrelKit::XmlAttribute percent(quint32 id, qreal value);
+SorrelKit::XmlAttribute text(quint32 id, const QString &value);
+
+/// A colour that fills its bounds, as an element, and as the attribute of an item.
+SorrelKit::XmlElement filled(QRgb value);
+SorrelKit::XmlAttribute drawable(QRgb value);
+
+/// Files in memory.
+class Files : public SorrelKit::PackageFiles
+{
+public:
+    QByteArray file(const QString &path, qint64 maxBytes) override;
+    void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
+    void add(const QString &path, const QImage &picture);
+
+private:
+    QHash<QString, QByteArray> m_files;
+};
+
+/// Loads drawables from elements, at one pixel for a dp, and draws them.
+class Studio
+{
+public:
+    Studio();
+
+    Files files;
+    SorrelKit::DrawableLoader loader;
+
+    SorrelKit::DrawablePointer load(const SorrelKit::XmlElement &root) { return loader.fromElement(root); }
+    /// @p root in all of a picture of @p size.
+    QImage draw(const SorrelKit::XmlElement &root, QSize size, SorrelKit::IconMask mask = SorrelKit::IconMask::None);
+};
+
+/// The PNG of @p picture with the marks of a nine-patch: the borders of columns and rows that may be stretched, and the
+/// padding, left, right, top, bottom.
+QByteArray ninePatchPng(const QImage &picture, const QVector<qint32> &columns, const QVector<qint32> &rows,
+                        const QVector<qint32> &padding = {0, 0, 0, 0});
+
+} // namespace fixture
+
+#endif
