@@ -124,6 +124,8 @@ private slots:
     void infoShowsNoControlCharacters();
     void unreadablePackage_data();
     void unreadablePackage();
+    void packageWithoutATable();
+    void packageWithADamagedTable();
     void otherFilesAreDoneAfterAnUnreadableOne();
     void jsonTellsTheErrorToo();
 
@@ -196,10 +198,14 @@ void TestSorrelCommand::infoForAProgram()
     QCOMPARE(result.errors, QByteArray());
     QCOMPARE(result.output.count('\n'), 1);
     QVERIFY(result.output.endsWith('\n'));
-    const QJsonObject icon{{QStringLiteral("width"), 48}, {QStringLiteral("height"), 32}};
+    const QJsonObject icon{{QStringLiteral("kind"), QStringLiteral("png")},
+                           {QStringLiteral("path"), QStringLiteral("icon.png")},
+                           {QStringLiteral("width"), 48},
+                           {QStringLiteral("height"), 32}};
     const QJsonObject labels{{QString(), QStringLiteral("Notes")},
                              {QStringLiteral("de"), QStringLiteral("Notizbücher")}};
     const QJsonObject launcher{{QStringLiteral("package"), QStringLiteral("org.x")},
+                               {QStringLiteral("name"), QStringLiteral("org.x.Main")},
                                {QStringLiteral("class"), QStringLiteral("org.x.Main")},
                                {QStringLiteral("labels"), labels},
                                {QStringLiteral("icons"), QJsonArray{icon}}};
@@ -207,7 +213,11 @@ void TestSorrelCommand::infoForAProgram()
     const QJsonObject expected{{QStringLiteral("file"), file},
                                {QStringLiteral("error"), error},
                                {QStringLiteral("package"), QStringLiteral("org.x")},
+                               {QStringLiteral("versionCode"), QStringLiteral("0")},
+                               {QStringLiteral("versionName"), QString(QStringLiteral(""))},
                                {QStringLiteral("minSdkVersion"), 23},
+                               {QStringLiteral("targetSdkVersion"), 23},
+                               {QStringLiteral("splits"), QJsonArray()},
                                {QStringLiteral("launchers"), QJsonArray{launcher}}};
     QCOMPARE(QJsonDocument::fromJson(result.output).object(), expected);
 }
@@ -251,29 +261,58 @@ void TestSorrelCommand::unreadablePackage_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("text");
-    QTest::newRow("no archive") << QByteArray("nothing of the kind") << QStringLiteral("could not open APK file");
-    QTest::newRow("no table") << zip({{QStringLiteral("AndroidManifest.xml"), smallManifest()}})
-                              << QStringLiteral("could not find resources.arsc");
-    QTest::newRow("bad table") << package(emptyTable().chopped(1), smallManifest())
-                               << QStringLiteral("could not parse resources.arsc");
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("no archive") << QByteArray("nothing of the kind") << QStringLiteral("could not open APK file") << "";
     QTest::newRow("no manifest") << zip({{QStringLiteral("resources.arsc"), emptyTable()}})
-                                 << QStringLiteral("could not find AndroidManifest.xml");
+                                 << QStringLiteral("could not find AndroidManifest.xml") << "";
     QTest::newRow("bad manifest") << package(emptyTable(), launcherManifest().chopped(1))
-                                  << QStringLiteral("could not parse AndroidManifest.xml");
+                                  << QStringLiteral("could not parse AndroidManifest.xml")
+                                  << ": not a binary XML document";
 }
 
 void TestSorrelCommand::unreadablePackage()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, text);
+    QFETCH(QString, fault);
     const QString file = write(QStringLiteral("bad.apk"), content);
-    const QString line = QStringLiteral("sorrel: %1: %2\n").arg(file, text);
-    for (const QString &command : {QStringLiteral("info"), QStringLiteral("manifest")}) {
-        const Run result = run({command, file});
-        QCOMPARE(result.status, 1);
-        QCOMPARE(result.output, QByteArray());
-        QCOMPARE(QString::fromUtf8(result.errors), line);
-    }
+    const QString line = QStringLiteral("sorrel: %1: %2%3\n");
+    const Run info = run({QStringLiteral("info"), file});
+    QCOMPARE(info.status, 1);
+    QCOMPARE(info.output, QByteArray());
+    QCOMPARE(QString::fromUtf8(info.errors), line.arg(file, text, fault));
+    const Run manifest = run({QStringLiteral("manifest"), file});
+    QCOMPARE(manifest.status, 1);
+    QCOMPARE(manifest.output, QByteArray());
+    QCOMPARE(QString::fromUtf8(manifest.errors), line.arg(file, text, QString()));
+}
+
+void TestSorrelCommand::packageWithoutATable()
+{
+    const QString file =
+        write(QStringLiteral("no-table.apk"), zip({{QStringLiteral("AndroidManifest.xml"), smallManifest()}}));
+    const Run info = run({QStringLiteral("info"), file});
+    QCOMPARE(info.status, 0);
+    QVERIFY(info.output.contains("  package        org.example.app\n"));
+    // The manifest is printed with the names of its references, for which the table is needed.
+    const Run manifest = run({QStringLiteral("manifest"), file});
+    QCOMPARE(manifest.status, 1);
+    QCOMPARE(QString::fromUtf8(manifest.errors),
+             QStringLiteral("sorrel: %1: could not find resources.arsc\n").arg(file));
+}
+
+void TestSorrelCommand::packageWithADamagedTable()
+{
+    const QString file = write(QStringLiteral("bad-table.apk"), package(emptyTable().chopped(1), smallManifest()));
+    const Run info = run({QStringLiteral("info"), file});
+    QCOMPARE(info.status, 1);
+    QVERIFY(info.output.contains("  package        org.example.app\n"));
+    QCOMPARE(QString::fromUtf8(info.errors),
+             QStringLiteral("sorrel: %1: could not parse resources.arsc: not a resource table\n").arg(file));
+    const Run manifest = run({QStringLiteral("manifest"), file});
+    QCOMPARE(manifest.status, 1);
+    QCOMPARE(QString::fromUtf8(manifest.errors),
+             QStringLiteral("sorrel: %1: could not parse resources.arsc\n").arg(file));
 }
 
 void TestSorrelCommand::otherFilesAreDoneAfterAnUnreadableOne()
@@ -297,7 +336,11 @@ void TestSorrelCommand::jsonTellsTheErrorToo()
     const QJsonObject expected{{QStringLiteral("file"), bad},
                                {QStringLiteral("error"), error},
                                {QStringLiteral("package"), QString(QStringLiteral(""))},
+                               {QStringLiteral("versionCode"), QStringLiteral("0")},
+                               {QStringLiteral("versionName"), QString(QStringLiteral(""))},
                                {QStringLiteral("minSdkVersion"), 1},
+                               {QStringLiteral("targetSdkVersion"), 1},
+                               {QStringLiteral("splits"), QJsonArray()},
                                {QStringLiteral("launchers"), QJsonArray()}};
     QCOMPARE(QJsonDocument::fromJson(result.output.split('\n').constFirst()).object(), expected);
 }

@@ -23,7 +23,7 @@ const XmlAttribute *LauncherData::innermost(quint32 id) const
 bool LauncherData::isTrue(const XmlElement *element, quint32 id) const
 {
     const XmlAttribute *const attribute = element != nullptr ? element->attribute(id) : nullptr;
-    return package->resolved(attribute).value.boolean().value_or(true);
+    return package->isTrue(attribute, true);
 }
 
 Launcher::Launcher() : d(new LauncherData) {}

@@ -126,7 +126,7 @@ QList<Feature> Package::features() const
     for (const XmlElement &child : loaded().manifest().root().children) {
         const QString name = Manifest::text(child, Attr::Name);
         if (child.name == QLatin1String("uses-feature") && !name.isEmpty())
-            features.append({name, d->resolved(child.attribute(Attr::Required)).value.boolean().value_or(true)});
+            features.append({name, d->isTrue(child.attribute(Attr::Required), true)});
     }
     return features;
 }

@@ -146,6 +146,17 @@ ResolvedValue PackageData::resolved(const XmlAttribute *attribute) const
     return value;
 }
 
+bool PackageData::isTrue(const XmlAttribute *attribute, bool fallback) const
+{
+    const ResolvedValue value = resolved(attribute);
+    if (const auto boolean = value.value.boolean())
+        return *boolean;
+    // Tools that write manifests anew may leave the text alone.
+    if (value.text == QLatin1String("true") || value.text == QLatin1String("false"))
+        return value.text == QLatin1String("true");
+    return fallback;
+}
+
 QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error)
 {
     IconMaker maker(m_resolver, *this);

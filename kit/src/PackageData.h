@@ -46,6 +46,8 @@ public:
 
     /// The text of @p attribute, with references followed; for a phone that speaks no language in particular.
     QString text(const XmlAttribute *attribute) const;
+    /// Whether @p attribute is true; @p fallback when it is missing or neither.
+    bool isTrue(const XmlAttribute *attribute, bool fallback) const;
     /// What @p attribute stands for.
     ResolvedValue resolved(const XmlAttribute *attribute) const;
     /// What @p attribute stands for as a picture of @p size pixels a side, and why not in @p error, which may be null.

@@ -2,20 +2,22 @@
 #ifndef PACKAGEREPORT_H
 #define PACKAGEREPORT_H
 
-#include <ApkLauncherInfo.h>
+#include <SorrelKit/Package.h>
 
 #include <QJsonObject>
 #include <QList>
 #include <QString>
 
-/// What `sorrel info` tells about one package, read when the report is made.
+/// What `sorrel info` tells about one package, or set of packages, read when the report is made.
 class PackageReport
 {
 public:
     PackageReport(const QString &file, bool includeDisabled);
 
-    bool failed() const { return m_errorCode != 0; }
-    QString errorText() const { return m_errorText; }
+    bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
+    QString errorText() const { return m_package.errorString(); }
+    /// Whether there is something to tell, which may be so when a part could not be read.
+    bool isValid() const { return m_package.isValid(); }
 
     /// For a person, in lines. Characters that would steer a terminal are shown as U+FFFD.
     QString toText() const;
@@ -24,11 +26,8 @@ public:
 
 private:
     QString m_file;
-    int m_errorCode = 0;
-    QString m_errorText;
-    QString m_package;
-    int m_minSdkVersion = 1;
-    QList<ApkLauncherInfo> m_launchers;
+    SorrelKit::Package m_package;
+    QList<SorrelKit::Launcher> m_launchers;
 };
 
 #endif

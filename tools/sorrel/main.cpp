@@ -45,7 +45,7 @@ int printInfo(QFile &out, const QStringList &files, bool asJson, bool includeDis
         }
         if (asJson) {
             out.write(QJsonDocument(report.toJson()).toJson(QJsonDocument::Compact) + '\n');
-        } else if (!report.failed()) {
+        } else if (report.isValid()) {
             out.write((first ? QString() : QStringLiteral("\n")).toUtf8() + report.toText().toUtf8());
             first = false;
         }
