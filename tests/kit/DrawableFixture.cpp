@@ -42,6 +42,37 @@ QByteArray bigEndian(qint32 value)
 
 namespace fixture {
 
+qreal coverage(const QImage &image)
+{
+    qint64 alpha = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            alpha += qAlpha(image.pixel(x, y));
+    }
+    return qreal(alpha) / 255 / image.width() / image.height();
+}
+
+QRect areaOf(const QImage &image, QRgb color)
+{
+    QRect area;
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (image.pixel(x, y) != color)
+                continue;
+            area |= QRect(x, y, 1, 1);
+            ++count;
+        }
+    }
+    return count == area.width() * area.height() ? area : QRect();
+}
+
+bool isNear(QRgb a, QRgb b, int tolerance)
+{
+    return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance
+           && std::abs(qBlue(a) - qBlue(b)) <= tolerance && std::abs(qAlpha(a) - qAlpha(b)) <= tolerance;
+}
+
 XmlElement element(const QString &name, const Attributes &attributes, const Elements &children)
 {
     XmlElement element;

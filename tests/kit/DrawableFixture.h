@@ -11,6 +11,20 @@
 /// Elements of drawables that are put together in code, and what they are drawn into.
 namespace fixture {
 
+constexpr QRgb Red = 0xffff0000;
+constexpr QRgb Green = 0xff00ff00;
+constexpr QRgb Blue = 0xff0000ff;
+constexpr QRgb White = 0xffffffff;
+constexpr QRgb Black = 0xff000000;
+constexpr QRgb Nothing = 0;
+
+/// The part of @p image that is covered, from 0 to 1.
+qreal coverage(const QImage &image);
+/// Where @p color is seen, as long as that is a rectangle; else an empty one.
+QRect areaOf(const QImage &image, QRgb color);
+/// Whether no channel of @p a and @p b differs by more than @p tolerance.
+bool isNear(QRgb a, QRgb b, int tolerance);
+
 using Attributes = QVector<SorrelKit::XmlAttribute>;
 using Elements = QVector<SorrelKit::XmlElement>;
 

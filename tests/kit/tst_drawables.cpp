@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "AdaptiveIcon.h"
 #include "AndroidAttributes.h"
-#include "BitmapDrawable.h"
 #include "DrawableFixture.h"
 #include "Gravity.h"
-#include "NinePatchDrawable.h"
 
 #include <QtTest>
 
@@ -16,57 +14,6 @@ using namespace fixture;
 Q_DECLARE_METATYPE(QMarginsF)
 
 namespace {
-
-constexpr QRgb Red = 0xffff0000;
-constexpr QRgb Green = 0xff00ff00;
-constexpr QRgb Blue = 0xff0000ff;
-constexpr QRgb White = 0xffffffff;
-constexpr QRgb Black = 0xff000000;
-constexpr QRgb Nothing = 0;
-
-// A picture whose pixels are all different: red counts columns, green rows.
-QImage scale(int width, int height)
-{
-    QImage image(width, height, QImage::Format_ARGB32);
-    for (int y = 0; y < height; ++y) {
-        for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, qRgb(x * 8, y * 8, 0x80));
-    }
-    return image;
-}
-
-// The part of @p image that is covered, from 0 to 1.
-qreal coverage(const QImage &image)
-{
-    qint64 alpha = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            alpha += qAlpha(image.pixel(x, y));
-    }
-    return qreal(alpha) / 255 / image.width() / image.height();
-}
-
-// Where @p color is seen, as long as that is a rectangle; else an invalid one.
-QRect areaOf(const QImage &image, QRgb color)
-{
-    QRect area;
-    int count = 0;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x) {
-            if (image.pixel(x, y) != color)
-                continue;
-            area |= QRect(x, y, 1, 1);
-            ++count;
-        }
-    }
-    return count == area.width() * area.height() ? area : QRect();
-}
-
-bool isNear(QRgb a, QRgb b, int tolerance)
-{
-    return std::abs(qRed(a) - qRed(b)) <= tolerance && std::abs(qGreen(a) - qGreen(b)) <= tolerance
-           && std::abs(qBlue(a) - qBlue(b)) <= tolerance && std::abs(qAlpha(a) - qAlpha(b)) <= tolerance;
-}
 
 XmlElement inset(const Attributes &attributes, const XmlElement &child)
 {
