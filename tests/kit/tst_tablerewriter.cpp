@@ -2,13 +2,16 @@
 #include "TableRewriter.h"
 
 #include "ApkResources.h"
+#include "ArchiveFiles.h"
 #include "Bytes.h"
 #include "Devices.h"
+#include "EncodedTable.h"
 #include "LogCapture.h"
 #include "TableBuilder.h"
 #include "TypeChunk.h"
 #include "TypeRewriter.h"
 
+#include <QDir>
 #include <QtTest>
 
 #include <cstring>
@@ -213,6 +216,8 @@ private slots:
     void libsorrelAnswersAsForTheDenseTwin_data() { addForms(); }
     void libsorrelAnswersAsForTheDenseTwin();
     void aClassicTableIsLeftAlone();
+    void compiledTablesComeBackFromEveryForm_data();
+    void compiledTablesComeBackFromEveryForm();
     void tablesWithoutTypesAreClassic();
 
     void compactEntriesLoseWhatMakesThemCompact();
@@ -286,6 +291,35 @@ void TestTableRewriter::aClassicTableIsLeftAlone()
     const QByteArray table = someTable({}).build();
     QVERIFY(TableRewriter::isClassic(table));
     QVERIFY(rewritten(table).constData() == table.constData()); // without a copy
+}
+
+void TestTableRewriter::compiledTablesComeBackFromEveryForm_data()
+{
+    QTest::addColumn<QString>("package");
+    for (const QString &package : QDir(SORREL_SAMPLES_DIR).entryList({"*.aapt.apk", "*.aapt2.apk"}, QDir::Files))
+        QTest::newRow(qPrintable(package)) << package;
+}
+
+void TestTableRewriter::compiledTablesComeBackFromEveryForm()
+{
+    QFETCH(QString, package);
+    ArchiveFiles archive(QDir(SORREL_SAMPLES_DIR).filePath(package));
+    QVERIFY(archive.open());
+    const QByteArray table = archive.file("resources.arsc", TableRewriter::MaxTableBytes);
+    QVERIFY(TableRewriter::isClassic(table));
+    const QStringList expected = values(table);
+    for (const bool isCompact : {false, true}) {
+        for (const TableEncoding encoding : everyEncoding) {
+            const QByteArray other = encodedTable(table, encoding, isCompact);
+            QCOMPARE(other == table, encoding == TableEncoding::Dense && !isCompact);
+            // A sparse type does not tell how many resources there are behind the last that has a value.
+            if (encoding == TableEncoding::Sparse)
+                QCOMPARE(values(rewritten(other)), expected);
+            else
+                QCOMPARE(rewritten(other), table);
+            QVERIFY(loads(rewritten(other)));
+        }
+    }
 }
 
 void TestTableRewriter::tablesWithoutTypesAreClassic()

@@ -1,0 +1,247 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <SorrelKit/PackageNormalizer.h>
+
+#include "ApkError.h"
+#include "ArchiveFiles.h"
+#include "ArchiveImages.h"
+#include "ChunkView.h"
+#include "IconMembers.h"
+#include "TableRewriter.h"
+
+#include <ApkFile.h>
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QVector>
+#include <QtEndian>
+
+#include <quazip/quazip.h>
+#include <quazip/quazipfile.h>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr qint64 MaxManifestBytes = 16 << 20;
+
+const char *const tableName = "resources.arsc";
+const char *const manifestName = "AndroidManifest.xml";
+
+struct Member {
+    QString name;
+    QByteArray content;
+};
+
+bool isDocument(const QByteArray &bytes)
+{
+    return ByteView(bytes).u16(0) == quint16(ChunkType::Xml);
+}
+
+QByteArray emptyTable()
+{
+    constexpr int HeaderSize = 12;
+    QByteArray bytes(HeaderSize, '\0');
+    qToLittleEndian(quint16(ChunkType::Table), bytes.data());
+    qToLittleEndian(quint16(HeaderSize), bytes.data() + 2);
+    qToLittleEndian(quint32(HeaderSize), bytes.data() + 4);
+    return bytes;
+}
+
+// Of no compression: what reads the archive has it in memory anyway.
+QByteArray archiveOf(const QVector<Member> &members)
+{
+    constexpr int Stored = 0;
+    constexpr qint64 RoomForNames = 512; ///< of a member, with what the archive says about it
+    // The same bytes at any time.
+    const QDateTime earliest(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
+    qint64 size = 0;
+    for (const Member &member : members)
+        size += member.content.size() + RoomForNames;
+    QBuffer buffer;
+    buffer.buffer().reserve(int(size));
+    QuaZip archive(&buffer);
+    archive.setUtf8Enabled(true);
+    bool good = archive.open(QuaZip::mdCreate);
+    for (const Member &member : members) {
+        QuaZipNewInfo info(member.name);
+        info.dateTime = earliest;
+        QuaZipFile file(&archive);
+        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, Stored);
+        good = good && file.write(member.content) == member.content.size();
+        file.close();
+    }
+    archive.close();
+    return good ? buffer.data() : QByteArray();
+}
+
+std::unique_ptr<ApkFile> apkFileOn(const QByteArray &archive)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(archive);
+    auto package = std::make_unique<ApkFile>(buffer.get());
+    buffer.release()->setParent(package.get());
+    return package;
+}
+
+} // namespace
+
+class PackageNormalizerPrivate
+{
+public:
+    explicit PackageNormalizerPrivate(const QString &name) : fileName(name) {}
+    explicit PackageNormalizerPrivate(QIODevice *original) : device(original) {}
+
+    void load();
+    std::unique_ptr<ApkFile> original() const;
+    QByteArray normalized();
+
+    PackageNormalizer::Error error = PackageNormalizer::NoError;
+    QString fault;
+    bool isNeeded = false;
+
+private:
+    std::unique_ptr<ArchiveFiles> openArchive();
+    void loadTable(ArchiveFiles &archive);
+    void loadManifest(ArchiveFiles &archive);
+    QVector<Member> pictures(const QStringList &paths);
+    void setError(PackageNormalizer::Error code, const QString &text = QString());
+
+    QString fileName;
+    QIODevice *device = nullptr;
+    bool isLoaded = false;
+    QByteArray table;
+    QByteArray manifest;
+};
+
+void PackageNormalizerPrivate::setError(PackageNormalizer::Error code, const QString &text)
+{
+    error = code;
+    fault = text;
+    isNeeded = false;
+}
+
+std::unique_ptr<ArchiveFiles> PackageNormalizerPrivate::openArchive()
+{
+    auto archive =
+        device != nullptr ? std::make_unique<ArchiveFiles>(device) : std::make_unique<ArchiveFiles>(fileName);
+    return archive->open() ? std::move(archive) : nullptr;
+}
+
+void PackageNormalizerPrivate::load()
+{
+    if (isLoaded)
+        return;
+    isLoaded = true;
+    const std::unique_ptr<ArchiveFiles> archive = openArchive();
+    if (archive == nullptr) {
+        setError(PackageNormalizer::CannotOpen);
+        return;
+    }
+    loadManifest(*archive);
+    loadTable(*archive);
+}
+
+void PackageNormalizerPrivate::loadTable(ArchiveFiles &archive)
+{
+    if (!archive.contains(QLatin1String(tableName))) {
+        table = emptyTable();
+        isNeeded = true;
+        return;
+    }
+    const QByteArray original = archive.file(QLatin1String(tableName), TableRewriter::MaxTableBytes);
+    QString text;
+    table = TableRewriter::rewritten(original, &text);
+    if (!text.isEmpty())
+        setError(PackageNormalizer::BadTable, text);
+    else if (table.constData() != original.constData())
+        isNeeded = true;
+}
+
+// Android does not look at the type of the manifest's chunk.
+void PackageNormalizerPrivate::loadManifest(ArchiveFiles &archive)
+{
+    manifest = archive.file(QLatin1String(manifestName), MaxManifestBytes);
+    if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
+        return;
+    qToLittleEndian(quint16(ChunkType::Xml), manifest.data());
+    isNeeded = true;
+}
+
+QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
+{
+    QVector<Member> members;
+    const std::unique_ptr<ArchiveFiles> archive = openArchive();
+    if (archive == nullptr)
+        return members;
+    Allowance bytes(ArchiveImages::MaxReadBytes);
+    for (const QString &path : paths) {
+        if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
+            continue;
+        const QByteArray content = archive->file(path, qMin(ArchiveImages::MaxFileBytes, bytes.left()));
+        if (content.isEmpty() || isDocument(content))
+            continue;
+        bytes.spend(content.size());
+        members.append({path, content});
+    }
+    return members;
+}
+
+QByteArray PackageNormalizerPrivate::normalized()
+{
+    load();
+    if (error != PackageNormalizer::NoError)
+        return {};
+    QVector<Member> members{{QLatin1String(tableName), table}};
+    if (!manifest.isEmpty())
+        members.append({QLatin1String(manifestName), manifest});
+    QStringList paths;
+    {
+        const std::unique_ptr<ApkFile> package = apkFileOn(archiveOf(members));
+        const ApkResources resources = package->resources();
+        paths = IconMembers(resources).paths(package->getManifest());
+    }
+    return archiveOf(members + pictures(paths));
+}
+
+std::unique_ptr<ApkFile> PackageNormalizerPrivate::original() const
+{
+    return device != nullptr ? std::make_unique<ApkFile>(device) : std::make_unique<ApkFile>(fileName);
+}
+
+PackageNormalizer::PackageNormalizer(const QString &fileName) : d(std::make_unique<PackageNormalizerPrivate>(fileName))
+{
+}
+
+PackageNormalizer::PackageNormalizer(QIODevice *device) : d(std::make_unique<PackageNormalizerPrivate>(device)) {}
+
+PackageNormalizer::~PackageNormalizer() = default;
+
+bool PackageNormalizer::isNeeded() const
+{
+    d->load();
+    return d->isNeeded;
+}
+
+QByteArray PackageNormalizer::normalized() const
+{
+    return d->normalized();
+}
+
+std::unique_ptr<ApkFile> PackageNormalizer::apkFile() const
+{
+    return isNeeded() ? apkFileOn(d->normalized()) : d->original();
+}
+
+PackageNormalizer::Error PackageNormalizer::error() const
+{
+    d->load();
+    return d->error;
+}
+
+QString PackageNormalizer::errorString() const
+{
+    const QString text = ApkError::text(error());
+    return d->fault.isEmpty() ? text : text + QLatin1String(": ") + d->fault;
+}
+
+} // namespace SorrelKit
