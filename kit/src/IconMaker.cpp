@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "IconMaker.h"
 
+#include "AdaptiveIcon.h"
 #include "BitmapDrawable.h"
 #include "Canvas.h"
 #include "DrawableLoader.h"
@@ -31,11 +32,18 @@ int side(QSize size)
     return qMax(size.width(), size.height());
 }
 
+// An adaptive icon is made for its own units, whatever sizes its layers have.
+QSizeF sizeOf(const Drawable &drawable, qreal pixelsPerDp)
+{
+    constexpr qreal Units = AdaptiveIcon::VisibleUnits;
+    const bool isAdaptive = dynamic_cast<const AdaptiveIcon *>(&drawable) != nullptr;
+    return isAdaptive ? QSizeF(Units, Units) * pixelsPerDp : drawable.intrinsicSize();
+}
+
 // In the middle of the canvas, as large as fits.
-void drawFitted(const Drawable &drawable, Canvas &canvas)
+void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 {
     const QSizeF room = canvas.size();
-    const QSizeF own = drawable.intrinsicSize();
     const QSizeF size(own.width() > 0 ? own.width() : room.width(), own.height() > 0 ? own.height() : room.height());
     const qreal scale = qMin(room.width() / size.width(), room.height() / size.height());
     canvas.painter().translate((room.width() - size.width() * scale) / 2, (room.height() - size.height() * scale) / 2);
@@ -81,7 +89,7 @@ QImage IconMaker::drawn(const ResolvedValue &value, const ResourceResolver &reso
         return {};
     }
     Canvas canvas(QSize(size, size));
-    drawFitted(*drawable, canvas);
+    drawFitted(*drawable, sizeOf(*drawable, loader.pixelsPerDp()), canvas);
     setError(loader.error());
     if (canvas.isSpent())
         setError(QStringLiteral("drawing takes too much"));
@@ -140,7 +148,7 @@ QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size
         if (image.isNull())
             continue;
         Canvas canvas(QSize(size, size));
-        drawFitted(BitmapDrawable(image, image.size()), canvas);
+        drawFitted(BitmapDrawable(image, image.size()), image.size(), canvas);
         return canvas.image();
     }
     return {};
