@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh README SORREL PROGRAM SAMPLE: whether the README's output is what the commands print about SAMPLE.
+# check.sh README SORREL PROGRAM KIT_PROGRAM SAMPLE KIT_SAMPLE: whether the README's output is what the commands print
+# about SAMPLE, and what the program for the kit prints about KIT_SAMPLE is right.
 set -euo pipefail
-readme=$1 sorrel=$2 program=$3 sample=$4
+readme=$1 sorrel=$2 program=$3 kit_program=$4 sample=$5 kit_sample=$6
 export LC_ALL=C.UTF-8
 
 fail() {
@@ -24,6 +25,10 @@ output=$("$program" "$sample") || fail "the program fails on $sample"
 grep -qx 'org.example.notes.ListActivity: Notes' <<<"$output" || fail "the program misses a launcher: $output"
 grep -qx '  48x48' <<<"$output" || fail "the program misses an icon: $output"
 ! "$program" /nonexistent.apk >/dev/null || fail "the program succeeds without a package"
+
+output=$("$kit_program" "$kit_sample") || fail "the program for the kit fails on $kit_sample"
+grep -qx 'org.example.babel.Phrasebook: Phrasebook 🗼, 96x96' <<<"$output" || fail "the kit misses a launcher: $output"
+! "$kit_program" /nonexistent.apk >/dev/null || fail "the program for the kit succeeds without a package"
 
 for script in scripts/run.sh scripts/test.sh; do
     grep -qF "\$ $script" "$readme" || fail "$script is not mentioned"
