@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "IconMembers.h"
 
-#include <QDomElement>
-#include <QLatin1Char>
+#include "AndroidAttributes.h"
+
+#include <QLatin1String>
+#include <QVector>
 
 namespace SorrelKit {
 
@@ -10,59 +12,60 @@ namespace {
 
 constexpr int CharactersOfAValue = 16; ///< which take about as much time
 
-bool mayHaveALaunchersIcon(const QDomElement &element)
+bool mayHaveALaunchersIcon(const XmlElement &element)
 {
-    const QString tag = element.tagName();
-    return tag.startsWith(QLatin1String("activity")) || tag == QLatin1String("application")
-           || tag == QLatin1String("intent-filter");
-}
-
-// The element after @p element in the order of the document.
-QDomElement next(QDomElement element)
-{
-    QDomElement found = element.firstChildElement();
-    for (; found.isNull() && !element.isNull(); element = element.parentNode().toElement())
-        found = element.nextSiblingElement();
-    return found;
+    return element.name.startsWith(QLatin1String("activity")) || element.name == QLatin1String("application")
+           || element.name == QLatin1String("intent-filter");
 }
 
 } // namespace
 
-QStringList IconMembers::paths(const QDomDocument &manifest)
+QStringList IconMembers::paths(const XmlElement &manifest)
 {
-    const QString android = QStringLiteral("http://schemas.android.com/apk/res/android");
-    const QString icon = QStringLiteral("icon");
-    for (QDomElement element = manifest.documentElement(); !element.isNull(); element = next(element)) {
-        if (mayHaveALaunchersIcon(element) && element.hasAttributeNS(android, icon))
-            follow(element.attributeNS(android, icon));
-    }
+    search(manifest);
     return m_paths;
 }
 
-void IconMembers::follow(const QString &icon)
+// As deep as XmlReader::MaxDepth, which is the deepest that a document can be.
+void IconMembers::search(const XmlElement &element)
 {
-    QStringList pending{icon};
-    while (!pending.isEmpty() && m_paths.size() < MaxPaths) {
-        const QString item = pending.takeLast();
-        if (m_visited.contains(item) || !m_characters.spend(CharactersOfAValue + item.size()))
+    const XmlAttribute *const icon = mayHaveALaunchersIcon(element) ? element.attribute(Attr::Icon) : nullptr;
+    if (icon != nullptr && icon->value.isReference())
+        follow(icon->value.data);
+    else if (icon != nullptr && icon->value.type == ValueType::String)
+        add(icon->text);
+    for (const XmlElement &child : element.children)
+        search(child);
+}
+
+void IconMembers::follow(quint32 resource)
+{
+    QVector<quint32> pending{resource};
+    while (!pending.isEmpty()) {
+        const quint32 id = pending.takeLast();
+        if (m_followed.contains(id) || m_characters.isSpent() || !m_references.spend(1))
             continue;
-        m_visited.insert(item);
-        if (item.startsWith(QLatin1Char('@')))
-            pending += values(item);
-        else if (!item.isEmpty() && item.size() <= MaxPathLength)
-            m_paths.append(item);
+        m_followed.insert(id);
+        for (const ResourceValue &value : m_table.values(id)) {
+            if (value.isMap || !m_characters.spend(CharactersOfAValue))
+                continue;
+            if (value.value.isReference()) {
+                pending.append(value.value.data);
+            } else if (value.value.type == ValueType::String && !m_strings.contains(value.value.data)) {
+                m_strings.insert(value.value.data);
+                add(m_table.string(value.value.data));
+            }
+        }
     }
 }
 
-QStringList IconMembers::values(const QString &reference)
+void IconMembers::add(const QString &path)
 {
-    QStringList values;
-    for (const QString &value : m_resources.lookupAll(reference)) {
-        if (!m_characters.spend(CharactersOfAValue + value.size()))
-            break;
-        values.append(value);
-    }
-    return values;
+    if (path.isEmpty() || !m_characters.spend(path.size()) || path.size() > MaxPathLength || m_paths.size() == MaxPaths
+        || m_known.contains(path))
+        return;
+    m_known.insert(path);
+    m_paths.append(path);
 }
 
 } // namespace SorrelKit

@@ -3,10 +3,9 @@
 #define SORRELKIT_ICONMEMBERS_H
 
 #include "Allowance.h"
+#include "ResourceTable.h"
+#include "XmlElement.h"
 
-#include <ApkResources.h>
-
-#include <QDomDocument>
 #include <QSet>
 #include <QString>
 #include <QStringList>
@@ -14,7 +13,7 @@
 namespace SorrelKit {
 
 /**
- * What the icons of a package lead to in its archive, as libsorrel finds its picture files: the values, in every
+ * What the icons of a package lead to in its archive, where libsorrel looks for picture files: the values, in every
  * configuration, of the attribute `icon` of applications, activities, their aliases and intent filters, with references
  * followed. Whether there is such a member, and whether it is a picture, is not known here.
  */
@@ -25,22 +24,31 @@ public:
     static constexpr int MaxPaths = 4096;
     /// Characters of a path at most; a ZIP archive has room for 65535 bytes of a name.
     static constexpr int MaxPathLength = 4096;
-    /// Characters of the references, and of the values that they lead to; each counts 16 more. As in libsorrel.
+    /// References that are looked up at most: each one goes over all types of a kind, of which a table may have 65536.
+    static constexpr int MaxReferences = 1024;
+    /// Characters of the paths, of which each value counts 16 more. Strings may stand within each other in a table.
     static constexpr int MaxCharacters = 1 << 22;
 
-    /// Looks up references in @p resources, which outlives this object.
-    explicit IconMembers(const ApkResources &resources) : m_resources(resources), m_characters(MaxCharacters) {}
+    /// Looks up references in @p table, which outlives this object.
+    explicit IconMembers(const ResourceTable &table)
+        : m_table(table), m_references(MaxReferences), m_characters(MaxCharacters)
+    {
+    }
 
     /// The paths that @p manifest leads to, each once, in the order in which they were found; up to the ceilings.
-    QStringList paths(const QDomDocument &manifest);
+    QStringList paths(const XmlElement &manifest);
 
 private:
-    void follow(const QString &icon);
-    QStringList values(const QString &reference);
+    void search(const XmlElement &element);
+    void follow(quint32 resource);
+    void add(const QString &path);
 
-    const ApkResources &m_resources;
+    const ResourceTable &m_table;
+    Allowance m_references;
     Allowance m_characters;
-    QSet<QString> m_visited; ///< references and paths; ends references that lead back
+    QSet<quint32> m_followed; ///< resources; ends references that lead back
+    QSet<quint32> m_strings;  ///< of the table, that were taken for paths
+    QSet<QString> m_known;    ///< paths
     QStringList m_paths;
 };
 

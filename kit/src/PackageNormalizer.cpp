@@ -6,7 +6,10 @@
 #include "ArchiveImages.h"
 #include "ChunkView.h"
 #include "IconMembers.h"
+#include "PackageData.h"
+#include "ResourceTable.h"
 #include "TableRewriter.h"
+#include "XmlReader.h"
 
 #include <ApkFile.h>
 
@@ -22,8 +25,6 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr qint64 MaxManifestBytes = 16 << 20;
-
 const char *const tableName = "resources.arsc";
 const char *const manifestName = "AndroidManifest.xml";
 
@@ -31,11 +32,6 @@ struct Member {
     QString name;
     QByteArray content;
 };
-
-bool isDocument(const QByteArray &bytes)
-{
-    return ByteView(bytes).u16(0) == quint16(ChunkType::Xml);
-}
 
 QByteArray emptyTable()
 {
@@ -160,7 +156,7 @@ void PackageNormalizerPrivate::loadTable(ArchiveFiles &archive)
 // Android does not look at the type of the manifest's chunk.
 void PackageNormalizerPrivate::loadManifest(ArchiveFiles &archive)
 {
-    manifest = archive.file(QLatin1String(manifestName), MaxManifestBytes);
+    manifest = archive.file(QLatin1String(manifestName), PackageData::MaxManifestBytes);
     if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
         return;
     qToLittleEndian(quint16(ChunkType::Xml), manifest.data());
@@ -178,7 +174,7 @@ QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
         if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
             continue;
         const QByteArray content = archive->file(path, qMin(ArchiveImages::MaxFileBytes, bytes.left()));
-        if (content.isEmpty() || isDocument(content))
+        if (content.isEmpty() || XmlReader::isDocument(content))
             continue;
         bytes.spend(content.size());
         members.append({path, content});
@@ -194,12 +190,8 @@ QByteArray PackageNormalizerPrivate::normalized()
     QVector<Member> members{{QLatin1String(tableName), table}};
     if (!manifest.isEmpty())
         members.append({QLatin1String(manifestName), manifest});
-    QStringList paths;
-    {
-        const std::unique_ptr<ApkFile> package = apkFileOn(archiveOf(members));
-        const ApkResources resources = package->resources();
-        paths = IconMembers(resources).paths(package->getManifest());
-    }
+    const ResourceTable resources(table);
+    const QStringList paths = IconMembers(resources).paths(XmlReader(manifest).root());
     return archiveOf(members + pictures(paths));
 }
 
