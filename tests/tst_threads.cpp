@@ -3,6 +3,8 @@
 #include "ApkFile.h"
 #include "Walker.h"
 
+#include <SorrelKit/Package.h>
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -13,7 +15,8 @@
 
 using namespace fixture;
 
-/// What may be done in several threads at once: an ApkFile for each, and copies of one table. For ThreadSanitizer.
+/// What may be done in several threads at once: an ApkFile, or the kit's Package, for each, and copies of one table. For
+/// ThreadSanitizer.
 class TestThreads : public QObject
 {
     Q_OBJECT
@@ -21,6 +24,7 @@ class TestThreads : public QObject
 private slots:
     void initTestCase();
     void packageIsReadByAnObjectForEachThread();
+    void packageOfTheKitIsReadByAnObjectForEachThread();
     void copiesOfATableAreReadInEachThread();
 
 private:
@@ -48,16 +52,23 @@ void TestThreads::initTestCase()
 {
     const QByteArray table =
         TableBuilder()
-            .strings({QStringLiteral("Notes"), QStringLiteral("Notizen")})
+            .strings({QStringLiteral("Notes"), QStringLiteral("Notizen"), QStringLiteral("res/icon.png")})
             .package(PackageBuilder()
-                         .types({QStringLiteral("string")})
+                         .types({QStringLiteral("string"), QStringLiteral("drawable")})
+                         .type(TypeBuilder(2).value(0, String, 2))
                          .type(TypeBuilder(1).value(0, String, 0).value(1, Reference, 0x7f010000))
                          .type(TypeBuilder(1, ConfigBuilder().locale("de").build()).value(0, String, 1)))
             .build();
     m_path = m_directory.filePath(QStringLiteral("app.apk"));
     QFile file(m_path);
     QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(package(table, smallManifest()));
+    XmlBuilder manifest = XmlBuilder::manifest();
+    manifest
+        .start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.example.app"))})
+        .empty(QStringLiteral("application"), {androidReference(QStringLiteral("label"), 0x7f010001),
+                                               androidReference(QStringLiteral("icon"), 0x7f020000)})
+        .end(QStringLiteral("manifest"));
+    file.write(package(table, manifest.build(), {{QStringLiteral("res/icon.png"), picture(48, 48, 0xff0000)}}));
 }
 
 void TestThreads::packageIsReadByAnObjectForEachThread()
@@ -68,6 +79,20 @@ void TestThreads::packageIsReadByAnObjectForEachThread()
             ApkFile apk(m_path);
             visit(apk, 4);
             good += apk.mainPackage() == QLatin1String("org.example.app") ? 1 : 0;
+        }
+    });
+    QCOMPARE(good.load(), Threads * Rounds);
+}
+
+void TestThreads::packageOfTheKitIsReadByAnObjectForEachThread()
+{
+    std::atomic<int> good(0);
+    inThreads([&] {
+        for (int round = 0; round < Rounds; ++round) {
+            const SorrelKit::Package kitPackage(m_path);
+            const bool isLabelled = kitPackage.label(QLocale("de")) == QLatin1String("Notizen");
+            const bool isDrawn = kitPackage.icon(32).pixel(16, 16) == 0xffff0000;
+            good += isLabelled && isDrawn ? 1 : 0;
         }
     });
     QCOMPARE(good.load(), Threads * Rounds);
