@@ -18,10 +18,11 @@ say() {
     echo "== $* (${SECONDS}s)" >&2
 }
 
+# prepare [TARGET...]: builds these, or everything, and makes the packages that are generated.
 prepare() {
     require "${bench_packages[@]}"
     say "Building"
-    build bench
+    build bench "$@"
     mkdir -p "$results/packages"
     "$programs/write_packages" "$results/packages"
 }
@@ -88,7 +89,7 @@ choose_packages() {
 
 case ${1:-} in
 --check | --update)
-    prepare
+    prepare bench_instructions write_packages samples
     say "Instructions"
     python3 bench/instructions.py "$results" "$1"
     ;;

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture) for so many minutes each, as many at
-# once as there are processors. What they learn is kept in build/fuzz/corpus; what breaks the library, in
+# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture) for so many minutes each (which may be a
+# fraction), as many at once as there are processors. What they learn is kept in build/fuzz/corpus; what breaks the library, in
 # build/fuzz/found, and the status is then 1.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
@@ -18,12 +18,13 @@ build/fuzz/bin/write_seeds build/fuzz/seeds
 fuzz() {
     local entry=$1
     mkdir -p "build/fuzz/corpus/$entry" "build/fuzz/found"
-    "build/fuzz/bin/fuzz_$entry" -max_total_time=$((minutes * 60)) -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
+    "build/fuzz/bin/fuzz_$entry" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
         -dict=fuzz/chunks.dict -artifact_prefix="build/fuzz/found/$entry-" -print_final_stats=1 \
         "build/fuzz/corpus/$entry" "build/fuzz/seeds/$entry" >"build/fuzz/$entry.log" 2>&1
 }
 export -f fuzz
-export minutes
+seconds=$(awk -v minutes="$minutes" 'BEGIN { print int(minutes * 60) }')
+export seconds
 
 status=0
 printf '%s\n' "${entries[@]}" | xargs -P "$(nproc)" -I{} bash -c 'fuzz {}' || status=1
