@@ -52,10 +52,12 @@ QImage blockAverages(const QImage &picture, int columns, int rows)
     return result;
 }
 
-// How many pixels may be averaged ahead of the fine scaling, which gets twice of what it needs.
+// How many pixels of a side are averaged ahead of the fine scaling, which gets twice of what it needs, but never more than
+// memory is to be taken for.
 int blockSide(int side, int wanted)
 {
-    return qMax(1, side / (2 * wanted));
+    constexpr int MaxSide = 2048;
+    return qMax((side + MaxSide - 1) / MaxSide, side / (2 * wanted));
 }
 
 int shrunkSide(int side, qreal wanted)
@@ -99,7 +101,7 @@ QImage shrunk(const QImage &picture, const QSizeF &size)
     const QImage image = isLarge ? blockAverages(picture, blockSide(picture.width(), target.width()),
                                                  blockSide(picture.height(), target.height()))
                                  : picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
-    return image.scaled(target, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return image.scaled(target.boundedTo(image.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace SorrelKit

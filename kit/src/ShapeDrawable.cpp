@@ -121,13 +121,11 @@ void ShapeDrawable::draw(Canvas &canvas, const QRectF &bounds) const
     const qreal half = m_stroke.width / 2;
     const QRectF rect = whole.adjusted(half, half, -half, -half).normalized();
     const QPainterPath path = outline(rect);
-    QPainter &painter = canvas.painter();
     const QBrush fill = m_gradient ? m_gradient->brush(rect, m_size) : QBrush(m_solid);
     const bool isFilled = m_kind != Kind::Line && (m_gradient || m_solid.alpha() > 0);
     if (isFilled && canvas.spend())
-        painter.fillPath(path, fill);
-    if (m_stroke.width > 0 && m_stroke.color.alpha() > 0 && canvas.spend())
-        painter.strokePath(path, pen(rect));
+        canvas.painter().fillPath(path, fill);
+    paintStroke(canvas, path, 2 * (rect.width() + rect.height()));
 }
 
 QPainterPath ShapeDrawable::outline(const QRectF &rect) const
@@ -198,14 +196,26 @@ QPainterPath ShapeDrawable::ring(const QRectF &rect) const
     return path;
 }
 
-QPen ShapeDrawable::pen(const QRectF &rect) const
+qreal ShapeDrawable::Stroke::dashCount(qreal length) const
 {
+    const qreal shortest = qMax(MinDashPixels, width * MinDashWidths);
+    const bool hasGaps = dash > 0 && gap > 0 && dash < length && period() >= shortest && width <= MaxDashedWidth;
+    const qreal count = hasGaps ? length / period() : 0;
+    return count <= MaxDashes ? count : 0;
+}
+
+void ShapeDrawable::paintStroke(Canvas &canvas, const QPainterPath &path, qreal length) const
+{
+    if (m_stroke.width <= 0 || m_stroke.color.alpha() == 0)
+        return;
     QPen pen(m_stroke.color, m_stroke.width, Qt::SolidLine, Qt::FlatCap, Qt::SvgMiterJoin);
-    const qreal period = m_stroke.dash + m_stroke.gap;
-    const qreal length = 2 * (rect.width() + rect.height());
-    if (m_stroke.dash > 0 && m_stroke.gap > 0 && length / period <= MaxDashes)
+    const qreal dashes = m_stroke.dashCount(length);
+    if (dashes > 0)
         pen.setDashPattern({m_stroke.dash / m_stroke.width, m_stroke.gap / m_stroke.width});
-    return pen;
+    const qint64 canvasPixels = qint64(canvas.size().width()) * canvas.size().height();
+    const qreal cost = dashes * DashCost * (1 + m_stroke.width / DashCostWidth);
+    if (canvas.spend(1 + qint64(cost) / canvasPixels))
+        canvas.painter().strokePath(path, pen);
 }
 
 } // namespace SorrelKit

@@ -29,8 +29,16 @@ struct XmlElement;
 class ShapeDrawable : public Drawable
 {
 public:
-    /// Dashes of an outline at most; one that had more is drawn through. They would be less than a pixel by far.
-    static constexpr qreal MaxDashes = 4096;
+    /// What is drawn through, as if it had no gaps: an outline that would have more dashes than this, dashes that with their
+    /// gap are shorter than a part of a pixel or of the stroke's width, and a stroke that is wider than any icon's. A painter
+    /// takes seconds for them, as each dash is a shape of its own.
+    static constexpr qreal MaxDashes = 1024;
+    static constexpr qreal MinDashPixels = 0.5;
+    static constexpr qreal MinDashWidths = 0.125;
+    static constexpr qreal MaxDashedWidth = 256;
+    /// Pixels that a dash counts for in a canvas's budget, and as many again for each so many pixels of its width.
+    static constexpr qreal DashCost = 4096;
+    static constexpr qreal DashCostWidth = 8;
 
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
@@ -58,6 +66,10 @@ private:
         QColor color;
         qreal dash = 0;
         qreal gap = 0;
+
+        qreal period() const { return dash + gap; }
+        /// How many dashes an outline of @p length has; 0 when it is drawn through.
+        qreal dashCount(qreal length) const;
     };
 
     bool readShape(const DrawableAttributes &attributes, DrawableLoader &loader);
@@ -67,7 +79,7 @@ private:
     QPainterPath outline(const QRectF &rect) const;
     QPainterPath roundedRectangle(const QRectF &rect) const;
     QPainterPath ring(const QRectF &rect) const;
-    QPen pen(const QRectF &rect) const;
+    void paintStroke(Canvas &canvas, const QPainterPath &path, qreal length) const;
 
     Kind m_kind = Kind::Rectangle;
     RingLength m_innerRadius{-1, 3};
