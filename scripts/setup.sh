@@ -13,7 +13,7 @@ build_packages=(
     aapt android-framework-res qt5-image-formats-plugins
 )
 # What the tests take on top.
-test_packages=("${build_packages[@]}" binutils libxml2-utils)
+test_packages=("${build_packages[@]}" binutils libxml2-utils libqt5svg5-dev)
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
 # What scripts/bench.sh takes on top of building.

@@ -24,7 +24,7 @@ public:
     /// Points at most, so that neither these polygons nor what a painter makes of them take much memory.
     static constexpr int MaxPoints = 1 << 18;
     /// By how many pixels a polygon may be beside its curve.
-    static constexpr qreal Tolerance = 0.05;
+    static constexpr qreal Tolerance = 0.02;
     /// How often a curve is halved at most. That is enough for one around all of the largest canvas.
     static constexpr int MaxHalvings = 10;
 

@@ -47,6 +47,12 @@ bool isVisible(const QBrush &brush, qreal opacity)
            && (brush.style() != Qt::SolidPattern || brush.color().alpha() > 0);
 }
 
+QBrush transformed(QBrush brush, const QTransform &transform)
+{
+    brush.setTransform(transform);
+    return brush;
+}
+
 QRectF visiblePart(const QRectF &viewport, const QTransform &toPixels, QSize size)
 {
     // A little more than the canvas, so that no border is in a pixel of it.
@@ -78,32 +84,23 @@ PathPainter::~PathPainter()
 
 void PathPainter::fill(const QPainterPath &path, const QTransform &transform, const QBrush &brush, qreal opacity)
 {
-    if (!isVisible(brush, opacity))
-        return;
-    const auto area = outline(path, transform, costPerPixel(brush));
-    if (!area)
-        return;
-    QBrush transformed = brush;
-    transformed.setTransform(transform);
-    QPainter &painter = m_canvas->painter();
-    painter.setOpacity(opacity);
-    painter.fillPath(area->polygons(), transformed);
-    painter.setOpacity(1);
+    paint(path, transform, transformed(brush, transform), opacity);
 }
 
+// The stroker computes curves to a quarter of a unit, whatever it is told, so that it gets the path in parts of pixels.
 void PathPainter::stroke(const QPainterPath &path, const QTransform &transform, const QPen &pen, qreal opacity)
 {
-    constexpr qreal CurveThreshold = 0.1; // in pixels
+    constexpr qreal UnitsPerPixel = 4;
     const QTransform toPixels = transform * m_toPixels;
     if (!isVisible(pen.brush(), opacity) || !isPaintable(toPixels) || path.elementCount() > MaxStrokedElements
         || !m_canvas->spendPixels(path.elementCount() * StrokedElementCost))
         return;
-    const qreal scale = std::sqrt(std::abs(toPixels.determinant()));
+    const qreal pixels = std::sqrt(std::abs(toPixels.determinant()));
+    const QTransform enlarged = QTransform::fromScale(pixels * UnitsPerPixel, pixels * UnitsPerPixel);
     QPainterPathStroker stroker(pen);
-    if (pen.widthF() == 0)
-        stroker.setWidth(1 / scale);
-    stroker.setCurveThreshold(CurveThreshold / scale);
-    fill(stroker.createStroke(path), transform, pen.brush(), opacity);
+    stroker.setWidth(pen.widthF() > 0 ? pen.widthF() * enlarged.m11() : UnitsPerPixel);
+    paint(stroker.createStroke(enlarged.map(path)), enlarged.inverted() * transform,
+          transformed(pen.brush(), transform), opacity);
 }
 
 void PathPainter::paintMasked(const QVector<Mask> &masks, const std::function<void()> &paint)
@@ -132,6 +129,17 @@ void PathPainter::cut(QImage *layer, const Mask &mask)
     painter.begin(layer);
     painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
     painter.drawImage(0, 0, kept);
+}
+
+void PathPainter::paint(const QPainterPath &path, const QTransform &transform, const QBrush &brush, qreal opacity)
+{
+    const auto area = isVisible(brush, opacity) ? outline(path, transform, costPerPixel(brush)) : std::nullopt;
+    if (!area)
+        return;
+    QPainter &painter = m_canvas->painter();
+    painter.setOpacity(opacity);
+    painter.fillPath(area->polygons(), brush);
+    painter.setOpacity(1);
 }
 
 std::optional<PathOutline> PathPainter::outline(const QPainterPath &path, const QTransform &transform,

@@ -54,6 +54,8 @@ public:
 private:
     Q_DISABLE_COPY(PathPainter)
 
+    /// Fills @p path, which has coordinates from which @p transform leads to the viewport's; those of @p brush are these.
+    void paint(const QPainterPath &path, const QTransform &transform, const QBrush &brush, qreal opacity);
     /// The outline of @p path, with what it takes to fill it taken off the budget; nothing when that is not to be had.
     std::optional<PathOutline> outline(const QPainterPath &path, const QTransform &transform, qint64 costPerPixel);
 

@@ -43,6 +43,12 @@ QVector<SampleDrawables::Drawable> SampleDrawables::all() const
     return found;
 }
 
+QSizeF SampleDrawables::intrinsicSize(const Drawable &drawable)
+{
+    const DrawablePointer loaded = DrawableLoader(*m_resolver, m_files, m_pixelsPerDp).fromResource(drawable.id);
+    return loaded == nullptr ? QSizeF() : loaded->intrinsicSize();
+}
+
 SampleDrawables::Drawing SampleDrawables::draw(const Drawable &drawable, int side, IconMask mask)
 {
     DrawableLoader loader(*m_resolver, m_files, m_pixelsPerDp);

@@ -33,6 +33,8 @@ public:
     bool isOpen() const { return m_resolver.has_value(); }
     /// All of them, by their names.
     QVector<Drawable> all() const;
+    /// The size that @p drawable has of itself; an empty one when it could not be loaded.
+    QSizeF intrinsicSize(const Drawable &drawable);
     /// @p drawable, filling a picture of @p side pixels, adaptive icons cut to @p mask.
     Drawing draw(const Drawable &drawable, int side, SorrelKit::IconMask mask);
 
