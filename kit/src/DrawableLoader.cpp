@@ -237,7 +237,7 @@ qreal DrawableLoader::scaleOf(int density) const
     default:
         break;
     }
-    return m_pixelsPerDp * Configuration::MediumDensity / density;
+    return m_pixelsPerDp * int(Configuration::MediumDensity) / density;
 }
 
 void DrawableLoader::setError(const QString &text)
