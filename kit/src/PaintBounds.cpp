@@ -48,7 +48,7 @@ QRectF paintBounds(const QRectF &bounds)
 VisibleArea::VisibleArea(const QPainter &painter, const QRectF &bounds)
 {
     const QRectF wanted = paintBounds(bounds);
-    const QTransform toDevice = painter.transform();
+    const QTransform &toDevice = painter.transform();
     bool isInvertible = false;
     const QTransform fromDevice = toDevice.inverted(&isInvertible);
     if (wanted.isEmpty() || !isInvertible)

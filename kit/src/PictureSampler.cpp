@@ -36,7 +36,7 @@ QImage blockAverages(const QImage &picture, int columns, int rows)
             int green = 0;
             int blue = 0;
             for (int row = 0; row < rows; ++row) {
-                const auto *const from = reinterpret_cast<const QRgb *>(band.constScanLine(row)) + x * columns;
+                const auto *const from = reinterpret_cast<const QRgb *>(band.constScanLine(row)) + qint64(x) * columns;
                 for (int column = 0; column < columns; ++column) {
                     alpha += qAlpha(from[column]);
                     red += qRed(from[column]);
