@@ -141,7 +141,7 @@ void PackageNormalizerPrivate::loadTable(ArchiveFiles &archive)
 {
     if (!archive.contains(QLatin1String(tableName))) {
         table = emptyTable();
-        isNeeded = true;
+        isNeeded = !manifest.isEmpty(); // else it is no package
         return;
     }
     const QByteArray original = archive.file(QLatin1String(tableName), TableRewriter::MaxTableBytes);
@@ -173,11 +173,14 @@ QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
     for (const QString &path : paths) {
         if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
             continue;
-        const QByteArray content = archive->file(path, qMin(ArchiveImages::MaxFileBytes, bytes.left()));
-        if (content.isEmpty() || XmlReader::isDocument(content))
+        if (bytes.left() == 0 || !archive->contains(path))
             continue;
-        bytes.spend(content.size());
-        members.append({path, content});
+        const qint64 most = qMin(ArchiveImages::MaxFileBytes, bytes.left());
+        const QByteArray content = archive->file(path, most);
+        // One that is too large takes the time of as much as may be.
+        bytes.spend(content.isEmpty() ? most : content.size());
+        if (!content.isEmpty() && !XmlReader::isDocument(content))
+            members.append({path, content});
     }
     return members;
 }
@@ -197,7 +200,9 @@ QByteArray PackageNormalizerPrivate::normalized()
 
 std::unique_ptr<ApkFile> PackageNormalizerPrivate::original() const
 {
-    return device != nullptr ? std::make_unique<ApkFile>(device) : std::make_unique<ApkFile>(fileName);
+    if (device != nullptr)
+        return std::make_unique<ApkFile>(device);
+    return std::make_unique<ApkFile>(fileName);
 }
 
 PackageNormalizer::PackageNormalizer(const QString &fileName) : d(std::make_unique<PackageNormalizerPrivate>(fileName))
@@ -221,7 +226,9 @@ QByteArray PackageNormalizer::normalized() const
 
 std::unique_ptr<ApkFile> PackageNormalizer::apkFile() const
 {
-    return isNeeded() ? apkFileOn(d->normalized()) : d->original();
+    if (isNeeded())
+        return apkFileOn(d->normalized());
+    return d->original();
 }
 
 PackageNormalizer::Error PackageNormalizer::error() const

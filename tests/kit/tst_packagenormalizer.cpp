@@ -501,6 +501,7 @@ void TestPackageNormalizer::referencesThatLeadBackEnd()
 
 void TestPackageNormalizer::aManifestMayBeMissing()
 {
+    QVERIFY(!Normalized(zip({{"classes.dex", "dex"}})).normalizer.isNeeded()); // no package at all
     Normalized it(zip({{tableName, encodedTable(table(), TableEncoding::Sparse, false)}}));
     QVERIFY(it.normalizer.isNeeded());
     QCOMPARE(it.members(), QStringList{tableName});
@@ -693,27 +694,31 @@ void TestPackageNormalizer::manifestsUpToTheCeiling()
 
 void TestPackageNormalizer::picturesUpToTheCeiling()
 {
-    constexpr int Count = 6;
-    const auto membersOf = [](qint64 size) {
-        const QByteArray bytes(int(size), 'x');
-        QVector<Member> members;
-        TypeBuilder icons(1);
-        QStringList names;
-        for (int i = 0; i < Count; ++i) {
-            names.append(QString("res/%1.png").arg(i));
-            members.append({names.last(), bytes});
-        }
+    // How many of the members of these sizes, all of which an icon leads to, are taken.
+    const auto taken = [](const QVector<qint64> &sizes) {
         PackageBuilder inner;
         inner.types({"drawable"});
-        for (int i = 0; i < Count; ++i)
-            inner.type(TypeBuilder(1, ConfigBuilder().density(100 + i).build()).value(0, String, i));
+        QStringList names;
+        QVector<Member> members;
+        for (const qint64 size : sizes) {
+            const int number = names.size();
+            names.append(QString("res/%1.png").arg(number));
+            members.append({names.last(), QByteArray(int(size), 'x')});
+            inner.type(TypeBuilder(1, ConfigBuilder().density(100 + number).build()).value(0, String, number));
+        }
         const QByteArray resources = TableBuilder().strings(names).package(inner).build();
         Normalized it(package(resources, manifest({androidReference("icon", 0x7f010000)}), members));
         return it.members().size() - 2;
     };
-    QCOMPARE(membersOf(1), Count);
-    QCOMPARE(membersOf(ArchiveImages::MaxFileBytes), int(ArchiveImages::MaxReadBytes / ArchiveImages::MaxFileBytes));
-    QCOMPARE(membersOf(ArchiveImages::MaxFileBytes + 1), 0);
+    constexpr qint64 Most = ArchiveImages::MaxFileBytes;
+    constexpr int Full = int(ArchiveImages::MaxReadBytes / Most);
+    QCOMPARE(taken({1, 1}), 2);
+    QCOMPARE(taken({Most, Most + 1, 1}), 2);
+    QCOMPARE(taken(QVector<qint64>(Full, Most)), Full);
+    QCOMPARE(taken(QVector<qint64>(Full, Most) << 1), Full);
+    // One that is too large counts, too, or thousands of them would take minutes.
+    QCOMPARE(taken(QVector<qint64>(Full - 1, Most + 1) << 1), 1);
+    QCOMPARE(taken(QVector<qint64>(Full, Most + 1) << 1), 0);
 }
 
 /// The paths of a manifest with these icons, in @p resources.
