@@ -46,11 +46,49 @@ QByteArray manifest(Encoding encoding)
     return builder.build();
 }
 
+// A table in the given form, with gaps, and with values and maps that resources share.
+QByteArray otherTable(TableEncoding encoding, bool isCompact)
+{
+    const auto value = [isCompact](int dataType, qint64 data) {
+        return isCompact ? compactEntry(dataType, data) : simpleEntry(dataType, data);
+    };
+    const TypeBuilder texts = TypeBuilder(1).encoding(encoding).entry(3, value(String, 0)).entry(0, value(String, 1));
+    PackageBuilder package;
+    package.types({QStringLiteral("string"), QStringLiteral("drawable")})
+        .keys({QStringLiteral("app_name")})
+        .type(TypeBuilder(texts).offset(5, 0).map(6, 1).offset(7, isCompact ? 16 : 32))
+        .type(TypeBuilder(2, ConfigBuilder(28).density(240).build())
+                  .encoding(encoding)
+                  .unlisted(QByteArray(4, '\0'))
+                  .entry(0, value(String, 2))
+                  .gap(4));
+    return TableBuilder()
+        .strings({QStringLiteral("Notes"), QStringLiteral("Notizen"), QStringLiteral("res/icon.png")})
+        .package(package)
+        .build();
+}
+
 void write(const QString &directory, const QString &name, const QByteArray &bytes)
 {
     QFile file(directory + QLatin1Char('/') + name);
     if (!QDir().mkpath(directory) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("could not write %s", qPrintable(file.fileName()));
+}
+
+void writeNormalizerSeeds(const QString &directory)
+{
+    const QStringList names{QStringLiteral("dense"), QStringLiteral("short"), QStringLiteral("sparse")};
+    for (const bool isCompact : {false, true}) {
+        for (const TableEncoding encoding :
+             {TableEncoding::Dense, TableEncoding::ShortOffsets, TableEncoding::Sparse}) {
+            const QString name = names.at(int(encoding)) + (isCompact ? QStringLiteral("-compact") : QString());
+            const QByteArray bytes = otherTable(encoding, isCompact);
+            write(directory, name, bytes);
+            write(directory, name + QStringLiteral(".apk"), package(bytes, manifest(Encoding::Utf8)));
+        }
+    }
+    write(directory, QStringLiteral("classic"), table(Encoding::Utf8));
+    write(directory, QStringLiteral("empty"), emptyTable());
 }
 
 void writeAll(const QString &directory, const QVector<Member> &files)
@@ -93,5 +131,6 @@ int main(int argc, char *argv[])
     writeAll(documents + regressions, documentRegressions());
     writeAll(packages + regressions, packageRegressions());
     writeAll(pictures + regressions, pictureRegressions());
+    writeNormalizerSeeds(directory + QStringLiteral("/normalizer"));
     return 0;
 }
