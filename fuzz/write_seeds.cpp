@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "KitSeeds.h"
 #include "Pictures.h"
 #include "Regressions.h"
 
@@ -126,11 +127,17 @@ int main(int argc, char *argv[])
     write(pictures, QStringLiteral("progressive"), progressiveJpeg(16, 16));
     write(pictures, QStringLiteral("codes"), webpOfManyCodes(16, 16));
     write(pictures, QStringLiteral("deep"), blackPng(16, 16, 16, true));
+    const QString drawables = directory + QStringLiteral("/drawable");
+    const QString kitPackages = directory + QStringLiteral("/kit_package");
+    writeAll(drawables, drawableSeeds(QStringLiteral(SORREL_SAMPLES_DIR)));
+    writeAll(kitPackages, kitPackageSeeds());
     const QString regressions = QStringLiteral("/regressions");
     writeAll(tables + regressions, tableRegressions());
     writeAll(documents + regressions, documentRegressions());
     writeAll(packages + regressions, packageRegressions());
     writeAll(pictures + regressions, pictureRegressions());
     writeNormalizerSeeds(directory + QStringLiteral("/normalizer"));
+    writeAll(drawables + regressions, drawableRegressions());
+    writeAll(kitPackages + regressions, kitPackageRegressions());
     return 0;
 }

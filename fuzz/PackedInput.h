@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef PACKEDINPUT_H
+#define PACKEDINPUT_H
+
+#include "Archives.h"
+#include "Bytes.h"
+
+#include <QByteArray>
+#include <QVector>
+
+/// An archive as it is; anything else is a table and a manifest, which are told apart by the table's size, and packed with
+/// @p others.
+inline QByteArray packageOf(const QByteArray &input, const QVector<fixture::Member> &others)
+{
+    constexpr int SizeAt = 4;
+    if (input.startsWith("PK") || input.size() < SizeAt + 4)
+        return input;
+    const int tableSize = int(qMin(qint64(fixture::peek32(input, SizeAt)), qint64(input.size())));
+    return fixture::package(input.left(tableSize), input.mid(tableSize), others);
+}
+
+#endif

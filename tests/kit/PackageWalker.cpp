@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "PackageWalker.h"
+
+#include <SorrelKit/Package.h>
+
+using namespace SorrelKit;
+
+namespace fixture {
+
+namespace {
+
+bool isAsPromised(const QImage &icon, int size)
+{
+    return icon.isNull() || (icon.size() == QSize(size, size) && icon.format() == QImage::Format_ARGB32_Premultiplied);
+}
+
+qint64 visitTexts(const Package &package)
+{
+    qint64 count = package.packageName().size() + package.versionName().size() + package.errorString().size()
+                   + package.permissions().size() + package.features().size() + package.nativeAbis().size()
+                   + package.splits().size() + package.labels().size() + package.label().size();
+    for (const bool isAnswered : {package.versionCode() != 0, package.minSdkVersion() != 1, package.isValid(),
+                                  package.targetSdkVersion() != 1, package.openGlEsVersion() != 0})
+        count += int(isAnswered);
+    return count;
+}
+
+} // namespace
+
+qint64 visit(const Package &package, int iconCount, int iconSize)
+{
+    constexpr IconMask masks[] = {IconMask::None, IconMask::Circle, IconMask::RoundedSquare, IconMask::Squircle};
+    constexpr int MaskCount = int(sizeof masks / sizeof *masks);
+    qint64 count = visitTexts(package);
+    int number = 0;
+    for (const Launcher &launcher : package.launchers()) {
+        count += launcher.labels().size() + launcher.label().size() + launcher.label(QLocale(QLocale::German)).size()
+                 + launcher.iconFiles().size() + launcher.name().size() + launcher.className().size()
+                 + launcher.packageName().size() + int(launcher.isShown()) + int(launcher.isAlias())
+                 + int(launcher.iconResource() != 0);
+        if (number >= iconCount)
+            continue;
+        QString error;
+        const QImage icon = launcher.icon(iconSize, masks[number % MaskCount], &error);
+        if (!isAsPromised(icon, iconSize))
+            return -1;
+        count += int(!icon.isNull()) + error.size();
+        ++number;
+    }
+    return isAsPromised(package.icon(iconSize), iconSize) ? count : -1;
+}
+
+} // namespace fixture
