@@ -61,11 +61,11 @@ QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
     if (!contains(path))
         return {};
     QuaZipFile file(m_archive.get());
-    if (!file.open(QIODevice::ReadOnly))
+    // No member delivers more than the directory says, so that one which is too long costs nothing.
+    if (!file.open(QIODevice::ReadOnly) || file.usize() > maxBytes)
         return {};
-    // Where the directory tells the truth, the bytes have their place from the start.
     QByteArray bytes;
-    bytes.reserve(int(qBound(qint64(0), file.usize(), qMin(maxBytes, MaxTrustedSize))));
+    bytes.reserve(int(qBound(qint64(0), file.usize(), MaxTrustedSize)));
     while (bytes.size() <= maxBytes) {
         // One byte more than may be shows that there is one.
         const QByteArray piece = file.read(qMin(PieceSize, maxBytes + 1 - bytes.size()));
@@ -89,12 +89,16 @@ std::unique_ptr<ArchiveFiles> ArchiveFiles::archive(const QString &path, Allowan
         return nullptr;
     const qint64 start = qint64(unzGetCurrentFileZStreamPos64(m_archive->getUnzFile()));
     const qint64 size = raw.csize();
+    const qint64 inflatedSize = raw.usize();
     raw.close();
     if (method == Stored)
         return std::unique_ptr<ArchiveFiles>(
             new ArchiveFiles(std::make_unique<RangeDevice>(m_archive->getIoDevice(), start, size)));
-    const QByteArray bytes = file(path, inflated->left());
-    inflated->spend(bytes.size());
+    if (inflatedSize > inflated->left())
+        return nullptr;
+    // Also of one that turns out to be damaged: it takes as long.
+    inflated->spend(inflatedSize);
+    const QByteArray bytes = file(path, inflatedSize);
     return bytes.isEmpty() ? nullptr : std::make_unique<ArchiveFiles>(bytes);
 }
 

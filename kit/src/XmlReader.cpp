@@ -93,7 +93,7 @@ bool XmlReader::readStart(const ChunkView &chunk, const StringPoolView &strings,
     if (element->name.isEmpty())
         m_fault = QStringLiteral("XML element without a name");
     element->attributes.reserve(count);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count && m_fault.isEmpty(); ++i) {
         const ByteView record = body.part(start + i * size, size);
         const quint32 name = record.u32(4);
         XmlAttribute attribute;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
+#include "Cost.h"
 #include "XmlBuilder.h"
 #include "XmlReader.h"
 
@@ -75,6 +76,7 @@ private slots:
     void errorElementsNestedTooDeeply();
     void errorTooManyNodes();
     void errorTooLongTexts();
+    void tooLongTextsAreNotEvenMade();
 
     void everyPrefixIsAnswered();
     void everyByteMayBeDamaged();
@@ -242,6 +244,30 @@ void TestXmlReader::errorTooLongTexts()
     const int most = int(XmlReader::MaxCharacters / (Length + 2));
     QCOMPARE(XmlReader(document(most)).fault(), QString());
     QCOMPARE(XmlReader(document(most + 1)).fault(), QStringLiteral("too long texts in XML document"));
+}
+
+// One element whose attributes share a text: without an end at the first that is too much, they take gigabytes.
+void TestXmlReader::tooLongTextsAreNotEvenMade()
+{
+    constexpr int Length = 1 << 16;
+    constexpr int Count = 40000;
+    XmlBuilder builder;
+    const int name = builder.index(tag("a"));
+    const int text = builder.index(QString(Length, QLatin1Char('x')));
+    QByteArray records;
+    for (int i = 0; i < Count; ++i)
+        records += attributeRecord(-1, name, text, 3, text);
+    ElementFields fields;
+    fields.name = name;
+    fields.attributeCount = Count;
+    const QByteArray bytes = builder.chunk(nodeChunk(0x102, elementBody(fields, records))).build();
+    QCOMPARE(XmlReader(bytes).fault(), QStringLiteral("too long texts in XML document"));
+    if (isInstrumented())
+        return;
+    const Cost taken = cost([&bytes]() { XmlReader reader(bytes); });
+    QVERIFY(taken.ended);
+    QVERIFY2(taken.memory < 48 << 20, qPrintable(QString::number(taken.memory)));
+    QVERIFY2(taken.seconds < 1, qPrintable(QString::number(taken.seconds)));
 }
 
 void TestXmlReader::everyPrefixIsAnswered()
