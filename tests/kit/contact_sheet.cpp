@@ -42,6 +42,9 @@ bool appendApp(QVector<Cell> *cells, const QString &app)
     if (!samples.isOpen())
         return false;
     for (const SampleDrawables::Drawable &drawable : samples.all()) {
+        // A part that stands within another one's file, and is drawn there.
+        if (drawable.name.startsWith(QLatin1Char('$')))
+            continue;
         if (!drawable.name.contains(QLatin1String("adaptive"))) {
             append(cells, &samples, drawable, IconMask::None, drawable.name);
             continue;
