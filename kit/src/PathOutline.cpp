@@ -11,7 +11,8 @@ namespace {
 
 constexpr int CurvePoints = 4;
 
-// One step of a search takes a painter as long as this many pixels.
+// What a pixel that an edge meets takes a painter, and a step of the search for it, in pixels painted in one colour.
+constexpr qint64 MeetingCost = 64;
 constexpr qint64 StepCost = 4;
 
 qreal length(QPointF vector)
@@ -73,7 +74,7 @@ qint64 PathOutline::edgeCost() const
     if (m_polygons.elementCount() >= MaxPoints)
         return m_maxCost + 1;
     const qint64 rows = row(m_bottomRight.y()) - row(m_topLeft.y());
-    return m_steps * StepCost + m_polygons.elementCount() * (EdgeCost + rows / RowsPerPixel);
+    return m_meetings * MeetingCost + m_steps * StepCost + m_polygons.elementCount() * (EdgeCost + rows / RowsPerPixel);
 }
 
 qint64 PathOutline::area() const
@@ -163,6 +164,7 @@ void PathOutline::count(QPointF from, QPointF to)
     for (int i = first; i <= last; ++i) {
         // Half of what is there on average.
         m_steps += met * qint64(qMin(m_met[i], m_size.width())) / 2;
+        m_meetings += met;
         m_met[i] += met;
     }
 }

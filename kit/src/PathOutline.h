@@ -60,12 +60,13 @@ private:
     qint64 m_maxCost;
     qreal m_flatness; ///< the tolerance in the coordinates of the visible rectangle
     QPainterPath m_polygons;
-    QVector<int> m_met; ///< pixels that edges meet, in each row of the canvas
-    qint64 m_steps = 0; ///< of the searches in the rows
-    QPointF m_start;    ///< of the figure, as given
-    QPointF m_point;    ///< where it is
-    QPointF m_pixel;    ///< where the polygon is on the canvas
-    QPointF m_topLeft;  ///< of all polygons on the canvas
+    QVector<int> m_met;    ///< pixels that edges meet, in each row of the canvas
+    qint64 m_meetings = 0; ///< all of them
+    qint64 m_steps = 0;    ///< of the searches in the rows
+    QPointF m_start;       ///< of the figure, as given
+    QPointF m_point;       ///< where it is
+    QPointF m_pixel;       ///< where the polygon is on the canvas
+    QPointF m_topLeft;     ///< of all polygons on the canvas
     QPointF m_bottomRight;
     bool m_isOpen = false;
 };

@@ -113,7 +113,7 @@ void PathPainter::paintMasked(const QVector<Mask> &masks, const std::function<vo
 
 void PathPainter::cut(QImage *layer, const Mask &mask)
 {
-    constexpr int Passes = 2;
+    constexpr int Passes = 3;
     const auto area = m_canvas->spend(Passes) ? outline(mask.path, mask.transform, 1) : std::nullopt;
     if (!area) {
         layer->fill(Qt::transparent);
