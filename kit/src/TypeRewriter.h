@@ -54,9 +54,13 @@ private:
         qint64 to;       ///< offset in the classic form
     };
 
-    std::vector<TypeChunk::Slot> usedSlots() const;
+    class MapPlaces;
+
     bool hasSoundHeader() const;
-    bool place(const std::vector<TypeChunk::Slot> &used);
+    bool isInOrder() const;
+    std::vector<TypeChunk::Slot> foundSlots() const;
+    bool placeAll();
+    bool place(const TypeChunk::Slot &slot, MapPlaces *maps);
     qint64 entriesStart() const { return m_chunk.headerSize() + qint64(m_resourceCount) * OffsetSize; }
 
     ChunkView m_chunk;

@@ -4,6 +4,7 @@
 #include "ApkResources.h"
 #include "ArchiveFiles.h"
 #include "Bytes.h"
+#include "Cost.h"
 #include "Devices.h"
 #include "EncodedTable.h"
 #include "LogCapture.h"
@@ -256,6 +257,7 @@ private slots:
 
     void sharedMapsOfManyItemsTakeNoMemory();
     void resultsUpToTheCeiling();
+    void takesTheTableAndTheResult();
     void everyPrefixIsRefused_data() { addForms(); }
     void everyPrefixIsRefused();
     void everyByteMayBeDamaged_data() { addForms(); }
@@ -744,6 +746,24 @@ void TestTableRewriter::sharedMapsOfManyItemsTakeNoMemory()
     QCOMPARE(rewritten(table(TableEncoding::Sparse)), table(TableEncoding::Dense));
     QVERIFY(TableRewriter::isClassic(table(TableEncoding::Dense)));
     QVERIFY(loads(table(TableEncoding::Dense)));
+}
+
+void TestTableRewriter::takesTheTableAndTheResult()
+{
+    // As many offsets as lead to a result that may be, each of which is looked at.
+    TypeBuilder type(1);
+    type.encoding(TableEncoding::ShortOffsets).entry(TypeChunk::MaxEntries - 1, map(0));
+    for (int index = 0; index < TypeChunk::MaxEntries; ++index)
+        type.offset(index, 0);
+    const QByteArray table = tableOf(type.build().repeated(500));
+    const Cost taken = cost([&table] { rewritten(table); });
+    QVERIFY(taken.ended);
+    if (isInstrumented())
+        return;
+    constexpr qint64 ForOneType = 8 << 20;
+    QVERIFY2(taken.memory < TableRewriter::MaxTableBytes + ForOneType, qPrintable(QString::number(taken.memory)));
+    QVERIFY2(taken.memory > TableRewriter::MaxTableBytes / 2, "the table was not rewritten");
+    QVERIFY2(taken.seconds < 4, qPrintable(QString::number(taken.seconds)));
 }
 
 void TestTableRewriter::everyPrefixIsRefused()
