@@ -57,6 +57,23 @@ int specificity(int mine, int other)
     return int(mine != 0) - int(other != 0);
 }
 
+// Values for a keyboard that is not hidden also serve devices that show one on the screen.
+bool fitsKeys(int wanted, int actual)
+{
+    enum KeysHidden : int {
+        No = 1,
+        OnScreen = 3,
+    };
+    return fits(wanted, actual) || (wanted == No && actual == OnScreen);
+}
+
+// Positive when @p mine is for how the device hides its keys and @p other is not; what is set counts more than what is not.
+int keysOrder(int mine, int other, int actual)
+{
+    const int order = specificity(mine, other);
+    return order != 0 ? order : int(mine == actual) - int(other == actual);
+}
+
 // Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. One that is not set
 // stands for a normal screen, though what is set counts more.
 int screenSizeOrder(int mine, int other)
@@ -179,7 +196,7 @@ bool Configuration::matches(const Configuration &device) const
            && fits(screenRound, device.screenRound) && fits(wideColorGamut, device.wideColorGamut)
            && fits(hdr, device.hdr) && fits(orientation, device.orientation) && fits(uiModeType, device.uiModeType)
            && fits(uiModeNight, device.uiModeNight) && fits(touchscreen, device.touchscreen)
-           && fits(keysHidden, device.keysHidden) && fits(keyboard, device.keyboard)
+           && fitsKeys(keysHidden, device.keysHidden) && fits(keyboard, device.keyboard)
            && fits(navHidden, device.navHidden) && fits(navigation, device.navigation)
            && isReached(screenWidth, device.screenWidth) && isReached(screenHeight, device.screenHeight)
            && isReached(sdkVersion, device.sdkVersion);
@@ -205,7 +222,7 @@ bool Configuration::isBetterThan(const Configuration &other, const Configuration
         specificity(uiModeNight, other.uiModeNight),
         densityOrder(density, other.density, device.density),
         specificity(touchscreen, other.touchscreen),
-        specificity(keysHidden, other.keysHidden),
+        keysOrder(keysHidden, other.keysHidden, device.keysHidden),
         specificity(navHidden, other.navHidden),
         specificity(keyboard, other.keyboard),
         specificity(navigation, other.navigation),

@@ -147,6 +147,8 @@ void TestConfiguration::phoneMatchesWhatIsForAnyDevice()
     // A density is scaled, and the newest platform has every version.
     QVERIFY(ofDensity(640).matches(Configuration::phone(320)));
     QVERIFY(changed([](Configuration &c) { c.sdkVersion = 99; }).matches(Configuration::phone(320)));
+    // Keys on the screen are as good as a keyboard that is not hidden.
+    QVERIFY(changed([](Configuration &c) { c.keysHidden = 1; }).matches(Configuration::phone(320)));
 }
 
 void TestConfiguration::whatDoesNotMatch_data()
@@ -170,7 +172,7 @@ void TestConfiguration::whatDoesNotMatch_data()
     row("a gender", [](Configuration &c) { c.grammaticalGender = 2; });
     row("stylus", [](Configuration &c) { c.touchscreen = 2; });
     row("keyboard", [](Configuration &c) { c.keyboard = 2; });
-    row("keys shown", [](Configuration &c) { c.keysHidden = 1; });
+    row("keys hidden", [](Configuration &c) { c.keysHidden = 2; });
     row("ball", [](Configuration &c) { c.navigation = 3; });
     row("navigation shown", [](Configuration &c) { c.navHidden = 1; });
     row("wide in pixels", [](Configuration &c) { c.screenWidth = 5000; });
@@ -203,6 +205,11 @@ void TestConfiguration::better_data()
         [](Configuration &c) { c.smallestScreenWidthDp = 320; });
     row(
         "day", [](Configuration &c) { c.uiModeNight = 1; }, nothing);
+    row(
+        "keys on the screen to keys that are not hidden", [](Configuration &c) { c.keysHidden = 3; },
+        [](Configuration &c) { c.keysHidden = 1; });
+    row(
+        "keys that are not hidden to any", [](Configuration &c) { c.keysHidden = 1; }, nothing);
     row("an unset size to a smaller one", nothing, [](Configuration &c) { c.screenSize = 1; });
     row(
         "a set size to an unset one", [](Configuration &c) { c.screenSize = 2; }, nothing);
