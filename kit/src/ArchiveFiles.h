@@ -33,6 +33,7 @@ public:
     bool open();
 
     QByteArray file(const QString &path, qint64 maxBytes) override;
+    qint64 bytesRead() const override { return m_bytesRead; }
     /**
      * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
      * read where it stands, and this object outlives it. One that is compressed is kept in memory, which is taken off
@@ -51,6 +52,7 @@ private:
     QString m_fileName;
     std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
     std::unique_ptr<QuaZip> m_archive;
+    qint64 m_bytesRead = 0;
 };
 
 } // namespace SorrelKit

@@ -187,7 +187,10 @@ QBrush DrawableLoader::brushOf(const XmlElement &root)
 
 QByteArray DrawableLoader::file(const QString &path)
 {
-    const QByteArray bytes = m_files.file(path, MaxFileBytes);
+    const qint64 before = m_files.bytesRead();
+    const QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, m_readBytes.left()));
+    if (!m_readBytes.spend(m_files.bytesRead() - before))
+        setError(QStringLiteral("too much in files of drawables"));
     if (bytes.isEmpty())
         setError(QStringLiteral("%1 cannot be read").arg(path));
     return bytes;

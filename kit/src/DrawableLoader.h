@@ -36,6 +36,8 @@ public:
     /// Bytes of one file at most, and of all XML files.
     static constexpr qint64 MaxFileBytes = 16 << 20;
     static constexpr qint64 MaxXmlBytes = 32 << 20;
+    /// Bytes of all files, each as often as it is read, and those that are too large as far as they were read.
+    static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;
 
@@ -98,6 +100,7 @@ private:
     int m_depth = 0;
     Allowance m_drawables;
     Allowance m_xmlBytes;
+    Allowance m_readBytes{MaxReadBytes};
     Allowance m_pathSegments;
     PictureReader m_reader;
     QHash<QString, QImage> m_pictures; ///< by path, as are

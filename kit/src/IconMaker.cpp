@@ -104,9 +104,10 @@ QVector<ResolvedValue> IconMaker::candidates(const ResolvedValue &icon, const Re
     QSet<quint32> visited;
     QSet<QString> paths;
     QVector<quint32> open{icon.resource};
+    Allowance steps(MaxSteps);
     while (!open.isEmpty() && visited.size() < MaxFiles) {
         const quint32 id = open.takeFirst();
-        if (visited.contains(id))
+        if (visited.contains(id) || !steps.spend(resolver.steps(id)))
             continue;
         visited.insert(id);
         for (const ResolvedValue &candidate : resolver.candidates(id)) {
@@ -129,8 +130,7 @@ QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
         Picture picture;
-        picture.bytes = m_files.file(candidate.text, qMin(MaxFileBytes, bytesLeft.left()));
-        bytesLeft.spend(picture.bytes.size());
+        picture.bytes = file(candidate.text, &bytesLeft);
         picture.size = PictureReader::size(picture.bytes);
         if (!picture.size.isEmpty())
             pictures.append(picture);
@@ -159,8 +159,7 @@ QVector<IconFile> IconMaker::iconFiles(const ResolvedValue &icon) const
     QVector<IconFile> files;
     Allowance bytesLeft(MaxBytes);
     for (const ResolvedValue &candidate : candidates(icon, m_resolver)) {
-        const QByteArray bytes = m_files.file(candidate.text, qMin(MaxFileBytes, bytesLeft.left()));
-        bytesLeft.spend(bytes.size());
+        const QByteArray bytes = file(candidate.text, &bytesLeft);
         IconFile file;
         file.path = candidate.text;
         file.density = candidate.density;
@@ -175,6 +174,15 @@ QVector<IconFile> IconMaker::iconFiles(const ResolvedValue &icon) const
             files.append(file);
     }
     return files;
+}
+
+// One that is too large is read up to there, and takes as much.
+QByteArray IconMaker::file(const QString &path, Allowance *bytesLeft) const
+{
+    const qint64 before = m_files.bytesRead();
+    const QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, bytesLeft->left()));
+    bytesLeft->spend(m_files.bytesRead() - before);
+    return bytes;
 }
 
 void IconMaker::setError(const QString &text)

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_ICONMAKER_H
 #define SORRELKIT_ICONMAKER_H
 
+#include "Allowance.h"
 #include "Drawable.h"
 #include "PackageFiles.h"
 #include "ResourceResolver.h"
@@ -31,6 +32,9 @@ public:
     static constexpr int MaxFiles = 64;
     static constexpr qint64 MaxFileBytes = 16 << 20;
     static constexpr qint64 MaxBytes = 32 << 20;
+    /// What finding these files may take, in ResourceResolver::steps(): a table may have as many type chunks for each
+    /// resource, and as many launchers as there may be ask for theirs. The largest applications take some thousands.
+    static constexpr qint64 MaxSteps = 1 << 17;
 
     /// Both outlive this object.
     IconMaker(const ResourceResolver &resolver, PackageFiles &files) : m_resolver(resolver), m_files(files) {}
@@ -46,6 +50,7 @@ private:
     QVector<ResolvedValue> candidates(const ResolvedValue &icon, const ResourceResolver &resolver) const;
     QImage drawn(const ResolvedValue &value, const ResourceResolver &resolver, int size, IconMask mask);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, int size);
+    QByteArray file(const QString &path, Allowance *bytesLeft) const;
     void setError(const QString &text);
 
     const ResourceResolver &m_resolver;

@@ -29,10 +29,12 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     if (known != m_texts.cend())
         return *known;
     Texts texts;
+    if (!m_steps.spend(m_resolver.steps(id)))
+        return *m_texts.insert(id, texts);
     QHash<QString, int> numbers;
     // Best first: of the values for one language, the first counts.
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
-        if (!m_steps.spend(1))
+        if (!m_steps.spend(StepsPerValue))
             break;
         const LanguageTag tag(value.languageTag);
         const QString key = tag.toString();
@@ -50,14 +52,16 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
 {
     for (int depth = 0; depth < ResourceResolver::MaxDepth; ++depth) {
         const Texts &candidates = texts(id);
-        if (!m_steps.spend(1 + candidates.tags.size()))
+        if (!m_steps.spend(StepsPerChoice + StepsPerRelative * qint64(candidates.chooser.relatives(wanted))))
             return std::nullopt;
         const int number = candidates.chooser.best(wanted);
         if (number < 0)
             return std::nullopt;
         const TypedValue &value = candidates.values.at(number).value;
         if (!value.isReference()) {
-            const QString text = plainText(ResourceResolver::withText(candidates.values.at(number)));
+            // One character more than may be shows that there is one.
+            const int longest = int(qMin(m_steps.left() + 1, qint64(ResourceTable::MaxStringLength)));
+            const QString text = plainText(ResourceResolver::withText(candidates.values.at(number), longest));
             return m_steps.spend(text.size()) ? std::optional<QString>(text) : std::nullopt;
         }
         id = value.data;
@@ -77,6 +81,8 @@ QVector<LanguageTag> LabelLookup::languages(quint32 id)
             continue;
         visited.insert(next);
         const Texts &candidates = texts(next);
+        if (!m_steps.spend(StepsPerChoice + StepsPerValue * qint64(candidates.tags.size())))
+            break;
         for (int i = 0; i < candidates.tags.size(); ++i) {
             const QString key = candidates.tags.at(i).toString();
             if (!known.contains(key) && languages.size() < MaxLanguages) {

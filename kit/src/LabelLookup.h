@@ -26,13 +26,20 @@ namespace SorrelKit {
 class LabelLookup
 {
 public:
-    /// Values that are looked at, and characters of texts that are made, at most.
-    static constexpr qint64 MaxSteps = 1 << 20;
+    /// What the lookups of a package's labels may take, once for each launcher, of which each has an equal part: a type
+    /// chunk that is looked into and a character of a text count one each, and one more is some 50 ns of anything else.
+    static constexpr qint64 MaxSteps = 1 << 22;
+    static constexpr int StepsPerValue = 32;
+    static constexpr int StepsPerChoice = 64;
+    static constexpr int StepsPerRelative = 64;
     /// Languages of one text at most, in the order of the table. Packages have up to a hundred.
     static constexpr int MaxLanguages = 1024;
 
-    /// @p resolver outlives this object.
-    explicit LabelLookup(const ResourceResolver &resolver) : m_resolver(resolver), m_steps(MaxSteps) {}
+    /// @p resolver outlives this object. As many others as make up @p launcherCount share what lookups may take.
+    explicit LabelLookup(const ResourceResolver &resolver, int launcherCount = 1)
+        : m_resolver(resolver), m_steps(MaxSteps / qMax(1, launcherCount))
+    {
+    }
 
     /// The text of @p attribute by language tag: those that some resource on the way has a value for, and the empty one
     /// for all others. Empty when the attribute is missing or refers to nothing; incomplete when a limit is reached.

@@ -70,7 +70,7 @@ bool Launcher::isShown() const
 
 QMap<QString, QString> Launcher::labels() const
 {
-    return d->isValid() ? LabelLookup(d->package->resolver()).labels(d->innermost(Attr::Label))
+    return d->isValid() ? LabelLookup(d->package->resolver(), d->launcherCount).labels(d->innermost(Attr::Label))
                         : QMap<QString, QString>();
 }
 
@@ -78,7 +78,8 @@ QString Launcher::label(const QLocale &locale) const
 {
     if (!d->isValid())
         return {};
-    const QString label = LabelLookup(d->package->resolver()).label(d->innermost(Attr::Label), LanguageTag(locale));
+    LabelLookup lookup(d->package->resolver(), d->launcherCount);
+    const QString label = lookup.label(d->innermost(Attr::Label), LanguageTag(locale));
     return label.isEmpty() ? name() : label;
 }
 

@@ -16,6 +16,7 @@ class LauncherData : public QSharedData
 public:
     QSharedPointer<PackageData> package;
     Manifest::LauncherEntry entry;
+    int launcherCount = 1; ///< of the package, which share what lookups of labels may take
 
     bool isValid() const { return entry.activity != nullptr; }
     /// The attribute @p id of the first that has it: filter, activity or alias, the alias's target, application.

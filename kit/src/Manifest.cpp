@@ -90,6 +90,8 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
             entry.target = activities.value(entry.className);
         }
         entries.append(entry);
+        if (entries.size() == MaxLaunchers)
+            break;
     }
     return entries;
 }

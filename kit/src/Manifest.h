@@ -27,6 +27,10 @@ public:
         bool isAlias = false;
     };
 
+    /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users choose
+    /// among icons have some dozens.
+    static constexpr int MaxLaunchers = 1024;
+
     Manifest() = default;
     explicit Manifest(const XmlElement &root);
 
@@ -39,7 +43,7 @@ public:
     const XmlElement *application() const;
     /// The attribute @p id of the first of the root's children of the name @p element that has it.
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
-    /// Each activity and each alias once, for its first such filter, in the order of the manifest.
+    /// Each activity and each alias once, for its first such filter, in the order of the manifest; up to MaxLaunchers.
     QVector<LauncherEntry> launchers() const;
     /// @p name as the name of a class: with the package in front when it begins with a dot, or has none.
     QString completed(const QString &name) const;

@@ -173,10 +173,12 @@ QImage Package::icon(int size, IconMask mask, QString *error) const
 QList<Launcher> Package::launchers() const
 {
     QList<Launcher> launchers;
-    for (const Manifest::LauncherEntry &entry : loaded().manifest().launchers()) {
+    const QVector<Manifest::LauncherEntry> entries = loaded().manifest().launchers();
+    for (const Manifest::LauncherEntry &entry : entries) {
         auto *const data = new LauncherData;
         data->package = d;
         data->entry = entry;
+        data->launcherCount = entries.size();
         launchers.append(Launcher(data));
     }
     return launchers;

@@ -87,11 +87,16 @@ void PackageData::readTable(ArchiveFiles &archive)
     // A package may have no resources, and splits for processors have none.
     if (!archive.contains(path))
         return;
-    const QByteArray bytes = archive.file(path, MaxTableBytes);
+    const qint64 before = archive.bytesRead();
+    const QByteArray bytes = archive.file(path, m_tableBytes.left());
+    const bool isRoom = m_tableBytes.spend(archive.bytesRead() - before);
     const auto table = QSharedPointer<const ResourceTable>::create(bytes);
-    if (!table->fault().isEmpty())
+    if (!isRoom || !m_typeChunks.spend(table->typeChunkCount()))
+        setError(Package::BadTable, QStringLiteral("too much in resource tables"));
+    else if (!table->fault().isEmpty())
         setError(Package::BadTable, table->fault());
-    m_tables.append(table);
+    if (!m_typeChunks.isSpent())
+        m_tables.append(table);
 }
 
 void PackageData::setError(Package::Error error, const QString &fault)
@@ -112,6 +117,14 @@ QByteArray PackageData::file(const QString &path, qint64 maxBytes)
             return bytes;
     }
     return {};
+}
+
+qint64 PackageData::bytesRead() const
+{
+    qint64 bytes = m_outer->bytesRead();
+    for (const auto &member : m_members)
+        bytes += member->bytesRead();
+    return bytes;
 }
 
 QStringList PackageData::nativeAbis()

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_PACKAGEDATA_H
 #define SORRELKIT_PACKAGEDATA_H
 
+#include "Allowance.h"
 #include "ArchiveFiles.h"
 #include "Manifest.h"
 #include "PackageFiles.h"
@@ -24,7 +25,7 @@ namespace SorrelKit {
 class PackageData : private PackageFiles
 {
 public:
-    /// Bytes of a table at most, and of a manifest: libsorrel's limit.
+    /// Bytes of all tables at most, libsorrel's limit for one, and of a manifest.
     static constexpr qint64 MaxTableBytes = 128 << 20;
     static constexpr qint64 MaxManifestBytes = 16 << 20;
 
@@ -57,6 +58,7 @@ public:
 
 private:
     QByteArray file(const QString &path, qint64 maxBytes) override;
+    qint64 bytesRead() const override;
     ResolvedValue iconValue(const XmlAttribute *attribute) const;
     void read();
     bool readManifest(ArchiveFiles &archive);
@@ -71,6 +73,8 @@ private:
     Manifest m_manifest;
     QStringList m_splits;
     QVector<QSharedPointer<const ResourceTable>> m_tables;
+    Allowance m_tableBytes{MaxTableBytes};
+    Allowance m_typeChunks{ResourceTable::MaxTypeChunks}; ///< of all tables
     ResourceResolver m_resolver;
 };
 

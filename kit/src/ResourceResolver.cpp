@@ -31,6 +31,18 @@ ResourceResolver::ResourceResolver(QVector<QSharedPointer<const ResourceTable>> 
 
 ResolvedValue ResourceResolver::best(quint32 id) const
 {
+    const auto known = m_best.constFind(id);
+    if (known != m_best.cend())
+        return *known;
+    if (!m_steps.spend(steps(id)))
+        return {};
+    const ResolvedValue value = bestOfTables(id);
+    m_best.insert(id, value);
+    return value;
+}
+
+ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
+{
     const ResourceTable *owner = nullptr;
     ResourceValue best;
     for (const auto &table : m_tables) {
@@ -44,7 +56,12 @@ ResolvedValue ResourceResolver::best(quint32 id) const
             }
         }
     }
-    return owner != nullptr ? withText(found(*owner, best, id)) : ResolvedValue();
+    if (owner == nullptr)
+        return {};
+    const int longest = int(qMin(m_steps.left(), qint64(ResourceTable::MaxStringLength)));
+    const ResolvedValue value = withText(found(*owner, best, id), longest);
+    m_steps.spend(value.text.size());
+    return value;
 }
 
 ResolvedValue ResourceResolver::resource(quint32 id) const
@@ -83,7 +100,7 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
     for (const auto &table : m_tables) {
         for (const ResourceValue &value : table->values(id)) {
             const bool isWanted = locales == Locales::Any || !value.configuration->hasLocale();
-            if (isWanted && !value.isMap && value.configuration->matches(m_device))
+            if (candidates.size() < MaxCandidates && isWanted && !value.isMap && value.configuration->matches(m_device))
                 candidates.append({table.data(), value});
         }
     }
@@ -96,10 +113,18 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
     return result;
 }
 
-ResolvedValue ResourceResolver::withText(ResolvedValue value)
+qint64 ResourceResolver::steps(quint32 id) const
+{
+    qint64 steps = StepsPerResource;
+    for (const auto &table : m_tables)
+        steps += table->typeChunkCount(id);
+    return steps;
+}
+
+ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
 {
     if (value.value.type == ValueType::String && value.table != nullptr)
-        value.text = value.table->string(value.value.data);
+        value.text = value.table->string(value.value.data, maxLength);
     return value;
 }
 

@@ -2,8 +2,10 @@
 #ifndef SORRELKIT_RESOURCERESOLVER_H
 #define SORRELKIT_RESOURCERESOLVER_H
 
+#include "Allowance.h"
 #include "ResourceTable.h"
 
+#include <QHash>
 #include <QSharedPointer>
 #include <QVector>
 
@@ -25,12 +27,21 @@ struct ResolvedValue {
  * Looks up resources in the tables of a package and its splits, as a device of a given configuration does: the best
  * value, and of that, when it is a reference, again the best.
  *
- * The const operations only read. References are followed up to MaxDepth in a row, which ends cycles as well.
+ * References are followed up to MaxDepth in a row, which ends cycles as well. A table may have thousands of values for each
+ * of thousands of resources, so that what resource() and resolved() look at is limited for all calls together. Their
+ * answers are kept, and cost nothing the next time: an object is used from one thread.
  */
 class ResourceResolver
 {
 public:
     static constexpr int MaxDepth = 20;
+    /// What resource() and resolved() may take: a type chunk that is looked into and a character count one each, and a
+    /// resource another StepsPerResource. When nothing is left, a resource has no value.
+    static constexpr qint64 MaxSteps = 1 << 22;
+    static constexpr int StepsPerResource = 64;
+    /// Values that count among the candidates() of a resource, in the order of the table. The largest applications have a
+    /// value for each of a hundred languages, or of a dozen densities.
+    static constexpr int MaxCandidates = 4096;
 
     /// @p tables are looked through in their order; of values that are as good as each other, the first counts.
     ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device);
@@ -52,16 +63,22 @@ public:
     /// Every value of the resource that matches the device but for its density, and as @p locales says; best first, none
     /// followed, and without texts: there may be any number of values, and all of them one text.
     QVector<ResolvedValue> candidates(quint32 id, Locales locales = Locales::None) const;
+    /// What candidates() takes for @p id: the type chunks that it looks into, and StepsPerResource.
+    qint64 steps(quint32 id) const;
     /// @p value, one of the candidates(), with its text.
-    static ResolvedValue withText(ResolvedValue value);
+    /// At most as many characters as @p maxLength.
+    static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;
 
 private:
     ResolvedValue best(quint32 id) const;
+    ResolvedValue bestOfTables(quint32 id) const;
 
     QVector<QSharedPointer<const ResourceTable>> m_tables;
     Configuration m_device;
+    mutable Allowance m_steps{MaxSteps};
+    mutable QHash<quint32, ResolvedValue> m_best; ///< what was looked up
 };
 
 } // namespace SorrelKit

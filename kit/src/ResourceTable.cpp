@@ -86,14 +86,26 @@ const ResourceTable::Package *ResourceTable::package(quint32 id) const
     return found == m_packages.cend() ? nullptr : &*found;
 }
 
+const QVector<TypeChunk> *ResourceTable::typeChunks(quint32 id) const
+{
+    const Package *const owner = package(id);
+    if (owner == nullptr)
+        return nullptr;
+    const auto types = owner->types.constFind(typeIdOf(id));
+    return types == owner->types.cend() ? nullptr : &*types;
+}
+
+int ResourceTable::typeChunkCount(quint32 id) const
+{
+    const QVector<TypeChunk> *const types = typeChunks(id);
+    return types != nullptr ? types->size() : 0;
+}
+
 QVector<ResourceValue> ResourceTable::values(quint32 id) const
 {
     QVector<ResourceValue> values;
-    const Package *const owner = package(id);
-    if (owner == nullptr)
-        return values;
-    const auto types = owner->types.constFind(typeIdOf(id));
-    if (types == owner->types.cend())
+    const QVector<TypeChunk> *const types = typeChunks(id);
+    if (types == nullptr)
         return values;
     for (const TypeChunk &type : *types) {
         const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));

@@ -32,6 +32,8 @@ class ResourceTable
 public:
     /// Type chunks of a table at most: each takes its configuration, and one lookup in those of its type.
     static constexpr int MaxTypeChunks = 1 << 16;
+    /// Characters of a string at most, the rest is left out: as many bytes as the usual encoding, UTF-8, has room for.
+    static constexpr int MaxStringLength = 0x7fff;
     /// Packages at most, as the library has it.
     static constexpr int MaxPackages = 256;
 
@@ -47,8 +49,12 @@ public:
     QVector<ResourceValue> values(quint32 id) const;
     /// The name of the resource's type ("mipmap"); empty when there is none.
     QString typeName(quint32 id) const;
-    /// String @p index of the pool that values refer to.
-    QString string(quint32 index) const { return m_strings.at(index); }
+    /// String @p index of the pool that values refer to, or as many characters of it as @p maxLength.
+    QString string(quint32 index, int maxLength = MaxStringLength) const { return m_strings.at(index, maxLength); }
+    /// Number of type chunks that values() goes through to find those of the resource @p id.
+    int typeChunkCount(quint32 id) const;
+    /// Number of type chunks that were read.
+    int typeChunkCount() const { return qMin(m_typeChunks, MaxTypeChunks); }
 
     /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
     quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
@@ -65,6 +71,8 @@ private:
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
     const Package *package(quint32 id) const;
+    /// The chunks of the type of the resource @p id; null when there are none.
+    const QVector<TypeChunk> *typeChunks(quint32 id) const;
 
     QByteArray m_bytes;
     QString m_fault;

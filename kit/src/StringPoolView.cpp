@@ -57,15 +57,15 @@ StringPoolView::StringPoolView(const ChunkView &chunk)
     m_isUtf8 = (bytes.u32(FlagsAt) & Utf8Flag) != 0;
 }
 
-QString StringPoolView::at(qint64 index) const
+QString StringPoolView::at(qint64 index, int maxLength) const
 {
     if (index < 0 || index >= m_count)
         return {};
     const qint64 at = m_offsets.u32(4 * index);
-    return m_isUtf8 ? utf8At(at) : utf16At(at);
+    return m_isUtf8 ? utf8At(at, maxLength) : utf16At(at, maxLength);
 }
 
-QString StringPoolView::utf8At(qint64 at) const
+QString StringPoolView::utf8At(qint64 at, int maxLength) const
 {
     at += (m_strings.u8(at) & 0x80) != 0 ? 2 : 1;
     qint64 length = m_strings.u8(at++);
@@ -73,10 +73,11 @@ QString StringPoolView::utf8At(qint64 at) const
         length = (length & 0x7f) << 8 | m_strings.u8(at++);
     if (!m_strings.has(at, length))
         return {};
-    return fromUtf8(m_strings.part(at, length));
+    constexpr int BytesPerCharacter = 3; // at most; those beyond the basic plane are two characters
+    return fromUtf8(m_strings.part(at, qMin(length, BytesPerCharacter * qint64(maxLength)))).left(maxLength);
 }
 
-QString StringPoolView::utf16At(qint64 at) const
+QString StringPoolView::utf16At(qint64 at, int maxLength) const
 {
     qint64 length = m_strings.u16(at);
     at += 2;
@@ -86,7 +87,7 @@ QString StringPoolView::utf16At(qint64 at) const
     }
     if (!m_strings.has(at, 2 * length))
         return {};
-    QString string(int(qMin(length, qint64(MaxLength))), Qt::Uninitialized);
+    QString string(int(qMin(length, qint64(maxLength))), Qt::Uninitialized);
     for (int i = 0; i < string.size(); ++i)
         string[i] = QChar(m_strings.u16(at + 2 * qint64(i)));
     return string;

@@ -34,11 +34,12 @@ public:
     /// Number of strings that there are offsets for.
     qint64 count() const { return m_count; }
     /// The string at @p index; a null string when there is none, or it does not end within the pool.
-    QString at(qint64 index) const;
+    /// Of a longer one than @p maxLength, as many characters.
+    QString at(qint64 index, int maxLength = MaxLength) const;
 
 private:
-    QString utf8At(qint64 at) const;
-    QString utf16At(qint64 at) const;
+    QString utf8At(qint64 at, int maxLength) const;
+    QString utf16At(qint64 at, int maxLength) const;
 
     ByteView m_offsets;
     ByteView m_strings;
