@@ -92,10 +92,14 @@ std::unique_ptr<ArchiveFiles> ArchiveFiles::archive(const QString &path, Allowan
     const qint64 size = raw.csize();
     const qint64 inflatedSize = raw.usize();
     raw.close();
-    if (method == Stored)
-        return std::unique_ptr<ArchiveFiles>(
-            new ArchiveFiles(std::make_unique<RangeDevice>(m_archive->getIoDevice(), start, size)));
-    if (inflatedSize > inflated->left())
+    if (method == Stored) {
+        QIODevice *const device = m_archive->getIoDevice();
+        if (size < 0 || size > device->size() - m_standingBytes)
+            return nullptr;
+        m_standingBytes += size;
+        return std::unique_ptr<ArchiveFiles>(new ArchiveFiles(std::make_unique<RangeDevice>(device, start, size)));
+    }
+    if (inflatedSize < 0 || inflatedSize > inflated->left())
         return nullptr;
     // Also of one that turns out to be damaged: it takes as long.
     inflated->spend(inflatedSize);

@@ -32,12 +32,15 @@ public:
     /// False when there is no such file, it is no regular file or no archive, or the device is open or sequential.
     bool open();
 
+    /// As its base says. A member that is too long is not read at all, and one that is damaged ends where the fault is.
     QByteArray file(const QString &path, qint64 maxBytes) override;
     qint64 bytesRead() const override { return m_bytesRead; }
     /**
      * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
-     * read where it stands, and this object outlives it. One that is compressed is kept in memory, which is taken off
-     * @p inflated; null when there is not as much left.
+     * read where it stands, and this object outlives it. All of these together are no longer than this archive, as they do
+     * not overlap in a sound one; null for one that would be too much. One that is compressed is kept in memory, and what
+     * the archive says that it has is taken off @p inflated; null when there is not as much left, or it is damaged from
+     * its start.
      */
     std::unique_ptr<ArchiveFiles> archive(const QString &path, Allowance *inflated);
     bool contains(const QString &path);
@@ -53,6 +56,7 @@ private:
     std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
     std::unique_ptr<QuaZip> m_archive;
     qint64 m_bytesRead = 0;
+    qint64 m_standingBytes = 0; ///< of members that were handed out to be read where they stand
 };
 
 } // namespace SorrelKit

@@ -209,6 +209,7 @@ XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
         return {};
     }
     const XmlReader reader(bytes);
+    m_xmlBytes.spend(reader.characters());
     if (reader.fault().isEmpty())
         return reader.root();
     setError(QStringLiteral("%1: %2").arg(path, reader.fault()));

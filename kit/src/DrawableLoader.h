@@ -33,7 +33,7 @@ public:
     static constexpr int MaxDepth = 24;
     /// Drawables that are made at most.
     static constexpr int MaxDrawables = 4096;
-    /// Bytes of one file at most, and of all XML files.
+    /// Bytes of one file at most, and of all XML files, their characters included.
     static constexpr qint64 MaxFileBytes = 16 << 20;
     static constexpr qint64 MaxXmlBytes = 32 << 20;
     /// Bytes of all files, each as often as it is read, and those that are too large as far as they were read.

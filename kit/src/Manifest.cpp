@@ -98,6 +98,8 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
 
 QString Manifest::completed(const QString &name) const
 {
+    if (name.isEmpty())
+        return {};
     if (name.startsWith(QLatin1Char('.')))
         return m_packageName + name;
     return name.contains(QLatin1Char('.')) ? name : m_packageName + QLatin1Char('.') + name;

@@ -45,7 +45,8 @@ public:
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
     /// Each activity and each alias once, for its first such filter, in the order of the manifest; up to MaxLaunchers.
     QVector<LauncherEntry> launchers() const;
-    /// @p name as the name of a class: with the package in front when it begins with a dot, or has none.
+    /// @p name as the name of a class: with the package in front when it begins with a dot, or has none. No
+    /// name stays none.
     QString completed(const QString &name) const;
 
     /// The text of the attribute @p id of @p element; empty when it has none.

@@ -90,13 +90,13 @@ void PackageData::readTable(ArchiveFiles &archive)
     const qint64 before = archive.bytesRead();
     const QByteArray bytes = archive.file(path, m_tableBytes.left());
     const bool isRoom = m_tableBytes.spend(archive.bytesRead() - before);
-    const auto table = QSharedPointer<const ResourceTable>::create(bytes);
-    if (!isRoom || !m_typeChunks.spend(table->typeChunkCount()))
+    const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
+    m_typeChunks.spend(table->typeChunkCount());
+    if (!isRoom)
         setError(Package::BadTable, QStringLiteral("too much in resource tables"));
     else if (!table->fault().isEmpty())
         setError(Package::BadTable, table->fault());
-    if (!m_typeChunks.isSpent())
-        m_tables.append(table);
+    m_tables.append(table);
 }
 
 void PackageData::setError(Package::Error error, const QString &fault)

@@ -25,7 +25,8 @@ namespace SorrelKit {
 class PackageData : private PackageFiles
 {
 public:
-    /// Bytes of all tables at most, libsorrel's limit for one, and of a manifest.
+    /// Bytes of all tables at most, those of splits included, and of a manifest: libsorrel's limit for one. Type chunks of
+    /// all tables are at most as many as one may have (ResourceTable).
     static constexpr qint64 MaxTableBytes = 128 << 20;
     static constexpr qint64 MaxManifestBytes = 16 << 20;
 
@@ -74,7 +75,7 @@ private:
     QStringList m_splits;
     QVector<QSharedPointer<const ResourceTable>> m_tables;
     Allowance m_tableBytes{MaxTableBytes};
-    Allowance m_typeChunks{ResourceTable::MaxTypeChunks}; ///< of all tables
+    Allowance m_typeChunks{ResourceTable::MaxTypeChunks};
     ResourceResolver m_resolver;
 };
 

@@ -47,14 +47,15 @@ PackageSet::PackageSet(ArchiveFiles &archive)
     std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) { return rank(a) < rank(b); });
 
     Allowance inflated(MaxInflatedBytes);
-    Allowance manifestBytes(MaxManifestBytes);
+    Allowance manifests(MaxManifests);
     QString application;
     for (const QString &path : paths) {
         std::unique_ptr<ArchiveFiles> package = archive.archive(path, &inflated);
         if (package == nullptr || !package->open())
             continue;
-        const XmlReader reader(package->file(QStringLiteral("AndroidManifest.xml"), manifestBytes.left()));
-        if (!manifestBytes.spend(package->bytesRead()))
+        const XmlReader reader(package->file(QStringLiteral("AndroidManifest.xml"),
+                                             qMin(PackageData::MaxManifestBytes, manifests.left())));
+        if (!manifests.spend(package->bytesRead() + reader.characters()))
             break;
         const Manifest manifest(reader.root());
         if (!reader.fault().isEmpty())

@@ -29,8 +29,9 @@ public:
     static constexpr int MaxMembers = 4096;
     /// Bytes of packages that are compressed in the set once more, and so have to be kept in memory, all together.
     static constexpr qint64 MaxInflatedBytes = 256 << 20;
-    /// Bytes of the manifests of all packages, as many as a single one may have. Those of splits have some hundred each.
-    static constexpr qint64 MaxManifestBytes = 16 << 20;
+    /// Bytes and characters of the manifests of all packages, which are read to find the base. Those of splits have some
+    /// hundred of them.
+    static constexpr qint64 MaxManifests = 64 << 20;
 
     struct Split {
         QString name; ///< "config.de"

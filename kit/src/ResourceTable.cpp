@@ -3,8 +3,6 @@
 
 #include <QStringList>
 
-#include <algorithm>
-
 namespace SorrelKit {
 
 namespace {
@@ -29,7 +27,8 @@ int entryIndexOf(quint32 id)
 
 } // namespace
 
-ResourceTable::ResourceTable(const QByteArray &bytes) : m_bytes(bytes)
+ResourceTable::ResourceTable(const QByteArray &bytes, int maxTypeChunks)
+    : m_bytes(bytes), m_maxTypeChunks(maxTypeChunks)
 {
     const ChunkView table = ChunkView::at(ByteView(m_bytes), 0);
     if (table.isValid() && table.type() == ChunkType::Table)
@@ -67,64 +66,64 @@ void ResourceTable::readPackage(const ChunkView &chunk)
         const TypeChunk type(child);
         if (!type.isValid())
             m_fault = QStringLiteral("damaged type in resource table");
-        else if (++m_typeChunks > MaxTypeChunks)
+        else if (m_typeChunks >= m_maxTypeChunks)
             m_fault = QStringLiteral("too many types in resource table");
         else
             package.types[type.typeId()].append(type);
+        m_typeChunks += m_fault.isEmpty() ? 1 : 0;
     }
     if (m_fault.isEmpty() && chunks.isDamaged())
         m_fault = QStringLiteral("damaged chunk in resource table");
     m_packages.append(package);
 }
 
-const ResourceTable::Package *ResourceTable::package(quint32 id) const
+quint8 ResourceTable::ownerOf(quint32 id) const
 {
     // References within a library that is loaded dynamically have 0 for it: they mean the package that they stand in.
-    const quint8 wanted = packageIdOf(id) == 0 ? packageId() : packageIdOf(id);
-    const auto found = std::find_if(m_packages.cbegin(), m_packages.cend(),
-                                    [wanted](const Package &package) { return package.id == wanted; });
-    return found == m_packages.cend() ? nullptr : &*found;
-}
-
-const QVector<TypeChunk> *ResourceTable::typeChunks(quint32 id) const
-{
-    const Package *const owner = package(id);
-    if (owner == nullptr)
-        return nullptr;
-    const auto types = owner->types.constFind(typeIdOf(id));
-    return types == owner->types.cend() ? nullptr : &*types;
-}
-
-int ResourceTable::typeChunkCount(quint32 id) const
-{
-    const QVector<TypeChunk> *const types = typeChunks(id);
-    return types != nullptr ? types->size() : 0;
+    return packageIdOf(id) == 0 ? packageId() : packageIdOf(id);
 }
 
 QVector<ResourceValue> ResourceTable::values(quint32 id) const
 {
     QVector<ResourceValue> values;
-    const QVector<TypeChunk> *const types = typeChunks(id);
-    if (types == nullptr)
-        return values;
-    for (const TypeChunk &type : *types) {
-        const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));
-        if (!entry.isValid())
+    for (const Package &package : m_packages) {
+        const auto types = package.types.constFind(typeIdOf(id));
+        if (package.id != ownerOf(id) || types == package.types.cend())
             continue;
-        ResourceValue value;
-        value.isMap = entry.isMap();
-        if (!value.isMap)
-            value.value = entry.value();
-        value.configuration = &type.configuration();
-        values.append(value);
+        for (const TypeChunk &type : *types) {
+            const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));
+            if (!entry.isValid())
+                continue;
+            ResourceValue value;
+            value.isMap = entry.isMap();
+            if (!value.isMap)
+                value.value = entry.value();
+            value.configuration = &type.configuration();
+            values.append(value);
+        }
     }
     return values;
 }
 
+int ResourceTable::typeChunkCount(quint32 id) const
+{
+    int count = 0;
+    for (const Package &package : m_packages) {
+        const auto types = package.types.constFind(typeIdOf(id));
+        if (package.id == ownerOf(id) && types != package.types.cend())
+            count += types->size();
+    }
+    return count;
+}
+
 QString ResourceTable::typeName(quint32 id) const
 {
-    const Package *const owner = package(id);
-    return owner != nullptr ? owner->typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+    for (const Package &package : m_packages) {
+        const QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+        if (!name.isEmpty())
+            return name;
+    }
+    return {};
 }
 
 QStringList ResourceTable::languageTags() const

@@ -40,12 +40,16 @@ public:
     /// An empty table, valid.
     ResourceTable() = default;
     /// The table in @p bytes, which it keeps. When it is damaged, what stands before the fault can be asked for.
-    explicit ResourceTable(const QByteArray &bytes);
+    /// @p maxTypeChunks is at most MaxTypeChunks; less for one of several tables that are asked together.
+    explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks);
 
     /// What is wrong with the bytes, in English; empty when nothing is.
     QString fault() const { return m_fault; }
+    /// Number of type chunks that can be asked for.
+    int typeChunkCount() const { return m_typeChunks; }
 
-    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk.
+    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk. A package
+    /// may stand in the table in several parts.
     QVector<ResourceValue> values(quint32 id) const;
     /// The name of the resource's type ("mipmap"); empty when there is none.
     QString typeName(quint32 id) const;
@@ -53,8 +57,6 @@ public:
     QString string(quint32 index, int maxLength = MaxStringLength) const { return m_strings.at(index, maxLength); }
     /// Number of type chunks that values() goes through to find those of the resource @p id.
     int typeChunkCount(quint32 id) const;
-    /// Number of type chunks that were read.
-    int typeChunkCount() const { return qMin(m_typeChunks, MaxTypeChunks); }
 
     /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
     quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
@@ -70,14 +72,14 @@ private:
 
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
-    const Package *package(quint32 id) const;
-    /// The chunks of the type of the resource @p id; null when there are none.
-    const QVector<TypeChunk> *typeChunks(quint32 id) const;
+    /// The id of the package that @p id is of.
+    quint8 ownerOf(quint32 id) const;
 
     QByteArray m_bytes;
     QString m_fault;
     StringPoolView m_strings;
     QVector<Package> m_packages;
+    int m_maxTypeChunks = MaxTypeChunks;
     int m_typeChunks = 0;
 };
 

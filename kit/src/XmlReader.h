@@ -38,6 +38,8 @@ public:
     const XmlElement &root() const { return m_root; }
     /// What is wrong with the document, in English; empty when nothing is.
     QString fault() const { return m_fault; }
+    /// Characters of all names and texts that were read, which is what reading takes beside the bytes.
+    qint64 characters() const { return m_characters; }
 
 private:
     void readNodes(const ChunkView &document);

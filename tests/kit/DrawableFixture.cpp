@@ -138,7 +138,10 @@ XmlAttribute drawable(QRgb value)
 QByteArray Files::file(const QString &path, qint64 maxBytes)
 {
     const QByteArray bytes = m_files.value(path);
-    return bytes.size() <= maxBytes ? bytes : QByteArray();
+    if (bytes.size() > maxBytes)
+        return {};
+    m_bytesRead += bytes.size();
+    return bytes;
 }
 
 void Files::add(const QString &path, const QImage &picture)

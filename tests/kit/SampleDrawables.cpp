@@ -16,8 +16,8 @@ SampleDrawables::SampleDrawables(const QString &app, int pixelsPerDp)
     constexpr qint64 MaxTableBytes = 16 << 20;
     if (!m_files.open())
         return;
-    const auto table =
-        QSharedPointer<const ResourceTable>::create(m_files.file(QStringLiteral("resources.arsc"), MaxTableBytes));
+    const auto table = QSharedPointer<const ResourceTable>(
+        new ResourceTable(m_files.file(QStringLiteral("resources.arsc"), MaxTableBytes)));
     if (table->fault().isEmpty())
         m_resolver.emplace(QVector<QSharedPointer<const ResourceTable>>{table},
                            Configuration::phone(m_pixelsPerDp * Configuration::MediumDensity));

@@ -42,7 +42,7 @@ QByteArray emptyTypes(int count)
 ResourceResolver resolverOf(const QByteArray &table)
 {
     QVector<QSharedPointer<const ResourceTable>> tables;
-    tables.append(QSharedPointer<const ResourceTable>::create(table));
+    tables.append(QSharedPointer<const ResourceTable>(new ResourceTable(table)));
     return ResourceResolver(tables, Configuration::phone(Configuration::MediumDensity));
 }
 
@@ -296,7 +296,7 @@ void TestKitCeilings::typeChunksOfASet()
     };
     QCOMPARE(error(ResourceTable::MaxTypeChunks), QStringLiteral("no error"));
     QCOMPARE(error(ResourceTable::MaxTypeChunks + 1),
-             QStringLiteral("could not parse resources.arsc: too much in resource tables"));
+             QStringLiteral("could not parse resources.arsc: too many types in resource table"));
 }
 
 void TestKitCeilings::drawables()
