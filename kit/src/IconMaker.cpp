@@ -180,7 +180,7 @@ QVector<IconFile> IconMaker::iconFiles(const ResolvedValue &icon) const
 QByteArray IconMaker::file(const QString &path, Allowance *bytesLeft) const
 {
     const qint64 before = m_files.bytesRead();
-    const QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, bytesLeft->left()));
+    QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, bytesLeft->left()));
     bytesLeft->spend(m_files.bytesRead() - before);
     return bytes;
 }

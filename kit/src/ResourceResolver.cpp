@@ -36,7 +36,7 @@ ResolvedValue ResourceResolver::best(quint32 id) const
         return *known;
     if (!m_steps.spend(steps(id)))
         return {};
-    const ResolvedValue value = bestOfTables(id);
+    ResolvedValue value = bestOfTables(id);
     m_best.insert(id, value);
     return value;
 }
@@ -59,7 +59,7 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
     if (owner == nullptr)
         return {};
     const int longest = int(qMin(m_steps.left(), qint64(ResourceTable::MaxStringLength)));
-    const ResolvedValue value = withText(found(*owner, best, id), longest);
+    ResolvedValue value = withText(found(*owner, best, id), longest);
     m_steps.spend(value.text.size());
     return value;
 }
@@ -131,7 +131,7 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
 QString ResourceResolver::typeName(quint32 id) const
 {
     for (const auto &table : m_tables) {
-        const QString name = table->typeName(id);
+        QString name = table->typeName(id);
         if (!name.isEmpty())
             return name;
     }
