@@ -7,7 +7,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 require "${test_packages[@]}"
-build release
+build release tst_gallery tst_vectordrawable
 export SORREL_REDRAW_GOLDENS=1
 ctest --preset release -R '^tst_(gallery|vectordrawable)$'
 git status --short tests/kit/golden
