@@ -72,7 +72,8 @@ PathPainter::PathPainter(Canvas *canvas, const QRectF &bounds, const QRectF &vie
     QPainter &painter = canvas->painter();
     painter.save();
     m_toPixels = transform * painter.transform();
-    m_visible = visiblePart(viewport, m_toPixels, canvas->size());
+    if (!bounds.isEmpty())
+        m_visible = visiblePart(viewport, m_toPixels, canvas->size());
     if (!m_visible.isEmpty())
         painter.setTransform(m_toPixels);
 }
