@@ -65,7 +65,9 @@ public:
      * "iw"). The empty key holds the label for all other languages. Empty when there is no label that can be had.
      *
      * The label is the filter's, else the activity's or alias's, else, for an alias, its target's, else the application's.
-     * Looked up in every language on each call, which is as many lookups as there are languages.
+     * Looked up in every language on each call, which is as many lookups as there are languages. What that may take is
+     * limited for all launchers of a package together: with more than about a hundred launchers, each in a hundred languages,
+     * some are missing.
      */
     QMap<QString, QString> labels() const;
     /**

@@ -102,7 +102,7 @@ public:
     QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
 
     /// Every entry for home screens, the ones that are not shown included; each activity or alias once, in the order of
-    /// the manifest. Made anew on each call, which looks at the manifest alone.
+    /// the manifest, up to 1024 of them. Made anew on each call, which looks at the manifest alone.
     QList<Launcher> launchers() const;
 
 private:
