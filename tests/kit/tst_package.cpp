@@ -124,6 +124,7 @@ private slots:
     void iconByItsPath();
     void rendererDrawsAnyResource();
     void previewsOfThePlatform();
+    void densitySplitAddsItsIcons();
 
     void errorCouldNotOpen();
     void errorCouldNotParseTable();
@@ -316,6 +317,31 @@ void TestPackage::previewsOfThePlatform()
     QCOMPARE(version(androidText(latin("minSdkVersion"), latin("21"))), 21);
     QCOMPARE(version(androidText(latin("minSdkVersion"), latin("Tiramisu"))), 10000);
     QCOMPARE(version(androidText(latin("label"), latin("none"))), 1);
+}
+
+// The base has the label and a small icon, the split the same icon for a finer screen and nothing else.
+void TestPackage::densitySplitAddsItsIcons()
+{
+    const auto iconTable = [](int density, const char *path) {
+        PackageBuilder icons;
+        icons.types({latin("string"), latin("drawable")})
+            .type(TypeBuilder(2, ConfigBuilder().density(density).build()).value(0, String, 0));
+        return TableBuilder().strings({latin(path)}).package(icons).build();
+    };
+    XmlBuilder splitManifest = XmlBuilder::manifest();
+    splitManifest.empty(latin("manifest"), {plainText(latin("package"), latin("org.example.app")),
+                                            plainText(latin("split"), latin("config.xhdpi"))});
+    const QByteArray base = fixture::package(iconTable(160, "res/small.png"), manifest(labelAndIcon()),
+                                             {{latin("res/small.png"), picture(48, 48, 0xff0000)}});
+    const QByteArray split = fixture::package(iconTable(320, "res/large.png"), splitManifest.build(),
+                                              {{latin("res/large.png"), picture(96, 96, 0x00ff00)}});
+    Opened set(zip({{latin("split_config.xhdpi.apk"), split}, {latin("base.apk"), base}}, Compression::Stored));
+    QCOMPARE(set.package.splits(), QStringList{latin("config.xhdpi")});
+    QCOMPARE(set.package.launchers().first().iconFiles().size(), 2);
+    QCOMPARE(set.package.icon(96).pixel(48, 48), 0xff00ff00u);
+    QCOMPARE(set.package.icon(48).pixel(24, 24), 0xffff0000u);
+    Opened alone(base);
+    QCOMPARE(alone.package.icon(96).pixel(48, 48), 0xffff0000u);
 }
 
 void TestPackage::errorCouldNotOpen()
