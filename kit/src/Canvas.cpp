@@ -31,7 +31,7 @@ Canvas::Canvas(QSize size) : m_image(transparent(size)), m_bottom(&m_image), m_p
 QImage Canvas::image()
 {
     m_bottom.end();
-    const QImage image = m_image;
+    QImage image = m_image;
     m_bottom.begin(&m_image);
     prepare(&m_bottom);
     return image;

@@ -188,7 +188,7 @@ QBrush DrawableLoader::brushOf(const XmlElement &root)
 QByteArray DrawableLoader::file(const QString &path)
 {
     const qint64 before = m_files.bytesRead();
-    const QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, m_readBytes.left()));
+    QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, m_readBytes.left()));
     if (!m_readBytes.spend(m_files.bytesRead() - before))
         setError(QStringLiteral("too much in files of drawables"));
     if (bytes.isEmpty())
@@ -222,7 +222,7 @@ QImage DrawableLoader::picture(const QString &path)
     if (known != m_pictures.cend())
         return *known;
     const QByteArray bytes = file(path);
-    const QImage picture = bytes.isEmpty() ? QImage() : m_reader.read(bytes);
+    QImage picture = bytes.isEmpty() ? QImage() : m_reader.read(bytes);
     if (!bytes.isEmpty() && picture.isNull())
         setError(QStringLiteral("%1 is no picture that can be decoded").arg(path));
     m_pictures.insert(path, picture);

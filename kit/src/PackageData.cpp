@@ -112,7 +112,7 @@ QByteArray PackageData::file(const QString &path, qint64 maxBytes)
     if (m_members.empty())
         return m_outer->file(path, maxBytes);
     for (const auto &member : m_members) {
-        const QByteArray bytes = member->file(path, maxBytes);
+        QByteArray bytes = member->file(path, maxBytes);
         if (!bytes.isEmpty())
             return bytes;
     }
@@ -173,7 +173,7 @@ bool PackageData::isTrue(const XmlAttribute *attribute, bool fallback) const
 QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error)
 {
     IconMaker maker(m_resolver, *this);
-    const QImage image = maker.icon(iconValue(attribute), size, mask);
+    QImage image = maker.icon(iconValue(attribute), size, mask);
     if (error != nullptr)
         *error = maker.error();
     return image;

@@ -119,7 +119,7 @@ int ResourceTable::typeChunkCount(quint32 id) const
 QString ResourceTable::typeName(quint32 id) const
 {
     for (const Package &package : m_packages) {
-        const QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+        QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
         if (!name.isEmpty())
             return name;
     }

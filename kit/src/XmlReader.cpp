@@ -114,7 +114,7 @@ bool XmlReader::readStart(const ChunkView &chunk, const StringPoolView &strings,
 
 QString XmlReader::string(const StringPoolView &strings, quint32 index)
 {
-    const QString text = strings.at(index);
+    QString text = strings.at(index);
     m_characters += text.size();
     if (m_characters > MaxCharacters)
         m_fault = QStringLiteral("too long texts in XML document");
