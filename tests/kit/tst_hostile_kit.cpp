@@ -35,7 +35,6 @@ constexpr int IconSize = 48;
 constexpr int AllIcons = std::numeric_limits<int>::max();
 constexpr qint64 FirstString = 0x7f010000;
 constexpr qint64 IconResource = 0x7f020000;
-constexpr qint64 FirstColor = 0x7f030000;
 constexpr int StringType = 1;
 constexpr int DrawableType = 2;
 constexpr int ColorType = 3;
