@@ -14,6 +14,8 @@ using namespace SorrelKit;
 
 namespace {
 
+constexpr quint32 Mantissa = 0xffffff; // of a dimension, behind 8 bits for its unit
+
 XmlAttribute attribute(quint32 id, ValueType type, quint32 data)
 {
     XmlAttribute attribute;
@@ -106,7 +108,7 @@ XmlAttribute color(quint32 id, QRgb value)
 
 XmlAttribute pixels(quint32 id, int value)
 {
-    return attribute(id, ValueType::Dimension, quint32(value) << 8);
+    return attribute(id, ValueType::Dimension, (quint32(value) & Mantissa) << 8);
 }
 
 XmlAttribute percent(quint32 id, qreal value)
@@ -115,7 +117,7 @@ XmlAttribute percent(quint32 id, qreal value)
     constexpr quint32 PointAheadOf7 = 0x10;
     const bool isSmall = std::abs(value) < 100;
     const auto mantissa = quint32(std::lround(std::ldexp(value / 100, isSmall ? 23 : 7)));
-    return attribute(id, ValueType::Fraction, mantissa << 8 | (isSmall ? PointAheadOfAll : PointAheadOf7));
+    return attribute(id, ValueType::Fraction, (mantissa & Mantissa) << 8 | (isSmall ? PointAheadOfAll : PointAheadOf7));
 }
 
 XmlAttribute text(quint32 id, const QString &value)
