@@ -6,14 +6,15 @@ set -euo pipefail
 caller_directory=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# What building takes, and compiling the sample packages.
+# What building takes, and compiling the sample packages; the tests are configured with everything else, for which there
+# is the SVG library.
 build_packages=(
     cmake ninja-build g++ pkg-config
-    qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev
+    qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
 # What the tests take on top.
-test_packages=("${build_packages[@]}" binutils libxml2-utils libqt5svg5-dev)
+test_packages=("${build_packages[@]}" binutils libxml2-utils)
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
 # What scripts/bench.sh takes on top of building.
