@@ -72,7 +72,6 @@ QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
         if (piece.isEmpty())
             break;
         bytes += piece;
-        m_bytesRead += piece.size();
     }
     return bytes.size() > maxBytes ? QByteArray() : bytes;
 }

@@ -34,7 +34,6 @@ public:
 
     /// As its base says. A member that is too long is not read at all, and one that is damaged ends where the fault is.
     QByteArray file(const QString &path, qint64 maxBytes) override;
-    qint64 bytesRead() const override { return m_bytesRead; }
     /**
      * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
      * read where it stands, and this object outlives it. All of these together are no longer than this archive, as they do
@@ -55,7 +54,6 @@ private:
     QString m_fileName;
     std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
     std::unique_ptr<QuaZip> m_archive;
-    qint64 m_bytesRead = 0;
     qint64 m_standingBytes = 0; ///< of members that were handed out to be read where they stand
 };
 

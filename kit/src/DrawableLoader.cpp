@@ -187,10 +187,8 @@ QBrush DrawableLoader::brushOf(const XmlElement &root)
 
 QByteArray DrawableLoader::file(const QString &path)
 {
-    const qint64 before = m_files.bytesRead();
     QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, m_readBytes.left()));
-    if (!m_readBytes.spend(m_files.bytesRead() - before))
-        setError(QStringLiteral("too much in files of drawables"));
+    m_readBytes.spend(bytes.size());
     if (bytes.isEmpty())
         setError(QStringLiteral("%1 cannot be read").arg(path));
     return bytes;

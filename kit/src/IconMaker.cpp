@@ -68,12 +68,11 @@ QImage IconMaker::icon(const ResolvedValue &icon, int size, IconMask mask)
                      : QStringLiteral("resource 0x%1 is no drawable").arg(best.resource, 8, 16, QLatin1Char('0')));
         return {};
     }
-    const QVector<ResolvedValue> all = candidates(icon, resolver);
     const bool isPicture =
         best.value.type == ValueType::String && !XmlReader::isDocument(m_files.file(best.text, MaxFileBytes));
-    QImage image = isPicture ? bestPicture(all, size) : drawn(best, resolver, size, mask);
+    QImage image = isPicture ? QImage() : drawn(best, resolver, size, mask);
     if (image.isNull())
-        image = bestPicture(all, size);
+        image = bestPicture(candidates(icon, resolver), size);
     if (image.isNull())
         setError(QStringLiteral("%1 cannot be read or decoded").arg(best.text));
     return image;
@@ -176,12 +175,10 @@ QVector<IconFile> IconMaker::iconFiles(const ResolvedValue &icon) const
     return files;
 }
 
-// One that is too large is read up to there, and takes as much.
 QByteArray IconMaker::file(const QString &path, Allowance *bytesLeft) const
 {
-    const qint64 before = m_files.bytesRead();
     QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, bytesLeft->left()));
-    bytesLeft->spend(m_files.bytesRead() - before);
+    bytesLeft->spend(bytes.size());
     return bytes;
 }
 

@@ -31,16 +31,16 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     Texts texts;
     if (!m_steps.spend(m_resolver.steps(id)))
         return *m_texts.insert(id, texts);
-    QHash<QString, int> numbers;
+    QSet<QString> keys;
     // Best first: of the values for one language, the first counts.
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
         if (!m_steps.spend(StepsPerValue))
             break;
         const LanguageTag tag(value.languageTag);
         const QString key = tag.toString();
-        if (numbers.contains(key) || texts.tags.size() >= MaxLanguages)
+        if (keys.contains(key) || texts.tags.size() >= MaxLanguages)
             continue;
-        numbers.insert(key, texts.tags.size());
+        keys.insert(key);
         texts.tags.append(tag);
         texts.values.append(value);
         texts.chooser.add(tag);

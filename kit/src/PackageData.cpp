@@ -87,14 +87,11 @@ void PackageData::readTable(ArchiveFiles &archive)
     // A package may have no resources, and splits for processors have none.
     if (!archive.contains(path))
         return;
-    const qint64 before = archive.bytesRead();
     const QByteArray bytes = archive.file(path, m_tableBytes.left());
-    const bool isRoom = m_tableBytes.spend(archive.bytesRead() - before);
+    m_tableBytes.spend(bytes.size());
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
     m_typeChunks.spend(table->typeChunkCount());
-    if (!isRoom)
-        setError(Package::BadTable, QStringLiteral("too much in resource tables"));
-    else if (!table->fault().isEmpty())
+    if (!table->fault().isEmpty())
         setError(Package::BadTable, table->fault());
     m_tables.append(table);
 }
@@ -117,14 +114,6 @@ QByteArray PackageData::file(const QString &path, qint64 maxBytes)
             return bytes;
     }
     return {};
-}
-
-qint64 PackageData::bytesRead() const
-{
-    qint64 bytes = m_outer->bytesRead();
-    for (const auto &member : m_members)
-        bytes += member->bytesRead();
-    return bytes;
 }
 
 QStringList PackageData::nativeAbis()

@@ -59,7 +59,6 @@ public:
 
 private:
     QByteArray file(const QString &path, qint64 maxBytes) override;
-    qint64 bytesRead() const override;
     ResolvedValue iconValue(const XmlAttribute *attribute) const;
     void read();
     bool readManifest(ArchiveFiles &archive);

@@ -16,8 +16,6 @@ public:
     /// The content of the member @p path; empty when there is none, it cannot be read, or has more than @p maxBytes. Of a
     /// member that is damaged later on, what comes before.
     virtual QByteArray file(const QString &path, qint64 maxBytes) = 0;
-    /// Bytes that all calls of file() have inflated so far, those of files that were too large included: they take time, too.
-    virtual qint64 bytesRead() const { return 0; }
 };
 
 } // namespace SorrelKit

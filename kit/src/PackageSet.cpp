@@ -53,9 +53,10 @@ PackageSet::PackageSet(ArchiveFiles &archive)
         std::unique_ptr<ArchiveFiles> package = archive.archive(path, &inflated);
         if (package == nullptr || !package->open())
             continue;
-        const XmlReader reader(package->file(QStringLiteral("AndroidManifest.xml"),
-                                             qMin(PackageData::MaxManifestBytes, manifests.left())));
-        if (!manifests.spend(package->bytesRead() + reader.characters()))
+        const QByteArray bytes =
+            package->file(QStringLiteral("AndroidManifest.xml"), qMin(PackageData::MaxManifestBytes, manifests.left()));
+        const XmlReader reader(bytes);
+        if (!manifests.spend(bytes.size() + reader.characters()))
             break;
         const Manifest manifest(reader.root());
         if (!reader.fault().isEmpty())

@@ -65,8 +65,7 @@ public:
     QVector<ResolvedValue> candidates(quint32 id, Locales locales = Locales::None) const;
     /// What candidates() takes for @p id: the type chunks that it looks into, and StepsPerResource.
     qint64 steps(quint32 id) const;
-    /// @p value, one of the candidates(), with its text.
-    /// At most as many characters as @p maxLength.
+    /// @p value, one of the candidates(), with its text, or as many characters of it as @p maxLength.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;

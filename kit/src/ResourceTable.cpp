@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ResourceTable.h"
 
-#include <QStringList>
-
 namespace SorrelKit {
 
 namespace {
@@ -124,22 +122,6 @@ QString ResourceTable::typeName(quint32 id) const
             return name;
     }
     return {};
-}
-
-QStringList ResourceTable::languageTags() const
-{
-    QStringList tags;
-    for (const Package &package : m_packages) {
-        for (const QVector<TypeChunk> &types : package.types) {
-            for (const TypeChunk &type : types) {
-                if (type.configuration().hasLocale())
-                    tags.append(type.configuration().languageTag());
-            }
-        }
-    }
-    tags.sort();
-    tags.removeDuplicates();
-    return tags;
 }
 
 } // namespace SorrelKit

@@ -60,8 +60,6 @@ public:
 
     /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
     quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
-    /// The tags of every locale that some value is for, each once, in ascending order; the empty one is left out.
-    QStringList languageTags() const;
 
 private:
     struct Package {

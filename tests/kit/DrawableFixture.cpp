@@ -140,10 +140,7 @@ XmlAttribute drawable(QRgb value)
 QByteArray Files::file(const QString &path, qint64 maxBytes)
 {
     const QByteArray bytes = m_files.value(path);
-    if (bytes.size() > maxBytes)
-        return {};
-    m_bytesRead += bytes.size();
-    return bytes;
+    return bytes.size() <= maxBytes ? bytes : QByteArray();
 }
 
 void Files::add(const QString &path, const QImage &picture)

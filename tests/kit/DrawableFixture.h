@@ -48,13 +48,11 @@ class Files : public SorrelKit::PackageFiles
 {
 public:
     QByteArray file(const QString &path, qint64 maxBytes) override;
-    qint64 bytesRead() const override { return m_bytesRead; }
     void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
     void add(const QString &path, const QImage &picture);
 
 private:
     QHash<QString, QByteArray> m_files;
-    qint64 m_bytesRead = 0;
 };
 
 /// Loads drawables from elements, at one pixel for a dp, and draws them.

@@ -48,7 +48,7 @@ int answers(const ResourceTable &table)
             count += 1 + table.string(value.value.data).size() + value.configuration->density;
         count += table.typeName(id).size();
     }
-    return count + table.languageTags().size();
+    return count;
 }
 
 } // namespace
@@ -64,7 +64,6 @@ private slots:
     void valuesOfEveryEncoding();
     void resourcesThatAreNotThere();
     void namesOfTypes();
-    void languagesOfTheTable();
     void severalPackages();
     void packageInSeveralParts();
     void packageWithTheIdZero();
@@ -137,16 +136,6 @@ void TestResourceTable::namesOfTypes()
     QCOMPARE(read.typeName(0x7f000000), QString());
     QCOMPARE(read.typeName(0x7f030000), QString());
     QCOMPARE(read.typeName(0x7e010000), QString());
-}
-
-void TestResourceTable::languagesOfTheTable()
-{
-    PackageBuilder package;
-    for (const char *language : {"pt", "de", "pt"})
-        package.type(TypeBuilder(1, ConfigBuilder().locale(language).build()).value(0, String, 0));
-    package.type(TypeBuilder(2, ConfigBuilder().locale("pt", "BR").build())).type(TypeBuilder(1));
-    const ResourceTable read(TableBuilder().package(package).build());
-    QCOMPARE(read.languageTags(), QStringList({latin("de"), latin("pt"), latin("pt-BR")}));
 }
 
 void TestResourceTable::severalPackages()
