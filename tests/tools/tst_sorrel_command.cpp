@@ -29,7 +29,7 @@ Run run(const QStringList &arguments, const QString &outputFile = QString())
     process.setProcessEnvironment(environment);
     if (!outputFile.isNull())
         process.setStandardOutputFile(outputFile);
-    process.start(QStringLiteral(SORREL_COMMAND), arguments);
+    process.start(QStringLiteral("sorrel"), arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
