@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "ApkFile.h"
 #include "LogCapture.h"
+#include "Tool.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,27 +14,6 @@
 using namespace fixture;
 
 namespace {
-
-struct Run {
-    int status = -1;
-    QByteArray output;
-    QByteArray errors;
-};
-
-Run run(const QStringList &arguments, const QString &outputFile = QString())
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
-    environment.remove(QStringLiteral("QT_LOGGING_RULES"));
-    process.setProcessEnvironment(environment);
-    if (!outputFile.isNull())
-        process.setStandardOutputFile(outputFile);
-    process.start(QStringLiteral("sorrel"), arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
 
 QByteArray launcherManifest()
 {
@@ -87,6 +67,17 @@ QByteArray manifestThatIsNoXml()
     return builder.end(QStringLiteral("1 manifest<")).build();
 }
 
+// The names of the commands, as the help lists them.
+QStringList commandNames()
+{
+    QStringList names;
+    const QString help = QString::fromUtf8(runSorrel({QStringLiteral("--help")}).output);
+    const QString list = help.section(QStringLiteral("\nCommands:\n"), 1).section(QStringLiteral("\n\n"), 0, 0);
+    for (const QString &line : list.split(QLatin1Char('\n')))
+        names.append(line.trimmed().section(QLatin1Char(' '), 0, 0));
+    return names;
+}
+
 void compareElements(const QDomElement &written, const QDomElement &decoded)
 {
     QCOMPARE(written.namespaceURI(), decoded.namespaceURI());
@@ -119,6 +110,9 @@ private slots:
     void infoForAPerson();
     void infoShowsDisabledEntriesWhenAsked();
     void infoForAProgram();
+    void infoInTheUsersLanguage_data();
+    void infoInTheUsersLanguage();
+    void infoOnATerminalIsColoured();
     void infoOfSeveralFiles();
     void infoOfAPackageWithoutLaunchers();
     void infoShowsNoControlCharacters();
@@ -138,6 +132,8 @@ private slots:
     void manifestWithoutElements();
 
     void helpAndVersionNeedNoFile();
+    void everyCommandHasHelp();
+    void everyCommandRefusesWrongUsage();
     void wrongUsage_data();
     void wrongUsage();
     void outputThatCannotBeWritten();
@@ -168,7 +164,7 @@ QString TestSorrelCommand::good() const
 void TestSorrelCommand::infoForAPerson()
 {
     const QString file = good();
-    const Run result = run({QStringLiteral("info"), file});
+    const ToolRun result = runSorrel({QStringLiteral("info"), file});
     QCOMPARE(result.status, 0);
     QCOMPARE(QString::fromUtf8(result.output), file
                                                    + QStringLiteral("\n"
@@ -184,16 +180,16 @@ void TestSorrelCommand::infoForAPerson()
 void TestSorrelCommand::infoShowsDisabledEntriesWhenAsked()
 {
     const QString file = good();
-    QVERIFY(!run({QStringLiteral("info"), file}).output.contains("org.x.Hidden"));
-    QVERIFY(run({QStringLiteral("info"), QStringLiteral("--all"), file}).output.contains("org.x.Hidden"));
-    const Run json = run({QStringLiteral("info"), file, QStringLiteral("--json"), QStringLiteral("--all")});
+    QVERIFY(!runSorrel({QStringLiteral("info"), file}).output.contains("org.x.Hidden"));
+    QVERIFY(runSorrel({QStringLiteral("info"), QStringLiteral("--all"), file}).output.contains("org.x.Hidden"));
+    const ToolRun json = runSorrel({QStringLiteral("info"), file, QStringLiteral("--json"), QStringLiteral("--all")});
     QCOMPARE(QJsonDocument::fromJson(json.output).object().value(QLatin1String("launchers")).toArray().size(), 2);
 }
 
 void TestSorrelCommand::infoForAProgram()
 {
     const QString file = good();
-    const Run result = run({QStringLiteral("info"), QStringLiteral("--json"), file});
+    const ToolRun result = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), file});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.errors, QByteArray());
     QCOMPARE(result.output.count('\n'), 1);
@@ -222,15 +218,73 @@ void TestSorrelCommand::infoForAProgram()
     QCOMPARE(QJsonDocument::fromJson(result.output).object(), expected);
 }
 
+void TestSorrelCommand::infoInTheUsersLanguage_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("languages");
+    QTest::addColumn<QString>("first");
+    const QString label = QStringLiteral("label        Notes");
+    const QString germanLabel = QStringLiteral("label de     Notizbücher");
+    QTest::newRow("none") << "C.UTF-8" << QString() << label;
+    QTest::newRow("German") << "de_DE.UTF-8" << QString() << germanLabel;
+    QTest::newRow("German, elsewhere") << "de_CH.UTF-8" << QString() << germanLabel;
+    QTest::newRow("one without a label") << "fr_FR.UTF-8" << QString() << label;
+    QTest::newRow("messages in another than numbers") << "en_US.UTF-8"
+                                                      << "de_AT:en" << germanLabel;
+}
+
+void TestSorrelCommand::infoInTheUsersLanguage()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, languages);
+    QFETCH(QString, first);
+    ToolSetting setting;
+    setting.environment = {{QStringLiteral("LC_ALL"), locale}, {QStringLiteral("LANGUAGE"), languages}};
+    const ToolRun result = runSorrel({QStringLiteral("info"), good()}, setting);
+    QCOMPARE(result.status, 0);
+    const QStringList lines = QString::fromUtf8(result.output).split(QLatin1Char('\n'));
+    QCOMPARE(lines.filter(QStringLiteral("    label")).size(), 2);
+    QCOMPARE(lines.filter(QStringLiteral("    label")).constFirst().trimmed(), first);
+}
+
+void TestSorrelCommand::infoOnATerminalIsColoured()
+{
+    const QString file = good();
+    const ToolRun plain = runSorrel({QStringLiteral("info"), file});
+    QVERIFY(!plain.output.contains('\033'));
+
+    const ToolRun coloured = runSorrelOnTerminal({QStringLiteral("info"), file});
+    QCOMPARE(coloured.status, 0);
+    QVERIFY(coloured.output.contains("\033[1m" + file.toUtf8() + "\033[0m\r\n"));
+    QVERIFY(coloured.output.contains("\033[1;32mNotes\033[0m\r\n"));
+    QByteArray withoutColours = coloured.output;
+    withoutColours.replace("\r\n", "\n");
+    for (const char *code : {"\033[0m", "\033[1m", "\033[36m", "\033[1;32m"})
+        withoutColours.replace(code, "");
+    QCOMPARE(withoutColours, plain.output);
+
+    ToolSetting noColour;
+    noColour.environment.insert(QStringLiteral("NO_COLOR"), QStringLiteral("1"));
+    ToolSetting dumb;
+    dumb.environment.insert(QStringLiteral("TERM"), QStringLiteral("dumb"));
+    for (const ToolSetting &setting : {noColour, dumb}) {
+        QByteArray output = runSorrelOnTerminal({QStringLiteral("info"), file}, setting).output;
+        QCOMPARE(output.replace("\r\n", "\n"), plain.output);
+    }
+    ToolSetting empty;
+    empty.environment.insert(QStringLiteral("NO_COLOR"), QString(QLatin1String("")));
+    QCOMPARE(runSorrelOnTerminal({QStringLiteral("info"), file}, empty).output, coloured.output);
+}
+
 void TestSorrelCommand::infoOfSeveralFiles()
 {
     const QString first = good();
     const QString second = write(QStringLiteral("zweite Datei ü.apk"), package(emptyTable(), smallManifest()));
-    const Run text = run({QStringLiteral("info"), first, second});
+    const ToolRun text = runSorrel({QStringLiteral("info"), first, second});
     QCOMPARE(text.status, 0);
     QVERIFY(QString::fromUtf8(text.output).startsWith(first + QLatin1Char('\n')));
     QVERIFY(QString::fromUtf8(text.output).contains(QStringLiteral("\n\n") + second + QLatin1Char('\n')));
-    const Run json = run({QStringLiteral("info"), QStringLiteral("--json"), first, second});
+    const ToolRun json = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), first, second});
     const QList<QByteArray> lines = json.output.split('\n');
     QCOMPARE(lines.size(), 3);
     QCOMPARE(QJsonDocument::fromJson(lines.at(0)).object().value(QLatin1String("file")).toString(), first);
@@ -240,7 +294,7 @@ void TestSorrelCommand::infoOfSeveralFiles()
 void TestSorrelCommand::infoOfAPackageWithoutLaunchers()
 {
     const QString file = write(QStringLiteral("plain.apk"), package(emptyTable(), smallManifest()));
-    QVERIFY(run({QStringLiteral("info"), file}).output.endsWith("  launcher       none\n"));
+    QVERIFY(runSorrel({QStringLiteral("info"), file}).output.endsWith("  launcher       none\n"));
 }
 
 void TestSorrelCommand::infoShowsNoControlCharacters()
@@ -248,9 +302,9 @@ void TestSorrelCommand::infoShowsNoControlCharacters()
     const QString label = QStringLiteral("a\u001b[2Jb\nc\u202ed");
     const QString file =
         write(QStringLiteral("steering.apk"), package(labelTable(label, QStringLiteral("x")), launcherManifest()));
-    const Run text = run({QStringLiteral("info"), file});
+    const ToolRun text = runSorrel({QStringLiteral("info"), file});
     QVERIFY(QString::fromUtf8(text.output).contains(QStringLiteral("label        a\ufffd[2Jb\ufffdc\ufffdd\n")));
-    const Run json = run({QStringLiteral("info"), QStringLiteral("--json"), file});
+    const ToolRun json = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), file});
     QCOMPARE(json.output.count('\n'), 1);
     const QJsonObject launcher =
         QJsonDocument::fromJson(json.output).object().value(QLatin1String("launchers")).toArray().at(0).toObject();
@@ -277,11 +331,11 @@ void TestSorrelCommand::unreadablePackage()
     QFETCH(QString, fault);
     const QString file = write(QStringLiteral("bad.apk"), content);
     const QString line = QStringLiteral("sorrel: %1: %2%3\n");
-    const Run info = run({QStringLiteral("info"), file});
+    const ToolRun info = runSorrel({QStringLiteral("info"), file});
     QCOMPARE(info.status, 1);
     QCOMPARE(info.output, QByteArray());
     QCOMPARE(QString::fromUtf8(info.errors), line.arg(file, text, fault));
-    const Run manifest = run({QStringLiteral("manifest"), file});
+    const ToolRun manifest = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(manifest.status, 1);
     QCOMPARE(manifest.output, QByteArray());
     QCOMPARE(QString::fromUtf8(manifest.errors), line.arg(file, text, QString()));
@@ -291,25 +345,23 @@ void TestSorrelCommand::packageWithoutATable()
 {
     const QString file =
         write(QStringLiteral("no-table.apk"), zip({{QStringLiteral("AndroidManifest.xml"), smallManifest()}}));
-    const Run info = run({QStringLiteral("info"), file});
+    const ToolRun info = runSorrel({QStringLiteral("info"), file});
     QCOMPARE(info.status, 0);
     QVERIFY(info.output.contains("  package        org.example.app\n"));
-    // The manifest is printed with the names of its references, for which the table is needed.
-    const Run manifest = run({QStringLiteral("manifest"), file});
-    QCOMPARE(manifest.status, 1);
-    QCOMPARE(QString::fromUtf8(manifest.errors),
-             QStringLiteral("sorrel: %1: could not find resources.arsc\n").arg(file));
+    const ToolRun manifest = runSorrel({QStringLiteral("manifest"), file});
+    QCOMPARE(manifest.status, 0);
+    QVERIFY(manifest.output.contains("package=\"org.example.app\""));
 }
 
 void TestSorrelCommand::packageWithADamagedTable()
 {
     const QString file = write(QStringLiteral("bad-table.apk"), package(emptyTable().chopped(1), smallManifest()));
-    const Run info = run({QStringLiteral("info"), file});
+    const ToolRun info = runSorrel({QStringLiteral("info"), file});
     QCOMPARE(info.status, 1);
     QVERIFY(info.output.contains("  package        org.example.app\n"));
     QCOMPARE(QString::fromUtf8(info.errors),
              QStringLiteral("sorrel: %1: could not parse resources.arsc: not a resource table\n").arg(file));
-    const Run manifest = run({QStringLiteral("manifest"), file});
+    const ToolRun manifest = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(manifest.status, 1);
     QCOMPARE(QString::fromUtf8(manifest.errors),
              QStringLiteral("sorrel: %1: could not parse resources.arsc\n").arg(file));
@@ -319,16 +371,16 @@ void TestSorrelCommand::otherFilesAreDoneAfterAnUnreadableOne()
 {
     const QString bad = write(QStringLiteral("bad.apk"), QByteArray());
     const QString file = good();
-    const Run result = run({QStringLiteral("info"), bad, file, QStringLiteral("/nonexistent")});
+    const ToolRun result = runSorrel({QStringLiteral("info"), bad, file, QStringLiteral("/nonexistent")});
     QCOMPARE(result.status, 1);
-    QCOMPARE(result.output, run({QStringLiteral("info"), file}).output);
+    QCOMPARE(result.output, runSorrel({QStringLiteral("info"), file}).output);
     QCOMPARE(result.errors.count('\n'), 2);
 }
 
 void TestSorrelCommand::jsonTellsTheErrorToo()
 {
     const QString bad = write(QStringLiteral("bad.apk"), QByteArray());
-    const Run result = run({QStringLiteral("info"), QStringLiteral("--json"), bad, good()});
+    const ToolRun result = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), bad, good()});
     QCOMPARE(result.status, 1);
     QCOMPARE(result.output.count('\n'), 2);
     const QJsonObject error{{QStringLiteral("code"), 1},
@@ -348,7 +400,7 @@ void TestSorrelCommand::jsonTellsTheErrorToo()
 void TestSorrelCommand::manifestIsXml()
 {
     const QString file = good();
-    const Run result = run({QStringLiteral("manifest"), file});
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.errors, QByteArray());
     QDomDocument written;
@@ -360,7 +412,7 @@ void TestSorrelCommand::manifestIsXml()
 void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()
 {
     const QByteArray declaration = "xmlns:android=\"http://schemas.android.com/apk/res/android\"";
-    const QByteArray output = run({QStringLiteral("manifest"), good()}).output;
+    const QByteArray output = runSorrel({QStringLiteral("manifest"), good()}).output;
     QVERIFY(output.contains("<manifest " + declaration));
     QCOMPARE(output.count("xmlns"), 1);
 
@@ -371,7 +423,7 @@ void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()
                           .startNamespace(QStringLiteral("a"), androidUri)
                           .empty(QStringLiteral("manifest"), {androidText(QStringLiteral("name"), QStringLiteral("1"))})
                           .build()));
-    QVERIFY(run({QStringLiteral("manifest"), otherPrefix})
+    QVERIFY(runSorrel({QStringLiteral("manifest"), otherPrefix})
                 .output.contains("<manifest " + declaration + " android:name=\"1\"/>"));
 }
 
@@ -388,7 +440,7 @@ void TestSorrelCommand::manifestKeepsAttributesOfOneNameApart()
                                   androidText(name, QStringLiteral("3"))})
                           .build()));
     QDomDocument written;
-    QVERIFY(written.setContent(run({QStringLiteral("manifest"), file}).output, true));
+    QVERIFY(written.setContent(runSorrel({QStringLiteral("manifest"), file}).output, true));
     const QDomElement root = written.documentElement();
     QCOMPARE(root.attributeNS(QStringLiteral("urn:a"), QStringLiteral("x")), QStringLiteral("1"));
     QCOMPARE(root.attributeNS(QStringLiteral("urn:b"), QStringLiteral("x")), QStringLiteral("2"));
@@ -398,16 +450,16 @@ void TestSorrelCommand::manifestKeepsAttributesOfOneNameApart()
 void TestSorrelCommand::manifestPrintsTheSameEachTime()
 {
     const QString file = good();
-    const QByteArray first = run({QStringLiteral("manifest"), file}).output;
+    const QByteArray first = runSorrel({QStringLiteral("manifest"), file}).output;
     for (int i = 0; i < 5; ++i)
-        QCOMPARE(run({QStringLiteral("manifest"), file}).output, first);
+        QCOMPARE(runSorrel({QStringLiteral("manifest"), file}).output, first);
 }
 
 void TestSorrelCommand::manifestThatIsNoXmlIsMadeXml()
 {
     const LogCapture log;
     const QString file = write(QStringLiteral("odd.apk"), package(emptyTable(), manifestThatIsNoXml()));
-    const Run result = run({QStringLiteral("manifest"), file});
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(result.status, 0);
     QDomDocument written;
     QString fault;
@@ -434,7 +486,7 @@ void TestSorrelCommand::manifestThatIsNoXmlIsMadeXml()
 
 void TestSorrelCommand::unreadableManifest()
 {
-    const Run result = run({QStringLiteral("manifest"), QStringLiteral("/nonexistent")});
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), QStringLiteral("/nonexistent")});
     QCOMPARE(result.status, 1);
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(result.errors, QByteArray("sorrel: /nonexistent: could not open APK file\n"));
@@ -443,7 +495,7 @@ void TestSorrelCommand::unreadableManifest()
 void TestSorrelCommand::manifestWithoutElements()
 {
     const QString file = write(QStringLiteral("void.apk"), package(emptyTable(), XmlBuilder().build()));
-    const Run result = run({QStringLiteral("manifest"), file});
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(result.status, 1);
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: the manifest has no element\n").arg(file));
@@ -451,47 +503,84 @@ void TestSorrelCommand::manifestWithoutElements()
 
 void TestSorrelCommand::helpAndVersionNeedNoFile()
 {
-    const Run help = run({QStringLiteral("--help")});
+    const ToolRun help = runSorrel({QStringLiteral("--help")});
     QCOMPARE(help.status, 0);
-    for (const char *word : {"info", "manifest", "--json", "--all", "--version", "FILE"})
+    QVERIFY(help.output.startsWith("Usage: sorrel [options] COMMAND ...\n"));
+    for (const char *word : {"info", "manifest", "icon", "files", "--version"})
         QVERIFY2(help.output.contains(word), word);
     QCOMPARE(help.errors, QByteArray());
-    QCOMPARE(run({QStringLiteral("info"), QStringLiteral("--help")}).status, 0);
 
-    const Run version = run({QStringLiteral("--version")});
+    const ToolRun version = runSorrel({QStringLiteral("--version")});
     QCOMPARE(version.status, 0);
     QCOMPARE(version.output, QByteArray("sorrel 0.5.1\n"));
+}
+
+void TestSorrelCommand::everyCommandHasHelp()
+{
+    const QStringList commands = commandNames();
+    QVERIFY(commands.size() >= 4);
+    for (const QString &command : commands) {
+        const ToolRun help = runSorrel({command, QStringLiteral("--help")});
+        QCOMPARE(help.status, 0);
+        QVERIFY2(help.output.startsWith("Usage: sorrel " + command.toUtf8() + " [options] "), qPrintable(command));
+        QVERIFY2(help.output.contains("-h, --help"), qPrintable(command));
+        QCOMPARE(help.errors, QByteArray());
+        QCOMPARE(runSorrel({command, QStringLiteral("-h")}).output, help.output);
+    }
+}
+
+void TestSorrelCommand::everyCommandRefusesWrongUsage()
+{
+    for (const QString &command : commandNames()) {
+        for (const QStringList &arguments : {QStringList(), QStringList{QStringLiteral("--nonsense"), good()}}) {
+            const ToolRun result = runSorrel(QStringList(command) + arguments);
+            QCOMPARE(result.status, 2);
+            QCOMPARE(result.output, QByteArray());
+            QVERIFY(result.errors.startsWith("sorrel: "));
+            QVERIFY(result.errors.endsWith("\nTry 'sorrel " + command.toUtf8() + " --help'.\n"));
+        }
+    }
 }
 
 void TestSorrelCommand::wrongUsage_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nothing") << QStringList();
-    QTest::newRow("unknown command") << QStringList{QStringLiteral("show"), QStringLiteral("a.apk")};
-    QTest::newRow("info without a file") << QStringList{QStringLiteral("info")};
-    QTest::newRow("manifest without a file") << QStringList{QStringLiteral("manifest")};
+    QTest::addColumn<QString>("text");
+    QTest::newRow("nothing") << QStringList() << "A command is missing.\nTry 'sorrel --help'.";
+    QTest::newRow("unknown command") << QStringList{QStringLiteral("show"), QStringLiteral("a.apk")}
+                                     << "Unknown command 'show'.\nTry 'sorrel --help'.";
+    QTest::newRow("command that steers") << QStringList{QStringLiteral("\033[2J")}
+                                         << QStringLiteral("Unknown command '\ufffd[2J'.\nTry 'sorrel --help'.");
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("--xml")}
+                                    << "Unknown option 'xml'.\nTry 'sorrel --help'.";
+    QTest::newRow("no command, and an option that one has")
+        << QStringList{QStringLiteral("--json")} << "Unknown option 'json'.\nTry 'sorrel --help'.";
     QTest::newRow("manifest of two files")
-        << QStringList{QStringLiteral("manifest"), QStringLiteral("a.apk"), QStringLiteral("b.apk")};
+        << QStringList{QStringLiteral("manifest"), QStringLiteral("a.apk"), QStringLiteral("b.apk")}
+        << "There are too many arguments.\nTry 'sorrel manifest --help'.";
     QTest::newRow("manifest as JSON") << QStringList{QStringLiteral("manifest"), QStringLiteral("--json"),
-                                                     QStringLiteral("a.apk")};
-    QTest::newRow("unknown option") << QStringList{QStringLiteral("info"), QStringLiteral("--xml"),
-                                                   QStringLiteral("a.apk")};
+                                                     QStringLiteral("a.apk")}
+                                      << "Unknown option 'json'.\nTry 'sorrel manifest --help'.";
+    QTest::newRow("info without a file") << QStringList{QStringLiteral("info")}
+                                         << "A file is missing.\nTry 'sorrel info --help'.";
 }
 
 void TestSorrelCommand::wrongUsage()
 {
     QFETCH(QStringList, arguments);
-    const Run result = run(arguments);
+    QFETCH(QString, text);
+    const ToolRun result = runSorrel(arguments);
     QCOMPARE(result.status, 2);
     QCOMPARE(result.output, QByteArray());
-    QVERIFY(result.errors.startsWith("sorrel: "));
-    QVERIFY(result.errors.endsWith("Try 'sorrel --help'.\n"));
+    QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1\n").arg(text));
 }
 
 void TestSorrelCommand::outputThatCannotBeWritten()
 {
+    ToolSetting toFullDisk;
+    toFullDisk.outputFile = QStringLiteral("/dev/full");
     for (const char *command : {"info", "manifest"}) {
-        const Run result = run({QLatin1String(command), good()}, QStringLiteral("/dev/full"));
+        const ToolRun result = runSorrel({QLatin1String(command), good()}, toFullDisk);
         QCOMPARE(result.status, 1);
         QVERIFY(result.errors.startsWith("sorrel: standard output: "));
     }

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageReport.h"
 
+#include "PrintableText.h"
+
 #include <QJsonArray>
+#include <QLocale>
 #include <QStringList>
 #include <QTextStream>
 
@@ -12,23 +15,26 @@ namespace {
 
 constexpr int KeyWidth = 16;
 
-QString printable(QString text)
+void writeLine(QTextStream &out, const TextStyle &style, int indent, const QString &key, const QString &value)
 {
-    for (QChar &character : text) {
-        const QChar::Category category = character.category();
-        const bool steers = category == QChar::Other_Control || category == QChar::Separator_Line
-                            || category == QChar::Separator_Paragraph
-                            || (character >= QChar(0x202a) && character <= QChar(0x202e))
-                            || (character >= QChar(0x2066) && character <= QChar(0x2069));
-        if (steers)
-            character = QChar::ReplacementCharacter;
-    }
-    return text;
+    const QString padded = (QString(indent, QLatin1Char(' ')) + printableText(key)).leftJustified(KeyWidth);
+    out << style.key(padded) << ' ' << value << '\n';
 }
 
-void writeLine(QTextStream &out, int indent, const QString &key, const QString &value)
+// The language that the user has set, which is not the one that numbers are written in.
+QLocale userLocale()
 {
-    out << (QString(indent, QLatin1Char(' ')) + key).leftJustified(KeyWidth) << ' ' << printable(value) << '\n';
+    const QStringList languages = QLocale::system().uiLanguages();
+    return languages.isEmpty() ? QLocale() : QLocale(languages.constFirst());
+}
+
+// The key in @p labels of the label that is shown in @p locale.
+QString shownLanguage(const QMap<QString, QString> &labels, const QString &label, const QLocale &locale)
+{
+    QString tag = locale.bcp47Name();
+    while (!tag.isEmpty() && labels.value(tag) != label)
+        tag.truncate(qMax(0, tag.lastIndexOf(QLatin1Char('-'))));
+    return labels.value(tag) == label ? tag : labels.key(label);
 }
 
 // Pictures by their size, what is drawn in any size by its kind.
@@ -37,7 +43,7 @@ QString iconTexts(const QVector<IconFile> &icons)
     QStringList texts;
     for (const IconFile &icon : icons) {
         const QString size = QStringLiteral("%1x%2").arg(icon.size.width()).arg(icon.size.height());
-        texts.append(icon.size.isEmpty() ? printable(icon.kind) : size);
+        texts.append(icon.size.isEmpty() ? printableText(icon.kind) : size);
     }
     return texts.isEmpty() ? QStringLiteral("none") : texts.join(QLatin1Char(' '));
 }
@@ -80,26 +86,34 @@ PackageReport::PackageReport(const QString &file, bool includeDisabled) : m_file
     }
 }
 
-QString PackageReport::toText() const
+QString PackageReport::toText(const TextStyle &style) const
 {
     QString text;
     QTextStream out(&text);
-    out << printable(m_file) << '\n';
-    writeLine(out, 2, QStringLiteral("package"), m_package.packageName());
+    const auto write = [&](int indent, const QString &key, const QString &value) {
+        writeLine(out, style, indent, key, printableText(value));
+    };
+    out << style.title(printableText(m_file)) << '\n';
+    write(2, QStringLiteral("package"), m_package.packageName());
     if (m_package.versionCode() != 0 || !m_package.versionName().isEmpty())
-        writeLine(out, 2, QStringLiteral("version"),
-                  QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
-    writeLine(out, 2, QStringLiteral("minimum SDK"), QString::number(m_package.minSdkVersion()));
+        write(2, QStringLiteral("version"),
+              QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
+    write(2, QStringLiteral("minimum SDK"), QString::number(m_package.minSdkVersion()));
     if (!m_package.splits().isEmpty())
-        writeLine(out, 2, QStringLiteral("splits"), m_package.splits().join(QLatin1Char(' ')));
+        write(2, QStringLiteral("splits"), m_package.splits().join(QLatin1Char(' ')));
     if (m_launchers.isEmpty())
-        writeLine(out, 2, QStringLiteral("launcher"), QStringLiteral("none"));
+        write(2, QStringLiteral("launcher"), QStringLiteral("none"));
     for (const Launcher &launcher : m_launchers) {
-        writeLine(out, 2, QStringLiteral("launcher"), launcher.name());
-        const QMap<QString, QString> labels = launcher.labels();
+        write(2, QStringLiteral("launcher"), launcher.name());
+        QMap<QString, QString> labels = launcher.labels();
+        if (!labels.isEmpty()) {
+            const QLocale locale = userLocale();
+            const QString shown = shownLanguage(labels, launcher.label(locale), locale);
+            writeLine(out, style, 4, QStringLiteral("label ") + shown, style.strong(printableText(labels.take(shown))));
+        }
         for (auto label = labels.cbegin(); label != labels.cend(); ++label)
-            writeLine(out, 4, QStringLiteral("label ") + printable(label.key()), label.value());
-        writeLine(out, 4, QStringLiteral("icons"), iconTexts(launcher.iconFiles()));
+            write(4, QStringLiteral("label ") + label.key(), label.value());
+        write(4, QStringLiteral("icons"), iconTexts(launcher.iconFiles()));
     }
     return text;
 }

@@ -2,6 +2,8 @@
 #ifndef PACKAGEREPORT_H
 #define PACKAGEREPORT_H
 
+#include "TextStyle.h"
+
 #include <SorrelKit/Package.h>
 
 #include <QJsonObject>
@@ -19,8 +21,9 @@ public:
     /// Whether there is something to tell, which may be so when a part could not be read.
     bool isValid() const { return m_package.isValid(); }
 
-    /// For a person, in lines. Characters that would steer a terminal are shown as U+FFFD.
-    QString toText() const;
+    /// For a person, in lines, with the label in the user's language first. Characters that would steer a terminal are
+    /// shown as U+FFFD.
+    QString toText(const TextStyle &style) const;
     /// For a program. The keys are the same for a package that could not be read, with the answers the library gives.
     QJsonObject toJson() const;
 

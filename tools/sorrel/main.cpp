@@ -1,74 +1,39 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "ManifestWriter.h"
-#include "PackageReport.h"
-
-#include <ApkFile.h>
+#include "Console.h"
+#include "FilesCommand.h"
+#include "IconCommand.h"
+#include "InfoCommand.h"
+#include "ManifestCommand.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDomDocument>
-#include <QFile>
-#include <QJsonDocument>
 #include <QTextStream>
 
 #include <clocale>
-#include <cstdio>
+#include <memory>
+#include <vector>
 
 namespace {
 
-enum ExitStatus : int {
-    Success = 0,
-    CannotRead = 1,
-    WrongUsage = 2,
-};
+using Commands = std::vector<std::unique_ptr<Command>>;
 
-void complain(const QString &subject, const QString &text)
+Commands makeCommands()
 {
-    QTextStream(stderr) << "sorrel: " << subject << ": " << text << '\n';
+    Commands commands;
+    commands.push_back(std::make_unique<InfoCommand>());
+    commands.push_back(std::make_unique<ManifestCommand>());
+    commands.push_back(std::make_unique<IconCommand>());
+    commands.push_back(std::make_unique<FilesCommand>());
+    return commands;
 }
 
-int wrongUsage(const QString &text)
+const Command *findCommand(const Commands &commands, const QString &name)
 {
-    QTextStream(stderr) << "sorrel: " << text << "\nTry 'sorrel --help'.\n";
-    return WrongUsage;
-}
-
-int printInfo(QFile &out, const QStringList &files, bool asJson, bool includeDisabled)
-{
-    int status = Success;
-    bool first = true;
-    for (const QString &file : files) {
-        const PackageReport report(file, includeDisabled);
-        if (report.failed()) {
-            complain(file, report.errorText());
-            status = CannotRead;
-        }
-        if (asJson) {
-            out.write(QJsonDocument(report.toJson()).toJson(QJsonDocument::Compact) + '\n');
-        } else if (report.isValid()) {
-            out.write((first ? QString() : QStringLiteral("\n")).toUtf8() + report.toText().toUtf8());
-            first = false;
-        }
-        out.flush();
+    for (const std::unique_ptr<Command> &command : commands) {
+        if (command->name() == name)
+            return command.get();
     }
-    return status;
-}
-
-int printManifest(QFile &out, const QString &file)
-{
-    const ApkFile apk(file);
-    const QDomDocument manifest = apk.getManifest();
-    if (apk.getError() != 0) {
-        complain(file, apk.getErrorString());
-        return CannotRead;
-    }
-    const QDomElement root = manifest.documentElement();
-    if (root.isNull()) {
-        complain(file, QStringLiteral("the manifest has no element"));
-        return CannotRead;
-    }
-    out.write(ManifestWriter::toXml(root));
-    return Success;
+    return nullptr;
 }
 
 QStringList argumentTexts(int argc, char *argv[])
@@ -77,6 +42,80 @@ QStringList argumentTexts(int argc, char *argv[])
     for (int i = 0; i < argc; ++i)
         texts.append(QString::fromLocal8Bit(argv[i]));
     return texts;
+}
+
+QString overview(const Commands &commands)
+{
+    constexpr int nameWidth = 10;
+    QString text = QStringLiteral("Tells what Android packages (APK), and sets of them, hold.\n\nCommands:\n");
+    for (const std::unique_ptr<Command> &command : commands) {
+        if (!command->isInternal())
+            text += QStringLiteral("  %1 %2\n").arg(command->name().leftJustified(nameWidth), command->summary());
+    }
+    return text
+           + QStringLiteral("\n'sorrel COMMAND --help' tells more about one.\n\n"
+                            "Exit status: 0 when every file was read, 1 when one could not be, 2 for wrong usage.");
+}
+
+// Help calls the program @p program, whatever path it was started by.
+[[noreturn]] void showHelp(QCommandLineParser &parser, const QString &program)
+{
+    QByteArray name = program.toUtf8();
+    char *arguments[] = {name.data(), nullptr};
+    int count = 1;
+    const QCoreApplication application(count, arguments);
+    parser.showHelp(Success);
+}
+
+QCommandLineOption helpOption()
+{
+    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Tells this.")};
+}
+
+int runWithoutCommand(const QStringList &arguments, const Commands &commands)
+{
+    const QCommandLineOption help = helpOption();
+    const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
+                                     QStringLiteral("Tells the version."));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(overview(commands));
+    parser.addOptions({help, version});
+    parser.addPositionalArgument(QStringLiteral("COMMAND"), QStringLiteral("One of the commands above."),
+                                 QStringLiteral("COMMAND ..."));
+    if (!parser.parse(arguments))
+        return Console::wrongUsage(parser.errorText());
+    if (parser.isSet(help))
+        showHelp(parser, QStringLiteral("sorrel"));
+    if (!parser.isSet(version))
+        return Console::wrongUsage(QStringLiteral("A command is missing."));
+    Console console;
+    console.write(QStringLiteral("sorrel %1\n").arg(QCoreApplication::applicationVersion()));
+    return console.finish() ? Success : CannotRead;
+}
+
+int runCommand(const Command &command, const QStringList &arguments)
+{
+    const QString program = QStringLiteral("sorrel ") + command.name();
+    const QString details = command.details();
+    const QCommandLineOption help = helpOption();
+    QCommandLineParser parser;
+    parser.setApplicationDescription(command.summary()
+                                     + (details.isEmpty() ? QString() : QStringLiteral("\n\n") + details));
+    command.addArguments(parser);
+    command.addOptions(parser);
+    parser.addOption(help);
+    if (!parser.parse(arguments))
+        return Console::wrongUsage(parser.errorText(), program);
+    if (parser.isSet(help))
+        showHelp(parser, program);
+    const int count = parser.positionalArguments().size();
+    if (count < command.minArguments())
+        return Console::wrongUsage(QStringLiteral("A file is missing."), program);
+    if (count > command.maxArguments())
+        return Console::wrongUsage(QStringLiteral("There are too many arguments."), program);
+    Console console;
+    const int status = command.run(parser, console);
+    return console.finish() || status != Success ? status : CannotRead;
 }
 
 // Standard error is for one line a package; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
@@ -90,62 +129,23 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 
 int main(int argc, char *argv[])
 {
-    // As QCoreApplication does, which is started for help alone: it takes longer than a small package.
+    // As QCoreApplication does, which most commands do without: to start it takes longer than a small package.
     std::setlocale(LC_ALL, "");
     QCoreApplication::setApplicationName(QStringLiteral("sorrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
         qInstallMessageHandler(handleMessage);
 
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Tells what Android packages (APK) hold.\n\n"
-                       "  sorrel info [--json] [--all] FILE...  package, minimum SDK, launchers with labels and icons\n"
-                       "  sorrel manifest FILE                  the manifest, as XML\n\n"
-                       "Exit status: 0 when every file was read, 1 when one could not be, 2 for wrong usage."));
-    const QCommandLineOption help = parser.addHelpOption();
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption json(QStringLiteral("json"),
-                                  QStringLiteral("info: one JSON object per file, on one line."));
-    const QCommandLineOption all(QStringLiteral("all"), QStringLiteral("info: launchers that are disabled, too."));
-    parser.addOptions({json, all});
-    parser.addPositionalArgument(QStringLiteral("command"), QStringLiteral("info or manifest."));
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("An Android package."),
-                                 QStringLiteral("FILE..."));
-
-    if (!parser.parse(argumentTexts(argc, argv)))
-        return wrongUsage(parser.errorText());
-    if (parser.isSet(version) || parser.isSet(help)) {
-        const QCoreApplication application(argc, argv);
-        if (parser.isSet(version))
-            parser.showVersion();
-        parser.showHelp(Success);
-    }
-
-    QStringList files = parser.positionalArguments();
-    if (files.isEmpty())
-        return wrongUsage(QStringLiteral("A command is missing."));
-    const QString command = files.takeFirst();
-    const bool isInfo = command == QLatin1String("info");
-    if (!isInfo && command != QLatin1String("manifest"))
-        return wrongUsage(QStringLiteral("Unknown command '%1'.").arg(command));
-    if (files.isEmpty())
-        return wrongUsage(QStringLiteral("A file is missing."));
-    if (!isInfo && files.size() > 1)
-        return wrongUsage(QStringLiteral("manifest takes one file."));
-    if (!isInfo && (parser.isSet(json) || parser.isSet(all)))
-        return wrongUsage(QStringLiteral("manifest takes no options."));
-
-    QFile out;
-    if (!out.open(stdout, QIODevice::WriteOnly)) {
-        complain(QStringLiteral("standard output"), out.errorString());
-        return CannotRead;
-    }
-    const int status =
-        isInfo ? printInfo(out, files, parser.isSet(json), parser.isSet(all)) : printManifest(out, files.first());
-    if (!out.flush() || out.error() != QFileDevice::NoError) {
-        complain(QStringLiteral("standard output"), out.errorString());
-        return CannotRead;
-    }
-    return status;
+    const Commands commands = makeCommands();
+    QStringList arguments = argumentTexts(argc, argv);
+    if (arguments.size() < 2 || arguments.at(1).startsWith(QLatin1Char('-')))
+        return runWithoutCommand(arguments, commands);
+    const Command *command = findCommand(commands, arguments.at(1));
+    if (command == nullptr)
+        return Console::wrongUsage(QStringLiteral("Unknown command '%1'.").arg(arguments.at(1)));
+    arguments.removeAt(1);
+    std::unique_ptr<QCoreApplication> application;
+    if (command->waitsForEvents())
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    return runCommand(*command, arguments);
 }

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "FilesCommand.h"
+
+#include "Console.h"
+#include "PrintableText.h"
+
+#include <quazip.h>
+#include <quazipfileinfo.h>
+
+#include <QFileInfo>
+
+namespace {
+
+// Methods have numbers of the ZIP format (APPNOTE 4.4.5). Android reads the first two.
+QString methodName(quint16 method)
+{
+    switch (method) {
+    case 0:
+        return QStringLiteral("stored");
+    case 8:
+        return QStringLiteral("deflated");
+    case 9:
+        return QStringLiteral("deflate64");
+    case 12:
+        return QStringLiteral("bzip2");
+    case 14:
+        return QStringLiteral("lzma");
+    case 93:
+        return QStringLiteral("zstd");
+    case 95:
+        return QStringLiteral("xz");
+    default:
+        return QStringLiteral("method-%1").arg(method);
+    }
+}
+
+QString memberLine(const QuaZipFileInfo64 &member, const TextStyle &style)
+{
+    constexpr int sizeWidth = 10;
+    constexpr int methodWidth = 9;
+    return QStringLiteral("%1 %2 %3 %4%5\n")
+        .arg(QString::number(member.uncompressedSize).rightJustified(sizeWidth),
+             style.faint(QString::number(member.compressedSize).rightJustified(sizeWidth)),
+             style.faint(methodName(member.method).leftJustified(methodWidth)), printableText(member.name),
+             member.isEncrypted() ? style.warning(QStringLiteral(" (encrypted)")) : QString());
+}
+
+// Sizes have 64 bits in the format, and 53 in JSON, which is more than a package can have.
+QJsonObject memberJson(const QString &file, const QuaZipFileInfo64 &member)
+{
+    return {
+        {QStringLiteral("file"), file},
+        {QStringLiteral("path"), member.name},
+        {QStringLiteral("size"), qint64(member.uncompressedSize)},
+        {QStringLiteral("compressedSize"), qint64(member.compressedSize)},
+        {QStringLiteral("method"), methodName(member.method)},
+        {QStringLiteral("crc"), qint64(member.crc)},
+        {QStringLiteral("encrypted"), member.isEncrypted()},
+    };
+}
+
+} // namespace
+
+QString FilesCommand::details() const
+{
+    return QStringLiteral(
+        "Each on a line: its size, what it takes in the package, in bytes, how it is kept, and its path.");
+}
+
+void FilesCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOption(m_json);
+}
+
+int FilesCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QString file = parser.positionalArguments().constFirst();
+    QuaZip archive(file);
+    // Opening a pipe would wait for somebody to write to it.
+    if (!QFileInfo(file).isFile() || !archive.open(QuaZip::mdUnzip)) {
+        Console::complain(file, QStringLiteral("could not open APK file"));
+        return CannotRead;
+    }
+    int status = Success;
+    int count = 0;
+    for (bool more = archive.goToFirstFile(); more; more = archive.goToNextFile(), ++count) {
+        QuaZipFileInfo64 member;
+        if (!archive.getCurrentFileInfo(&member))
+            break;
+        if (parser.isSet(m_json))
+            console.writeLine(memberJson(file, member));
+        else
+            console.write(memberLine(member, console.style()));
+    }
+    if (count < archive.getEntriesCount()) {
+        Console::complain(file, QStringLiteral("the archive's directory is damaged after %1 of %2 files")
+                                    .arg(count)
+                                    .arg(archive.getEntriesCount()));
+        status = CannotRead;
+    }
+    return status;
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef FILESCOMMAND_H
+#define FILESCOMMAND_H
+
+#include "Command.h"
+
+#include <QCommandLineOption>
+
+/// `sorrel files`: the members of a package, or set of packages, as its directory lists them.
+class FilesCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("files"); }
+    QString summary() const override { return QStringLiteral("The files in it, with their sizes."); }
+    QString details() const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per member, on one line.")};
+};
+
+#endif

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "IconCommand.h"
+
+#include "Console.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QBuffer>
+#include <QSaveFile>
+
+using SorrelKit::Launcher;
+using SorrelKit::Package;
+
+namespace {
+
+QByteArray toPng(const QImage &picture)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+const Launcher *findLauncher(const QList<Launcher> &launchers, const QString &name)
+{
+    for (const Launcher &launcher : launchers) {
+        if (launcher.name() == name)
+            return &launcher;
+    }
+    return nullptr;
+}
+
+bool writeFile(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    // A file that stands where nothing beside it can be written is written in place.
+    file.setDirectWriteFallback(true);
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(bytes);
+        if (file.commit())
+            return true;
+    }
+    Console::complain(path, file.errorString());
+    return false;
+}
+
+} // namespace
+
+QString IconCommand::details() const
+{
+    return QStringLiteral(
+        "It is drawn as the newest Android draws it. What cannot be drawn as the package describes it is "
+        "told on standard error.");
+}
+
+void IconCommand::addOptions(QCommandLineParser &parser) const
+{
+    m_icon.addTo(parser);
+    parser.addOptions({m_launcher, m_output});
+}
+
+int IconCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QString program = QStringLiteral("sorrel icon");
+    IconOptions options(m_icon);
+    if (!options.read(parser))
+        return Console::wrongUsage(options.errorText(), program);
+    if (options.size() > IconOptions::MaxSize)
+        return Console::wrongUsage(QStringLiteral("Icons have at most %1 pixels a side.").arg(IconOptions::MaxSize),
+                                   program);
+    const QString output = parser.value(m_output);
+    const bool isStandardOutput = output == QLatin1String("-");
+    if (isStandardOutput && console.isTerminal())
+        return Console::wrongUsage(QStringLiteral("A picture is not written to a terminal; '-o' names a file."),
+                                   program);
+
+    const QString file = parser.positionalArguments().constFirst();
+    const Package package(file);
+    if (!package.isValid()) {
+        Console::complain(file, package.errorString());
+        return CannotRead;
+    }
+    QString fault;
+    QImage picture;
+    if (parser.isSet(m_launcher)) {
+        const QList<Launcher> launchers = package.launchers();
+        const Launcher *launcher = findLauncher(launchers, parser.value(m_launcher));
+        if (launcher == nullptr) {
+            Console::complain(file, QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
+            return CannotRead;
+        }
+        picture = launcher->icon(options.size(), options.mask(), &fault);
+    } else {
+        picture = package.icon(options.size(), options.mask(), &fault);
+    }
+    if (picture.isNull()) {
+        Console::complain(file, fault.isEmpty() ? QStringLiteral("there is no icon") : fault);
+        return CannotRead;
+    }
+    if (!fault.isEmpty())
+        Console::complain(file, fault);
+    const QByteArray png = toPng(picture);
+    if (!isStandardOutput)
+        return writeFile(output, png) ? Success : CannotRead;
+    console.write(png);
+    return Success;
+}

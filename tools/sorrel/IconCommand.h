@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef ICONCOMMAND_H
+#define ICONCOMMAND_H
+
+#include "Command.h"
+#include "IconOptions.h"
+
+#include <QCommandLineOption>
+
+/// `sorrel icon`: a package's icon, as a PNG file.
+class IconCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("icon"); }
+    QString summary() const override { return QStringLiteral("The icon, as a PNG file."); }
+    QString details() const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const IconOptions m_icon{192};
+    const QCommandLineOption m_launcher{
+        QStringLiteral("launcher"),
+        QStringLiteral("The icon of the launcher with this NAME, as 'sorrel info' tells it; not the application's."),
+        QStringLiteral("NAME")};
+    const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
+                                      QStringLiteral("Where to write it; '-', the default, is standard output."),
+                                      QStringLiteral("OUT.png"),
+                                      QStringLiteral("-")};
+};
+
+#endif

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef INFOCOMMAND_H
+#define INFOCOMMAND_H
+
+#include "Command.h"
+
+#include <QCommandLineOption>
+
+#include <limits>
+
+/// `sorrel info`: what a host asks of packages before it shows or installs them.
+class InfoCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("info"); }
+    QString summary() const override
+    {
+        return QStringLiteral("Name, version, minimum SDK, launchers with labels and icons.");
+    }
+    QString details() const override;
+    int maxArguments() const override { return std::numeric_limits<int>::max(); }
+    void addArguments(QCommandLineParser &parser) const override
+    {
+        parser.addPositionalArgument(QStringLiteral("FILE"), fileText(), QStringLiteral("FILE..."));
+    }
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per file, on one line.")};
+    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
+};
+
+#endif

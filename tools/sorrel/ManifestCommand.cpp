@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ManifestCommand.h"
+
+#include "Console.h"
+#include "ManifestWriter.h"
+
+#include <ApkFile.h>
+#include <SorrelKit/PackageNormalizer.h>
+
+#include <QDomDocument>
+
+#include <memory>
+
+QString ManifestCommand::details() const
+{
+    return QStringLiteral("References are printed with the number of the resource in its type, \"@string/12\"; 'sorrel "
+                          "resources' tells what is behind one.");
+}
+
+int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QString file = parser.positionalArguments().constFirst();
+    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer(file).apkFile();
+    const QDomDocument manifest = apk->getManifest();
+    if (apk->getError() != 0) {
+        Console::complain(file, apk->getErrorString());
+        return CannotRead;
+    }
+    const QDomElement root = manifest.documentElement();
+    if (root.isNull()) {
+        Console::complain(file, QStringLiteral("the manifest has no element"));
+        return CannotRead;
+    }
+    console.write(ManifestWriter::toXml(root));
+    return Success;
+}

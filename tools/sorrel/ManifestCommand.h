@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef MANIFESTCOMMAND_H
+#define MANIFESTCOMMAND_H
+
+#include "Command.h"
+
+/// `sorrel manifest`: the manifest of a package, as XML.
+class ManifestCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("manifest"); }
+    QString summary() const override { return QStringLiteral("The manifest, as XML."); }
+    QString details() const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+};
+
+#endif

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef TEXTSTYLE_H
+#define TEXTSTYLE_H
+
+#include <QString>
+
+/// Colours for texts on a terminal; where there are none, texts stay as they are. Texts are padded before they are styled.
+class TextStyle
+{
+public:
+    explicit TextStyle(bool isColored) : m_isColored(isColored) {}
+
+    QString title(const QString &text) const { return styled("1", text); }
+    QString key(const QString &text) const { return styled("36", text); }
+    QString strong(const QString &text) const { return styled("1;32", text); }
+    QString faint(const QString &text) const { return styled("2", text); }
+    QString warning(const QString &text) const { return styled("33", text); }
+    QString error(const QString &text) const { return styled("1;31", text); }
+
+private:
+    /// @p code is one of ECMA-48's for "select graphic rendition".
+    QString styled(const char *code, const QString &text) const
+    {
+        return m_isColored ? QStringLiteral("\033[%1m%2\033[0m").arg(QLatin1String(code), text) : text;
+    }
+
+    bool m_isColored;
+};
+
+#endif
