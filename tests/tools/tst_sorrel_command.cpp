@@ -30,7 +30,9 @@ QByteArray launcherManifest()
     XmlBuilder builder = XmlBuilder::manifest();
     builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});
     builder.empty(QStringLiteral("uses-sdk"), {androidValue(QStringLiteral("minSdkVersion"), Integer, 23)});
-    builder.start(QStringLiteral("application"));
+    builder.empty(QStringLiteral("uses-permission"), {androidText(name, QStringLiteral("org.x.PERMISSION"))});
+    builder.empty(QStringLiteral("uses-feature"), {androidText(name, QStringLiteral("org.x.feature"))});
+    builder.start(QStringLiteral("application"), {androidText(QStringLiteral("label"), QStringLiteral("App"))});
     addActivity(builder, ".Main", true);
     addActivity(builder, ".Hidden", false);
     return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
@@ -158,7 +160,8 @@ QString TestSorrelCommand::good() const
 {
     return write(QStringLiteral("good.apk"),
                  package(labelTable(QStringLiteral("Notes"), QStringLiteral("Notizbücher")), launcherManifest(),
-                         {{QStringLiteral("icon.png"), picture(48, 32, 0)}}));
+                         {{QStringLiteral("icon.png"), picture(48, 32, 0)},
+                          {QStringLiteral("lib/arm64-v8a/libx.so"), QByteArray("x")}}));
 }
 
 void TestSorrelCommand::infoForAPerson()
@@ -205,6 +208,8 @@ void TestSorrelCommand::infoForAProgram()
                                {QStringLiteral("class"), QStringLiteral("org.x.Main")},
                                {QStringLiteral("labels"), labels},
                                {QStringLiteral("icons"), QJsonArray{icon}}};
+    const QJsonObject feature{{QStringLiteral("name"), QStringLiteral("org.x.feature")},
+                              {QStringLiteral("required"), true}};
     const QJsonObject error{{QStringLiteral("code"), 0}, {QStringLiteral("text"), QStringLiteral("no error")}};
     const QJsonObject expected{{QStringLiteral("file"), file},
                                {QStringLiteral("error"), error},
@@ -213,7 +218,11 @@ void TestSorrelCommand::infoForAProgram()
                                {QStringLiteral("versionName"), QString(QStringLiteral(""))},
                                {QStringLiteral("minSdkVersion"), 23},
                                {QStringLiteral("targetSdkVersion"), 23},
+                               {QStringLiteral("permissions"), QJsonArray{QStringLiteral("org.x.PERMISSION")}},
+                               {QStringLiteral("features"), QJsonArray{feature}},
+                               {QStringLiteral("nativeAbis"), QJsonArray{QStringLiteral("arm64-v8a")}},
                                {QStringLiteral("splits"), QJsonArray()},
+                               {QStringLiteral("labels"), QJsonObject{{QString(), QStringLiteral("App")}}},
                                {QStringLiteral("launchers"), QJsonArray{launcher}}};
     QCOMPARE(QJsonDocument::fromJson(result.output).object(), expected);
 }
@@ -392,7 +401,11 @@ void TestSorrelCommand::jsonTellsTheErrorToo()
                                {QStringLiteral("versionName"), QString(QStringLiteral(""))},
                                {QStringLiteral("minSdkVersion"), 1},
                                {QStringLiteral("targetSdkVersion"), 1},
+                               {QStringLiteral("permissions"), QJsonArray()},
+                               {QStringLiteral("features"), QJsonArray()},
+                               {QStringLiteral("nativeAbis"), QJsonArray()},
                                {QStringLiteral("splits"), QJsonArray()},
+                               {QStringLiteral("labels"), QJsonObject()},
                                {QStringLiteral("launchers"), QJsonArray()}};
     QCOMPARE(QJsonDocument::fromJson(result.output.split('\n').constFirst()).object(), expected);
 }
@@ -406,7 +419,7 @@ void TestSorrelCommand::manifestIsXml()
     QDomDocument written;
     QVERIFY(written.setContent(result.output, true));
     compareElements(written.documentElement(), ApkFile(file).getManifest().documentElement());
-    QVERIFY(result.output.contains("\n    <application>\n        <activity "));
+    QVERIFY(result.output.contains("\n    <application android:label=\"App\">\n        <activity "));
 }
 
 void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()

@@ -29,8 +29,8 @@ public:
     void write(const QString &text) { m_output.write(text.toUtf8()); }
     /// @p object on a line of its own.
     void writeLine(const QJsonObject &object);
-    /// Hands over what was written so far.
-    void flush() { m_output.flush(); }
+    /// Hands over what was written so far; false when somebody does not take it, and nobody ever will.
+    bool flush() { return m_output.flush() && m_output.error() == QFileDevice::NoError; }
     /// Hands over everything, and answers whether all of it was taken. When not, that is told.
     bool finish();
 

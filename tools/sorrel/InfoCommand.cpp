@@ -18,8 +18,10 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     int status = Success;
     bool isFirst = true;
+    ReportContent content;
+    content.includesDisabled = parser.isSet(m_all);
     for (const QString &file : parser.positionalArguments()) {
-        const PackageReport report(file, parser.isSet(m_all));
+        const PackageReport report(file, content);
         if (report.failed()) {
             Console::complain(file, report.errorText());
             status = CannotRead;

@@ -3,6 +3,8 @@
 
 #include "PrintableText.h"
 
+#include <QBuffer>
+#include <QImage>
 #include <QJsonArray>
 #include <QLocale>
 #include <QStringList>
@@ -58,12 +60,38 @@ QJsonObject iconToJson(const IconFile &icon)
     return json;
 }
 
-QJsonObject launcherToJson(const Launcher &launcher)
+QJsonObject labelsToJson(const QMap<QString, QString> &byLanguage)
 {
     QJsonObject labels;
-    const QMap<QString, QString> byLanguage = launcher.labels();
     for (auto label = byLanguage.cbegin(); label != byLanguage.cend(); ++label)
         labels.insert(label.key(), label.value());
+    return labels;
+}
+
+QJsonArray featuresToJson(const QList<SorrelKit::Feature> &features)
+{
+    QJsonArray json;
+    for (const SorrelKit::Feature &feature : features)
+        json.append(
+            QJsonObject{{QStringLiteral("name"), feature.name}, {QStringLiteral("required"), feature.isRequired}});
+    return json;
+}
+
+QJsonObject errorToJson(int code, const QString &text)
+{
+    return {{QStringLiteral("code"), code}, {QStringLiteral("text"), text}};
+}
+
+QString toBase64Png(const QImage &picture)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return QString::fromLatin1(buffer.data().toBase64());
+}
+
+QJsonObject launcherToJson(const Launcher &launcher)
+{
     QJsonArray icons;
     for (const IconFile &icon : launcher.iconFiles())
         icons.append(iconToJson(icon));
@@ -71,17 +99,18 @@ QJsonObject launcherToJson(const Launcher &launcher)
         {QStringLiteral("package"), launcher.packageName()},
         {QStringLiteral("name"), launcher.name()},
         {QStringLiteral("class"), launcher.className()},
-        {QStringLiteral("labels"), labels},
+        {QStringLiteral("labels"), labelsToJson(launcher.labels())},
         {QStringLiteral("icons"), icons},
     };
 }
 
 } // namespace
 
-PackageReport::PackageReport(const QString &file, bool includeDisabled) : m_file(file), m_package(file)
+PackageReport::PackageReport(const QString &file, const ReportContent &content)
+    : m_file(file), m_content(content), m_package(file)
 {
     for (const Launcher &launcher : m_package.launchers()) {
-        if (includeDisabled || launcher.isShown())
+        if (content.includesDisabled || launcher.isShown())
             m_launchers.append(launcher);
     }
 }
@@ -123,17 +152,33 @@ QJsonObject PackageReport::toJson() const
     QJsonArray launchers;
     for (const Launcher &launcher : m_launchers)
         launchers.append(launcherToJson(launcher));
-    return {
+    QJsonObject json{
         {QStringLiteral("file"), m_file},
-        {QStringLiteral("error"),
-         QJsonObject{{QStringLiteral("code"), int(m_package.error())}, {QStringLiteral("text"), errorText()}}},
+        {QStringLiteral("error"), errorToJson(m_package.error(), errorText())},
         {QStringLiteral("package"), m_package.packageName()},
         // As a text: numbers in JSON have 53 bits.
         {QStringLiteral("versionCode"), QString::number(m_package.versionCode())},
         {QStringLiteral("versionName"), m_package.versionName()},
         {QStringLiteral("minSdkVersion"), m_package.minSdkVersion()},
         {QStringLiteral("targetSdkVersion"), m_package.targetSdkVersion()},
+        {QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissions())},
+        {QStringLiteral("features"), featuresToJson(m_package.features())},
+        {QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis())},
         {QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits())},
+        {QStringLiteral("labels"), labelsToJson(m_package.labels())},
         {QStringLiteral("launchers"), launchers},
     };
+    if (m_content.iconSize > 0) {
+        const QImage icon = m_package.icon(m_content.iconSize, m_content.iconMask);
+        json.insert(QStringLiteral("icon"), icon.isNull() ? QString() : toBase64Png(icon));
+    }
+    return json;
+}
+
+QJsonObject PackageReport::failure(const QString &file, int code, const QString &text)
+{
+    QJsonObject json = PackageReport(QString(), {}).toJson();
+    json.insert(QStringLiteral("file"), file);
+    json.insert(QStringLiteral("error"), errorToJson(code, text));
+    return json;
 }

@@ -2,6 +2,7 @@
 #ifndef PACKAGEREPORT_H
 #define PACKAGEREPORT_H
 
+#include "ReportContent.h"
 #include "TextStyle.h"
 
 #include <SorrelKit/Package.h>
@@ -10,11 +11,14 @@
 #include <QList>
 #include <QString>
 
-/// What `sorrel info` tells about one package, or set of packages, read when the report is made.
+/// What `sorrel info` and `sorrel scan` tell about one package, or set of packages, read when the report is made.
 class PackageReport
 {
 public:
-    PackageReport(const QString &file, bool includeDisabled);
+    PackageReport(const QString &file, const ReportContent &content);
+
+    /// What toJson() is for a package of which nothing is known but why it could not be read.
+    static QJsonObject failure(const QString &file, int code, const QString &text);
 
     bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
     QString errorText() const { return m_package.errorString(); }
@@ -29,6 +33,7 @@ public:
 
 private:
     QString m_file;
+    ReportContent m_content;
     SorrelKit::Package m_package;
     QList<SorrelKit::Launcher> m_launchers;
 };

@@ -4,6 +4,8 @@
 #include "IconCommand.h"
 #include "InfoCommand.h"
 #include "ManifestCommand.h"
+#include "ScanCommand.h"
+#include "WorkerCommand.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -24,6 +26,8 @@ Commands makeCommands()
     commands.push_back(std::make_unique<ManifestCommand>());
     commands.push_back(std::make_unique<IconCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
+    commands.push_back(std::make_unique<ScanCommand>());
+    commands.push_back(std::make_unique<WorkerCommand>());
     return commands;
 }
 

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ScanCommand.h"
+
+#include "Console.h"
+#include "PackageScan.h"
+
+QString ScanCommand::details() const
+{
+    return QStringLiteral("The lines are those of 'sorrel info --json'. Packages are read by worker processes; one "
+                          "that dies, or takes more "
+                          "time or memory than it may, costs its one file, whose line says so.");
+}
+
+void ScanCommand::addArguments(QCommandLineParser &parser) const
+{
+    parser.addPositionalArgument(
+        QStringLiteral("PATH"),
+        QStringLiteral(
+            "A package, a directory with packages (.apk, .apks, .xapk, .apkm) somewhere below, or '-' for a list "
+            "of these on standard input, one on a line."),
+        QStringLiteral("PATH..."));
+}
+
+void ScanCommand::addOptions(QCommandLineParser &parser) const
+{
+    m_scan.addTo(parser);
+    parser.addOptions({m_ordered, m_all, m_icon});
+}
+
+int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QString program = QStringLiteral("sorrel scan");
+    ScanOptions options(m_scan);
+    if (!options.read(parser))
+        return Console::wrongUsage(options.errorText(), program);
+    ReportContent content;
+    content.includesDisabled = parser.isSet(m_all);
+    content.iconSize = parser.value(m_icon).toInt();
+    if (parser.isSet(m_icon) && (content.iconSize < 1 || content.iconSize > IconOptions::MaxSize))
+        return Console::wrongUsage(QStringLiteral("--icon is a number from 1 to %1, not '%2'.")
+                                       .arg(IconOptions::MaxSize)
+                                       .arg(parser.value(m_icon)),
+                                   program);
+    PackageScan scan(options, content);
+    scan.add(parser.positionalArguments());
+    return scan.run(parser.isSet(m_ordered), [&](const QByteArray &report) {
+        console.write(report + '\n');
+        return console.flush();
+    });
+}

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SCANCOMMAND_H
+#define SCANCOMMAND_H
+
+#include "Command.h"
+#include "IconOptions.h"
+#include "ScanOptions.h"
+
+#include <QCommandLineOption>
+
+#include <limits>
+
+/// `sorrel scan`: reports of many packages, each a line of JSON.
+class ScanCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("scan"); }
+    QString summary() const override { return QStringLiteral("A line of JSON for every package below directories."); }
+    QString details() const override;
+    int maxArguments() const override { return std::numeric_limits<int>::max(); }
+    bool waitsForEvents() const override { return true; }
+    void addArguments(QCommandLineParser &parser) const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const ScanOptions m_scan;
+    const QCommandLineOption m_ordered{
+        QStringLiteral("ordered"), QStringLiteral("Keep the order of the paths; below directories, that of names.")};
+    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
+    const QCommandLineOption m_icon{QStringLiteral("icon"),
+                                    QStringLiteral("The icon, too, as a PNG picture of N pixels a side in Base64."),
+                                    QStringLiteral("N")};
+};
+
+#endif

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "WorkerCommand.h"
+
+#include "Console.h"
+#include "PackageReport.h"
+#include "ScanError.h"
+
+#include <QFile>
+#include <QJsonDocument>
+
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <sys/resource.h>
+#include <sys/time.h>
+
+namespace {
+
+// Sanitizers keep as much data again, and more, beside what the program has.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool canLimitMemory = false;
+#elif defined(__has_feature)
+constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
+#else
+constexpr bool canLimitMemory = true;
+#endif
+
+void limitMemory(qint64 bytes)
+{
+    rlimit limit{};
+    if (!canLimitMemory || getrlimit(RLIMIT_DATA, &limit) != 0)
+        return;
+    limit.rlim_cur = bytes > 0 ? qMin(rlim_t(bytes), limit.rlim_max) : limit.rlim_max;
+    setrlimit(RLIMIT_DATA, &limit);
+}
+
+// An alarm that nobody handles ends the process, wherever it is.
+void setAlarm(double seconds)
+{
+    itimerval timer{};
+    timer.it_value.tv_sec = time_t(seconds);
+    timer.it_value.tv_usec = suseconds_t((seconds - double(timer.it_value.tv_sec)) * 1e6);
+    setitimer(ITIMER_REAL, &timer, nullptr);
+}
+
+QByteArray answer(const QJsonObject &report)
+{
+    const int code = report.value(QLatin1String("error")).toObject().value(QLatin1String("code")).toInt();
+    return QByteArray::number(code) + ' ' + QJsonDocument(report).toJson(QJsonDocument::Compact) + '\n';
+}
+
+} // namespace
+
+QStringList WorkerCommand::commandLine(const ReportContent &content, const Limits &limits)
+{
+    return {
+        QStringLiteral("worker"),
+        QString::number(content.includesDisabled ? 1 : 0),
+        QString::number(content.iconSize),
+        QString::number(int(content.iconMask)),
+        QString::number(content.includesLint ? 1 : 0),
+        QString::number(limits.memory),
+        QString::number(limits.seconds),
+    };
+}
+
+int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QStringList arguments = parser.positionalArguments();
+    ReportContent content;
+    content.includesDisabled = arguments.at(0).toInt() != 0;
+    content.iconSize = arguments.at(1).toInt();
+    content.iconMask = SorrelKit::IconMask(arguments.at(2).toInt());
+    content.includesLint = arguments.at(3).toInt() != 0;
+    const Limits limits{arguments.at(4).toLongLong(), arguments.at(5).toDouble()};
+
+    limitMemory(limits.memory);
+    int status = Success;
+    char *line = nullptr;
+    size_t capacity = 0;
+    while (status == Success && getdelim(&line, &capacity, '\0', stdin) > 0) {
+        const QString file = QFile::decodeName(line);
+        setAlarm(limits.seconds);
+        QByteArray reply;
+        try {
+            reply = answer(PackageReport(file, content).toJson());
+        } catch (const std::bad_alloc &) {
+            limitMemory(0);
+            reply = answer(
+                PackageReport::failure(file, ScanError::TooMuchMemory, ScanError::text(ScanError::TooMuchMemory)));
+            status = CannotRead;
+        }
+        setAlarm(0);
+        console.write(reply);
+        console.flush();
+    }
+    std::free(line);
+    return status;
+}
