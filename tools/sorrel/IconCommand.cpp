@@ -2,11 +2,11 @@
 #include "IconCommand.h"
 
 #include "Console.h"
+#include "OutputFile.h"
 
 #include <SorrelKit/Package.h>
 
 #include <QBuffer>
-#include <QSaveFile>
 
 using SorrelKit::Launcher;
 using SorrelKit::Package;
@@ -32,11 +32,9 @@ const Launcher *findLauncher(const QList<Launcher> &launchers, const QString &na
 
 bool writeFile(const QString &path, const QByteArray &bytes)
 {
-    QSaveFile file(path);
-    // A file that stands where nothing beside it can be written is written in place.
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes);
+    OutputFile file(path);
+    if (file.open()) {
+        file.device()->write(bytes);
         if (file.commit())
             return true;
     }

@@ -1,0 +1,257 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "Tool.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QDir>
+#include <QImage>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace fixture;
+using SorrelKit::IconMask;
+using SorrelKit::Package;
+
+Q_DECLARE_METATYPE(IconMask)
+
+namespace {
+
+QString sample(const char *name)
+{
+    return QStringLiteral(SORREL_SAMPLES_DIR "/") + QLatin1String(name);
+}
+
+// Two activities with icons of their own in a package that has none.
+QByteArray twoLaunchers()
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});
+    builder.start(QStringLiteral("application"));
+    for (const char *name : {"red", "blue"}) {
+        builder.start(QStringLiteral("activity"),
+                      {androidText(QStringLiteral("name"), QStringLiteral("org.x.") + QLatin1String(name)),
+                       androidText(QStringLiteral("icon"), QLatin1String(name) + QStringLiteral(".png"))});
+        builder.launcherFilter().end(QStringLiteral("activity"));
+    }
+    builder.end(QStringLiteral("application")).end(QStringLiteral("manifest"));
+    return package(emptyTable(), builder.build(),
+                   {{QStringLiteral("red.png"), picture(16, 16, 0xffff0000)},
+                    {QStringLiteral("blue.png"), picture(16, 16, 0xff0000ff)}});
+}
+
+QByteArray iconNamed(const QString &path, const QVector<Member> &members)
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});
+    builder.empty(QStringLiteral("application"), {androidText(QStringLiteral("icon"), path)});
+    return package(emptyTable(), builder.end(QStringLiteral("manifest")).build(), members);
+}
+
+} // namespace
+
+class TestIconCommand : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void sizesAndShapes_data();
+    void sizesAndShapes();
+    void aSizeAndNoShapeByDefault();
+    void ofASet();
+    void intoAFile();
+    void ofALauncher();
+    void notToATerminal();
+    void packagesWithoutAnIcon();
+    void whatCannotBeDrawnIsTold();
+    void anOldFileIsKeptWhenThereIsNoNewOne();
+    void outputThatCannotBeWritten();
+    void wrongUsage_data();
+    void wrongUsage();
+
+private:
+    QString write(const QString &name, const QByteArray &bytes) const;
+
+    QTemporaryDir m_directory;
+};
+
+QString TestIconCommand::write(const QString &name, const QByteArray &bytes) const
+{
+    const QString path = m_directory.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("could not write %s", qPrintable(path));
+    return path;
+}
+
+void TestIconCommand::sizesAndShapes_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QString>("shape");
+    QTest::addColumn<IconMask>("mask");
+    QTest::newRow("1") << 1 << "none" << IconMask::None;
+    QTest::newRow("48, circle") << 48 << "circle" << IconMask::Circle;
+    QTest::newRow("96, rounded") << 96 << "rounded" << IconMask::RoundedSquare;
+    QTest::newRow("192, squircle") << 192 << "squircle" << IconMask::Squircle;
+    QTest::newRow("1024") << 1024 << "none" << IconMask::None;
+}
+
+void TestIconCommand::sizesAndShapes()
+{
+    QFETCH(int, size);
+    QFETCH(QString, shape);
+    QFETCH(IconMask, mask);
+    const QString file = sample("babel.sparse.apk");
+    const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("--size"), QString::number(size),
+                                      QStringLiteral("--shape"), shape, file});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    const QImage icon = QImage::fromData(result.output, "PNG");
+    QCOMPARE(icon.size(), QSize(size, size));
+    const QImage expected = Package(file).icon(size, mask);
+    QCOMPARE(icon.convertToFormat(expected.format()), expected);
+}
+
+void TestIconCommand::aSizeAndNoShapeByDefault()
+{
+    const QString file = sample("babel.sparse.apk");
+    const QByteArray icon = runSorrel({QStringLiteral("icon"), file}).output;
+    QVERIFY(!icon.isEmpty());
+    QCOMPARE(icon,
+             runSorrel({QStringLiteral("icon"), QStringLiteral("-s192"), QStringLiteral("--shape=none"), file}).output);
+}
+
+void TestIconCommand::ofASet()
+{
+    QFile base(sample("babel.base.apk"));
+    QVERIFY(base.open(QIODevice::ReadOnly));
+    const QString set = write(QStringLiteral("set.apks"), zip({{QStringLiteral("base.apk"), base.readAll()}}));
+    const ToolRun result = runSorrel({QStringLiteral("icon"), set});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.output, runSorrel({QStringLiteral("icon"), base.fileName()}).output);
+}
+
+void TestIconCommand::intoAFile()
+{
+    const QString output = m_directory.filePath(QStringLiteral("out ü.png"));
+    const QString file = sample("notes.aapt2.apk");
+    const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(result.errors, QByteArray());
+    QFile written(output);
+    QVERIFY(written.open(QIODevice::ReadOnly));
+    QCOMPARE(written.readAll(), runSorrel({QStringLiteral("icon"), file}).output);
+}
+
+void TestIconCommand::ofALauncher()
+{
+    const QString file = write(QStringLiteral("two.apk"), twoLaunchers());
+    for (const auto &[name, color] :
+         {std::make_pair("org.x.red", 0xffff0000), std::make_pair("org.x.blue", 0xff0000ff)}) {
+        const ToolRun result =
+            runSorrel({QStringLiteral("icon"), QStringLiteral("--launcher"), QLatin1String(name), file});
+        QCOMPARE(result.status, 0);
+        QCOMPARE(QImage::fromData(result.output).pixel(8, 8), color);
+    }
+    const ToolRun missing =
+        runSorrel({QStringLiteral("icon"), QStringLiteral("--launcher"), QStringLiteral("\033[2Jgreen"), file});
+    QCOMPARE(missing.status, 1);
+    QCOMPARE(QString::fromUtf8(missing.errors),
+             QStringLiteral("sorrel: %1: there is no launcher '\ufffd[2Jgreen'\n").arg(file));
+}
+
+void TestIconCommand::notToATerminal()
+{
+    const ToolRun result = runSorrelOnTerminal({QStringLiteral("icon"), sample("notes.aapt2.apk")});
+    QCOMPARE(result.status, 2);
+    QVERIFY(result.output.startsWith("sorrel: A picture is not written to a terminal; '-o' names a file.\r\n"));
+}
+
+void TestIconCommand::packagesWithoutAnIcon()
+{
+    const QString without = write(QStringLiteral("without.apk"), package(emptyTable(), smallManifest()));
+    const QString missing = write(QStringLiteral("missing.apk"), iconNamed(QStringLiteral("gone.png"), {}));
+    const QString bad = write(QStringLiteral("bad.apk"), QByteArray("no package"));
+    for (const auto &[file, text] :
+         {std::make_pair(without, "there is no icon"), std::make_pair(missing, "gone.png cannot be read or decoded"),
+          std::make_pair(bad, "could not open APK file")}) {
+        const ToolRun result = runSorrel({QStringLiteral("icon"), file});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.output, QByteArray());
+        QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: %2\n").arg(file, QLatin1String(text)));
+    }
+}
+
+void TestIconCommand::whatCannotBeDrawnIsTold()
+{
+    XmlBuilder layers;
+    layers.attributeId(QStringLiteral("drawable"), 0x01010199)
+        .startNamespace(QStringLiteral("android"), androidUri)
+        .start(QStringLiteral("layer-list"))
+        .empty(QStringLiteral("item"), {androidValue(QStringLiteral("drawable"), 0x1c, 0xff00ff00)})
+        .start(QStringLiteral("item"))
+        .empty(QStringLiteral("odd"))
+        .end(QStringLiteral("item"))
+        .end(QStringLiteral("layer-list"));
+    const QString file = write(QStringLiteral("odd.apk"), iconNamed(QStringLiteral("res/odd.xml"),
+                                                                    {{QStringLiteral("res/odd.xml"), layers.build()}}));
+    const ToolRun result = runSorrel({QStringLiteral("icon"), file});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(QImage::fromData(result.output).pixel(8, 8), 0xff00ff00);
+    QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: unsupported drawable <odd>\n").arg(file));
+}
+
+void TestIconCommand::anOldFileIsKeptWhenThereIsNoNewOne()
+{
+    const QString output = write(QStringLiteral("old.png"), QByteArray("old"));
+    const QString file = write(QStringLiteral("without.apk"), package(emptyTable(), smallManifest()));
+    QCOMPARE(runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file}).status, 1);
+    QFile old(output);
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll(), QByteArray("old"));
+}
+
+void TestIconCommand::outputThatCannotBeWritten()
+{
+    const QString file = sample("notes.aapt2.apk");
+    const QString output = m_directory.filePath(QStringLiteral("nowhere/icon.png"));
+    const ToolRun missing = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file});
+    QCOMPARE(missing.status, 1);
+    QCOMPARE(QString::fromUtf8(missing.errors), QStringLiteral("sorrel: %1: No such file or directory\n").arg(output));
+    const ToolRun full = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), QStringLiteral("/dev/full"), file});
+    QCOMPARE(full.status, 1);
+    QCOMPARE(full.errors, QByteArray("sorrel: /dev/full: No space left on device\n"));
+    // A device is not replaced by a file.
+    QVERIFY(!QFileInfo(QStringLiteral("/dev/full")).isFile());
+    ToolSetting toFullDisk;
+    toFullDisk.outputFile = QStringLiteral("/dev/full");
+    QCOMPARE(runSorrel({QStringLiteral("icon"), file}, toFullDisk).errors,
+             QByteArray("sorrel: standard output: No space left on device\n"));
+}
+
+void TestIconCommand::wrongUsage_data()
+{
+    QTest::addColumn<QStringList>("options");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("size 0") << QStringList{QStringLiteral("-s0")} << "'0' is no size in pixels.";
+    QTest::newRow("a word") << QStringList{QStringLiteral("-s"), QStringLiteral("big")}
+                            << "'big' is no size in pixels.";
+    QTest::newRow("too large") << QStringList{QStringLiteral("-s1025")} << "Icons have at most 1024 pixels a side.";
+    QTest::newRow("shape") << QStringList{QStringLiteral("--shape"), QStringLiteral("star")}
+                           << "'star' is no shape; there are circle, rounded, squircle and none.";
+}
+
+void TestIconCommand::wrongUsage()
+{
+    QFETCH(QStringList, options);
+    QFETCH(QString, text);
+    const ToolRun result =
+        runSorrel(QStringList{QStringLiteral("icon")} + options + QStringList{sample("notes.aapt2.apk")});
+    QCOMPARE(result.status, 2);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1\nTry 'sorrel icon --help'.\n").arg(text));
+}
+
+QTEST_GUILESS_MAIN(TestIconCommand)
+#include "tst_icon_command.moc"
