@@ -1,0 +1,275 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "CatalogCard.h"
+
+#include "AndroidVersion.h"
+
+#include <QRegularExpression>
+
+#include <algorithm>
+
+namespace {
+
+const QLatin1String severities[] = {QLatin1String("error"), QLatin1String("warning"), QLatin1String("note")};
+constexpr qint64 RankStep = 1000;
+
+QString valueOf(const QJsonObject &object, const char *key)
+{
+    return object.value(QLatin1String(key)).toString();
+}
+
+QString counted(int count, const QString &thing)
+{
+    return QStringLiteral("%1 %2%3").arg(count).arg(thing, count == 1 ? QString() : QStringLiteral("s"));
+}
+
+// On one line, and not too long.
+QString labelText(const QString &label)
+{
+    QString text = label.simplified();
+    if (text.size() > CatalogCard::MaxLabelLength) {
+        const bool splitsPair = text.at(CatalogCard::MaxLabelLength - 1).isHighSurrogate();
+        text.truncate(CatalogCard::MaxLabelLength - (splitsPair ? 1 : 0));
+        text += QChar(0x2026);
+    }
+    return text;
+}
+
+bool isLanguageTag(const QString &tag)
+{
+    static const QRegularExpression form(QStringLiteral("\\A[A-Za-z]{2,3}(-[A-Za-z0-9]{2,8}){0,3}\\z"));
+    return tag.isEmpty() || form.match(tag).hasMatch();
+}
+
+// By the first bytes, which is as far as a page can tell; nothing in it is more than base64.
+bool isPng(const QString &base64)
+{
+    return base64.startsWith(QLatin1String("iVBORw0KGgo"))
+           && std::all_of(base64.cbegin(), base64.cend(), [](QChar character) {
+                  return character.unicode() < 0x80
+                         && (character.isLetterOrNumber() || QLatin1String("+/=").contains(character));
+              });
+}
+
+QString defaultLabel(const QJsonObject &launcher)
+{
+    const QString label = labelText(valueOf(launcher.value(QLatin1String("labels")).toObject(), ""));
+    return label.isEmpty() ? labelText(valueOf(launcher, "name")) : label;
+}
+
+Markup launcherItem(const QJsonObject &launcher)
+{
+    QStringList lines;
+    const QJsonObject labels = launcher.value(QLatin1String("labels")).toObject();
+    for (auto label = labels.begin(); label != labels.end(); ++label) {
+        const QString text = labelText(label.value().toString());
+        if (!text.isEmpty() && isLanguageTag(label.key()))
+            lines.append(label.key() + QLatin1Char('=') + text);
+    }
+    const QString name = valueOf(launcher, "name");
+    const QString className = valueOf(launcher, "class");
+    Markup item = Markup::element("bdi", {{"class", QStringLiteral("label")}, {"data-labels", lines}},
+                                  Markup::text(defaultLabel(launcher)));
+    item += Markup::element("code", {{"class", QStringLiteral("name")}, {"dir", QStringLiteral("ltr")}},
+                            Markup::text(name));
+    if (className != name)
+        item +=
+            Markup::element("span", {{"class", QStringLiteral("runs")}},
+                            Markup::text(QStringLiteral("runs "))
+                                + Markup::element("code", {{"dir", QStringLiteral("ltr")}}, Markup::text(className)));
+    return Markup::element("li", {}, item);
+}
+
+QLatin1String severityOf(const QJsonObject &finding)
+{
+    const QString text = valueOf(finding, "severity");
+    for (const QLatin1String &severity : severities) {
+        if (text == severity)
+            return severity;
+    }
+    return QLatin1String("note");
+}
+
+Markup findingItem(const QJsonObject &finding)
+{
+    const QString severity = severityOf(finding);
+    return Markup::element("li", {{"class", severity}},
+                           Markup::element("strong", severity) + Markup::text(QStringLiteral(" "))
+                               + Markup::element("bdi", valueOf(finding, "text").simplified())
+                               + Markup::text(QStringLiteral(" "))
+                               + Markup::element("code", valueOf(finding, "check")));
+}
+
+Markup fact(const QString &name, const QString &value)
+{
+    if (value.isEmpty())
+        return {};
+    return Markup::element("div", {},
+                           Markup::element("dt", name) + Markup::element("dd", {}, Markup::element("bdi", value)));
+}
+
+Markup fold(const QString &kind, const QString &summary, const Markup &items)
+{
+    return Markup::element("details", {{"class", kind}},
+                           Markup::element("summary", summary) + Markup::element("ul", {}, items));
+}
+
+Markup plainFold(const QString &text)
+{
+    return Markup::element("p", {{"class", QStringLiteral("none")}}, Markup::text(text));
+}
+
+} // namespace
+
+CatalogCard::CatalogCard(const QJsonObject &package, int number)
+    : m_package(package),
+      m_launchers(package.value(QLatin1String("launchers")).toArray()),
+      m_findings(package.value(QLatin1String("lint")).toArray()),
+      m_labelId(QStringLiteral("label%1").arg(number))
+{
+}
+
+Markup CatalogCard::markup() const
+{
+    Markup folds = launchers() + findings();
+    return Markup::element(
+               "li",
+               {{"class", QStringLiteral("card")},
+                {"aria-labelledby", m_labelId},
+                {"data-sdk", QString::number(m_package.value(QLatin1String("minSdkVersion")).toInt())},
+                {"data-rank", QString::number(rank())}},
+               head() + problem() + facts() + file()
+                   + (folds.isEmpty() ? Markup() : Markup::element("div", {{"class", QStringLiteral("folds")}}, folds)))
+           + Markup::lineFeed();
+}
+
+QString CatalogCard::text(const char *key) const
+{
+    return valueOf(m_package, key);
+}
+
+QString CatalogCard::title() const
+{
+    QString title = defaultLabel(m_launchers.at(0).toObject());
+    if (title.isEmpty())
+        title = labelText(text("package"));
+    return title.isEmpty() ? labelText(text("file").section(QLatin1Char('/'), -1)) : title;
+}
+
+Markup CatalogCard::icon() const
+{
+    const QString icon = text("icon");
+    if (isPng(icon))
+        return Markup::voidElement("img", {{"class", QStringLiteral("icon")},
+                                           {"src", QStringLiteral("data:image/png;base64,") + icon},
+                                           {"alt", QString()},
+                                           {"width", QStringLiteral("64")},
+                                           {"height", QStringLiteral("64")},
+                                           {"decoding", QStringLiteral("async")}});
+    return Markup::element("svg", {{"class", QStringLiteral("icon")}, {"aria-hidden", QStringLiteral("true")}},
+                           Markup::element("use", {{"href", QStringLiteral("#no-icon")}}, Markup()));
+}
+
+Markup CatalogCard::head() const
+{
+    Markup names = Markup::element("h2", {{"id", m_labelId}}, Markup::element("bdi", title()));
+    // Without a label, the package's name is the title already.
+    if (!text("package").isEmpty() && title() != text("package"))
+        names += Markup::element("code", {{"class", QStringLiteral("package")}, {"dir", QStringLiteral("ltr")}},
+                                 Markup::text(text("package")));
+    return Markup::element("div", {{"class", QStringLiteral("head")}}, icon() + Markup::element("div", {}, names));
+}
+
+bool CatalogCard::isUnreadable() const
+{
+    return m_package.value(QLatin1String("error")).toObject().value(QLatin1String("code")).toInt() != 0;
+}
+
+Markup CatalogCard::problem() const
+{
+    if (!isUnreadable())
+        return {};
+    const QString reason = valueOf(m_package.value(QLatin1String("error")).toObject(), "text").simplified();
+    return Markup::element("p", {{"class", QStringLiteral("problem")}},
+                           Markup::element("strong", QStringLiteral("Not read:")) + Markup::text(QStringLiteral(" "))
+                               + Markup::element("bdi", reason));
+}
+
+Markup CatalogCard::facts() const
+{
+    // What could not be read has no version that it needs; the answer is then what every package gives.
+    if (text("package").isEmpty())
+        return {};
+    QString version = labelText(text("versionName"));
+    const QString code = text("versionCode");
+    if (!code.isEmpty() && code != QLatin1String("0"))
+        version += version.isEmpty() ? code : QStringLiteral(" (%1)").arg(code);
+    const int splits = m_package.value(QLatin1String("splits")).toArray().size();
+    return Markup::element("dl", {{"class", QStringLiteral("facts")}},
+                           fact(QStringLiteral("Version"), version)
+                               + fact(QStringLiteral("Runs from"),
+                                      AndroidVersion::text(m_package.value(QLatin1String("minSdkVersion")).toInt()))
+                               + fact(QStringLiteral("Splits"), splits == 0 ? QString() : QString::number(splits)));
+}
+
+// The directory gives way first where there is no room for all of it.
+Markup CatalogCard::file() const
+{
+    const QString path = text("file");
+    if (path.isEmpty())
+        return {};
+    const int name = path.lastIndexOf(QLatin1Char('/')) + 1;
+    return Markup::element(
+        "p", {{"class", QStringLiteral("file")}, {"dir", QStringLiteral("ltr")}, {"title", path}},
+        (name == 0 ? Markup()
+                   : Markup::element("bdi", {{"class", QStringLiteral("directory")}}, Markup::text(path.left(name))))
+            + Markup::element("bdi", path.mid(name)));
+}
+
+Markup CatalogCard::launchers() const
+{
+    if (m_launchers.isEmpty())
+        return isUnreadable() ? Markup() : plainFold(QStringLiteral("No launcher"));
+    Markup items;
+    for (const QJsonValue &launcher : m_launchers)
+        items += launcherItem(launcher.toObject());
+    return fold(QStringLiteral("launchers"), counted(m_launchers.size(), QStringLiteral("launcher")), items);
+}
+
+int CatalogCard::count(const char *severity) const
+{
+    int count = 0;
+    for (const QJsonValue &finding : m_findings)
+        count += severityOf(finding.toObject()) == QLatin1String(severity) ? 1 : 0;
+    return count;
+}
+
+Markup CatalogCard::findings() const
+{
+    if (m_findings.isEmpty())
+        return m_package.contains(QLatin1String("lint")) ? plainFold(QStringLiteral("No findings")) : Markup();
+    QStringList counts;
+    QString worst;
+    Markup items;
+    for (const QLatin1String &severity : severities) {
+        const int found = count(severity.data());
+        if (found == 0)
+            continue;
+        counts.append(counted(found, severity));
+        if (worst.isEmpty())
+            worst = severity;
+        for (const QJsonValue &finding : m_findings) {
+            if (severityOf(finding.toObject()) == severity)
+                items += findingItem(finding.toObject());
+        }
+    }
+    return fold(QStringLiteral("findings ") + worst, counts.join(QStringLiteral(", ")), items);
+}
+
+// A package that could not be read has that as an error.
+qint64 CatalogCard::rank() const
+{
+    const qint64 most = RankStep - 1;
+    const qint64 errors = count("error") + (isUnreadable() ? 1 : 0);
+    return (qMin(errors, most) * RankStep + qMin<qint64>(count("warning"), most)) * RankStep
+           + qMin<qint64>(count("note"), most);
+}

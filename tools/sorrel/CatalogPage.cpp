@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "CatalogPage.h"
+
+#include "CatalogCard.h"
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QIODevice>
+
+namespace {
+
+QByteArray resource(const char *name)
+{
+    QFile file(QStringLiteral(":/catalog/") + QLatin1String(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QByteArray source(const QByteArray &content)
+{
+    return "'sha256-" + QCryptographicHash::hash(content, QCryptographicHash::Sha256).toBase64() + "'";
+}
+
+} // namespace
+
+// To XML, style and script are sections of plain characters; to HTML, the marks around them are comments.
+CatalogPage::CatalogPage(QIODevice *output, const QString &title)
+    : m_output(output),
+      m_title(title),
+      m_style("/*<![CDATA[*/\n" + resource("page.css") + "/*]]>*/"),
+      m_script("//<![CDATA[\n" + resource("page.js") + "//]]>\n"),
+      m_template(resource("page.html"))
+{
+    writeTemplate();
+}
+
+void CatalogPage::add(const QJsonObject &package)
+{
+    write(CatalogCard(package, ++m_count).markup().toUtf8());
+}
+
+bool CatalogPage::finish()
+{
+    writeTemplate();
+    // A file may take bytes into its buffer that the disk has no room for.
+    auto *file = qobject_cast<QFileDevice *>(m_output);
+    if (file != nullptr && !file->flush())
+        m_hasFailed = true;
+    return !m_hasFailed;
+}
+
+// Up to the cards, or to the end.
+void CatalogPage::writeTemplate()
+{
+    for (;;) {
+        const int start = m_template.indexOf("{{");
+        if (start < 0) {
+            write(m_template);
+            m_template.clear();
+            return;
+        }
+        const int end = m_template.indexOf("}}", start);
+        const QByteArray name = m_template.mid(start + 2, end - start - 2);
+        write(m_template.left(start));
+        m_template.remove(0, end + 2);
+        if (name == "cards")
+            return;
+        write(valueOf(name));
+    }
+}
+
+QByteArray CatalogPage::valueOf(const QByteArray &name) const
+{
+    if (name == "policy")
+        return "default-src 'none'; img-src data:; style-src " + source(m_style) + "; script-src " + source(m_script)
+               + "; base-uri 'none'; form-action 'none'";
+    if (name == "style")
+        return m_style;
+    if (name == "script")
+        return m_script;
+    if (name == "title")
+        return Markup::text(m_title).toUtf8();
+    Q_ASSERT(name == "count");
+    if (m_count == 0)
+        return "There is no package here.";
+    return m_count == 1 ? QByteArray("1 package") : QByteArray::number(m_count) + " packages";
+}
+
+void CatalogPage::write(const QByteArray &bytes)
+{
+    // What follows a gap would be a page that looks whole.
+    if (!m_hasFailed && m_output->write(bytes) != bytes.size())
+        m_hasFailed = true;
+}
