@@ -14,6 +14,7 @@ namespace {
 
 constexpr int FirstSdkVersion = 1;
 constexpr int PreviewSdkVersion = 10000;
+constexpr int MaxStandIns = 4;
 
 QString textOf(Package::Error error)
 {
@@ -167,7 +168,24 @@ QString Package::label(const QLocale &locale) const
 QImage Package::icon(int size, IconMask mask, QString *error) const
 {
     loaded();
-    return d->icon(applicationAttribute(*d, Attr::Icon), size, mask, error);
+    const XmlAttribute *const own = applicationAttribute(*d, Attr::Icon);
+    QImage image = d->icon(own, size, mask, error);
+    if (!image.isNull())
+        return image;
+    int standIns = 0;
+    for (const Launcher &launcher : launchers()) {
+        const XmlAttribute *const icon = launcher.d->innermost(Attr::Icon);
+        if (icon == own || !launcher.isShown())
+            continue;
+        QString launcherError;
+        image = d->icon(icon, size, mask, &launcherError);
+        // An application's icon that cannot be had stays a fault; one that it does not have is none.
+        if (!image.isNull() && own == nullptr && error != nullptr)
+            *error = launcherError;
+        if (!image.isNull() || ++standIns == MaxStandIns)
+            break;
+    }
+    return image;
 }
 
 QList<Launcher> Package::launchers() const

@@ -98,7 +98,12 @@ public:
     /// The application's label, as Launcher::labels() and Launcher::label() have it; packageName() when there is none.
     QMap<QString, QString> labels() const;
     QString label(const QLocale &locale = QLocale()) const;
-    /// The application's icon, as Launcher::icon() has it.
+    /**
+     * The application's icon, as Launcher::icon() has it. When the application has none, or none that can be had, that of
+     * the first launcher that is shown and has one of its own takes its place; up to four are tried, each at the cost of
+     * an icon. @p error is about the picture that is returned; when that stands in for an icon of the application, or
+     * there is none, it says why the application's could not be had.
+     */
     QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
 
     /// Every entry for home screens, the ones that are not shown included; each activity or alias once, in the order of
