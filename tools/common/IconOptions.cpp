@@ -13,7 +13,7 @@ IconOptions::IconOptions(int defaultSize)
 {
 }
 
-bool IconOptions::read(const QCommandLineParser &parser)
+bool IconOptions::readSize(const QCommandLineParser &parser)
 {
     bool isNumber = false;
     m_pixels = parser.value(m_size).toInt(&isNumber);
@@ -21,6 +21,11 @@ bool IconOptions::read(const QCommandLineParser &parser)
         m_error = QStringLiteral("'%1' is no size in pixels.").arg(parser.value(m_size));
         return false;
     }
+    return true;
+}
+
+bool IconOptions::readShape(const QCommandLineParser &parser)
+{
     const QString shape = parser.value(m_shape);
     if (shape == QLatin1String("none")) {
         m_mask = IconMask::None;

@@ -8,7 +8,7 @@
 #include <QCommandLineParser>
 #include <QString>
 
-/// The options `--size` and `--shape` of what draws icons.
+/// The options `--size` and `--shape` of what draws icons; the second alone, of what draws them in sizes of its own.
 class IconOptions
 {
 public:
@@ -19,8 +19,11 @@ public:
     explicit IconOptions(int defaultSize);
 
     void addTo(QCommandLineParser &parser) const { parser.addOptions({m_size, m_shape}); }
+    void addShapeTo(QCommandLineParser &parser) const { parser.addOption(m_shape); }
     /// Takes both from @p parser; false, and errorText() tells why, when one makes no sense.
-    bool read(const QCommandLineParser &parser);
+    bool read(const QCommandLineParser &parser) { return readSize(parser) && readShape(parser); }
+    /// The same for `--shape` alone.
+    bool readShape(const QCommandLineParser &parser);
 
     /// Pixels a side, at least 1; what is above MaxSize as it was asked for.
     int size() const { return m_pixels; }
@@ -28,6 +31,8 @@ public:
     QString errorText() const { return m_error; }
 
 private:
+    bool readSize(const QCommandLineParser &parser);
+
     const QCommandLineOption m_size;
     const QCommandLineOption m_shape;
     int m_pixels = 0;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "CatalogCommand.h"
 #include "Console.h"
 #include "FilesCommand.h"
 #include "IconCommand.h"
@@ -27,6 +28,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<IconCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<ScanCommand>());
+    commands.push_back(std::make_unique<CatalogCommand>());
     commands.push_back(std::make_unique<WorkerCommand>());
     return commands;
 }

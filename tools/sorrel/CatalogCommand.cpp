@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "CatalogCommand.h"
+
+#include "CatalogPage.h"
+#include "Console.h"
+#include "OutputFile.h"
+#include "PackageScan.h"
+
+#include <QJsonDocument>
+
+QString CatalogCommand::details() const
+{
+    return QStringLiteral(
+        "It has icons, labels in a language to choose, versions, launchers and what is odd, and needs "
+        "nothing beside it. A package that cannot be read is on it, too, with the reason.");
+}
+
+void CatalogCommand::addArguments(QCommandLineParser &parser) const
+{
+    parser.addPositionalArgument(
+        QStringLiteral("PATH"),
+        QStringLiteral("A package, a directory with packages (.apk, .apks, .xapk, .apkm) somewhere below, or '-' for a "
+                       "list of these on standard input, one on a line."),
+        QStringLiteral("PATH..."));
+}
+
+void CatalogCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOptions({m_output, m_title});
+    m_icon.addShapeTo(parser);
+    m_scan.addTo(parser);
+}
+
+int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/) const
+{
+    const QString program = QStringLiteral("sorrel catalog");
+    ScanOptions options(m_scan);
+    if (!options.read(parser))
+        return Console::wrongUsage(options.errorText(), program);
+    IconOptions icon(m_icon);
+    if (!icon.readShape(parser))
+        return Console::wrongUsage(icon.errorText(), program);
+    const QString output = parser.value(m_output);
+    if (output.isEmpty())
+        return Console::wrongUsage(QStringLiteral("'-o' has to name the page's file."), program);
+    OutputFile file(output);
+    if (!file.open()) {
+        Console::complain(output, file.errorString());
+        return CannotRead;
+    }
+
+    ReportContent content;
+    content.iconSize = IconSize;
+    content.iconMask = icon.mask();
+    content.includesLint = true;
+    PackageScan scan(options, content);
+    scan.add(parser.positionalArguments());
+    CatalogPage page(file.device(), parser.value(m_title));
+    const int status = scan.run(true, [&](const QByteArray &report) {
+        page.add(QJsonDocument::fromJson(report).object());
+        return true;
+    });
+    if (page.finish() && file.commit())
+        return status;
+    Console::complain(output, file.errorString());
+    return CannotRead;
+}

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CATALOGCOMMAND_H
+#define CATALOGCOMMAND_H
+
+#include "Command.h"
+#include "IconOptions.h"
+#include "ScanOptions.h"
+
+#include <QCommandLineOption>
+
+#include <limits>
+
+/// `sorrel catalog`: a page that shows packages.
+class CatalogCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("catalog"); }
+    QString summary() const override
+    {
+        return QStringLiteral("A page of every package below directories, to look at.");
+    }
+    QString details() const override;
+    int maxArguments() const override { return std::numeric_limits<int>::max(); }
+    bool waitsForEvents() const override { return true; }
+    void addArguments(QCommandLineParser &parser) const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    /// Pixels a side of icons: twice what they are shown with, for the screens that have them.
+    static constexpr int IconSize = 128;
+
+    const ScanOptions m_scan;
+    const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
+                                      QStringLiteral("Where to write the page."),
+                                      QStringLiteral("FILE.html")};
+    const QCommandLineOption m_title{QStringLiteral("title"), QStringLiteral("What stands above it."),
+                                     QStringLiteral("TITLE"), QStringLiteral("Android packages")};
+    const IconOptions m_icon{IconSize};
+};
+
+#endif
