@@ -128,6 +128,7 @@ Configuration Configuration::read(const ByteView &record)
     result.screenWidth = fields.u16(20);
     result.screenHeight = fields.u16(22);
     result.sdkVersion = fields.u16(24);
+    result.minorVersion = fields.u16(26);
     result.screenSize = fields.u8(28) & 0x0f;
     result.screenLong = (fields.u8(28) & 0x30) >> 4;
     result.layoutDirection = (fields.u8(28) & 0xc0) >> 6;
@@ -140,6 +141,7 @@ Configuration Configuration::read(const ByteView &record)
     if (fields.u8(ScriptWasDerivedAt) == 0)
         result.script = asciiAt(fields, 36, 4);
     result.variant = asciiAt(fields, 40, 8).toLower();
+    result.numberingSystem = asciiAt(fields, 53, 8).toLower();
     result.screenRound = fields.u8(48) & 0x03;
     result.wideColorGamut = fields.u8(49) & 0x03;
     result.hdr = (fields.u8(49) & 0x0c) >> 2;

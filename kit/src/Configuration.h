@@ -48,6 +48,7 @@ struct Configuration {
     QString region;   ///< two letters or three digits
     QString script;   ///< four letters, as "Latn"; empty also when the build tool has derived it from the language
     QString variant;  ///< lower case
+    QString numberingSystem; ///< the digits that the locale writes numbers with, as "latn"; not looked at by matches()
     int orientation = 0;
     int touchscreen = 0;
     int density = 0;
@@ -59,6 +60,7 @@ struct Configuration {
     int screenWidth = 0;
     int screenHeight = 0;
     int sdkVersion = 0;
+    int minorVersion = 0; ///< of sdkVersion; not looked at by matches()
     int screenSize = 0;
     int screenLong = 0;
     int layoutDirection = 0;

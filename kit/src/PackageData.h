@@ -41,7 +41,9 @@ public:
     QString fault() const { return m_fault; }
     const Manifest &manifest() const { return m_manifest; }
     const QStringList &splits() const { return m_splits; }
-    /// The tables of all packages; looks as a phone of 160 dots per inch.
+    /// The tables of all packages, the base's first.
+    const QVector<QSharedPointer<const ResourceTable>> &tables() const { return m_tables; }
+    /// Finds in the tables of all packages; looks as a phone of 160 dots per inch.
     const ResourceResolver &resolver() const { return m_resolver; }
     /// Names of the processors that there is native code for.
     QStringList nativeAbis();

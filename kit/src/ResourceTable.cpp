@@ -6,7 +6,9 @@ namespace SorrelKit {
 namespace {
 
 constexpr int PackageIdAt = 8;
+constexpr int NameAt = 12;
 constexpr int TypeStringsAt = 268;
+constexpr int KeyStringsAt = 276;
 
 quint8 packageIdOf(quint32 id)
 {
@@ -21,6 +23,16 @@ quint8 typeIdOf(quint32 id)
 int entryIndexOf(quint32 id)
 {
     return int(id & 0xffff);
+}
+
+// 128 UTF-16 units, or up to the first zero.
+QString packageName(const ByteView &package)
+{
+    constexpr int NameUnits = 128;
+    QString name;
+    for (int i = 0; i < NameUnits && package.u16(NameAt + 2 * i) != 0; ++i)
+        name += QChar(package.u16(NameAt + 2 * i));
+    return name;
 }
 
 } // namespace
@@ -55,7 +67,9 @@ void ResourceTable::readPackage(const ChunkView &chunk)
 {
     Package package;
     package.id = chunk.bytes().u8(PackageIdAt);
+    package.name = packageName(chunk.bytes());
     package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(TypeStringsAt)));
+    package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(KeyStringsAt)));
     ChunkList chunks(chunk.bytes(), chunk.headerSize());
     while (chunks.hasNext() && m_fault.isEmpty()) {
         const ChunkView child = chunks.next();

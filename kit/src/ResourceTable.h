@@ -37,6 +37,15 @@ public:
     /// Packages at most, as the library has it.
     static constexpr int MaxPackages = 256;
 
+    /// A package of the table, or a part of one.
+    struct Package {
+        quint8 id = 0;
+        QString name; ///< "org.example.notes"
+        StringPoolView typeNames;
+        StringPoolView keys;                     ///< names of entries, which EntryView::key() counts in
+        QHash<quint8, QVector<TypeChunk>> types; ///< by type id, each in the order of the table
+    };
+
     /// An empty table, valid.
     ResourceTable() = default;
     /// The table in @p bytes, which it keeps. When it is damaged, what stands before the fault can be asked for.
@@ -61,13 +70,10 @@ public:
     /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
     quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
 
-private:
-    struct Package {
-        quint8 id = 0;
-        StringPoolView typeNames;
-        QHash<quint8, QVector<TypeChunk>> types; ///< by type id, each in the order of the table
-    };
+    /// The packages in the order of the table.
+    const QVector<Package> &packages() const { return m_packages; }
 
+private:
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
     /// The id of the package that @p id is of.

@@ -38,6 +38,12 @@ TypedValue EntryView::value() const
     return TypedValue::read(m_bytes, m_bytes.u16(0));
 }
 
+EntryView::Item EntryView::item(qint64 number) const
+{
+    const qint64 at = m_bytes.u16(0) + number * ItemSize;
+    return {m_bytes.u32(at), TypedValue::read(m_bytes, at + 4)};
+}
+
 TypeChunk::TypeChunk(const ChunkView &chunk) : m_bytes(chunk.bytes())
 {
     constexpr int CountAt = 12;

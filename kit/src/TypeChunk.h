@@ -24,6 +24,12 @@ public:
     };
     static constexpr int ItemSize = 12;
 
+    /// One of a map: an attribute, a quantity or an index, and what it is.
+    struct Item {
+        quint32 name = 0;
+        TypedValue value;
+    };
+
     EntryView() = default;
     /// The entry at the start of @p bytes, which go to the end of its chunk; not valid when it does not end within them.
     explicit EntryView(const ByteView &bytes);
@@ -35,6 +41,12 @@ public:
     quint32 key() const { return isCompact() ? m_bytes.u16(0) : m_bytes.u32(4); }
     /// Precondition: !isMap().
     TypedValue value() const;
+    /// The resource that a map takes further items from; 0 for none. Precondition: isMap().
+    quint32 parent() const { return m_bytes.u32(8); }
+    /// Number of items, all of which are within bytes(). Precondition: isMap().
+    qint64 itemCount() const { return m_bytes.u32(12); }
+    /// Precondition: isMap(), and @p number is less than itemCount().
+    Item item(qint64 number) const;
     /// All of the entry, with its value or items.
     const ByteView &bytes() const { return m_bytes; }
 

@@ -112,6 +112,7 @@ public:
 
 private:
     friend class DrawableRenderer;
+    friend class Resources;
 
     const PackageData &loaded() const;
 

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ResourcesData.h"
+
+#include "ConfigurationText.h"
+
+#include <utility>
+
+namespace SorrelKit {
+
+void ResourcesData::load(const QVector<QSharedPointer<const ResourceTable>> &tables)
+{
+    m_index = std::make_unique<ResourceIndex>(tables);
+    m_names = std::make_unique<ResourceNames>(*m_index);
+    m_configurations.resize(std::size_t(m_index->chunkCount()));
+}
+
+bool ResourcesData::spend(qint64 steps)
+{
+    m_isComplete = m_steps.spend(steps) && m_isComplete;
+    return !m_steps.isSpent();
+}
+
+const QString &ResourcesData::configuration(const ResourceIndex::Value &source)
+{
+    QString &text = m_configurations.at(std::size_t(source.chunk));
+    if (text.isNull())
+        text = QLatin1String("") + configurationText(*source.configuration);
+    return text;
+}
+
+QVector<Resources::Value> ResourcesData::values(quint32 id)
+{
+    QVector<Resources::Value> values;
+    Room room;
+    const ResourceIndex::Range range = m_index->values(id);
+    for (int number = range.first; number < range.end; ++number) {
+        Resources::Value value;
+        if (!take(m_index->value(number), room, value))
+            break;
+        values.append(std::move(value));
+    }
+    return values;
+}
+
+Resources::Value ResourcesData::defaultValue(quint32 id)
+{
+    const ResourceIndex::Range range = m_index->values(id);
+    int chosen = range.first;
+    for (int number = range.first; number < range.end && spend(1); ++number) {
+        if (configuration(m_index->value(number)).isEmpty()) {
+            chosen = number;
+            break;
+        }
+    }
+    Room room;
+    Resources::Value value;
+    return !range.isEmpty() && take(m_index->value(chosen), room, value) ? value : Resources::Value();
+}
+
+bool ResourcesData::take(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
+{
+    if (!spend(StepsPerValue))
+        return false;
+    value.configuration = configuration(source);
+    if (source.entry.isMap())
+        return takeItems(source, room, value);
+    value.type = ValueText::typeWord(source.entry.value());
+    value.text = text(source.entry.value(), *source.table, room);
+    return !room.isFull;
+}
+
+bool ResourcesData::takeItems(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
+{
+    const EntryView &map = source.entry;
+    const ValueText texts(*m_names);
+    value.type = QStringLiteral("map");
+    if (map.parent() != 0)
+        value.text = text({ValueType::Reference, map.parent()}, *source.table, room);
+    for (qint64 number = 0; number < map.itemCount() && !room.isFull; ++number) {
+        const EntryView::Item item = map.item(number);
+        const QString name = texts.itemName(item.name);
+        if (!room.items.spend(1) || !spend(StepsPerItem) || !charge(name.size(), room)) {
+            room.isFull = true;
+            m_isComplete = false;
+            break;
+        }
+        value.items.append({name, ValueText::typeWord(item.value), text(item.value, *source.table, room)});
+    }
+    return !room.isFull;
+}
+
+QString ResourcesData::text(const TypedValue &value, const ResourceTable &table, Room &room)
+{
+    // One character more tells whether the text is whole.
+    QString text = ValueText(*m_names).text(value, table, ResourceTable::MaxStringLength + 1);
+    if (text.size() > ResourceTable::MaxStringLength) {
+        text.truncate(ResourceTable::MaxStringLength);
+        m_isComplete = false;
+    }
+    room.isFull = !charge(text.size(), room) || room.isFull;
+    return text;
+}
+
+bool ResourcesData::charge(int characters, Room &room)
+{
+    const bool hasRoom = room.characters.spend(characters);
+    m_isComplete = m_isComplete && hasRoom;
+    return spend(characters) && hasRoom;
+}
+
+} // namespace SorrelKit

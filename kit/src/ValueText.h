@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_VALUETEXT_H
+#define SORRELKIT_VALUETEXT_H
+
+#include "ResourceNames.h"
+#include "TypedValue.h"
+
+#include <QString>
+
+namespace SorrelKit {
+
+/**
+ * Texts of compiled values, as resource files have them: "@string/app_name", "48dp", "#ff204080". Data types are those of
+ * `Res_value`, names of items those of `ResTable_map`.
+ */
+class ValueText
+{
+public:
+    /// @p names outlives this object.
+    explicit ValueText(const ResourceNames &names) : m_names(names) {}
+
+    /// Of a string, which is one of @p table, at most @p maxLength characters; other texts have a few, but for names.
+    QString text(const TypedValue &value, const ResourceTable &table, int maxLength) const;
+    /// The word for the type of @p value ("dimension").
+    static QString typeWord(const TypedValue &value);
+    /// What a map calls an item: the name of an attribute ("attr/color"), the index in an array ("0"), a quantity
+    /// ("other"), or what an attribute tells of itself ("type").
+    QString itemName(quint32 name) const;
+
+private:
+    const ResourceNames &m_names;
+};
+
+} // namespace SorrelKit
+
+#endif
