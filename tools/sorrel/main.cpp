@@ -5,6 +5,7 @@
 #include "IconCommand.h"
 #include "InfoCommand.h"
 #include "ManifestCommand.h"
+#include "ResourcesCommand.h"
 #include "ScanCommand.h"
 #include "WorkerCommand.h"
 
@@ -26,6 +27,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<InfoCommand>());
     commands.push_back(std::make_unique<ManifestCommand>());
     commands.push_back(std::make_unique<IconCommand>());
+    commands.push_back(std::make_unique<ResourcesCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<CatalogCommand>());

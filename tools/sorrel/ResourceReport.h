@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef RESOURCEREPORT_H
+#define RESOURCEREPORT_H
+
+#include "TextStyle.h"
+
+#include <SorrelKit/Resources.h>
+
+#include <QJsonObject>
+#include <QString>
+
+/// What `sorrel resources` tells about resources of one package, each text for a person ready for a terminal.
+class ResourceReport
+{
+public:
+    /// The resources of @p package, whose file is called @p file.
+    ResourceReport(const QString &file, const SorrelKit::Package &package) : m_file(file), m_resources(package) {}
+
+    const SorrelKit::Resources &resources() const { return m_resources; }
+
+    /// How wide the names of all resources are, or MaxNameWidth.
+    int nameWidth() const;
+    /// The resource @p id on one line: its id, its name in @p nameWidth columns, and its default value. The line is cut to
+    /// @p columns, unless that is 0.
+    QString toLine(quint32 id, int nameWidth, int columns, const TextStyle &style) const;
+    /// The resource @p id with all of its values, each by its configuration and with its items, on lines of their own.
+    QString toText(quint32 id, const TextStyle &style) const;
+    /// The same for a program.
+    QJsonObject toJson(quint32 id) const;
+
+private:
+    static constexpr int MaxNameWidth = 40;
+
+    QString m_file;
+    SorrelKit::Resources m_resources;
+};
+
+#endif

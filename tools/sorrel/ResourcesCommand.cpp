@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ResourcesCommand.h"
+
+#include "Console.h"
+#include "ResourceReport.h"
+
+using SorrelKit::Package;
+
+QString ResourcesCommand::details() const
+{
+    return QStringLiteral(
+        "Each on a line: its id, its name, and the value that devices take when no other one fits them better. "
+        "With REF, all values of one resource, each with the devices that it is for.");
+}
+
+void ResourcesCommand::addArguments(QCommandLineParser &parser) const
+{
+    Command::addArguments(parser);
+    parser.addPositionalArgument(QStringLiteral("REF"),
+                                 QStringLiteral("A resource: string/app_name, @string/12 or 0x7f010003."),
+                                 QStringLiteral("[REF]"));
+}
+
+void ResourcesCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOption(m_json);
+}
+
+int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QStringList arguments = parser.positionalArguments();
+    const QString &file = arguments.constFirst();
+    const Package package(file);
+    const ResourceReport report(file, package);
+    int status = Success;
+    if (package.error() != Package::NoError) {
+        Console::complain(file, package.errorString());
+        status = CannotRead;
+    }
+    QVector<quint32> ids;
+    if (arguments.size() > 1) {
+        ids.append(report.resources().find(arguments.at(1)));
+        if (ids.constFirst() == 0) {
+            Console::complain(file, QStringLiteral("no resource %1").arg(arguments.at(1)));
+            return CannotRead;
+        }
+    } else {
+        ids = report.resources().ids();
+    }
+    const bool isList = arguments.size() == 1;
+    const int nameWidth = isList && !parser.isSet(m_json) ? report.nameWidth() : 0;
+    const int columns = console.columns();
+    for (const quint32 id : qAsConst(ids)) {
+        if (parser.isSet(m_json))
+            console.writeLine(report.toJson(id));
+        else
+            console.write(isList ? report.toLine(id, nameWidth, columns, console.style())
+                                 : report.toText(id, console.style()));
+    }
+    if (!report.resources().isComplete()) {
+        Console::complain(file, QStringLiteral("there are too many resources, or too long ones: some is left out"));
+        status = CannotRead;
+    }
+    return status;
+}

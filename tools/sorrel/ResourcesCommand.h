@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef RESOURCESCOMMAND_H
+#define RESOURCESCOMMAND_H
+
+#include "Command.h"
+
+#include <QCommandLineOption>
+
+/// `sorrel resources`: the resources of a package, or set of packages, with their names and values; or all values of one.
+class ResourcesCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("resources"); }
+    QString summary() const override { return QStringLiteral("The resources, with their names and values."); }
+    QString details() const override;
+    int maxArguments() const override { return 2; }
+    void addArguments(QCommandLineParser &parser) const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_json{QStringLiteral("json"),
+                                    QStringLiteral("One JSON object per resource, with all values, on one line.")};
+};
+
+#endif
