@@ -78,7 +78,7 @@ bool ResourcesData::takeItems(const ResourceIndex::Value &source, Room &room, Re
         value.text = text({ValueType::Reference, map.parent()}, *source.table, room);
     for (qint64 number = 0; number < map.itemCount() && !room.isFull; ++number) {
         const EntryView::Item item = map.item(number);
-        const QString name = texts.itemName(item.name);
+        const QString name = texts.itemName(map, item.name);
         if (!room.items.spend(1) || !spend(StepsPerItem) || !charge(name.size(), room)) {
             room.isFull = true;
             m_isComplete = false;

@@ -125,17 +125,18 @@ QString ValueText::typeWord(const TypedValue &value)
                            : QStringLiteral("type %1").arg(hexadecimal(quint32(value.type), 2));
 }
 
-QString ValueText::itemName(quint32 name) const
+QString ValueText::itemName(const EntryView &map, quint32 name) const
 {
-    // Items that are no attributes are numbered in a type 0 of package 1, and indices in package 2, which no resource has.
     constexpr quint32 FirstWord = 0x01000000;
     constexpr quint32 FirstIndex = 0x02000000;
+    constexpr quint32 OtherFirstIndex = 0x01000001;
     constexpr quint32 MaxIndex = 0xffff;
     constexpr const char *Words[] = {"type", "min", "max", "l10n", "other", "zero", "one", "two", "few", "many"};
+    const quint32 firstIndex = map.item(0).name == OtherFirstIndex ? OtherFirstIndex : FirstIndex;
+    if (name >= firstIndex && name - firstIndex <= MaxIndex)
+        return QString::number(name - firstIndex);
     if (name >= FirstWord && name - FirstWord < sizeof Words / sizeof *Words)
         return QLatin1String(Words[name - FirstWord]);
-    if (name >= FirstIndex && name - FirstIndex <= MaxIndex)
-        return QString::number(name - FirstIndex);
     const QString attribute = m_names.name(name);
     return attribute.isEmpty() ? hexadecimal(name, 8) : attribute;
 }
