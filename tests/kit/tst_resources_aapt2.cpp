@@ -5,6 +5,7 @@
 //
 // - numbers of dimensions, fractions and floats have six decimals there, and as many as they need here; of fractions, aapt2
 //   prints what 1 is for 100%; it takes negative dimensions and fractions for large ones;
+// - hexadecimal numbers have eight digits there, and as many as they need here;
 // - aapt2 sorts values by their configurations, and items by their names; here both are in the order of the table;
 // - what optimizers write in place of names is printed by aapt2, and not taken for a name here;
 // - aapt2 indents the lines of a text that has several, and does not tell the bounds of an attribute;
@@ -86,9 +87,9 @@ bool areNear(const QString &mine, const QString &theirs, double factor)
 }
 
 /// Compares texts of values without items; items have the same.
-bool isSame(const QString &type, const QString &mine, QString theirs)
+bool isSame(const QString &type, QString mine, QString theirs)
 {
-    static const QRegularExpression indent(latin("\n {6,9}"));
+    static const QRegularExpression indent(latin("\n +"));
     static const QRegularExpression number(latin("^(-?[0-9.e+-]+|-?inf|nan)(.*)$"));
     static const QRegularExpression styled(latin("^\\(styled string\\) (\".*\")(?: .*)?$"),
                                            QRegularExpression::DotMatchesEverythingOption);
@@ -96,8 +97,9 @@ bool isSame(const QString &type, const QString &mine, QString theirs)
     static const QRegularExpression hidden(latin("^([@?][a-z]+/)0_resource_name_obfuscated$"));
     static const QRegularExpression byNumber(latin("^([@?][a-z]+/)[0-9]+$"));
     if (type == QLatin1String("string")) {
-        const QString quoted = QLatin1Char('"') + mine + QLatin1Char('"');
         theirs.replace(indent, latin("\n"));
+        mine.replace(indent, latin("\n"));
+        const QString quoted = QLatin1Char('"') + mine + QLatin1Char('"');
         if (const auto match = file.match(theirs); match.hasMatch())
             return match.captured(1) == mine;
         if (theirs.startsWith(latin("(styled string) ")))
@@ -110,6 +112,8 @@ bool isSame(const QString &type, const QString &mine, QString theirs)
         return left.captured(2) == right.captured(2)
                && areNear(left.captured(1), right.captured(1), type == QLatin1String("fraction") ? 100 : 1);
     }
+    if (type == QLatin1String("integer") && mine.startsWith(latin("0x")))
+        return theirs.startsWith(latin("0x")) && theirs.toUInt(nullptr, 16) == mine.toUInt(nullptr, 16);
     if (const auto match = hidden.match(theirs); match.hasMatch())
         return byNumber.match(mine).captured(1) == match.captured(1);
     return mine == theirs;
