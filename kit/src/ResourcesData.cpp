@@ -11,7 +11,7 @@ void ResourcesData::load(const QVector<QSharedPointer<const ResourceTable>> &tab
 {
     m_index = std::make_unique<ResourceIndex>(tables);
     m_names = std::make_unique<ResourceNames>(*m_index);
-    m_configurations.resize(std::size_t(m_index->chunkCount()));
+    m_qualifiers.resize(std::size_t(m_index->chunkCount()));
 }
 
 bool ResourcesData::spend(qint64 steps)
@@ -20,12 +20,23 @@ bool ResourcesData::spend(qint64 steps)
     return !m_steps.isSpent();
 }
 
-const QString &ResourcesData::configuration(const ResourceIndex::Value &source)
+QString ResourcesData::configuration(const ResourceIndex::Value &source)
 {
-    QString &text = m_configurations.at(std::size_t(source.chunk));
-    if (text.isNull())
-        text = QLatin1String("") + configurationText(*source.configuration);
+    Qualifiers &known = m_qualifiers.at(std::size_t(source.chunk));
+    if (known.isKnown && (known.isDefault || !known.text.isEmpty()))
+        return known.text;
+    QString text = configurationText(*source.configuration);
+    known.isKnown = true;
+    known.isDefault = text.isEmpty();
+    if (text.size() <= MaxKeptQualifiers)
+        known.text = text;
     return text;
+}
+
+bool ResourcesData::isDefault(const ResourceIndex::Value &source)
+{
+    const Qualifiers &known = m_qualifiers.at(std::size_t(source.chunk));
+    return known.isKnown ? known.isDefault : configuration(source).isEmpty();
 }
 
 QVector<Resources::Value> ResourcesData::values(quint32 id)
@@ -47,7 +58,7 @@ Resources::Value ResourcesData::defaultValue(quint32 id)
     const ResourceIndex::Range range = m_index->values(id);
     int chosen = range.first;
     for (int number = range.first; number < range.end && spend(1); ++number) {
-        if (configuration(m_index->value(number)).isEmpty()) {
+        if (isDefault(m_index->value(number))) {
             chosen = number;
             break;
         }
@@ -59,9 +70,9 @@ Resources::Value ResourcesData::defaultValue(quint32 id)
 
 bool ResourcesData::take(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
 {
-    if (!spend(StepsPerValue))
-        return false;
     value.configuration = configuration(source);
+    if (!spend(StepsPerValue) || !charge(value.configuration.size(), room))
+        return false;
     if (source.entry.isMap())
         return takeItems(source, room, value);
     value.type = ValueText::typeWord(source.entry.value());

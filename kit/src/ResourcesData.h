@@ -49,16 +49,26 @@ private:
         bool isFull = false; ///< whether something did not fit
     };
 
+    /// Qualifiers of a type chunk, for which most values ask more than once. Long ones are not kept: a table may have
+    /// thousands that no build tool writes.
+    struct Qualifiers {
+        QString text;
+        bool isKnown = false;
+        bool isDefault = false;
+    };
+    static constexpr int MaxKeptQualifiers = 64;
+
     bool take(const ResourceIndex::Value &source, Room &room, Resources::Value &value);
     bool takeItems(const ResourceIndex::Value &source, Room &room, Resources::Value &value);
     QString text(const TypedValue &value, const ResourceTable &table, Room &room);
     bool charge(int characters, Room &room);
     bool spend(qint64 steps);
-    const QString &configuration(const ResourceIndex::Value &source);
+    QString configuration(const ResourceIndex::Value &source);
+    bool isDefault(const ResourceIndex::Value &source);
 
     std::unique_ptr<ResourceIndex> m_index;
     std::unique_ptr<ResourceNames> m_names;
-    std::vector<QString> m_configurations; ///< by type chunk; null when not asked for yet
+    std::vector<Qualifiers> m_qualifiers; ///< by type chunk
     Allowance m_steps{MaxSteps};
     bool m_isComplete = true;
 };
