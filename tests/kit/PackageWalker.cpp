@@ -2,6 +2,7 @@
 #include "PackageWalker.h"
 
 #include <SorrelKit/Package.h>
+#include <SorrelKit/Resources.h>
 
 using namespace SorrelKit;
 
@@ -23,6 +24,25 @@ qint64 visitTexts(const Package &package)
                                   package.targetSdkVersion() != 1, package.openGlEsVersion() != 0})
         count += int(isAnswered);
     return count;
+}
+
+// Names lead back to resources, though of several with one name to the first.
+qint64 visitResources(const Resources &resources)
+{
+    constexpr int MaxVisited = 1000;
+    const QVector<quint32> ids = resources.ids();
+    qint64 count = ids.size() + int(resources.isComplete());
+    for (int i = 0; i < ids.size(); i += 1 + ids.size() / MaxVisited) {
+        count += resources.name(ids.at(i)).size() + resources.defaultValue(ids.at(i)).text.size();
+        for (const Resources::Value &value : resources.values(ids.at(i)))
+            count += value.configuration.size() + value.text.size() + value.items.size();
+    }
+    for (const quint32 id : ids.mid(0, 3)) {
+        const quint32 found = resources.find(resources.name(id));
+        if (found == 0 || resources.name(found) != resources.name(id))
+            return -1;
+    }
+    return count + int(resources.find(QStringLiteral("string/app_name")) != 0);
 }
 
 } // namespace
@@ -47,7 +67,8 @@ qint64 visit(const Package &package, int iconCount, int iconSize)
         count += int(!icon.isNull()) + error.size();
         ++number;
     }
-    return isAsPromised(package.icon(iconSize), iconSize) ? count : -1;
+    const qint64 resources = visitResources(Resources(package));
+    return isAsPromised(package.icon(iconSize), iconSize) && resources >= 0 ? count + resources : -1;
 }
 
 } // namespace fixture

@@ -72,6 +72,11 @@ QByteArray mapOfItems(int count, int type = Integer, qint64 data = 1)
     return Bytes().u16(16).u16(1).u32(0).u32(0).u32(count).raw(mapItem(0x02000000, type, data).repeated(count)).data();
 }
 
+ResourceIndex indexOf(const PackageBuilder &package)
+{
+    return ResourceIndex({QSharedPointer<const ResourceTable>(new ResourceTable(tableOf(package)))});
+}
+
 // Asks for all that there is.
 void askAll(const QByteArray &bytes)
 {
@@ -111,32 +116,31 @@ private slots:
 
 void TestResourceLimits::valuesUpToTheCeiling()
 {
-    const ResourcesFixture most(tableOf(valuesOf(ResourceIndex::MaxValues)));
-    QCOMPARE(most.resources.ids().size(), int(ResourceIndex::MaxValues));
-    QVERIFY(most.resources.isComplete());
-    const ResourcesFixture more(tableOf(valuesOf(ResourceIndex::MaxValues + 1)));
-    QCOMPARE(more.resources.ids().size(), int(ResourceIndex::MaxValues));
-    QVERIFY(!more.resources.isComplete());
+    const ResourceIndex most = indexOf(valuesOf(ResourceIndex::MaxValues));
+    QCOMPARE(most.ids().size(), int(ResourceIndex::MaxValues));
+    QVERIFY(most.isComplete());
+    const ResourceIndex more = indexOf(valuesOf(ResourceIndex::MaxValues + 1));
+    QCOMPARE(more.ids().size(), int(ResourceIndex::MaxValues));
+    QVERIFY(!more.isComplete());
 }
 
 void TestResourceLimits::offsetsUpToTheCeiling()
 {
-    const auto fixture = [](qint64 count) {
-        const QByteArray full = sharedEntry(1, AllEntries, QByteArray());
+    // Offsets of nothing, but for the last one.
+    const auto index = [](qint64 count) {
         const int fullCount = int((count - 1) / AllEntries);
         const int rest = int(count - 1 - qint64(fullCount) * AllEntries);
-        return std::make_unique<ResourcesFixture>(tableOf(integers()
-                                                              .chunk(full.repeated(fullCount))
-                                                              .chunk(sharedEntry(1, rest, QByteArray()))
-                                                              .type(TypeBuilder(1).value(0, Integer, 1))));
+        return indexOf(integers()
+                           .chunk(sharedEntry(1, AllEntries, QByteArray()).repeated(fullCount))
+                           .chunk(sharedEntry(1, rest, QByteArray()))
+                           .type(TypeBuilder(1).value(0, Integer, 1)));
     };
-    const auto most = fixture(ResourceIndex::MaxSlots);
-    QCOMPARE(most->package.errorString(), QStringLiteral("no error"));
-    QCOMPARE(most->resources.ids().size(), 1);
-    QVERIFY(most->resources.isComplete());
-    const auto more = fixture(ResourceIndex::MaxSlots + 1);
-    QCOMPARE(more->resources.ids().size(), 0);
-    QVERIFY(!more->resources.isComplete());
+    const ResourceIndex most = index(ResourceIndex::MaxSlots);
+    QCOMPARE(most.ids().size(), 1);
+    QVERIFY(most.isComplete());
+    const ResourceIndex more = index(ResourceIndex::MaxSlots + 1);
+    QCOMPARE(more.ids().size(), 0);
+    QVERIFY(!more.isComplete());
 }
 
 void TestResourceLimits::stepsUpToTheCeiling()
