@@ -58,7 +58,7 @@ int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) co
                                  : report.toText(id, console.style()));
     }
     if (!report.resources().isComplete()) {
-        Console::complain(file, QStringLiteral("there are too many resources, or too long ones: some is left out"));
+        Console::complain(file, QStringLiteral("there are too many resources, or too long ones; some are left out"));
         status = CannotRead;
     }
     return status;
