@@ -175,7 +175,7 @@ void TestResourceTexts::texts_data()
             << type << data << QString::fromLatin1(word) << QString::fromUtf8(text);
     };
     const auto complex = [](int mantissa, int radix, int unit) {
-        return qint64(quint32(mantissa) * 256U % 0x100000000) | qint64(radix) << 4 | unit;
+        return (qint64(mantissa) * 256 & 0xffffffff) | qint64(radix) << 4 | unit;
     };
     row("null", 0x00, 0, "@null");
     row("null", 0x00, 1, "@empty");
