@@ -24,8 +24,8 @@ namespace SorrelKit {
 class ResourceIndex
 {
 public:
-    /// Offsets of all type chunks at most that are looked at: as many as a table of 128 MiB has with 4 bytes each. Those of
-    /// further chunks are left out.
+    /// Offsets of all type chunks at most that are looked at: as many as a table of 128 MiB has with 4 bytes each.
+    /// Those of further chunks are left out.
     static constexpr qint64 MaxSlots = 1 << 25;
     /// Values at most; further ones are left out.
     static constexpr int MaxValues = 1 << 21;
@@ -56,7 +56,8 @@ public:
     QVector<quint32> ids() const;
     int chunkCount() const { return int(m_chunks.size()); }
 
-    /// The values of the resource @p id, in the order of the tables. 0 as the package of an id is the application's own.
+    /// The values of the resource @p id, in the order of the tables. 0 as the package of an id is the application's
+    /// own.
     Range values(quint32 id) const;
     /// The values of all resources of the type @p typeId of the package @p packageId.
     Range valuesOfType(quint8 packageId, quint8 typeId) const;
@@ -64,8 +65,8 @@ public:
     Value value(int number) const;
     quint32 id(int number) const { return m_slots.at(std::size_t(number)).id; }
 
-    /// The name of the entry of value @p number; empty when there is none. Names that nothing can be referred to by are none:
-    /// those of digits alone, which are numbers of entries, and what optimizers write in place of every name.
+    /// The name of the entry of value @p number; empty when there is none. Names that nothing can be referred to by
+    /// are none: those of digits alone, which are numbers of entries, and what optimizers write in place of every name.
     QString entryName(int number) const;
     /// The package's own id: that of the first package of the first table that has one.
     quint8 packageId() const { return m_packageId; }

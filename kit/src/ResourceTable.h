@@ -57,8 +57,8 @@ public:
     /// Number of type chunks that can be asked for.
     int typeChunkCount() const { return m_typeChunks; }
 
-    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk. A package
-    /// may stand in the table in several parts.
+    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk. A
+    /// package may stand in the table in several parts.
     QVector<ResourceValue> values(quint32 id) const;
     /// The name of the resource's type ("mipmap"); empty when there is none.
     QString typeName(quint32 id) const;

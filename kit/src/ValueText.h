@@ -10,8 +10,8 @@
 namespace SorrelKit {
 
 /**
- * Texts of compiled values, as resource files have them: "@string/app_name", "48dp", "#ff204080". Data types are those of
- * `Res_value`, names of items those of `ResTable_map`.
+ * Texts of compiled values, as resource files have them: "@string/app_name", "48dp", "#ff204080". Data types are those
+ * of `Res_value`, names of items those of `ResTable_map`.
  */
 class ValueText
 {
@@ -23,9 +23,10 @@ public:
     QString text(const TypedValue &value, const ResourceTable &table, int maxLength) const;
     /// The word for the type of @p value ("dimension").
     static QString typeWord(const TypedValue &value);
-    /// What the map @p map calls its item @p name: the name of an attribute ("attr/color"), the index in an array ("0"), a
-    /// quantity ("other"), or what an attribute tells of itself ("type"). aapt counts the items of arrays from 0x02000000
-    /// on; aapt2 from 0x01000001, which elsewhere is a bound of an attribute, and never comes first there.
+    /// What the map @p map calls its item @p name: the name of an attribute ("attr/color"), the index in an array
+    /// ("0"), a quantity ("other"), or what an attribute tells of itself ("type"). aapt counts the items of arrays
+    /// from 0x02000000 on; aapt2 from 0x01000001, which elsewhere is a bound of an attribute, and never comes first
+    /// there.
     QString itemName(const EntryView &map, quint32 name) const;
 
 private:

@@ -52,7 +52,8 @@ inline QByteArray mapOf(const QVector<QByteArray> &items, qint64 parent = 0, int
     return bytes.data();
 }
 
-/// All that is answered about @p resources, in lines: of a resource its id and name, of a value and an item what it has.
+/// All that is answered about @p resources, in lines: of a resource its id and name, of a value and an item what it
+/// has.
 inline QStringList answers(const SorrelKit::Resources &resources)
 {
     const QLatin1Char bar('|');

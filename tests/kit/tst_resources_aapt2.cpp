@@ -3,8 +3,8 @@
 // The resources of packages as the kit answers them, and as `aapt2 dump resources` prints them. Answers are written as
 // aapt2 writes them, and compared as texts, but for these differences, which are of spelling:
 //
-// - numbers of dimensions, fractions and floats have six decimals there, and as many as they need here; of fractions, aapt2
-//   prints what 1 is for 100%; it takes negative dimensions and fractions for large ones;
+// - numbers of dimensions, fractions and floats have six decimals there, and as many as they need here; of fractions,
+// aapt2   prints what 1 is for 100%; it takes negative dimensions and fractions for large ones;
 // - hexadecimal numbers have eight digits there, and as many as they need here;
 // - aapt2 sorts values by their configurations, and items by their names; here both are in the order of the table;
 // - what optimizers write in place of names is printed by aapt2, and not taken for a name here;

@@ -20,7 +20,8 @@ public:
 
     /// How wide the names of all resources are, or MaxNameWidth.
     int nameWidth() const;
-    /// The resource @p id on one line: its id, its name in @p nameWidth columns, and its default value. The line is cut to
+    /// The resource @p id on one line: its id, its name in @p nameWidth columns, and its default value. The line is
+    /// cut to
     /// @p columns, unless that is 0.
     QString toLine(quint32 id, int nameWidth, int columns, const TextStyle &style) const;
     /// The resource @p id with all of its values, each by its configuration and with its items, on lines of their own.

@@ -14,8 +14,8 @@ namespace SorrelKit {
 class ResourcesData;
 
 /**
- * The resources of a package and its splits: what there is, under which names, and every value of it. Tables are read in
- * every encoding that build tools write (`ResTable_header` and what follows in Android's ResourceTypes.h).
+ * The resources of a package and its splits: what there is, under which names, and every value of it. Tables are read
+ * in every encoding that build tools write (`ResTable_header` and what follows in Android's ResourceTypes.h).
  *
  *     const Resources resources{Package(fileName)};
  *     for (quint32 id : resources.ids())
@@ -31,8 +31,8 @@ class ResourcesData;
  * **Limits.** Names, texts and values that are beyond the ceilings of docs/limits.md are left out, or cut, and then
  * isComplete() is false; names that are too long count as missing.
  *
- * **Threads and copies.** Copies share what was found, and keep the package open, which is cheap. An object, its copies and
- * its package are used from one thread at a time. Answers are the caller's.
+ * **Threads and copies.** Copies share what was found, and keep the package open, which is cheap. An object, its
+ * copies and its package are used from one thread at a time. Answers are the caller's.
  *
  * @since 0.5.1
  */
@@ -41,9 +41,9 @@ class SORRELKIT_EXPORT Resources
 public:
     /// One item of an array, a style, a plural or an attribute's description. @since 0.5.1
     struct Item {
-        /// Of an array the index ("0"); of a plural the quantity ("other"); of a style the attribute, as name() has it, or
-        /// its id ("0x010100d4") when the package has no such resource; of an attribute "type", "min", "max" or "l10n",
-        /// or the id of one of its words ("id/left").
+        /// Of an array the index ("0"); of a plural the quantity ("other"); of a style the attribute, as name() has
+        /// it, or its id ("0x010100d4") when the package has no such resource; of an attribute "type", "min", "max" or
+        /// "l10n", or the id of one of its words ("id/left").
         QString name;
         QString type; ///< as Value::type
         QString text; ///< as Value::text
@@ -51,15 +51,16 @@ public:
 
     /// One value of a resource. @since 0.5.1
     struct Value {
-        /// The qualifiers as a resource directory has them ("de-rAT-land-hdpi-v21", "b+sr+Latn"); empty for the default.
+        /// The qualifiers as a resource directory has them ("de-rAT-land-hdpi-v21", "b+sr+Latn"); empty for the
+        /// default.
         QString configuration;
         /// "string", "reference", "attribute" (of the theme), "color", "dimension", "fraction", "float", "integer",
         /// "boolean", "null", or "map" for what has items; "type 0x09" for a type that has no word.
         QString type;
-        /// As a resource file has it: a string as it is, which may be the path of a file in the package; "@string/name",
-        /// or "@0x01040000" for what the package does not have; "?attr/name"; "#aarrggbb"; "48dp"; "50%", and "50%p" of
-        /// the parent; integers decimal or hexadecimal, as they are stored; "true"; "@null" and "@empty". Of a map a
-        /// reference to its parent, as styles have it; empty without one.
+        /// As a resource file has it: a string as it is, which may be the path of a file in the package;
+        /// "@string/name", or "@0x01040000" for what the package does not have; "?attr/name"; "#aarrggbb"; "48dp";
+        /// "50%", and "50%p" of the parent; integers decimal or hexadecimal, as they are stored; "true"; "@null" and
+        /// "@empty". Of a map a reference to its parent, as styles have it; empty without one.
         QString text;
         QVector<Item> items; ///< of a map, in the order of the table
     };
@@ -71,30 +72,30 @@ public:
     ~Resources();
 
     /**
-     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, ascending; empty when there
-     * are none. Goes over the values, up to two million of them, but decodes none.
+     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, ascending; empty when
+     * there are none. Goes over the values, up to two million of them, but decodes none.
      * @since 0.5.1
      */
     QVector<quint32> ids() const;
 
     /**
-     * The name of the resource @p id: "string/app_name". One of a package in the tables that is not the application's own,
-     * which is the first of the first table, has that package's name ahead: "com.example.library:string/ok". Where the table
-     * keeps no name for the entry, its decimal number takes the place: "string/12"; so it does for names of digits alone, and
-     * for the names that optimizers give to every resource. Where it keeps no name for the type, this is the id:
-     * "0x7f010003".
+     * The name of the resource @p id: "string/app_name". One of a package in the tables that is not the application's
+     * own, which is the first of the first table, has that package's name ahead: "com.example.library:string/ok".
+     * Where the table keeps no name for the entry, its decimal number takes the place: "string/12"; so it does for
+     * names of digits alone, and for the names that optimizers give to every resource. Where it keeps no name for the
+     * type, this is the id: "0x7f010003".
      *
-     * Empty when the resource has no value. Several resources may have one name. Costs a binary search. The characters may
-     * be any that are in the file.
+     * Empty when the resource has no value. Several resources may have one name. Costs a binary search. The characters
+     * may be any that are in the file.
      * @since 0.5.1
      */
     QString name(quint32 id) const;
 
     /**
-     * The id of the resource that @p reference means: "@string/app_name", "string/app_name", with a package as name() has
-     * it or the application's own, "@string/12" with the entry as a decimal number, as ApkFile::getManifest() has it, or an id,
-     * "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one name the one with the
-     * lowest id.
+     * The id of the resource that @p reference means: "@string/app_name", "string/app_name", with a package as name()
+     * has it or the application's own, "@string/12" with the entry as a decimal number, as ApkFile::getManifest() has
+     * it, or an id, "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one
+     * name the one with the lowest id.
      *
      * 0 when there is none that has a value. By name, decodes the names of all resources of the type.
      * @since 0.5.1
@@ -102,18 +103,18 @@ public:
     quint32 find(const QString &reference) const;
 
     /**
-     * Every value of the resource @p id, base before splits, in the order of the tables; references are not followed. Empty
-     * when there is no such resource.
+     * Every value of the resource @p id, base before splits, in the order of the tables; references are not followed.
+     * Empty when there is no such resource.
      *
-     * One answer has up to 65,536 items and 4,194,304 characters. What all calls take together is limited, too, so that the
-     * values of all resources can be asked for whatever the package holds; beyond that, answers are empty.
+     * One answer has up to 65,536 items and 4,194,304 characters. What all calls take together is limited, too, so
+     * that the values of all resources can be asked for whatever the package holds; beyond that, answers are empty.
      * @since 0.5.1
      */
     QVector<Value> values(quint32 id) const;
 
     /**
-     * The value of values() without qualifiers, or the first when each has some; a value of empty texts when there is no such
-     * resource. Costs less than all values, and counts for the same limits.
+     * The value of values() without qualifiers, or the first when each has some; a value of empty texts when there is
+     * no such resource. Costs less than all values, and counts for the same limits.
      * @since 0.5.1
      */
     Value defaultValue(quint32 id) const;
