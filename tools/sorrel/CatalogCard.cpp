@@ -152,7 +152,9 @@ QString CatalogCard::title() const
     QString title = defaultLabel(m_launchers.at(0).toObject());
     if (title.isEmpty())
         title = labelText(text("package"));
-    return title.isEmpty() ? labelText(text("file").section(QLatin1Char('/'), -1)) : title;
+    if (title.isEmpty())
+        title = labelText(text("file").section(QLatin1Char('/'), -1));
+    return title.isEmpty() ? QStringLiteral("Unnamed") : title;
 }
 
 Markup CatalogCard::icon() const
