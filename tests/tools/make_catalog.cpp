@@ -41,14 +41,24 @@ QJsonArray findings(const QString &fileName)
     return findings;
 }
 
-QString icon(const QString &file)
+QJsonObject labels(const SorrelKit::Package &package)
 {
-    const SorrelKit::Package package(file);
+    QJsonObject labels;
+    const QMap<QString, QString> byLanguage = package.labels();
+    for (auto label = byLanguage.cbegin(); label != byLanguage.cend(); ++label)
+        labels.insert(label.key(), label.value());
+    return labels;
+}
+
+QString icon(const SorrelKit::Package &package)
+{
     QImage image;
     for (const SorrelKit::Launcher &launcher : package.launchers()) {
         if (image.isNull())
             image = launcher.icon(IconSize, SorrelKit::IconMask::Squircle);
     }
+    if (image.isNull())
+        image = package.icon(IconSize, SorrelKit::IconMask::Squircle);
     if (image.isNull())
         return {};
     QByteArray png;
@@ -84,7 +94,9 @@ void addSamples(CatalogPage *page, const QString &directory)
     for (const QFileInfo &file : files) {
         QJsonObject json = PackageReport(file.filePath(), false).toJson();
         json.insert(latin("file"), latin("samples/") + file.fileName());
-        json.insert(latin("icon"), icon(file.filePath()));
+        const SorrelKit::Package package(file.filePath());
+        json.insert(latin("labels"), labels(package));
+        json.insert(latin("icon"), icon(package));
         json.insert(latin("lint"), findings(file.fileName()));
         page->add(json);
     }
@@ -126,7 +138,7 @@ void addMany(CatalogPage *page, const QString &samples)
 {
     const QStringList tags =
         latin("ar cs da de el en-GB es fi fr he hi id it ja ko nl pl pt-BR ru zh-CN").split(QLatin1Char(' '));
-    const QString picture = icon(samples + latin("/babel.aapt2.apk"));
+    const QString picture = icon(SorrelKit::Package(samples + latin("/babel.aapt2.apk")));
     for (int i = 0; i < Many; ++i) {
         const QString number = QString::number(i);
         QJsonObject labels{{QString(), latin("Application ") + number}};

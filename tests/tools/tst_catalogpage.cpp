@@ -180,6 +180,7 @@ private slots:
     void charactersThatAreNotShown();
     void longLabelsAreCut();
     void labelsOfLanguages();
+    void labelsOfAPackageWithoutLaunchers();
     void titleOfACard_data();
     void titleOfACard();
     void keysMayBeMissing();
@@ -367,6 +368,17 @@ void TestCatalogPage::labelsOfLanguages()
     QCOMPARE(page.texts("label"), QStringList(latin("Notes of today")));
 }
 
+void TestCatalogPage::labelsOfAPackageWithoutLaunchers()
+{
+    QJsonObject json = package();
+    json.insert(latin("labels"), QJsonObject{{QString(), latin("<b>")}, {latin("de"), latin("Galerie")}});
+    const Parsed page(pageOf({json}));
+    QCOMPARE(page.error, QString());
+    QCOMPARE(page.named("h2").first().firstChildElement().attribute(latin("data-labels")), latin("=<b>\nde=Galerie"));
+    json.insert(latin("launchers"), QJsonArray{launcher({})});
+    QVERIFY(!Parsed(pageOf({json})).named("h2").first().firstChildElement().hasAttribute(latin("data-labels")));
+}
+
 void TestCatalogPage::titleOfACard_data()
 {
     QTest::addColumn<QJsonObject>("json");
@@ -376,6 +388,11 @@ void TestCatalogPage::titleOfACard_data()
     QTest::newRow("no label for every language")
         << package({launcher({{latin("de"), latin("Notizen")}})}) << "org.x.Main";
     QTest::newRow("no launcher") << package() << "org.x";
+    QJsonObject labelled = package();
+    labelled.insert(latin("labels"), QJsonObject{{QString(), latin("Gallery")}, {latin("de"), latin("Galerie")}});
+    QTest::newRow("label of the application") << labelled << "Gallery";
+    labelled.insert(latin("labels"), QJsonObject{{latin("de"), latin("Galerie")}});
+    QTest::newRow("label of the application in one language") << labelled << "org.x";
     QTest::newRow("file alone") << QJsonObject{{latin("file"), latin("/packages/<x>.apk")}} << "<x>.apk";
     QTest::newRow("nothing") << QJsonObject() << "Unnamed";
 }

@@ -50,25 +50,36 @@ bool isPng(const QString &base64)
               });
 }
 
-QString defaultLabel(const QJsonObject &launcher)
+// Of a launcher, or of a package.
+QString defaultLabel(const QJsonObject &labelled)
 {
-    const QString label = labelText(valueOf(launcher.value(QLatin1String("labels")).toObject(), ""));
+    return labelText(valueOf(labelled.value(QLatin1String("labels")).toObject(), ""));
+}
+
+QString launcherLabel(const QJsonObject &launcher)
+{
+    const QString label = defaultLabel(launcher);
     return label.isEmpty() ? labelText(valueOf(launcher, "name")) : label;
 }
 
-Markup launcherItem(const QJsonObject &launcher)
+QStringList labelLines(const QJsonObject &labelled)
 {
     QStringList lines;
-    const QJsonObject labels = launcher.value(QLatin1String("labels")).toObject();
+    const QJsonObject labels = labelled.value(QLatin1String("labels")).toObject();
     for (auto label = labels.begin(); label != labels.end(); ++label) {
         const QString text = labelText(label.value().toString());
         if (!text.isEmpty() && isLanguageTag(label.key()))
             lines.append(label.key() + QLatin1Char('=') + text);
     }
+    return lines;
+}
+
+Markup launcherItem(const QJsonObject &launcher)
+{
     const QString name = valueOf(launcher, "name");
     const QString className = valueOf(launcher, "class");
-    Markup item = Markup::element("bdi", {{"class", QStringLiteral("label")}, {"data-labels", lines}},
-                                  Markup::text(defaultLabel(launcher)));
+    Markup item = Markup::element("bdi", {{"class", QStringLiteral("label")}, {"data-labels", labelLines(launcher)}},
+                                  Markup::text(launcherLabel(launcher)));
     item += Markup::element("code", {{"class", QStringLiteral("name")}, {"dir", QStringLiteral("ltr")}},
                             Markup::text(name));
     if (className != name)
@@ -149,7 +160,7 @@ QString CatalogCard::text(const char *key) const
 
 QString CatalogCard::title() const
 {
-    QString title = defaultLabel(m_launchers.at(0).toObject());
+    QString title = m_launchers.isEmpty() ? defaultLabel(m_package) : launcherLabel(m_launchers.at(0).toObject());
     if (title.isEmpty())
         title = labelText(text("package"));
     if (title.isEmpty())
@@ -173,7 +184,11 @@ Markup CatalogCard::icon() const
 
 Markup CatalogCard::head() const
 {
-    Markup names = Markup::element("h2", {{"id", m_labelId}}, Markup::element("bdi", title()));
+    // The title of a package with launchers is the first one's label, which is written there.
+    const Markup label = m_launchers.isEmpty() && m_package.contains(QLatin1String("labels"))
+                             ? Markup::element("bdi", {{"data-labels", labelLines(m_package)}}, Markup::text(title()))
+                             : Markup::element("bdi", title());
+    Markup names = Markup::element("h2", {{"id", m_labelId}}, label);
     // Without a label, the package's name is the title already.
     if (!text("package").isEmpty() && title() != text("package"))
         names += Markup::element("code", {{"class", QStringLiteral("package")}, {"dir", QStringLiteral("ltr")}},

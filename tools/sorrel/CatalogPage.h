@@ -24,8 +24,9 @@ public:
     CatalogPage(QIODevice *output, const QString &title);
 
     /**
-     * Writes a card of @p package: an object as PackageReport::toJson() makes it, with two more keys, either of which may
-     * be missing. "icon" is a picture in the format PNG, in base64. "lint" is an array of findings, each an object of the
+     * Writes a card of @p package: an object as PackageReport::toJson() makes it, with three more keys, each of which
+     * may be missing. "labels" is the application's label by language, as launchers have theirs; it is shown when there is
+     * no launcher. "icon" is a picture in the format PNG, in base64. "lint" is an array of findings, each an object of the
      * texts "check" (the name of what was checked), "severity" ("note", "warning" or "error") and "text".
      *
      * Keys that are missing, or of another type, count as empty.

@@ -118,10 +118,11 @@
 
     const readCard = (node) => {
         const title = node.querySelector("h2 bdi");
+        const launchers = [...node.querySelectorAll(".label")].map(readLauncher);
         return {
             node,
             title,
-            launchers: [...node.querySelectorAll(".label")].map(readLauncher),
+            launchers: title.dataset.labels ? [readLauncher(title)] : launchers,
             name: (node.querySelector(".package") ?? title).textContent,
             sdk: Number(node.dataset.sdk),
             rank: Number(node.dataset.rank),
@@ -229,14 +230,15 @@
         tags.delete("");
         const collator = new Intl.Collator();
         const options = [...tags].map((tag) => {
-            const option = new Option(languageName(tag), tag);
-            if (parse(tag)) {
+            const name = languageName(tag);
+            // In the direction of its own language, which does not turn the menu.
+            const option = new Option(`\u2068${name}\u2069`, tag);
+            if (parse(tag))
                 option.lang = tag;
-                option.dir = "auto";
-            }
-            return option;
+            return { name, option };
         });
-        language.append(...options.sort((a, b) => collator.compare(a.text, b.text)));
+        options.sort((a, b) => collator.compare(a.name, b.name));
+        language.append(...options.map(({ option }) => option));
         // What is for every language is English in most packages, and is what a reader of English is given.
         for (const wanted of navigator.languages) {
             const tag = choose([...tags, ""], wanted);
