@@ -111,6 +111,13 @@ class PageTest(unittest.TestCase):
     def find(self, name):
         return self.driver.find_element(By.ID, name)
 
+    def lay_out_everything(self):
+        """What is far from the window, too."""
+        self.run_script("""
+            for (const card of document.querySelectorAll(".card"))
+                card.style.contentVisibility = "visible";
+        """)
+
     def cards(self):
         return self.run_script(CARDS)
 
@@ -154,8 +161,9 @@ class Reading(PageTest):
         self.assertEqual(self.find("count").get_attribute("role"), "status")
 
     def test_pictures_are_shown(self):
-        self.run_script("for (const card of document.querySelectorAll('.card')) card.style.contentVisibility = 'visible'")
-        sizes = self.run_script("return [...document.images].map((image) => [image.src.slice(0, 22), image.naturalWidth])")
+        self.lay_out_everything()
+        sizes = self.run_script(
+            "return [...document.images].map((image) => [image.src.slice(0, 22), image.naturalWidth])")
         self.assertGreaterEqual(len(sizes), 6)
         for source, width in sizes:
             self.assertEqual(source, "data:image/png;base64,")
@@ -181,7 +189,7 @@ class Reading(PageTest):
             self.assertIn("Content Security Policy", refusal)
 
     def test_structure_for_screen_readers(self):
-        self.run_script("for (const card of document.querySelectorAll('.card')) card.style.contentVisibility = 'visible'")
+        self.lay_out_everything()
         nodes = self.driver.execute_cdp_cmd("Accessibility.getFullAXTree", {})["nodes"]
         names = {}
         for node in nodes:
@@ -437,7 +445,7 @@ class Keyboard(PageTest):
         self.assertEqual(self.run_script("return document.querySelectorAll('.card[tabindex=\"0\"]').length"), 1)
         self.search("notes.aapt2.apk")
         self.assertEqual(
-            self.run_script("return document.querySelector('.card[tabindex=\"0\"] .file').textContent.split('/').pop()"),
+            self.run_script("return document.querySelector('.card[tabindex=\"0\"] .file').textContent").split("/")[-1],
             "notes.aapt2.apk")
 
 
@@ -630,8 +638,9 @@ class Many(PageTest):
             };
             type(1);
         """)
-        print(f"2000 packages: loaded in {loaded:.0f} ms; first key {first:.0f} ms, others {statistics.median(keys):.1f} ms "
-              f"(at most {max(keys):.0f}), up to the next frame {statistics.median(frames):.0f} ms; "
+        print(f"2000 packages: loaded in {loaded:.0f} ms; first key {first:.0f} ms, others "
+              f"{statistics.median(keys):.1f} ms (at most {max(keys):.0f}), up to the next frame "
+              f"{statistics.median(frames):.0f} ms; "
               f"language {language:.0f} ms, order {order:.0f} ms")
         self.assertLess(statistics.median(keys), 100)
         self.assertLess(first, 1500)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// make_catalog SAMPLES PAGE PAGE_OF_MANY: a page of the sample packages below the directory SAMPLES and of some that were
-// made to harm it, and one of as many packages as a large collection has.
+// make_catalog SAMPLES PAGE PAGE_OF_MANY: a page of the sample packages below the directory SAMPLES and of some that
+// were made to harm it, and one of as many packages as a large collection has.
 #include "CatalogPage.h"
 #include "PackageReport.h"
 

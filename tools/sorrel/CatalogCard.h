@@ -11,9 +11,10 @@
 /**
  * The card of one package on a CatalogPage: an item of a list.
  *
- * It shows labels as they are for every language. The script of the page finds the others in the attribute `data-labels`
- * of a launcher's label, or of the title where there is no launcher, a line each of a language tag, "=" and the label; and what it sorts by in `data-sdk` and
- * `data-rank` of the card, of which the latter is 0 when there are no findings, and grows with their severity and number.
+ * It shows labels as they are for every language. The script of the page finds the others in the attribute
+ * `data-labels` of a launcher's label, or of the title where there is no launcher: a line each of a language tag, "="
+ * and the label. What it sorts by is in `data-sdk` and `data-rank` of the card, of which the latter is 0 when there are
+ * no findings, and grows with their severity and number.
  */
 class CatalogCard
 {

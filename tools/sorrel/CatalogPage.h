@@ -9,9 +9,9 @@
 class QIODevice;
 
 /**
- * Writes one page of HTML that shows packages, a card each. The page needs nothing but itself: style, script and pictures
- * are in it, and its policy lets a browser load and run nothing else. Without a script it is a plain list; the script
- * searches, sorts, filters and switches the language of the labels.
+ * Writes one page of HTML that shows packages, a card each. The page needs nothing but itself: style, script and
+ * pictures are in it, and its policy lets a browser load and run nothing else. Without a script it is a plain list; the
+ * script searches, sorts, filters and switches the language of the labels.
  *
  * The page is well-formed XML as well. Equal packages give equal bytes.
  *
@@ -25,9 +25,9 @@ public:
 
     /**
      * Writes a card of @p package: an object as PackageReport::toJson() makes it, with three more keys, each of which
-     * may be missing. "labels" is the application's label by language, as launchers have theirs; it is shown when there is
-     * no launcher. "icon" is a picture in the format PNG, in base64. "lint" is an array of findings, each an object of the
-     * texts "check" (the name of what was checked), "severity" ("note", "warning" or "error") and "text".
+     * may be missing. "labels" is the application's label by language, as launchers have theirs; it is shown when there
+     * is no launcher. "icon" is a picture in the format PNG, in base64. "lint" is an array of findings, each an object
+     * of the texts "check" (the name of what was checked), "severity" ("note", "warning" or "error") and "text".
      *
      * Keys that are missing, or of another type, count as empty.
      */

@@ -18,12 +18,13 @@ struct MarkupAttribute {
 };
 
 /**
- * Text for a page that is both HTML and well-formed XML. Markup is made of elements and of texts, and there is no way to
- * make it of a text as it is: each one, and each value of an attribute, goes through the same function, which leaves
+ * Text for a page that is both HTML and well-formed XML. Markup is made of elements and of texts, and there is no way
+ * to make it of a text as it is: each one, and each value of an attribute, goes through the same function, which leaves
  * nothing in it that either language could take for markup.
  *
  * Characters that are not to be seen, or that change the direction of what stands beside them, become U+FFFD: controls,
- * separators of lines, embeddings, overrides and isolates of direction, halves of surrogate pairs, and what is no character.
+ * separators of lines, embeddings, overrides and isolates of direction, halves of surrogate pairs, and what is no
+ * character.
  */
 class Markup
 {

@@ -95,13 +95,20 @@
 
     /* Cards */
 
-    // Without case and without marks above and below letters. "ς" is the "σ" of the end of a word.
+    // Marks above and below letters: of Latin, Greek and Cyrillic; of Hebrew; of Arabic; and common ones.
+    const marks = new RegExp(
+        "[\\u0300-\\u036f\\u1ab0-\\u1aff\\u1dc0-\\u1dff\\u0591-\\u05c7" +
+            "\\u0610-\\u061a\\u0640\\u064b-\\u065f\\u0670\\u20d0-\\u20ff\\ufe20-\\ufe2f]",
+        "g",
+    );
+
+    // Without case and without marks. "ς" is the "σ" of the end of a word.
     const fold = (text) =>
         text
             .toUpperCase()
             .toLowerCase()
             .normalize("NFKD")
-            .replace(/[\u0300-\u036f\u0591-\u05c7\u0610-\u061a\u0640\u064b-\u065f\u0670\u1ab0-\u1aff\u1dc0-\u1dff\u20d0-\u20ff\ufe20-\ufe2f]/g, "")
+            .replace(marks, "")
             .replaceAll("ς", "σ");
 
     const readLauncher = (node) => {
