@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// make_catalog SAMPLES PAGE PAGE_OF_MANY: a page of the sample packages below the directory SAMPLES and of some that
-// were made to harm it, and one of as many packages as a large collection has.
+// make_catalog HOSTILE MANY: a page of packages whose texts are made to harm it, and one of as many packages as a large
+// collection has.
 #include "CatalogPage.h"
-#include "PackageReport.h"
 
 #include <QBuffer>
-#include <QDir>
+#include <QCoreApplication>
 #include <QFile>
-#include <QGuiApplication>
 #include <QImage>
 #include <QJsonArray>
 #include <QTextStream>
@@ -27,40 +25,10 @@ QJsonObject finding(const char *check, const char *severity, const char *text)
     return {{latin("check"), latin(check)}, {latin("severity"), latin(severity)}, {latin("text"), latin(text)}};
 }
 
-QJsonArray findings(const QString &fileName)
+QString picture()
 {
-    QJsonArray findings;
-    if (fileName.startsWith(latin("babel.")))
-        findings.append(finding("xml-only-icon", "warning", "The icon is drawn from XML alone."));
-    if (fileName.startsWith(latin("vectors.")) || fileName.startsWith(latin("gallery.")))
-        findings.append(finding("missing-translation", "note", "The label is there in one language."));
-    if (fileName.startsWith(latin("kiosk."))) {
-        findings.append(finding("no-launcher", "error", "No home screen shows this package."));
-        findings.append(finding("old-target", "warning", "The package was made for Android 4.4."));
-    }
-    return findings;
-}
-
-QJsonObject labels(const SorrelKit::Package &package)
-{
-    QJsonObject labels;
-    const QMap<QString, QString> byLanguage = package.labels();
-    for (auto label = byLanguage.cbegin(); label != byLanguage.cend(); ++label)
-        labels.insert(label.key(), label.value());
-    return labels;
-}
-
-QString icon(const SorrelKit::Package &package)
-{
-    QImage image;
-    for (const SorrelKit::Launcher &launcher : package.launchers()) {
-        if (image.isNull())
-            image = launcher.icon(IconSize, SorrelKit::IconMask::Squircle);
-    }
-    if (image.isNull())
-        image = package.icon(IconSize, SorrelKit::IconMask::Squircle);
-    if (image.isNull())
-        return {};
+    QImage image(IconSize, IconSize, QImage::Format_ARGB32);
+    image.fill(0xff2d6a4c);
     QByteArray png;
     QBuffer buffer(&png);
     buffer.open(QIODevice::WriteOnly);
@@ -86,20 +54,6 @@ QJsonObject package(const QString &file, const QString &name, const QString &lab
             {latin("versionName"), latin("1.0")},
             {latin("minSdkVersion"), 21},
             {latin("launchers"), QJsonArray{launcher(name + latin(".Main"), {{QString(), label}})}}};
-}
-
-void addSamples(CatalogPage *page, const QString &directory)
-{
-    const QFileInfoList files = QDir(directory).entryInfoList({latin("*.apk")}, QDir::Files, QDir::Name);
-    for (const QFileInfo &file : files) {
-        QJsonObject json = PackageReport(file.filePath(), false).toJson();
-        json.insert(latin("file"), latin("samples/") + file.fileName());
-        const SorrelKit::Package package(file.filePath());
-        json.insert(latin("labels"), labels(package));
-        json.insert(latin("icon"), icon(package));
-        json.insert(latin("lint"), findings(file.fileName()));
-        page->add(json);
-    }
 }
 
 // Each of these sets the title or a flag of the window where it runs.
@@ -133,12 +87,31 @@ void addHostile(CatalogPage *page)
     page->add(unread);
 }
 
+// From none to the worst.
+void addFindings(CatalogPage *page)
+{
+    const QVector<QJsonArray> findings{
+        {},
+        {finding("missing-translation", "note", "The label is there in one language.")},
+        {finding("xml-only-icon", "warning", "The icon is drawn from XML alone.")},
+        {finding("xml-only-icon", "warning", "The icon is drawn from XML alone."),
+         finding("missing-translation", "note", "The label is there in one language.")},
+        {finding("no-launcher", "error", "No home screen shows this package.")},
+    };
+    for (int i = 0; i < findings.size(); ++i) {
+        QJsonObject json =
+            package(latin("made/findings%1.apk").arg(i), latin("org.example.findings%1").arg(i), latin("Findings"));
+        json.insert(latin("lint"), findings.at(i));
+        page->add(json);
+    }
+}
+
 // Labels as a common application has them: a few launchers, twenty languages.
-void addMany(CatalogPage *page, const QString &samples)
+void addMany(CatalogPage *page)
 {
     const QStringList tags =
         latin("ar cs da de el en-GB es fi fr he hi id it ja ko nl pl pt-BR ru zh-CN").split(QLatin1Char(' '));
-    const QString picture = icon(SorrelKit::Package(samples + latin("/babel.aapt2.apk")));
+    const QString icon = picture();
     for (int i = 0; i < Many; ++i) {
         const QString number = QString::number(i);
         QJsonObject labels{{QString(), latin("Application ") + number}};
@@ -147,7 +120,7 @@ void addMany(CatalogPage *page, const QString &samples)
         const QString name = latin("org.example.number") + number;
         QJsonObject json = package(latin("collection/directory/number%1.apk").arg(number), name, QString());
         json.insert(latin("minSdkVersion"), 14 + i % 20);
-        json.insert(latin("icon"), picture);
+        json.insert(latin("icon"), icon);
         json.insert(latin("launchers"),
                     QJsonArray{launcher(name + latin(".Main"), labels), launcher(name + latin(".Settings"), labels)});
         if (i % 3 == 0)
@@ -160,22 +133,22 @@ void addMany(CatalogPage *page, const QString &samples)
 
 int main(int argc, char *argv[])
 {
-    const QGuiApplication application(argc, argv);
-    const QStringList arguments = QGuiApplication::arguments();
-    if (arguments.size() != 4) {
-        QTextStream(stderr) << "Usage: make_catalog SAMPLES PAGE PAGE_OF_MANY\n";
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.size() != 3) {
+        QTextStream(stderr) << "Usage: make_catalog HOSTILE MANY\n";
         return 2;
     }
-    QFile file(arguments.at(2));
-    QFile fileOfMany(arguments.at(3));
-    if (!file.open(QIODevice::WriteOnly) || !fileOfMany.open(QIODevice::WriteOnly)) {
+    QFile hostileFile(arguments.at(1));
+    QFile fileOfMany(arguments.at(2));
+    if (!hostileFile.open(QIODevice::WriteOnly) || !fileOfMany.open(QIODevice::WriteOnly)) {
         QTextStream(stderr) << "make_catalog: the pages cannot be written\n";
         return 1;
     }
-    CatalogPage page(&file, latin("Sample packages"));
-    addSamples(&page, arguments.at(1));
-    addHostile(&page);
-    CatalogPage pageOfMany(&fileOfMany, latin("Many packages"));
-    addMany(&pageOfMany, arguments.at(1));
-    return page.finish() && pageOfMany.finish() ? 0 : 1;
+    CatalogPage hostile(&hostileFile, latin("Made packages"));
+    addHostile(&hostile);
+    addFindings(&hostile);
+    CatalogPage many(&fileOfMany, latin("Many packages"));
+    addMany(&many);
+    return hostile.finish() && many.finish() ? 0 : 1;
 }
