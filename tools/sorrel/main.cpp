@@ -4,6 +4,7 @@
 #include "FilesCommand.h"
 #include "IconCommand.h"
 #include "InfoCommand.h"
+#include "LintCommand.h"
 #include "ManifestCommand.h"
 #include "ResourcesCommand.h"
 #include "ScanCommand.h"
@@ -29,6 +30,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<IconCommand>());
     commands.push_back(std::make_unique<ResourcesCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
+    commands.push_back(std::make_unique<LintCommand>());
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<CatalogCommand>());
     commands.push_back(std::make_unique<WorkerCommand>());

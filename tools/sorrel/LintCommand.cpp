@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "LintCommand.h"
+
+#include "Console.h"
+#include "LintChecks.h"
+#include "PackageLint.h"
+#include "PrintableText.h"
+
+#include <QJsonObject>
+
+namespace {
+
+QString severityText(Severity severity, const TextStyle &style)
+{
+    constexpr int width = 7;
+    const QString text = severityName(severity).leftJustified(width);
+    switch (severity) {
+    case Severity::Note:
+        return style.key(text);
+    case Severity::Warning:
+        return style.warning(text);
+    case Severity::Error:
+        return style.error(text);
+    }
+    return text;
+}
+
+void listChecks(Console &console)
+{
+    constexpr int nameWidth = 22;
+    for (const LintCheck *check : LintChecks::All)
+        console.write(QStringLiteral("%1  %2  %3\n")
+                          .arg(QString::fromLatin1(check->name).leftJustified(nameWidth),
+                               severityText(check->severity, console.style()), QLatin1String(check->meaning)));
+}
+
+QString findingLine(const Finding &finding, const TextStyle &style)
+{
+    const QString subject =
+        finding.subject.isEmpty() ? QString() : style.strong(printableText(finding.subject)) + QStringLiteral(": ");
+    return QStringLiteral("  ") + severityText(finding.severity, style) + QStringLiteral("  ") + subject
+           + printableText(finding.text) + style.faint(QStringLiteral(" (%1)").arg(finding.check)) + QLatin1Char('\n');
+}
+
+QString textOf(const QString &file, const PackageLint &lint, const TextStyle &style)
+{
+    QString text = style.title(printableText(file)) + QLatin1Char('\n');
+    for (const Finding &finding : lint.findings())
+        text += findingLine(finding, style);
+    return lint.findings().isEmpty() ? text + QStringLiteral("  nothing odd\n") : text;
+}
+
+QJsonObject jsonOf(const QString &file, const PackageLint &lint)
+{
+    return {
+        {QStringLiteral("file"), file},
+        {QStringLiteral("error"),
+         QJsonObject{{QStringLiteral("code"), lint.errorCode()}, {QStringLiteral("text"), lint.errorText()}}},
+        {QStringLiteral("lint"), lint.toJson()},
+    };
+}
+
+} // namespace
+
+QString LintCommand::details() const
+{
+    return QStringLiteral(
+        "An error is what cannot be read or installed, a warning what some readers see otherwise or not at "
+        "all, a note what is good to know. The exit status does not depend on them.");
+}
+
+void LintCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOptions({m_json, m_checks});
+}
+
+int LintCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QStringList files = parser.positionalArguments();
+    if (parser.isSet(m_checks)) {
+        listChecks(console);
+        return Success;
+    }
+    if (files.isEmpty())
+        return Console::wrongUsage(QStringLiteral("A file is missing."), QStringLiteral("sorrel lint"));
+    int status = Success;
+    bool isFirst = true;
+    for (const QString &file : files) {
+        const PackageLint lint(file);
+        if (lint.failed()) {
+            Console::complain(file, lint.errorText());
+            status = CannotRead;
+        }
+        if (parser.isSet(m_json)) {
+            console.writeLine(jsonOf(file, lint));
+        } else if (!lint.failed() || !lint.findings().isEmpty()) {
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + textOf(file, lint, console.style()));
+            isFirst = false;
+        }
+        console.flush();
+    }
+    return status;
+}

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef LINTCOMMAND_H
+#define LINTCOMMAND_H
+
+#include "Command.h"
+
+#include <QCommandLineOption>
+
+#include <limits>
+
+/// `sorrel lint`: what is odd in packages, and what their readers would trip over.
+class LintCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("lint"); }
+    QString summary() const override
+    {
+        return QStringLiteral("What is odd in packages, and what readers would trip over.");
+    }
+    QString details() const override;
+    /// `--checks` takes none; run() asks for one otherwise.
+    int minArguments() const override { return 0; }
+    int maxArguments() const override { return std::numeric_limits<int>::max(); }
+    void addArguments(QCommandLineParser &parser) const override
+    {
+        parser.addPositionalArgument(QStringLiteral("FILE"), fileText(), QStringLiteral("FILE..."));
+    }
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per file, on one line.")};
+    const QCommandLineOption m_checks{QStringLiteral("checks"),
+                                      QStringLiteral("Lists the checks, and what they mean.")};
+};
+
+#endif

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "PackageLint.h"
+
+#include "ArchiveLint.h"
+#include "FindingList.h"
+#include "LauncherLint.h"
+#include "ReaderLint.h"
+
+#include <QJsonObject>
+
+PackageLint::PackageLint(const QString &fileName)
+{
+    FindingList findings;
+    ArchiveLint archive(fileName, &findings);
+    archive.run();
+    const SorrelKit::Package package(fileName);
+    m_errorCode = package.error();
+    m_errorText = package.errorString();
+    ReaderLint(fileName, package, &findings).run();
+    if (package.isValid()) {
+        archive.checkTable(package.targetSdkVersion());
+        LauncherLint(package, &findings).run();
+    }
+    m_findings = findings.findings();
+}
+
+QJsonArray PackageLint::toJson() const
+{
+    QJsonArray array;
+    for (const Finding &finding : m_findings)
+        array.append(QJsonObject{{QStringLiteral("check"), finding.check},
+                                 {QStringLiteral("severity"), severityName(finding.severity)},
+                                 {QStringLiteral("subject"), finding.subject},
+                                 {QStringLiteral("text"), finding.text}});
+    return array;
+}
