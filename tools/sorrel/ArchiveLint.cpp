@@ -82,12 +82,13 @@ void ArchiveLint::checkMember(const ZipDirectory::Member &member)
         m_findings->add(
             UnknownMethod, subject,
             QStringLiteral("The member has the compression method %1, and packages have only 0 (stored) and 8 "
-                           "(deflated); libsorrel does not read it.")
+                           "(deflated); readers need not know another one.")
                 .arg(member.method));
     if (m_names.contains(member.name))
-        m_findings->add(DuplicateName, subject,
-                        QStringLiteral("The archive has another member of this name before, which is the one that "
-                                       "libsorrel reads; other readers may take this one."));
+        m_findings->add(
+            DuplicateName, subject,
+            QStringLiteral("The archive has another member of this name before it, and readers differ in which one "
+                           "they take."));
     m_names.insert(member.name);
     checkName(member.name, subject);
     checkHeader(member, subject);

@@ -55,15 +55,22 @@ void LauncherLint::checkNames(const Launcher &launcher)
 
 void LauncherLint::checkIcon(const Launcher &launcher)
 {
+    constexpr quint32 PlatformPackage = 0x01;
     const IconState icon = iconState(launcher);
     const QString fault = FindingList::shortened(icon.fault);
-    if (!icon.isDrawn && launcher.iconResource() == 0 && icon.fault.isEmpty())
+    const quint32 resource = launcher.iconResource();
+    if (!icon.isDrawn && resource == 0 && icon.fault == QLatin1String("there is no icon"))
         m_findings->add(NoIcon, launcher.name(),
                         QStringLiteral("The launcher names no icon; home screens show their own."));
+    else if (!icon.isDrawn && resource >> 24 == PlatformPackage)
+        m_findings->add(
+            PlatformIcon, launcher.name(),
+            QStringLiteral("The launcher's icon is 0x%1 of Android itself, which the package does not hold; "
+                           "devices show it, and other hosts show none.")
+                .arg(resource, 8, 16, QLatin1Char('0')));
     else if (!icon.isDrawn)
         m_findings->add(UnresolvedIcon, launcher.name(),
-                        QStringLiteral("The launcher's icon cannot be had (%1); hosts show none.")
-                            .arg(fault.isEmpty() ? QStringLiteral("it leads nowhere") : fault));
+                        QStringLiteral("The launcher's icon cannot be had (%1), and hosts show none.").arg(fault));
     else if (!fault.isEmpty())
         m_findings->add(
             PartialIcon, launcher.name(),

@@ -115,6 +115,8 @@ inline constexpr LintCheck ForeignClass{"foreign-class", Severity::Note,
                                         "A launcher's class is outside of the package's own name."};
 inline constexpr LintCheck NoLabel{"no-label", Severity::Warning, "A launcher has no label that can be had."};
 inline constexpr LintCheck NoIcon{"no-icon", Severity::Note, "A launcher names no icon; home screens show their own."};
+inline constexpr LintCheck PlatformIcon{"platform-icon", Severity::Note,
+                                        "A launcher's icon is one of Android's own, which the package does not hold."};
 inline constexpr LintCheck UnresolvedIcon{"unresolved-icon", Severity::Warning,
                                           "A launcher's icon cannot be had: it leads nowhere, or cannot be drawn."};
 inline constexpr LintCheck PartialIcon{"partial-icon", Severity::Note,
@@ -170,6 +172,7 @@ inline constexpr const LintCheck *All[] = {
     &ForeignClass,
     &NoLabel,
     &NoIcon,
+    &PlatformIcon,
     &UnresolvedIcon,
     &PartialIcon,
     &XmlOnlyIcon,

@@ -161,9 +161,11 @@ void ReaderLint::readTable()
     const LibraryLog log;
     SequentialBytes device(m_table);
     ApkResources resources;
-    if (!resources.load(&device))
+    // Of a table that was misread, the lines before the fault may be about anything.
+    if (resources.load(&device))
+        tellTableLines(log.lines());
+    else
         setError(BadTable, faultIn(log.lines(), QStringLiteral("Error extracting resources: ")));
-    tellTableLines(log.lines());
 }
 
 void ReaderLint::readManifest()
@@ -203,31 +205,27 @@ void ReaderLint::readManifest()
 
 void ReaderLint::tellTableLines(const QMap<QString, int> &lines)
 {
-    tellChunks(UnknownTableChunk, tableName, lines, QStringLiteral("Skipping unexpected "),
-               QStringLiteral("The resource table has chunks of types that libsorrel skips (%1), %2."));
-    tellChunks(
-        UnknownStringPool, tableName, lines, QStringLiteral("Skipping unknown string pool at "),
-        QStringLiteral("The resource table has string pools that nothing refers to (their contents begin at %1, in "
-                       "hexadecimal digits), %2."));
+    tellLines(UnknownTableChunk, tableName, lines, QStringLiteral("Skipping unexpected "),
+              QStringLiteral("The resource table has chunks of types that libsorrel skips, %1 (%2)."));
+    tellLines(UnknownStringPool, tableName, lines, QStringLiteral("Skipping unknown string pool at "),
+              QStringLiteral("The resource table has string pools that nothing refers to, %1."));
 }
 
 void ReaderLint::tellManifestLines(const QMap<QString, int> &lines)
 {
-    tellChunks(UnknownManifestChunk, manifestName, lines, QStringLiteral("Unexpected chunk "),
-               QStringLiteral("The manifest has chunks of types that libsorrel skips (%1), %2."));
-    tellChunks(
-        UndeclaredNamespace, manifestName, lines, QStringLiteral("Unknown namespace "),
-        QStringLiteral("The manifest uses namespaces that it does not declare (%1), %2; readers that go by prefixes "
-                       "do not find what is in them."));
-    tellChunks(
-        UndeclaredNamespace, manifestName, lines, QStringLiteral("Android namespace not defined"),
-        QStringLiteral("The manifest uses Android's attributes and does not declare their namespace%1, %2; readers "
-                       "that go by prefixes do not find them."));
+    tellLines(UnknownManifestChunk, manifestName, lines, QStringLiteral("Unexpected chunk "),
+              QStringLiteral("The manifest has chunks of types that libsorrel skips, %1 (%2)."));
+    tellLines(UndeclaredNamespace, manifestName, lines, QStringLiteral("Unknown namespace "),
+              QStringLiteral("The manifest uses namespaces that it does not declare, %1 (%2), and readers that go by "
+                             "prefixes do not find what is in them."));
+    tellLines(UndeclaredNamespace, manifestName, lines, QStringLiteral("Android namespace not defined"),
+              QStringLiteral("The manifest uses Android's attributes and does not declare their namespace, %1, and "
+                             "readers that go by prefixes do not find them."));
 }
 
-// One finding for all lines that begin with @p start: what follows in some of them, and how many there are.
-void ReaderLint::tellChunks(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
-                            const QString &start, const QString &text)
+// One finding for all lines that begin with @p start: how many there are, and what follows in some of them.
+void ReaderLint::tellLines(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
+                           const QString &start, const QString &text)
 {
     constexpr int MostNames = 5;
     QStringList names;
@@ -244,8 +242,10 @@ void ReaderLint::tellChunks(const LintCheck &check, const QString &subject, cons
         else if (names.size() == MostNames)
             names.append(QStringLiteral("..."));
     }
+    const bool isNamed = text.contains(QLatin1String("%2"));
     if (count > 0)
-        m_findings->add(check, subject, text.arg(names.join(QStringLiteral(", ")), times(count)));
+        m_findings->add(check, subject,
+                        isNamed ? text.arg(times(count), names.join(QStringLiteral(", "))) : text.arg(times(count)));
 }
 
 void ReaderLint::setError(ApkFileError error, const QString &fault)

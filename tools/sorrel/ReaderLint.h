@@ -40,8 +40,8 @@ private:
     void readManifest();
     void tellTableLines(const QMap<QString, int> &lines);
     void tellManifestLines(const QMap<QString, int> &lines);
-    void tellChunks(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
-                    const QString &start, const QString &text);
+    void tellLines(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
+                   const QString &start, const QString &text);
     void tellError();
     void setError(ApkFileError error, const QString &fault = QString());
 

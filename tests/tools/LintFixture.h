@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef LINTFIXTURE_H
+#define LINTFIXTURE_H
+
+#include "Apk.h"
+
+#include <QByteArray>
+#include <QString>
+#include <QVector>
+
+/// Packages in which `sorrel lint` finds nothing, in parts of which each can be put wrong.
+namespace fixture {
+
+constexpr qint64 LabelResource = 0x7f010000;
+constexpr qint64 IconResource = 0x7f020000;
+
+/// What a manifest of one launcher says.
+struct LintManifest {
+    QString package = QStringLiteral("org.x"); ///< none when it is null
+    int minSdk = 23;
+    int targetSdk = 23;
+    /// The activity's name, label and icon, and further attributes; none of what is left out.
+    QVector<Attribute> activity = {androidText(QStringLiteral("name"), QStringLiteral(".Main")),
+                                   androidReference(QStringLiteral("label"), LabelResource),
+                                   androidReference(QStringLiteral("icon"), IconResource)};
+    int launchers = 1;
+    QByteArray chunk;                                ///< before the end of the root
+    bool isDeclared = true;                          ///< the namespace of Android's attributes
+    QString closing = QStringLiteral("application"); ///< the name at the end of the application
+};
+QByteArray lintManifest(const LintManifest &manifest = {});
+
+/// The table's package, with the types string and drawable, and no value.
+PackageBuilder lintPackage();
+/// A label at LabelResource.
+TypeBuilder labelType();
+/// An icon at IconResource, which is the file res/icon.png.
+TypeBuilder iconType();
+/// That file in the table, as the icon in the configuration @p config.
+TypeBuilder xmlIconType(const QByteArray &config = ConfigBuilder().build());
+/// A table of @p package, whose strings these types use.
+QByteArray lintTable(const PackageBuilder &package);
+QByteArray lintTable();
+
+/// The icon's file, which is a PNG.
+Member lintIcon();
+/// A file of the icon that is XML: an element @p root with a colour. It is drawn when @p root is "color".
+Member xmlIcon(const QString &root);
+
+/// The package of a table, a manifest, the icon and other members.
+QByteArray lintPackageFile(const QByteArray &table = lintTable(), const QByteArray &manifest = lintManifest(),
+                           const QVector<Member> &others = {});
+
+} // namespace fixture
+
+#endif
