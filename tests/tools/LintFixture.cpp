@@ -5,6 +5,9 @@ namespace fixture {
 
 namespace {
 
+const char *const tableName = "resources.arsc";
+const char *const manifestName = "AndroidManifest.xml";
+
 constexpr qint64 ColorAttribute = 0x010101a5;
 constexpr int ColorType = 0x1c;
 
@@ -111,6 +114,30 @@ Member xmlIcon(const QString &root)
 QByteArray lintPackageFile(const QByteArray &table, const QByteArray &manifest, const QVector<Member> &others)
 {
     return package(table, manifest, QVector<Member>{lintIcon()} + others);
+}
+
+QVector<RawMember> lintMembers(const QVector<RawMember> &others, const QByteArray &manifest)
+{
+    return QVector<RawMember>{{manifestName, manifest}, {tableName, lintTable()}, {"res/icon.png", lintIcon().content}}
+           + others;
+}
+
+QByteArray lintPackageWithTableAt(int distance)
+{
+    LintManifest manifest;
+    manifest.targetSdk = 30;
+    constexpr int HeaderSize = 30;
+    constexpr int Alignment = 4;
+    RawMember table{tableName, lintTable()};
+    table.extraSize = (Alignment - (HeaderSize + table.name.size()) % Alignment) % Alignment + distance;
+    return rawZip({table, {manifestName, lintManifest(manifest)}, {"res/icon.png", lintIcon().content}});
+}
+
+QByteArray lintPackageWithChunk(const QByteArray &chunk)
+{
+    LintManifest manifest;
+    manifest.chunk = chunk;
+    return lintPackageFile(lintTable(), lintManifest(manifest));
 }
 
 } // namespace fixture

@@ -3,6 +3,7 @@
 #define LINTFIXTURE_H
 
 #include "Apk.h"
+#include "RawZip.h"
 
 #include <QByteArray>
 #include <QString>
@@ -50,6 +51,13 @@ Member xmlIcon(const QString &root);
 /// The package of a table, a manifest, the icon and other members.
 QByteArray lintPackageFile(const QByteArray &table = lintTable(), const QByteArray &manifest = lintManifest(),
                            const QVector<Member> &others = {});
+
+/// The same, stored: the members of the archive, and others.
+QVector<RawMember> lintMembers(const QVector<RawMember> &others = {}, const QByteArray &manifest = lintManifest());
+/// The same, made for Android 11; the resource table's bytes stand @p distance behind a multiple of 4.
+QByteArray lintPackageWithTableAt(int distance);
+/// The same, with the chunk @p chunk in its manifest.
+QByteArray lintPackageWithChunk(const QByteArray &chunk);
 
 } // namespace fixture
 
