@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Bytes.h"
+#include "Cost.h"
+#include "LintCases.h"
+#include "LintFixture.h"
+#include "LogCapture.h"
+#include "PackageLint.h"
+#include "Pictures.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+#include <vector>
+
+using namespace fixture;
+
+namespace {
+
+constexpr qint64 FirstString = LabelResource;
+constexpr int StringType = 1;
+constexpr int DrawableType = 2;
+
+// An attribute of each launcher that refers to the entry of its number.
+QByteArray launchersThatRefer(int count, const QString &attribute)
+{
+    const QString activity = QStringLiteral("activity");
+    XmlBuilder builder = XmlBuilder::manifest(Encoding::Utf8);
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
+        .start(QStringLiteral("application"));
+    for (int i = 0; i < count; ++i)
+        builder
+            .start(activity, {androidText(QStringLiteral("name"), QStringLiteral(".A%1").arg(i)),
+                              androidReference(attribute, FirstString + i)})
+            .launcherFilter()
+            .end(activity);
+    return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
+}
+
+// Entries of which each refers to the next, among chunks that have nothing for them.
+QByteArray chain(int length, int emptyChunks)
+{
+    TypeBuilder type(StringType);
+    for (int i = 0; i < length; ++i)
+        type.value(i, Reference, FirstString + i + 1);
+    return lintTable(lintPackage().type(type).chunk(
+        TypeBuilder(StringType, ConfigBuilder(4).build()).build().repeated(emptyChunks)));
+}
+
+QByteArray sparseTypes(int count)
+{
+    TypeBuilder type(StringType);
+    type.encoding(TableEncoding::Sparse);
+    for (int i = 0; i < 0xffff; ++i)
+        type.offset(i, 0);
+    type.unlisted(simpleEntry(String, 0));
+    return lintTable(lintPackage().chunk(type.build().repeated(count)));
+}
+
+// Icons of as many files, each of which is drawn by itself.
+QByteArray launchersOfLargePictures()
+{
+    constexpr int Count = 60;
+    TypeBuilder type(DrawableType);
+    QStringList paths;
+    QVector<Member> pictures;
+    for (int i = 0; i < Count; ++i) {
+        paths.append(QStringLiteral("res/%1.png").arg(i));
+        type.value(i, String, i);
+        pictures.append({paths.last(), blackPng(3000, 3000)});
+    }
+    const QByteArray table = TableBuilder().strings(paths).package(lintPackage().type(type)).build();
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
+        .start(QStringLiteral("application"));
+    for (int i = 0; i < Count; ++i)
+        builder
+            .start(QStringLiteral("activity"), {androidText(QStringLiteral("name"), QStringLiteral(".A%1").arg(i)),
+                                                androidReference(QStringLiteral("icon"), IconResource + i)})
+            .launcherFilter()
+            .end(QStringLiteral("activity"));
+    return package(table, builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build(), pictures);
+}
+
+// Layers that are all the icon itself.
+QByteArray iconOfItself()
+{
+    const QString drawable = QStringLiteral("drawable");
+    XmlBuilder builder;
+    builder.attributeId(drawable, 0x01010199).startNamespace(QStringLiteral("android"), androidUri);
+    builder.start(QStringLiteral("layer-list"));
+    for (int i = 0; i < 1000; ++i)
+        builder.empty(QStringLiteral("item"), {androidReference(drawable, IconResource)});
+    builder.end(QStringLiteral("layer-list"));
+    return lintPackageFile(lintTable(lintPackage().type(labelType()).type(xmlIconType())), lintManifest(),
+                           {{QStringLiteral("res/icon.xml"), builder.build()}});
+}
+
+QByteArray manyMembers(const QByteArray &name, int count, int localSize)
+{
+    QVector<RawMember> members;
+    for (int i = 0; i < count; ++i) {
+        RawMember member{name + QByteArray::number(i), "a"};
+        member.flags = 1;
+        member.method = 12;
+        member.localSize = localSize;
+        members.append(member);
+    }
+    return rawZip(members);
+}
+
+// Members that are all one, whose name is as long as may be.
+QByteArray oneMemberManyTimes(int count)
+{
+    const QByteArray name(0xffff, 'a');
+    QVector<RawMember> members{{name, "a"}};
+    for (int i = 1; i < count; ++i) {
+        RawMember member{name, QByteArray()};
+        member.headerAt = 0;
+        member.localName = "";
+        members.append(member);
+    }
+    return rawZip(members);
+}
+
+} // namespace
+
+class TestPackageLint : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void boundsHold_data();
+    void boundsHold();
+    void everyPrefixIsAnswered();
+    void everyDamagedFieldIsAnswered_data();
+    void everyDamagedFieldIsAnswered();
+    void threadsFindTheSame();
+    void theLogIsLeftAsItWas();
+    void filesAreClosed();
+
+private:
+    QString write(const QString &name, const QByteArray &bytes) const;
+    bool endsForAll(const std::function<QByteArray(int)> &bytesOf, int count) const;
+
+    QTemporaryDir m_directory;
+};
+
+QString TestPackageLint::write(const QString &name, const QByteArray &bytes) const
+{
+    const QString path = m_directory.filePath(name);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+        qFatal("could not write %s", qPrintable(path));
+    return path;
+}
+
+void TestPackageLint::boundsHold_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    constexpr int Launchers = 5000;
+    constexpr int Chunks = 65000;
+    for (const QString &attribute : {QStringLiteral("label"), QStringLiteral("icon")}) {
+        const auto name = [&](const char *text) { return QByteArray(text) + ": " + qPrintable(attribute); };
+        QTest::newRow(name("chain that every launcher starts elsewhere in"))
+            << package(chain(Launchers, 0), launchersThatRefer(Launchers, attribute));
+        QTest::newRow(name("the same, among chunks of no values"))
+            << package(chain(Launchers, Chunks), launchersThatRefer(Launchers, attribute));
+        QTest::newRow(name("sparse types that are full"))
+            << package(sparseTypes(200), launchersThatRefer(Launchers, attribute));
+    }
+    QTest::newRow("icons of large pictures") << launchersOfLargePictures();
+    QTest::newRow("icon of itself") << iconOfItself();
+    QTest::newRow("manifest of nothing, inflated") << package(lintTable(), QByteArray(1 << 28, '\0'));
+    QTest::newRow("table of nothing, inflated") << package(QByteArray(1 << 28, '\0'), lintManifest());
+    QTest::newRow("members that are all odd") << manyMembers("/../\\\033", 60000, 7);
+    QTest::newRow("one member many times") << oneMemberManyTimes(1000);
+    QTest::newRow("ends of archives") << rawZip(lintMembers()).repeated(20) + QByteArray("PK\5\6").repeated(16000);
+    QTest::newRow("unknown chunks") << lintPackageWithChunk(chunk(0x0190).repeated(500000));
+}
+
+void TestPackageLint::boundsHold()
+{
+    QFETCH(QByteArray, bytes);
+    constexpr double MaxSeconds = 10;
+    constexpr qint64 MaxMemory = qint64(640) << 20;
+    const QString file = write(QStringLiteral("hostile.apk"), bytes);
+    const Cost taken = cost([&] { PackageLint(file).toJson(); });
+    QVERIFY(taken.ended);
+    const QString text = QStringLiteral("%1 s, %2 MiB").arg(taken.seconds).arg(taken.memory >> 20);
+    QVERIFY2(isInstrumented() || (taken.seconds < MaxSeconds && taken.memory < MaxMemory), qPrintable(text));
+}
+
+bool TestPackageLint::endsForAll(const std::function<QByteArray(int)> &bytesOf, int count) const
+{
+    return cost([&] {
+               for (int i = 0; i < count; ++i)
+                   PackageLint(write(QStringLiteral("damaged.apk"), bytesOf(i))).toJson();
+           })
+        .ended;
+}
+
+void TestPackageLint::everyPrefixIsAnswered()
+{
+    constexpr int Step = 64;
+    for (const QByteArray &bytes : {lintPackageFile(), rawZip(lintMembers())}) {
+        QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i); }, bytes.size() / Step + 1));
+        // With an end that the directory may be found by.
+        QVERIFY(
+            endsForAll([&](int i) { return bytes.left(Step * i) + bytes.right(ZipEndSize); }, bytes.size() / Step + 1));
+    }
+}
+
+void TestPackageLint::everyDamagedFieldIsAnswered_data()
+{
+    QTest::addColumn<qint64>("value");
+    QTest::newRow("-1") << qint64(-1);
+    QTest::newRow("lowest") << qint64(0x80000000);
+    QTest::newRow("highest") << qint64(0x7fffffff);
+    QTest::newRow("0") << qint64(0);
+    QTest::newRow("8") << qint64(8);
+}
+
+// The manifest and the table stand in the archive as they are, so that all of their fields are met as well.
+void TestPackageLint::everyDamagedFieldIsAnswered()
+{
+    QFETCH(qint64, value);
+    const QByteArray good = rawZip(lintMembers());
+    for (const int width : {1, 2, 4}) {
+        const auto damaged = [&](int i) {
+            QByteArray bytes = good;
+            if (width == 1)
+                poke8(bytes, i, value & 0xff);
+            else if (width == 2)
+                poke16(bytes, i, value & 0xffff);
+            else
+                poke32(bytes, i, value & 0xffffffff);
+            return bytes;
+        };
+        QVERIFY(endsForAll(damaged, good.size() - width));
+    }
+}
+
+void TestPackageLint::threadsFindTheSame()
+{
+    constexpr int Threads = 4;
+    constexpr int Rounds = 5;
+    QStringList files;
+    QVector<QJsonArray> expected;
+    for (const LintCase &row : lintCases()) {
+        files.append(write(QStringLiteral("case-%1.apk").arg(files.size()), row.bytes));
+        expected.append(row.findings);
+    }
+    std::atomic<int> different{0};
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < Threads; ++thread)
+        threads.emplace_back([&, thread] {
+            for (int i = 0; i < Rounds * files.size(); ++i) {
+                const int index = (i + thread * files.size() / Threads) % files.size();
+                if (PackageLint(files.at(index)).toJson() != expected.at(index))
+                    ++different;
+            }
+        });
+    for (std::thread &thread : threads)
+        thread.join();
+    QCOMPARE(different.load(), 0);
+}
+
+void TestPackageLint::theLogIsLeftAsItWas()
+{
+    const QString file = write(QStringLiteral("odd.apk"), lintPackageWithChunk(chunk(0x0190)));
+    const LogCapture log;
+    QCOMPARE(PackageLint(file).findings().size(), 1);
+    qDebug("after");
+    QCOMPARE(log.texts(), QStringList{QStringLiteral("after")});
+    QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, false);
+    QCOMPARE(PackageLint(file).findings().size(), 1);
+    qDebug("off");
+    QCOMPARE(log.texts(), QStringList{QStringLiteral("after")});
+    QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, true);
+}
+
+void TestPackageLint::filesAreClosed()
+{
+    const auto openFiles = [] {
+        return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::System | QDir::Files).size();
+    };
+    const QString file = write(QStringLiteral("good.apk"), lintPackageFile());
+    const int before = openFiles();
+    QVERIFY(before > 0);
+    for (int i = 0; i < 100; ++i)
+        PackageLint{file};
+    QCOMPARE(openFiles(), before);
+}
+
+QTEST_GUILESS_MAIN(TestPackageLint)
+#include "tst_package_lint.moc"
