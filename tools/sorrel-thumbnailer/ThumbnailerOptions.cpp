@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ThumbnailerOptions.h"
+
+#include <QMap>
+
+#include <algorithm>
+
+using SorrelKit::IconMask;
+
+namespace {
+
+// Options and arguments are bytes; messages are for people.
+QString shown(const QString &argument)
+{
+    return FileName(argument).text();
+}
+
+} // namespace
+
+ThumbnailerOptions::ThumbnailerOptions()
+    : m_sizeOption({QStringLiteral("s"), QStringLiteral("size")},
+                   QStringLiteral("At most N pixels a side, from 1; above 1024, 1024. 256 by default."),
+                   QStringLiteral("N")),
+      m_shapeOption(QStringLiteral("shape"),
+                    QStringLiteral("Outline of adaptive icons: circle, rounded, squircle or none, the default."),
+                    QStringLiteral("SHAPE")),
+      m_helpOption({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Prints this help.")),
+      m_versionOption({QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Prints the version."))
+{
+    m_parser.setApplicationDescription(
+        QStringLiteral("Writes the icon of an Android package, or set of packages, to a PNG file.\n\n"
+                       "Exit status: 0 when it was written, 1 when there is no icon or a file could not be read or\n"
+                       "written, 2 for wrong usage."));
+    m_parser.addOptions({m_sizeOption, m_shapeOption, m_helpOption, m_versionOption});
+    m_parser.addPositionalArgument(
+        QStringLiteral("INPUT"),
+        QStringLiteral("A package (.apk), or a set (.apks, .xapk, .apkm): a path or a file URI."));
+    m_parser.addPositionalArgument(QStringLiteral("OUTPUT"),
+                                   QStringLiteral("The PNG file; - stands for standard output."));
+}
+
+bool ThumbnailerOptions::parse(const QStringList &arguments)
+{
+    if (!m_parser.parse(arguments))
+        return fail(shown(m_parser.errorText()));
+    if (isHelp() || isVersion())
+        return true;
+    if (m_parser.isSet(m_sizeOption) && !setSize(m_parser.value(m_sizeOption)))
+        return fail(QStringLiteral("'%1' is no size.").arg(shown(m_parser.value(m_sizeOption))));
+    if (m_parser.isSet(m_shapeOption) && !setMask(m_parser.value(m_shapeOption)))
+        return fail(QStringLiteral("Unknown shape '%1'.").arg(shown(m_parser.value(m_shapeOption))));
+    const QStringList names = m_parser.positionalArguments();
+    if (names.size() < 2)
+        return fail(names.isEmpty() ? QStringLiteral("INPUT and OUTPUT are missing.")
+                                    : QStringLiteral("OUTPUT is missing."));
+    if (names.size() > 2)
+        return fail(QStringLiteral("More than INPUT and OUTPUT: '%1'.").arg(shown(names.at(2))));
+    m_input = FileName(names.at(0));
+    m_output = FileName(names.at(1));
+    return true;
+}
+
+bool ThumbnailerOptions::setSize(const QString &text)
+{
+    const auto isDigit = [](QChar character) { return character >= QLatin1Char('0') && character <= QLatin1Char('9'); };
+    if (text.isEmpty() || !std::all_of(text.cbegin(), text.cend(), isDigit))
+        return false;
+    bool fits = false;
+    const int number = text.toInt(&fits);
+    m_size = fits ? qMin(number, MaxSize) : MaxSize;
+    return m_size > 0;
+}
+
+bool ThumbnailerOptions::setMask(const QString &text)
+{
+    const QMap<QString, IconMask> masks{
+        {QStringLiteral("none"), IconMask::None},
+        {QStringLiteral("circle"), IconMask::Circle},
+        {QStringLiteral("rounded"), IconMask::RoundedSquare},
+        {QStringLiteral("squircle"), IconMask::Squircle},
+    };
+    m_mask = masks.value(text, IconMask::None);
+    return masks.contains(text);
+}
+
+bool ThumbnailerOptions::fail(const QString &text)
+{
+    m_error = text;
+    return false;
+}

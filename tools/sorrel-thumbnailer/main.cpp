@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "OutputFile.h"
+#include "PrintableText.h"
+#include "ThumbnailerOptions.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QBuffer>
+#include <QCoreApplication>
+
+#include <cstdio>
+
+using SorrelKit::Package;
+
+namespace {
+
+enum ExitStatus : int {
+    Success = 0,
+    Failure = 1,
+    WrongUsage = 2,
+};
+
+void printError(const QString &text)
+{
+    std::fprintf(stderr, "sorrel-thumbnailer: %s\n", printableText(text).toUtf8().constData());
+}
+
+int fail(const QString &name, const QString &text)
+{
+    printError(QStringLiteral("%1: %2").arg(name, text));
+    return Failure;
+}
+
+int wrongUsage(const QString &text)
+{
+    printError(text);
+    std::fputs("Try 'sorrel-thumbnailer --help'.\n", stderr);
+    return WrongUsage;
+}
+
+int writeThumbnail(const ThumbnailerOptions &options)
+{
+    const QString inputName = options.input().text();
+    const QString path = options.input().pathOfUri();
+    if (path.isEmpty())
+        return fail(inputName, QStringLiteral("names no file of this machine"));
+    const Package package(path);
+    QString error;
+    const QImage icon = package.icon(options.size(), options.mask(), &error);
+    if (icon.isNull())
+        return fail(inputName, package.error() != Package::NoError ? package.errorString() : error);
+
+    QByteArray png;
+    QBuffer buffer(&png);
+    if (!icon.save(&buffer, "PNG"))
+        return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
+    const bool isFile = !options.output().isDash();
+    OutputFile output(options.output().path());
+    if (isFile ? output.write(png) : output.writeToStandardOutput(png))
+        return Success;
+    return fail(isFile ? options.output().text() : QStringLiteral("standard output"), output.errorString());
+}
+
+QStringList argumentTexts(int argc, char *argv[])
+{
+    QStringList texts;
+    for (int i = 0; i < argc; ++i)
+        texts.append(QString::fromLatin1(argv[i]));
+    return texts;
+}
+
+// Standard error is for one line; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
+void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", printableText(qFormatLogMessage(type, context, text)).toUtf8().constData());
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    FileName::makeNamesBytes();
+    QCoreApplication::setApplicationName(QStringLiteral("sorrel-thumbnailer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));
+    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
+        qInstallMessageHandler(handleMessage);
+
+    ThumbnailerOptions options;
+    if (!options.parse(argumentTexts(argc, argv)))
+        return wrongUsage(options.errorString());
+    if (options.isHelp() || options.isVersion()) {
+        // Made for them alone: it takes longer than a small package.
+        const QCoreApplication application(argc, argv);
+        if (options.isVersion())
+            options.showVersion();
+        options.showHelp();
+    }
+    return writeThumbnail(options);
+}
