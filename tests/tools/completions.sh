@@ -1,0 +1,52 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# completions.sh PROGRAM [SUBCOMMAND...]: whether Bash, Zsh and fish, with what is installed beside PROGRAM, offer every
+# option that `PROGRAM --help` describes and no other; with subcommands, whether they offer those, and for each the options
+# of `PROGRAM SUBCOMMAND --help`.
+set -euo pipefail
+program=$1
+shift
+export LC_ALL=C.UTF-8 TERM=dumb
+tests=$(cd "$(dirname "$0")" && pwd)
+. "$tests/options.sh"
+. "$tests/shells.sh"
+
+status=0
+fault() {
+    echo "$1" >&2
+    status=1
+}
+
+need "$program" Sorrel
+need bash bash
+need fish fish
+need zsh zsh
+share=$(dirname "$(dirname "$(command -v "$program")")")/share
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
+cd "$directory"
+
+# offers_options PROGRAM [SUBCOMMAND]
+offers_options() {
+    local shell missing extra known offered
+    known=$(options "$@")
+    [ -n "$known" ] || fault "'$* --help' describes no options"
+    for shell in bash fish zsh; do
+        # Dashes are completed as they are typed.
+        offered=$({ "in_$shell" "$share" "$@" -; "in_$shell" "$share" "$@" --; } | grep '^-' | sort -u) || true
+        missing=$(comm -13 <(echo "$offered") <(echo "$known"))
+        [ -z "$missing" ] || fault "$shell does not offer for '$*': $(paste -sd ' ' <<<"$missing")"
+        extra=$(comm -23 <(echo "$offered") <(echo "$known"))
+        [ -z "$extra" ] || fault "$shell offers for '$*', too: $(paste -sd ' ' <<<"$extra")"
+    done
+}
+
+offers_options "$program"
+for subcommand in "$@"; do
+    for shell in bash fish zsh; do
+        "in_$shell" "$share" "$program" "" | grep -qxF -- "$subcommand" \
+            || fault "$shell does not offer the subcommand $subcommand"
+    done
+    offers_options "$program" "$subcommand"
+done
+exit $status

@@ -1,0 +1,34 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# For scripts to source: what the real shells offer for a command that is installed. $tests is the directory of this file;
+# the current directory is empty, and theirs to write to.
+
+# in_bash SHARE PROGRAM WORD...: what Bash offers, a line each, in place of the last WORD, with the completions of the
+# data directory SHARE. Calls the function that is registered, as readline does.
+in_bash() {
+    bash --norc --noprofile -c '
+        set +e
+        . "$1/bash-completion/completions/$2" || exit 1
+        shift
+        registered=$(complete -p "$1") || exit 1
+        [[ $registered =~ -F\ ([^ ]+) ]] || exit 1
+        COMP_WORDS=("$@") COMP_CWORD=$(($# - 1)) COMP_LINE="$*" COMP_POINT=$((${#COMP_LINE})) COMP_TYPE=9 COMP_KEY=9
+        "${BASH_REMATCH[1]}" "$1" "${!#}" "${COMP_WORDS[COMP_CWORD - 1]}"
+        for reply in "${COMPREPLY[@]}"; do
+            echo "${reply% }"
+        done' in_bash "$@"
+}
+
+# in_fish SHARE PROGRAM WORD...: what fish offers, found by its own means.
+in_fish() {
+    local share=$1
+    shift
+    HOME=$PWD XDG_CONFIG_HOME=$PWD XDG_DATA_HOME=$PWD XDG_DATA_DIRS=$share:/usr/local/share:/usr/share \
+        fish -c 'complete -C "$argv"' -- "$@" | cut -f 1
+}
+
+# in_zsh SHARE PROGRAM WORD...: what Zsh offers.
+in_zsh() {
+    local share=$1
+    shift
+    HOME=$PWD timeout 60 zsh -f "$tests/offers.zsh" "$share/zsh/site-functions" "$@"
+}
