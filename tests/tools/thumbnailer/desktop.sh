@@ -1,0 +1,29 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# For scripts to source: a desktop of its own, that knows what the program's prefix has for desktops and nothing of the
+# user's. Sets $prefix, $program and $directory, which is removed at the end of the script.
+
+tests=$(cd "$(dirname "$0")" && pwd)
+. "$tests/../options.sh"
+need sorrel-thumbnailer Sorrel
+need update-mime-database shared-mime-info
+program=$(command -v sorrel-thumbnailer)
+prefix=$(dirname "$(dirname "$program")")
+
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
+mkdir -p "$directory"/{data/mime/packages,cache,config,files,run}
+chmod 700 "$directory/run"
+export LC_ALL=C.UTF-8 PYTHONDONTWRITEBYTECODE=1 HOME=$directory
+export XDG_DATA_HOME=$directory/data XDG_CACHE_HOME=$directory/cache XDG_CONFIG_HOME=$directory/config
+export XDG_RUNTIME_DIR=$directory/run XDG_DATA_DIRS=$prefix/share:/usr/share
+unset DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS
+
+fail() {
+    echo "$1" >&2
+    exit 1
+}
+
+# The database of types is made anew from the installed file, for which it says what is wrong with it.
+cp "$prefix/share/mime/packages/sorrel-mime.xml" "$directory/data/mime/packages"
+messages=$(update-mime-database "$directory/data/mime" 2>&1) || fail "update-mime-database fails: $messages"
+[ -z "$messages" ] || fail "update-mime-database says: $messages"
