@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "OutputFile.h"
+#include "PngFile.h"
 #include "PrintableText.h"
 #include "ThumbnailerOptions.h"
 
 #include <SorrelKit/Package.h>
 
-#include <QBuffer>
 #include <QCoreApplication>
 
 #include <cstdio>
@@ -50,9 +50,8 @@ int writeThumbnail(const ThumbnailerOptions &options)
     if (icon.isNull())
         return fail(inputName, package.error() != Package::NoError ? package.errorString() : error);
 
-    QByteArray png;
-    QBuffer buffer(&png);
-    if (!icon.save(&buffer, "PNG"))
+    const QByteArray png = PngFile::fromImage(icon);
+    if (png.isEmpty())
         return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
     const bool isFile = !options.output().isDash();
     OutputFile output(options.output().path());
