@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # completions.sh PROGRAM [SUBCOMMAND...]: whether Bash, Zsh and fish, with what is installed beside PROGRAM, offer every
-# option that `PROGRAM --help` describes and no other; with subcommands, whether they offer those, and for each the options
-# of `PROGRAM SUBCOMMAND --help`.
+# option that `PROGRAM --help` describes and no other; with subcommands, whether they offer those, and for each the
+# options of `PROGRAM SUBCOMMAND --help`.
 set -euo pipefail
 program=$1
 shift

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# manual.sh MANPAGE PROGRAM [SUBCOMMAND...]: whether the manual page has nothing that mandoc or groff warn about, has the
-# sections that it should have, names every option that `PROGRAM --help` describes, and no long option that is unknown.
-# The options of `PROGRAM SUBCOMMAND --help` stand in the subsection whose heading begins with SUBCOMMAND, or in OPTIONS.
+# manual.sh MANPAGE PROGRAM [SUBCOMMAND...]: whether the manual page has nothing that mandoc or groff warn about, has
+# the sections that it should have, names every option that `PROGRAM --help` describes, and no long option that is
+# unknown. The options of `PROGRAM SUBCOMMAND --help` stand in the subsection whose heading begins with SUBCOMMAND, or
+# in OPTIONS.
 set -euo pipefail
 page=$1 program=$2
 shift 2
@@ -21,7 +22,7 @@ need groff groff-base
 
 warnings=$(mandoc -T lint -W warning "$page" || true)
 [ -z "$warnings" ] || fault "mandoc says:"$'\n'"$warnings"
-warnings=$(groff -man -mandoc -t -ww -T utf8 -P-c "$page" 2>&1 >/dev/null || true)
+warnings=$(groff -mandoc -t -ww -T utf8 -P-c "$page" 2>&1 >/dev/null || true)
 [ -z "$warnings" ] || fault "groff says:"$'\n'"$warnings"
 
 # As it is shown, on long lines and without bold type: sections begin in the first column, subsections in the fourth.
@@ -44,7 +45,8 @@ names_options() {
     found=$(options "$@")
     [ -n "$found" ] || fault "'$* --help' describes no options"
     for option in $found; do
-        grep -qE -- "(^|[^-A-Za-z0-9])$option([^-A-Za-z0-9]|$)" <<<"$text" || fault "$where does not name $option of '$*'"
+        grep -qE -- "(^|[^-A-Za-z0-9])$option([^-A-Za-z0-9]|$)" <<<"$text" \
+            || fault "$where does not name $option of '$*'"
     done
 }
 

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# zsh -f offers.zsh FUNCTIONS WORD...: what Zsh offers in place of the last WORD, a line each, with the completion functions
-# of the directory FUNCTIONS. Presses the Tab key in a shell with a terminal of its own, whose completion writes to a file
-# what it adds to its list. Uses the current directory.
+# zsh -f offers.zsh FUNCTIONS WORD...: what Zsh offers in place of the last WORD, a line each, with the completion
+# functions of the directory FUNCTIONS. Presses the Tab key in a shell with a terminal of its own, whose completion
+# writes to a file what it adds to its list. Uses the current directory.
 zmodload zsh/zpty || exit 1
 site=$1
 shift

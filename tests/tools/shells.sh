@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# For scripts to source: what the real shells offer for a command that is installed. $tests is the directory of this file;
-# the current directory is empty, and theirs to write to.
+# For scripts to source: what the real shells offer for a command that is installed. $tests is the directory of this
+# file; the current directory is empty, and theirs to write to.
 
 # in_bash SHARE PROGRAM WORD...: what Bash offers, a line each, in place of the last WORD, with the completions of the
 # data directory SHARE. Calls the function that is registered, as readline does.

@@ -6,8 +6,8 @@
 #include <QImage>
 
 /**
- * Pictures as PNG files, made by libpng. QImageWriter would load every image plugin of Qt first, with the libraries that
- * they need in turn, which takes as long as reading a package.
+ * Pictures as PNG files, made by libpng. QImageWriter would load every image plugin of Qt first, with the libraries
+ * that they need in turn, which takes as long as reading a package.
  *
  * The files are packed quickly rather than well: programs that make thumbnails for desktops write them anew.
  */

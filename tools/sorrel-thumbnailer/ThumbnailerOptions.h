@@ -25,8 +25,8 @@ public:
     bool parse(const QStringList &arguments);
     QString errorString() const { return m_error; }
 
-    /// Whether help or the version is asked for, and nothing else counts. Each prints it and ends the program; both take
-    /// a QCoreApplication.
+    /// Whether help or the version is asked for, and nothing else counts. Printing it, which takes a QCoreApplication,
+    /// ends the program.
     bool isHelp() const { return m_parser.isSet(m_helpOption); }
     bool isVersion() const { return m_parser.isSet(m_versionOption); }
     [[noreturn]] void showHelp() { m_parser.showHelp(); }

@@ -99,10 +99,10 @@ public:
     QMap<QString, QString> labels() const;
     QString label(const QLocale &locale = QLocale()) const;
     /**
-     * The application's icon, as Launcher::icon() has it. When the application has none, or none that can be had, that of
-     * the first launcher that is shown and has one of its own takes its place; up to four are tried, each at the cost of
-     * an icon. @p error is about the picture that is returned; when that stands in for an icon of the application, or
-     * there is none, it says why the application's could not be had.
+     * The application's icon, as Launcher::icon() has it. When the application has none, or none that can be had, that
+     * of the first launcher that is shown and has one of its own takes its place; up to four are tried, each at the cost
+     * of an icon. @p error is about the picture that is returned; when that stands in for an icon of the application,
+     * or there is none, it says why the application's could not be had.
      */
     QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# consumer.sh tumbler|gnome SAMPLES: whether a program that makes thumbnails for desktops finds what is installed, and makes
-# those of a package and of a set of packages with it. SAMPLES is the directory of the sample packages.
+# consumer.sh tumbler|gnome SAMPLES: whether a program that makes thumbnails for desktops finds what is installed, and
+# makes those of a package and of a set of packages with it. SAMPLES is the directory of the sample packages.
 set -euo pipefail
 consumer=$1 samples=$2
 . "$(dirname "$0")/desktop.sh"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# mime.sh PACKAGE: whether the installed types are XML that the tools take, are found by the names of files, are handled by
-# the thumbnailer, and leave other archives what they are. PACKAGE is any package.
+# mime.sh PACKAGE: whether the installed types are XML that the tools take, are found by the names of files, are handled
+# by the thumbnailer, and leave other archives what they are. PACKAGE is any package.
 set -euo pipefail
 package=$1
 . "$(dirname "$0")/desktop.sh"
@@ -34,7 +34,8 @@ types=$(xmllint --xpath '//*[local-name()="mime-type"]/@type' "$xml" | sed 's/ *
 for type in $types; do
     grep -qxF "$type application/zip" "$directory/data/mime/subclasses" || fail "$type is no kind of application/zip"
     for language in de fr pt_BR zh_CN; do
-        count=$(xmllint --xpath "count(//*[@type='$type']/*[local-name()='comment'][@*[local-name()='lang']='$language'])" "$xml")
+        comment="*[local-name()='comment'][@*[local-name()='lang']='$language']"
+        count=$(xmllint --xpath "count(//*[@type='$type']/$comment)" "$xml")
         [ "$count" = 1 ] || fail "$type has $count comments in $language"
     done
 done

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# sandbox.sh SAMPLE: whether the program makes a thumbnail of SAMPLE, a package, in a sandbox without a network, as a user
-# who is nobody else's, with an empty environment, and with nothing to write to but the output file.
+# sandbox.sh SAMPLE: whether the program makes a thumbnail of SAMPLE, a package, in a sandbox without a network, as a
+# user of no privileges, with an empty environment, and with nothing to write to but the output file.
 set -euo pipefail
 sample=$1
 export LC_ALL=C.UTF-8
@@ -21,12 +21,12 @@ fail() {
 # The system, and the program where it is installed, as they are.
 system=(--ro-bind /usr /usr --ro-bind-try /etc/ld.so.cache /etc/ld.so.cache --ro-bind "$prefix" "$prefix")
 for path in /bin /lib /lib32 /lib64; do
-    [ ! -L $path ] || system+=(--symlink "$(readlink $path)" $path)
-    [ -L $path ] || [ ! -d $path ] || system+=(--ro-bind $path $path)
+    [ ! -L $path ] || system+=(--symlink "$(readlink "$path")" "$path")
+    [ -L $path ] || [ ! -d $path ] || system+=(--ro-bind "$path" "$path")
 done
 
-# sandbox INPUT ARGUMENT...: runs a command where the file INPUT is /in/package.apk, read only, and $directory/icon.png is
-# /out/icon.png; further arguments for bwrap are in $more.
+# sandbox INPUT ARGUMENT...: runs a command where the file INPUT is /in/package.apk, read only, and $directory/icon.png
+# is /out/icon.png; further arguments for bwrap are in $more.
 more=()
 sandbox() {
     local input=$1
@@ -60,7 +60,8 @@ sandbox "$sample" "$program" /in/package.apk /out/icon.png || fail "the program 
 [ -z "$(ls -A "$directory/scratch")" ] || fail "the program writes $(ls -A "$directory/scratch")"
 sandbox "$sample" "$program" /in/package.apk icon.png || fail "the program fails with a name in its directory"
 [ "$(ls -A "$directory/scratch")" = icon.png ] || fail "the program writes $(ls -A "$directory/scratch")"
-cmp "$directory/scratch/icon.png" "$directory/expected.png" || fail "the program writes another picture in its directory"
+cmp "$directory/scratch/icon.png" "$directory/expected.png" \
+    || fail "the program writes another picture in its directory"
 
 # A package that cannot be read leaves what was there.
 more=()
