@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ThumbnailerOptions.h"
 
-#include <QMap>
-
 #include <algorithm>
-
-using SorrelKit::IconMask;
 
 namespace {
 
@@ -21,9 +17,6 @@ ThumbnailerOptions::ThumbnailerOptions()
     : m_sizeOption({QStringLiteral("s"), QStringLiteral("size")},
                    QStringLiteral("At most N pixels a side, from 1; above 1024, 1024. 256 by default."),
                    QStringLiteral("N")),
-      m_shapeOption(QStringLiteral("shape"),
-                    QStringLiteral("Outline of adaptive icons: circle, rounded, squircle or none, the default."),
-                    QStringLiteral("SHAPE")),
       m_helpOption({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Prints this help.")),
       m_versionOption({QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Prints the version."))
 {
@@ -31,7 +24,9 @@ ThumbnailerOptions::ThumbnailerOptions()
         QStringLiteral("Writes the icon of an Android package, or set of packages, to a PNG file.\n\n"
                        "Exit status: 0 when it was written, 1 when there is no icon or a file could not be read or\n"
                        "written, 2 for wrong usage."));
-    m_parser.addOptions({m_sizeOption, m_shapeOption, m_helpOption, m_versionOption});
+    m_parser.addOption(m_sizeOption);
+    m_iconOptions.addShapeTo(m_parser);
+    m_parser.addOptions({m_helpOption, m_versionOption});
     m_parser.addPositionalArgument(
         QStringLiteral("INPUT"),
         QStringLiteral("A package (.apk), or a set (.apks, .xapk, .apkm): a path or a file URI."));
@@ -47,8 +42,8 @@ bool ThumbnailerOptions::parse(const QStringList &arguments)
         return true;
     if (m_parser.isSet(m_sizeOption) && !setSize(m_parser.value(m_sizeOption)))
         return fail(QStringLiteral("'%1' is no size.").arg(shown(m_parser.value(m_sizeOption))));
-    if (m_parser.isSet(m_shapeOption) && !setMask(m_parser.value(m_shapeOption)))
-        return fail(QStringLiteral("Unknown shape '%1'.").arg(shown(m_parser.value(m_shapeOption))));
+    if (!m_iconOptions.readShape(m_parser))
+        return fail(shown(m_iconOptions.errorText()));
     const QStringList names = m_parser.positionalArguments();
     if (names.size() < 2)
         return fail(names.isEmpty() ? QStringLiteral("INPUT and OUTPUT are missing.")
@@ -69,18 +64,6 @@ bool ThumbnailerOptions::setSize(const QString &text)
     const int number = text.toInt(&fits);
     m_size = fits ? qMin(number, MaxSize) : MaxSize;
     return m_size > 0;
-}
-
-bool ThumbnailerOptions::setMask(const QString &text)
-{
-    const QMap<QString, IconMask> masks{
-        {QStringLiteral("none"), IconMask::None},
-        {QStringLiteral("circle"), IconMask::Circle},
-        {QStringLiteral("rounded"), IconMask::RoundedSquare},
-        {QStringLiteral("squircle"), IconMask::Squircle},
-    };
-    m_mask = masks.value(text, IconMask::None);
-    return masks.contains(text);
 }
 
 bool ThumbnailerOptions::fail(const QString &text)

@@ -3,8 +3,7 @@
 #define THUMBNAILEROPTIONS_H
 
 #include "FileName.h"
-
-#include <SorrelKit/IconMask.h>
+#include "IconOptions.h"
 
 #include <QCommandLineOption>
 #include <QCommandLineParser>
@@ -17,7 +16,7 @@ class ThumbnailerOptions
 public:
     /// Pixels a side: those of a thumbnail when no number is given, and at most.
     static constexpr int DefaultSize = 256;
-    static constexpr int MaxSize = 1024;
+    static constexpr int MaxSize = IconOptions::MaxSize;
 
     ThumbnailerOptions();
 
@@ -34,23 +33,22 @@ public:
 
     /// At most that many pixels a side, 1 to MaxSize.
     int size() const { return m_size; }
-    SorrelKit::IconMask mask() const { return m_mask; }
+    SorrelKit::IconMask mask() const { return m_iconOptions.mask(); }
     FileName input() const { return m_input; }
     FileName output() const { return m_output; }
 
 private:
     bool setSize(const QString &text);
-    bool setMask(const QString &text);
     bool fail(const QString &text);
 
     QCommandLineParser m_parser;
+    /// For the shape alone: a size that is too large is none of its errors.
+    IconOptions m_iconOptions{DefaultSize};
     QCommandLineOption m_sizeOption;
-    QCommandLineOption m_shapeOption;
     QCommandLineOption m_helpOption;
     QCommandLineOption m_versionOption;
     QString m_error;
     int m_size = DefaultSize;
-    SorrelKit::IconMask m_mask = SorrelKit::IconMask::None;
     FileName m_input;
     FileName m_output;
 };

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "OutputFile.h"
 #include "PngFile.h"
 #include "PrintableText.h"
+#include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
 
 #include <SorrelKit/Package.h>
@@ -54,7 +54,7 @@ int writeThumbnail(const ThumbnailerOptions &options)
     if (png.isEmpty())
         return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
     const bool isFile = !options.output().isDash();
-    OutputFile output(options.output().path());
+    ThumbnailFile output(options.output().path());
     if (isFile ? output.write(png) : output.writeToStandardOutput(png))
         return Success;
     return fail(isFile ? options.output().text() : QStringLiteral("standard output"), output.errorString());

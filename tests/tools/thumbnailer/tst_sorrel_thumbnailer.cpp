@@ -191,9 +191,11 @@ void TestSorrelThumbnailer::wrongUsage_data()
     row("hexadecimal size", {"-s", "0x10", "a", "b"}, "'0x10' is no size.");
     row("empty size", {"-s", "", "a", "b"}, "'' is no size.");
     row("size without a number", {"-s"}, "Missing value after '-s'.");
-    row("unknown shape", {"--shape", "star", "a", "b"}, "Unknown shape 'star'.");
-    row("empty shape", {"--shape", "", "a", "b"}, "Unknown shape ''.");
-    row("shape in capitals", {"--shape", "Circle", "a", "b"}, "Unknown shape 'Circle'.");
+    row("unknown shape", {"--shape", "star", "a", "b"},
+        "'star' is no shape; there are circle, rounded, squircle and none.");
+    row("empty shape", {"--shape", "", "a", "b"}, "'' is no shape; there are circle, rounded, squircle and none.");
+    row("shape in capitals", {"--shape", "Circle", "a", "b"},
+        "'Circle' is no shape; there are circle, rounded, squircle and none.");
 }
 
 void TestSorrelThumbnailer::wrongUsage()

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "OutputFile.h"
+#include "ThumbnailFile.h"
 
 #include <QFile>
 
@@ -24,7 +24,7 @@ bool writeAll(QFile &file, const QByteArray &bytes)
 
 } // namespace
 
-bool OutputFile::write(const QByteArray &bytes)
+bool ThumbnailFile::write(const QByteArray &bytes)
 {
     // A file that gets too large is an error like any other then, and no end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -47,7 +47,7 @@ bool OutputFile::write(const QByteArray &bytes)
     return false;
 }
 
-bool OutputFile::writeToStandardOutput(const QByteArray &bytes)
+bool ThumbnailFile::writeToStandardOutput(const QByteArray &bytes)
 {
     QFile file;
     if (file.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, bytes))

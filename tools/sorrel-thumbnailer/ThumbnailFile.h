@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef OUTPUTFILE_H
-#define OUTPUTFILE_H
+#ifndef THUMBNAILFILE_H
+#define THUMBNAILFILE_H
 
 #include <QByteArray>
 #include <QString>
@@ -11,10 +11,10 @@
  *
  * When writing fails, a file that was made for it is removed, and one that was there before is left empty.
  */
-class OutputFile
+class ThumbnailFile
 {
 public:
-    explicit OutputFile(const QString &path) : m_path(path) {}
+    explicit ThumbnailFile(const QString &path) : m_path(path) {}
 
     /// Writes @p bytes, in place of what the file holds. False when it fails.
     bool write(const QByteArray &bytes);
