@@ -6,6 +6,7 @@
 # bench.sh --check: counts instructions only, and compares them with bench/instructions.json; the status is 1 when a row
 #     grew by more than 5 %, or is missing on either side.
 # bench.sh --update: makes these counts the baseline.
+# bench.sh --scan: measures `sorrel scan` by the number of its workers, for docs/scaling.md; half a minute.
 # bench.sh --plots: measures growth only, and draws docs/growth-time.svg and docs/growth-memory.svg.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
@@ -98,8 +99,14 @@ case ${1:-} in
     measure_growth
     python3 bench/report.py "$results" --plots docs
     ;;
+--scan)
+    require "${bench_packages[@]}" parallel
+    say "Building"
+    build release sorrel-command samples
+    python3 bench/scan.py build/release/bin/sorrel build/release/samples
+    ;;
 -*)
-    echo "usage: bench.sh [FILE.apk...] | --check | --update | --plots" >&2
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --plots | --scan" >&2
     exit 2
     ;;
 *)

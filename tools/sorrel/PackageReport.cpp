@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageReport.h"
 
+#include "PackageLint.h"
 #include "PrintableText.h"
 
 #include <QBuffer>
@@ -172,6 +173,8 @@ QJsonObject PackageReport::toJson() const
         const QImage icon = m_package.icon(m_content.iconSize, m_content.iconMask);
         json.insert(QStringLiteral("icon"), icon.isNull() ? QString() : toBase64Png(icon));
     }
+    if (m_content.includesLint)
+        json.insert(QStringLiteral("lint"), PackageLint(m_file).toJson());
     return json;
 }
 

@@ -24,7 +24,7 @@ void ScanCommand::addArguments(QCommandLineParser &parser) const
 void ScanCommand::addOptions(QCommandLineParser &parser) const
 {
     m_scan.addTo(parser);
-    parser.addOptions({m_ordered, m_all, m_icon});
+    parser.addOptions({m_ordered, m_all, m_icon, m_lint});
 }
 
 int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -41,6 +41,7 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                        .arg(IconOptions::MaxSize)
                                        .arg(parser.value(m_icon)),
                                    program);
+    content.includesLint = parser.isSet(m_lint);
     PackageScan scan(options, content);
     scan.add(parser.positionalArguments());
     return scan.run(parser.isSet(m_ordered), [&](const QByteArray &report) {

@@ -31,6 +31,7 @@ private:
     const QCommandLineOption m_icon{QStringLiteral("icon"),
                                     QStringLiteral("The icon, too, as a PNG picture of N pixels a side in Base64."),
                                     QStringLiteral("N")};
+    const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("What 'sorrel lint' finds, too.")};
 };
 
 #endif

@@ -1,0 +1,67 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""scan.py SORREL SAMPLES: how many packages a second `sorrel scan` reads with one worker, with two, and with as many again by
+GNU Parallel, and what starting a worker costs, as a table of Markdown. The packages are copies of the samples, which are in
+the page cache. Ways are measured in turns; a figure is the median of their runs."""
+
+import glob
+import os
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+COPIES = 60
+RUNS = 5
+
+
+def seconds(command, paths):
+    start = time.perf_counter()
+    subprocess.run(command, input=paths, stdout=subprocess.DEVNULL, check=True)
+    return time.perf_counter() - start
+
+
+def medians(ways, paths):
+    """The median time of each way, all of them measured in turns."""
+    times = {name: [] for name in ways}
+    for _ in range(RUNS):
+        for name, command in ways.items():
+            times[name].append(seconds(command, paths))
+    return {name: statistics.median(values) for name, values in times.items()}
+
+
+def main():
+    sorrel, samples = sys.argv[1:]
+    with tempfile.TemporaryDirectory() as shelf:
+        for sample in sorted(glob.glob(samples + "/*.apk")):
+            for copy in range(COPIES):
+                shutil.copy(sample, os.path.join(shelf, f"{copy}-{os.path.basename(sample)}"))
+        files = sorted(glob.glob(shelf + "/*.apk"))
+        paths = "".join(path + "\n" for path in files).encode()
+
+        ways = {
+            "`sorrel scan -j 1 -`": [sorrel, "scan", "-j", "1", "-"],
+            "`sorrel scan -j 2 -`": [sorrel, "scan", "-j", "2", "-"],
+            "`sorrel scan -j 2 --icon 96 -`": [sorrel, "scan", "-j", "2", "--icon", "96", "-"],
+            "`sorrel scan -j 2 --lint -`": [sorrel, "scan", "-j", "2", "--lint", "-"],
+            "`sorrel info --json`, one process": ["xargs", "-d", "\n", sorrel, "info", "--json"],
+            "`sorrel info --json`, a process each": ["xargs", "-d", "\n", "-n", "1", sorrel, "info", "--json"],
+            "`parallel --pipe -N 500 -j 2 sorrel scan -j 1 -`": [
+                "parallel", "--will-cite", "--jobs", "2", "--pipe", "-N", "500", sorrel, "scan", "-j", "1", "-"],
+        }
+        times = medians(ways, paths)
+        print(f"{len(files)} packages:\n\n| way | packages a second |\n|---|---|")
+        for name, value in times.items():
+            print(f"| {name} | {round(len(files) / value, -1):.0f} |")
+
+        # One file for each worker, so that a further worker is a further start and a further file.
+        few = {jobs: [sorrel, "scan", "-j", str(jobs), "-"] for jobs in (1, 41)}
+        starts = medians(few, "".join(path + "\n" for path in files[:41]).encode())
+        print(f"\n40 workers more for the same 41 files take {(starts[41] - starts[1]) * 1000:.0f} ms more: "
+              f"{(starts[41] - starts[1]) * 1000 / 40:.1f} ms each.")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,58 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# Completions of sorrel(1) for bash.
+# shellcheck shell=bash
+
+# Directories, and files that end in one of the arguments.
+_sorrel_files() {
+    local pattern=$1
+    compopt -o filenames 2>/dev/null
+    mapfile -t COMPREPLY < <(compgen -d -- "$current"; compgen -f -X "!*.@($pattern)" -- "$current")
+}
+
+_sorrel() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
+    local commands="info manifest resources icon files lint desktop scan catalog"
+    local packages="apk|apks|xapk|apkm|APK|APKS|XAPK|APKM"
+    local scan="-0 --null -j --jobs --max-memory --timeout --no-progress"
+    local options="-h --help" extglob_was_off=
+    COMPREPLY=()
+    # The shell parses patterns like the one above where this is set.
+    shopt -q extglob || { extglob_was_off=yes; shopt -s extglob; }
+
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        mapfile -t COMPREPLY < <(compgen -W "$commands -h --help -v --version" -- "$current")
+    else
+        case ${COMP_WORDS[1]} in
+        info) options+=" --json --all" ;;
+        resources | files) options+=" --json" ;;
+        icon) options+=" -s --size --shape --launcher -o --output" ;;
+        lint) options+=" --json --checks" ;;
+        desktop) options+=" -o --output --exec --shape --all --json" ;;
+        scan) options+=" $scan --ordered --all --icon --lint" ;;
+        catalog) options+=" $scan -o --output --title --shape" ;;
+        esac
+        case ${COMP_WORDS[1]}:$previous in
+        *:--shape)
+            mapfile -t COMPREPLY < <(compgen -W "none circle rounded squircle" -- "$current")
+            ;;
+        desktop:-o | desktop:--output)
+            compopt -o filenames 2>/dev/null
+            mapfile -t COMPREPLY < <(compgen -d -- "$current")
+            ;;
+        icon:-o | icon:--output) _sorrel_files "png" ;;
+        catalog:-o | catalog:--output) _sorrel_files "html" ;;
+        *:-s | *:--size | *:--icon) mapfile -t COMPREPLY < <(compgen -W "48 96 192 512" -- "$current") ;;
+        *:-j | *:--jobs | *:--max-memory | *:--timeout | *:--title | *:--exec | *:--launcher) ;;
+        *)
+            if [[ $current == -* ]]; then
+                mapfile -t COMPREPLY < <(compgen -W "$options" -- "$current")
+            else
+                _sorrel_files "$packages"
+            fi
+            ;;
+        esac
+    fi
+    [ -z "$extglob_was_off" ] || shopt -u extglob
+}
+
+complete -F _sorrel sorrel

@@ -1,0 +1,36 @@
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# Completions of sorrel(1) for fish.
+
+set -l commands info manifest resources icon files lint desktop scan catalog
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -f
+complete -c sorrel -s h -l help -d 'Tell about the program or the command'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -s v -l version -d 'Tell the version'
+
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a info -d 'Name, version, launchers with labels and icons'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a manifest -d 'The manifest, as XML'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a resources -d 'The resources, or every value of one'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a icon -d 'The icon, as a PNG file'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a files -d 'The files in it'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a lint -d 'What is odd in packages'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a desktop -d 'Desktop entries and icons'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a scan -d 'A line of JSON for every package below directories'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 'A page of every package below directories'
+
+set -l in __fish_seen_subcommand_from
+complete -c sorrel -n "$in info resources files lint desktop" -l json -d 'Print JSON objects, one on a line'
+complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
+complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'
+complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Pixels a side'
+complete -c sorrel -n "$in icon" -l launcher -x -d 'The icon of this launcher'
+complete -c sorrel -n "$in icon desktop catalog" -s o -l output -r -d 'Where to write it'
+complete -c sorrel -n "$in lint" -l checks -d 'Tell what is looked for'
+complete -c sorrel -n "$in desktop" -l exec -x -d 'The command that starts an entry'
+complete -c sorrel -n "$in scan catalog" -s 0 -l null -d 'Paths on standard input end with a NUL'
+complete -c sorrel -n "$in scan catalog" -s j -l jobs -x -d 'Worker processes'
+complete -c sorrel -n "$in scan catalog" -l max-memory -x -d 'Memory that a file may take, in MiB'
+complete -c sorrel -n "$in scan catalog" -l timeout -x -d 'Seconds that a file may take'
+complete -c sorrel -n "$in scan catalog" -l no-progress -d 'Do not show progress'
+complete -c sorrel -n "$in scan" -l ordered -d 'Keep the order of the paths'
+complete -c sorrel -n "$in scan" -l icon -x -a '48 96 192 512' -d 'Add the icon'
+complete -c sorrel -n "$in scan" -l lint -d 'Add what is odd'
+complete -c sorrel -n "$in catalog" -l title -x -d 'What stands above the page'
