@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "SafeFileName.h"
+
+#include <QCryptographicHash>
+#include <QVector>
+
+namespace {
+
+constexpr int HashDigits = 32;
+
+bool isSafe(uint character)
+{
+    return QChar::isLetterOrNumber(character) || QChar::isMark(character) || character == '.' || character == '_'
+           || character == '-';
+}
+
+bool isSafeFirst(uint character)
+{
+    return isSafe(character) && character != '.' && character != '-';
+}
+
+// Of the text's own units, as two texts that are no Unicode may have the same UTF-8.
+QString hashOf(const QString &name)
+{
+    QByteArray bytes;
+    for (const QChar unit : name) {
+        bytes.append(char(unit.row()));
+        bytes.append(char(unit.cell()));
+    }
+    const QByteArray digits = QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+    return QString::fromLatin1(digits.left(HashDigits));
+}
+
+} // namespace
+
+QString safeFileName(const QString &name, int maxBytes)
+{
+    const int maxStemBytes = maxBytes - HashDigits - 1;
+    QString stem;
+    int stemBytes = 0;
+    bool isChanged = name.isEmpty() || name.toUtf8().size() > maxBytes;
+    for (const uint character : name.toUcs4()) {
+        const bool fits = stem.isEmpty() ? isSafeFirst(character) : isSafe(character);
+        isChanged = isChanged || !fits;
+        const uint written = fits ? character : uint('_');
+        const QString text = QString::fromUcs4(&written, 1);
+        stemBytes += text.toUtf8().size();
+        if (stemBytes > maxStemBytes)
+            break;
+        stem += text;
+    }
+    return isChanged ? stem + QLatin1Char('~') + hashOf(name) : name;
+}
