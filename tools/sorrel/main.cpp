@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "CatalogCommand.h"
 #include "Console.h"
+#include "DesktopCommand.h"
 #include "FilesCommand.h"
 #include "IconCommand.h"
 #include "InfoCommand.h"
@@ -31,6 +32,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<ResourcesCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
     commands.push_back(std::make_unique<LintCommand>());
+    commands.push_back(std::make_unique<DesktopCommand>());
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<CatalogCommand>());
     commands.push_back(std::make_unique<WorkerCommand>());

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "DesktopCommand.h"
+
+#include "Console.h"
+#include "ExecTemplate.h"
+#include "LauncherInstaller.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QJsonArray>
+
+using SorrelKit::Launcher;
+using SorrelKit::Package;
+
+namespace {
+
+QString toLines(const LauncherFiles &files)
+{
+    return (QStringList(files.entry) + files.icons).join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+QJsonObject toJson(const Launcher &launcher, const LauncherFiles &files)
+{
+    return {
+        {QStringLiteral("name"), launcher.name()},
+        {QStringLiteral("desktop"), files.entry},
+        {QStringLiteral("icons"), QJsonArray::fromStringList(files.icons)},
+    };
+}
+
+} // namespace
+
+QString DesktopCommand::details() const
+{
+    return QStringLiteral("One for each launcher. The paths of what was written are printed.\n\n"
+                          "In COMMAND, spaces part arguments. One that holds spaces, or what means something to a "
+                          "shell, stands in double "
+                          "quotes, with a \\ before each \", `, $ and \\. There is no shell. %% is a percent sign. "
+                          "Whatever names a package has, "
+                          "they are parts of these arguments, and nothing else.\n\n"
+                          "Files that were written before for the same launcher are replaced; others never. Icons, and "
+                          "languages of labels, "
+                          "that cannot be had are told on standard error.");
+}
+
+void DesktopCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOptions({m_output, m_exec});
+    m_icon.addShapeTo(parser);
+    parser.addOptions({m_all, m_json});
+}
+
+int DesktopCommand::run(const QCommandLineParser &parser, Console &console) const
+{
+    const QString program = QStringLiteral("sorrel desktop");
+    if (parser.value(m_output).isEmpty())
+        return Console::wrongUsage(QStringLiteral("'-o' has to name a directory."), program);
+    if (!parser.isSet(m_exec))
+        return Console::wrongUsage(QStringLiteral("'--exec' has to tell what starts a launcher."), program);
+    const ExecTemplate command(parser.value(m_exec));
+    if (!command.errorText().isEmpty())
+        return Console::wrongUsage(command.errorText(), program);
+    IconOptions options(m_icon);
+    if (!options.readShape(parser))
+        return Console::wrongUsage(options.errorText(), program);
+
+    const QString file = parser.positionalArguments().constFirst();
+    const Package package(file);
+    QList<Launcher> launchers;
+    int status = Success;
+    // With a damaged table, good entries would be replaced by ones without labels and icons.
+    if (package.error() == Package::NoError) {
+        launchers = package.launchers();
+    } else {
+        Console::complain(file, package.errorString());
+        status = CannotRead;
+    }
+    LauncherInstaller installer(file, parser.value(m_output), command);
+    installer.setMask(options.mask());
+    installer.setVersionCode(package.versionCode());
+    QJsonArray entries;
+    for (const Launcher &launcher : qAsConst(launchers)) {
+        if (!parser.isSet(m_all) && !launcher.isShown())
+            continue;
+        const LauncherFiles files = installer.install(launcher);
+        if (files.entry.isEmpty()) {
+            status = CannotRead;
+        } else if (parser.isSet(m_json)) {
+            entries.append(toJson(launcher, files));
+        } else {
+            console.write(toLines(files));
+        }
+    }
+    if (parser.isSet(m_json))
+        console.writeLine({{QStringLiteral("file"), file}, {QStringLiteral("entries"), entries}});
+    return status;
+}

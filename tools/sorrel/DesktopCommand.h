@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DESKTOPCOMMAND_H
+#define DESKTOPCOMMAND_H
+
+#include "Command.h"
+#include "IconOptions.h"
+
+#include <QCommandLineOption>
+
+/// `sorrel desktop`: desktop entries and icons of a package's launchers, for hosts that run it.
+class DesktopCommand : public Command
+{
+public:
+    QString name() const override { return QStringLiteral("desktop"); }
+    QString summary() const override { return QStringLiteral("Desktop entries and icons, for menus of hosts."); }
+    QString details() const override;
+    void addOptions(QCommandLineParser &parser) const override;
+    int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_output{
+        {QStringLiteral("o"), QStringLiteral("output")},
+        QStringLiteral("Where to write 'applications' and 'icons', such as ~/.local/share."),
+        QStringLiteral("DIR")};
+    const QCommandLineOption m_exec{
+        QStringLiteral("exec"),
+        QStringLiteral("What starts a launcher, as an entry's Exec has it: %p is the package, "
+                       "%a the activity or alias, %c the class that runs."),
+        QStringLiteral("COMMAND")};
+    const IconOptions m_icon{48};
+    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
+    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("Tells what was written as a JSON object.")};
+};
+
+#endif

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef LAUNCHERINSTALLER_H
+#define LAUNCHERINSTALLER_H
+
+#include "ExecTemplate.h"
+
+#include <SorrelKit/IconMask.h>
+#include <SorrelKit/Launcher.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// The files of a launcher: all of them, or none.
+struct LauncherFiles {
+    QString entry; ///< path of the desktop entry; empty when none was written
+    QStringList icons;
+};
+
+/**
+ * Writes desktop entries, and icons, of the launchers of one package below a directory of data, such as `~/.local/share`:
+ * `applications/NAME.desktop` and `icons/hicolor/SIZExSIZE/apps/NAME.png`. What goes wrong is told on standard error.
+ *
+ * A file that is there is replaced when it was written for the same launcher, as its LauncherMark says. If any other is in
+ * the way, nothing is written for the launcher. Icons in sizes that the launcher has no more are removed. Each file is
+ * written whole or not at all; the entry comes last, and when it, or an icon, cannot be written, those that were not there
+ * before are removed again.
+ */
+class LauncherInstaller
+{
+public:
+    /// For the package in the file @p package, below @p directory.
+    LauncherInstaller(const QString &package, const QString &directory, const ExecTemplate &command);
+
+    void setMask(SorrelKit::IconMask mask) { m_mask = mask; }
+    void setVersionCode(qint64 code) { m_versionCode = code; }
+
+    LauncherFiles install(const SorrelKit::Launcher &launcher) const;
+
+private:
+    struct File {
+        QString path;
+        QByteArray content;
+        bool isNew = true;
+    };
+
+    void complain(const SorrelKit::Launcher &launcher, const QString &text) const;
+    QVector<File> iconFiles(const SorrelKit::Launcher &launcher, const QString &name) const;
+    void removeOldIcons(const SorrelKit::Launcher &launcher, const QString &name, const QStringList &icons) const;
+    QString path(const QString &relative) const { return m_directory + QLatin1Char('/') + relative; }
+
+    QString m_package;
+    QString m_directory;
+    ExecTemplate m_command;
+    SorrelKit::IconMask m_mask = SorrelKit::IconMask::None;
+    qint64 m_versionCode = 0;
+};
+
+#endif

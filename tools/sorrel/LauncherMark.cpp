@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "LauncherMark.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+
+namespace {
+
+QString pictureKey()
+{
+    return QStringLiteral("X-Sorrel-Launcher");
+}
+
+// Opening a pipe would wait for somebody to write to it.
+bool isPlainFile(const QString &path)
+{
+    const QFileInfo info(path);
+    return info.isFile() && !info.isSymLink();
+}
+
+// What is none is not for a decoder, which has something to say about it.
+bool isPng(const QString &path)
+{
+    const QByteArray signature("\x89PNG\r\n\x1a\n");
+    QFile file(path);
+    return isPlainFile(path) && file.open(QIODevice::ReadOnly) && file.read(signature.size()) == signature;
+}
+
+} // namespace
+
+LauncherMark::LauncherMark(const SorrelKit::Launcher &launcher)
+    : m_package(launcher.packageName().toUtf8().toPercentEncoding()),
+      m_component(launcher.name().toUtf8().toPercentEncoding())
+{
+}
+
+QByteArray LauncherMark::entryLines() const
+{
+    return "X-Sorrel-Package=" + m_package + "\nX-Sorrel-Component=" + m_component + '\n';
+}
+
+void LauncherMark::putOn(QImage &picture) const
+{
+    picture.setText(pictureKey(), QString::fromLatin1(m_package + '/' + m_component));
+}
+
+bool LauncherMark::isOnEntry(const QString &path) const
+{
+    // Entries have the lines at their front.
+    constexpr qint64 maxBytes = qint64(1) << 20;
+    QFile file(path);
+    return isPlainFile(path) && file.open(QIODevice::ReadOnly) && file.read(maxBytes).contains('\n' + entryLines());
+}
+
+bool LauncherMark::isOnPicture(const QString &path) const
+{
+    return isPng(path)
+           && QImageReader(path, "png").text(pictureKey()) == QString::fromLatin1(m_package + '/' + m_component);
+}
