@@ -28,7 +28,8 @@ void makeRecorder(const QString &path);
 /// Without any, there is one that says so.
 QStringList recordedArguments(const QString &path);
 
-/// What desktop-file-validate finds wrong with, or would do otherwise in, the entry at @p path; empty when there is nothing.
+/// What desktop-file-validate finds wrong with, or would do otherwise in, the entry at @p path; empty when there is
+/// nothing.
 QString entryFaults(const QString &path);
 /// Starts what the entry at @p path starts, as GLib does it; what goes wrong, or an empty text.
 QString launchEntry(const QString &path);

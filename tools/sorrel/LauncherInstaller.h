@@ -19,13 +19,14 @@ struct LauncherFiles {
 };
 
 /**
- * Writes desktop entries, and icons, of the launchers of one package below a directory of data, such as `~/.local/share`:
- * `applications/NAME.desktop` and `icons/hicolor/SIZExSIZE/apps/NAME.png`. What goes wrong is told on standard error.
+ * Writes desktop entries, and icons, of the launchers of one package below a directory of data, such as
+ * `~/.local/share`: `applications/NAME.desktop` and `icons/hicolor/SIZExSIZE/apps/NAME.png`. What goes wrong is told on
+ * standard error.
  *
- * A file that is there is replaced when it was written for the same launcher, as its LauncherMark says. If any other is in
- * the way, nothing is written for the launcher. Icons in sizes that the launcher has no more are removed. Each file is
- * written whole or not at all; the entry comes last, and when it, or an icon, cannot be written, those that were not there
- * before are removed again.
+ * A file that is there is replaced when it was written for the same launcher, as its LauncherMark says. If any other is
+ * in the way, nothing is written for the launcher. Icons in sizes that the launcher has no more are removed. Each file
+ * is written whole or not at all; the entry comes last, and when it, or an icon, cannot be written, those that were not
+ * there before are removed again.
  */
 class LauncherInstaller
 {

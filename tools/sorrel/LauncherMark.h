@@ -9,9 +9,10 @@
 #include <QString>
 
 /**
- * What tells, in a file that was written for a launcher, which launcher that is: name of the package, and of the activity
- * or alias, in ASCII with all but letters, digits and "-._~" as %XX of its UTF-8. Desktop entries have them as values of the
- * keys X-Sorrel-Package and X-Sorrel-Component, by which hosts find what they have for a package; PNG files as a text.
+ * What tells, in a file that was written for a launcher, which launcher that is: name of the package, and of the
+ * activity or alias, in ASCII with all but letters, digits and "-._~" as %XX of its UTF-8. Desktop entries have them as
+ * values of the keys X-Sorrel-Package and X-Sorrel-Component, by which hosts find what they have for a package; PNG
+ * files as a text.
  */
 class LauncherMark
 {
