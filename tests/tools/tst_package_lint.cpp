@@ -152,6 +152,8 @@ QString TestPackageLint::write(const QString &name, const QByteArray &bytes) con
 {
     const QString path = m_directory.filePath(name);
     QFile file(path);
+    // Some file systems wait for the disk when a file is written over, and there are thousands.
+    file.remove();
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("could not write %s", qPrintable(path));
     return path;
@@ -215,32 +217,32 @@ void TestPackageLint::everyPrefixIsAnswered()
 
 void TestPackageLint::everyDamagedFieldIsAnswered_data()
 {
+    QTest::addColumn<int>("width");
     QTest::addColumn<qint64>("value");
-    QTest::newRow("-1") << qint64(-1);
-    QTest::newRow("lowest") << qint64(0x80000000);
-    QTest::newRow("highest") << qint64(0x7fffffff);
-    QTest::newRow("0") << qint64(0);
-    QTest::newRow("8") << qint64(8);
+    QTest::newRow("bytes of 0xff") << 1 << qint64(0xff);
+    QTest::newRow("16 bits that are negative") << 2 << qint64(0x8000);
+    QTest::newRow("32 bits, -1") << 4 << qint64(0xffffffff);
+    QTest::newRow("32 bits, the lowest") << 4 << qint64(0x80000000);
+    QTest::newRow("32 bits, a header's size") << 4 << qint64(8);
 }
 
 // The manifest and the table stand in the archive as they are, so that all of their fields are met as well.
 void TestPackageLint::everyDamagedFieldIsAnswered()
 {
+    QFETCH(int, width);
     QFETCH(qint64, value);
     const QByteArray good = rawZip(lintMembers());
-    for (const int width : {1, 2, 4}) {
-        const auto damaged = [&](int i) {
-            QByteArray bytes = good;
-            if (width == 1)
-                poke8(bytes, i, value & 0xff);
-            else if (width == 2)
-                poke16(bytes, i, value & 0xffff);
-            else
-                poke32(bytes, i, value & 0xffffffff);
-            return bytes;
-        };
-        QVERIFY(endsForAll(damaged, good.size() - width));
-    }
+    const auto damaged = [&](int i) {
+        QByteArray bytes = good;
+        if (width == 1)
+            poke8(bytes, i, value);
+        else if (width == 2)
+            poke16(bytes, i, value);
+        else
+            poke32(bytes, i, value);
+        return bytes;
+    };
+    QVERIFY(endsForAll(damaged, good.size() - width));
 }
 
 void TestPackageLint::threadsFindTheSame()

@@ -13,7 +13,7 @@ namespace {
 QString severityText(Severity severity, const TextStyle &style)
 {
     constexpr int width = 7;
-    const QString text = severityName(severity).leftJustified(width);
+    QString text = severityName(severity).leftJustified(width);
     switch (severity) {
     case Severity::Note:
         return style.key(text);
