@@ -74,6 +74,13 @@ LintManifest manifestWithoutResources()
     return manifest;
 }
 
+QByteArray unreadableTable()
+{
+    QVector<RawMember> members = lintMembers({}, lintManifest(manifestWithoutResources()));
+    members[1].headerAt = 1 << 30;
+    return rawZip(members);
+}
+
 QJsonObject refusedTable(const char *reason)
 {
     return finding("apkfile-refuses", warning, QString(),
@@ -224,6 +231,15 @@ QVector<LintCase> tableCases()
              "The resource table cannot be read (could not parse resources.arsc: not a resource table), and labels "
              "and icons are missing.")},
          3},
+        {"damaged-table, and missing-header",
+         unreadableTable(),
+         {finding("missing-header", fault, tableName,
+                  "No member stands where the directory says, and the member cannot be read."),
+          finding(
+              "damaged-table", fault, tableName,
+              "The resource table cannot be read (could not parse resources.arsc: not a resource table), and labels "
+              "and icons are missing.")},
+         3},
         {"sparse-table",
          encoded(TableEncoding::Sparse),
          {refusedTable("resource table contains entry not in index"),
@@ -285,6 +301,13 @@ QVector<LintCase> manifestCases()
          lintPackageFile(lintTable(), lintManifest().chopped(1)),
          {finding("damaged-manifest", fault, manifestName,
                   "The manifest cannot be read (could not parse AndroidManifest.xml: not a binary XML document).")},
+         5},
+        {"damaged-manifest, to SorrelKit alone",
+         lintPackageFile(lintTable(), XmlBuilder().start(QStringLiteral("manifest")).build()),
+         {finding(
+             "damaged-manifest", fault, manifestName,
+             "The manifest cannot be read (could not parse AndroidManifest.xml: damaged XML document). ApkFile reads "
+             "it all the same.")},
          5},
         {"untyped-manifest",
          lintPackageFile(lintTable(), untyped),

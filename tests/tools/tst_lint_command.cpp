@@ -91,6 +91,8 @@ void TestLintCommand::nothingIsOdd_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::newRow("deflated") << lintPackageFile();
     QTest::newRow("stored") << rawZip(lintMembers());
+    QTest::newRow("resources that share a map")
+        << lintPackageFile(lintTable(lintPackage().type(labelType().map(1, 1).offset(2, 16)).type(iconType())));
     QTest::newRow("made for Android 11") << lintPackageWithTableAt(0);
 }
 

@@ -152,6 +152,9 @@ void ReaderLint::readTable()
 {
     if (!m_hasTable) {
         setError(NoTable);
+        // One that is there and cannot be read is told as such.
+        if (m_package.error() == SorrelKit::Package::BadTable)
+            return;
         m_findings->add(
             LintChecks::NoTable, QString(),
             QStringLiteral("There is no resource table, so that there are no resources; ApkFile needs one to "

@@ -14,6 +14,7 @@ constexpr quint16 PackageChunk = 0x0200;
 constexpr quint16 TypeChunk = 0x0201;
 constexpr quint8 SparseFlag = 0x01;
 constexpr quint8 ShortOffsetsFlag = 0x02;
+constexpr quint16 MapFlag = 0x0001;
 constexpr quint16 CompactFlag = 0x0008;
 constexpr qint64 OffsetUnit = 4; ///< of offsets of 16 bits
 constexpr qint64 MaxEntries = 0x10000;
@@ -73,5 +74,8 @@ void TableScan::scanType(qint64 at, qint64 headerSize, qint64 size)
     }
     if (!std::is_sorted(offsets.cbegin(), offsets.cend()))
         std::sort(offsets.begin(), offsets.end());
-    m_hasSharedEntries = m_hasSharedEntries || std::adjacent_find(offsets.cbegin(), offsets.cend()) != offsets.cend();
+    for (int i = 1; i < offsets.size() && !m_hasSharedEntries; ++i) {
+        const quint16 entryFlags = m_bytes.u16(at + entriesAt + offsets.at(i) + 2);
+        m_hasSharedEntries = offsets.at(i) == offsets.at(i - 1) && (entryFlags & MapFlag) == 0;
+    }
 }

@@ -16,7 +16,7 @@ public:
     bool isSparse() const { return m_isSparse; }
     bool hasShortOffsets() const { return m_hasShortOffsets; }
     bool isCompact() const { return m_isCompact; }
-    /// Whether several resources of a type have one entry.
+    /// Whether several resources of a type have one entry, with a simple value. libsorrel reads no value of others.
     bool hasSharedEntries() const { return m_hasSharedEntries; }
 
 private:
