@@ -10,11 +10,18 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # is the SVG library.
 build_packages=(
     cmake ninja-build g++ pkg-config
-    qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libqt5svg5-dev
+    qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
-# What the tests take on top.
-test_packages=("${build_packages[@]}" binutils libxml2-utils)
+# What the tests take on top: programs that they look at libraries, pages and archives with; those whose work the tools have
+# a part in; a browser; and shells and typesetters for what tells people about the tools.
+test_packages=(
+    "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
+    bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
+    desktop-file-utils parallel
+    chromium chromium-driver python3-selenium
+    bash fish zsh mandoc groff-base
+)
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
 # What scripts/bench.sh takes on top of building.

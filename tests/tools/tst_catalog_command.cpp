@@ -141,6 +141,15 @@ void TestCatalogCommand::anOldPageIsKeptWhenThereIsNoNewOne()
     const QString old = write(QStringLiteral("old.html"), QByteArray("old"));
     QCOMPARE(runSorrel({QStringLiteral("catalog"), QStringLiteral("-o"), old}).status, 2);
     QCOMPARE(contentOf(old), QByteArray("old"));
+
+    // Files may have half a kilobyte, of which the page takes many.
+    const QString file = write(QStringLiteral("good.apk"), good(QStringLiteral("org.good"), QStringLiteral("Good")));
+    const ToolRun full = runTool(QStringLiteral("sh"),
+                                 {QStringLiteral("-c"), QStringLiteral("ulimit -f 1; trap '' XFSZ; exec sorrel \"$@\""),
+                                  QStringLiteral("sh"), QStringLiteral("catalog"), QStringLiteral("-o"), old, file});
+    QCOMPARE(full.status, 1);
+    QVERIFY(QString::fromUtf8(full.errors).startsWith(QStringLiteral("sorrel: %1: ").arg(old)));
+    QCOMPARE(contentOf(old), QByteArray("old"));
 }
 
 void TestCatalogCommand::outputThatCannotBeWritten()

@@ -65,6 +65,7 @@ private slots:
     void packagesWithoutAnIcon();
     void whatCannotBeDrawnIsTold();
     void anOldFileIsKeptWhenThereIsNoNewOne();
+    void aFullDiskLeavesWhatWas();
     void outputThatCannotBeWritten();
     void wrongUsage_data();
     void wrongUsage();
@@ -207,6 +208,22 @@ void TestIconCommand::anOldFileIsKeptWhenThereIsNoNewOne()
     const QString output = write(QStringLiteral("old.png"), QByteArray("old"));
     const QString file = write(QStringLiteral("without.apk"), package(emptyTable(), smallManifest()));
     QCOMPARE(runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file}).status, 1);
+    QFile old(output);
+    QVERIFY(old.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll(), QByteArray("old"));
+}
+
+void TestIconCommand::aFullDiskLeavesWhatWas()
+{
+    const QString output = write(QStringLiteral("full.png"), QByteArray("old"));
+    // Files may have 512 bytes.
+    const ToolRun result = runTool(
+        QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("ulimit -f 1; trap '' XFSZ; exec sorrel \"$@\""), QStringLiteral("sh"),
+         QStringLiteral("icon"), QStringLiteral("-s1024"), QStringLiteral("-o"), output, sample("babel.sparse.apk")});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(QString::fromUtf8(result.errors),
+             QStringLiteral("sorrel: %1: not all of it could be written\n").arg(output));
     QFile old(output);
     QVERIFY(old.open(QIODevice::ReadOnly));
     QCOMPARE(old.readAll(), QByteArray("old"));

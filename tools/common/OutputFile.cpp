@@ -20,7 +20,17 @@ OutputFile::OutputFile(const QString &path)
 
 bool OutputFile::commit()
 {
-    if (auto *const file = qobject_cast<QSaveFile *>(m_file.get()))
-        return file->commit();
-    return m_file->flush() && m_file->error() == QFileDevice::NoError;
+    // A disk that is full is told by what is flushed; QSaveFile alone would take what there was room for.
+    if (!m_file->flush() || m_file->error() != QFileDevice::NoError) {
+        m_isCut = true;
+        return false;
+    }
+    auto *const file = qobject_cast<QSaveFile *>(m_file.get());
+    return file == nullptr || file->commit();
+}
+
+QString OutputFile::errorString() const
+{
+    return m_isCut && m_file->error() == QFileDevice::NoError ? QStringLiteral("not all of it could be written")
+                                                              : m_file->errorString();
 }

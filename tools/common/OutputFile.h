@@ -22,10 +22,11 @@ public:
     /// Puts what was written into its place; false when not all of it could be written, to the disk either.
     bool commit();
     /// Why open() or commit() failed.
-    QString errorString() const { return m_file->errorString(); }
+    QString errorString() const;
 
 private:
     std::unique_ptr<QFileDevice> m_file;
+    bool m_isCut = false; ///< the file took less than was written
 };
 
 #endif

@@ -9,19 +9,33 @@
 #include <QJsonArray>
 #include <QLocale>
 #include <QStringList>
-#include <QTextStream>
+#include <QVector>
 
 using SorrelKit::IconFile;
 using SorrelKit::Launcher;
 
 namespace {
 
-constexpr int KeyWidth = 16;
+constexpr int MinKeyWidth = 16;
 
-void writeLine(QTextStream &out, const TextStyle &style, int indent, const QString &key, const QString &value)
+// What the report says, in lines of a key and a value.
+struct Row {
+    QString key;
+    QString value;
+    bool isStrong = false;
+};
+
+QString rowTexts(const QVector<Row> &rows, const TextStyle &style)
 {
-    const QString padded = (QString(indent, QLatin1Char(' ')) + printableText(key)).leftJustified(KeyWidth);
-    out << style.key(padded) << ' ' << value << '\n';
+    int width = MinKeyWidth;
+    for (const Row &row : rows)
+        width = qMax(width, row.key.size());
+    QString text;
+    for (const Row &row : rows) {
+        text += style.key(row.key.leftJustified(width)) + QLatin1Char(' ')
+                + (row.isStrong ? style.strong(row.value) : row.value) + QLatin1Char('\n');
+    }
+    return text;
 }
 
 // The language that the user has set, which is not the one that numbers are written in.
@@ -118,34 +132,32 @@ PackageReport::PackageReport(const QString &file, const ReportContent &content)
 
 QString PackageReport::toText(const TextStyle &style) const
 {
-    QString text;
-    QTextStream out(&text);
-    const auto write = [&](int indent, const QString &key, const QString &value) {
-        writeLine(out, style, indent, key, printableText(value));
+    QVector<Row> rows;
+    const auto add = [&](const QString &key, const QString &value, bool isStrong = false) {
+        rows.append({printableText(key), printableText(value), isStrong});
     };
-    out << style.title(printableText(m_file)) << '\n';
-    write(2, QStringLiteral("package"), m_package.packageName());
+    add(QStringLiteral("  package"), m_package.packageName());
     if (m_package.versionCode() != 0 || !m_package.versionName().isEmpty())
-        write(2, QStringLiteral("version"),
-              QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
-    write(2, QStringLiteral("minimum SDK"), QString::number(m_package.minSdkVersion()));
+        add(QStringLiteral("  version"),
+            QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
+    add(QStringLiteral("  minimum SDK"), QString::number(m_package.minSdkVersion()));
     if (!m_package.splits().isEmpty())
-        write(2, QStringLiteral("splits"), m_package.splits().join(QLatin1Char(' ')));
+        add(QStringLiteral("  splits"), m_package.splits().join(QLatin1Char(' ')));
     if (m_launchers.isEmpty())
-        write(2, QStringLiteral("launcher"), QStringLiteral("none"));
+        add(QStringLiteral("  launcher"), QStringLiteral("none"));
+    const QLocale locale = userLocale();
     for (const Launcher &launcher : m_launchers) {
-        write(2, QStringLiteral("launcher"), launcher.name());
+        add(QStringLiteral("  launcher"), launcher.name());
         QMap<QString, QString> labels = launcher.labels();
         if (!labels.isEmpty()) {
-            const QLocale locale = userLocale();
             const QString shown = shownLanguage(labels, launcher.label(locale), locale);
-            writeLine(out, style, 4, QStringLiteral("label ") + shown, style.strong(printableText(labels.take(shown))));
+            add(QStringLiteral("    label ") + shown, labels.take(shown), true);
         }
         for (auto label = labels.cbegin(); label != labels.cend(); ++label)
-            write(4, QStringLiteral("label ") + label.key(), label.value());
-        write(4, QStringLiteral("icons"), iconTexts(launcher.iconFiles()));
+            add(QStringLiteral("    label ") + label.key(), label.value());
+        add(QStringLiteral("    icons"), iconTexts(launcher.iconFiles()));
     }
-    return text;
+    return style.title(printableText(m_file)) + QLatin1Char('\n') + rowTexts(rows, style);
 }
 
 QJsonObject PackageReport::toJson() const
