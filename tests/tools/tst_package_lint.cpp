@@ -187,7 +187,7 @@ void TestPackageLint::boundsHold()
 {
     QFETCH(QByteArray, bytes);
     constexpr double MaxSeconds = 10;
-    constexpr qint64 MaxMemory = qint64(640) << 20;
+    constexpr qint64 MaxMemory = qint64(256) << 20;
     const QString file = write(QStringLiteral("hostile.apk"), bytes);
     const Cost taken = cost([&] { PackageLint(file).toJson(); });
     QVERIFY(taken.ended);

@@ -51,7 +51,7 @@ void ArchiveLint::checkEnds()
     else if (m_directory.isZip64())
         m_findings->add(LintChecks::Zip64, QString(),
                         QStringLiteral("The archive has a ZIP64 directory, whose members were not looked at."));
-    else if (m_directory.members().size() < m_directory.memberCount())
+    else if (m_directory.members().size() < m_directory.memberCount() && !m_directory.isCut())
         m_findings->add(DamagedDirectory, QString(),
                         QStringLiteral("The archive's directory ends after %1 of %2 members; the others are lost.")
                             .arg(m_directory.members().size())

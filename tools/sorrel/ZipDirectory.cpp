@@ -68,6 +68,7 @@ bool ZipDirectory::isDirectoryEnd(const QByteArray &tail, int at, qint64 tailAt)
 
 void ZipDirectory::readMembers(qint64 at, qint64 size)
 {
+    m_isCut = size > MaxBytes;
     const RawBytes directory(read(at, qMin(size, MaxBytes)));
     qint64 position = 0;
     while (m_members.size() < m_memberCount && directory.has(position, MemberSize)

@@ -44,6 +44,8 @@ public:
     bool isMultiDisk() const { return m_isMultiDisk; }
     /// Whether sizes or offsets are in a ZIP64 directory, which is not read.
     bool isZip64() const { return m_isZip64; }
+    /// Whether the directory is longer than MaxBytes, of which members() has the start.
+    bool isCut() const { return m_isCut; }
     /// The number of members that the end claims.
     int memberCount() const { return m_memberCount; }
     /// Those that the directory has, in its order.
@@ -68,6 +70,7 @@ private:
     qint64 m_endAt = -1;
     bool m_isMultiDisk = false;
     bool m_isZip64 = false;
+    bool m_isCut = false;
     bool m_hasOtherDirectory = false;
     int m_memberCount = 0;
     qint64 m_leadingBytes = 0;
