@@ -21,8 +21,8 @@ struct RawMember {
 };
 
 /**
- * A ZIP archive that is written field by field, none of it compressed. @p before are bytes of the file in front of it, which
- * its offsets count.
+ * A ZIP archive that is written field by field, none of it compressed. @p before are bytes of the file in front of it,
+ * which its offsets count.
  */
 QByteArray rawZip(const QVector<RawMember> &members, const QByteArray &before = QByteArray());
 /// The same with its directory's place in a ZIP64 record.

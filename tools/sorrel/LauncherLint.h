@@ -10,8 +10,8 @@
 #include <QString>
 
 /**
- * What is odd in the launchers of a package: their classes, labels and icons. Icons are looked up and drawn once for each
- * resource. MaxLaunchers are looked at, and no further one is begun after MaxTime.
+ * What is odd in the launchers of a package: their classes, labels and icons. Icons are looked up and drawn once for
+ * each resource. MaxLaunchers are looked at, and no further one is begun after MaxTime.
  */
 class LauncherLint
 {

@@ -7,9 +7,10 @@
 #include <QtGlobal>
 
 /**
- * Catches what Qt's debug channel is told in the thread that made the object, while it lives; one at a time in a thread,
- * and any number of threads at a time. Other threads, and messages that end the process, go on to the handler that was
- * there before, which is there again when the last one is gone. The debug channel is on meanwhile, whatever rules say.
+ * Catches what Qt's debug channel is told in the thread that made the object, while it lives; one at a time in a
+ * thread, and any number of threads at a time. Other threads, and messages that end the process, go on to the handler
+ * that was there before, which is there again when the last one is gone. The debug channel is on meanwhile, whatever
+ * rules say.
  *
  * Equal lines are counted; there are as many different ones as the library tells, at most some hundreds.
  */

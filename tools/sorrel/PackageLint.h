@@ -13,8 +13,8 @@
  * SorrelKit, other readers of ZIP archives, Android. All is looked at when the object is made; the file is closed then.
  * LintChecks.h has the checks.
  *
- * Time and memory are bounded as those of SorrelKit::Package are, of which this takes some times as much, and no package
- * ends the process. Objects may be made in several threads at a time.
+ * Time and memory are bounded as those of SorrelKit::Package are, of which this takes some times as much, and no
+ * package ends the process. Objects may be made in several threads at a time.
  */
 class PackageLint
 {

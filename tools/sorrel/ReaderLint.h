@@ -11,9 +11,9 @@
 #include <QString>
 
 /**
- * What is odd in the manifest and in the resource table of a package, and what libsorrel's ApkFile and SorrelKit make of
- * them. libsorrel reads the very bytes that were looked at before, and only when no negative string index would end the
- * process; see ManifestScan.
+ * What is odd in the manifest and in the resource table of a package, and what libsorrel's ApkFile and SorrelKit make
+ * of them. libsorrel reads the very bytes that were looked at before, and only when no negative string index would end
+ * the process; see ManifestScan.
  */
 class ReaderLint
 {

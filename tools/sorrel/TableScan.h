@@ -5,8 +5,8 @@
 #include "RawBytes.h"
 
 /**
- * Tells in which forms a resource table keeps its types, of which libsorrel reads the classic one alone: an offset of 32
- * bits for each entry, and an entry for each value. Goes over the chunks and the offsets once, until one is damaged.
+ * Tells in which forms a resource table keeps its types, of which libsorrel reads the classic one alone: an offset of
+ * 32 bits for each entry, and an entry for each value. Goes over the chunks and the offsets once, until one is damaged.
  */
 class TableScan
 {

@@ -8,11 +8,12 @@
 #include <QVector>
 
 /**
- * The directory of a ZIP archive, and the headers of its members, as the file has them: what a library that reads archives
- * makes up its mind about, and does not show. Nothing is unpacked. Fields have the names of the format (APPNOTE 4.3).
+ * The directory of a ZIP archive, and the headers of its members, as the file has them: what a library that reads
+ * archives makes up its mind about, and does not show. Nothing is unpacked. Fields have the names of the format
+ * (APPNOTE 4.3).
  *
- * The end of the directory is the last one of the file, which is the one that libsorrel takes. Up to MaxBytes of a directory
- * are read, at once.
+ * The end of the directory is the last one of the file, which is the one that libsorrel takes. Up to MaxBytes of a
+ * directory are read, at once.
  */
 class ZipDirectory
 {
