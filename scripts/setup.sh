@@ -18,7 +18,7 @@ build_packages=(
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
-    desktop-file-utils parallel
+    desktop-file-utils parallel jq
     chromium chromium-driver python3-selenium
     bash fish zsh mandoc groff-base
 )

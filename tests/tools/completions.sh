@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# completions.sh PROGRAM [SUBCOMMAND...]: whether Bash, Zsh and fish, with what is installed beside PROGRAM, offer every
-# option that `PROGRAM --help` describes and no other; with subcommands, whether they offer those, and for each the
+# completions.sh PROGRAM: whether Bash, Zsh and fish, with what is installed beside PROGRAM, offer every
+# option that `PROGRAM --help` describes and no other; whether they offer the subcommands that it lists, and for each the
 # options of `PROGRAM SUBCOMMAND --help`.
 set -euo pipefail
 program=$1
-shift
 export LC_ALL=C.UTF-8 TERM=dumb
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$tests/options.sh"
@@ -42,10 +41,10 @@ offers_options() {
 }
 
 offers_options "$program"
-for subcommand in "$@"; do
+for subcommand in $(subcommands "$program"); do
     for shell in bash fish zsh; do
-        "in_$shell" "$share" "$program" "" | grep -qxF -- "$subcommand" \
-            || fault "$shell does not offer the subcommand $subcommand"
+        offered=$("in_$shell" "$share" "$program" "") || true
+        grep -qxF -- "$subcommand" <<<"$offered" || fault "$shell does not offer the subcommand $subcommand"
     done
     offers_options "$program" "$subcommand"
 done

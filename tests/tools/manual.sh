@@ -1,12 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# manual.sh MANPAGE PROGRAM [SUBCOMMAND...]: whether the manual page has nothing that mandoc or groff warn about, has
+# manual.sh MANPAGE PROGRAM: whether the manual page has nothing that mandoc or groff warn about, has
 # the sections that it should have, names every option that `PROGRAM --help` describes, and no long option that is
-# unknown. The options of `PROGRAM SUBCOMMAND --help` stand in the subsection whose heading begins with SUBCOMMAND, or
-# in OPTIONS.
+# unknown. The options of each subcommand that PROGRAM lists stand in the subsection whose heading begins with its name,
+# or in OPTIONS.
 set -euo pipefail
 page=$1 program=$2
-shift 2
 export LC_ALL=C.UTF-8
 . "$(dirname "$0")/options.sh"
 
@@ -52,7 +51,7 @@ names_options() {
 
 names_options "$text" "the page" "$program"
 known=$(options "$program")
-for subcommand in "$@"; do
+for subcommand in $(subcommands "$program"); do
     described=$(part "$subcommand")
     [ -n "$described" ] || fault "the subsection $subcommand is missing"
     names_options "$described"$'\n'"$(part OPTIONS)" "the subsection $subcommand" "$program" "$subcommand"

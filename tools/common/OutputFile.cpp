@@ -31,6 +31,7 @@ bool OutputFile::commit()
 
 QString OutputFile::errorString() const
 {
-    return m_isCut && m_file->error() == QFileDevice::NoError ? QStringLiteral("not all of it could be written")
-                                                              : m_file->errorString();
+    // Of a write that was cut short, no reason is known.
+    return m_isCut && m_file->error() == QFileDevice::WriteError ? QStringLiteral("not all of it could be written")
+                                                                 : m_file->errorString();
 }
