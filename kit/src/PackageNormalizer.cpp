@@ -7,6 +7,7 @@
 #include "ChunkView.h"
 #include "IconMembers.h"
 #include "PackageData.h"
+#include "PackageSet.h"
 #include "ResourceTable.h"
 #include "TableRewriter.h"
 #include "XmlReader.h"
@@ -31,6 +32,12 @@ const char *const manifestName = "AndroidManifest.xml";
 struct Member {
     QString name;
     QByteArray content;
+};
+
+// What is open of a package; null when it cannot be opened.
+struct OpenPackage {
+    std::unique_ptr<ArchiveFiles> set; ///< that the package is the base of; outlives it
+    std::unique_ptr<ArchiveFiles> files;
 };
 
 QByteArray emptyTable()
@@ -96,7 +103,7 @@ public:
     bool isNeeded = false;
 
 private:
-    std::unique_ptr<ArchiveFiles> openArchive();
+    OpenPackage openPackage();
     void loadTable(ArchiveFiles &archive);
     void loadManifest(ArchiveFiles &archive);
     QVector<Member> pictures(const QStringList &paths);
@@ -116,11 +123,21 @@ void PackageNormalizerPrivate::setError(PackageNormalizer::Error code, const QSt
     isNeeded = false;
 }
 
-std::unique_ptr<ArchiveFiles> PackageNormalizerPrivate::openArchive()
+OpenPackage PackageNormalizerPrivate::openPackage()
 {
-    auto archive =
+    OpenPackage package;
+    package.files =
         device != nullptr ? std::make_unique<ArchiveFiles>(device) : std::make_unique<ArchiveFiles>(fileName);
-    return archive->open() ? std::move(archive) : nullptr;
+    if (!package.files->open()) {
+        package.files.reset();
+    } else if (!package.files->contains(QLatin1String(manifestName)) && PackageSet::isSet(*package.files)) {
+        PackageSet set(*package.files);
+        if (set.base() != nullptr) {
+            package.set = std::move(package.files);
+            package.files = std::move(set.base());
+        }
+    }
+    return package;
 }
 
 void PackageNormalizerPrivate::load()
@@ -128,20 +145,21 @@ void PackageNormalizerPrivate::load()
     if (isLoaded)
         return;
     isLoaded = true;
-    const std::unique_ptr<ArchiveFiles> archive = openArchive();
-    if (archive == nullptr) {
+    const OpenPackage package = openPackage();
+    if (package.files == nullptr) {
         setError(PackageNormalizer::CannotOpen);
         return;
     }
-    loadManifest(*archive);
-    loadTable(*archive);
+    isNeeded = package.set != nullptr;
+    loadManifest(*package.files);
+    loadTable(*package.files);
 }
 
 void PackageNormalizerPrivate::loadTable(ArchiveFiles &archive)
 {
     if (!archive.contains(QLatin1String(tableName))) {
         table = emptyTable();
-        isNeeded = !manifest.isEmpty(); // else it is no package
+        isNeeded = isNeeded || !manifest.isEmpty(); // else it is no package
         return;
     }
     const QByteArray original = archive.file(QLatin1String(tableName), TableRewriter::MaxTableBytes);
@@ -166,17 +184,17 @@ void PackageNormalizerPrivate::loadManifest(ArchiveFiles &archive)
 QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
 {
     QVector<Member> members;
-    const std::unique_ptr<ArchiveFiles> archive = openArchive();
-    if (archive == nullptr)
+    const OpenPackage package = openPackage();
+    if (package.files == nullptr)
         return members;
     Allowance bytes(ArchiveImages::MaxReadBytes);
     for (const QString &path : paths) {
         if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
             continue;
-        if (bytes.left() == 0 || !archive->contains(path))
+        if (bytes.left() == 0 || !package.files->contains(path))
             continue;
         const qint64 most = qMin(ArchiveImages::MaxFileBytes, bytes.left());
-        const QByteArray content = archive->file(path, most);
+        const QByteArray content = package.files->file(path, most);
         // One that is too large takes the time of as much as may be.
         bytes.spend(content.isEmpty() ? most : content.size());
         if (!content.isEmpty() && !XmlReader::isDocument(content))

@@ -40,7 +40,8 @@ QString complexText(quint32 data, int factor)
     constexpr int MantissaBits[] = {0, 7, 15, 23};
     constexpr int MaxDecimals = 8;
     const int bits = MantissaBits[data >> 4 & 3];
-    const double value = factor * std::ldexp(double(qint32(data & 0xffffff00) / 256), -bits);
+    const qint32 mantissa = qint32(data & 0xffffff00) / 256;
+    const double value = factor * std::ldexp(double(mantissa), -bits);
     const double tolerance = factor * std::ldexp(0.5, -bits);
     QString text;
     for (int decimals = 0; decimals <= MaxDecimals; ++decimals) {

@@ -183,6 +183,8 @@ private slots:
     void packagesInOtherFormsAnswerAsTheClassicOne();
     void aPackageMayHaveNoTable();
     void aManifestNeedNotSayThatItIsOne();
+    void aSetAnswersAsItsBase();
+    void aSetWithoutABaseIsNoPackage();
     void aSparseBuildAnswersAsTheDenseOne_data();
     void aSparseBuildAnswersAsTheDenseOne();
     void everySampleAnswersTheSameInEveryForm_data();
@@ -294,6 +296,36 @@ void TestPackageNormalizer::aManifestNeedNotSayThatItIsOne()
     QVERIFY(!Normalized(package(table(), document)).normalizer.isNeeded());
     QVERIFY(!Normalized(package(table(), QByteArray(7, '\0'))).normalizer.isNeeded());
     QVERIFY(!Normalized(package(table(), QByteArray())).normalizer.isNeeded());
+}
+
+void TestPackageNormalizer::aSetAnswersAsItsBase()
+{
+    const QStringList expected = answersTo(packageIn(TableEncoding::Dense));
+    XmlBuilder split = XmlBuilder::manifest();
+    split.empty(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x")),
+                                             plainText(QStringLiteral("split"), QStringLiteral("config.de"))});
+    for (const TableEncoding encoding : everyEncoding) {
+        for (const Compression compression : {Compression::Stored, Compression::Deflated}) {
+            Normalized it(zip({{"split.apk", package(emptyTable(), split.build())}, {"base.apk", packageIn(encoding)}},
+                              compression));
+            QVERIFY(it.normalizer.isNeeded());
+            QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
+            QCOMPARE(answers(*it.normalizer.apkFile()), expected);
+            QVERIFY(!it.device.isOpen());
+        }
+    }
+    Normalized damaged(zip({{"base.apk", package(emptyTable().chopped(1), smallManifest())}}));
+    QVERIFY(!damaged.normalizer.isNeeded());
+    QCOMPARE(damaged.normalizer.error(), PackageNormalizer::BadTable);
+}
+
+void TestPackageNormalizer::aSetWithoutABaseIsNoPackage()
+{
+    Normalized it(zip({{"base.apk", QByteArray("no package")}}));
+    QVERIFY(!it.normalizer.isNeeded());
+    const std::unique_ptr<ApkFile> apk = it.normalizer.apkFile();
+    QVERIFY(apk->getLauncherInfo(false).isEmpty());
+    QCOMPARE(apk->getError(), 2);
 }
 
 void TestPackageNormalizer::aSparseBuildAnswersAsTheDenseOne_data()

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "Files.h"
 #include "Tool.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -46,20 +46,14 @@ private slots:
     void wrongUsage();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
     QString page() const { return m_directory.filePath(QStringLiteral("page.html")); }
 
     QTemporaryDir m_directory;
 };
-
-QString TestCatalogCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!QDir().mkpath(QFileInfo(path).path()) || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 void TestCatalogCommand::aPageOfAllPackages()
 {

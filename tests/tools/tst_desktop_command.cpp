@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "DesktopEntries.h"
+#include "Files.h"
 #include "Tool.h"
 
 #include <QImage>
@@ -77,7 +78,10 @@ private slots:
     void unreadablePackages();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory->filePath(name), bytes);
+    }
     QString colored(quint32 rgb, int size, const QString &label = QStringLiteral("Label")) const;
     QString output() const { return m_directory->filePath(QStringLiteral("share")); }
     QString entry(const char *name) const
@@ -108,16 +112,6 @@ void TestDesktopCommand::initTestCase()
 void TestDesktopCommand::init()
 {
     m_directory = std::make_unique<QTemporaryDir>();
-}
-
-QString TestDesktopCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory->filePath(name);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
 }
 
 // A package with a launcher org.x.Main, whose icon is a square of one colour.

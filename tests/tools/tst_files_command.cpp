@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "Files.h"
 #include "Tool.h"
 
 #include <QJsonDocument>
@@ -51,19 +52,13 @@ private slots:
     void outputThatCannotBeWritten();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
 
     QTemporaryDir m_directory;
 };
-
-QString TestFilesCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 void TestFilesCommand::forAPerson()
 {

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "Files.h"
 #include "Tool.h"
 
 #include <SorrelKit/Package.h>
 
-#include <QDir>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -65,25 +65,20 @@ private slots:
     void packagesWithoutAnIcon();
     void whatCannotBeDrawnIsTold();
     void anOldFileIsKeptWhenThereIsNoNewOne();
+    void aPackageIsNotReplacedByItsIcon();
     void aFullDiskLeavesWhatWas();
     void outputThatCannotBeWritten();
     void wrongUsage_data();
     void wrongUsage();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
 
     QTemporaryDir m_directory;
 };
-
-QString TestIconCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 void TestIconCommand::sizesAndShapes_data()
 {
@@ -211,6 +206,22 @@ void TestIconCommand::anOldFileIsKeptWhenThereIsNoNewOne()
     QFile old(output);
     QVERIFY(old.open(QIODevice::ReadOnly));
     QCOMPARE(old.readAll(), QByteArray("old"));
+}
+
+void TestIconCommand::aPackageIsNotReplacedByItsIcon()
+{
+    const QByteArray bytes = twoLaunchers();
+    const QString file = write(QStringLiteral("itself.apk"), bytes);
+    const QString link = m_directory.filePath(QStringLiteral("link.png"));
+    QVERIFY(QFile::link(file, link));
+    for (const QString &output : {file, link, m_directory.filePath(QStringLiteral("./itself.apk"))}) {
+        const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file});
+        QCOMPARE(result.status, 2);
+        QVERIFY(result.errors.startsWith("sorrel: The picture would replace the package.\n"));
+        QFile package(file);
+        QVERIFY(package.open(QIODevice::ReadOnly));
+        QCOMPARE(package.readAll(), bytes);
+    }
 }
 
 void TestIconCommand::aFullDiskLeavesWhatWas()

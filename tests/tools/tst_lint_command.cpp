@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
+#include "Files.h"
 #include "LintCases.h"
 #include "LintFixture.h"
 #include "LogCapture.h"
@@ -72,19 +73,13 @@ private slots:
 private:
     QJsonArray lint(const QByteArray &bytes) const;
     QStringList checksIn(const QByteArray &bytes) const;
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
 
     QTemporaryDir m_directory;
 };
-
-QString TestLintCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 void TestLintCommand::nothingIsOdd_data()
 {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
 #include "Cost.h"
+#include "Files.h"
 #include "LintCases.h"
 #include "LintFixture.h"
 #include "LogCapture.h"
@@ -142,22 +143,14 @@ private slots:
     void filesAreClosed();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
     bool endsForAll(const std::function<QByteArray(int)> &bytesOf, int count) const;
 
     QTemporaryDir m_directory;
 };
-
-QString TestPackageLint::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    // Some file systems wait for the disk when a file is written over, and there are thousands.
-    file.remove();
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 void TestPackageLint::boundsHold_data()
 {

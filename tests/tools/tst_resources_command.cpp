@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "Files.h"
 #include "Tool.h"
 
 #include <QJsonArray>
@@ -97,7 +98,10 @@ private slots:
     void wrongUsage();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
 
     QTemporaryDir m_directory;
     QString m_file;
@@ -106,15 +110,6 @@ private:
 void TestResourcesCommand::initTestCase()
 {
     m_file = write(QStringLiteral("notes.apk"), package(table(), smallManifest()));
-}
-
-QString TestResourcesCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("cannot write %s", qPrintable(path));
-    return path;
 }
 
 void TestResourcesCommand::listForAPerson()

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "ApkFile.h"
+#include "Files.h"
 #include "LogCapture.h"
 #include "Tool.h"
 
@@ -130,6 +131,7 @@ private slots:
     void manifestKeepsAttributesOfOneNameApart();
     void manifestPrintsTheSameEachTime();
     void manifestThatIsNoXmlIsMadeXml();
+    void manifestOfASetIsItsBases();
     void unreadableManifest();
     void manifestWithoutElements();
 
@@ -141,20 +143,14 @@ private slots:
     void outputThatCannotBeWritten();
 
 private:
-    QString write(const QString &name, const QByteArray &bytes) const;
+    QString write(const QString &name, const QByteArray &bytes) const
+    {
+        return writeFile(m_directory.filePath(name), bytes);
+    }
     QString good() const;
 
     QTemporaryDir m_directory;
 };
-
-QString TestSorrelCommand::write(const QString &name, const QByteArray &bytes) const
-{
-    const QString path = m_directory.filePath(name);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(path));
-    return path;
-}
 
 QString TestSorrelCommand::good() const
 {
@@ -495,6 +491,17 @@ void TestSorrelCommand::manifestThatIsNoXmlIsMadeXml()
     QVERIFY(xmllint.waitForFinished());
     QCOMPARE(xmllint.readAllStandardError(), QByteArray());
     QCOMPARE(xmllint.exitCode(), 0);
+}
+
+void TestSorrelCommand::manifestOfASetIsItsBases()
+{
+    const QString file = good();
+    QFile base(file);
+    QVERIFY(base.open(QIODevice::ReadOnly));
+    const QString set = write(QStringLiteral("set.apks"), zip({{QStringLiteral("base.apk"), base.readAll()}}));
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), set});
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.output, runSorrel({QStringLiteral("manifest"), file}).output);
 }
 
 void TestSorrelCommand::unreadableManifest()

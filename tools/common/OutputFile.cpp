@@ -18,6 +18,12 @@ OutputFile::OutputFile(const QString &path)
     m_file = std::move(file);
 }
 
+bool OutputFile::wouldReplace(const QString &path, const QString &input)
+{
+    // Files that are not there count as one for Qt.
+    return QFileInfo::exists(input) && QFileInfo(path) == QFileInfo(input);
+}
+
 bool OutputFile::commit()
 {
     // A disk that is full is told by what is flushed; QSaveFile alone would take what there was room for.

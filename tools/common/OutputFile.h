@@ -16,6 +16,9 @@ class OutputFile
 public:
     explicit OutputFile(const QString &path);
 
+    /// Whether @p path leads to the file that @p input is, which output would replace.
+    static bool wouldReplace(const QString &path, const QString &input);
+
     bool open() { return m_file->open(QIODevice::WriteOnly); }
     /// What to write to, when it is open.
     QIODevice *device() { return m_file.get(); }

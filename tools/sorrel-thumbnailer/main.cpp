@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "OutputFile.h"
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "ThumbnailFile.h"
@@ -44,6 +45,9 @@ int writeThumbnail(const ThumbnailerOptions &options)
     const QString path = options.input().pathOfUri();
     if (path.isEmpty())
         return fail(inputName, QStringLiteral("names no file of this machine"));
+    const bool isFile = !options.output().isDash();
+    if (isFile && OutputFile::wouldReplace(options.output().path(), path))
+        return fail(inputName, QStringLiteral("the thumbnail would replace the package"));
     const Package package(path);
     QString error;
     const QImage icon = package.icon(options.size(), options.mask(), &error);
@@ -53,7 +57,6 @@ int writeThumbnail(const ThumbnailerOptions &options)
     const QByteArray png = PngFile::fromImage(icon);
     if (png.isEmpty())
         return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
-    const bool isFile = !options.output().isDash();
     ThumbnailFile output(options.output().path());
     if (isFile ? output.write(png) : output.writeToStandardOutput(png))
         return Success;

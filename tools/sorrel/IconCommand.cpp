@@ -73,6 +73,8 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
                                    program);
 
     const QString file = parser.positionalArguments().constFirst();
+    if (!isStandardOutput && OutputFile::wouldReplace(output, file))
+        return Console::wrongUsage(QStringLiteral("The picture would replace the package."), program);
     const Package package(file);
     if (!package.isValid()) {
         Console::complain(file, package.errorString());

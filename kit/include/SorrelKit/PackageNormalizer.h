@@ -23,10 +23,11 @@ class PackageNormalizerPrivate;
  *     for (const ApkLauncherInfo &launcher : package->getLauncherInfo(false)) { ... }
  *
  * These are packages whose resource table is written with sparse types, offsets of 16 bits, compact entries, or entries
- * that resources share, as today's build tools do; packages that have no resource table; and packages whose manifest does
- * not say that it is one, which Android reads all the same. They are rewritten in memory, with the members that ApkFile
- * reads, and no others: the table in its classic form, which says the same; the manifest; and the icons' picture files.
- * Nothing is written to disk. Answers are those of ApkFile: XML icons, for one, are left out. Package reads them.
+ * that resources share, as today's build tools do; packages that have no resource table; packages whose manifest does not
+ * say that it is one, which Android reads all the same; and sets of packages, of which the base is taken, without its
+ * splits. They are rewritten in memory, with the members that ApkFile reads, and no others: the table in its classic form,
+ * which says the same; the manifest; and the icons' picture files. Nothing is written to disk. Answers are those of
+ * ApkFile: XML icons, for one, are left out. Package reads them, and splits.
  *
  * Constructing an object opens and reads nothing. The first query opens the archive, reads the table and the manifest,
  * which the object keeps, and closes the archive again. No query throws.

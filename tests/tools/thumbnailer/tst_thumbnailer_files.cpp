@@ -26,6 +26,7 @@ private slots:
     void fileUris();
     void outputIsReplaced();
     void outputBehindALink();
+    void aPackageIsNotReplacedByItsThumbnail();
     void outputIsTheOnlyFile();
     void unreadableInputs_data();
     void unreadableInputs();
@@ -99,6 +100,20 @@ void TestThumbnailerFiles::outputBehindALink()
     QCOMPARE(ThumbnailerRun::contentOf(place.path(latin("target"))),
              place.run({ThumbnailerRun::sample("notes.aapt2.apk"), latin("-")}).output);
     QVERIFY(QFileInfo(place.path(latin("link"))).isSymLink());
+}
+
+void TestThumbnailerFiles::aPackageIsNotReplacedByItsThumbnail()
+{
+    const ThumbnailerRun place;
+    const QByteArray bytes = ThumbnailerRun::iconPackage();
+    place.write(latin("a.apk"), bytes);
+    QVERIFY(QFile::link(latin("a.apk"), place.path(latin("link"))));
+    for (const char *output : {"a.apk", "./a.apk", "link"}) {
+        const Run result = place.run({latin("a.apk"), latin(output)});
+        QCOMPARE(result.status, 1);
+        QCOMPARE(result.errors, QByteArray("sorrel-thumbnailer: a.apk: the thumbnail would replace the package\n"));
+        QCOMPARE(ThumbnailerRun::contentOf(place.path(latin("a.apk"))), bytes);
+    }
 }
 
 void TestThumbnailerFiles::outputIsTheOnlyFile()
