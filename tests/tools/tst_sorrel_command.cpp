@@ -132,6 +132,7 @@ private slots:
     void manifestPrintsTheSameEachTime();
     void manifestThatIsNoXmlIsMadeXml();
     void manifestOfASetIsItsBases();
+    void manifestWithANegativeStringIndex();
     void unreadableManifest();
     void manifestWithoutElements();
 
@@ -502,6 +503,21 @@ void TestSorrelCommand::manifestOfASetIsItsBases()
     const ToolRun result = runSorrel({QStringLiteral("manifest"), set});
     QCOMPARE(result.status, 0);
     QCOMPARE(result.output, runSorrel({QStringLiteral("manifest"), file}).output);
+}
+
+// libsorrel ends its process at one, unless it is built without assertions.
+void TestSorrelCommand::manifestWithANegativeStringIndex()
+{
+    ElementFields fields;
+    fields.name = -1;
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.chunk(nodeChunk(0x0102, elementBody(fields)));
+    const QString file = write(QStringLiteral("negative.apk"), package(emptyTable(), builder.build()));
+    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QByteArray());
+    QCOMPARE(QString::fromUtf8(result.errors),
+             QStringLiteral("sorrel: %1: could not parse AndroidManifest.xml\n").arg(file));
 }
 
 void TestSorrelCommand::unreadableManifest()
