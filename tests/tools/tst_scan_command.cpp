@@ -351,7 +351,7 @@ void TestScanCommand::aFileThatTakesTooLongCostsItself()
 void TestScanCommand::aFileThatTakesTooMuchMemoryCostsItself()
 {
     if (!canLimitMemory)
-        QSKIP("a program with a sanitizer in it has no limit of memory");
+        QSKIP("a program with a sanitizer in it has no limit of memory", "the macro wants a second argument");
     const QString hostile = write(QStringLiteral("memory/2.apk"), large());
     const QStringList files{write(QStringLiteral("memory/1.apk"), good(QStringLiteral("org.before"))), hostile,
                             write(QStringLiteral("memory/3.apk"), good(QStringLiteral("org.after")))};
