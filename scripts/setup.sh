@@ -29,7 +29,7 @@ bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot
 # What bench/peers takes: the benchmark library, and the other programs that read packages.
 peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
 # What the checks of .ci/run take on top.
-check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev)
+check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev lld)
 
 # require PACKAGE...: installs those that are missing; says nothing and starts no installer when none is.
 require() {

@@ -28,7 +28,7 @@ qint64 visitTexts(const Package &package)
 
 qint64 visitResources(const Resources &resources)
 {
-    constexpr int MaxVisited = 1000;
+    constexpr int MaxVisited = 100;
     const QVector<quint32> ids = resources.ids();
     qint64 count = ids.size() + int(resources.isComplete());
     for (int i = 0; i < ids.size(); i += 1 + ids.size() / MaxVisited) {
