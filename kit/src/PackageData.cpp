@@ -122,9 +122,10 @@ QStringList PackageData::nativeAbis()
     QSet<QString> abis;
     const auto collect = [&abis](ArchiveFiles &archive) {
         for (const QString &path : archive.names(MaxMembers)) {
+            if (!path.startsWith(QLatin1String("lib/")))
+                continue;
             const QStringList parts = path.split(QLatin1Char('/'));
-            if (parts.size() == 3 && parts.first() == QLatin1String("lib")
-                && parts.last().endsWith(QLatin1String(".so")))
+            if (parts.size() == 3 && parts.last().endsWith(QLatin1String(".so")))
                 abis.insert(parts.at(1));
         }
     };

@@ -40,6 +40,7 @@ private slots:
     void packagesThatCannotBeReadAreOnItToo();
     void theSamePageEachTime();
     void whatIsHostileStaysText();
+    void aPackageIsNotReplacedByThePage();
     void anOldPageIsKeptWhenThereIsNoNewOne();
     void outputThatCannotBeWritten();
     void wrongUsage_data();
@@ -128,6 +129,18 @@ void TestCatalogCommand::whatIsHostileStaysText()
         QVERIFY2(!html.contains(markup), markup);
     QVERIFY(html.contains("&lt;img src=x onerror=alert(1)&gt;"));
     QCOMPARE(runTool(QStringLiteral("xmllint"), {QStringLiteral("--noout"), page()}).status, 0);
+}
+
+void TestCatalogCommand::aPackageIsNotReplacedByThePage()
+{
+    const QByteArray bytes = good(QStringLiteral("org.itself"), QStringLiteral("Itself"));
+    const QString file = write(QStringLiteral("itself/a.apk"), bytes);
+    for (const QString &path : {file, QFileInfo(file).path()}) {
+        const ToolRun result = runSorrel({QStringLiteral("catalog"), QStringLiteral("-o"), file, path});
+        QCOMPARE(result.status, 2);
+        QVERIFY(result.errors.startsWith("sorrel: The page would replace a package.\n"));
+        QCOMPARE(contentOf(file), bytes);
+    }
 }
 
 void TestCatalogCommand::anOldPageIsKeptWhenThereIsNoNewOne()

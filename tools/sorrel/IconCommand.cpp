@@ -3,23 +3,14 @@
 
 #include "Console.h"
 #include "OutputFile.h"
+#include "PngBytes.h"
 
 #include <SorrelKit/Package.h>
-
-#include <QBuffer>
 
 using SorrelKit::Launcher;
 using SorrelKit::Package;
 
 namespace {
-
-QByteArray toPng(const QImage &picture)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
-    return buffer.data();
-}
 
 const Launcher *findLauncher(const QList<Launcher> &launchers, const QString &name)
 {
@@ -99,7 +90,7 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     }
     if (!fault.isEmpty())
         Console::complain(file, fault);
-    const QByteArray png = toPng(picture);
+    const QByteArray png = pngBytes(picture);
     if (!isStandardOutput)
         return writeFile(output, png) ? Success : CannotRead;
     console.write(png);

@@ -2,9 +2,9 @@
 #include "PackageReport.h"
 
 #include "PackageLint.h"
+#include "PngBytes.h"
 #include "PrintableText.h"
 
-#include <QBuffer>
 #include <QImage>
 #include <QJsonArray>
 #include <QLocale>
@@ -97,14 +97,6 @@ QJsonObject errorToJson(int code, const QString &text)
     return {{QStringLiteral("code"), code}, {QStringLiteral("text"), text}};
 }
 
-QString toBase64Png(const QImage &picture)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
-    return QString::fromLatin1(buffer.data().toBase64());
-}
-
 QJsonObject launcherToJson(const Launcher &launcher)
 {
     QJsonArray icons;
@@ -183,7 +175,7 @@ QJsonObject PackageReport::toJson() const
     };
     if (m_content.iconSize > 0) {
         const QImage icon = m_package.icon(m_content.iconSize, m_content.iconMask);
-        json.insert(QStringLiteral("icon"), icon.isNull() ? QString() : toBase64Png(icon));
+        json.insert(QStringLiteral("icon"), QString::fromLatin1(pngBytes(icon).toBase64()));
     }
     if (m_content.includesLint)
         json.insert(QStringLiteral("lint"), PackageLint(m_file).toJson());

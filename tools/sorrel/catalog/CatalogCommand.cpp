@@ -6,7 +6,10 @@
 #include "OutputFile.h"
 #include "PackageScan.h"
 
+#include <QFileInfo>
 #include <QJsonDocument>
+
+#include <algorithm>
 
 QString CatalogCommand::details() const
 {
@@ -43,18 +46,21 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     const QString output = parser.value(m_output);
     if (output.isEmpty())
         return Console::wrongUsage(QStringLiteral("'-o' has to name the page's file."), program);
-    OutputFile file(output);
-    if (!file.open()) {
-        Console::complain(output, file.errorString());
-        return CannotRead;
-    }
-
     ReportContent content;
     content.iconSize = IconSize;
     content.iconMask = icon.mask();
     content.includesLint = true;
     PackageScan scan(options, content);
     scan.add(parser.positionalArguments());
+    const auto isReplaced = [&](const QString &path) { return OutputFile::wouldReplace(output, path); };
+    if (QFileInfo::exists(output) && std::any_of(scan.paths().cbegin(), scan.paths().cend(), isReplaced))
+        return Console::wrongUsage(QStringLiteral("The page would replace a package."), program);
+
+    OutputFile file(output);
+    if (!file.open()) {
+        Console::complain(output, file.errorString());
+        return CannotRead;
+    }
     CatalogPage page(file.device(), parser.value(m_title));
     const int status = scan.run(true, [&](const QByteArray &report) {
         page.add(QJsonDocument::fromJson(report).object());

@@ -5,8 +5,8 @@
 #include "DesktopEntry.h"
 #include "HicolorIcons.h"
 #include "LauncherMark.h"
+#include "PngBytes.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -14,14 +14,6 @@
 using SorrelKit::Launcher;
 
 namespace {
-
-QByteArray toPng(const QImage &picture)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    picture.save(&buffer, "PNG");
-    return buffer.data();
-}
 
 // A link that leads nowhere is there, too: it would be written through.
 bool isThere(const QString &path)
@@ -69,7 +61,7 @@ QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Launcher &la
         complain(launcher, fault);
     for (QImage picture : icons.pictures()) {
         LauncherMark(launcher).putOn(picture);
-        files.append({path(HicolorIcons::path(name, picture.width())), toPng(picture)});
+        files.append({path(HicolorIcons::path(name, picture.width())), pngBytes(picture)});
     }
     return files;
 }

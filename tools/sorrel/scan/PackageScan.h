@@ -25,6 +25,7 @@ public:
      * standard input.
      */
     void add(const QStringList &arguments);
+    const QStringList &paths() const { return m_paths; }
 
     /**
      * Reads the packages, and hands over a report of each: in the order in which they were added when @p isOrdered, and

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef PNGBYTES_H
+#define PNGBYTES_H
+
+#include <QByteArray>
+#include <QImage>
+
+/// The bytes of a PNG file that holds @p picture, with its texts; empty for a null picture.
+QByteArray pngBytes(const QImage &picture);
+
+#endif
