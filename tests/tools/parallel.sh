@@ -52,6 +52,8 @@ done
 echo "$1" >>"${0%/*}/hosts"
 shift
 [ "$1" != -- ] || shift
+# A server of ssh names the login's shell, and Parallel's other end runs the job with it.
+export SHELL=/bin/sh
 cd "$HOME" && exec sh -c "$*"
 END
 chmod +x ssh
