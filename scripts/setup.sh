@@ -9,7 +9,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # What building takes, and compiling the sample packages; the tests are configured with everything else, for which there
 # is the SVG library.
 build_packages=(
-    cmake ninja-build g++ pkg-config
+    cmake ninja-build make g++ pkg-config
     qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )

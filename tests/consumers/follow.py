@@ -1,0 +1,105 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""follow.py PAGE PACKAGE PART...: does what PAGE tells a reader to do in the parts of these titles, with PACKAGE as
+~/app.apk, and fails where one of its commands does. A file that the page shows is named by its first line.
+
+It is for a system of its own, where the page's checkout is the working directory; root takes the place of sudo. With
+--prefix PREFIX --libdir LIBDIR, a part is followed from where its program begins, in a temporary directory, against what
+is installed there: nothing is installed, and nothing of the system changed."""
+
+import argparse
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+
+BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
+TO_THE_PROGRAM = "cd ../launchers"
+
+
+def steps(text):
+    """The files that a part of the page shows, as pairs of a name and a content, and its commands, as strings."""
+    for kind, body in BLOCK.findall(text):
+        if kind != "console":
+            yield re.match(r"(?://|#) (\S+)\n", body)[1], body
+            continue
+        lines = [line[2:] for line in body.splitlines() if line.startswith("$ ")]
+        if not lines:
+            sys.exit("a console without a command:\n" + body)
+        yield from lines
+
+
+def script(work):
+    """The steps as a program of Bash, which begins in the checkout."""
+    lines = ["set -euo pipefail", 'if ! command -v sudo >/dev/null; then sudo() { "$@"; }; fi']
+    for step in work:
+        if isinstance(step, str):
+            lines += [f"printf '%s\\n' {quoted('$ ' + step)}", step]
+        else:
+            name, content = step
+            lines.append(f"printf %s {quoted(content)} >\"$PROGRAM\"/{quoted(name)}")
+    return "\n".join(lines)
+
+
+def quoted(text):
+    return "'" + text.replace("'", "'\\''") + "'"
+
+
+def follow(work, package, checkout, program, environment):
+    program.mkdir(exist_ok=True)
+    home = pathlib.Path(environment["HOME"])
+    if not (home / "app.apk").exists():
+        shutil.copyfile(package, home / "app.apk")
+    icon = program / "icon.png"
+    icon.unlink(missing_ok=True)
+    run = subprocess.run(["bash", "-c", script(work)], cwd=checkout, check=False, stdin=subprocess.DEVNULL,
+                         env={**environment, "PROGRAM": str(program)})
+    if run.returncode != 0:
+        sys.exit(f"the page's commands ended with status {run.returncode}")
+    if TO_THE_PROGRAM in work and not icon.read_bytes().startswith(b"\x89PNG"):
+        sys.exit("the program wrote no picture")
+
+
+def follow_installed(work, package, prefix, libdir):
+    """Follows a part from where its program begins, with what is below PREFIX in the place of what the system has."""
+    with tempfile.TemporaryDirectory() as directory:
+        root = pathlib.Path(directory)
+        (root / "sorrel").mkdir()
+        libraries = f"{prefix}/{libdir}"
+        environment = {**os.environ, "HOME": directory, "CMAKE_PREFIX_PATH": prefix, "LD_LIBRARY_PATH": libraries,
+                       "PKG_CONFIG_PATH": f"{libraries}/pkgconfig"}
+        start = work.index(TO_THE_PROGRAM)
+        work = [step for step in work[:start] if not isinstance(step, str)] + work[start:]
+        work = [step if isinstance(step, str) else (step[0], step[1].replace("$$[QT_INSTALL_LIBS]", libraries))
+                for step in work]
+        follow(work, package, root / "sorrel", root / "launchers", environment)
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("page", type=pathlib.Path)
+    parser.add_argument("package", type=pathlib.Path)
+    parser.add_argument("parts", nargs="+")
+    parser.add_argument("--prefix")
+    parser.add_argument("--libdir")
+    arguments = parser.parse_args()
+
+    begin, *rest = re.split(r"^## ", arguments.page.read_text(encoding="utf-8"), flags=re.MULTILINE)
+    parts = {part.partition("\n")[0]: part for part in rest}
+    for title in arguments.parts:
+        if title not in parts:
+            sys.exit(f"the page has no part {title!r}")
+        print(f"== {title}", flush=True)
+        work = list(steps(begin)) + list(steps(parts[title]))
+        if arguments.prefix:
+            follow_installed(work, arguments.package, arguments.prefix, arguments.libdir)
+        else:
+            checkout = pathlib.Path.cwd()
+            follow(work, arguments.package, checkout, checkout.parent / "launchers", dict(os.environ))
+
+
+if __name__ == "__main__":
+    main()
