@@ -16,7 +16,7 @@ build_packages=(
 # What the tests take on top: programs that they look at libraries, pages and archives with; those whose work the tools have
 # a part in; a browser; and shells and typesetters for what tells people about the tools.
 test_packages=(
-    "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
+    "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
     desktop-file-utils parallel jq
     chromium chromium-driver python3-selenium

@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# abi.sh LIBRARY BASELINE HEADERS...: whether programs that were linked with the library of BASELINE go on with LIBRARY: every
+# exported symbol is still there, and every type that the headers show and an operation takes or returns is laid out as
+# before. What was added is no matter. LIBRARY has debug information.
+# With --update, BASELINE is written anew. With --broken TEXT, it is held that a change is found and that TEXT names it.
+# A baseline names the Qt and the processor that it is for; where there is none (status 77), nothing is compared.
+set -euo pipefail
+update='' broken=''
+case $1 in
+--update)
+    update=yes
+    shift
+    ;;
+--broken)
+    broken=$2
+    shift 2
+    ;;
+esac
+library=$1 baseline=$2
+shift 2
+export LC_ALL=C
+
+fail() {
+    echo "$1" >&2
+    exit 1
+}
+
+headers=()
+for directory; do
+    headers+=(--headers-dir "$directory")
+done
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+readelf -SW "$library" | grep -qF ' .debug_info ' || fail "$library has no debug information"
+abidw "${headers[@]}" --suppressions "$(dirname "$0")/public.suppr" --drop-private-types --exported-interfaces-only \
+    --no-show-locs --no-corpus-path --no-comp-dir-path --out-file "$work/new.abi" "$library"
+grep -q '<function-decl' "$work/new.abi" || fail "$library shows no operation"
+
+if [ -n "$update" ]; then
+    cp "$work/new.abi" "$baseline"
+    exit
+fi
+if [ ! -f "$baseline" ]; then
+    echo "There is no $baseline; what programs are linked with is not compared." >&2
+    exit 77
+fi
+status=0
+report=$(abidiff --no-added-syms "$baseline" "$work/new.abi") || status=$?
+if [ -n "$broken" ]; then
+    [ "$status" -ne 0 ] || fail "nobody would have seen the change"
+    grep -qF -- "$broken" <<<"$report" || fail "the report names no \"$broken\":"$'\n'"$report"
+    exit
+fi
+[ "$status" -eq 0 ] || fail "programs that are linked with the library may fail (abidiff's status $status):"$'\n'"$report"
