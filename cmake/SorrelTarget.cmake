@@ -12,3 +12,13 @@ function(sorrel_target target)
         target_link_options(${target} PRIVATE -fsanitize=${SORREL_SANITIZERS})
     endif()
 endfunction()
+
+# sorrel_reproducible(TARGET): what is installed of the target does not depend on where it was built. The sources are called
+# as from the top of the checkout, and what is made, moc's for example, as from "build".
+function(sorrel_reproducible target)
+    if(SORREL_COVERAGE) # whose reports name files in full
+        return()
+    endif()
+    target_compile_options(${target} PRIVATE
+        "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=./build")
+endfunction()
