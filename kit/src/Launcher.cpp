@@ -96,7 +96,11 @@ QVector<IconFile> Launcher::iconFiles() const
 
 QImage Launcher::icon(int size, IconMask mask, QString *error) const
 {
-    return d->isValid() ? d->package->icon(d->innermost(Attr::Icon), size, mask, error) : QImage();
+    if (d->isValid())
+        return d->package->icon(d->innermost(Attr::Icon), size, mask, error);
+    if (error != nullptr)
+        *error = QStringLiteral("there is no icon");
+    return {};
 }
 
 } // namespace SorrelKit

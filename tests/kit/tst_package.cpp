@@ -238,6 +238,9 @@ void TestPackage::emptyLauncher()
     QCOMPARE(launcher.iconResource(), 0u);
     QVERIFY(launcher.iconFiles().isEmpty());
     QVERIFY(launcher.icon(48).isNull());
+    QString error;
+    QVERIFY(launcher.icon(48, IconMask::None, &error).isNull());
+    QCOMPARE(error, latin("there is no icon"));
 }
 
 void TestPackage::iconFilesAreThoseThatCanBeRead()
