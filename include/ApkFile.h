@@ -50,7 +50,8 @@ class ApkFile : public QObject
 
 public:
     /**
-     * A package in the file @p fileName. The file need not exist yet: the first query that opens it finds out.
+     * A package in the file @p fileName. The file need not exist yet: the first query that opens it finds out. The
+     * object belongs to @p parent, which destroys it, or to the caller when that is null.
      * @since 0.5
      */
     explicit ApkFile(const QString &fileName, QObject *parent = nullptr);
@@ -60,12 +61,13 @@ public:
      * closes it when this object is destroyed. A device that is open already is taken for an archive that is open
      * already (see isOpen()), and no member is found in it.
      *
-     * The device stays the caller's, and must outlive this object.
+     * The device stays the caller's, and must outlive this object, which belongs to @p parent, or to the caller when
+     * that is null.
      * @since 0.5
      */
     explicit ApkFile(QIODevice *device, QObject *parent = nullptr);
 
-    /// Closes the archive. Values handed out earlier (documents, tables, launchers) stay valid.
+    /// Closes the archive. Values handed out earlier (documents, tables, launchers) stay valid. @since 0.5
     ~ApkFile() override;
 
     /**
@@ -83,7 +85,7 @@ public:
      */
     bool open();
 
-    /// The code of the most recent failure (table above), or 0 when nothing has failed yet. @since 0.5
+    /// The code of the most recent failure (table above), or 0 when nothing has failed yet. Reads nothing. @since 0.5
     int getError() const;
 
     /// The text of getError(), in English; "unknown error" for a code that is not in the table. @since 0.5

@@ -24,8 +24,11 @@ class ApkLauncherInfo
 public:
     /// An empty entry: empty texts, no labels, no icons. @since 0.5
     ApkLauncherInfo();
+    /// A copy of @p other, with which it shares its data. @since 0.5
     ApkLauncherInfo(const ApkLauncherInfo &other);
+    /// Becomes a copy of @p other, with which it shares its data. @since 0.5
     ApkLauncherInfo &operator=(const ApkLauncherInfo &other);
+    /// Takes nothing from copies, nor from what was answered. @since 0.5
     ~ApkLauncherInfo();
 
     /// Name of the package that holds the activity ("org.example.notes"). @since 0.5

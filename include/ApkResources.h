@@ -30,8 +30,11 @@ class ApkResources
 public:
     /// An empty table, not valid. @since 0.5
     ApkResources();
+    /// A copy of @p other, with which it shares the table until either loads another. @since 0.5
     ApkResources(const ApkResources &other);
+    /// Becomes a copy of @p other; what this object held before, its other copies keep. @since 0.5
     ApkResources &operator=(const ApkResources &other);
+    /// Takes nothing from copies, nor from what was answered. @since 0.5
     ~ApkResources();
 
     /**

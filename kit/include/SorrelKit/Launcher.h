@@ -17,7 +17,7 @@ namespace SorrelKit {
 
 class LauncherData;
 
-/// A file that a package has for an icon.
+/// A file that a package has for an icon. A plain value, which Launcher::iconFiles() makes.
 /// @since 0.5.1
 struct IconFile {
     QString path; ///< of the member in the package
@@ -34,15 +34,22 @@ struct IconFile {
  * they are asked for, in the package, which stays open as long as a launcher of it lives; for that reason a launcher is
  * used from the same thread as its package.
  *
+ * No operation throws or sets an error code: what cannot be had is an empty text, an empty map, 0 or a null image, and
+ * Package::error() tells of a package that is damaged. Nothing is kept between calls: what is asked twice is looked up
+ * twice.
+ *
  * @since 0.5.1
  */
 class SORRELKIT_EXPORT Launcher
 {
 public:
-    /// An entry of nothing: empty texts, null pictures.
+    /// An entry of nothing: empty texts, null pictures, and neither enabled nor exported.
     Launcher();
+    /// A copy of @p other, with which it shares its data and the package.
     Launcher(const Launcher &other);
+    /// Becomes a copy of @p other, with which it shares its data and the package.
     Launcher &operator=(const Launcher &other);
+    /// Closes the package when nothing else keeps it.
     ~Launcher();
 
     /// Name of the package ("org.example.notes").
@@ -53,9 +60,10 @@ public:
     QString className() const;
     /// Whether this is an activity alias.
     bool isAlias() const;
-    /// Whether both the application and the activity or alias are enabled, as far as the package itself says.
+    /// Whether both the application and the activity or alias are enabled, as far as the package itself says: neither
+    /// has `android:enabled` false, references followed.
     bool isEnabled() const;
-    /// Whether other applications, home screens among them, may start it.
+    /// Whether other applications, home screens among them, may start it: it has no `android:exported` that is false.
     bool isExported() const;
     /// isEnabled() and isExported(): whether home screens show it.
     bool isShown() const;
@@ -73,7 +81,7 @@ public:
     /**
      * The label that a device in @p locale shows, chosen as Android 7 and later do: the locale's own, else its closest
      * parent's ("es-419" for Mexico, then "es"), else a relative's in the same language and script ("fr-FR" for
-     * Switzerland), else the default one. When there is no label, name().
+     * Switzerland), else the default one. When there is no label, name(). Costs one lookup for each reference on the way.
      */
     QString label(const QLocale &locale = QLocale()) const;
 
@@ -89,8 +97,8 @@ public:
      * XML icon cannot be drawn, a picture file of the same icon takes its place.
      *
      * A null image when there is no icon, or none that can be had; @p size is 1 to 1024. When @p error is not null, it is
-     * set to why the icon was not, or not wholly, drawn as the package describes it, in English ("unsupported drawable
-     * <x>"), and to an empty text when it was. Draws anew on each call.
+     * set to why the icon was not, or not wholly, drawn as the package describes it, in English
+     * (`unsupported drawable <x>`), and to an empty text when it was. Reads the files and draws anew on each call.
      */
     QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
 

@@ -15,14 +15,15 @@
 
 class QIODevice;
 
+/// What libsorrelkit offers: packages and sets of packages as today's build tools make them.
 namespace SorrelKit {
 
 class PackageData;
 
-/// A feature of the device that a package uses (`uses-feature`).
+/// A feature of the device that a package uses (`uses-feature`). A plain value, which Package::features() makes.
 /// @since 0.5.1
 struct Feature {
-    QString name;
+    QString name;           ///< as the platform calls it ("android.hardware.camera")
     bool isRequired = true; ///< whether the package is for devices that have it alone
 };
 
@@ -35,7 +36,9 @@ struct Feature {
  *
  * **Errors.** error() is that of opening and reading, and does not change after the first query; the codes and texts are
  * those of libsorrel's ApkFile, with one difference: a package without a resource table is no failure, as it may have no
- * resources. With a damaged table, what the manifest says by itself is answered all the same.
+ * resources. With a damaged table, what the manifest says by itself is answered all the same. Without a manifest, every
+ * query answers what it documents for a package that names nothing: empty texts and lists, 0, null images. What goes
+ * wrong with a single label or icon is no error of the package; icon() tells of it by itself.
  *
  * **Threads and copies.** Copies share what was read, the open archive included, and are cheap. An object, its copies and
  * its launchers are used from one thread at a time; packages that were opened separately may be used in different ones.
@@ -56,13 +59,17 @@ public:
         BadManifest = 5, ///< "could not parse AndroidManifest.xml"
     };
 
-    /// The package, or set of packages, in the file @p fileName.
+    /// The package, or set of packages, in the file @p fileName. The file need not exist yet: the first query opens it,
+    /// and it stays open as long as this object, its copies and its launchers live.
     explicit Package(const QString &fileName);
     /// The package, or set, on @p device: random-access, not open, the caller's, and living at least as long as this
-    /// object, its copies and its launchers.
+    /// object, its copies and its launchers. The first query opens it.
     explicit Package(QIODevice *device);
+    /// A copy of @p other, with which it shares what was read, and what will be.
     Package(const Package &other);
+    /// Becomes a copy of @p other, with which it shares what was read, and what will be.
     Package &operator=(const Package &other);
+    /// Closes the archive when no copy and no launcher is left.
     ~Package();
 
     /// What failed when the package was opened and read; reads it when nothing did yet.
@@ -70,12 +77,12 @@ public:
     /// The text of error(), in English, with the fault behind it when one is known ("could not parse resources.arsc:
     /// damaged chunk in resource table").
     QString errorString() const;
-    /// Whether the manifest was read.
+    /// Whether the manifest was read; the table may be damaged all the same, which error() tells.
     bool isValid() const;
 
-    /// Name of the package ("org.example.notes").
+    /// Name of the package ("org.example.notes"): the attribute `package` of the manifest's root.
     QString packageName() const;
-    /// The version as people read it ("2.1"); empty when there is none.
+    /// The version as people read it ("2.1"), a reference followed to its default; empty when there is none.
     QString versionName() const;
     /// The version as Android compares it, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
     qint64 versionCode() const;
@@ -95,8 +102,9 @@ public:
     /// Names of the splits that were read with the base ("config.de"); empty for a package by itself.
     QStringList splits() const;
 
-    /// The application's label, as Launcher::labels() and Launcher::label() have it; packageName() when there is none.
+    /// The application's labels by language tag, as Launcher::labels() has them; empty when there is none.
     QMap<QString, QString> labels() const;
+    /// The application's label for @p locale, chosen as Launcher::label() has it; packageName() when there is none.
     QString label(const QLocale &locale = QLocale()) const;
     /**
      * The application's icon, as Launcher::icon() has it. When the application has none, or none that can be had, that

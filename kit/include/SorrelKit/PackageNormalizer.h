@@ -62,6 +62,7 @@ public:
      */
     explicit PackageNormalizer(QIODevice *device);
 
+    /// Takes nothing from what was answered. @since 0.5.1
     ~PackageNormalizer();
 
     /**

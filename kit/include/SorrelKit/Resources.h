@@ -67,8 +67,11 @@ public:
 
     /// The resources of @p package, a copy of which this object keeps. @since 0.5.1
     explicit Resources(const Package &package);
+    /// A copy of @p other, with which it shares what was found, and the limits. @since 0.5.1
     Resources(const Resources &other);
+    /// Becomes a copy of @p other, with which it shares what was found, and the limits. @since 0.5.1
     Resources &operator=(const Resources &other);
+    /// Takes nothing from copies, nor from what was answered. @since 0.5.1
     ~Resources();
 
     /**
