@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # installed.sh PREFIX LIBDIR VERSION SUFFIX: whether what is installed below PREFIX is what installed.txt lists, and no
-# more; the libraries have their sonames and the tools, pkg-config and qmake know the version.
+# more but documentation, which is an option; the libraries have their sonames and the tools, pkg-config and qmake know the
+# version.
 set -euo pipefail
 prefix=$1 libdir=$2 version=$3 suffix=$4
 export LC_ALL=C
@@ -15,7 +16,7 @@ package=Sorrel${suffix/-qt/-Qt}
 expected=$(sed -e '/^#/d' -e "s|@libdir@|$libdir|g; s|@version@|$version|g; s|@suffix@|$suffix|g; s|@package@|$package|g" \
     "$(dirname "$0")/installed.txt" | sort)
 # CMake names the file with a library's place after the type of build.
-actual=$(cd "$prefix" && find . ! -type d -printf '%P\n' | sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
+actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%P\n' | sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
 diff <(echo "$expected") <(echo "$actual") >&2 || fail "what is installed (right) is not what installed.txt lists (left)"
 
 for library in sorrel sorrelkit; do
