@@ -14,12 +14,14 @@ build_packages=(
     aapt android-framework-res qt5-image-formats-plugins
 )
 # What the tests take on top: programs that they look at libraries, pages and archives with; those whose work the tools have
-# a part in; a browser; shells and typesetters for what tells people about the tools; and what the reference is made by.
+# a part in; a browser; a screen, and what looks at it and reads it; shells and typesetters for what tells people about the
+# tools; and what the reference is made by.
 test_packages=(
     "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
     desktop-file-utils parallel jq
     chromium chromium-driver python3-selenium
+    xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base
     doxygen qhelpgenerator-qt5
 )

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// draw-resource PACKAGE RESOURCE PICTURE: draws any drawable of a package, by its name or id ("@drawable/logo",
+// "0x7f020003"), into a picture file.
+#include <QCoreApplication>
+#include <QTextStream>
+#include <SorrelKit/DrawableRenderer.h>
+#include <SorrelKit/Resources.h>
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    QTextStream out(stdout), err(stderr);
+    const QStringList arguments = application.arguments();
+    if (argc != 4) {
+        err << "usage: draw-resource PACKAGE RESOURCE PICTURE\n";
+        return 2;
+    }
+
+    // The copies that the objects below keep share what the package has read.
+    const SorrelKit::Package package(arguments.at(1));
+    if (!package.isValid()) {
+        err << arguments.at(1) << ": " << package.errorString() << '\n';
+        return 1;
+    }
+    const quint32 id = SorrelKit::Resources(package).find(arguments.at(2));
+    if (id == 0) {
+        err << arguments.at(1) << ": no resource " << arguments.at(2) << '\n';
+        return 1;
+    }
+
+    SorrelKit::DrawableRenderer renderer(package);
+    renderer.setMask(SorrelKit::IconMask::Squircle);
+    const QImage picture = renderer.render(id, 256);
+    // A picture may come with an error, which then tells what of it is missing.
+    if (!renderer.errorString().isEmpty())
+        err << arguments.at(1) << ": " << renderer.errorString() << '\n';
+    if (picture.isNull())
+        return 1;
+    if (!picture.save(arguments.at(3))) {
+        err << arguments.at(3) << ": could not be written\n";
+        return 1;
+    }
+    out << arguments.at(3) << ", " << picture.width() << 'x' << picture.height() << '\n';
+    return 0;
+}

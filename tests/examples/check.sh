@@ -1,0 +1,55 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# check.sh [--update] EXPECTED PROGRAMS SAMPLES: whether the commands in the text EXPECTED, those after "$ ", print what
+# stands below them; PROGRAMS is where they are looked for first. A status other than 0 is a line of its own. They are run
+# where the packages of the directory SAMPLES are, each under its name without the compiler's, with
+#     babel.apks    a set of packages: the base of babel, and its splits
+#     broken.apk    a package whose resource table is damaged
+#     text.apk      no package at all
+# With --update, EXPECTED gets what the commands print.
+set -euo pipefail
+update=false
+[ "$1" != --update ] || { update=true; shift; }
+expected=$(realpath "$1") programs=$2 samples=$3
+
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
+for package in "$samples"/*.aapt2.apk "$samples/notes.aapt.apk" "$samples/babel.sparse.apk"; do
+    name=${package##*/}
+    cp "$package" "$directory/${name/.aapt2/}"
+done
+/usr/bin/python3 - "$samples" "$directory" <<'END'
+import sys, zipfile
+samples, directory = sys.argv[1:]
+with zipfile.ZipFile(directory + "/babel.apks", "w") as archive:
+    for member in ("base", "de", "es"):
+        archive.write(f"{samples}/babel.{member}.apk", f"splits/{member}.apk")
+with zipfile.ZipFile(samples + "/notes.aapt2.apk") as whole, zipfile.ZipFile(directory + "/broken.apk", "w") as archive:
+    for name in whole.namelist():
+        content = whole.read(name)
+        archive.writestr(name, content[:len(content) // 2] if name == "resources.arsc" else content)
+END
+echo "no package" >"$directory/text.apk"
+
+actual=$(
+    cd "$directory"
+    # Apart from what the one who runs this has set.
+    export LC_ALL=C.UTF-8 PATH="$programs:$PATH"
+    export QT_LOGGING_RULES='*.debug=false'
+    unset LANGUAGE
+    sed -n 's/^\$ //p' "$expected" | while IFS= read -r command; do
+        echo "\$ $command"
+        status=0
+        bash -c "$command" 2>&1 </dev/null || status=$?
+        [ $status -eq 0 ] || echo "[status $status]"
+    done
+)
+if $update; then
+    echo "$actual" >"$expected"
+    exit
+fi
+[[ $actual == "$ "* ]] || { echo "$expected has no commands" >&2; exit 1; }
+diff -u --label expected --label actual "$expected" <(echo "$actual") || {
+    echo "$(basename "$expected" .txt) prints something else than expected" >&2
+    exit 1
+}

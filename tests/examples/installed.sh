@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# installed.sh EXAMPLES PREFIX LIBDIR PACKAGE: whether the examples in the directory EXAMPLES are built on what is installed
+# below PREFIX, by themselves: all of them are configured, and a small one, which is run, and the window's are built, the
+# latter by qmake, too.
+set -euo pipefail
+examples=$1 prefix=$2 libdir=$3 package=$4
+directory=$(mktemp -d)
+trap 'rm -rf "$directory"' EXIT
+
+fail() {
+    cat "$directory/log" >&2
+    echo "examples: $1" >&2
+    exit 1
+}
+
+cmake -S "$examples" -B "$directory/all" -D "CMAKE_PREFIX_PATH=$prefix" >"$directory/log" 2>&1 || fail "CMake refuses them"
+cmake --build "$directory/all" --parallel 2 --target home-screen launcher-grid >"$directory/log" 2>&1 ||
+    fail "CMake does not build them"
+"$directory/all/bin/examples/home-screen" "$package" >"$directory/log" || fail "home-screen fails"
+grep -qF 'starts org.example.notes/org.example.notes.ListActivity' "$directory/log" || fail "home-screen misses a launcher"
+
+# As if it were installed beside Qt.
+mkdir "$directory/qmake"
+cp "$examples/launcher-grid/main.cpp" "$directory/qmake"
+sed "s|\$\$\[QT_INSTALL_LIBS\]|$prefix/$libdir|" "$examples/launcher-grid/launcher-grid.pro" >"$directory/qmake/launcher-grid.pro"
+cd "$directory/qmake"
+/usr/lib/qt5/bin/qmake >"$directory/log" 2>&1 || fail "qmake refuses launcher-grid"
+make >"$directory/log" 2>&1 || fail "make does not build launcher-grid"
+[ -x launcher-grid ] || fail "there is no launcher-grid"
