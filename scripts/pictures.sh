@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# pictures.sh: makes the README's pictures anew: docs/catalog.png and docs/contact-sheet.png. Look at them before
-# they are committed.
+# pictures.sh: makes the documents' pictures anew: docs/catalog.png, docs/contact-sheet.png and docs/launcher-grid.png.
+# Look at them before they are committed.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 require "${test_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
-build release sorrel-command contact_sheet samples
+build release sorrel-command contact_sheet launcher-grid samples
 sorrel=$PWD/build/release/bin/sorrel
 samples=$PWD/build/release/samples
 docs=$PWD/docs
@@ -22,6 +22,19 @@ done
 # The superuser has no sandbox in the browser, and the page loads nothing.
 chromium --headless --no-sandbox --hide-scrollbars --user-data-dir="$scratch/browser" --window-size=1280,700 \
     --screenshot="$docs/catalog.png" "file://$scratch/catalog.html" 2>/dev/null
+
+mkdir Packages
+cp "$samples/suite.aapt2.apk" Packages/suite.apk
+PYTHONPATH=$OLDPWD/tests/examples /usr/bin/python3 -B - "$OLDPWD/build/release/bin/examples/launcher-grid" \
+    "$PWD/Packages" "$docs/launcher-grid.png" <<'END'
+import sys, time
+from display import Screen, Window
+program, folder, file = sys.argv[1:]
+with Screen() as screen, Window(screen, [program, folder], "Launchers in " + folder, scale=2) as window:
+    window.run("xdotool", "windowsize", "--sync", window.id, "1060", "924")
+    time.sleep(1)
+    window.picture().save(file, optimize=True)
+END
 
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/contact_sheet" "$docs/contact-sheet.png" gallery vectors
 ls -l "$docs"/*.png
