@@ -19,7 +19,7 @@ build_packages=(
 test_packages=(
     "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
-    desktop-file-utils parallel jq
+    desktop-file-utils appstream parallel jq
     chromium chromium-driver python3-selenium
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base

@@ -1,0 +1,19 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# metainfo.sh METAINFO THUMBNAILER: whether appstreamcli finds nothing to say about METAINFO, and whether that names the
+# types which THUMBNAILER handles.
+set -euo pipefail
+metainfo=$1 thumbnailer=$2
+export LC_ALL=C.UTF-8
+command -v appstreamcli >/dev/null || { echo "appstreamcli, of the package appstream, is missing" >&2; exit 1; }
+command -v xmllint >/dev/null || { echo "xmllint, of the package libxml2-utils, is missing" >&2; exit 1; }
+
+status=0
+messages=$(appstreamcli validate --no-net --no-color --pedantic "$metainfo" 2>&1) || status=1
+if [ $status -ne 0 ] || grep -qE '^ *[EWIP]: ' <<<"$messages"; then
+    echo "$messages" >&2
+    status=1
+fi
+diff <(sed -n 's/^MimeType=//p' "$thumbnailer" | tr ';' '\n' | grep . | sort) \
+    <(xmllint --xpath '//mediatype/text()' "$metainfo" | sort) >&2 || { echo "$metainfo names other types" >&2; status=1; }
+exit $status
