@@ -25,6 +25,10 @@ test_packages=(
     bash fish zsh mandoc groff-base
     doxygen qhelpgenerator-qt5
 )
+# What scripts/package.sh takes on top of building: the packages for Debian and for RPM, and a Debian to try them in.
+package_packages=(
+    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap rpm rpmlint appstream
+)
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
 # What scripts/bench.sh takes on top of building.
