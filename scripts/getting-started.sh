@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# getting-started.sh: follows docs/getting-started.md, all of its parts, in a fresh Debian 12 with a clone of what is committed
+# here, and leaves the packages that come out of it in build/packages. The sample that it uses is built first. As root, or
+# by sudo.
+
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+require "${package_packages[@]}" "${build_packages[@]}"
+build release samples
+work=$(mktemp -d)
+# mmdebstrap's directories are for others to pass.
+chmod 755 "$work"
+trap 'packaging/chroot.sh remove "$work/debian"; rm -rf "$work"' EXIT
+
+# What a reader has: git, for the checkout. The rest is for following.
+packaging/chroot.sh make "$work/debian" git ca-certificates python3
+home=$work/debian/root
+git clone -q . "$home/sorrel"
+cp build/release/samples/notes.aapt2.apk "$home/sample.apk"
+# Nobody is there to say yes, or to wait for what other checks do.
+echo 'APT::Get::Assume-Yes "true";' >"$work/debian/etc/apt/apt.conf.d/90yes"
+packaging/chroot.sh run "$work/debian" env -C /root/sorrel \
+    DEB_BUILD_OPTIONS="nocheck noautodbgsym" DEB_BUILD_PROFILES=nocheck DEB_CXXFLAGS_STRIP=-g \
+    tests/consumers/follow.py docs/getting-started.md /root/sample.apk \
+    "As a packager" "With CMake" "With pkg-config" "With qmake" "With Qt 6"
+rm -rf build/packages
+mkdir -p build
+cp -r "$home/sorrel/build/packages" build/
