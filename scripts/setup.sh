@@ -27,7 +27,8 @@ test_packages=(
 )
 # What scripts/package.sh takes on top of building: the packages for Debian and for RPM, and a Debian to try them in.
 package_packages=(
-    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap rpm rpmlint appstream
+    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
+    rpm rpmlint appstream
 )
 # What scripts/coverage.sh takes on top.
 coverage_packages=("${test_packages[@]}" gcovr)
