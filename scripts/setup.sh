@@ -13,6 +13,8 @@ build_packages=(
     qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
+# What building with Qt 6 takes, on top or in place of those for Qt 5.
+qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
 # What the tests take on top: programs that they look at libraries, pages and archives with; those whose work the tools have
 # a part in; a browser; a screen, and what looks at it and reads it; shells and typesetters for what tells people about the
 # tools; and what the reference is made by.

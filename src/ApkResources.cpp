@@ -7,9 +7,12 @@
 #include "ResourceReference.h"
 #include "ResourceTypes.h"
 #include "ResourcesLoader.h"
+#include "TwosComplement.h"
 #include "XmlLoader.h"
 
 #include <QDomDocument>
+
+#include <utility>
 
 ApkResources::ApkResources() : d(new ApkResourcesData) {}
 
@@ -44,11 +47,11 @@ QDomDocument ApkResources::loadXml(QIODevice *device, bool *ok) const
 QString ApkResources::refToString(int ref) const
 {
     const int packageId = (ref >> 24) & 0xff;
-    for (const ResourcePackage &package : qAsConst(d->packages)) {
+    for (const ResourcePackage &package : std::as_const(d->packages)) {
         if (package.id() == packageId)
             return package.refToString(ref);
     }
-    return QStringLiteral("@?%1").arg(ref, 8, 16, QLatin1Char('0'));
+    return QStringLiteral("@?%1").arg(twosComplement(ref), 8, 16, QLatin1Char('0'));
 }
 
 QString ApkResources::valueToString(int type, int data) const

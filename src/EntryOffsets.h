@@ -28,7 +28,7 @@ public:
     EntryOffsets(Extractor *reader, int count);
 
     /// Number of entries that have an offset.
-    int count() const { return m_items.size(); }
+    int count() const { return int(m_items.size()); }
 
     /// Index of the entry at @p offset, or -1.
     int entryAt(qint64 offset)

@@ -214,7 +214,7 @@ QVector<qint32> Extractor::get32s(int count)
 {
     QVector<qint32> values;
     while (values.size() < count) {
-        const int old = values.size();
+        const int old = int(values.size());
         const int step = qMin(count - old, qMax(FirstArrayStep, old));
         values.reserve(old + step);
         values.resize(old + step);

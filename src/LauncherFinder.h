@@ -7,6 +7,7 @@
 
 #include <QDomDocument>
 #include <QList>
+#include <QString>
 
 class QuaZip;
 
@@ -20,7 +21,8 @@ public:
     /// Elements and attributes of a manifest that leave decoding the whole of ArchiveImages::MaxDecodingBytes. Each one
     /// more takes NodeBytes off it, so that a large manifest, its labels and large pictures keep the bounds together.
     static constexpr int FreeNodes = 8192;
-    static constexpr int NodeBytes = 600;
+    /// An attribute is two nodes of a DOM, with four strings each, which are larger in Qt 6.
+    static constexpr int NodeBytes = 600 + 8 * int(sizeof(QString) - sizeof(void *));
 
     /// In @p manifest. @p resources resolves its references, @p archive has the icon files, and stays the caller's;
     /// without one, entries have no icons.

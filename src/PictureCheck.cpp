@@ -139,10 +139,10 @@ bool PictureCheck::checkPng(const QByteArray &bytes)
         const QByteArray data = bytes.mid(dataAt, int(length));
         // A keyword and its zero, then the compression's method; in iTXt a flag, a method and two texts, each with
         // its zero.
-        int start = data.indexOf('\0') + 2;
+        auto start = int(data.indexOf('\0')) + 2;
         if (type == InternationalText) {
             const bool isPacked = Fields(data).u8(start - 1) != 0;
-            start = data.indexOf('\0', data.indexOf('\0', start + 1) + 1) + 1;
+            start = int(data.indexOf('\0', data.indexOf('\0', start + 1) + 1)) + 1;
             if (!isPacked) {
                 textBytes += length;
                 continue;

@@ -7,6 +7,7 @@
 #include "Extractor.h"
 #include "LocaleLookup.h"
 #include "ResourceTypes.h"
+#include "TwosComplement.h"
 #include "ValueTexts.h"
 
 #include <QDebug>
@@ -220,7 +221,7 @@ QString ResourcePackage::refToString(int ref) const
 {
     const int typeId = (ref >> 16) & 0xff;
     if (typeId == 0 || typeId > m_typeNames.size())
-        return QStringLiteral("@#%1").arg(ref, 8, 16, QLatin1Char('0'));
+        return QStringLiteral("@#%1").arg(twosComplement(ref), 8, 16, QLatin1Char('0'));
     const QString prefix =
         ((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId ? m_name + QLatin1Char(':') : QString();
     return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/') % QString::number(ref & 0xffff);

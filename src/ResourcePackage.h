@@ -114,7 +114,7 @@ private:
     void sortValues();
     void readTypeNames();
     /// The id of the first type of that name; 0 for none.
-    int typeId(const QString &type) const { return m_typeNames.indexOf(type) + 1; }
+    int typeId(const QString &type) const { return int(m_typeNames.indexOf(type)) + 1; }
 
     int m_id = -1;
     QString m_name;

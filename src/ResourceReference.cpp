@@ -4,6 +4,9 @@
 #include "ApkResourcesData.h"
 #include "ResourceTypes.h"
 
+#include <QLocale>
+#include <QStringView>
+
 #include <algorithm>
 
 namespace {
@@ -17,14 +20,14 @@ bool isDigit(QChar character)
 
 ResourceReference::ResourceReference(const QString &text, const ApkResourcesData &table)
 {
-    const int slash = text.indexOf(QLatin1Char('/'));
+    const auto slash = text.indexOf(QLatin1Char('/'));
     if (!isMarked(text) || slash < 2 || slash == text.size() - 1
         || !std::all_of(text.cbegin() + slash + 1, text.cend(), isDigit))
         return;
     // A colon that has nothing before it, or nothing after it, is part of the type's name.
-    const int colon = text.indexOf(QLatin1Char(':'));
-    const int typeStart = colon > 1 && colon < slash - 1 ? colon + 1 : 1;
-    const QStringRef prefix = text.midRef(1, typeStart - 1);
+    const auto colon = text.indexOf(QLatin1Char(':'));
+    const auto typeStart = colon > 1 && colon < slash - 1 ? colon + 1 : 1;
+    const QStringView prefix = QStringView(text).mid(1, typeStart - 1);
     const auto answers = [&prefix](const ResourcePackage &package) {
         return (package.id() == ResourceTypes::ApplicationPackageId && prefix.isEmpty()) || package.name() == prefix;
     };
@@ -33,7 +36,7 @@ ResourceReference::ResourceReference(const QString &text, const ApkResourcesData
         return;
     m_package = &*found;
     m_type = text.mid(typeStart, slash - typeStart);
-    m_entry = text.midRef(slash + 1).toInt();
+    m_entry = QLocale::c().toInt(QStringView(text).mid(slash + 1));
 }
 
 bool ResourceReference::isMarked(const QString &text)

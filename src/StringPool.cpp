@@ -3,12 +3,14 @@
 
 #include "Extractor.h"
 #include "ResourceTypes.h"
+#include "TwosComplement.h"
 
 #include <QtEndian>
 
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -128,7 +130,7 @@ bool StringPool::multipliesItsData(qint64 length) const
     std::sort(distinct.begin(), distinct.end());
     distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
     qint64 distinctLength = 0;
-    for (const qint32 offset : qAsConst(distinct))
+    for (const qint32 offset : std::as_const(distinct))
         distinctLength += spanAt(offset).length;
     return distinctLength > most;
 }
@@ -226,11 +228,11 @@ QString StringPool::valueToString(int type, int data) const
     case DecimalValue:
         return QString::number(data);
     case HexadecimalValue:
-        return QLatin1String("0x") + QString::number(data, 16);
+        return QLatin1String("0x") + QString::number(twosComplement(data), 16);
     case BooleanValue:
         return data == 0 ? QStringLiteral("false") : QStringLiteral("true");
     case ColorArgb8Value:
-        return QStringLiteral("#%1").arg(data, 8, 16, zero);
+        return QStringLiteral("#%1").arg(twosComplement(data), 8, 16, zero);
     case ColorRgb8Value:
         return QStringLiteral("#%1").arg(data & 0xffffff, 6, 16, zero);
     case ColorArgb4Value:
@@ -238,6 +240,6 @@ QString StringPool::valueToString(int type, int data) const
     case ColorRgb4Value:
         return QLatin1Char('#') + hexDigit(data, 16) + hexDigit(data, 8) + hexDigit(data, 0);
     default:
-        return QStringLiteral("?%1/%2").arg(type, 2, 16, zero).arg(data, 8, 16, zero);
+        return QStringLiteral("?%1/%2").arg(twosComplement(type), 2, 16, zero).arg(twosComplement(data), 8, 16, zero);
     }
 }

@@ -55,7 +55,7 @@ public:
     void load(Extractor *reader, int headerSize);
 
     /// Number of strings.
-    int count() const { return m_offsets.size(); }
+    int count() const { return int(m_offsets.size()); }
 
     /**
      * The string at @p index, or a null string when there is none; "bad index in <name> pool" is then recorded on the

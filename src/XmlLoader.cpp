@@ -296,7 +296,7 @@ QString XmlLoader::qualifiedAndroidName(int attribute)
     m_androidNames.resize(int(std::size(AndroidAttributes)));
     QString &known = m_androidNames[attribute];
     if (!known.isNull() && m_nameCharacters + known.size() <= MaxNameCharacters) {
-        countCharacters(known.size());
+        countCharacters(int(known.size()));
         return known;
     }
     QString qualified = qualifiedName(androidNamespace, QLatin1String(AndroidAttributes[attribute].name));
@@ -311,14 +311,14 @@ QString XmlLoader::qualifiedAndroidName(int attribute)
 QString XmlLoader::qualifiedName(const QString &uri, const QString &name)
 {
     const QString qualified = m_namespaces.prefix(uri) + QLatin1Char(':') + name;
-    countCharacters(qualified.size());
+    countCharacters(int(qualified.size()));
     return m_nameCharacters > MaxNameCharacters ? QString(QLatin1Char(':')) : qualified;
 }
 
 QString XmlLoader::referenceText(int id)
 {
     const QString text = m_resources.refToString(id);
-    countCharacters(text.size());
+    countCharacters(int(text.size()));
     return m_nameCharacters > MaxNameCharacters ? QString() : text;
 }
 

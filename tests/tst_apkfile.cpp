@@ -139,9 +139,9 @@ void TestApkFile::metaObjectHoldsTheClassNameAlone()
     QCOMPARE(meta.constructorCount(), 0);
 
     // The first integers of what moc writes: the revision, the class name, then a count and an offset of each kind.
-    constexpr uint CurrentRevision = 8;
+    const QVector<uint> revisions{7, 8, 10, 11, 12}; // two of Qt 5, and those of Qt 6
     const uint *data = meta.d.data;
-    QVERIFY(data[0] == 7 || data[0] == CurrentRevision);
+    QVERIFY2(revisions.contains(data[0]), QByteArray::number(data[0]));
     for (int i = 1; i < 14; ++i)
         QCOMPARE(data[i], 0U);
 

@@ -14,6 +14,7 @@
 #include <ctime>
 #include <limits>
 #include <random>
+#include <utility>
 
 using namespace fixture;
 
@@ -281,7 +282,7 @@ void TestApkResources::thePrefixFollowsTheIdAndNotThePackage()
     Extractor reader(&device);
     ApkResourcesData data;
     ResourcesLoader().load(&data, &reader);
-    for (const ResourcePackage &package : qAsConst(data.packages)) {
+    for (const ResourcePackage &package : std::as_const(data.packages)) {
         QCOMPARE(package.refToString(0x7f010002), QString("@string/2"));
         QCOMPARE(package.refToString(0x01010002), "@" + package.name() + ":string/2");
         QCOMPARE(package.refToString(0x03010002), "@" + package.name() + ":string/2");
@@ -772,7 +773,7 @@ void TestApkResources::randomTablesAnswerByTheRecursiveRule()
         const int chunks = 1 + below(8);
         for (int i = 0; i < chunks; ++i) {
             const int packageId = below(6) == 0 ? 0x01 : 0x7f;
-            const QByteArray language = languages.at(below(languages.size()));
+            const QByteArray language = languages.at(below(int(languages.size())));
             ConfigBuilder config;
             config.locale(language).density(160 * below(3));
             const int typeId = 1 + below(2);

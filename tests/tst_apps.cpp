@@ -385,7 +385,7 @@ void AppsTest::resourcesHaveTheValuesThatAaptPrints()
         QCOMPARE(resources.lookupAll(reference), all);
         QCOMPARE(described(resources.lookupAllByConfig(reference)), described(byConfig));
         QCOMPARE(described(resources.lookupByLocale(reference, 0)), described(byLocale));
-        values += it->values.size();
+        values += int(it->values.size());
     }
     if (app == QLatin1String("atlas"))
         QVERIFY2(values > 4000, qPrintable(QString::number(values)));

@@ -43,9 +43,9 @@ constexpr int CentralNameAt = 46;
 // Where the local header of the member @p name is, or its entry in the central directory.
 int find(const QByteArray &archive, const QByteArray &signature, int nameAt, const QString &name)
 {
-    int at = archive.indexOf(signature);
+    int at = int(archive.indexOf(signature));
     while (at >= 0 && archive.mid(at + nameAt, name.size()) != name.toLatin1())
-        at = archive.indexOf(signature, at + 1);
+        at = int(archive.indexOf(signature, at + 1));
     if (at < 0)
         qFatal("no member %s", qPrintable(name));
     return at;
@@ -358,7 +358,7 @@ void TestArchives::everyByteMayBeDamaged()
     const QByteArray archive = good();
 #if SORREL_ASSERTIONS
     // A damaged manifest may have a negative string index, which is asserted against.
-    const int first = archive.indexOf(centralSignature);
+    const int first = int(archive.indexOf(centralSignature));
 #else
     const int first = 0;
 #endif

@@ -175,7 +175,7 @@ QByteArray randomTree(QRandomGenerator &random, int depth)
 
 void damage(QByteArray &bytes, QRandomGenerator &random)
 {
-    const int at = SizeAt * random.bounded(bytes.size() / SizeAt);
+    const int at = SizeAt * random.bounded(int(bytes.size()) / SizeAt);
     switch (random.bounded(6)) {
     case 0:
         poke32(bytes, at, random.bounded(-12, 60));
@@ -518,7 +518,7 @@ void TestChunkWalker::destructorClosesWhatIsOpen()
     const QByteArray bytes = container(container(container(leaf(Number) + leaf(Rest)) + leaf()) + leaf());
     SequentialDevice device(bytes + leaf());
     Extractor reader(&device);
-    reader.pushBoundary(bytes.size() + 4);
+    reader.pushBoundary(int(bytes.size()) + 4);
     {
         ChunkWalker walker(&reader);
         for (int i = 1; i <= steps; ++i) {
@@ -628,7 +628,7 @@ void TestChunkWalker::faultInABodyClosesEverything()
     const QByteArray bytes = container(container(leaf() + leaf(Faulty) + leaf()) + leaf());
     SequentialDevice device(bytes + leaf());
     Extractor reader(&device);
-    reader.pushBoundary(bytes.size() + 12);
+    reader.pushBoundary(int(bytes.size()) + 12);
     QCOMPARE(types(walked(reader)), QVector<int>({Container, Container, Unread, Faulty}));
     QCOMPARE(recorded(reader), fault);
     QCOMPARE(reader.position, bytes.size());
@@ -809,7 +809,7 @@ void TestChunkWalker::chunksWithoutSizeEnd()
             children.raw(claiming(0, leaf(Unread, 0)));
         SequentialDevice device(container(children.data()) + QByteArray(following, '\0'));
         Extractor reader(&device);
-        const int met = walked(reader).size();
+        const int met = int(walked(reader).size());
         return QStringLiteral("%1: %2").arg(met).arg(recorded(reader));
     };
     QCOMPARE(endOf(100, 0), QStringLiteral("101: ") + fileTooShort);
@@ -839,7 +839,7 @@ void TestChunkWalker::walkIsThatOfTheRecursion()
         // In regions of others, or none; bytes follow, or none.
         QVector<int> regions;
         if (random.bounded(2) == 0)
-            regions = {bytes.size() + random.bounded(100), bytes.size() + random.bounded(-8, 30)};
+            regions = {int(bytes.size()) + random.bounded(100), int(bytes.size()) + random.bounded(-8, 30)};
         bytes.append(random.bounded(2) * random.bounded(80), '\x01');
         const int limit = stopsEarly ? random.bounded(1, 12) : Unbounded;
 

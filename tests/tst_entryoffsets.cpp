@@ -33,8 +33,8 @@ EntryOffsets entryOffsets(const QVector<qint32> &offsets)
     qToLittleEndian<qint32>(offsets.constData(), offsets.size(), bytes.data());
     fixture::SequentialDevice device(bytes);
     Extractor reader(&device);
-    reader.pushBoundary(bytes.size());
-    return EntryOffsets(&reader, offsets.size());
+    reader.pushBoundary(int(bytes.size()));
+    return EntryOffsets(&reader, int(offsets.size()));
 }
 
 /// The answers to these questions, asked one after another.
@@ -205,7 +205,7 @@ void TestEntryOffsets::randomArraysAnswerAsAMap()
             QCOMPARE(entries.entryAt(it.key()), it.value());
         for (int question = 0; question < 200; ++question) {
             const bool known = !offsets.isEmpty() && below(2) == 0;
-            const qint64 offset = known ? offsets.at(below(offsets.size())) : below(highest + 2) - 1;
+            const qint64 offset = known ? offsets.at(below(int(offsets.size()))) : below(highest + 2) - 1;
             QCOMPARE(entries.entryAt(offset), expected.value(offset, -1));
         }
     }

@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <limits>
+#include <utility>
 
 using namespace fixture;
 
@@ -1273,7 +1274,7 @@ void TestExtractor::popConsumesWhatIsLeft()
     Extractor reader(&device);
     reader.pushBoundary(10);
     reader.getu8_vector(read);
-    const int reads = device.asked().size();
+    const int reads = int(device.asked().size());
     reader.popBoundary();
     QCOMPARE(reader.position, 10);
     QCOMPARE(device.delivered(), 10);
@@ -2013,7 +2014,7 @@ void TestExtractor::compareWithReadAhead(bool upToTheFirstFault)
             RandomAccessDevice buffer(bytes);
             Extractor reader(sequential ? static_cast<QIODevice *>(&device) : &buffer);
             QVector<Outcome> outcomes;
-            for (const Operation &operation : qAsConst(operations)) {
+            for (const Operation &operation : std::as_const(operations)) {
                 if (ahead || operation.kind != ReadAhead)
                     outcomes.append(outcome(reader, operation));
                 else

@@ -72,7 +72,7 @@ QString documentFault(const QByteArray &bytes)
 QByteArray nested(int type, const QByteArray &header, int depth, const QByteArray &innermost = QByteArray())
 {
     QByteArray headers;
-    const int own = ChunkHeaderSize + header.size();
+    const int own = ChunkHeaderSize + int(header.size());
     for (int i = depth; i > 0; --i)
         headers += Bytes().u16(type).u16(own).u32(qint64(own) * i + innermost.size()).raw(header).data();
     return headers + innermost;
@@ -85,7 +85,7 @@ QByteArray nestedElements(int depth)
     builder.start(name).end(name);
     const QByteArray all = builder.build();
     // Both nodes of the builder, each as often as it takes.
-    const int poolEnd = ChunkHeaderSize + builder.pool().size();
+    const int poolEnd = ChunkHeaderSize + int(builder.pool().size());
     const int startSize = int(peek32(all, poolEnd + 4));
     const QByteArray body = all.mid(ChunkHeaderSize, builder.pool().size())
                             + all.mid(poolEnd, startSize).repeated(depth)
@@ -450,7 +450,7 @@ void TestHostile::namesUpToTheCeiling()
         const QString ns = QStringLiteral("urn:x");
         XmlBuilder one;
         one.startNamespace(QStringLiteral("p"), ns).start(name, {}, ns).end(name, ns);
-        const int poolSize = one.pool().size();
+        const int poolSize = int(one.pool().size());
         const QByteArray all = one.build().mid(ChunkHeaderSize + poolSize);
         const int bindingSize = int(peek32(all, 4));
         return chunk(XmlDocumentChunk, QByteArray(),

@@ -293,8 +293,8 @@ void TestHostilePackages::iconsUpToTheCeiling()
         return icons.isEmpty() ? 0 : icons.constFirst().width();
     };
     constexpr int CharactersOfAValue = 16;
-    const int reference = QStringLiteral("@string/0").size();
-    const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - path.size();
+    const int reference = int(QStringLiteral("@string/0").size());
+    const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - int(path.size());
     QCOMPARE(widthOfSecond(most), 7);
     QCOMPARE(widthOfSecond(most + 1), 0);
     // The reference itself may be too long, and nothing comes after it.

@@ -206,8 +206,8 @@ void TestLaunchers::filterIsFound()
     wanted.action = action;
     wanted.category = category;
     const QByteArray manifest = manifestWith({wanted});
-    QTEST(launchers(manifest).size(), "count");
-    QTEST(launchers(manifest, true).size(), "count");
+    QTEST(int(launchers(manifest).size()), "count");
+    QTEST(int(launchers(manifest, true).size()), "count");
 }
 
 void TestLaunchers::filterNeedsActionAndCategoryAsItsChildren()

@@ -53,8 +53,8 @@ QByteArray packageOf(const QVector<QByteArray> &files)
 {
     QVector<Member> members;
     for (const QByteArray &file : files)
-        members.append({memberName(members.size()), file});
-    return package(emptyTable(), launchersWithIcons(files.size()), members);
+        members.append({memberName(int(members.size())), file});
+    return package(emptyTable(), launchersWithIcons(int(files.size())), members);
 }
 
 /// A package whose launchers have @p count icons of different names, all of which are the one file @p file.
@@ -617,7 +617,7 @@ void TestPictures::boundsHold_data()
     const QByteArray one = gif(QSize(2, 2), QSize(2, 2));
     row("GIF of many pictures", one.chopped(1) + one.mid(19).chopped(1).repeated(int(MiB) / 20));
     const QByteArray film = animatedWebp(QSize(2, 2), webpPicture(2, 2, 50), QSize(2, 2));
-    const int filmAt = film.indexOf("ANMF");
+    const int filmAt = int(film.indexOf("ANMF"));
     row("WebP of many pictures", webp(film.mid(12, filmAt - 12) + film.mid(filmAt).repeated(8000)));
     rowOfMany("many bad members", "no picture", 8000);
 }

@@ -6,7 +6,7 @@
 #include "ResourcesLoader.h"
 #include "TableBuilder.h"
 
-#include <QRegExp>
+#include <QRegularExpression>
 #include <QtTest>
 
 using namespace fixture;
@@ -69,6 +69,7 @@ void TestResourceReference::everyShortTextIsParsedAsByThePattern()
     const ApkResourcesData data = loaded(builder);
     QCOMPARE(data.packages.size(), prefixes.size());
 
+    const QRegularExpression pattern(QStringLiteral("^@([^:/]+:)?([^/]+)/([0-9]+)\\z"));
     int references = 0;
     QStringList texts{QString()};
     for (int i = 0; i < texts.size(); ++i) {
@@ -77,16 +78,16 @@ void TestResourceReference::everyShortTextIsParsedAsByThePattern()
             for (const QChar character : alphabet)
                 texts.append(text + character);
         }
-        const QRegExp pattern(QStringLiteral("@([^:/]+:)?([^/]+)/([0-9]+)"));
-        const int package = pattern.exactMatch(text) ? prefixes.indexOf(pattern.cap(1)) : -1;
+        const QRegularExpressionMatch match = pattern.match(text);
+        const int package = match.hasMatch() ? int(prefixes.indexOf(match.captured(1))) : -1;
         const ResourceReference reference(text, data);
         QVERIFY2((reference.package() != nullptr) == (package >= 0), qPrintable(text));
         if (package < 0)
             continue;
         ++references;
         QCOMPARE(reference.package(), &data.packages.at(package));
-        QCOMPARE(reference.type(), pattern.cap(2));
-        QCOMPARE(reference.entry(), pattern.cap(3).toInt());
+        QCOMPARE(reference.type(), match.captured(2));
+        QCOMPARE(reference.entry(), match.captured(3).toInt());
     }
     QVERIFY(references > 300);
 }

@@ -4,12 +4,12 @@
 #include "Bytes.h"
 #include "Devices.h"
 #include "Extractor.h"
+#include "LocalEncoding.h"
 #include "LogCapture.h"
 #include "PoolBuilder.h"
 #include "ResourcesLoader.h"
 #include "TableBuilder.h"
 
-#include <QTextCodec>
 #include <QtTest>
 
 #include <sys/resource.h>
@@ -371,15 +371,14 @@ void TestResourcesLoader::failuresAreLogged()
 void TestResourcesLoader::failuresAreLoggedInTheLocalEncoding_data()
 {
     QTest::addColumn<QByteArray>("codec");
-    QTest::newRow("UTF-8") << QByteArray("UTF-8");
-    QTest::newRow("Latin-1") << QByteArray("ISO-8859-1");
+    for (const QByteArray &codec : LocalEncoding::all())
+        QTest::newRow(codec.constData()) << codec;
 }
 
 void TestResourcesLoader::failuresAreLoggedInTheLocalEncoding()
 {
     QFETCH(QByteArray, codec);
-    QTextCodec *const previous = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName(codec));
+    const LocalEncoding encoding(codec);
     const QString text = QString::fromUtf8("g\u00fcltig, \u4e2d");
     LogCapture log;
     SequentialDevice device((QByteArray()));
@@ -387,7 +386,6 @@ void TestResourcesLoader::failuresAreLoggedInTheLocalEncoding()
     ApkResources table;
     table.load(&device);
     const QByteArray local = text.toLocal8Bit();
-    QTextCodec::setCodecForLocale(previous);
     QCOMPARE(log.texts(), QStringList{"Error extracting resources: file too short: " + QString::fromUtf8(local)});
 }
 

@@ -176,7 +176,7 @@ void TestResourceValues::everyOrderAnswersAlike()
         int most = 0;
         for (auto resource = model.cbegin(); resource != model.cend(); ++resource) {
             QCOMPARE(dataOf(values, resource.key().first, resource.key().second), resource.value());
-            most = qMax(most, resource.value().size());
+            most = qMax(most, int(resource.value().size()));
         }
         QVERIFY(!values.hasResourceOfMoreThan(most));
         QVERIFY(values.hasResourceOfMoreThan(most - 1));

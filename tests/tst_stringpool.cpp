@@ -352,9 +352,9 @@ void TestStringPool::aPoolMayStandAnywhere()
     SequentialDevice device(QByteArray(50, 'x') + bytes + QByteArray(50, 'x'));
     Extractor reader(&device);
     reader.skip(50);
-    reader.pushBoundary(bytes.size() + 20);
+    reader.pushBoundary(int(bytes.size()) + 20);
     reader.skip(ChunkHeaderSize);
-    reader.pushBoundary(bytes.size() - ChunkHeaderSize);
+    reader.pushBoundary(int(bytes.size()) - ChunkHeaderSize);
     StringPool pool = tablePool();
     pool.load(&reader, OffsetsAt);
     QVERIFY(!reader.failed());
@@ -507,7 +507,7 @@ void TestStringPool::keepsShortHeadersAsStepsBack()
     // The position goes back by eight bytes, and the device does not, so that it is eight bytes ahead from then on.
     constexpr int back = 8;
     const QByteArray good = PoolBuilder().strings(someStrings()).build();
-    const int stringsAt = OffsetsAt + 4 * someStrings().size();
+    const int stringsAt = OffsetsAt + 4 * int(someStrings().size());
     QByteArray bytes = good.left(stringsAt) + QByteArray(back, 'x') + good.mid(stringsAt);
     poke16(bytes, HeaderSizeAt, OffsetsAt - back);
     Chunk chunk(bytes);
@@ -533,7 +533,7 @@ void TestStringPool::aGapBeforeTheStringsIsSkipped()
 {
     QFETCH(Encoding, encoding);
     const QByteArray good = PoolBuilder(encoding).strings(someStrings()).build();
-    const int stringsAt = OffsetsAt + 4 * someStrings().size();
+    const int stringsAt = OffsetsAt + 4 * int(someStrings().size());
     for (const int gap : {1, 4, 5000}) {
         QByteArray bytes = good.left(stringsAt) + QByteArray(gap, 'x') + good.mid(stringsAt);
         poke32(bytes, SizeAt, bytes.size());
@@ -635,7 +635,7 @@ void TestStringPool::stylesBeyondTheChunkAreAFault()
 void TestStringPool::offsetsMayBeInAnyOrder()
 {
     QFETCH(Encoding, encoding);
-    const int width = encodedString(QStringLiteral("a"), encoding).size();
+    const int width = int(encodedString(QStringLiteral("a"), encoding).size());
     const StringPool pool = loaded(PoolBuilder(encoding)
                                        .offset(2 * width)
                                        .offset(0)
@@ -666,7 +666,7 @@ void TestStringPool::stringDataNeedNotBeReferred()
 
 void TestStringPool::oddOffsetsMeanTheUnitTheyAreIn()
 {
-    const int width = encodedString(QStringLiteral("a"), Encoding::Utf16).size();
+    const int width = int(encodedString(QStringLiteral("a"), Encoding::Utf16).size());
     const StringPool pool = loaded(
         PoolBuilder(Encoding::Utf16).strings({QStringLiteral("a"), QStringLiteral("b")}).offset(1).offset(width + 1));
     QCOMPARE(strings(pool).join(QString()), QStringLiteral("abab"));
@@ -975,7 +975,7 @@ void TestStringPool::everyPrefixIsRefused()
     if (styles)
         builder.styles(2, QByteArray(24, 'x'));
     const QByteArray bytes = builder.build();
-    const int dataEnd = styles ? int(peek32(bytes, PoolBuilder::StylesStartAt)) : bytes.size();
+    const int dataEnd = styles ? int(peek32(bytes, PoolBuilder::StylesStartAt)) : int(bytes.size());
     const int stringsStart = int(peek32(bytes, PoolBuilder::StringsStartAt));
     for (int size = 0; size <= bytes.size(); ++size) {
         const std::unique_ptr<char[]> block(new char[size_t(size)]);
@@ -1062,7 +1062,7 @@ void TestStringPool::damagedPoolsLoadOrStayAsTheyWere()
 {
     QFETCH(Encoding, encoding);
     const QByteArray bytes = PoolBuilder(encoding).strings(someStrings()).styles(2, QByteArray(24, 'x')).build();
-    const int headerEnd = OffsetsAt + 4 * someStrings().size();
+    const int headerEnd = OffsetsAt + 4 * int(someStrings().size());
     const QStringList before = {QStringLiteral("before")};
     const QByteArray another = PoolBuilder().strings(before).build();
     std::mt19937 random(22);
@@ -1070,7 +1070,8 @@ void TestStringPool::damagedPoolsLoadOrStayAsTheyWere()
     for (int round = 0; round < 500; ++round) {
         QByteArray damaged = bytes;
         for (int damage = below(4); damage >= 0; --damage)
-            poke8(damaged, below(2) == 0 ? below(damaged.size()) : below(headerEnd), below(3) == 0 ? 0xff : below(256));
+            poke8(damaged, below(2) == 0 ? below(int(damaged.size())) : below(headerEnd),
+                  below(3) == 0 ? 0xff : below(256));
         StringPool pool = loaded(another);
         Chunk chunk(damaged);
         chunk.loadInto(pool);
@@ -1163,7 +1164,7 @@ void TestStringPool::chunkTooShort()
 void TestStringPool::fileTooShort()
 {
     const QByteArray bytes = PoolBuilder().string(QStringLiteral("ab")).build();
-    for (const int size : {ChunkHeaderSize, OffsetsAt - 1, OffsetsAt, OffsetsAt + 4, bytes.size() - 1})
+    for (const int size : {ChunkHeaderSize, OffsetsAt - 1, OffsetsAt, OffsetsAt + 4, int(bytes.size()) - 1})
         QCOMPARE(faultOf(bytes.left(size)), fileError);
 }
 

@@ -107,7 +107,7 @@ void TestThreads::copiesOfATableAreReadInEachThread()
         const ApkResources copy(resources);
         for (int round = 0; round < Rounds; ++round) {
             visit(copy, 4);
-            good += copy.lookupByLocale(QStringLiteral("@string/1"), 5).size();
+            good += int(copy.lookupByLocale(QStringLiteral("@string/1"), 5).size());
         }
     });
     QCOMPARE(good.load(), Threads * Rounds * 2);

@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "Devices.h"
 #include "Extractor.h"
+#include "LocalEncoding.h"
 #include "LogCapture.h"
 #include "PoolBuilder.h"
 #include "TableBuilder.h"
@@ -10,7 +11,6 @@
 #include "XmlLoader.h"
 
 #include <QDomDocument>
-#include <QTextCodec>
 #include <QtTest>
 
 #include <limits>
@@ -116,7 +116,7 @@ QByteArray resourceIdMap(const QVector<qint64> &ids)
 QByteArray elementWith(const QVector<QByteArray> &records)
 {
     ElementFields fields;
-    fields.attributeCount = records.size();
+    fields.attributeCount = int(records.size());
     QByteArray all;
     for (const QByteArray &record : records)
         all += record;
@@ -464,15 +464,14 @@ void TestXmlLoader::failuresAreLogged()
 void TestXmlLoader::linesAreInTheLocalEncoding_data()
 {
     QTest::addColumn<QByteArray>("codec");
-    QTest::newRow("UTF-8") << QByteArray("UTF-8");
-    QTest::newRow("Latin-1") << QByteArray("ISO-8859-1");
+    for (const QByteArray &codec : LocalEncoding::all())
+        QTest::newRow(codec.constData()) << codec;
 }
 
 void TestXmlLoader::linesAreInTheLocalEncoding()
 {
     QFETCH(QByteArray, codec);
-    QTextCodec *const previous = QTextCodec::codecForLocale();
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName(codec));
+    const LocalEncoding encoding(codec);
     const QString uri = QString::fromUtf8("urn:\u00fc\u4e2d");
     const QString name = QString::fromUtf8("\u00f6\u4e2d");
     LogCapture log;
@@ -485,7 +484,6 @@ void TestXmlLoader::linesAreInTheLocalEncoding()
     const QStringList expected = {"Unknown namespace " + local(uri) + " for element " + local(name),
                                   "Unknown namespace " + local(uri),
                                   "XmlLoader error: chunk too short: " + local(name)};
-    QTextCodec::setCodecForLocale(previous);
     QCOMPARE(log.texts(), expected);
 }
 

@@ -71,6 +71,10 @@ QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
         const QByteArray piece = file.read(qMin(PieceSize, maxBytes + 1 - bytes.size()));
         if (piece.isEmpty())
             break;
+        // Where the room does not do, Qt 6 appends to a copy, and has both for a while; this moves the bytes.
+        const qint64 needed = bytes.size() + piece.size();
+        if (bytes.capacity() < needed)
+            bytes.reserve(int(qMin(2 * needed, maxBytes + 1)));
         bytes += piece;
     }
     return bytes.size() > maxBytes ? QByteArray() : bytes;

@@ -4,9 +4,13 @@
 #include "DrawableAttributes.h"
 #include "StateSpec.h"
 
+#include <QRgba64>
+
 namespace SorrelKit {
 
 namespace {
+
+constexpr quint16 Opaque = 0xffff;
 
 const XmlElement *defaultItem(const XmlElement &element, DrawableLoader &loader)
 {
@@ -32,13 +36,16 @@ std::optional<QColor> ColorStateList::fromXml(const XmlElement &element, Drawabl
         return std::nullopt;
     }
     const DrawableAttributes attributes(*item, loader);
-    QColor color = attributes.color(Attr::Color, QColor());
+    const QColor color = attributes.color(Attr::Color, QColor());
     if (!color.isValid()) {
         loader.setError(QStringLiteral("color state list without a color for the default state"));
         return std::nullopt;
     }
-    color.setAlphaF(qBound(qreal(0), color.alphaF() * attributes.number(Attr::Alpha, 1), qreal(1)));
-    return color;
+    // In whole numbers, as QColor rounds to them, by way of a float in Qt 6.
+    QRgba64 rgba = color.rgba64();
+    const qreal alpha = rgba.alpha() / qreal(Opaque) * attributes.number(Attr::Alpha, 1);
+    rgba.setAlpha(quint16(qRound(qBound(qreal(0), alpha, qreal(1)) * Opaque)));
+    return QColor(rgba);
 }
 
 } // namespace SorrelKit

@@ -31,7 +31,7 @@ QGradient::Spread spread(int tileMode)
 void append(QGradientStops *stops, qreal offset, const QColor &color)
 {
     constexpr qreal Step = 1e-6;
-    const int count = stops->size();
+    const int count = int(stops->size());
     if (count > 1 && stops->at(count - 2).first > offset - 2 * Step) {
         stops->last().second = color;
         return;

@@ -19,7 +19,7 @@ bool isBetterRelative(const LanguageTag &tag, const LanguageTag &other)
 
 void LocaleChooser::add(const LanguageTag &tag)
 {
-    m_byLanguage[tag.language()].append(m_tags.size());
+    m_byLanguage[tag.language()].append(int(m_tags.size()));
     m_tags.append(tag);
 }
 

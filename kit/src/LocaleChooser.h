@@ -23,7 +23,7 @@ public:
     /// The number of the best for @p wanted; -1 when there is none.
     int best(const LanguageTag &wanted) const;
     /// How many languages have been added that are @p wanted but for script, region and variant, which best() compares.
-    int relatives(const LanguageTag &wanted) const { return m_byLanguage.value(wanted.language()).size(); }
+    int relatives(const LanguageTag &wanted) const { return int(m_byLanguage.value(wanted.language()).size()); }
 
 private:
     int exact(const LanguageTag &wanted) const;

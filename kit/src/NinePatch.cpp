@@ -121,8 +121,8 @@ PictureSamples NinePatch::samples(const Ranges &stretched, const Side &side, qre
         const int first = qBound(0, int(std::floor(part.from * side.scale + 1e-6)), side.pixels - 1);
         const int last = qBound(first + 1, int(std::ceil((part.from + part.length) * side.scale - 1e-6)), side.pixels);
         const qreal length = qMax(std::round(end) - begin, qreal(1));
-        while (samples.size() < count && start + samples.size() + 0.5 < std::round(end)) {
-            const qreal share = (start + samples.size() + 0.5 - begin) / length;
+        while (samples.size() < count && start + int(samples.size()) + 0.5 < std::round(end)) {
+            const qreal share = (start + int(samples.size()) + 0.5 - begin) / length;
             samples.append(PictureSample::within((part.from + part.length * share) * side.scale, first, last));
         }
     }

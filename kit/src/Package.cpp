@@ -196,7 +196,7 @@ QList<Launcher> Package::launchers() const
         auto *const data = new LauncherData;
         data->package = d;
         data->entry = entry;
-        data->launcherCount = entries.size();
+        data->launcherCount = int(entries.size());
         launchers.append(Launcher(data));
     }
     return launchers;

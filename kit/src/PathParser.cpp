@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PathParser.h"
 
+#include <QLocale>
+#include <QStringView>
 #include <QTransform>
 #include <QtMath>
 
@@ -52,7 +54,7 @@ bool isInRange(QPointF point)
 
 PathParser::PathParser(const QString &data, Allowance *segments) : m_data(data), m_segments(segments)
 {
-    if (spend(data.size() / CharactersPerSegment))
+    if (spend(int(data.size()) / CharactersPerSegment))
         read();
 }
 
@@ -168,7 +170,7 @@ bool PathParser::readNumber(qreal *number)
         if (skipDigits() == 0)
             at = mantissaEnd;
     }
-    *number = m_data.midRef(m_at, at - m_at).toDouble();
+    *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
     if (!(std::abs(*number) <= MaxCoordinate)) {
         setFault(QStringLiteral("too large a number"));
         return false;

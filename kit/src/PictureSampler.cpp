@@ -79,7 +79,7 @@ PictureSample PictureSample::within(qreal position, int start, int end)
 
 QImage sampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows)
 {
-    QImage result(columns.size(), rows.size(), QImage::Format_ARGB32_Premultiplied);
+    QImage result(int(columns.size()), int(rows.size()), QImage::Format_ARGB32_Premultiplied);
     for (int y = 0; y < result.height(); ++y) {
         const PictureSample &row = rows.at(y);
         const auto *const above = reinterpret_cast<const QRgb *>(picture.constScanLine(row.first));

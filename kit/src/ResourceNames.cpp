@@ -50,11 +50,11 @@ quint32 ResourceNames::find(const QString &reference) const
     const QString text = reference.mid(reference.startsWith(QLatin1Char('@')) ? 1 : 0);
     if (text.startsWith(QLatin1String("0x"), Qt::CaseInsensitive)) {
         bool isId = false;
-        const quint32 id = text.midRef(2).toUInt(&isId, 16);
+        const quint32 id = text.mid(2).toUInt(&isId, 16);
         return isId ? existing(id) : 0;
     }
-    const int slash = text.indexOf(QLatin1Char('/'));
-    const int colon = text.leftRef(slash).indexOf(QLatin1Char(':'));
+    const auto slash = text.indexOf(QLatin1Char('/'));
+    const auto colon = text.left(slash).indexOf(QLatin1Char(':'));
     if (slash < 0)
         return 0;
     const QString type = text.mid(colon + 1, slash - colon - 1);

@@ -123,7 +123,7 @@ int ResourceTable::typeChunkCount(quint32 id) const
     for (const Package &package : m_packages) {
         const auto types = package.types.constFind(typeIdOf(id));
         if (package.id == ownerOf(id) && types != package.types.cend())
-            count += types->size();
+            count += int(types->size());
     }
     return count;
 }

@@ -71,7 +71,7 @@ Resources::Value ResourcesData::defaultValue(quint32 id)
 bool ResourcesData::take(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
 {
     value.configuration = configuration(source);
-    if (!spend(StepsPerValue) || !charge(value.configuration.size(), room))
+    if (!spend(StepsPerValue) || !charge(int(value.configuration.size()), room))
         return false;
     if (source.entry.isMap())
         return takeItems(source, room, value);
@@ -90,7 +90,7 @@ bool ResourcesData::takeItems(const ResourceIndex::Value &source, Room &room, Re
     for (qint64 number = 0; number < map.itemCount() && !room.isFull; ++number) {
         const EntryView::Item item = map.item(number);
         const QString name = texts.itemName(map, item.name);
-        if (!room.items.spend(1) || !spend(StepsPerItem) || !charge(name.size(), room)) {
+        if (!room.items.spend(1) || !spend(StepsPerItem) || !charge(int(name.size()), room)) {
             room.isFull = true;
             m_isComplete = false;
             break;
@@ -108,7 +108,7 @@ QString ResourcesData::text(const TypedValue &value, const ResourceTable &table,
         text.truncate(ResourceTable::MaxStringLength);
         m_isComplete = false;
     }
-    room.isFull = !charge(text.size(), room) || room.isFull;
+    room.isFull = !charge(int(text.size()), room) || room.isFull;
     return text;
 }
 

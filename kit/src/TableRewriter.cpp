@@ -43,7 +43,7 @@ void poke(QByteArray *bytes, int at, T value)
 
 void appendPackage(QByteArray *bytes, const ChunkView &package)
 {
-    const int start = bytes->size();
+    const int start = int(bytes->size());
     append(bytes, package.bytes().part(0, package.headerSize()));
     qint64 from = package.headerSize();
     for (ChunkList chunks(package.bytes(), from); chunks.hasNext();) {

@@ -4,6 +4,7 @@
 #include "DrawableAttributes.h"
 
 #include <QPainter>
+#include <QRgba64>
 
 namespace SorrelKit {
 
@@ -64,8 +65,11 @@ void Tint::apply(QImage *layer, qreal opacity) const
 {
     QPainter painter(layer);
     if (opacity < 1) {
+        // As QColor rounds it, which does so by way of a float in Qt 6.
+        constexpr quint16 Opaque = 0xffff;
+        const auto alpha = quint16(qRound(qMax(qreal(0), opacity) * Opaque));
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        painter.fillRect(layer->rect(), QColor::fromRgbF(0, 0, 0, qMax(qreal(0), opacity)));
+        painter.fillRect(layer->rect(), QColor(QRgba64::fromRgba64(0, 0, 0, alpha)));
     }
     painter.setCompositionMode(compositionMode(m_mode));
     if (m_mode != Mode::Multiply)

@@ -170,7 +170,7 @@ bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
 
 void TypeRewriter::appendTo(QByteArray *table) const
 {
-    const int start = table->size();
+    const int start = int(table->size());
     table->resize(start + int(size()));
     char *const chunk = table->data() + start;
     if (m_isClassic) {

@@ -243,7 +243,7 @@ inline bool loadTree(const QString &package, const Table &table, QStringList *tr
             namespaces.insert(binding.captured(1), binding.captured(2));
         } else if (const auto element = elementLine.match(line); element.hasMatch()) {
             flushAttributes();
-            const int indent = element.capturedLength(1);
+            const auto indent = int(element.capturedLength(1));
             while (!openElements.isEmpty() && openElements.last() >= indent)
                 openElements.removeLast();
             tree->append(QString(2 * openElements.size(), QLatin1Char(' ')) + element.captured(2));

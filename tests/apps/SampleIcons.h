@@ -103,7 +103,7 @@ inline void expand(const QString &value, const AaptDump::Table &table, const QSt
         if (table.reference(it.key()) != value)
             continue;
         // The values of a reference are looked at from the last to the first.
-        for (int i = it->values.size() - 1; i >= 0; --i)
+        for (int i = int(it->values.size()) - 1; i >= 0; --i)
             expand(table.text(it->values.at(i)), table, app, visited, files);
     }
 }

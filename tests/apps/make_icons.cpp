@@ -35,9 +35,10 @@ bool write(const QImage &image, const char *file, const QDir &resources)
     QImageWriter writer(path);
     writer.setQuality(100);
     if (!writer.write(image)) {
-        std::fprintf(
-            stderr, "make_icons: %s: %s%s\n", qPrintable(path), qPrintable(writer.errorString()),
-            writer.error() == QImageWriter::UnsupportedFormatError ? " (is qt5-image-formats-plugins installed?)" : "");
+        std::fprintf(stderr, "make_icons: %s: %s%s\n", qPrintable(path), qPrintable(writer.errorString()),
+                     writer.error() == QImageWriter::UnsupportedFormatError
+                         ? " (are Qt's image format plugins installed?)"
+                         : "");
         return false;
     }
     return true;

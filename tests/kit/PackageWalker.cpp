@@ -31,7 +31,7 @@ qint64 visitResources(const Resources &resources)
     constexpr int MaxVisited = 100;
     const QVector<quint32> ids = resources.ids();
     qint64 count = ids.size() + int(resources.isComplete());
-    for (int i = 0; i < ids.size(); i += 1 + ids.size() / MaxVisited) {
+    for (int i = 0; i < int(ids.size()); i += 1 + int(ids.size()) / MaxVisited) {
         count += resources.name(ids.at(i)).size() + resources.defaultValue(ids.at(i)).text.size();
         for (const Resources::Value &value : resources.values(ids.at(i)))
             count += value.configuration.size() + value.text.size() + value.items.size();

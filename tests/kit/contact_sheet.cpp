@@ -68,7 +68,7 @@ void paintOnCheckerboard(QPainter *painter, QPoint at, const QImage &image, int 
 
 QImage sheetOf(const QVector<Cell> &cells)
 {
-    const int rows = (cells.size() + Columns - 1) / Columns;
+    const int rows = (int(cells.size()) + Columns - 1) / Columns;
     QImage sheet(Columns * CellWidth, rows * CellHeight, QImage::Format_RGB32);
     sheet.fill(Qt::white);
     QPainter painter(&sheet);

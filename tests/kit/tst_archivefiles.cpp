@@ -42,7 +42,7 @@ QByteArray manifestOf(const char *package, const char *split = nullptr)
 // Where the directory of an archive begins whose end has no comment.
 int directoryAt(const QByteArray &archive)
 {
-    return int(peek32(archive, archive.size() - 22 + 16));
+    return int(peek32(archive, int(archive.size()) - 22 + 16));
 }
 
 } // namespace

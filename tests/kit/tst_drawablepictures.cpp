@@ -357,7 +357,7 @@ void TestDrawablePictures::damagedMarks()
     QCOMPARE(qRed(image.pixel(0, 0)), 0);
     QCOMPARE(qRed(image.pixel(29, 0)), 7 * 8);
     // Cut anywhere, it has no marks, as long as they are not whole.
-    const int chunkAt = png.indexOf("npTc");
+    const int chunkAt = int(png.indexOf("npTc"));
     for (int size = 0; size < chunkAt + 4 + 32 + 4 * columns.size(); ++size)
         QVERIFY(!NinePatch::read(png.left(size)));
 }

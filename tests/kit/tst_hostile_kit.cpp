@@ -270,7 +270,7 @@ void addDrawables(const char *name, const Elements &roots, const QVector<Member>
     QVector<Member> members = others;
     for (int i = 0; i < roots.size(); ++i)
         members.append({QStringLiteral("res/%1.xml").arg(i), binaryXml(roots.at(i))});
-    addPackage(name, drawableTable(roots.size() + others.size()), oneLauncher(icon, IconResource), members);
+    addPackage(name, drawableTable(int(roots.size()) + int(others.size())), oneLauncher(icon, IconResource), members);
 }
 
 void addSet(const char *name, const QVector<Member> &members, Compression compression)

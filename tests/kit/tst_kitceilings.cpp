@@ -95,7 +95,7 @@ int packagesOfSet(int others, int splits)
         members.append({QStringLiteral("%1.apk").arg(i), split});
     PackageDevice device(zip(members, Compression::Stored));
     const Package package(&device);
-    return package.isValid() ? 1 + package.splits().size() : 0;
+    return package.isValid() ? 1 + int(package.splits().size()) : 0;
 }
 
 } // namespace

@@ -733,7 +733,7 @@ void TestPackageNormalizer::picturesUpToTheCeiling()
         QStringList names;
         QVector<Member> members;
         for (const qint64 size : sizes) {
-            const int number = names.size();
+            const int number = int(names.size());
             names.append(QString("res/%1.png").arg(number));
             members.append({names.last(), QByteArray(int(size), 'x')});
             inner.type(TypeBuilder(1, ConfigBuilder().density(100 + number).build()).value(0, String, number));
@@ -813,10 +813,10 @@ void TestPackageNormalizer::referencesUpToTheCeiling()
     for (int i = 0; i <= IconMembers::MaxReferences; ++i)
         texts.append(QString::number(i));
     const QStringList most = texts.mid(0, IconMembers::MaxReferences);
-    QCOMPARE(pathsOf(references(most.size()), {}, tableOf(texts)), most);
-    QCOMPARE(pathsOf(references(texts.size()), {}, tableOf(texts)), most);
+    QCOMPARE(pathsOf(references(int(most.size())), {}, tableOf(texts)), most);
+    QCOMPARE(pathsOf(references(int(texts.size())), {}, tableOf(texts)), most);
     // One that is asked for again costs nothing.
-    QCOMPARE(pathsOf(references(most.size()) + references(most.size()), {}, tableOf(texts)), most);
+    QCOMPARE(pathsOf(references(int(most.size())) + references(int(most.size())), {}, tableOf(texts)), most);
 }
 
 void TestPackageNormalizer::charactersUpToTheCeiling()
@@ -826,11 +826,11 @@ void TestPackageNormalizer::charactersUpToTheCeiling()
     QStringList texts;
     for (int i = 0; i < IconMembers::MaxCharacters / Each; ++i)
         texts.append(QString::number(i).leftJustified(Each - 16, 'x'));
-    QVERIFY(pathsOf(references(texts.size()), {}, tableOf(texts)).isEmpty()); // too long for paths, each of them
+    QVERIFY(pathsOf(references(int(texts.size())), {}, tableOf(texts)).isEmpty()); // too long for paths, each of them
     texts.last() = "path";
-    QCOMPARE(pathsOf(references(texts.size()), {}, tableOf(texts)), QStringList{"path"});
+    QCOMPARE(pathsOf(references(int(texts.size())), {}, tableOf(texts)), QStringList{"path"});
     texts.first().append(QString(Each, 'x'));
-    QVERIFY(pathsOf(references(texts.size()), {}, tableOf(texts)).isEmpty());
+    QVERIFY(pathsOf(references(int(texts.size())), {}, tableOf(texts)).isEmpty());
 }
 
 void TestPackageNormalizer::aHostileTableTakesLittleTime()

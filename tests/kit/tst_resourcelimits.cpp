@@ -35,7 +35,7 @@ PackageBuilder integers(const QStringList &keys = {QStringLiteral("key")})
 QByteArray sharedEntry(int typeId, int count, const QByteArray &entry,
                        const QByteArray &config = ConfigBuilder(4).build())
 {
-    const int start = 20 + config.size() + 2 * count + 2 * (count % 2);
+    const int start = 20 + int(config.size()) + 2 * count + 2 * (count % 2);
     Bytes header;
     header.u8(typeId).u8(ShortOffsets).zeros(2).u32(count).u32(start).raw(config);
     return chunk(TypeChunkType, header.data(),

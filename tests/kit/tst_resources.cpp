@@ -269,7 +269,7 @@ void TestResources::splits()
                          .types(names({"string"}))
                          .keys(keys)
                          .type(TypeBuilder(1, ConfigBuilder().locale(language).build())
-                                   .entry(entry, simpleEntry(String, 0, 0, keys.size() - 1))))
+                                   .entry(entry, simpleEntry(String, 0, 0, int(keys.size()) - 1))))
             .build();
     };
     PackageDevice device(
@@ -337,7 +337,7 @@ void TestResources::damagedTablesAnswerAsFarAsTheyGo()
             if (toldAt >= 0 && size >= toldAt + SizeAt + 4)
                 poke32(cut, toldAt + SizeAt, size - toldAt);
             const QStringList lines = answers(ResourcesFixture(cut).resources);
-            longest = qMax(longest, lines.size());
+            longest = qMax(longest, int(lines.size()));
             for (const QString &line : lines)
                 QVERIFY2(whole.contains(line), qPrintable(line));
         }

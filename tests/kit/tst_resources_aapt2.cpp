@@ -19,6 +19,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <utility>
+
 using namespace fixture;
 using namespace SorrelKit;
 
@@ -232,7 +234,7 @@ private:
     bool isSameList(const Resources::Value &value, const QString &theirs, Prefix prefix) const
     {
         const QString indent = QStringLiteral("\n        ");
-        const int start = theirs.indexOf(indent);
+        const int start = int(theirs.indexOf(indent));
         QStringList lines = start < 0 ? QStringList() : theirs.mid(start + indent.size()).split(indent);
         for (const Resources::Item &item : value.items) {
             const QString begin = prefix(item);
@@ -262,7 +264,7 @@ private:
             const Resources::Item &item = value.items.at(i);
             const bool isString = item.type == QLatin1String("string");
             // Where a text ends, only the text itself says.
-            const int end = isString ? item.text.size() + 2 : rest.indexOf(QRegularExpression(latin("[],]")));
+            const int end = isString ? int(item.text.size()) + 2 : int(rest.indexOf(QRegularExpression(latin("[],]"))));
             isEqual = item.name == QString::number(i) && isSame(item.type, item.text, rest.left(end));
             rest.remove(0, end);
             skip(latin(", "));
@@ -383,7 +385,7 @@ void TestResourcesAapt2::qualifiersAreSpelledTheSame()
 
     PackageBuilder builder;
     builder.types(names({"integer"})).keys(names({"it"}));
-    for (const QByteArray &record : qAsConst(records))
+    for (const QByteArray &record : std::as_const(records))
         builder.type(TypeBuilder(1, record).value(0, Integer, 1));
     const QTemporaryDir directory;
     const QString file = directory.filePath(latin("qualifiers.apk"));

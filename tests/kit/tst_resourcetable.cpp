@@ -45,8 +45,8 @@ int answers(const ResourceTable &table)
     int count = 0;
     for (const quint32 id : {0x7f010000u, 0x7f010002u, 0x7f010003u, 0x7f020001u, 0x7f020002u, 0x00010000u}) {
         for (const ResourceValue &value : table.values(id))
-            count += 1 + table.string(value.value.data).size() + value.configuration->density;
-        count += table.typeName(id).size();
+            count += 1 + int(table.string(value.value.data).size()) + value.configuration->density;
+        count += int(table.typeName(id).size());
     }
     return count;
 }

@@ -116,7 +116,7 @@ void TestStringPoolView::surrogatesInUtf8()
                                  .rawString(utf8("\xed\xaf\xbf\xed\xbf\xbf\xed\xa0\x80\xed\xb0\x80"))
                                  .build();
     QCOMPARE(viewOf(bytes).at(0), QString::fromUtf8("<😀>"));
-    const uint characters[] = {0x10ffff, 0x10000};
+    const char32_t characters[] = {0x10ffff, 0x10000};
     QCOMPARE(viewOf(bytes).at(1), QString::fromUcs4(characters, 2));
 }
 
@@ -171,7 +171,7 @@ void TestStringPoolView::stringsThatDoNotEndInThePool()
 void TestStringPoolView::offsetsAtTheEnd()
 {
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
-        const int dataSize = encodedString(QStringLiteral("abc"), encoding).size();
+        const int dataSize = int(encodedString(QStringLiteral("abc"), encoding).size());
         const QByteArray bytes = PoolBuilder(encoding)
                                      .string(QStringLiteral("abc"))
                                      .offset(dataSize - 1)

@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh DIRECTORY NAME EXPORTS [--only]: whether the library NAME in DIRECTORY has its names, needs no library that it
-# should not, and exports every symbol that EXPORTS lists; with --only, no other functions.
+# check.sh DIRECTORY NAME QT EXPORTS [--only]: whether the library NAME in DIRECTORY, made with Qt of the major version QT,
+# has its names, needs no library that it should not, and exports every symbol that EXPORTS lists; with --only, no other
+# functions.
 set -euo pipefail
-directory=$1 name=$2 exports=$3 only=${4:-}
+directory=$1 name=$2 qt=$3 exports=$4 only=${5:-}
 library=$directory/$name.so.0.5.1
 export LC_ALL=C
 
@@ -21,7 +22,8 @@ done
 dynamic=$(readelf -dW "$library")
 grep -qF "Library soname: [$name.so.0]" <<<"$dynamic" || fail "the soname is not $name.so.0"
 
-allowed='libsorrel|libQt5(Core|Gui|Xml)|libquazip1-qt5|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*|lib(a|ub)san'
+allowed="libsorrel(-qt6)?|libQt$qt(Core|Gui|Xml)|libquazip1-qt$qt|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*"
+allowed+='|lib(a|ub)san'
 needed=$(sed -n 's/.*Shared library: \[\(.*\)\]/\1/p' <<<"$dynamic")
 extra=$(grep -vE "^($allowed)\.so" <<<"$needed" || true)
 [ -z "$extra" ] || fail "needs $extra"

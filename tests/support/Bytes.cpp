@@ -41,7 +41,7 @@ Bytes &Bytes::zeros(int count)
 
 Bytes &Bytes::align()
 {
-    return zeros((4 - m_data.size() % 4) % 4);
+    return zeros((4 - int(m_data.size()) % 4) % 4);
 }
 
 void poke8(QByteArray &bytes, int at, qint64 value)
@@ -72,7 +72,7 @@ quint32 peek32(const QByteArray &bytes, int at)
 QByteArray chunk(int type, const QByteArray &header, const QByteArray &body)
 {
     constexpr int CommonHeaderSize = 8;
-    const int headerSize = CommonHeaderSize + header.size();
+    const int headerSize = CommonHeaderSize + int(header.size());
     return Bytes().u16(type).u16(headerSize).u32(headerSize + body.size()).raw(header).raw(body).data();
 }
 

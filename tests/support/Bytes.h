@@ -18,7 +18,7 @@ public:
     /// Zeros up to a multiple of 4 bytes.
     Bytes &align();
 
-    int size() const { return m_data.size(); }
+    int size() const { return int(m_data.size()); }
     QByteArray data() const { return m_data; }
 
 private:

@@ -100,7 +100,7 @@ QByteArray progressiveJpeg(int width, int height)
 QByteArray withScans(const QByteArray &jpeg, int count)
 {
     const QByteArray marker("\xff\xda");
-    const int last = jpeg.lastIndexOf(marker);
+    const int last = int(jpeg.lastIndexOf(marker));
     const QByteArray scan = jpeg.mid(last).chopped(2);
     return jpeg.chopped(2) + scan.repeated(count - jpeg.count(marker)) + "\xff\xd9";
 }
@@ -197,8 +197,8 @@ QByteArray withNames(const QByteArray &archive, const QStringList &names)
 {
     constexpr int EntryHeader = 46;
     constexpr int EndSize = 22;
-    const int entryAt = archive.lastIndexOf(QByteArray("PK\x01\x02"));
-    const int endAt = archive.size() - EndSize;
+    const int entryAt = int(archive.lastIndexOf(QByteArray("PK\x01\x02")));
+    const int endAt = int(archive.size()) - EndSize;
     const QByteArray entry = archive.mid(entryAt, endAt - entryAt);
     QByteArray entries;
     for (const QString &name : names) {

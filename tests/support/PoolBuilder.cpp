@@ -21,8 +21,8 @@ QByteArray encodedString(const QString &text, Encoding encoding)
     Bytes out;
     if (encoding == Encoding::Utf8) {
         const QByteArray bytes = text.toUtf8();
-        utf8Length(out, text.size());
-        utf8Length(out, bytes.size());
+        utf8Length(out, int(text.size()));
+        utf8Length(out, int(bytes.size()));
         return out.raw(bytes).u8(0).data();
     }
     if (text.size() > 0x7fff)
@@ -92,7 +92,7 @@ QByteArray PoolBuilder::build() const
     if (m_padded)
         data.align();
     const int headerSize = OffsetsAt + m_extraHeader;
-    const int stringsStart = headerSize + 4 * (m_offsets.size() + m_styleCount);
+    const int stringsStart = headerSize + 4 * (int(m_offsets.size()) + m_styleCount);
 
     Bytes header;
     header.u32(m_offsets.size()).u32(m_styleCount).u32((m_encoding == Encoding::Utf8 ? Utf8Flag : 0) | m_flags);

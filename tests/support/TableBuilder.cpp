@@ -154,7 +154,7 @@ QByteArray TypeBuilder::offsets() const
 
 int TypeBuilder::slotCount() const
 {
-    return m_offsets.size() - (m_encoding == TableEncoding::Sparse ? m_offsets.count(NoEntry) : 0);
+    return int(m_offsets.size()) - (m_encoding == TableEncoding::Sparse ? int(m_offsets.count(NoEntry)) : 0);
 }
 
 QByteArray TypeBuilder::build() const
@@ -212,7 +212,7 @@ QByteArray PackageBuilder::build() const
     const QByteArray typePool = PoolBuilder(Encoding::Utf16).strings(m_types).build();
     const QByteArray keyPool = PoolBuilder(Encoding::Utf8).strings(m_keys).build();
     const int typePoolAt = m_pools ? TypePoolAt + m_extraHeader : 0;
-    const int keyPoolAt = m_pools ? typePoolAt + typePool.size() : 0;
+    const int keyPoolAt = m_pools ? typePoolAt + int(typePool.size()) : 0;
 
     Bytes header;
     header.u32(m_id);

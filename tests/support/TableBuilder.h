@@ -76,7 +76,7 @@ public:
     TypeBuilder &encoding(TableEncoding encoding);
 
     /// Offset of the first entry's offset in the chunk.
-    int offsetsAt() const { return ConfigAt + m_config.size(); }
+    int offsetsAt() const { return ConfigAt + int(m_config.size()); }
     QByteArray build() const;
 
 private:

@@ -82,7 +82,7 @@ XmlBuilder &XmlBuilder::start(const QString &name, const QVector<Attribute> &att
     ElementFields fields;
     fields.ns = index(ns);
     fields.name = index(name);
-    fields.attributeCount = attributes.size();
+    fields.attributeCount = int(attributes.size());
     Bytes records;
     for (const Attribute &attribute : attributes) {
         const int raw = index(attribute.raw);
@@ -126,8 +126,8 @@ int XmlBuilder::index(const QString &string)
     if (known != m_indices.cend())
         return *known;
     m_strings.append(string);
-    m_indices.insert(string, m_strings.size() - 1);
-    return m_strings.size() - 1;
+    m_indices.insert(string, int(m_strings.size()) - 1);
+    return int(m_strings.size()) - 1;
 }
 
 QByteArray XmlBuilder::pool() const

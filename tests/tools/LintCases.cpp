@@ -34,7 +34,7 @@ QByteArray withEnd(const QMap<int, int> &fields)
 {
     QByteArray bytes = rawZip(lintMembers());
     for (auto field = fields.cbegin(); field != fields.cend(); ++field)
-        poke16(bytes, bytes.size() - ZipEndSize + field.key(), field.value());
+        poke16(bytes, int(bytes.size()) - ZipEndSize + field.key(), field.value());
     return bytes;
 }
 

@@ -129,7 +129,7 @@ QByteArray lintPackageWithTableAt(int distance)
     constexpr int HeaderSize = 30;
     constexpr int Alignment = 4;
     RawMember table{tableName, lintTable()};
-    table.extraSize = (Alignment - (HeaderSize + table.name.size()) % Alignment) % Alignment + distance;
+    table.extraSize = (Alignment - (HeaderSize + int(table.name.size())) % Alignment) % Alignment + distance;
     return rawZip({table, {manifestName, lintManifest(manifest)}, {"res/icon.png", lintIcon().content}});
 }
 

@@ -79,7 +79,7 @@ QByteArray rawZip(const QVector<RawMember> &members, const QByteArray &before)
 {
     qint64 directoryAt = 0;
     const QByteArray bytes = membersAndDirectory(members, before, &directoryAt);
-    return bytes + end(members.size(), bytes.size() - directoryAt, directoryAt);
+    return bytes + end(int(members.size()), bytes.size() - directoryAt, directoryAt);
 }
 
 QByteArray rawZip64(const QVector<RawMember> &members)
@@ -104,7 +104,7 @@ QByteArray rawZip64(const QVector<RawMember> &members)
                                   .u32(0)
                                   .data();
     const QByteArray locator = Bytes().u32(0x07064b50).u32(0).u32(bytes.size()).u32(0).u32(1).data();
-    return bytes + record + locator + end(members.size(), bytes.size() - directoryAt, AtZip64);
+    return bytes + record + locator + end(int(members.size()), bytes.size() - directoryAt, AtZip64);
 }
 
 } // namespace fixture

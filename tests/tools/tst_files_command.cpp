@@ -21,7 +21,7 @@ int directoryRecord(const QByteArray &archive, int number)
 {
     int at = -1;
     for (int i = 0; i <= number; ++i)
-        at = archive.indexOf("PK\001\002", at + 1);
+        at = int(archive.indexOf("PK\001\002", at + 1));
     return at;
 }
 

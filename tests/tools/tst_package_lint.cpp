@@ -201,10 +201,10 @@ void TestPackageLint::everyPrefixIsAnswered()
 {
     constexpr int Step = 64;
     for (const QByteArray &bytes : {lintPackageFile(), rawZip(lintMembers())}) {
-        QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i); }, bytes.size() / Step + 1));
+        QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i); }, int(bytes.size()) / Step + 1));
         // With an end that the directory may be found by.
-        QVERIFY(
-            endsForAll([&](int i) { return bytes.left(Step * i) + bytes.right(ZipEndSize); }, bytes.size() / Step + 1));
+        QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i) + bytes.right(ZipEndSize); },
+                           int(bytes.size()) / Step + 1));
     }
 }
 
@@ -235,7 +235,7 @@ void TestPackageLint::everyDamagedFieldIsAnswered()
             poke32(bytes, i, value);
         return bytes;
     };
-    QVERIFY(endsForAll(damaged, good.size() - width));
+    QVERIFY(endsForAll(damaged, int(good.size()) - width));
 }
 
 void TestPackageLint::threadsFindTheSame()
@@ -253,7 +253,7 @@ void TestPackageLint::threadsFindTheSame()
     for (int thread = 0; thread < Threads; ++thread)
         threads.emplace_back([&, thread] {
             for (int i = 0; i < Rounds * files.size(); ++i) {
-                const int index = (i + thread * files.size() / Threads) % files.size();
+                const int index = (i + thread * int(files.size()) / Threads) % int(files.size());
                 if (PackageLint(files.at(index)).toJson() != expected.at(index))
                     ++different;
             }
@@ -283,7 +283,7 @@ void TestPackageLint::filesAreClosed()
         return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::System | QDir::Files).size();
     };
     const QString file = write(QStringLiteral("good.apk"), lintPackageFile());
-    const int before = openFiles();
+    const auto before = openFiles();
     QVERIFY(before > 0);
     for (int i = 0; i < 100; ++i)
         PackageLint{file};

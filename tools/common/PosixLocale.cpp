@@ -201,7 +201,7 @@ QStringList posixLocales(const QString &text)
             regions.append(QString());
     }
     QStringList locales;
-    for (const QString &region : qAsConst(regions)) {
+    for (const QString &region : std::as_const(regions)) {
         locales.append(tag.language + (region.isEmpty() ? QString() : QLatin1Char('_') + region)
                        + (tag.variant.isEmpty() ? QString() : QLatin1Char('@') + tag.variant));
     }
@@ -224,7 +224,7 @@ LocalizedTexts localizedTexts(const QMap<QString, QString> &byTag)
     }
     std::stable_sort(entries.begin(), entries.end(),
                      [](const Entry &a, const Entry &b) { return a.first.size() < b.first.size(); });
-    for (const Entry &entry : qAsConst(entries)) {
+    for (const Entry &entry : std::as_const(entries)) {
         for (const QString &locale : entry.first) {
             if (!result.texts.contains(locale))
                 result.texts.insert(locale, entry.second);

@@ -42,9 +42,9 @@ QString safeFileName(const QString &name, int maxBytes)
     for (const uint character : name.toUcs4()) {
         const bool fits = stem.isEmpty() ? isSafeFirst(character) : isSafe(character);
         isChanged = isChanged || !fits;
-        const uint written = fits ? character : uint('_');
+        const char32_t written = fits ? char32_t(character) : U'_';
         const QString text = QString::fromUcs4(&written, 1);
-        stemBytes += text.toUtf8().size();
+        stemBytes += int(text.toUtf8().size());
         if (stemBytes > maxStemBytes)
             break;
         stem += text;

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "FileName.h"
 
-#include <QTextCodec>
-
 namespace {
 
 const QLatin1String scheme("file://");
@@ -10,18 +8,7 @@ const QLatin1String thisMachine("localhost");
 
 } // namespace
 
-void FileName::makeNamesBytes()
-{
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
-}
-
-QString FileName::path() const
-{
-    return m_argument.isEmpty() || m_argument.startsWith(QLatin1Char('/')) ? m_argument
-                                                                           : QStringLiteral("./") + m_argument;
-}
-
-QString FileName::pathOfUri() const
+QByteArray FileName::pathOfUri() const
 {
     if (!m_argument.startsWith(scheme, Qt::CaseInsensitive))
         return path();
@@ -30,7 +17,7 @@ QString FileName::pathOfUri() const
         encoded.remove(0, thisMachine.size());
     const QByteArray bytes = QByteArray::fromPercentEncoding(encoded.toLatin1());
     // A path ends at its first NUL: what is opened would not be what the URI names.
-    return bytes.startsWith('/') && !bytes.contains('\0') ? QString::fromLatin1(bytes) : QString();
+    return bytes.startsWith('/') && !bytes.contains('\0') ? bytes : QByteArray();
 }
 
 QString FileName::text() const

@@ -1,25 +1,33 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ThumbnailFile.h"
 
-#include <QFile>
-
+#include <cerrno>
 #include <csignal>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace {
 
-bool writeAll(QFile &file, const QByteArray &bytes)
+bool writeAll(int descriptor, const QByteArray &bytes)
 {
     // What is written in part has no error yet; the rest has.
-    qint64 written = 0;
+    qsizetype written = 0;
     while (written < bytes.size()) {
-        const qint64 count = file.write(bytes.constData() + written, bytes.size() - written);
-        if (count <= 0)
+        const ssize_t count = ::write(descriptor, bytes.constData() + written, size_t(bytes.size() - written));
+        if (count > 0)
+            written += count;
+        else if (count == 0 || errno != EINTR)
             return false;
-        written += count;
     }
     return true;
+}
+
+bool exists(const QByteArray &path)
+{
+    struct stat status = {};
+    return ::stat(path.constData(), &status) == 0;
 }
 
 } // namespace
@@ -28,30 +36,36 @@ bool ThumbnailFile::write(const QByteArray &bytes)
 {
     // A file that gets too large is an error like any other then, and no end of the program.
     std::signal(SIGXFSZ, SIG_IGN);
-    QFile file(m_path);
-    const bool isNew = file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered);
-    const bool isOpen =
-        isNew
-        || (QFile::exists(m_path)
-            && file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::ExistingOnly | QIODevice::Unbuffered));
-    if (isOpen && writeAll(file, bytes)) {
-        file.close();
-        if (file.error() == QFileDevice::NoError)
-            return true;
+    constexpr mode_t AnyMode = 0666; // less what the user's mask takes off
+    int file = ::open(m_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, AnyMode);
+    const bool isNew = file >= 0;
+    int error = isNew ? 0 : errno;
+    if (!isNew && exists(m_path)) {
+        file = ::open(m_path.constData(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+        error = file >= 0 ? 0 : errno;
     }
-    m_error = file.errorString();
-    if (isNew)
-        file.remove();
-    else if (isOpen)
-        file.resize(0);
-    return false;
+    if (file < 0)
+        return fail(error);
+
+    if (!writeAll(file, bytes))
+        error = errno;
+    if (::close(file) != 0 && error == 0)
+        error = errno;
+    if (error == 0)
+        return true;
+    // A device has nothing to be emptied of.
+    const int emptied = isNew ? ::unlink(m_path.constData()) : ::truncate(m_path.constData(), 0);
+    Q_UNUSED(emptied)
+    return fail(error);
 }
 
 bool ThumbnailFile::writeToStandardOutput(const QByteArray &bytes)
 {
-    QFile file;
-    if (file.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered) && writeAll(file, bytes))
-        return true;
-    m_error = file.errorString();
+    return writeAll(STDOUT_FILENO, bytes) || fail(errno);
+}
+
+bool ThumbnailFile::fail(int error)
+{
+    m_error = qt_error_string(error);
     return false;
 }

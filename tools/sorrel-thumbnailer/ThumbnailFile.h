@@ -14,7 +14,7 @@
 class ThumbnailFile
 {
 public:
-    explicit ThumbnailFile(const QString &path) : m_path(path) {}
+    explicit ThumbnailFile(const QByteArray &path) : m_path(path) {}
 
     /// Writes @p bytes, in place of what the file holds. False when it fails.
     bool write(const QByteArray &bytes);
@@ -24,7 +24,9 @@ public:
     QString errorString() const { return m_error; }
 
 private:
-    QString m_path;
+    bool fail(int error);
+
+    QByteArray m_path;
     QString m_error;
 };
 

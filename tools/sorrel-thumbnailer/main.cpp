@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "OutputFile.h"
+#include "PackageFile.h"
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
-
-#include <SorrelKit/Package.h>
 
 #include <QCoreApplication>
 
@@ -42,13 +40,14 @@ int wrongUsage(const QString &text)
 int writeThumbnail(const ThumbnailerOptions &options)
 {
     const QString inputName = options.input().text();
-    const QString path = options.input().pathOfUri();
+    const QByteArray path = options.input().pathOfUri();
     if (path.isEmpty())
         return fail(inputName, QStringLiteral("names no file of this machine"));
     const bool isFile = !options.output().isDash();
-    if (isFile && OutputFile::wouldReplace(options.output().path(), path))
+    PackageFile input(path);
+    if (isFile && input.isAt(options.output().path()))
         return fail(inputName, QStringLiteral("the thumbnail would replace the package"));
-    const Package package(path);
+    const Package package = input.package();
     QString error;
     const QImage icon = package.icon(options.size(), options.mask(), &error);
     if (icon.isNull())
@@ -82,7 +81,6 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 
 int main(int argc, char *argv[])
 {
-    FileName::makeNamesBytes();
     QCoreApplication::setApplicationName(QStringLiteral("sorrel-thumbnailer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))

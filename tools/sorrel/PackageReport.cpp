@@ -29,7 +29,7 @@ QString rowTexts(const QVector<Row> &rows, const TextStyle &style)
 {
     int width = MinKeyWidth;
     for (const Row &row : rows)
-        width = qMax(width, row.key.size());
+        width = qMax(width, int(row.key.size()));
     QString text;
     for (const Row &row : rows) {
         text += style.key(row.key.leftJustified(width)) + QLatin1Char(' ')

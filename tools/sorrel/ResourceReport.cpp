@@ -45,7 +45,7 @@ int fitting(const QString &text, int columns, int &used)
 int widthOf(const QString &text)
 {
     int used = 0;
-    fitting(text, 2 * text.size(), used);
+    fitting(text, 2 * int(text.size()), used);
     return used;
 }
 
@@ -143,7 +143,7 @@ QString ResourceReport::toLine(quint32 id, int nameWidth, int columns, const Tex
             part = cut(part, qMax(0, columns));
             columns -= widthOf(part);
         };
-        columns -= idText(id).size() + 2;
+        columns -= int(idText(id).size()) + 2;
         take(name);
         columns -= 2;
         take(text);
@@ -160,7 +160,7 @@ QString ResourceReport::toText(quint32 id, const TextStyle &style) const
     int typeWidth = 0;
     for (const Resources::Value &value : values) {
         configurationWidth = qMax(configurationWidth, widthOf(configurationText(value)));
-        typeWidth = qMax(typeWidth, value.type.size());
+        typeWidth = qMax(typeWidth, int(value.type.size()));
     }
     QString text = style.faint(idText(id)) + QStringLiteral("  ") + style.title(printableText(m_resources.name(id)))
                    + QLatin1Char('\n');

@@ -4,6 +4,8 @@
 #include "Console.h"
 #include "ResourceReport.h"
 
+#include <utility>
+
 using SorrelKit::Package;
 
 QString ResourcesCommand::details() const
@@ -50,7 +52,7 @@ int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) co
     const bool isList = arguments.size() == 1;
     const int nameWidth = isList && !parser.isSet(m_json) ? report.nameWidth() : 0;
     const int columns = console.columns();
-    for (const quint32 id : qAsConst(ids)) {
+    for (const quint32 id : std::as_const(ids)) {
         if (parser.isSet(m_json))
             console.writeLine(report.toJson(id));
         else

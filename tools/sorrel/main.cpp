@@ -120,7 +120,7 @@ int runCommand(const Command &command, const QStringList &arguments)
         return Console::wrongUsage(parser.errorText(), program);
     if (parser.isSet(help))
         showHelp(parser, program);
-    const int count = parser.positionalArguments().size();
+    const auto count = parser.positionalArguments().size();
     if (count < command.minArguments())
         return Console::wrongUsage(QStringLiteral("A file is missing."), program);
     if (count > command.maxArguments())

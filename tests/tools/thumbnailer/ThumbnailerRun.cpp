@@ -1,17 +1,27 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ThumbnailerRun.h"
 
-#include <QDir>
-#include <QFile>
 #include <QProcess>
-#include <QTextCodec>
+
+#include <fstream>
+#include <iterator>
+
+#include <dirent.h>
 
 using namespace fixture;
 
-void ThumbnailerRun::useNamesAsBytes()
+namespace {
+
+// A word of Bash that stands for these bytes: QProcess takes arguments as text.
+QString word(const QString &argument)
 {
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    QString text;
+    for (const char byte : argument.toLatin1())
+        text += QStringLiteral("\\x%1").arg(quint8(byte), 2, 16, QLatin1Char('0'));
+    return QStringLiteral("$'%1'").arg(text);
 }
+
+} // namespace
 
 Run ThumbnailerRun::run(const QStringList &arguments, const char *locale) const
 {
@@ -25,23 +35,31 @@ Run ThumbnailerRun::shell(const QString &script) const
 
 QString ThumbnailerRun::write(const QString &name, const QByteArray &bytes) const
 {
-    QFile file(path(name));
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        qFatal("could not write %s", qPrintable(file.fileName()));
-    return file.fileName();
+    const QString file = path(name);
+    std::ofstream stream(file.toLatin1().constData(), std::ios::binary);
+    if (!stream.write(bytes.constData(), bytes.size()).flush())
+        qFatal("could not write %s", qPrintable(file));
+    return file;
 }
 
 QStringList ThumbnailerRun::files() const
 {
-    QStringList names = QDir(path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    QStringList names;
+    DIR *const directory = ::opendir(path().toLatin1().constData());
+    while (const dirent *entry = directory != nullptr ? ::readdir(directory) : nullptr)
+        names.append(QString::fromLatin1(entry->d_name));
+    if (directory != nullptr)
+        ::closedir(directory);
+    names.removeAll(QStringLiteral("."));
+    names.removeAll(QStringLiteral(".."));
     names.sort();
     return names;
 }
 
 QByteArray ThumbnailerRun::contentOf(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    std::ifstream stream(path.toLatin1().constData(), std::ios::binary);
+    return QByteArray::fromStdString(std::string(std::istreambuf_iterator<char>(stream), {}));
 }
 
 QString ThumbnailerRun::sample(const char *name)
@@ -73,12 +91,15 @@ Run ThumbnailerRun::start(const QString &program, const QStringList &arguments, 
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QString::fromLatin1(locale));
+    environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     environment.remove(QStringLiteral("QT_LOGGING_RULES"));
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(path());
     process.setStandardInputFile(QProcess::nullDevice());
-    process.start(program, arguments);
+    QStringList words{QStringLiteral("exec env LC_ALL=%1").arg(QString::fromLatin1(locale)), word(program)};
+    for (const QString &argument : arguments)
+        words.append(word(argument));
+    process.start(QStringLiteral("bash"), {QStringLiteral("-c"), words.join(QLatin1Char(' '))});
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};

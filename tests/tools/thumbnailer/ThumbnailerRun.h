@@ -19,13 +19,11 @@ struct Run {
 /**
  * An empty directory that `sorrel-thumbnailer` runs in.
  *
- * Names are bytes, each of which is a character: useNamesAsBytes() comes first.
+ * Names and arguments are bytes, each of which is a character here.
  */
 class ThumbnailerRun
 {
 public:
-    static void useNamesAsBytes();
-
     /// Runs the program in the locale @p locale.
     Run run(const QStringList &arguments, const char *locale = "C.UTF-8") const;
     /// Runs a script of Bash.

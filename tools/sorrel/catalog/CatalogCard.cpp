@@ -220,7 +220,7 @@ Markup CatalogCard::facts() const
     const QString code = text("versionCode");
     if (!code.isEmpty() && code != QLatin1String("0"))
         version += version.isEmpty() ? code : QStringLiteral(" (%1)").arg(code);
-    const int splits = m_package.value(QLatin1String("splits")).toArray().size();
+    const auto splits = m_package.value(QLatin1String("splits")).toArray().size();
     return Markup::element("dl", {{"class", QStringLiteral("facts")}},
                            fact(QStringLiteral("Version"), version)
                                + fact(QStringLiteral("Runs from"),
@@ -234,7 +234,7 @@ Markup CatalogCard::file() const
     const QString path = text("file");
     if (path.isEmpty())
         return {};
-    const int name = path.lastIndexOf(QLatin1Char('/')) + 1;
+    const auto name = path.lastIndexOf(QLatin1Char('/')) + 1;
     return Markup::element(
         "p", {{"class", QStringLiteral("file")}, {"dir", QStringLiteral("ltr")}, {"title", path}},
         (name == 0 ? Markup()
@@ -249,7 +249,7 @@ Markup CatalogCard::launchers() const
     Markup items;
     for (const QJsonValue &launcher : m_launchers)
         items += launcherItem(launcher.toObject());
-    return fold(QStringLiteral("launchers"), counted(m_launchers.size(), QStringLiteral("launcher")), items);
+    return fold(QStringLiteral("launchers"), counted(int(m_launchers.size()), QStringLiteral("launcher")), items);
 }
 
 int CatalogCard::count(const char *severity) const

@@ -52,13 +52,13 @@ bool CatalogPage::finish()
 void CatalogPage::writeTemplate()
 {
     for (;;) {
-        const int start = m_template.indexOf("{{");
+        const auto start = m_template.indexOf("{{");
         if (start < 0) {
             write(m_template);
             m_template.clear();
             return;
         }
-        const int end = m_template.indexOf("}}", start);
+        const auto end = m_template.indexOf("}}", start);
         const QByteArray name = m_template.mid(start + 2, end - start - 2);
         write(m_template.left(start));
         m_template.remove(0, end + 2);

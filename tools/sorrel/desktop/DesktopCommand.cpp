@@ -9,6 +9,8 @@
 
 #include <QJsonArray>
 
+#include <utility>
+
 using SorrelKit::Launcher;
 using SorrelKit::Package;
 
@@ -79,7 +81,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
     installer.setMask(options.mask());
     installer.setVersionCode(package.versionCode());
     QJsonArray entries;
-    for (const Launcher &launcher : qAsConst(launchers)) {
+    for (const Launcher &launcher : std::as_const(launchers)) {
         if (!parser.isSet(m_all) && !launcher.isShown())
             continue;
         const LauncherFiles files = installer.install(launcher);

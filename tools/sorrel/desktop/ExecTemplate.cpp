@@ -2,6 +2,7 @@
 #include "ExecTemplate.h"
 
 #include <algorithm>
+#include <utility>
 
 using SorrelKit::Launcher;
 
@@ -126,8 +127,8 @@ void ExecTemplate::check()
     } else if (program.contains(QLatin1Char('%')) || program.contains(QLatin1Char('='))) {
         m_error = QStringLiteral("The program of the command, '%1', may hold neither % nor =.").arg(program);
     }
-    for (const QString &argument : qAsConst(m_arguments)) {
-        for (int i = argument.indexOf(QLatin1Char('%')); i >= 0 && m_error.isEmpty();
+    for (const QString &argument : std::as_const(m_arguments)) {
+        for (auto i = argument.indexOf(QLatin1Char('%')); i >= 0 && m_error.isEmpty();
              i = argument.indexOf(QLatin1Char('%'), i + 2)) {
             if (!contains(QLatin1String("pac%"), i + 1 < argument.size() ? argument.at(i + 1) : QChar()))
                 m_error = QStringLiteral("'%1' is no code of the command; there are %p, %a, %c and %%.")

@@ -38,6 +38,10 @@ bool readMember(QuaZip *archive, const QString &name, qint64 maxBytes, QByteArra
         const QByteArray piece = file.read(qMin(PieceSize, maxBytes - bytes->size()));
         if (piece.isEmpty())
             break;
+        // Where the room does not do, Qt 6 appends to a copy, and has both for a while; this moves the bytes.
+        const qint64 needed = bytes->size() + piece.size();
+        if (bytes->capacity() < needed)
+            bytes->reserve(int(qMin(2 * needed, maxBytes)));
         *bytes += piece;
     }
     return true;

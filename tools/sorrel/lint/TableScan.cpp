@@ -4,6 +4,7 @@
 #include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -68,7 +69,7 @@ void TableScan::scanType(qint64 at, qint64 headerSize, qint64 size)
         else if (!isShort && m_bytes.u32(slot) != 0xffffffff)
             offsets.append(m_bytes.u32(slot));
     }
-    for (const qint64 offset : qAsConst(offsets)) {
+    for (const qint64 offset : std::as_const(offsets)) {
         const qint64 entry = entriesAt + offset;
         m_isCompact = m_isCompact || (entry + HeaderSize <= size && (m_bytes.u16(at + entry + 2) & CompactFlag) != 0);
     }

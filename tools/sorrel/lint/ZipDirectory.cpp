@@ -36,12 +36,12 @@ void ZipDirectory::findEnd()
     const qint64 tailSize = qMin(m_file.size(), LongestComment + EndSize);
     const qint64 tailAt = m_file.size() - tailSize;
     const QByteArray tail = read(tailAt, tailSize);
-    const int at = tail.lastIndexOf(endSignature, tail.size() - EndSize);
+    const auto at = int(tail.lastIndexOf(endSignature, tail.size() - EndSize));
     if (tail.size() < EndSize || at < 0)
         return;
     m_endAt = tailAt + at;
     for (int other = at; other > 0 && !m_hasOtherDirectory;) {
-        other = tail.lastIndexOf(endSignature, other - 1);
+        other = int(tail.lastIndexOf(endSignature, other - 1));
         m_hasOtherDirectory = other >= 0 && isDirectoryEnd(tail, other, tailAt);
     }
     const RawBytes end(tail.mid(at));

@@ -48,7 +48,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         status = CannotRead;
     }
     WorkerPool pool(WorkerCommand::commandLine(m_content, m_options.limits()), m_options.jobs());
-    ProgressBar progress(m_paths.size(), m_options.showsProgress());
+    ProgressBar progress(int(m_paths.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;
     int done = 0;

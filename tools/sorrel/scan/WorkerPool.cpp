@@ -91,7 +91,7 @@ void WorkerPool::read(Worker &worker)
             worker.process->kill();
         return;
     }
-    const int space = worker.answer.indexOf(' ');
+    const auto space = worker.answer.indexOf(' ');
     const int code = worker.answer.left(space).toInt();
     const QByteArray report = worker.answer.mid(space + 1).chopped(1);
     if (code == ScanError::TooMuchMemory)
