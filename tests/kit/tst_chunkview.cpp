@@ -157,5 +157,5 @@ void TestChunkView::listOfNothingIsNotDamaged()
     QVERIFY(!list.isDamaged());
 }
 
-QTEST_APPLESS_MAIN(TestChunkView)
+QTEST_GUILESS_MAIN(TestChunkView)
 #include "tst_chunkview.moc"

@@ -265,5 +265,5 @@ void TestConfiguration::densities()
     }
 }
 
-QTEST_APPLESS_MAIN(TestConfiguration)
+QTEST_GUILESS_MAIN(TestConfiguration)
 #include "tst_configuration.moc"

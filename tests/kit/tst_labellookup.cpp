@@ -268,5 +268,5 @@ void TestLabelLookup::chainsThroughLargeTablesTakeLittle()
     QVERIFY2(taken.seconds < 3, qPrintable(QString::number(taken.seconds)));
 }
 
-QTEST_APPLESS_MAIN(TestLabelLookup)
+QTEST_GUILESS_MAIN(TestLabelLookup)
 #include "tst_labellookup.moc"

@@ -183,5 +183,5 @@ void TestLanguages::nothingIsChosenOfNothing()
     QCOMPARE(LocaleChooser().best(LanguageTag()), -1);
 }
 
-QTEST_APPLESS_MAIN(TestLanguages)
+QTEST_GUILESS_MAIN(TestLanguages)
 #include "tst_languages.moc"

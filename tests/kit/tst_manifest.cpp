@@ -249,5 +249,5 @@ void TestManifest::emptyManifest()
     QVERIFY(manifest.launchers().isEmpty());
 }
 
-QTEST_APPLESS_MAIN(TestManifest)
+QTEST_GUILESS_MAIN(TestManifest)
 #include "tst_manifest.moc"

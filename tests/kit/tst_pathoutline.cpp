@@ -212,5 +212,5 @@ void TestPathOutline::trimmingKeepsItsShareOfTheLength()
     QCOMPARE(PathTrim(start, end, offset).isNone(), trimmed == path);
 }
 
-QTEST_APPLESS_MAIN(TestPathOutline)
+QTEST_GUILESS_MAIN(TestPathOutline)
 #include "tst_pathoutline.moc"

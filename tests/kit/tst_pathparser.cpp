@@ -442,5 +442,5 @@ void TestPathParser::anythingIsRead()
     QVERIFY(whole > 100 && whole < 19900);
 }
 
-QTEST_APPLESS_MAIN(TestPathParser)
+QTEST_GUILESS_MAIN(TestPathParser)
 #include "tst_pathparser.moc"

@@ -279,5 +279,5 @@ void TestResourceResolver::namesOfTypes()
     QCOMPARE(resolver.typeName(0x03010000), QString());
 }
 
-QTEST_APPLESS_MAIN(TestResourceResolver)
+QTEST_GUILESS_MAIN(TestResourceResolver)
 #include "tst_resourceresolver.moc"

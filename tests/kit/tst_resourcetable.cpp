@@ -307,5 +307,5 @@ void TestResourceTable::everyByteMayBeDamaged()
     QVERIFY(same > 0 && different > 0);
 }
 
-QTEST_APPLESS_MAIN(TestResourceTable)
+QTEST_GUILESS_MAIN(TestResourceTable)
 #include "tst_resourcetable.moc"

@@ -246,5 +246,5 @@ void TestStringPoolView::everyPrefixIsAnswered()
     }
 }
 
-QTEST_APPLESS_MAIN(TestStringPoolView)
+QTEST_GUILESS_MAIN(TestStringPoolView)
 #include "tst_stringpoolview.moc"

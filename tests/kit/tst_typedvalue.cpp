@@ -69,5 +69,5 @@ void TestTypedValue::colors()
         QCOMPARE((*TypedValue{ValueType(type), 0x80112233}.color()), QColor(0x11, 0x22, 0x33, 0x80));
 }
 
-QTEST_APPLESS_MAIN(TestTypedValue)
+QTEST_GUILESS_MAIN(TestTypedValue)
 #include "tst_typedvalue.moc"

@@ -300,5 +300,5 @@ void TestXmlReader::everyByteMayBeDamaged()
     QVERIFY(read > 0 && read < document.size() * 5);
 }
 
-QTEST_APPLESS_MAIN(TestXmlReader)
+QTEST_GUILESS_MAIN(TestXmlReader)
 #include "tst_xmlreader.moc"
