@@ -30,7 +30,8 @@ QMap<qint64, int> model(const QVector<qint32> &offsets)
 EntryOffsets entryOffsets(const QVector<qint32> &offsets)
 {
     QByteArray bytes(offsets.size() * 4, '\0');
-    qToLittleEndian<qint32>(offsets.constData(), offsets.size(), bytes.data());
+    if (!offsets.isEmpty())
+        qToLittleEndian<qint32>(offsets.constData(), offsets.size(), bytes.data());
     fixture::SequentialDevice device(bytes);
     Extractor reader(&device);
     reader.pushBoundary(int(bytes.size()));

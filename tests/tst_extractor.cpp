@@ -9,6 +9,7 @@
 #include <QTranslator>
 #include <QtTest>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -132,8 +133,8 @@ struct Outcome {
 
 bool operator==(const Outcome &left, const Outcome &right)
 {
-    return left.values == right.values && left.position == right.position && left.boundary == right.boundary
-           && left.error == right.error;
+    return std::equal(left.values.cbegin(), left.values.cend(), right.values.cbegin(), right.values.cend())
+           && left.position == right.position && left.boundary == right.boundary && left.error == right.error;
 }
 
 // How a device delivers its bytes.
@@ -1327,7 +1328,7 @@ void TestExtractor::negativeRegionHoldsNothing()
     for (const Operation &operation : operations) {
         reader.setError(QString());
         reader.pushBoundary(-8);
-        QVERIFY(valuesOf(reader, operation) == QVector<qint64>(operation < GetU8Vector ? 1 : 0, 0));
+        QCOMPARE(valuesOf(reader, operation), QVector<qint64>(operation < GetU8Vector ? 1 : 0, 0));
         QCOMPARE(recorded(reader), chunkTooShort);
         QCOMPARE(reader.position, 12);
         reader.popBoundary();
