@@ -73,8 +73,8 @@ def follow_installed(work, package, prefix, libdir):
                        "PKG_CONFIG_PATH": f"{libraries}/pkgconfig"}
         start = work.index(TO_THE_PROGRAM)
         work = [step for step in work[:start] if not isinstance(step, str)] + work[start:]
-        work = [step if isinstance(step, str) else (step[0], step[1].replace("$$[QT_INSTALL_LIBS]", libraries))
-                for step in work]
+        for place in ("$$[QT_INSTALL_LIBS]", "/usr/local/lib"):
+            work = [step if isinstance(step, str) else (step[0], step[1].replace(place, libraries)) for step in work]
         follow(work, package, root / "sorrel", root / "launchers", environment)
 
 
