@@ -89,11 +89,11 @@ size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsig
 
     QByteArray bytes(reinterpret_cast<const char *>(data), int(size));
     QVector<Chunk> chunks;
-    repair(bytes, 0, bytes.size(), chunks);
+    repair(bytes, 0, int(bytes.size()), chunks);
     if (!chunks.isEmpty() && random.bounded(4) == 0) {
         rearrange(bytes, chunks, random);
         chunks.clear();
-        repair(bytes, 0, bytes.size(), chunks);
+        repair(bytes, 0, int(bytes.size()), chunks);
     }
     const size_t length = qMin(size_t(bytes.size()), maxSize);
     std::memcpy(data, bytes.constData(), length);
