@@ -19,7 +19,8 @@ qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-im
 # a part in; a browser; a screen, and what looks at it and reads it; shells and typesetters for what tells people about the
 # tools; and what the reference is made by.
 test_packages=(
-    "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux python3 python3-gi python3-jsonschema
+    "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux
+    python3 python3-gi python3-jsonschema
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
     desktop-file-utils appstream parallel jq
     chromium chromium-driver python3-selenium

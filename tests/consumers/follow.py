@@ -11,6 +11,7 @@ import argparse
 import os
 import pathlib
 import re
+import shlex
 import shutil
 import subprocess
 import sys
@@ -37,15 +38,11 @@ def script(work):
     lines = ["set -euo pipefail", 'if ! command -v sudo >/dev/null; then sudo() { "$@"; }; fi']
     for step in work:
         if isinstance(step, str):
-            lines += [f"printf '%s\\n' {quoted('$ ' + step)}", step]
+            lines += [f"printf '%s\\n' {shlex.quote('$ ' + step)}", step]
         else:
             name, content = step
-            lines.append(f"printf %s {quoted(content)} >\"$PROGRAM\"/{quoted(name)}")
+            lines.append(f"printf %s {shlex.quote(content)} >\"$PROGRAM\"/{shlex.quote(name)}")
     return "\n".join(lines)
-
-
-def quoted(text):
-    return "'" + text.replace("'", "'\\''") + "'"
 
 
 def follow(work, package, checkout, program, environment):

@@ -16,7 +16,8 @@ package=Sorrel${suffix/-qt/-Qt}
 expected=$(sed -e '/^#/d' -e "s|@libdir@|$libdir|g; s|@version@|$version|g; s|@suffix@|$suffix|g; s|@package@|$package|g" \
     "$(dirname "$0")/installed.txt" | sort)
 # CMake names the file with a library's place after the type of build.
-actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%P\n' | sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
+actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%P\n' |
+    sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
 diff <(echo "$expected") <(echo "$actual") >&2 || fail "what is installed (right) is not what installed.txt lists (left)"
 
 for library in sorrel sorrelkit; do
