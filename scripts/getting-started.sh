@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# getting-started.sh: follows docs/getting-started.md, all of its parts, in a fresh Debian 12 with a clone of what is committed
-# here, and leaves the packages that come out of it in build/packages. The sample that it uses is built first. As root, or
-# by sudo.
+# getting-started.sh: follows every part of docs/getting-started.md in a fresh Debian 12 with a clone of what is committed
+# here, and copies the packages that the page makes to build/packages. Builds the sample that it uses first. Needs root, or
+# sudo.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-require "${package_packages[@]}" "${build_packages[@]}"
+require "${package_packages[@]}"
 build release samples
 work=$(mktemp -d)
 # mmdebstrap's directories are for others to pass.

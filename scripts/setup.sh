@@ -1,48 +1,50 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# Sourced by the other scripts, not run: goes to the checkout, installs what a step needs, builds.
+# Sourced by the other scripts, not run: changes to the checkout, names the packages that each step needs, and has functions
+# that install them and build.
 # shellcheck shell=bash
 
 set -euo pipefail
 caller_directory=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# What building takes, and compiling the sample packages; the tests are configured with everything else, for which there
-# is the SVG library.
+# Building the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
     qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
-# What building with Qt 6 takes, on top or in place of those for Qt 5.
+# Building with Qt 6.
 qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
-# What the tests take on top: programs that they look at libraries, pages and archives with; those whose work the tools have
-# a part in; a browser; a screen, and what looks at it and reads it; shells and typesetters for what tells people about the
-# tools; and what the reference is made by.
+# Running the tests: programs that they compare with or that check what the tools write.
 test_packages=(
-    "${build_packages[@]}" abigail-tools binutils reuse libxml2-utils unzip bsdutils util-linux
-    python3 python3-gi python3-jsonschema
-    bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info libglib2.0-bin
-    desktop-file-utils appstream parallel jq
+    "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
+    python3 python3-jsonschema desktop-file-utils libglib2.0-bin
+)
+# Building packages for Debian and for RPM, and trying them in a Debian of their own.
+package_packages=(
+    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
+    rpm rpmlint appstream git
+)
+# Running the system tests: programs that use what Sorrel installs (thumbnailers, a browser, a screen, shells), and those
+# that check documents, licences and the binary interface.
+system_packages=(
+    "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse parallel
+    python3-gi bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base
     doxygen qhelpgenerator-qt5
 )
-# What scripts/package.sh takes on top of building: the packages for Debian and for RPM, and a Debian to try them in.
-package_packages=(
-    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
-    rpm rpmlint appstream
-)
-# What scripts/coverage.sh takes on top.
+# scripts/coverage.sh
 coverage_packages=("${test_packages[@]}" gcovr)
-# What scripts/bench.sh takes on top of building.
+# scripts/bench.sh
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
-# What bench/peers takes: the benchmark library, and the other programs that read packages.
+# bench/peers: other programs that read packages.
 peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
-# What the checks of .ci/run take on top.
+# .ci/run: formatting, static analysis, sanitizers and fuzzers.
 check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev lld)
 
-# require PACKAGE...: installs those that are missing; says nothing and starts no installer when none is.
+# require PACKAGE...: installs those that are missing. Prints nothing and starts no installer when all are installed.
 require() {
     local package missing=()
     local installed
@@ -67,12 +69,17 @@ require() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET [TARGET...]: configures the preset's build tree when it is new, and builds; says nothing when
-# everything is up to date.
+# build PRESET [TARGET...]: configures the preset's build tree when it is new, or when packages were installed since it was
+# configured, as it may find more now; then builds. Prints nothing when everything is up to date.
 build() {
     local preset=$1 dir="build/$1"
     shift
-    [ -f "$dir/build.ninja" ] || cmake --preset "$preset" >&2
+    if [ ! -f "$dir/build.ninja" ]; then
+        cmake --preset "$preset" >&2
+    elif [ /var/lib/dpkg/status -nt "$dir/build.ninja" ]; then
+        cmake "$dir" >&2
+        touch "$dir/build.ninja"
+    fi
     local plan
     plan=$(ninja -C "$dir" -n "$@")
     [[ $plan == *"no work to do"* ]] || ninja -C "$dir" "$@" >&2

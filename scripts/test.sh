@@ -1,17 +1,58 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# test.sh [--qt6] [CTEST-OPTION...]: builds and runs every test; with --qt6, of what is built with Qt 6. Installs what is
-# missing first, when there is need.
+# test.sh [--system] [--qt6] [CTEST-OPTION...]: builds everything and runs the tests of the libraries, the tools and the
+# README. Installs missing packages first.
+#
+#   --system  runs the other tests instead: what Sorrel installs is used by a browser, thumbnailers in sandboxes, a window on a
+#             screen of its own, shells and fresh Debians; documents, licences and the binary interface are checked
+#   --qt6     builds and tests with Qt 6
+#
+# A test that this machine cannot run is skipped; the last lines print the reason. SORREL_TESTS_REQUIRE lists kinds of such
+# tests, separated by commas, that fail instead: sandbox, browser, screen, chroot, abi.
+
+if [[ " $* " == *" --help "* || " $* " == *" -h "* ]]; then
+    sed -n '3,/^[^#]/s/^# \{0,1\}//p' "$0"
+    exit
+fi
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 preset=release
 packages=("${test_packages[@]}")
-if [ "${1:-}" = --qt6 ]; then
+lane=(--label-exclude '^system$')
+while :; do
+    case ${1:-} in
+        --system)
+            packages+=("${system_packages[@]}")
+            lane=(--label-regex '^system$')
+            ;;
+        --qt6)
+            packages+=("${qt6_packages[@]}")
+            preset=qt6
+            ;;
+        *) break ;;
+    esac
     shift
-    preset=qt6
-    packages+=("${qt6_packages[@]}")
-fi
+done
 require "${packages[@]}"
 build "$preset"
-exec ctest --preset "$preset" --parallel "$(nproc)" "$@"
+results=$PWD/build/$preset/tests.xml
+rm -f "$results"
+status=0
+ctest --preset "$preset" --parallel "$(nproc)" "${lane[@]}" --output-junit "$results" "$@" || status=$?
+[ -f "$results" ] || exit $status
+
+awk '
+    /<testsuite / { inside = 1 }
+    inside && match($0, /^[ \t]*(tests|failures|skipped)="[0-9]+"/) {
+        split($1, pair, "\"")
+        count[substr(pair[1], 1, length(pair[1]) - 1)] = pair[2]
+    }
+    match($0, /<testcase name="[^"]*"/) { inside = 0; name = substr($0, RSTART + 16, RLENGTH - 17) }
+    match($0, /SKIPPED [a-z]+: .*/) { print "skipped " name ": " substr($0, RSTART + 8) }
+    END {
+        passed = count["tests"] - count["failures"] - count["skipped"]
+        print passed " passed, " count["failures"] + 0 " failed, " count["skipped"] + 0 " skipped"
+    }
+' "$results"
+exit $status

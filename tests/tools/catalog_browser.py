@@ -19,11 +19,16 @@ import sys
 import unicodedata
 import unittest
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+from skip import skip  # noqa: E402
+
 try:
     from selenium import webdriver
+    from selenium.common.exceptions import WebDriverException
     from selenium.webdriver.chrome.options import Options
     from selenium.webdriver.chrome.service import Service
     from selenium.webdriver.common.action_chains import ActionChains
+    from selenium.webdriver.common import utils
     from selenium.webdriver.common.by import By
     from selenium.webdriver.common.keys import Keys
     from selenium.webdriver.support.ui import WebDriverWait
@@ -50,6 +55,17 @@ return [...document.querySelectorAll(".card")].map((card) => ({
 """
 
 
+class LoopbackService(Service):
+    """The driver by its address: the name localhost need not resolve."""
+
+    @property
+    def service_url(self):
+        return f"http://127.0.0.1:{self.port}"
+
+    def is_connectable(self):
+        return utils.is_connectable(self.port, "127.0.0.1")
+
+
 def folded(text):
     """Without case and without marks on letters."""
     decomposed = unicodedata.normalize("NFKD", text.casefold())
@@ -71,7 +87,7 @@ def start(languages="en-US,en", scripts=True):
         preferences["profile.managed_default_content_settings.javascript"] = 2
     options.add_experimental_option("prefs", preferences)
     options.set_capability("goog:loggingPrefs", {"browser": "ALL"})
-    return webdriver.Chrome(service=Service(DRIVER), options=options)
+    return webdriver.Chrome(service=LoopbackService(DRIVER), options=options)
 
 
 class PageTest(unittest.TestCase):
@@ -709,6 +725,10 @@ def main():
     for program, package in ((BROWSER, "chromium"), (DRIVER, "chromium-driver")):
         if program is None:
             sys.exit(f"catalog_browser: a program of Debian's package {package} is missing")
+    try:
+        start().quit()
+    except WebDriverException as error:
+        skip("browser", f"Chromium does not start: {error.msg}")
     tests = [Reading, Searching, Languages, ReaderOfGerman, ReaderOfAnUnknownLanguage, Sorting, Keyboard, Looks,
              WithoutScripts]
     tests += [Hostile] if ARGUMENTS.hostile else []

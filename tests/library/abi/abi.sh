@@ -4,8 +4,9 @@
 # operation that the headers declare is still there, and every type that they show is laid out as before. What was added is
 # no matter. LIBRARY has debug information.
 # With --update, BASELINE is written anew. With --broken TEXT, it is held that a change is found and that TEXT names it.
-# A baseline names the Qt and the processor that it is for; where there is none (status 77), nothing is compared.
+# A baseline names the Qt and the processor that it is for; without one for this machine's, the test is skipped.
 set -euo pipefail
+. "$(dirname "$0")/../../support/skip.sh"
 update='' broken=''
 case $1 in
 --update)
@@ -41,10 +42,7 @@ if [ -n "$update" ]; then
     cp "$work/new.abi" "$baseline"
     exit
 fi
-if [ ! -f "$baseline" ]; then
-    echo "There is no $baseline; what programs are linked with is not compared." >&2
-    exit 77
-fi
+[ -f "$baseline" ] || skip abi "there is no ${baseline##*/} to compare with"
 status=0
 report=$(abidiff --no-added-syms --no-unreferenced-symbols "$baseline" "$work/new.abi") || status=$?
 if [ -n "$broken" ]; then

@@ -5,6 +5,7 @@
 set -euo pipefail
 consumer=$1 samples=$2
 . "$(dirname "$0")/desktop.sh"
+. "$tests/../../support/skip.sh"
 
 # The Python that the Debian packages are for.
 python=/usr/bin/python3
@@ -25,6 +26,7 @@ case $consumer in
         ;;
     gnome)
         need bwrap bubblewrap
+        need_sandbox
         need_module GnomeDesktop 3.0 gir1.2-gnomedesktop-3.0
         # Its sandbox has /usr and little else, so that what is installed is put there, for this command alone.
         export PATH=/usr/local/bin:/usr/bin:/bin XDG_DATA_DIRS=/usr/local/share:/usr/share

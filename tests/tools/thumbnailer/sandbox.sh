@@ -6,8 +6,10 @@ set -euo pipefail
 sample=$1
 export LC_ALL=C.UTF-8
 . "$(dirname "$0")/../options.sh"
+. "$(dirname "$0")/../../support/skip.sh"
 need sorrel-thumbnailer Sorrel
 need bwrap bubblewrap
+need_sandbox
 program=$(command -v sorrel-thumbnailer)
 prefix=$(dirname "$(dirname "$program")")
 directory=$(mktemp -d)
