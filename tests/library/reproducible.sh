@@ -18,7 +18,7 @@ make_in() {
     # Many sources at a time: what is told apart here is in every one of them.
     cmake -G Ninja -S "$copy" -B "$tree" "$@" -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=16 \
         -D CMAKE_DISABLE_PRECOMPILE_HEADERS=ON -D SORREL_BUILD_TESTS=OFF -D SORREL_BUILD_SAMPLES=OFF \
-        -D SORREL_BUILD_TOOLS=OFF >/dev/null
+        -D SORREL_BUILD_TOOLS=OFF -D SORREL_BUILD_EXAMPLES=OFF -D SORREL_BUILD_DOCS=OFF >/dev/null
     ninja -C "$tree" sorrel sorrelkit >"$work/log" || { cat "$work/log" >&2; return 1; }
 }
 
