@@ -5,8 +5,6 @@
 #
 # The preset "coverage" compiles what is counted as it is written. Each of its settings is there for a fair count:
 #   -O0              nothing is optimized: no line or branch is merged with another, moved or left out
-#   no assertions    an assertion is a branch that must never be taken, and ends the process before the count is kept;
-#                    without them, what follows the assertion is counted, and the tests of such builds reach it
 #   -fno-exceptions  the library neither throws nor catches; with exceptions, every call and every temporary has
 #                    branches that only an exception would take
 #   -fprofile-update=atomic    tests have threads, which would lose counts

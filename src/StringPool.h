@@ -59,7 +59,8 @@ public:
 
     /**
      * The string at @p index, or a null string when there is none; "bad index in <name> pool" is then recorded on the
-     * reader that the pool was loaded through, while that exists. A negative index is asserted against.
+     * reader that the pool was loaded through, while that exists. With SORREL_ASSERTIONS, a negative index is asserted
+     * against: some documents have one.
      */
     QString get(int index) const;
 

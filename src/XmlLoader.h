@@ -41,7 +41,7 @@ class Extractor;
  * | + 12   | 8 bytes       | typed value (see ResourceTypes), used when there is no raw value                   |
  *
  * Indices that may be -1 are tested before the pool is asked; those that are always there, of names, prefixes and URIs,
- * are not, and a negative one is left to the pool's assertion: kept on purpose.
+ * are not: the pool refuses a negative one, see StringPool::get().
  *
  * An attribute whose name has a known resource id is in the Android namespace under the name that belongs to the id,
  * whatever name and namespace the record gives: tools that shrink packages empty the names.

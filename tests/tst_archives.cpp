@@ -356,13 +356,7 @@ void TestArchives::everyPrefixIsAnswered()
 void TestArchives::everyByteMayBeDamaged()
 {
     const QByteArray archive = good();
-#if SORREL_ASSERTIONS
-    // A damaged manifest may have a negative string index, which is asserted against.
-    const int first = int(archive.indexOf(centralSignature));
-#else
-    const int first = 0;
-#endif
-    for (int at = first; at < archive.size(); ++at) {
+    for (int at = 0; at < archive.size(); ++at) {
         for (const int value : {0x00, 0x7f, 0xff}) {
             QByteArray damaged = archive;
             poke8(damaged, at, value);

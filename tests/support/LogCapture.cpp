@@ -1,11 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "LogCapture.h"
 
-#include <csignal>
-#include <cstdio>
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace fixture {
 
 LogCapture *LogCapture::s_current = nullptr;
@@ -34,21 +29,6 @@ void LogCapture::handle(QtMsgType type, const QMessageLogContext &context, const
 {
     s_current->m_lines.append({type, QString::fromUtf8(context.category), QString::fromUtf8(context.file), context.line,
                                QString::fromUtf8(context.function), text});
-}
-
-bool aborts(void (*function)())
-{
-    std::fflush(nullptr);
-    const pid_t child = fork();
-    if (child == 0) {
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        std::signal(SIGABRT, SIG_DFL);
-        function();
-        _exit(0);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFSIGNALED(status) && WTERMSIG(status) == SIGABRT;
 }
 
 } // namespace fixture

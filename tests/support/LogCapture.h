@@ -38,9 +38,6 @@ private:
     QVector<Line> m_lines;
 };
 
-/// Whether @p function ends the process by an abort, as an assertion does; it is run in a process of its own.
-bool aborts(void (*function)());
-
 } // namespace fixture
 
 #endif
