@@ -88,12 +88,6 @@ inline constexpr LintCheck DamagedManifest{"damaged-manifest", Severity::Error,
 inline constexpr LintCheck UntypedManifest{
     "untyped-manifest", Severity::Warning,
     "The manifest does not say that it is XML: ApkFile finds nothing in it without an error, Android reads it."};
-inline constexpr LintCheck NegativeIndex{
-    "negative-index", Severity::Error,
-    "The manifest has a negative string index, which can end a program that reads it with ApkFile."};
-inline constexpr LintCheck IrregularManifest{
-    "irregular-manifest", Severity::Warning,
-    "The manifest's chunks do not follow each other as the format has it; what ApkFile makes of it is not tried."};
 inline constexpr LintCheck UnknownManifestChunk{"unknown-manifest-chunk", Severity::Note,
                                                 "The manifest has chunks of types that libsorrel skips."};
 inline constexpr LintCheck UndeclaredNamespace{"undeclared-namespace", Severity::Warning,
@@ -159,8 +153,6 @@ inline constexpr const LintCheck *All[] = {
     &NoManifest,
     &DamagedManifest,
     &UntypedManifest,
-    &NegativeIndex,
-    &IrregularManifest,
     &UnknownManifestChunk,
     &UndeclaredNamespace,
     &UnknownTableChunk,

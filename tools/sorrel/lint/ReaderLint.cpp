@@ -2,7 +2,7 @@
 #include "ReaderLint.h"
 
 #include "LibraryLog.h"
-#include "ManifestScan.h"
+#include "RawBytes.h"
 #include "SequentialBytes.h"
 #include "TableScan.h"
 
@@ -24,6 +24,7 @@ const QLatin1String tableName("resources.arsc");
 const QLatin1String manifestName("AndroidManifest.xml");
 constexpr qint64 MaxTableBytes = 128 << 20;
 constexpr qint64 MaxManifestBytes = 16 << 20;
+constexpr quint16 UntypedChunk = 0;
 
 // Those of the member that there are, up to @p maxBytes.
 bool readMember(QuaZip *archive, const QString &name, qint64 maxBytes, QByteArray *bytes)
@@ -181,25 +182,13 @@ void ReaderLint::readManifest()
         setError(m_hasManifest ? BadManifest : NoManifest);
         return;
     }
-    const ManifestScan scan(m_manifest);
-    m_isTried = scan.isRegular() && !scan.hasNegativeIndex();
-    if (scan.hasNegativeIndex())
-        m_findings->add(
-            NegativeIndex, manifestName,
-            QStringLiteral("A name in the manifest has a negative string index, which can end a program that "
-                           "reads it with ApkFile, as libsorrel is built by default."));
-    else if (!scan.isRegular() && m_package.isValid())
-        m_findings->add(IrregularManifest, manifestName,
-                        QStringLiteral("The manifest's chunks do not follow each other as the format has it, so that "
-                                       "readers differ on it; what ApkFile makes of it was not tried."));
-    if (scan.isUntyped() && m_package.isValid())
+    const bool isUntyped = RawBytes(m_manifest).u16(0) == UntypedChunk;
+    if (isUntyped && m_package.isValid())
         m_findings->add(
             UntypedManifest, manifestName,
             QStringLiteral("The manifest's first chunk has no type, and ApkFile finds nothing in it and tells "
                            "no error; Android and SorrelKit read it, and PackageNormalizer sets the type for "
                            "ApkFile."));
-    if (!m_isTried || scan.isUntyped())
-        return;
     const LibraryLog log;
     SequentialBytes device(m_manifest);
     bool isRead = true;
@@ -207,7 +196,8 @@ void ReaderLint::readManifest()
     ApkResources().loadXml(&device, &isRead);
     if (!isRead)
         setError(BadManifest, faultIn(log.lines(), QStringLiteral("XmlLoader error: ")));
-    tellManifestLines(log.lines());
+    if (!isUntyped)
+        tellManifestLines(log.lines());
 }
 
 void ReaderLint::tellTableLines(const QMap<QString, int> &lines)
@@ -268,8 +258,7 @@ void ReaderLint::tellError()
 {
     using SorrelKit::Package;
     using SorrelKit::PackageNormalizer;
-    const QString otherReads =
-        m_error == NoError && m_isTried ? QStringLiteral(" ApkFile reads it all the same.") : QString();
+    const QString otherReads = m_error == NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
     if (m_package.error() == Package::NoManifest)
         m_findings->add(LintChecks::NoManifest, QString(),
                         QStringLiteral("There is no manifest that can be read: this is no Android package."));

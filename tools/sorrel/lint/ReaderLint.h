@@ -12,8 +12,7 @@
 
 /**
  * What is odd in the manifest and in the resource table of a package, and what libsorrel's ApkFile and SorrelKit make
- * of them. libsorrel reads the very bytes that were looked at before, and only when no negative string index would end
- * the process; see ManifestScan.
+ * of them. Both members are read once; libsorrel decodes the bytes that the other checks looked at.
  */
 class ReaderLint
 {
@@ -50,7 +49,6 @@ private:
     FindingList *m_findings;
     bool m_hasTable = false;
     bool m_hasManifest = false;
-    bool m_isTried = true; ///< what ApkFile makes of the manifest
     QByteArray m_table;
     QByteArray m_manifest;
     ApkFileError m_error = NoError;
