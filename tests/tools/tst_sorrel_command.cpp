@@ -505,7 +505,6 @@ void TestSorrelCommand::manifestOfASetIsItsBases()
     QCOMPARE(result.output, runSorrel({QStringLiteral("manifest"), file}).output);
 }
 
-// libsorrel ends its process at one, unless it is built without assertions.
 void TestSorrelCommand::manifestWithANegativeStringIndex()
 {
     ElementFields fields;
