@@ -7,8 +7,7 @@ namespace bench {
 
 ApkResources loadedTable(const QByteArray &bytes)
 {
-    fixture::SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
+    fixture::SequentialDevice device(bytes, QIODevice::ReadOnly);
     ApkResources table;
     table.load(&device);
     return table;
@@ -16,8 +15,7 @@ ApkResources loadedTable(const QByteArray &bytes)
 
 QDomDocument loadedDocument(const QByteArray &bytes, const ApkResources &table)
 {
-    fixture::SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
+    fixture::SequentialDevice device(bytes, QIODevice::ReadOnly);
     bool ok = false;
     const QDomDocument document = table.loadXml(&device, &ok);
     return ok ? document : QDomDocument();

@@ -114,7 +114,7 @@ QString faultOf(const QByteArray &table)
 {
     const QString start = QStringLiteral("Error extracting resources: ");
     const LogCapture log;
-    SequentialDevice device(table);
+    SequentialDevice device(table, QIODevice::ReadOnly);
     ApkResources resources;
     if (resources.load(&device))
         return {};

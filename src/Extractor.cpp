@@ -43,14 +43,7 @@ void Extractor::setDevice(QIODevice *device)
     m_boundaries.clear();
     m_stepsBack = 0;
     m_regions = 0;
-    m_aheadUntil = NoPosition;
     m_lines = 0;
-}
-
-void Extractor::readAhead()
-{
-    if (boundary != Unbounded && m_source.device()->isSequential())
-        m_aheadUntil = boundary;
 }
 
 void Extractor::setDeviceError()
@@ -88,10 +81,10 @@ T Extractor::getSlowly()
         setError(chunkTooShort());
         return 0;
     }
-    if (boundary != Unbounded && m_source.look(mayFetch()) && isAtHand(width))
+    if (boundary != Unbounded && m_source.look() && isAtHand(width))
         return getInteger<T>();
     char bytes[width];
-    if (m_source.read(bytes, width, mayFetch()) != width) {
+    if (m_source.read(bytes, width) != width) {
         setDeviceError();
         return 0;
     }
@@ -133,7 +126,7 @@ void Extractor::consume(qint64 count)
     }
     char scratch[SkipBufferSize];
     while (count > 0) {
-        const qint64 delivered = m_source.read(scratch, qMin(count, qint64(SkipBufferSize)), mayFetch());
+        const qint64 delivered = m_source.read(scratch, qMin(count, qint64(SkipBufferSize)));
         if (delivered <= 0) {
             setDeviceError();
             return;
@@ -164,7 +157,7 @@ int Extractor::fill(Array &array, int byteCount)
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
         array.reserve((total + step) / width); // no more than that, as resize() alone would take
         array.resize((total + step) / width);
-        const int delivered = int(m_source.read(reinterpret_cast<char *>(array.data()) + total, step, mayFetch()));
+        const int delivered = int(m_source.read(reinterpret_cast<char *>(array.data()) + total, step));
         total += qMax(0, delivered);
         position += qMax(0, delivered);
         if (delivered < step) {
@@ -273,8 +266,6 @@ void Extractor::popBoundary()
         take(int(left));
     else
         move(left);
-    if (boundary >= m_aheadUntil)
-        m_aheadUntil = NoPosition;
     boundary = m_boundaries.pop();
     if (m_boundaries.isEmpty())
         m_source.release();

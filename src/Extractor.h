@@ -12,8 +12,6 @@
 #include <QWeakPointer>
 #include <QtEndian>
 
-#include <limits>
-
 class QIODevice;
 
 /**
@@ -56,13 +54,17 @@ public:
     static constexpr int MaxLines = 100;
 
     /**
-     * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's. It outlives the
-     * reader, or the outermost region: within one, a sequential device may stand before the reader's position.
+     * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's; the reader does not
+     * touch it when it is destroyed. Within a region, a sequential device may be at an earlier byte than the reader;
+     * it is at the same byte when the outermost region is closed, and after release().
      */
     explicit Extractor(QIODevice *device);
 
-    /// Starts anew on @p device: no error, position 0, no boundary.
+    /// Starts anew on @p device: no error, position 0, no boundary. The device before is left where it is.
     void setDevice(QIODevice *device);
+
+    /// Leaves a sequential device behind the bytes that were consumed, also while a region is open.
+    void release() { m_source.release(); }
 
     void setError(const QString &text);
     [[gnu::used]] bool failed() const { return !m_error->isEmpty(); }
@@ -102,8 +104,8 @@ public:
     }
 
     /**
-     * The next @p size bytes, more than 0, when they have been fetched ahead and end before the boundary, else null;
-     * they stay until the next read. take() consumes them. For decoders of small records, after readAhead().
+     * The next @p size bytes, more than 0, when they are in memory and end before the boundary, else null;
+     * they stay until the next read. take() consumes them. For decoders of small records.
      */
     const char *atHand(int size) const { return isAtHand(size) ? m_source.next() : nullptr; }
     /// Consumes @p size bytes that atHand() gave.
@@ -125,7 +127,7 @@ public:
 
     /**
      * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
-     * that were read: fewer than @p count only when a fault was recorded. Fast after readAhead().
+     * that were read: fewer than @p count only when a fault was recorded.
      */
     QVector<qint32> get32s(int count);
     /// The same into @p values, which have room for as many. Returns how many were read.
@@ -141,14 +143,6 @@ public:
     /// Consumes what is left of the innermost region, and closes it. There must be one: it is asserted.
     void popBoundary();
 
-    /**
-     * Lets the reader fetch what is left of the innermost region in few large reads of a sequential device. For a
-     * region that is closed by popBoundary() in any case, and so consumed to its end: nothing beyond it is fetched,
-     * and when it is closed the device stands where it would have stood without. On a device that delivers less at once
-     * than it is asked for, this holds up to the first fault.
-     */
-    void readAhead();
-
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
     qint64 remaining() const { return qint64(boundary) - position; }
 
@@ -159,9 +153,6 @@ public:
 
 private:
     Q_DISABLE_COPY(Extractor)
-
-    /// Before every position there is.
-    static constexpr qint64 NoPosition = std::numeric_limits<qint64>::min() / 2;
 
     template <typename T>
     T getInteger()
@@ -184,12 +175,10 @@ private:
     void skipSlowly(qint64 count);
     void move(qint64 count);
     void consume(qint64 count);
-    qint64 mayFetch() const { return m_aheadUntil - position; }
     void setDeviceError();
 
     DeviceReader m_source;
-    qint64 m_aheadUntil = NoPosition; ///< position up to which bytes may be fetched ahead
-    int m_lines = 0;                  ///< that mayTell() granted
+    int m_lines = 0; ///< that mayTell() granted
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;

@@ -86,7 +86,6 @@ void ResourcePackage::parseChunk()
 void ResourcePackage::parseStringPool(int headerSize)
 {
     const qint64 chunkStart = qint64(m_reader->position) - ResourceTypes::ChunkHeaderSize;
-    m_reader->readAhead();
     if (chunkStart == m_typeStringsOffset)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
@@ -97,7 +96,6 @@ void ResourcePackage::parseStringPool(int headerSize)
 
 void ResourcePackage::parseTypeChunk(int headerSize)
 {
-    m_reader->readAhead();
     m_reader->pushBoundary(headerSize - ResourceTypes::ChunkHeaderSize);
     const int typeId = m_reader->get8();
     m_reader->skip(3);

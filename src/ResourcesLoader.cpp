@@ -16,6 +16,7 @@ void ResourcesLoader::load(ApkResourcesData *data, Extractor *reader)
     data->stringPool.setName(QStringLiteral("table"));
     data->packages.clear();
     parseChunk();
+    reader->release();
     if (!reader->failed())
         data->valid = true;
     else
@@ -32,7 +33,6 @@ void ResourcesLoader::parseChunk()
             chunk.enter();
             break;
         case ResourceTypes::StringPoolChunk:
-            m_reader->readAhead();
             m_data->stringPool.load(m_reader, chunk.headerSize());
             break;
         case ResourceTypes::PackageChunk:

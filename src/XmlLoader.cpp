@@ -85,6 +85,7 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
     m_nodes = 0;
     m_nameCharacters = 0;
     parseChunk();
+    reader->release();
     if (reader->failed())
         qDebug("XmlLoader error: %s", local8Bit(reader->errorString()).constData());
 }
@@ -98,7 +99,6 @@ void XmlLoader::parseChunk()
             skipNodeHeader();
         switch (chunk.type()) {
         case StringPoolChunk:
-            m_reader->readAhead();
             m_pool.load(m_reader, chunk.headerSize());
             m_strings.clear();
             break;
@@ -129,7 +129,6 @@ void XmlLoader::parseChunk()
 
 void XmlLoader::skipNodeHeader()
 {
-    m_reader->readAhead();
     m_reader->get32(); // line number
     const int comment = m_reader->get32();
     if (comment >= m_pool.count())

@@ -29,7 +29,7 @@ using Texts = QMap<QString, QString>;
 
 ApkResources loaded(const TableBuilder &builder)
 {
-    SequentialDevice device(builder.build());
+    SequentialDevice device(builder.build(), QIODevice::ReadOnly);
     ApkResources table;
     if (!table.load(&device))
         qFatal("the table is not good");

@@ -20,11 +20,10 @@ QByteArray pattern(int size)
     return bytes;
 }
 
-/// A reader of a device that tells what it has at hand, or does not.
+/// A reader of a device, which is buffered unless @p mode says otherwise.
 struct Reading {
-    Reading(const QByteArray &bytes, bool tells) : device(bytes)
+    explicit Reading(const QByteArray &bytes, QIODevice::OpenMode mode = QIODevice::ReadOnly) : device(bytes, mode)
     {
-        device.setTellsWhatIsAtHand(tells);
         reader.setDevice(&device);
     }
 
@@ -32,10 +31,10 @@ struct Reading {
     DeviceReader reader;
 };
 
-QByteArray readBytes(DeviceReader &reader, int size, qint64 mayFetch)
+QByteArray readBytes(DeviceReader &reader, int size)
 {
     QByteArray bytes(size, '\0');
-    return bytes.left(int(qMax(qint64(0), reader.read(bytes.data(), size, mayFetch))));
+    return bytes.left(int(qMax(qint64(0), reader.read(bytes.data(), size))));
 }
 
 } // namespace
@@ -47,14 +46,15 @@ class TestDeviceReader : public QObject
 private slots:
     void readsWhatTheDeviceHas_data();
     void readsWhatTheDeviceHas();
-    void fetchesNoMoreThanItMay();
-    void looksAtWhatIsAtHand();
-    void looksNowhereWhenNothingIsTold();
-    void looksNowhereWhenMuchMayBeFetched();
+    void looksAtWhatTheDeviceKeeps();
+    void looksNowhereBeforeTheDeviceWasRead();
+    void looksNowhereOnAnUnbufferedDevice();
     void looksNowhereOnARandomAccessDevice();
+    void asksTheDeviceForNothingToLook();
     void looksAtNothingTwice();
     void takesWhatWasLookedAtWhenItReads();
-    void takesWhatWasLookedAtWhenItEnds();
+    void takesWhatWasLookedAtWhenItIsReleased();
+    void leavesTheDeviceAloneWhenItEnds();
     void aNewDeviceStartsAnew();
     void answersAsTheDeviceDoesAtItsEnd_data();
     void answersAsTheDeviceDoesAtItsEnd();
@@ -63,71 +63,58 @@ private slots:
 void TestDeviceReader::readsWhatTheDeviceHas_data()
 {
     QTest::addColumn<int>("step");
-    QTest::addColumn<qint64>("mayFetch");
+    QTest::addColumn<bool>("looks");
     for (const int step : {1, 7, 16384, 40000}) {
-        QTest::addRow("%d, nothing ahead", step) << step << qint64(-1);
-        QTest::addRow("%d, all ahead", step) << step << qint64(Large);
+        QTest::addRow("%d", step) << step << false;
+        QTest::addRow("%d, looks before", step) << step << true;
     }
 }
 
 void TestDeviceReader::readsWhatTheDeviceHas()
 {
     QFETCH(const int, step);
-    QFETCH(const qint64, mayFetch);
+    QFETCH(const bool, looks);
     const QByteArray bytes = pattern(Large);
-    Reading reading(bytes, false);
+    Reading reading(bytes);
     auto &[device, reader] = reading;
-    for (int at = 0; at < Large; at += step)
-        QCOMPARE(readBytes(reader, qMin(step, Large - at), mayFetch < 0 ? -1 : mayFetch - at), bytes.mid(at, step));
+    for (int at = 0; at < Large; at += step) {
+        if (looks)
+            reader.look();
+        QCOMPARE(readBytes(reader, qMin(step, Large - at)), bytes.mid(at, step));
+    }
 }
 
-void TestDeviceReader::fetchesNoMoreThanItMay()
-{
-    Reading reading(pattern(Large), false);
-    auto &[device, reader] = reading;
-    readBytes(reader, 10, 100);
-    QCOMPARE(device.delivered(), 100);
-    QCOMPARE(reader.atHand(), qint64(90));
-    // What is at hand counts.
-    readBytes(reader, 90, 90);
-    QCOMPARE(device.delivered(), 100);
-    readBytes(reader, 1, 0);
-    QCOMPARE(device.delivered(), 101);
-    QCOMPARE(reader.atHand(), qint64(0));
-}
-
-void TestDeviceReader::looksAtWhatIsAtHand()
+void TestDeviceReader::looksAtWhatTheDeviceKeeps()
 {
     const QByteArray bytes = pattern(Large);
-    Reading reading(bytes, true);
+    Reading reading(bytes);
     auto &[device, reader] = reading;
-    QVERIFY(reader.look(-1));
-    QVERIFY(reader.atHand() > 1000);
-    QCOMPARE(QByteArray(reader.next(), 1000), bytes.left(1000));
-    QCOMPARE(device.taken(), 0);
+    readBytes(reader, 1);
+    QVERIFY(reader.look());
+    QCOMPARE(reader.atHand(), qint64(device.delivered() - 1));
+    QCOMPARE(QByteArray(reader.next(), int(reader.atHand())), bytes.mid(1, int(reader.atHand())));
+    QCOMPARE(device.taken(), 1);
 }
 
-void TestDeviceReader::looksNowhereWhenNothingIsTold()
+void TestDeviceReader::looksNowhereBeforeTheDeviceWasRead()
 {
-    Reading reading(pattern(Large), false);
+    Reading reading(pattern(Large));
     auto &[device, reader] = reading;
-    QVERIFY(!reader.look(-1));
+    QVERIFY(!reader.look());
     QCOMPARE(reader.atHand(), qint64(0));
     QCOMPARE(device.delivered(), 0);
 }
 
-void TestDeviceReader::looksNowhereWhenMuchMayBeFetched()
+void TestDeviceReader::looksNowhereOnAnUnbufferedDevice()
 {
-    Reading reading(pattern(Large), true);
+    Reading reading(pattern(Large), QIODevice::ReadOnly | QIODevice::Unbuffered);
     auto &[device, reader] = reading;
-    QVERIFY(!reader.look(Large));
-    QCOMPARE(device.delivered(), 0);
-    // Nor when some of it was: that comes first.
-    readBytes(reader, 1, Large);
-    const qint64 fetched = reader.atHand();
-    QVERIFY(fetched > 0);
-    QVERIFY(reader.look(Large - 1));
-    QCOMPARE(reader.atHand(), fetched);
+    for (int size = 1; size < 10; ++size) {
+        const int before = device.delivered();
+        QVERIFY(!reader.look());
+        readBytes(reader, size);
+        QCOMPARE(device.delivered(), before + size);
+    }
 }
 
 void TestDeviceReader::looksNowhereOnARandomAccessDevice()
@@ -137,17 +124,33 @@ void TestDeviceReader::looksNowhereOnARandomAccessDevice()
     QVERIFY(device.open(QIODevice::ReadOnly));
     DeviceReader reader;
     reader.setDevice(&device);
-    QVERIFY(!reader.look(-1));
-    QCOMPARE(device.pos(), qint64(0));
+    QVERIFY(!reader.look());
+    readBytes(reader, 1);
+    QVERIFY(!reader.look());
+    QCOMPARE(device.pos(), qint64(1));
+}
+
+void TestDeviceReader::asksTheDeviceForNothingToLook()
+{
+    Reading reading(pattern(Large));
+    auto &[device, reader] = reading;
+    device.setLargestRead(10);
+    readBytes(reader, 4);
+    QVERIFY(reader.look());
+    QCOMPARE(reader.atHand(), qint64(6));
+    reader.take(6);
+    QVERIFY(!reader.look());
+    QCOMPARE(device.delivered(), 10);
 }
 
 void TestDeviceReader::looksAtNothingTwice()
 {
     const QByteArray bytes = pattern(Large);
-    Reading reading(bytes, true);
+    Reading reading(bytes);
     auto &[device, reader] = reading;
-    for (int at = 0; at < 3000; at += 30) {
-        QVERIFY(reader.look(-1));
+    readBytes(reader, 30);
+    for (int at = 30; at < 3000; at += 30) {
+        QVERIFY(reader.look());
         QCOMPARE(QByteArray(reader.next(), 30), bytes.mid(at, 30));
         reader.take(30);
     }
@@ -159,44 +162,56 @@ void TestDeviceReader::looksAtNothingTwice()
 void TestDeviceReader::takesWhatWasLookedAtWhenItReads()
 {
     const QByteArray bytes = pattern(Large);
-    Reading reading(bytes, true);
+    Reading reading(bytes);
     auto &[device, reader] = reading;
-    QVERIFY(reader.look(-1));
+    readBytes(reader, 1);
+    QVERIFY(reader.look());
     reader.take(5);
-    QCOMPARE(readBytes(reader, 20000, -1), bytes.mid(5, 20000));
-    QCOMPARE(device.taken(), 20005);
+    QCOMPARE(readBytes(reader, 20000), bytes.mid(6, 20000));
+    QCOMPARE(device.taken(), 20006);
 }
 
-void TestDeviceReader::takesWhatWasLookedAtWhenItEnds()
+void TestDeviceReader::takesWhatWasLookedAtWhenItIsReleased()
 {
     const QByteArray bytes = pattern(Large);
-    SequentialDevice device(bytes);
-    device.setTellsWhatIsAtHand(true);
+    Reading reading(bytes);
+    auto &[device, reader] = reading;
+    readBytes(reader, 1);
+    QVERIFY(reader.look());
+    reader.take(5);
+    QCOMPARE(device.taken(), 1);
+    reader.release();
+    QCOMPARE(device.taken(), 6);
+    QCOMPARE(device.readAll(), bytes.mid(6));
+}
+
+void TestDeviceReader::leavesTheDeviceAloneWhenItEnds()
+{
+    SequentialDevice device(pattern(Large), QIODevice::ReadOnly);
     {
         DeviceReader reader;
         reader.setDevice(&device);
-        QVERIFY(reader.look(-1));
+        readBytes(reader, 1);
+        QVERIFY(reader.look());
         reader.take(5);
-        QCOMPARE(device.taken(), 0);
     }
-    QCOMPARE(device.taken(), 5);
-    QCOMPARE(device.readAll(), bytes.mid(5));
+    QCOMPARE(device.taken(), 1);
 }
 
 void TestDeviceReader::aNewDeviceStartsAnew()
 {
-    SequentialDevice first(pattern(100));
-    first.setTellsWhatIsAtHand(true);
+    SequentialDevice first(pattern(100), QIODevice::ReadOnly);
     SequentialDevice second("second");
     DeviceReader reader;
     reader.setDevice(&first);
-    QVERIFY(reader.look(-1));
+    readBytes(reader, 1);
+    QVERIFY(reader.look());
     reader.take(3);
     reader.setDevice(&second);
-    QCOMPARE(first.taken(), 3);
+    QCOMPARE(first.taken(), 1);
     QCOMPARE(reader.device(), &second);
     QCOMPARE(reader.atHand(), qint64(0));
-    QCOMPARE(readBytes(reader, 6, 6), QByteArray("second"));
+    QCOMPARE(readBytes(reader, 6), QByteArray("second"));
 }
 
 void TestDeviceReader::answersAsTheDeviceDoesAtItsEnd_data()
@@ -214,9 +229,8 @@ void TestDeviceReader::answersAsTheDeviceDoesAtItsEnd()
     DeviceReader reader;
     reader.setDevice(&device);
     char bytes[10];
-    QCOMPARE(reader.read(bytes, 10, -1), qint64(3));
-    QCOMPARE(reader.read(bytes, 10, -1), qint64(answer));
-    QCOMPARE(reader.read(bytes, 10, 100), qint64(answer));
+    QCOMPARE(reader.read(bytes, 10), qint64(3));
+    QCOMPARE(reader.read(bytes, 10), qint64(answer));
     QVERIFY(!reader.isTooLong());
 }
 

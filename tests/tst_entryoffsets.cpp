@@ -32,7 +32,7 @@ EntryOffsets entryOffsets(const QVector<qint32> &offsets)
     QByteArray bytes(offsets.size() * 4, '\0');
     if (!offsets.isEmpty())
         qToLittleEndian<qint32>(offsets.constData(), offsets.size(), bytes.data());
-    fixture::SequentialDevice device(bytes);
+    fixture::SequentialDevice device(bytes, QIODevice::ReadOnly);
     Extractor reader(&device);
     reader.pushBoundary(int(bytes.size()));
     return EntryOffsets(&reader, int(offsets.size()));

@@ -30,7 +30,7 @@ using Load = std::function<void(const QByteArray &)>;
 
 void loadTable(const QByteArray &bytes)
 {
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     ApkResources resources;
     resources.load(&device);
     visit(resources);
@@ -38,14 +38,14 @@ void loadTable(const QByteArray &bytes)
 
 void loadDocument(const QByteArray &bytes)
 {
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     const ApkResources resources;
     visit(resources.loadXml(&device, nullptr), resources);
 }
 
 void loadAndPrintDocument(const QByteArray &bytes)
 {
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     const QDomDocument document = ApkResources().loadXml(&device, nullptr);
     // What hosts do with a document: copy it, print it, and free both.
     const QDomNode copy = document.cloneNode(true);
@@ -62,7 +62,7 @@ void loadPackage(const QByteArray &bytes)
 QString documentFault(const QByteArray &bytes)
 {
     const LogCapture log;
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     bool ok = false;
     const QDomDocument document = ApkResources().loadXml(&device, &ok);
     const QStringList lines = log.texts().filter(QStringLiteral("XmlLoader error: "));

@@ -9,6 +9,7 @@
 #include "PoolBuilder.h"
 #include "ResourcesLoader.h"
 #include "TableBuilder.h"
+#include "Walker.h"
 
 #include <QtTest>
 
@@ -32,7 +33,7 @@ const QString deviceText = QStringLiteral("device");
 
 bool load(ApkResources &table, const QByteArray &bytes)
 {
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     device.setErrorText(deviceText);
     return table.load(&device);
 }
@@ -70,28 +71,6 @@ QByteArray goodTable()
                      .type(TypeBuilder(1, german).value(0, String, 1).map(2, 1))
                      .type(TypeBuilder(2, ConfigBuilder(28).density(240).build()).value(0, 0x1c, 0x80112233)))
         .build();
-}
-
-/// Asks a table for everything that it can tell.
-void visit(const ApkResources &table)
-{
-    table.isValid();
-    for (const char *type : {"string", "drawable", ""}) {
-        for (int entry = 0; entry < 4; ++entry) {
-            const QString reference = QString("@%1/%2").arg(type).arg(entry);
-            table.lookupAll(reference);
-            table.lookupAllByConfig(reference);
-            table.lookupByLocale(reference, 5);
-        }
-    }
-    for (const int package : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
-        for (int type = 0; type < 4; ++type)
-            table.refToString(int(quint32(package) << 24) | type << 16 | 1);
-    }
-    for (int type = 0; type < 0x20; ++type) {
-        for (const int data : {-1, 0, 1, 2})
-            table.valueToString(type, data);
-    }
 }
 
 } // namespace
@@ -166,6 +145,7 @@ private slots:
     void tooManyPackagesInResourceTable();
 
     void hugeClaimsTakeNoMemory();
+    void theBufferOfADeviceMakesNoDifference();
     void everyFieldMayBeDamaged();
 };
 
@@ -710,14 +690,14 @@ void TestResourcesLoader::everyPrefixIsRefused()
             device.setAnswerAtEnd(atEnd);
             ApkResources table;
             QVERIFY2(!table.load(&device), qPrintable(QString::number(size)));
-            visit(table);
+            visit(table, 10);
         }
     }
 }
 
 void TestResourcesLoader::devicesThatDeliverLittleAreRefused()
 {
-    for (const int largestRead : {0, 1, 3}) {
+    for (const int largestRead : {0, 1, 3, 100}) {
         LogCapture log;
         SequentialDevice device(goodTable());
         device.setErrorText(deviceText);
@@ -725,8 +705,36 @@ void TestResourcesLoader::devicesThatDeliverLittleAreRefused()
         ApkResources table;
         QVERIFY(!table.load(&device));
         QCOMPARE(log.texts(), QStringList{errorLine("file too short")});
-        visit(table);
+        visit(table, 10);
     }
+}
+
+// The device is left at the same byte, also after a fault in the midst of a chunk.
+void TestResourcesLoader::theBufferOfADeviceMakesNoDifference()
+{
+    const QByteArray rest(20, '\0');
+    const QByteArray good = goodTable() + rest;
+    const auto loaded = [](const QByteArray &bytes, QIODevice::OpenMode mode) {
+        const LogCapture log;
+        SequentialDevice device(bytes, mode);
+        ApkResources table;
+        table.load(&device);
+        return log.texts() << QString::number(device.taken()) << QString::number(visit(table, 10));
+    };
+    QVector<QByteArray> damaged;
+    for (int at = 0; at < good.size() - 3; at += 2) {
+        for (const qint64 value : {qint64(0), qint64(9), qint64(0x7fff), qint64(0x7fffffff), qint64(0xffffffff)}) {
+            damaged.append(good);
+            poke32(damaged.last(), at, value);
+        }
+    }
+    // The header of the last chunk is cut off, and the chunk around it stays open.
+    for (int more = 1; more < rest.size(); ++more) {
+        damaged.append(good);
+        poke32(damaged.last(), SizeAt, good.size() - rest.size() + more);
+    }
+    for (const QByteArray &bytes : std::as_const(damaged))
+        QCOMPARE(loaded(bytes, QIODevice::ReadOnly), loaded(bytes, QIODevice::ReadOnly | QIODevice::Unbuffered));
 }
 
 void TestResourcesLoader::everyFieldMayBeDamaged()
@@ -736,7 +744,7 @@ void TestResourcesLoader::everyFieldMayBeDamaged()
     const auto tryBytes = [](const QByteArray &bytes) {
         ApkResources table;
         load(table, bytes);
-        visit(table);
+        visit(table, 10);
     };
     for (int at = 0; at < good.size() - 3; at += 2) {
         for (const qint64 value : {qint64(0), qint64(1), qint64(7), qint64(8), qint64(0x7fff), qint64(0x8000),

@@ -63,7 +63,7 @@ struct Decoded {
 Decoded decoded(const QByteArray &bytes, const ApkResources &table = ApkResources())
 {
     LogCapture log;
-    SequentialDevice device(bytes);
+    SequentialDevice device(bytes, QIODevice::ReadOnly);
     device.setErrorText(deviceText);
     Decoded result;
     result.document = table.loadXml(&device, &result.ok);
@@ -323,6 +323,7 @@ private slots:
     // damage
     void everyPrefixIsRefused();
     void devicesThatDeliverLittleAreRefused();
+    void theBufferOfADeviceMakesNoDifference();
 
     // every error text
     void closingTagDoesNotMatchOpeningTag();
@@ -1591,7 +1592,7 @@ void TestXmlLoader::everyPrefixIsRefused()
 
 void TestXmlLoader::devicesThatDeliverLittleAreRefused()
 {
-    for (const int largestRead : {0, 1, 3}) {
+    for (const int largestRead : {0, 1, 3, 100}) {
         LogCapture log;
         SequentialDevice device(goodDocument().build());
         device.setLargestRead(largestRead);
@@ -1600,6 +1601,33 @@ void TestXmlLoader::devicesThatDeliverLittleAreRefused()
         QVERIFY(!ok);
         QCOMPARE(log.texts(), QStringList{"XmlLoader error: file too short: " + device.errorString()});
     }
+}
+
+// The device is left at the same byte, also after a fault in the midst of a chunk.
+void TestXmlLoader::theBufferOfADeviceMakesNoDifference()
+{
+    const QByteArray rest(20, '\0');
+    const QByteArray good = goodDocument().build() + rest;
+    const auto loaded = [](const QByteArray &bytes, QIODevice::OpenMode mode) {
+        const LogCapture log;
+        SequentialDevice device(bytes, mode);
+        const QDomDocument document = ApkResources().loadXml(&device, nullptr);
+        return log.texts() << QString::number(device.taken()) << document.toString();
+    };
+    QVector<QByteArray> damaged;
+    for (int at = 0; at < good.size() - 3; at += 2) {
+        for (const qint64 value : {qint64(0), qint64(9), qint64(0x7fff), qint64(0x7fffffff), qint64(0xffffffff)}) {
+            damaged.append(good);
+            poke32(damaged.last(), at, value);
+        }
+    }
+    // The header of the last chunk is cut off, and the chunk around it stays open.
+    for (int more = 1; more < rest.size(); ++more) {
+        damaged.append(good);
+        poke32(damaged.last(), SizeAt, good.size() - rest.size() + more);
+    }
+    for (const QByteArray &bytes : std::as_const(damaged))
+        QCOMPARE(loaded(bytes, QIODevice::ReadOnly), loaded(bytes, QIODevice::ReadOnly | QIODevice::Unbuffered));
 }
 
 // every error text

@@ -5,14 +5,9 @@
 
 namespace fixture {
 
-SequentialDevice::SequentialDevice(const QByteArray &bytes) : m_bytes(bytes)
+SequentialDevice::SequentialDevice(const QByteArray &bytes, OpenMode mode) : m_bytes(bytes)
 {
-    open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-}
-
-qint64 SequentialDevice::bytesAvailable() const
-{
-    return QIODevice::bytesAvailable() + (m_tellsWhatIsAtHand ? m_bytes.size() - m_at : 0);
+    open(mode);
 }
 
 qint64 SequentialDevice::readData(char *data, qint64 size)

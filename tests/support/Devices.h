@@ -7,20 +7,19 @@
 
 namespace fixture {
 
-/// Bytes as a sequential device, as a member of an archive is one. Open from the start.
+/// Bytes as a sequential device, which counts all of them as available. Open from the start, unbuffered unless @p mode
+/// says otherwise; a member of an archive is buffered.
 class SequentialDevice : public QIODevice
 {
 public:
-    explicit SequentialDevice(const QByteArray &bytes);
+    explicit SequentialDevice(const QByteArray &bytes, OpenMode mode = ReadOnly | Unbuffered);
 
     bool isSequential() const override { return true; }
+    qint64 bytesAvailable() const override { return QIODevice::bytesAvailable() + m_bytes.size() - m_at; }
     /// Bytes that the device has delivered, those included that QIODevice keeps for the next read.
     int delivered() const { return m_at; }
     /// Bytes that were taken from the device, without those.
     int taken() const { return m_at - int(QIODevice::bytesAvailable()); }
-    /// Whether the device tells that what it has is at hand, as a member of an archive does; by default it does not.
-    void setTellsWhatIsAtHand(bool tells) { m_tellsWhatIsAtHand = tells; }
-    qint64 bytesAvailable() const override;
     /// Largest number of bytes that one read delivers; by default, as many as are asked for.
     void setLargestRead(int count) { m_largestRead = count; }
     /// What a read at the end answers: 0 by default.
@@ -37,7 +36,6 @@ private:
     int m_at = 0;
     int m_largestRead = 0x7fffffff;
     int m_answerAtEnd = 0;
-    bool m_tellsWhatIsAtHand = false;
 };
 
 } // namespace fixture

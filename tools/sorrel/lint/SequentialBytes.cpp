@@ -5,7 +5,7 @@
 
 SequentialBytes::SequentialBytes(const QByteArray &bytes) : m_bytes(bytes)
 {
-    open(ReadOnly | Unbuffered);
+    open(ReadOnly);
 }
 
 qint64 SequentialBytes::readData(char *data, qint64 size)
