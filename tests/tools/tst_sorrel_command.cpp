@@ -10,6 +10,7 @@
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <QtTest>
 
 using namespace fixture;
@@ -47,6 +48,15 @@ QByteArray labelTable(const QString &label, const QString &germanLabel)
                      .types({QStringLiteral("string")})
                      .type(TypeBuilder(1).value(0, String, 0))
                      .type(TypeBuilder(1, ConfigBuilder().locale("de").build()).value(0, String, 1)))
+        .build();
+}
+
+// In UTF-16, which has room for halves of surrogate pairs.
+QByteArray wideLabelTable(const QString &label)
+{
+    return TableBuilder()
+        .strings({label}, Encoding::Utf16)
+        .package(PackageBuilder().types({QStringLiteral("string")}).type(TypeBuilder(1).value(0, String, 0)))
         .build();
 }
 
@@ -119,6 +129,10 @@ private slots:
     void infoOfSeveralFiles();
     void infoOfAPackageWithoutLaunchers();
     void infoShowsNoControlCharacters();
+    void jsonIsValidWhateverALabelHolds_data();
+    void jsonIsValidWhateverALabelHolds();
+    void nothingThatIsPrintedSteersATerminal_data();
+    void nothingThatIsPrintedSteersATerminal();
     void unreadablePackage_data();
     void unreadablePackage();
     void packageWithoutATable();
@@ -301,6 +315,84 @@ void TestSorrelCommand::infoOfAPackageWithoutLaunchers()
 {
     const QString file = write(QStringLiteral("plain.apk"), package(emptyTable(), smallManifest()));
     QVERIFY(runSorrel({QStringLiteral("info"), file}).output.endsWith("  launcher       none\n"));
+}
+
+void TestSorrelCommand::jsonIsValidWhateverALabelHolds_data()
+{
+    QTest::addColumn<QString>("label");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("high half of a pair") << QString(QChar(0xd800)) + QLatin1Char('a') << QStringLiteral("\ufffda");
+    QTest::newRow("low half of a pair") << QString(QChar(0xdc00)) << QStringLiteral("\ufffd");
+    QTest::newRow("halves the wrong way round")
+        << QString(QChar(0xdc00)) + QChar(0xd800) << QStringLiteral("\ufffd\ufffd");
+}
+
+// A reader of lines loses all that follow one that is no JSON.
+void TestSorrelCommand::jsonIsValidWhateverALabelHolds()
+{
+    QFETCH(QString, label);
+    QFETCH(QString, expected);
+    const QByteArray bytes = package(wideLabelTable(label), launcherManifest());
+    const QString file = write(QStringLiteral("halves/1.apk"), bytes);
+    for (int i = 2; i <= 20; ++i)
+        write(QStringLiteral("halves/%1.apk").arg(i), bytes);
+    for (const QStringList &arguments : {QStringList{QStringLiteral("info"), QStringLiteral("--json"), file},
+                                         QStringList{QStringLiteral("scan"), QFileInfo(file).path()},
+                                         QStringList{QStringLiteral("resources"), QStringLiteral("--json"), file}}) {
+        const ToolRun result = runSorrel(arguments);
+        QCOMPARE(QString::fromUtf8(result.output).toUtf8(), result.output);
+        ToolSetting json;
+        json.input = result.output;
+        const ToolRun jq =
+            runTool(QStringLiteral("jq"),
+                    {QStringLiteral("-r"), QStringLiteral("first(.. | strings | select(test(\"\ufffd\")))")}, json);
+        QCOMPARE(jq.errors, QByteArray());
+        QCOMPARE(jq.status, 0);
+        QCOMPARE(jq.output, (expected.toUtf8() + '\n').repeated(result.output.count('\n')));
+    }
+}
+
+void TestSorrelCommand::nothingThatIsPrintedSteersATerminal_data()
+{
+    QTest::addColumn<QString>("character");
+    for (const char *character : {"\u0085", "\u009b", "\u009d", "\u007f", "\u202e", "\u2066", "\u2069", "\ufeff",
+                                  "\u061c", "\u200e", "\u200f", "\U000e0041", "\U000e007f"})
+        QTest::newRow(QByteArray(character).toHex().constData())
+            << QString::fromUtf8(QByteArray("x") + character).mid(1);
+}
+
+void TestSorrelCommand::nothingThatIsPrintedSteersATerminal()
+{
+    QFETCH(QString, character);
+    const QString text = QStringLiteral("a%1b").arg(character);
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), text)});
+    builder.start(QStringLiteral("application"), {androidText(QStringLiteral("label"), text)});
+    builder.start(QStringLiteral("activity"), {androidText(QStringLiteral("name"), text)});
+    builder.launcherFilter().end(QStringLiteral("activity"));
+    builder.end(QStringLiteral("application")).end(QStringLiteral("manifest"));
+    const QString file = write(QStringLiteral("steering.apk"),
+                               package(wideLabelTable(text), builder.build(), {{text, QByteArray("x")}}));
+    const auto run = [&](const QStringList &arguments) { return runSorrel(arguments + QStringList{file}); };
+    const QString json = QStringLiteral("--json");
+    for (const char *command : {"info", "lint", "files", "resources"}) {
+        const ToolRun forPeople = run({QLatin1String(command)});
+        QVERIFY2(!forPeople.output.contains(character.toUtf8()), command);
+        QVERIFY2(QString::fromUtf8(forPeople.output).contains(QStringLiteral("a\ufffdb")), command);
+        const ToolRun forPrograms = run({QLatin1String(command), json});
+        QVERIFY2(!forPrograms.output.contains(character.toUtf8()), command);
+        QVERIFY2(forPrograms.output.contains("a\\u"), command);
+    }
+    const ToolRun scan = run({QStringLiteral("scan")});
+    QVERIFY(!scan.output.contains(character.toUtf8()));
+    QCOMPARE(QJsonDocument::fromJson(scan.output).object().value(QLatin1String("package")).toString(), text);
+
+    const ToolRun manifest = run({QStringLiteral("manifest")});
+    QVERIFY(!manifest.output.contains(character.toUtf8()));
+    // The DOM's parser cuts references to 16 bits.
+    QXmlStreamReader reader(manifest.output);
+    QVERIFY(reader.readNextStartElement());
+    QCOMPARE(reader.attributes().value(QStringLiteral("package")).toString(), text);
 }
 
 void TestSorrelCommand::infoShowsNoControlCharacters()

@@ -1,23 +1,47 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PrintableText.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
-bool steers(QChar character)
-{
-    const QChar::Category category = character.category();
-    return category == QChar::Other_Control || category == QChar::Separator_Line
-           || category == QChar::Separator_Paragraph || (character >= QChar(0x202a) && character <= QChar(0x202e))
-           || (character >= QChar(0x2066) && character <= QChar(0x2069));
-}
+struct Range {
+    char32_t first;
+    char32_t last;
+};
+
+constexpr Range steeringCharacters[] = {
+    {0x00, 0x1f},       // C0 controls
+    {0x7f, 0x9f},       // DEL and C1 controls
+    {0x061c, 0x061c},   // Arabic letter mark
+    {0x200e, 0x200f},   // left-to-right and right-to-left mark
+    {0x2028, 0x2029},   // separators of lines and paragraphs
+    {0x202a, 0x202e},   // embeddings and overrides of direction
+    {0x2066, 0x2069},   // isolates of direction
+    {0xfeff, 0xfeff},   // byte order mark
+    {0xe0000, 0xe007f}, // tags
+};
 
 } // namespace
 
-QString printableText(QString text)
+bool steersText(char32_t character)
 {
-    for (QChar &character : text) {
-        if (steers(character))
-            character = QChar::ReplacementCharacter;
-    }
-    return text;
+    if (character >= ' ' && character <= '~')
+        return false;
+    return std::any_of(std::begin(steeringCharacters), std::end(steeringCharacters),
+                       [=](const Range &range) { return character >= range.first && character <= range.last; });
+}
+
+QString printableText(const QString &text)
+{
+    QString printable;
+    int written = 0;
+    forEachCharacter(text, [&](int first, int size, char32_t character) {
+        if (!steersText(character) && character != QChar::ReplacementCharacter)
+            return;
+        printable += text.mid(written, first - written) + QChar(QChar::ReplacementCharacter);
+        written = first + size;
+    });
+    return written == 0 ? text : printable + text.mid(written);
 }

@@ -2,9 +2,9 @@
 #include "Console.h"
 
 #include "Command.h"
+#include "JsonText.h"
 #include "PrintableText.h"
 
-#include <QJsonDocument>
 #include <QTextStream>
 
 #include <cstdio>
@@ -34,7 +34,7 @@ int Console::columns() const
 
 void Console::writeLine(const QJsonObject &object)
 {
-    m_output.write(QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n');
+    m_output.write(jsonText(object) + '\n');
 }
 
 bool Console::finish()

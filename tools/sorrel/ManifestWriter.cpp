@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ManifestWriter.h"
 
+#include "PrintableText.h"
+
 #include <QDomAttr>
 #include <QDomNamedNodeMap>
 #include <QMap>
@@ -44,6 +46,23 @@ QString xmlName(QString name)
     return name;
 }
 
+// References are the same characters to XML, and harmless on a terminal. The characters below DEL are the writer's own
+// line ends, or were escaped by it.
+QByteArray withReferences(const QByteArray &xml)
+{
+    constexpr char32_t Delete = 0x7f;
+    const QString text = QString::fromUtf8(xml);
+    QString safe;
+    safe.reserve(text.size());
+    forEachCharacter(text, [&](int first, int size, char32_t character) {
+        if (character >= Delete && steersText(character))
+            safe += QStringLiteral("&#x%1;").arg(uint(character), 0, 16);
+        else
+            safe.append(text.constData() + first, size);
+    });
+    return safe.toUtf8();
+}
+
 // A DOM keeps attributes in no order; here it is that of their names, so that equal manifests print equally.
 QList<QDomAttr> sortedAttributes(const QDomElement &element)
 {
@@ -76,7 +95,7 @@ QByteArray ManifestWriter::toXml(const QDomElement &root)
     }
     writer.writeElement(root);
     writer.m_xml.writeEndDocument();
-    return output;
+    return withReferences(output);
 }
 
 ManifestWriter::ManifestWriter(QByteArray *output) : m_xml(output), m_usedPrefixes({QString(), QStringLiteral("xmlns")})

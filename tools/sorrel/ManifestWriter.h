@@ -11,7 +11,7 @@
 /**
  * Writes a decoded manifest as indented XML 1.0 that any XML tool reads. Every namespace is declared on the root,
  * Android's as `android`. A compiled manifest may hold names and characters that XML does not know: in names they
- * become "_", in values U+FFFD.
+ * become "_", in values U+FFFD. Characters that steersText() are written as references (`&#x9b;`).
  */
 class ManifestWriter
 {

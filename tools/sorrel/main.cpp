@@ -7,6 +7,7 @@
 #include "InfoCommand.h"
 #include "LintCommand.h"
 #include "ManifestCommand.h"
+#include "PrintableText.h"
 #include "ResourcesCommand.h"
 #include "ScanCommand.h"
 #include "WorkerCommand.h"
@@ -134,7 +135,7 @@ int runCommand(const Command &command, const QStringList &arguments)
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
-        QTextStream(stderr) << qFormatLogMessage(type, context, text) << '\n';
+        QTextStream(stderr) << printableText(qFormatLogMessage(type, context, text)) << '\n';
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Console.h"
+#include "JsonText.h"
 #include "PackagePaths.h"
 #include "PackageReport.h"
 #include "ProgressBar.h"
@@ -57,8 +58,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         QByteArray report = outcome.report;
         if (report.isEmpty()) {
             const auto code = ScanError::Code(outcome.errorCode);
-            report =
-                QJsonDocument(PackageReport::failure(file, code, ScanError::text(code))).toJson(QJsonDocument::Compact);
+            report = jsonText(PackageReport::failure(file, code, ScanError::text(code)));
         }
         progress.clear();
         if (outcome.errorCode != 0) {

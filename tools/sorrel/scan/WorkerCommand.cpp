@@ -2,11 +2,11 @@
 #include "WorkerCommand.h"
 
 #include "Console.h"
+#include "JsonText.h"
 #include "PackageReport.h"
 #include "ScanError.h"
 
 #include <QFile>
-#include <QJsonDocument>
 
 #include <cstdio>
 #include <cstdlib>
@@ -46,7 +46,7 @@ void setAlarm(double seconds)
 QByteArray answer(const QJsonObject &report)
 {
     const int code = report.value(QLatin1String("error")).toObject().value(QLatin1String("code")).toInt();
-    return QByteArray::number(code) + ' ' + QJsonDocument(report).toJson(QJsonDocument::Compact) + '\n';
+    return QByteArray::number(code) + ' ' + jsonText(report) + '\n';
 }
 
 } // namespace
