@@ -36,6 +36,19 @@ ToolRun runSorrel(const QStringList &arguments, const ToolSetting &setting)
     return runTool(QStringLiteral("sorrel"), arguments, setting);
 }
 
+ToolRun runShell(const QString &script, const ToolSetting &setting)
+{
+    return runTool(QStringLiteral("bash"), {QStringLiteral("-c"), script}, setting);
+}
+
+QString shellWord(const QByteArray &bytes)
+{
+    QString text;
+    for (const char byte : bytes)
+        text += QStringLiteral("\\x%1").arg(quint8(byte), 2, 16, QLatin1Char('0'));
+    return QStringLiteral("$'%1'").arg(text);
+}
+
 ToolRun runSorrelOnTerminal(const QStringList &arguments, const ToolSetting &setting)
 {
     QString command = QStringLiteral("stty cols 80; exec sorrel");

@@ -28,6 +28,10 @@ struct ToolSetting {
 ToolRun runTool(const QString &program, const QStringList &arguments, const ToolSetting &setting = {});
 /// The same for `sorrel`.
 ToolRun runSorrel(const QStringList &arguments, const ToolSetting &setting = {});
+/// Runs @p script by Bash, for arguments and names of files that are no text, which QProcess does not pass.
+ToolRun runShell(const QString &script, const ToolSetting &setting = {});
+/// A word of Bash that stands for @p bytes.
+QString shellWord(const QByteArray &bytes);
 /// Runs `sorrel` with a terminal of 80 columns for all three streams, which are one then. A terminal ends lines by CR LF.
 ToolRun runSorrelOnTerminal(const QStringList &arguments, const ToolSetting &setting = {});
 

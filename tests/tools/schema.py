@@ -8,9 +8,11 @@ import copy
 import glob
 import json
 import os
+import shutil
 import subprocess
 import sys
 import tempfile
+import urllib.parse
 
 import jsonschema
 
@@ -71,7 +73,9 @@ def main():
         bad = os.path.join(directory, "bad.apk")
         with open(bad, "wb") as file:
             file.write(b"no package")
-        files = samples + [bad, os.path.join(directory, "missing.apk")]
+        unnamed = os.path.join(directory, os.fsdecode(b"\xff.apk"))
+        shutil.copyfile(samples[0], unnamed)
+        files = samples + [bad, os.path.join(directory, "missing.apk"), unnamed]
         lines = output("info", "--json", "--all", *files).splitlines()
         lines += output("scan", "--all", *files).splitlines()
         lines += output("scan", "--icon", "16", "--lint", *files).splitlines()
@@ -79,12 +83,14 @@ def main():
     assert len(lines) == 4 * len(files), f"there are {len(lines)} lines for {len(files)} files"
 
     validator = jsonschema.Draft202012Validator(closed(ROOT))
-    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0}
+    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0, "uri": 0}
     for line in lines:
         report = json.loads(line)
         for error in validator.iter_errors(report):
             sys.exit(f"{report.get('file')}: {error.json_path}: {error.message}")
-        for key in ("icon", "lint", "launchers"):
+        if "uri" in report:
+            assert urllib.parse.unquote_to_bytes(report["uri"]) == b"file://" + os.fsencode(unnamed)
+        for key in ("icon", "lint", "launchers", "uri"):
             seen[key] += bool(report.get(key))
         seen["failed"] += report["error"]["code"] != 0
     assert all(seen.values()), f"the samples do not have everything: {seen}"

@@ -120,6 +120,10 @@ private slots:
     void pathsOnStandardInput_data();
     void pathsOnStandardInput();
     void nothingToRead();
+    void namesThatAreNoText_data();
+    void namesThatAreNoText();
+    void aNameWithANulIsToldAndNotCut();
+    void linksAndPipesBelowADirectory();
 
     void filesThatCannotBeReadHaveALine();
     void directoriesThatCannotBeReadAreTold();
@@ -285,6 +289,90 @@ void TestScanCommand::nothingToRead()
         QCOMPARE(result.status, 0);
         QCOMPARE(result.output, QByteArray());
         QCOMPARE(result.errors, QByteArray());
+    }
+}
+
+void TestScanCommand::namesThatAreNoText_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("paths");
+    for (const char *locale : {"C", "C.UTF-8"}) {
+        const auto row = [&](const char *what, const char *paths) {
+            QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(QLatin1String(what), QLatin1String(locale))))
+                << QString::fromLatin1(locale) << QString::fromLatin1(paths);
+        };
+        row("below a directory", "sorrel scan --ordered top");
+        row("as arguments", "sorrel scan --ordered top/$'\\xff.apk' top/$'d\\xfe'");
+        row("in a list", "printf 'top/\\xff.apk\\ntop/d\\xfe\\n' | sorrel scan --ordered -");
+        row("in a list with NUL", "printf 'top/\\xff.apk\\0top/d\\xfe\\0' | sorrel scan --ordered -0 -");
+    }
+}
+
+// A name is bytes: one that is no UTF-8 is found and read like any other, and its URI keeps every byte.
+void TestScanCommand::namesThatAreNoText()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, paths);
+    write(QStringLiteral("bytes/a"), good(QStringLiteral("org.outer")));
+    write(QStringLiteral("bytes/b"), good(QStringLiteral("org.inner")));
+    ToolSetting setting;
+    setting.directory = m_directory.filePath(QStringLiteral("bytes"));
+    setting.environment.insert(QStringLiteral("LC_ALL"), locale);
+    QCOMPARE(runShell(QStringLiteral(
+                          "mkdir -p top/$'d\\xfe' && cp a top/$'\\xff.apk' && cp b top/$'d\\xfe/\\xc3\\xbc\\x80.APK'"),
+                      setting)
+                 .status,
+             0);
+    const ToolRun result = runShell(paths, setting);
+    // A temporary directory does not remove them.
+    runShell(QStringLiteral("rm -r top"), setting);
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    const QList<QByteArray> output = lines(result.output);
+    QCOMPARE(output.size(), 2);
+    const QString directory = QStringLiteral("file://%1/top/").arg(setting.directory);
+    QCOMPARE(packageName(output.at(0)), QStringLiteral("org.outer"));
+    QCOMPARE(object(output.at(0)).value(QLatin1String("file")).toString(), QStringLiteral("top/\ufffd.apk"));
+    QCOMPARE(object(output.at(0)).value(QLatin1String("uri")).toString(), directory + QStringLiteral("%FF.apk"));
+    QCOMPARE(packageName(output.at(1)), QStringLiteral("org.inner"));
+    QCOMPARE(object(output.at(1)).value(QLatin1String("file")).toString(), QStringLiteral("top/d\ufffd/ü\ufffd.APK"));
+    QCOMPARE(object(output.at(1)).value(QLatin1String("uri")).toString(),
+             directory + QStringLiteral("d%FE/%C3%BC%80.APK"));
+}
+
+// What is behind the NUL would be lost, and another file be read than the one that is named.
+void TestScanCommand::aNameWithANulIsToldAndNotCut()
+{
+    write(QStringLiteral("nul/a"), good(QStringLiteral("org.a")));
+    const QString other = write(QStringLiteral("nul/b"), good(QStringLiteral("org.b")));
+    ToolSetting setting;
+    setting.directory = m_directory.filePath(QStringLiteral("nul"));
+    setting.input = QByteArray("a\0c\nb\n", 6);
+    const ToolRun result = runSorrel({QStringLiteral("scan"), QStringLiteral("-")}, setting);
+    QCOMPARE(result.status, 1);
+    QCOMPARE(packageNames(result.output), QStringList{QStringLiteral("org.b")});
+    QCOMPARE(QString::fromUtf8(result.errors),
+             QStringLiteral("sorrel: a\ufffdc: no name has a NUL in it; with '-0' names end with one\n"));
+}
+
+void TestScanCommand::linksAndPipesBelowADirectory()
+{
+    write(QStringLiteral("links/shelf/a.apk"), good(QStringLiteral("org.a")));
+    write(QStringLiteral("links/target"), good(QStringLiteral("org.target")));
+    ToolSetting setting;
+    setting.directory = m_directory.filePath(QStringLiteral("links"));
+    QCOMPARE(runShell(QStringLiteral("cd shelf && ln -s ../target b.apk && ln -s nowhere c.apk && ln -s d.apk d.apk && "
+                                     "mkfifo e.apk && ln -s . g.apk && mkdir h.apk"),
+                      setting)
+                 .status,
+             0);
+    for (const char *shelf : {"shelf", "shelf/", "./shelf//"}) {
+        const ToolRun result =
+            runSorrel({QStringLiteral("scan"), QStringLiteral("--ordered"), QLatin1String(shelf)}, setting);
+        QCOMPARE(result.errors, QByteArray());
+        QCOMPARE(result.status, 0);
+        QCOMPARE(packageNames(result.output), QStringList({QStringLiteral("org.a"), QStringLiteral("org.target")}));
+        QVERIFY(!result.output.contains("//"));
     }
 }
 

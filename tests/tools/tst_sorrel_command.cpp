@@ -150,6 +150,13 @@ private slots:
     void unreadableManifest();
     void manifestWithoutElements();
 
+    void everyCommandReadsAnyName_data();
+    void everyCommandReadsAnyName();
+    void aNameThatIsNoTextIsInReports_data();
+    void aNameThatIsNoTextIsInReports();
+    void outputsWhoseNamesAreNoText_data();
+    void outputsWhoseNamesAreNoText();
+
     void helpAndVersionNeedNoFile();
     void everyCommandHasHelp();
     void everyCommandRefusesWrongUsage();
@@ -626,6 +633,111 @@ void TestSorrelCommand::manifestWithoutElements()
     QCOMPARE(result.status, 1);
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: the manifest has no element\n").arg(file));
+}
+
+void TestSorrelCommand::everyCommandReadsAnyName_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("locale");
+    for (const char *locale : {"C", "C.UTF-8"}) {
+        for (const char *command : {"info", "manifest", "icon", "files", "lint", "resources", "scan",
+                                    "desktop --json --exec 'run %a' -o share", "info --json", "lint --json",
+                                    "files --json", "resources --json"})
+            QTest::newRow(qPrintable(QStringLiteral("%1, %2").arg(QLatin1String(command), QLatin1String(locale))))
+                << QString::fromLatin1(command) << QString::fromLatin1(locale);
+    }
+}
+
+// A command prints the same about a file whatever it is called, its name aside.
+void TestSorrelCommand::everyCommandReadsAnyName()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, locale);
+    good();
+    ToolSetting setting;
+    setting.directory = m_directory.path();
+    setting.environment.insert(QStringLiteral("LC_ALL"), locale);
+    const ToolRun plain = runShell(QStringLiteral("sorrel %1 good.apk").arg(command), setting);
+    QCOMPARE(plain.status, 0);
+    QVERIFY(!plain.output.isEmpty());
+    for (const QByteArray &name : {QByteArray("\xff"), QByteArray("\xed\xa0\x80"), QByteArray("\xc3\xbc"),
+                                   QByteArray(":\xfe"), QByteArray("a\xef\xbb\xbf\x9f")}) {
+        const QString word = shellWord(name + ".apk");
+        const ToolRun result = runShell(
+            QStringLiteral("cp good.apk %2 && sorrel %1 %2; status=$?; rm %2; exit $status").arg(command, word),
+            setting);
+        QCOMPARE(result.errors, plain.errors);
+        QCOMPARE(result.status, 0);
+        QByteArray output = result.output;
+        if (output.startsWith('{')) {
+            QByteArray withoutNames;
+            for (const QByteArray &line : output.trimmed().split('\n')) {
+                QJsonObject object = QJsonDocument::fromJson(line).object();
+                QVERIFY(object.value(QLatin1String("file")).toString().endsWith(QLatin1String(".apk")));
+                object.remove(QStringLiteral("uri"));
+                object.insert(QStringLiteral("file"), QStringLiteral("good.apk"));
+                withoutNames += QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+            }
+            output = withoutNames;
+        } else if (output.contains(".apk\n") && !command.startsWith(QLatin1String("files"))) {
+            output = "good" + output.mid(output.indexOf(".apk\n"));
+        }
+        QCOMPARE(output, plain.output);
+    }
+}
+
+void TestSorrelCommand::aNameThatIsNoTextIsInReports_data()
+{
+    QTest::addColumn<QString>("command");
+    for (const char *command : {"info", "files", "lint", "resources", "desktop --exec 'run %a' -o share"})
+        QTest::newRow(command) << QString::fromLatin1(command);
+}
+
+void TestSorrelCommand::aNameThatIsNoTextIsInReports()
+{
+    QFETCH(QString, command);
+    good();
+    ToolSetting setting;
+    setting.directory = m_directory.path();
+    const ToolRun result =
+        runShell(QStringLiteral("cp good.apk $'a b\\xff' && sorrel %1 --json $'a b\\xff'; rm $'a b\\xff'").arg(command),
+                 setting);
+    const QJsonObject object = QJsonDocument::fromJson(result.output.split('\n').constFirst()).object();
+    QCOMPARE(object.value(QLatin1String("file")).toString(), QStringLiteral("a b\ufffd"));
+    QCOMPARE(object.value(QLatin1String("uri")).toString(),
+             QStringLiteral("file://%1/a%20b%FF").arg(m_directory.path()));
+    const ToolRun plain = runShell(QStringLiteral("sorrel %1 --json good.apk").arg(command), setting);
+    QVERIFY(!plain.output.contains("\"uri\""));
+}
+
+void TestSorrelCommand::outputsWhoseNamesAreNoText_data()
+{
+    QTest::addColumn<QString>("command");
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<int>("status");
+    const QString file = QStringLiteral("o\ufffd: the name is not UTF-8, and no file is written to it");
+    QTest::newRow("icon") << "icon -o $'o\\xff'" << file << 1;
+    QTest::newRow("catalog") << "catalog -o $'o\\xff'" << file << 1;
+    QTest::newRow("desktop") << "desktop --exec run -o $'o\\xff'" << file << 1;
+    QTest::newRow("command of desktop") << "desktop -o share --exec $'run \\xff'"
+                                        << "The command is not UTF-8." << 2;
+}
+
+// U+FFFD in place of a byte would be another name, and the status that of success.
+void TestSorrelCommand::outputsWhoseNamesAreNoText()
+{
+    QFETCH(QString, command);
+    QFETCH(QString, error);
+    QFETCH(int, status);
+    good();
+    QVERIFY(QDir(m_directory.path()).mkdir(QStringLiteral("out")));
+    ToolSetting setting;
+    setting.directory = m_directory.filePath(QStringLiteral("out"));
+    const ToolRun result = runShell(QStringLiteral("sorrel %1 ../good.apk").arg(command), setting);
+    const ToolRun left = runShell(QStringLiteral("ls; rm -r ../out"), setting);
+    QCOMPARE(QString::fromUtf8(result.errors.split('\n').constFirst()), QStringLiteral("sorrel: ") + error);
+    QCOMPARE(result.status, status);
+    QCOMPARE(left.output, QByteArray());
 }
 
 void TestSorrelCommand::helpAndVersionNeedNoFile()

@@ -5,8 +5,11 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-OutputFile::OutputFile(const QString &path)
+OutputFile::OutputFile(const FileName &name)
 {
+    const QString path = name.forQt();
+    if (path.isNull())
+        return;
     const QFileInfo old(path);
     if (old.exists() && !old.isFile()) {
         m_file = std::make_unique<QFile>(path);
@@ -16,12 +19,6 @@ OutputFile::OutputFile(const QString &path)
     // Where nothing can be made beside the file, but it can be written itself, that is better than nothing.
     file->setDirectWriteFallback(true);
     m_file = std::move(file);
-}
-
-bool OutputFile::wouldReplace(const QString &path, const QString &input)
-{
-    // Files that are not there count as one for Qt.
-    return QFileInfo::exists(input) && QFileInfo(path) == QFileInfo(input);
 }
 
 bool OutputFile::commit()
@@ -37,6 +34,8 @@ bool OutputFile::commit()
 
 QString OutputFile::errorString() const
 {
+    if (m_file == nullptr)
+        return FileName::notForQtText();
     // Of a write that was cut short, no reason is known.
     return m_isCut && m_file->error() == QFileDevice::WriteError ? QStringLiteral("not all of it could be written")
                                                                  : m_file->errorString();

@@ -2,6 +2,8 @@
 #ifndef OUTPUTFILE_H
 #define OUTPUTFILE_H
 
+#include "FileName.h"
+
 #include <QFileDevice>
 #include <QString>
 
@@ -14,12 +16,10 @@
 class OutputFile
 {
 public:
-    explicit OutputFile(const QString &path);
+    explicit OutputFile(const FileName &name);
 
-    /// Whether @p path leads to the file that @p input is, which output would replace.
-    static bool wouldReplace(const QString &path, const QString &input);
-
-    bool open() { return m_file->open(QIODevice::WriteOnly); }
+    /// False, too, when Qt has no name for the file.
+    bool open() { return m_file != nullptr && m_file->open(QIODevice::WriteOnly); }
     /// What to write to, when it is open.
     QIODevice *device() { return m_file.get(); }
     /// Puts what was written into its place; false when not all of it could be written, to the disk either.
@@ -28,8 +28,8 @@ public:
     QString errorString() const;
 
 private:
-    std::unique_ptr<QFileDevice> m_file;
-    bool m_isCut = false; ///< the file took less than was written
+    std::unique_ptr<QFileDevice> m_file; ///< null when Qt has no name for it
+    bool m_isCut = false;                ///< the file took less than was written
 };
 
 #endif

@@ -3,16 +3,6 @@
 
 #include <algorithm>
 
-namespace {
-
-// Options and arguments are bytes; messages are for people.
-QString shown(const QString &argument)
-{
-    return FileName(argument).text();
-}
-
-} // namespace
-
 ThumbnailerOptions::ThumbnailerOptions()
     : m_sizeOption({QStringLiteral("s"), QStringLiteral("size")},
                    QStringLiteral("At most N pixels a side, from 1; above 1024, 1024. 256 by default."),
@@ -37,19 +27,19 @@ ThumbnailerOptions::ThumbnailerOptions()
 bool ThumbnailerOptions::parse(const QStringList &arguments)
 {
     if (!m_parser.parse(arguments))
-        return fail(shown(m_parser.errorText()));
+        return fail(m_parser.errorText());
     if (isHelp() || isVersion())
         return true;
     if (m_parser.isSet(m_sizeOption) && !setSize(m_parser.value(m_sizeOption)))
-        return fail(QStringLiteral("'%1' is no size.").arg(shown(m_parser.value(m_sizeOption))));
+        return fail(QStringLiteral("'%1' is no size.").arg(m_parser.value(m_sizeOption)));
     if (!m_iconOptions.readShape(m_parser))
-        return fail(shown(m_iconOptions.errorText()));
+        return fail(m_iconOptions.errorText());
     const QStringList names = m_parser.positionalArguments();
     if (names.size() < 2)
         return fail(names.isEmpty() ? QStringLiteral("INPUT and OUTPUT are missing.")
                                     : QStringLiteral("OUTPUT is missing."));
     if (names.size() > 2)
-        return fail(QStringLiteral("More than INPUT and OUTPUT: '%1'.").arg(shown(names.at(2))));
+        return fail(QStringLiteral("More than INPUT and OUTPUT: '%1'.").arg(names.at(2)));
     m_input = FileName(names.at(0));
     m_output = FileName(names.at(1));
     return true;

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Arguments.h"
 #include "PackageFile.h"
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
+
+#include <SorrelKit/Package.h>
 
 #include <QCoreApplication>
 
@@ -44,10 +47,10 @@ int writeThumbnail(const ThumbnailerOptions &options)
     if (path.isEmpty())
         return fail(inputName, QStringLiteral("names no file of this machine"));
     const bool isFile = !options.output().isDash();
-    PackageFile input(path);
-    if (isFile && input.isAt(options.output().path()))
+    const PackageFile input{FileName(path)};
+    if (isFile && input.name().isSameFile(options.output()))
         return fail(inputName, QStringLiteral("the thumbnail would replace the package"));
-    const Package package = input.package();
+    const Package package(input.pathForQt());
     QString error;
     const QImage icon = package.icon(options.size(), options.mask(), &error);
     if (icon.isNull())
@@ -60,14 +63,6 @@ int writeThumbnail(const ThumbnailerOptions &options)
     if (isFile ? output.write(png) : output.writeToStandardOutput(png))
         return Success;
     return fail(isFile ? options.output().text() : QStringLiteral("standard output"), output.errorString());
-}
-
-QStringList argumentTexts(int argc, char *argv[])
-{
-    QStringList texts;
-    for (int i = 0; i < argc; ++i)
-        texts.append(QString::fromLatin1(argv[i]));
-    return texts;
 }
 
 // Standard error is for one line; QT_LOGGING_RULES="*=true" shows what the libraries have to say.

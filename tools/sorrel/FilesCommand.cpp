@@ -2,6 +2,7 @@
 #include "FilesCommand.h"
 
 #include "Console.h"
+#include "PackageFile.h"
 #include "PrintableText.h"
 
 #include <quazip.h>
@@ -45,18 +46,16 @@ QString memberLine(const QuaZipFileInfo64 &member, const TextStyle &style)
              member.isEncrypted() ? style.warning(QStringLiteral(" (encrypted)")) : QString());
 }
 
-// Sizes have 64 bits in the format, and 53 in JSON, which is more than a package can have.
-QJsonObject memberJson(const QString &file, const QuaZipFileInfo64 &member)
+// What @p json says about the archive, and @p member. Sizes have 64 bits in the format, and 53 in JSON, which is more than a package can have.
+QJsonObject memberJson(QJsonObject json, const QuaZipFileInfo64 &member)
 {
-    return {
-        {QStringLiteral("file"), file},
-        {QStringLiteral("path"), member.name},
-        {QStringLiteral("size"), qint64(member.uncompressedSize)},
-        {QStringLiteral("compressedSize"), qint64(member.compressedSize)},
-        {QStringLiteral("method"), methodName(member.method)},
-        {QStringLiteral("crc"), qint64(member.crc)},
-        {QStringLiteral("encrypted"), member.isEncrypted()},
-    };
+    json.insert(QStringLiteral("path"), member.name);
+    json.insert(QStringLiteral("size"), qint64(member.uncompressedSize));
+    json.insert(QStringLiteral("compressedSize"), qint64(member.compressedSize));
+    json.insert(QStringLiteral("method"), methodName(member.method));
+    json.insert(QStringLiteral("crc"), qint64(member.crc));
+    json.insert(QStringLiteral("encrypted"), member.isEncrypted());
+    return json;
 }
 
 } // namespace
@@ -74,28 +73,29 @@ void FilesCommand::addOptions(QCommandLineParser &parser) const
 
 int FilesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
-    const QString file = parser.positionalArguments().constFirst();
-    QuaZip archive(file);
+    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
+    QuaZip archive(file.pathForQt());
     // Opening a pipe would wait for somebody to write to it.
-    if (!QFileInfo(file).isFile() || !archive.open(QuaZip::mdUnzip)) {
-        Console::complain(file, QStringLiteral("could not open APK file"));
+    if (!QFileInfo(file.pathForQt()).isFile() || !archive.open(QuaZip::mdUnzip)) {
+        Console::complain(file.text(), QStringLiteral("could not open APK file"));
         return CannotRead;
     }
     int status = Success;
     int count = 0;
+    const QJsonObject fileJson = file.name().toJson();
     for (bool more = archive.goToFirstFile(); more; more = archive.goToNextFile(), ++count) {
         QuaZipFileInfo64 member;
         if (!archive.getCurrentFileInfo(&member))
             break;
         if (parser.isSet(m_json))
-            console.writeLine(memberJson(file, member));
+            console.writeLine(memberJson(fileJson, member));
         else
             console.write(memberLine(member, console.style()));
     }
     if (count < archive.getEntriesCount()) {
-        Console::complain(file, QStringLiteral("the archive's directory is damaged after %1 of %2 files")
-                                    .arg(count)
-                                    .arg(archive.getEntriesCount()));
+        Console::complain(file.text(), QStringLiteral("the archive's directory is damaged after %1 of %2 files")
+                                           .arg(count)
+                                           .arg(archive.getEntriesCount()));
         status = CannotRead;
     }
     return status;

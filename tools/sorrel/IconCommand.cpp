@@ -3,6 +3,7 @@
 
 #include "Console.h"
 #include "OutputFile.h"
+#include "PackageFile.h"
 #include "PngBytes.h"
 
 #include <SorrelKit/Package.h>
@@ -21,15 +22,15 @@ const Launcher *findLauncher(const QList<Launcher> &launchers, const QString &na
     return nullptr;
 }
 
-bool writeFile(const QString &path, const QByteArray &bytes)
+bool writeFile(const FileName &name, const QByteArray &bytes)
 {
-    OutputFile file(path);
+    OutputFile file(name);
     if (file.open()) {
         file.device()->write(bytes);
         if (file.commit())
             return true;
     }
-    Console::complain(path, file.errorString());
+    Console::complain(name.text(), file.errorString());
     return false;
 }
 
@@ -57,18 +58,18 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     if (options.size() > IconOptions::MaxSize)
         return Console::wrongUsage(QStringLiteral("Icons have at most %1 pixels a side.").arg(IconOptions::MaxSize),
                                    program);
-    const QString output = parser.value(m_output);
-    const bool isStandardOutput = output == QLatin1String("-");
+    const FileName output(parser.value(m_output));
+    const bool isStandardOutput = output.isDash();
     if (isStandardOutput && console.isTerminal())
         return Console::wrongUsage(QStringLiteral("A picture is not written to a terminal; '-o' names a file."),
                                    program);
 
-    const QString file = parser.positionalArguments().constFirst();
-    if (!isStandardOutput && OutputFile::wouldReplace(output, file))
+    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
+    if (!isStandardOutput && output.isSameFile(file.name()))
         return Console::wrongUsage(QStringLiteral("The picture would replace the package."), program);
-    const Package package(file);
+    const Package package(file.pathForQt());
     if (!package.isValid()) {
-        Console::complain(file, package.errorString());
+        Console::complain(file.text(), package.errorString());
         return CannotRead;
     }
     QString fault;
@@ -77,7 +78,7 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
         const QList<Launcher> launchers = package.launchers();
         const Launcher *launcher = findLauncher(launchers, parser.value(m_launcher));
         if (launcher == nullptr) {
-            Console::complain(file, QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
+            Console::complain(file.text(), QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
             return CannotRead;
         }
         picture = launcher->icon(options.size(), options.mask(), &fault);
@@ -85,11 +86,11 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
         picture = package.icon(options.size(), options.mask(), &fault);
     }
     if (picture.isNull()) {
-        Console::complain(file, fault.isEmpty() ? QStringLiteral("there is no icon") : fault);
+        Console::complain(file.text(), fault.isEmpty() ? QStringLiteral("there is no icon") : fault);
         return CannotRead;
     }
     if (!fault.isEmpty())
-        Console::complain(file, fault);
+        Console::complain(file.text(), fault);
     const QByteArray png = pngBytes(picture);
     if (!isStandardOutput)
         return writeFile(output, png) ? Success : CannotRead;

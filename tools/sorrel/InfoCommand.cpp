@@ -20,10 +20,11 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
     bool isFirst = true;
     ReportContent content;
     content.includesDisabled = parser.isSet(m_all);
-    for (const QString &file : parser.positionalArguments()) {
+    for (const QString &argument : parser.positionalArguments()) {
+        const FileName file(argument);
         const PackageReport report(file, content);
         if (report.failed()) {
-            Console::complain(file, report.errorText());
+            Console::complain(file.text(), report.errorText());
             status = CannotRead;
         }
         if (parser.isSet(m_json)) {

@@ -3,6 +3,7 @@
 
 #include "Console.h"
 #include "ManifestWriter.h"
+#include "PackageFile.h"
 
 #include <ApkFile.h>
 #include <SorrelKit/PackageNormalizer.h>
@@ -19,16 +20,16 @@ QString ManifestCommand::details() const
 
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const
 {
-    const QString file = parser.positionalArguments().constFirst();
-    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer(file).apkFile();
+    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
+    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer(file.pathForQt()).apkFile();
     const QDomDocument manifest = apk->getManifest();
     if (apk->getError() != 0) {
-        Console::complain(file, apk->getErrorString());
+        Console::complain(file.text(), apk->getErrorString());
         return CannotRead;
     }
     const QDomElement root = manifest.documentElement();
     if (root.isNull()) {
-        Console::complain(file, QStringLiteral("the manifest has no element"));
+        Console::complain(file.text(), QStringLiteral("the manifest has no element"));
         return CannotRead;
     }
     console.write(ManifestWriter::toXml(root));

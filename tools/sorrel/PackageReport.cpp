@@ -113,8 +113,8 @@ QJsonObject launcherToJson(const Launcher &launcher)
 
 } // namespace
 
-PackageReport::PackageReport(const QString &file, const ReportContent &content)
-    : m_file(file), m_content(content), m_package(file)
+PackageReport::PackageReport(const FileName &file, const ReportContent &content)
+    : m_file(file), m_content(content), m_package(m_file.pathForQt())
 {
     for (const Launcher &launcher : m_package.launchers()) {
         if (content.includesDisabled || launcher.isShown())
@@ -149,7 +149,7 @@ QString PackageReport::toText(const TextStyle &style) const
             add(QStringLiteral("    label ") + label.key(), label.value());
         add(QStringLiteral("    icons"), iconTexts(launcher.iconFiles()));
     }
-    return style.title(printableText(m_file)) + QLatin1Char('\n') + rowTexts(rows, style);
+    return style.title(printableText(m_file.text())) + QLatin1Char('\n') + rowTexts(rows, style);
 }
 
 QJsonObject PackageReport::toJson() const
@@ -157,35 +157,35 @@ QJsonObject PackageReport::toJson() const
     QJsonArray launchers;
     for (const Launcher &launcher : m_launchers)
         launchers.append(launcherToJson(launcher));
-    QJsonObject json{
-        {QStringLiteral("file"), m_file},
-        {QStringLiteral("error"), errorToJson(m_package.error(), errorText())},
-        {QStringLiteral("package"), m_package.packageName()},
-        // As a text: numbers in JSON have 53 bits.
-        {QStringLiteral("versionCode"), QString::number(m_package.versionCode())},
-        {QStringLiteral("versionName"), m_package.versionName()},
-        {QStringLiteral("minSdkVersion"), m_package.minSdkVersion()},
-        {QStringLiteral("targetSdkVersion"), m_package.targetSdkVersion()},
-        {QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissions())},
-        {QStringLiteral("features"), featuresToJson(m_package.features())},
-        {QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis())},
-        {QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits())},
-        {QStringLiteral("labels"), labelsToJson(m_package.labels())},
-        {QStringLiteral("launchers"), launchers},
-    };
+    QJsonObject json = m_file.name().toJson();
+    json.insert(QStringLiteral("error"), errorToJson(m_package.error(), errorText()));
+    json.insert(QStringLiteral("package"), m_package.packageName());
+    // As a text: numbers in JSON have 53 bits.
+    json.insert(QStringLiteral("versionCode"), QString::number(m_package.versionCode()));
+    json.insert(QStringLiteral("versionName"), m_package.versionName());
+    json.insert(QStringLiteral("minSdkVersion"), m_package.minSdkVersion());
+    json.insert(QStringLiteral("targetSdkVersion"), m_package.targetSdkVersion());
+    json.insert(QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissions()));
+    json.insert(QStringLiteral("features"), featuresToJson(m_package.features()));
+    json.insert(QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis()));
+    json.insert(QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits()));
+    json.insert(QStringLiteral("labels"), labelsToJson(m_package.labels()));
+    json.insert(QStringLiteral("launchers"), launchers);
     if (m_content.iconSize > 0) {
         const QImage icon = m_package.icon(m_content.iconSize, m_content.iconMask);
         json.insert(QStringLiteral("icon"), QString::fromLatin1(pngBytes(icon).toBase64()));
     }
     if (m_content.includesLint)
-        json.insert(QStringLiteral("lint"), PackageLint(m_file).toJson());
+        json.insert(QStringLiteral("lint"), PackageLint(m_file.pathForQt()).toJson());
     return json;
 }
 
-QJsonObject PackageReport::failure(const QString &file, int code, const QString &text)
+QJsonObject PackageReport::failure(const FileName &file, int code, const QString &text)
 {
-    QJsonObject json = PackageReport(QString(), {}).toJson();
-    json.insert(QStringLiteral("file"), file);
+    QJsonObject json = PackageReport(FileName(), {}).toJson();
+    const QJsonObject name = file.toJson();
+    for (auto member = name.begin(); member != name.end(); ++member)
+        json.insert(member.key(), member.value());
     json.insert(QStringLiteral("error"), errorToJson(code, text));
     return json;
 }

@@ -2,6 +2,7 @@
 #ifndef PACKAGEREPORT_H
 #define PACKAGEREPORT_H
 
+#include "PackageFile.h"
 #include "ReportContent.h"
 #include "TextStyle.h"
 
@@ -15,10 +16,10 @@
 class PackageReport
 {
 public:
-    PackageReport(const QString &file, const ReportContent &content);
+    PackageReport(const FileName &file, const ReportContent &content);
 
     /// What toJson() is for a package of which nothing is known but why it could not be read.
-    static QJsonObject failure(const QString &file, int code, const QString &text);
+    static QJsonObject failure(const FileName &file, int code, const QString &text);
 
     bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
     QString errorText() const { return m_package.errorString(); }
@@ -32,7 +33,7 @@ public:
     QJsonObject toJson() const;
 
 private:
-    QString m_file;
+    PackageFile m_file;
     ReportContent m_content;
     SorrelKit::Package m_package;
     QList<SorrelKit::Launcher> m_launchers;

@@ -178,8 +178,9 @@ QJsonObject ResourceReport::toJson(quint32 id) const
     QJsonArray values;
     for (const Resources::Value &value : m_resources.values(id))
         values.append(valueToJson(value));
-    return {{QStringLiteral("file"), m_file},
-            {QStringLiteral("id"), idText(id)},
-            {QStringLiteral("name"), m_resources.name(id)},
-            {QStringLiteral("values"), values}};
+    QJsonObject json = m_file.toJson();
+    json.insert(QStringLiteral("id"), idText(id));
+    json.insert(QStringLiteral("name"), m_resources.name(id));
+    json.insert(QStringLiteral("values"), values);
+    return json;
 }

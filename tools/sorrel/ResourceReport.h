@@ -2,6 +2,7 @@
 #ifndef RESOURCEREPORT_H
 #define RESOURCEREPORT_H
 
+#include "FileName.h"
 #include "TextStyle.h"
 
 #include <SorrelKit/Resources.h>
@@ -14,7 +15,7 @@ class ResourceReport
 {
 public:
     /// The resources of @p package, whose file is called @p file.
-    ResourceReport(const QString &file, const SorrelKit::Package &package) : m_file(file), m_resources(package) {}
+    ResourceReport(const FileName &file, const SorrelKit::Package &package) : m_file(file), m_resources(package) {}
 
     const SorrelKit::Resources &resources() const { return m_resources; }
 
@@ -32,7 +33,7 @@ public:
 private:
     static constexpr int MaxNameWidth = 40;
 
-    QString m_file;
+    FileName m_file;
     SorrelKit::Resources m_resources;
 };
 

@@ -2,6 +2,7 @@
 #include "ResourcesCommand.h"
 
 #include "Console.h"
+#include "PackageFile.h"
 #include "ResourceReport.h"
 
 #include <utility>
@@ -31,19 +32,19 @@ void ResourcesCommand::addOptions(QCommandLineParser &parser) const
 int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const QStringList arguments = parser.positionalArguments();
-    const QString &file = arguments.constFirst();
-    const Package package(file);
-    const ResourceReport report(file, package);
+    const PackageFile file{FileName(arguments.constFirst())};
+    const Package package(file.pathForQt());
+    const ResourceReport report(file.name(), package);
     int status = Success;
     if (package.error() != Package::NoError) {
-        Console::complain(file, package.errorString());
+        Console::complain(file.text(), package.errorString());
         status = CannotRead;
     }
     QVector<quint32> ids;
     if (arguments.size() > 1) {
         ids.append(report.resources().find(arguments.at(1)));
         if (ids.constFirst() == 0) {
-            Console::complain(file, QStringLiteral("no resource %1").arg(arguments.at(1)));
+            Console::complain(file.text(), QStringLiteral("no resource %1").arg(arguments.at(1)));
             return CannotRead;
         }
     } else {
@@ -60,7 +61,8 @@ int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) co
                                  : report.toText(id, console.style()));
     }
     if (!report.resources().isComplete()) {
-        Console::complain(file, QStringLiteral("there are too many resources, or too long ones; some are left out"));
+        Console::complain(file.text(),
+                          QStringLiteral("there are too many resources, or too long ones; some are left out"));
         status = CannotRead;
     }
     return status;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Arguments.h"
 #include "CatalogCommand.h"
 #include "Console.h"
 #include "DesktopCommand.h"
@@ -47,14 +48,6 @@ const Command *findCommand(const Commands &commands, const QString &name)
             return command.get();
     }
     return nullptr;
-}
-
-QStringList argumentTexts(int argc, char *argv[])
-{
-    QStringList texts;
-    for (int i = 0; i < argc; ++i)
-        texts.append(QString::fromLocal8Bit(argv[i]));
-    return texts;
 }
 
 QString overview(const Commands &commands)

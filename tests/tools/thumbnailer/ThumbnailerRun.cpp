@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ThumbnailerRun.h"
 
+#include "Tool.h"
+
 #include <QProcess>
 
 #include <fstream>
@@ -9,19 +11,6 @@
 #include <dirent.h>
 
 using namespace fixture;
-
-namespace {
-
-// A word of Bash that stands for these bytes: QProcess takes arguments as text.
-QString word(const QString &argument)
-{
-    QString text;
-    for (const char byte : argument.toLatin1())
-        text += QStringLiteral("\\x%1").arg(quint8(byte), 2, 16, QLatin1Char('0'));
-    return QStringLiteral("$'%1'").arg(text);
-}
-
-} // namespace
 
 Run ThumbnailerRun::run(const QStringList &arguments, const char *locale) const
 {
@@ -96,9 +85,10 @@ Run ThumbnailerRun::start(const QString &program, const QStringList &arguments, 
     process.setProcessEnvironment(environment);
     process.setWorkingDirectory(path());
     process.setStandardInputFile(QProcess::nullDevice());
-    QStringList words{QStringLiteral("exec env LC_ALL=%1").arg(QString::fromLatin1(locale)), word(program)};
+    QStringList words{QStringLiteral("exec env LC_ALL=%1").arg(QString::fromLatin1(locale)),
+                      shellWord(program.toLatin1())};
     for (const QString &argument : arguments)
-        words.append(word(argument));
+        words.append(shellWord(argument.toLatin1()));
     process.start(QStringLiteral("bash"), {QStringLiteral("-c"), words.join(QLatin1Char(' '))});
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};

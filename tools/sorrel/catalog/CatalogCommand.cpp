@@ -6,7 +6,6 @@
 #include "OutputFile.h"
 #include "PackageScan.h"
 
-#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <algorithm>
@@ -43,8 +42,8 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     IconOptions icon(m_icon);
     if (!icon.readShape(parser))
         return Console::wrongUsage(icon.errorText(), program);
-    const QString output = parser.value(m_output);
-    if (output.isEmpty())
+    const FileName output(parser.value(m_output));
+    if (output.path().isEmpty())
         return Console::wrongUsage(QStringLiteral("'-o' has to name the page's file."), program);
     ReportContent content;
     content.iconSize = IconSize;
@@ -52,13 +51,13 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.includesLint = true;
     PackageScan scan(options, content);
     scan.add(parser.positionalArguments());
-    const auto isReplaced = [&](const QString &path) { return OutputFile::wouldReplace(output, path); };
-    if (QFileInfo::exists(output) && std::any_of(scan.paths().cbegin(), scan.paths().cend(), isReplaced))
+    const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };
+    if (std::any_of(scan.files().cbegin(), scan.files().cend(), isReplaced))
         return Console::wrongUsage(QStringLiteral("The page would replace a package."), program);
 
     OutputFile file(output);
     if (!file.open()) {
-        Console::complain(output, file.errorString());
+        Console::complain(output.text(), file.errorString());
         return CannotRead;
     }
     CatalogPage page(file.device(), parser.value(m_title));
@@ -68,6 +67,6 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     });
     if (page.finish() && file.commit())
         return status;
-    Console::complain(output, file.errorString());
+    Console::complain(output.text(), file.errorString());
     return CannotRead;
 }

@@ -4,6 +4,7 @@
 #include "Console.h"
 #include "ExecTemplate.h"
 #include "LauncherInstaller.h"
+#include "PackageFile.h"
 
 #include <SorrelKit/Package.h>
 
@@ -66,18 +67,23 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
     if (!options.readShape(parser))
         return Console::wrongUsage(options.errorText(), program);
 
-    const QString file = parser.positionalArguments().constFirst();
-    const Package package(file);
+    const FileName output(parser.value(m_output));
+    if (output.forQt().isNull()) {
+        Console::complain(output.text(), FileName::notForQtText());
+        return CannotRead;
+    }
+    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
+    const Package package(file.pathForQt());
     QList<Launcher> launchers;
     int status = Success;
     // With a damaged table, good entries would be replaced by ones without labels and icons.
     if (package.error() == Package::NoError) {
         launchers = package.launchers();
     } else {
-        Console::complain(file, package.errorString());
+        Console::complain(file.text(), package.errorString());
         status = CannotRead;
     }
-    LauncherInstaller installer(file, parser.value(m_output), command);
+    LauncherInstaller installer(file.text(), parser.value(m_output), command);
     installer.setMask(options.mask());
     installer.setVersionCode(package.versionCode());
     QJsonArray entries;
@@ -93,7 +99,10 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
             console.write(toLines(files));
         }
     }
-    if (parser.isSet(m_json))
-        console.writeLine({{QStringLiteral("file"), file}, {QStringLiteral("entries"), entries}});
+    if (parser.isSet(m_json)) {
+        QJsonObject json = file.name().toJson();
+        json.insert(QStringLiteral("entries"), entries);
+        console.writeLine(json);
+    }
     return status;
 }

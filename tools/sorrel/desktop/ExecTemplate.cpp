@@ -76,7 +76,11 @@ QString faultOf(const QString &name, bool isFirst)
 
 ExecTemplate::ExecTemplate(const QString &text)
 {
-    split(text);
+    // A byte that is no UTF-8 is a half of a surrogate pair here, and there is no way to write it.
+    if (!text.isValidUtf16())
+        m_error = QStringLiteral("The command is not UTF-8.");
+    else
+        split(text);
     if (m_error.isEmpty())
         check();
 }

@@ -3,6 +3,7 @@
 
 #include "Console.h"
 #include "LintChecks.h"
+#include "PackageFile.h"
 #include "PackageLint.h"
 #include "PrintableText.h"
 
@@ -42,22 +43,21 @@ QString findingLine(const Finding &finding, const TextStyle &style)
            + printableText(finding.text) + style.faint(QStringLiteral(" (%1)").arg(finding.check)) + QLatin1Char('\n');
 }
 
-QString textOf(const QString &file, const PackageLint &lint, const TextStyle &style)
+QString textOf(const FileName &file, const PackageLint &lint, const TextStyle &style)
 {
-    QString text = style.title(printableText(file)) + QLatin1Char('\n');
+    QString text = style.title(printableText(file.text())) + QLatin1Char('\n');
     for (const Finding &finding : lint.findings())
         text += findingLine(finding, style);
     return lint.findings().isEmpty() ? text + QStringLiteral("  nothing odd\n") : text;
 }
 
-QJsonObject jsonOf(const QString &file, const PackageLint &lint)
+QJsonObject jsonOf(const FileName &file, const PackageLint &lint)
 {
-    return {
-        {QStringLiteral("file"), file},
-        {QStringLiteral("error"),
-         QJsonObject{{QStringLiteral("code"), lint.errorCode()}, {QStringLiteral("text"), lint.errorText()}}},
-        {QStringLiteral("lint"), lint.toJson()},
-    };
+    QJsonObject json = file.toJson();
+    json.insert(QStringLiteral("error"),
+                QJsonObject{{QStringLiteral("code"), lint.errorCode()}, {QStringLiteral("text"), lint.errorText()}});
+    json.insert(QStringLiteral("lint"), lint.toJson());
+    return json;
 }
 
 } // namespace
@@ -85,16 +85,17 @@ int LintCommand::run(const QCommandLineParser &parser, Console &console) const
         return Console::wrongUsage(QStringLiteral("A file is missing."), QStringLiteral("sorrel lint"));
     int status = Success;
     bool isFirst = true;
-    for (const QString &file : files) {
-        const PackageLint lint(file);
+    for (const QString &argument : files) {
+        const PackageFile file{FileName(argument)};
+        const PackageLint lint(file.pathForQt());
         if (lint.failed()) {
-            Console::complain(file, lint.errorText());
+            Console::complain(file.text(), lint.errorText());
             status = CannotRead;
         }
         if (parser.isSet(m_json)) {
-            console.writeLine(jsonOf(file, lint));
+            console.writeLine(jsonOf(file.name(), lint));
         } else if (!lint.failed() || !lint.findings().isEmpty()) {
-            console.write((isFirst ? QString() : QStringLiteral("\n")) + textOf(file, lint, console.style()));
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + textOf(file.name(), lint, console.style()));
             isFirst = false;
         }
         console.flush();

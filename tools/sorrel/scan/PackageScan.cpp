@@ -4,7 +4,6 @@
 #include "Command.h"
 #include "Console.h"
 #include "JsonText.h"
-#include "PackagePaths.h"
 #include "PackageReport.h"
 #include "ProgressBar.h"
 #include "WorkerPool.h"
@@ -35,26 +34,26 @@ void PackageScan::add(const QStringList &arguments)
         if (argument == QLatin1String("-"))
             paths.addList(stdin, m_options.separator());
         else
-            paths.add(argument);
+            paths.add(FileName(argument));
     }
-    m_paths += paths.paths();
-    m_unreadable += paths.unreadable();
+    m_files += paths.files();
+    m_faults += paths.faults();
 }
 
 int PackageScan::run(bool isOrdered, const Take &take) const
 {
     int status = Success;
-    for (const QString &directory : m_unreadable) {
-        Console::complain(directory, QStringLiteral("the directory cannot be read"));
+    for (const PackagePaths::Fault &fault : m_faults) {
+        Console::complain(fault.name.text(), fault.text);
         status = CannotRead;
     }
     WorkerPool pool(WorkerCommand::commandLine(m_content, m_options.limits()), m_options.jobs());
-    ProgressBar progress(int(m_paths.size()), m_options.showsProgress());
+    ProgressBar progress(int(m_files.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;
     int done = 0;
     const auto deliver = [&](const WorkerPool::Outcome &outcome) {
-        const QString file = m_paths.at(outcome.index);
+        const FileName file = m_files.at(outcome.index);
         QByteArray report = outcome.report;
         if (report.isEmpty()) {
             const auto code = ScanError::Code(outcome.errorCode);
@@ -62,7 +61,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         }
         progress.clear();
         if (outcome.errorCode != 0) {
-            Console::complain(file, complaint(report));
+            Console::complain(file.text(), complaint(report));
             status = CannotRead;
         }
         waiting.insert(isOrdered ? outcome.index : next, report);
@@ -73,7 +72,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         return goesOn;
     };
     const int window = isOrdered ? WindowPerJob * m_options.jobs() : std::numeric_limits<int>::max();
-    if (!pool.run(m_paths, deliver, window)) {
+    if (!pool.run(m_files, deliver, window)) {
         progress.clear();
         Console::complain(QStringLiteral("workers"), pool.errorText());
         status = CannotRead;

@@ -2,12 +2,14 @@
 #ifndef PACKAGESCAN_H
 #define PACKAGESCAN_H
 
+#include "PackagePaths.h"
 #include "ReportContent.h"
 #include "ScanOptions.h"
 
 #include <QByteArray>
 #include <QJsonObject>
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
 
@@ -25,7 +27,7 @@ public:
      * standard input.
      */
     void add(const QStringList &arguments);
-    const QStringList &paths() const { return m_paths; }
+    const QVector<FileName> &files() const { return m_files; }
 
     /**
      * Reads the packages, and hands over a report of each: in the order in which they were added when @p isOrdered, and
@@ -36,8 +38,8 @@ public:
 private:
     const ScanOptions &m_options;
     const ReportContent m_content;
-    QStringList m_paths;
-    QStringList m_unreadable;
+    QVector<FileName> m_files;
+    QVector<PackagePaths::Fault> m_faults;
 };
 
 #endif

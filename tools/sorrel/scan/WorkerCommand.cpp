@@ -6,8 +6,6 @@
 #include "PackageReport.h"
 #include "ScanError.h"
 
-#include <QFile>
-
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -79,7 +77,7 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
     char *line = nullptr;
     size_t capacity = 0;
     while (status == Success && getdelim(&line, &capacity, '\0', stdin) > 0) {
-        const QString file = QFile::decodeName(line);
+        const FileName file{QByteArray(line)};
         setAlarm(limits.seconds);
         QByteArray reply;
         try {

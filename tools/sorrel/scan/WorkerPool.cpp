@@ -2,7 +2,6 @@
 #include "WorkerPool.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QProcess>
 
 #include <csignal>
@@ -35,16 +34,16 @@ WorkerPool::~WorkerPool()
     }
 }
 
-bool WorkerPool::run(const QStringList &paths, const Deliver &deliver, int window)
+bool WorkerPool::run(const QVector<FileName> &files, const Deliver &deliver, int window)
 {
-    m_paths = paths;
+    m_files = files;
     m_deliver = deliver;
     m_window = window;
     m_next = m_oldest = m_done = 0;
-    m_isDone.assign(size_t(paths.size()), false);
+    m_isDone.assign(size_t(files.size()), false);
     m_error.clear();
     handOut();
-    if (m_done < paths.size() && m_error.isEmpty())
+    if (m_done < files.size() && m_error.isEmpty())
         m_loop.exec();
     return m_error.isEmpty();
 }
@@ -52,7 +51,7 @@ bool WorkerPool::run(const QStringList &paths, const Deliver &deliver, int windo
 void WorkerPool::handOut()
 {
     for (Worker &worker : m_workers) {
-        if (worker.index >= 0 || m_next >= m_paths.size() || m_next - m_oldest >= m_window)
+        if (worker.index >= 0 || m_next >= m_files.size() || m_next - m_oldest >= m_window)
             continue;
         if (worker.process == nullptr)
             start(worker);
@@ -60,7 +59,7 @@ void WorkerPool::handOut()
             return;
         worker.index = m_next++;
         worker.answer.clear();
-        worker.process->write(QFile::encodeName(m_paths.at(worker.index)) + '\0');
+        worker.process->write(m_files.at(worker.index).path() + '\0');
     }
 }
 
@@ -133,11 +132,11 @@ void WorkerPool::deliver(Worker &worker, int errorCode, const QByteArray &report
     worker.answer.clear();
     m_isDone[size_t(outcome.index)] = true;
     ++m_done;
-    while (m_oldest < m_paths.size() && m_isDone[size_t(m_oldest)])
+    while (m_oldest < m_files.size() && m_isDone[size_t(m_oldest)])
         ++m_oldest;
     if (!m_deliver(outcome))
-        m_paths = m_paths.mid(0, m_next);
-    if (m_done == m_paths.size())
+        m_files = m_files.mid(0, m_next);
+    if (m_done == m_files.size())
         m_loop.quit();
     else
         handOut();

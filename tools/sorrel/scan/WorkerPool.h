@@ -2,11 +2,13 @@
 #ifndef WORKERPOOL_H
 #define WORKERPOOL_H
 
+#include "FileName.h"
 #include "ScanError.h"
 
 #include <QByteArray>
 #include <QEventLoop>
 #include <QStringList>
+#include <QVector>
 
 #include <functional>
 #include <limits>
@@ -29,7 +31,7 @@ public:
 
     /// What became of a file: its answer, without the line's end, or why there is none.
     struct Outcome {
-        int index = 0;     ///< of the path
+        int index = 0;     ///< of the file
         int errorCode = 0; ///< that of the report, or a ScanError::Code
         QByteArray report; ///< as JSON; empty when the process gave none
     };
@@ -41,19 +43,20 @@ public:
     ~WorkerPool();
 
     /**
-     * Has each of @p paths read, and hands over each outcome as it comes, until that is no longer wanted. At most @p window files are begun before the
-     * first one that is not done, so that a caller who puts outcomes in order keeps no more.
+     * Has each of @p files read, and hands over each outcome as it comes, until that is no longer wanted. At most @p
+     * window files are begun before the first one that is not done, so that a caller who puts outcomes in order keeps no
+     * more.
      *
      * False when processes cannot be started, and errorText() tells why.
      */
-    bool run(const QStringList &paths, const Deliver &deliver, int window = std::numeric_limits<int>::max());
+    bool run(const QVector<FileName> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
 
     QString errorText() const { return m_error; }
 
 private:
     struct Worker {
         std::unique_ptr<QProcess> process;
-        int index = -1; ///< of the path that it reads; -1 for none
+        int index = -1; ///< of the file that it reads; -1 for none
         QByteArray answer;
     };
 
@@ -67,11 +70,11 @@ private:
 
     const QStringList m_arguments;
     std::vector<Worker> m_workers;
-    QStringList m_paths;
+    QVector<FileName> m_files;
     Deliver m_deliver;
     int m_window = 0;
-    int m_next = 0;   ///< index of the next path to hand out
-    int m_oldest = 0; ///< index of the first path that is not done
+    int m_next = 0;   ///< index of the next file to hand out
+    int m_oldest = 0; ///< index of the first file that is not done
     int m_done = 0;
     std::vector<bool> m_isDone; ///< by index
     QString m_error;
