@@ -28,6 +28,8 @@ constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
 constexpr bool canLimitMemory = true;
 #endif
 
+constexpr int WatchdogMs = 60000;
+
 QByteArray manifest(const QString &name, int activities = 1)
 {
     XmlBuilder builder = XmlBuilder::manifest();
@@ -91,6 +93,17 @@ QStringList packageNames(const QByteArray &output)
     return names;
 }
 
+// A process that has ended may stay as a zombie, when nobody asks how it ended.
+bool isRunning(pid_t process)
+{
+    QFile file(QStringLiteral("/proc/%1/stat").arg(process));
+    if (!file.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray stat = file.readAll();
+    const QByteArray state = stat.mid(stat.lastIndexOf(')') + 2, 1);
+    return !state.isEmpty() && state != "Z" && state != "X";
+}
+
 QList<qint64> childrenOf(qint64 process)
 {
     QFile file(QStringLiteral("/proc/%1/task/%1/children").arg(process));
@@ -130,6 +143,9 @@ private slots:
     void aFileThatTakesTooLongCostsItself();
     void aFileThatTakesTooMuchMemoryCostsItself();
     void aWorkerThatDiesCostsItsFile();
+    void workersEndWithTheScan_data();
+    void workersEndWithTheScan();
+    void aWorkerWhoseParentIsGoneReadsNothing();
     void aReaderThatGoesAwayEndsTheScan();
     void outputThatCannotBeWritten();
 
@@ -493,6 +509,54 @@ void TestScanCommand::aWorkerThatDiesCostsItsFile()
     QVERIFY(died <= killed);
     QCOMPARE(scan.readAllStandardError(),
              ("sorrel: " + file.toUtf8() + ": the process that read it died\n").repeated(died));
+}
+
+void TestScanCommand::workersEndWithTheScan_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("TERM") << SIGTERM;
+    QTest::newRow("HUP") << SIGHUP;
+    QTest::newRow("INT") << SIGINT;
+    QTest::newRow("KILL") << SIGKILL;
+}
+
+void TestScanCommand::workersEndWithTheScan()
+{
+    QFETCH(int, signal);
+    const QString file =
+        write(QStringLiteral("left.apk"), package(emptyTable(), manifest(QStringLiteral("org.left"), 200)));
+    QProcess scan;
+    scan.start(QStringLiteral("sorrel"), {QStringLiteral("scan"), QStringLiteral("-j1"), QStringLiteral("-")});
+    scan.write((file.toUtf8() + '\n').repeated(100000));
+    scan.closeWriteChannel();
+    QVERIFY(scan.waitForReadyRead());
+    const QList<qint64> workers = childrenOf(scan.processId());
+    QCOMPARE(workers.size(), 1);
+    const auto worker = pid_t(workers.constFirst());
+    // Stopped, it does not end by itself, as it would not with a file that takes without end.
+    QCOMPARE(kill(worker, SIGSTOP), 0);
+    QCOMPARE(kill(pid_t(scan.processId()), signal), 0);
+    QVERIFY(scan.waitForFinished());
+    const bool isGone = QTest::qWaitFor([=] { return !isRunning(worker); }, WatchdogMs);
+    if (!isGone)
+        kill(worker, SIGKILL);
+    QVERIFY(isGone);
+}
+
+// The parent may end before the worker asks the kernel to be ended with it.
+void TestScanCommand::aWorkerWhoseParentIsGoneReadsNothing()
+{
+    const QString file = write(QStringLiteral("orphan.apk"), good(QStringLiteral("org.orphan")));
+    QStringList worker{QStringLiteral("worker"), QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0"),
+                       QStringLiteral("0"),      QStringLiteral("0"), QStringLiteral("0")};
+    ToolSetting setting;
+    setting.input = file.toUtf8() + '\0';
+    const ToolRun orphan = runSorrel(worker + QStringList(QStringLiteral("1")), setting);
+    QCOMPARE(orphan.status, 1);
+    QCOMPARE(orphan.output, QByteArray());
+    const ToolRun child = runSorrel(worker + QStringList(QString::number(QCoreApplication::applicationPid())), setting);
+    QCOMPARE(child.status, 0);
+    QVERIFY(child.output.startsWith("0 {"));
 }
 
 void TestScanCommand::aReaderThatGoesAwayEndsTheScan()

@@ -4,33 +4,16 @@
 #include "Console.h"
 #include "JsonText.h"
 #include "PackageReport.h"
+#include "ProcessLimits.h"
 #include "ScanError.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <new>
-#include <sys/resource.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 namespace {
-
-// Sanitizers keep as much data again, and more, beside what the program has.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool canLimitMemory = false;
-#elif defined(__has_feature)
-constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool canLimitMemory = true;
-#endif
-
-void limitMemory(qint64 bytes)
-{
-    rlimit limit{};
-    if (!canLimitMemory || getrlimit(RLIMIT_DATA, &limit) != 0)
-        return;
-    limit.rlim_cur = bytes > 0 ? qMin(rlim_t(bytes), limit.rlim_max) : limit.rlim_max;
-    setrlimit(RLIMIT_DATA, &limit);
-}
 
 // An alarm that nobody handles ends the process, wherever it is.
 void setAlarm(double seconds)
@@ -59,6 +42,7 @@ QStringList WorkerCommand::commandLine(const ReportContent &content, const Limit
         QString::number(content.includesLint ? 1 : 0),
         QString::number(limits.memory),
         QString::number(limits.seconds),
+        QString::number(getpid()),
     };
 }
 
@@ -72,7 +56,9 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
     content.includesLint = arguments.at(3).toInt() != 0;
     const Limits limits{arguments.at(4).toLongLong(), arguments.at(5).toDouble()};
 
-    limitMemory(limits.memory);
+    if (!ProcessLimits::endWithParent(pid_t(arguments.at(6).toInt())))
+        return CannotRead;
+    ProcessLimits::limitMemory(limits.memory);
     int status = Success;
     char *line = nullptr;
     size_t capacity = 0;
@@ -83,7 +69,7 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
         try {
             reply = answer(PackageReport(file, content).toJson());
         } catch (const std::bad_alloc &) {
-            limitMemory(0);
+            ProcessLimits::limitMemory(0);
             reply = answer(
                 PackageReport::failure(file, ScanError::TooMuchMemory, ScanError::text(ScanError::TooMuchMemory)));
             status = CannotRead;
