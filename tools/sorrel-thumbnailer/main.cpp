@@ -3,6 +3,7 @@
 #include "PackageFile.h"
 #include "PngFile.h"
 #include "PrintableText.h"
+#include "ProcessLimits.h"
 #include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
 
@@ -11,6 +12,7 @@
 #include <QCoreApplication>
 
 #include <cstdio>
+#include <new>
 
 using SorrelKit::Package;
 
@@ -22,9 +24,18 @@ enum ExitStatus : int {
     WrongUsage = 2,
 };
 
+/// Far above what a package takes whose icon is worth waiting for; a package that was made to do harm may take any.
+constexpr int MaxProcessorSeconds = 60;
+constexpr qint64 MaxMemoryBytes = qint64(1024) << 20;
+
+QByteArray errorLine(const QString &text)
+{
+    return "sorrel-thumbnailer: " + printableText(text).toUtf8() + '\n';
+}
+
 void printError(const QString &text)
 {
-    std::fprintf(stderr, "sorrel-thumbnailer: %s\n", printableText(text).toUtf8().constData());
+    std::fputs(errorLine(text).constData(), stderr);
 }
 
 int fail(const QString &name, const QString &text)
@@ -59,10 +70,26 @@ int writeThumbnail(const ThumbnailerOptions &options)
     const QByteArray png = PngFile::fromImage(icon);
     if (png.isEmpty())
         return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
+    // From here on nothing depends on the package, and what is begun shall be whole.
+    ProcessLimits::allowMoreProcessorTime();
     ThumbnailFile output(options.output().path());
     if (isFile ? output.write(png) : output.writeToStandardOutput(png))
         return Success;
     return fail(isFile ? options.output().text() : QStringLiteral("standard output"), output.errorString());
+}
+
+int writeThumbnailWithinLimits(const ThumbnailerOptions &options)
+{
+    const QString name = options.input().text();
+    const QByteArray tooMuchTime = errorLine(QStringLiteral("%1: reading took too long").arg(name));
+    ProcessLimits::limitProcessorTime(MaxProcessorSeconds, tooMuchTime, Failure);
+    ProcessLimits::limitMemory(MaxMemoryBytes);
+    try {
+        return writeThumbnail(options);
+    } catch (const std::bad_alloc &) {
+        ProcessLimits::limitMemory(0);
+        return fail(name, QStringLiteral("reading took too much memory"));
+    }
 }
 
 // Standard error is for one line; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
@@ -91,5 +118,5 @@ int main(int argc, char *argv[])
             options.showVersion();
         options.showHelp();
     }
-    return writeThumbnail(options);
+    return writeThumbnailWithinLimits(options);
 }

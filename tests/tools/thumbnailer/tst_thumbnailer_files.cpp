@@ -16,6 +16,23 @@ QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
+// Lines of Bash that wait until $thumbnailer is where it writes, from where on it ignores SIGXCPU.
+QString waitUntilItWrites()
+{
+    return latin(
+        "until (( 0x$(awk '/^SigIgn/ { print $2 }' /proc/$thumbnailer/status || echo 0) & 1 << $(kill -l XCPU) - 1 ))\n"
+        "do kill -0 $thumbnailer || exit 100; sleep 0.01; done\n");
+}
+
+// Sanitizers keep more data beside what the program has, so that its memory is not limited.
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool canLimitMemory = false;
+#elif defined(__has_feature)
+constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
+#else
+constexpr bool canLimitMemory = true;
+#endif
+
 } // namespace
 
 class TestThumbnailerFiles : public QObject
@@ -36,6 +53,10 @@ private slots:
     void partOfAFileIsRemoved();
     void partOfAFileThatWasThereIsRemoved();
     void standardOutputThatCannotBeWritten();
+    void limitsOfTimeAndMemory();
+    void tooMuchTime();
+    void tooMuchTimeWhileWriting();
+    void tooMuchMemory();
     void names_data();
     void names();
     void namesAreShownWithoutControlCharacters();
@@ -222,6 +243,63 @@ void TestThumbnailerFiles::standardOutputThatCannotBeWritten()
     QCOMPARE(closed.status, 1);
     QVERIFY(closed.errors.startsWith("sorrel-thumbnailer: standard output: "));
     QCOMPARE(closed.errors.count('\n'), 1);
+}
+
+// Without a reader of the pipe, the program waits where it writes.
+void TestThumbnailerFiles::limitsOfTimeAndMemory()
+{
+    const ThumbnailerRun place;
+    place.write(latin("a.apk"), ThumbnailerRun::iconPackage());
+    const Run result =
+        place.shell(latin("mkfifo icon.png; sorrel-thumbnailer a.apk icon.png & thumbnailer=$!\n") + waitUntilItWrites()
+                    + latin("awk '/^Max (cpu time|data size)/ { print $4 }' /proc/$thumbnailer/limits\n"
+                            "cat icon.png >/dev/null; wait $thumbnailer"));
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    const QByteArray memory = canLimitMemory ? QByteArray::number(1 << 30) : "unlimited";
+    QCOMPARE(result.output, "60\n" + memory + '\n');
+}
+
+// The kernel's signal comes at the program's first step: it was sent before the program took the place of another one, which
+// had blocked it.
+void TestThumbnailerFiles::tooMuchTime()
+{
+    const ThumbnailerRun place;
+    place.write(latin("a\x1b.apk"), ThumbnailerRun::iconPackage());
+    const QString script = latin("exec python3 -c \"import os, signal\n"
+                                 "signal.pthread_sigmask(signal.SIG_BLOCK, [signal.SIGXCPU])\n"
+                                 "os.kill(os.getpid(), signal.SIGXCPU)\n"
+                                 "os.execvp('sorrel-thumbnailer', ['sorrel-thumbnailer', 'a\x1b.apk', 'icon.png'])\"");
+    const Run result = place.shell(script);
+    QCOMPARE(result.errors, QByteArray("sorrel-thumbnailer: a\xef\xbf\xbd.apk: reading took too long\n"));
+    QCOMPARE(result.status, 1);
+    QCOMPARE(place.files(), QStringList{latin("a\x1b.apk")});
+}
+
+void TestThumbnailerFiles::tooMuchTimeWhileWriting()
+{
+    const ThumbnailerRun place;
+    place.write(latin("a.apk"), ThumbnailerRun::iconPackage());
+    const Run result =
+        place.shell(latin("mkfifo icon.png; sorrel-thumbnailer a.apk icon.png & thumbnailer=$!\n") + waitUntilItWrites()
+                    + latin("kill -XCPU $thumbnailer; cat icon.png; wait $thumbnailer"));
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.output, place.run({latin("a.apk"), latin("-")}).output);
+}
+
+void TestThumbnailerFiles::tooMuchMemory()
+{
+    if (!canLimitMemory)
+        QSKIP("a program with a sanitizer in it has no limit of memory", "the macro wants a second argument");
+    const ThumbnailerRun place;
+    // The table inflates to a thousand times its size.
+    place.write(latin("large.apk"), package(QByteArray(100 << 20, '\0'), smallManifest()));
+    // A limit that is lower already stays.
+    const Run result = place.shell(latin("ulimit -S -d 65536; sorrel-thumbnailer large.apk icon.png"));
+    QCOMPARE(result.errors, QByteArray("sorrel-thumbnailer: large.apk: reading took too much memory\n"));
+    QCOMPARE(result.status, 1);
+    QCOMPARE(place.files(), QStringList{latin("large.apk")});
 }
 
 void TestThumbnailerFiles::names_data()
