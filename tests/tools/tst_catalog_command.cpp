@@ -38,6 +38,7 @@ class TestCatalogCommand : public QObject
 private slots:
     void aPageOfAllPackages();
     void packagesThatCannotBeReadAreOnItToo();
+    void packagesWhoseNamesAreNoTextAreOnItToo();
     void theSamePageEachTime();
     void whatIsHostileStaysText();
     void aPackageIsNotReplacedByThePage();
@@ -97,6 +98,21 @@ void TestCatalogCommand::packagesThatCannotBeReadAreOnItToo()
     const QByteArray html = contentOf(page());
     QVERIFY(html.contains("could not open APK file"));
     QVERIFY(html.contains("org.good"));
+}
+
+void TestCatalogCommand::packagesWhoseNamesAreNoTextAreOnItToo()
+{
+    write(QStringLiteral("bytes/a"), good(QStringLiteral("org.bytes"), QStringLiteral("Bytes")));
+    ToolSetting setting;
+    setting.directory = m_directory.filePath(QStringLiteral("bytes"));
+    const ToolRun result =
+        runShell(QStringLiteral("mkdir shelf; cp a shelf/$'\\xff.apk'; sorrel catalog -o page.html shelf; rm -r shelf"),
+                 setting);
+    QCOMPARE(result.errors, QByteArray());
+    const QByteArray html = contentOf(m_directory.filePath(QStringLiteral("bytes/page.html")));
+    QVERIFY(html.contains("org.bytes"));
+    QVERIFY(html.contains("title=\"shelf/\xef\xbf\xbd.apk\""));
+    QVERIFY(html.contains("1 package"));
 }
 
 void TestCatalogCommand::theSamePageEachTime()

@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <unistd.h>
+
 using namespace fixture;
 using SorrelKit::IconMask;
 using SorrelKit::Package;
@@ -213,8 +215,10 @@ void TestIconCommand::aPackageIsNotReplacedByItsIcon()
     const QByteArray bytes = twoLaunchers();
     const QString file = write(QStringLiteral("itself.apk"), bytes);
     const QString link = m_directory.filePath(QStringLiteral("link.png"));
+    const QString twin = m_directory.filePath(QStringLiteral("twin.png"));
     QVERIFY(QFile::link(file, link));
-    for (const QString &output : {file, link, m_directory.filePath(QStringLiteral("./itself.apk"))}) {
+    QCOMPARE(::link(file.toUtf8(), twin.toUtf8()), 0);
+    for (const QString &output : {file, link, twin, m_directory.filePath(QStringLiteral("./itself.apk"))}) {
         const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), output, file});
         QCOMPARE(result.status, 2);
         QVERIFY(result.errors.startsWith("sorrel: The picture would replace the package.\n"));
