@@ -310,7 +310,6 @@ void TestHostile::smallStackIsEnough()
     // A sanitizer takes several times the stack for the same functions.
     const Cost taken = costInThread([&] { load(bytes); }, isInstrumented() ? 8 * SmallStack : SmallStack);
     QVERIFY(taken.ended);
-    QVERIFY2(isInstrumented() || taken.seconds < Bounds::Seconds, qPrintable(QString::number(taken.seconds)));
 }
 
 void TestHostile::boundsHold_data()

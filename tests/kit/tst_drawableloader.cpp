@@ -2,7 +2,6 @@
 #include "AndroidAttributes.h"
 #include "Apk.h"
 #include "Bytes.h"
-#include "Cost.h"
 #include "DrawableFixture.h"
 #include "DrawableLoader.h"
 

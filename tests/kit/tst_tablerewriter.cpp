@@ -763,7 +763,6 @@ void TestTableRewriter::takesTheTableAndTheResult()
     constexpr qint64 ForOneType = 8 << 20;
     QVERIFY2(taken.memory < TableRewriter::MaxTableBytes + ForOneType, qPrintable(QString::number(taken.memory)));
     QVERIFY2(taken.memory > TableRewriter::MaxTableBytes / 2, "the table was not rewritten");
-    QVERIFY2(taken.seconds < 4, qPrintable(QString::number(taken.seconds)));
 }
 
 void TestTableRewriter::everyPrefixIsRefused()

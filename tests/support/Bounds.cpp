@@ -3,20 +3,25 @@
 
 namespace fixture {
 
+namespace {
+
+QString excessOf(const char *what, qint64 taken, double most)
+{
+    return double(taken) <= most
+               ? QString()
+               : QStringLiteral("%1 %2, and %3 at most. ").arg(taken).arg(QLatin1String(what)).arg(qint64(most));
+}
+
+} // namespace
+
 QString Bounds::excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize, qint64 fixedMemory)
 {
     if (!taken.ended)
         return QStringLiteral("did not come to its end");
-    if (isInstrumented())
-        return {};
-    const QString told = QStringLiteral("%1 s, %2 MiB for %3 bytes that are %4 inflated")
-                             .arg(taken.seconds)
-                             .arg(taken.memory >> 20)
-                             .arg(fileSize)
-                             .arg(inflatedSize);
-    const bool isQuick = taken.seconds < Seconds * qMax(1.0, double(fileSize) / (1 << 20));
-    const bool isSmall = taken.memory < fixedMemory + MemoryPerByte * inflatedSize;
-    return isQuick && isSmall ? QString() : told;
+    const double sizes = qMax(1.0, double(fileSize) / (1 << 20));
+    return excessOf("bytes of memory", taken.memory, double(fixedMemory + MemoryPerByte * inflatedSize))
+           + excessOf("bytes allocated", taken.allocated, sizes * double(Allocated))
+           + excessOf("blocks allocated", taken.allocations, sizes * double(Allocations));
 }
 
 } // namespace fixture

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Cost.h"
 
+#include "HeapCounter.h"
+
+#include <QCoreApplication>
 #include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTest>
 #include <QThread>
 
 #include <csignal>
-#include <malloc.h>
 #include <memory>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -15,49 +20,72 @@ namespace fixture {
 
 namespace {
 
-// Peak of resident memory in bytes, as the kernel keeps it for this process alone.
-qint64 peakMemory()
+constexpr rlim_t WatchdogSeconds = isInstrumented() ? 600 : 60;
+
+void startWatchdog()
 {
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        qFatal("no /proc/self/status");
-    for (const QByteArray &line : status.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).chopped(2).trimmed().toLongLong() * 1024;
-    }
-    qFatal("no VmHWM in /proc/self/status");
+    for (const int number : {SIGXCPU, SIGSEGV})
+        std::signal(number, SIG_DFL);
+    const rlimit limit{WatchdogSeconds, WatchdogSeconds};
+    if (setrlimit(RLIMIT_CPU, &limit) != 0)
+        _exit(1);
+}
+
+double seconds(const timeval &time)
+{
+    return double(time.tv_sec) + double(time.tv_usec) / 1e6;
+}
+
+void record(const Cost &cost, const rusage &usage)
+{
+    const QString path = qEnvironmentVariable("SORREL_COSTS");
+    if (path.isEmpty())
+        return;
+    const QJsonObject line{
+        {QStringLiteral("program"), QCoreApplication::applicationName()},
+        {QStringLiteral("test"), QLatin1String(QTest::currentTestFunction())},
+        {QStringLiteral("row"), QString::fromUtf8(QTest::currentDataTag())},
+        {QStringLiteral("ended"), cost.ended},
+        {QStringLiteral("memory"), cost.memory},
+        {QStringLiteral("allocated"), cost.allocated},
+        {QStringLiteral("allocations"), cost.allocations},
+        {QStringLiteral("seconds"), seconds(usage.ru_utime) + seconds(usage.ru_stime)},
+    };
+    QFile file(path);
+    if (!file.open(QIODevice::Append))
+        qFatal("%s cannot be written", qPrintable(path));
+    file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
 }
 
 } // namespace
 
-Cost cost(const std::function<void()> &function, unsigned limit)
+Cost cost(const std::function<void()> &function)
 {
-    // What has been freed in here would not count when it is used again in there.
-    malloc_trim(0);
     int ends[2];
     if (pipe(ends) != 0)
         qFatal("no pipe");
     const pid_t child = fork();
     if (child == 0) {
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-        std::signal(SIGALRM, SIG_DFL);
-        std::signal(SIGSEGV, SIG_DFL);
-        alarm(isInstrumented() ? 10 * limit : limit);
-        const qint64 before = peakMemory();
+        startWatchdog();
+        HeapCounter::forgetPeak();
+        const std::size_t used = HeapCounter::used();
+        const std::size_t allocated = HeapCounter::allocated();
+        const std::size_t allocations = HeapCounter::allocations();
         function();
-        const qint64 rise = peakMemory() - before;
-        _exit(write(ends[1], &rise, sizeof rise) == sizeof rise ? 0 : 1);
+        const Cost taken{true, qint64(HeapCounter::peak() - used), qint64(HeapCounter::allocated() - allocated),
+                         qint64(HeapCounter::allocations() - allocations)};
+        _exit(write(ends[1], &taken, sizeof taken) == sizeof taken ? 0 : 1);
     }
     close(ends[1]);
     Cost result;
-    const bool told = read(ends[0], &result.memory, sizeof result.memory) == sizeof result.memory;
+    const bool isComplete = read(ends[0], &result, sizeof result) == sizeof result;
     close(ends[0]);
     int status = 0;
     rusage usage = {};
     wait4(child, &status, 0, &usage);
-    result.ended = told && WIFEXITED(status) && WEXITSTATUS(status) == 0;
-    result.seconds = double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
-                     + double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    result.ended = isComplete && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    record(result, usage);
     return result;
 }
 

@@ -179,13 +179,11 @@ void TestPackageLint::boundsHold_data()
 void TestPackageLint::boundsHold()
 {
     QFETCH(QByteArray, bytes);
-    constexpr double MaxSeconds = 10;
     constexpr qint64 MaxMemory = qint64(256) << 20;
     const QString file = write(QStringLiteral("hostile.apk"), bytes);
     const Cost taken = cost([&] { PackageLint(file).toJson(); });
     QVERIFY(taken.ended);
-    const QString text = QStringLiteral("%1 s, %2 MiB").arg(taken.seconds).arg(taken.memory >> 20);
-    QVERIFY2(isInstrumented() || (taken.seconds < MaxSeconds && taken.memory < MaxMemory), qPrintable(text));
+    QVERIFY2(taken.memory < MaxMemory, qPrintable(QString::number(taken.memory)));
 }
 
 bool TestPackageLint::endsForAll(const std::function<QByteArray(int)> &bytesOf, int count) const

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <malloc.h>
 
-// The C library's own allocator, under the names by which it can be had when the usual ones are taken.
+// The C library's own allocator, which has these names besides the usual ones.
 extern "C" {
 void *__libc_malloc(std::size_t size);
 void *__libc_calloc(std::size_t count, std::size_t size);
@@ -18,18 +18,24 @@ namespace {
 
 std::atomic<std::size_t> usedBytes{0};
 std::atomic<std::size_t> peakBytes{0};
+std::atomic<std::size_t> allocatedBytes{0};
+std::atomic<std::size_t> allocatedBlocks{0};
 
+#if !SORREL_SANITIZED
 void *counted(void *block)
 {
     if (block == nullptr)
         return nullptr;
     const std::size_t size = malloc_usable_size(block);
+    allocatedBytes.fetch_add(size, std::memory_order_relaxed);
+    allocatedBlocks.fetch_add(1, std::memory_order_relaxed);
     const std::size_t now = usedBytes.fetch_add(size) + size;
     std::size_t peak = peakBytes.load();
     while (now > peak && !peakBytes.compare_exchange_weak(peak, now)) {
     }
     return block;
 }
+#endif
 
 } // namespace
 
@@ -48,6 +54,17 @@ void HeapCounter::forgetPeak()
     peakBytes.store(usedBytes.load());
 }
 
+std::size_t HeapCounter::allocated()
+{
+    return allocatedBytes.load();
+}
+
+std::size_t HeapCounter::allocations()
+{
+    return allocatedBlocks.load();
+}
+
+#if !SORREL_SANITIZED
 extern "C" {
 
 void *malloc(std::size_t size) noexcept
@@ -107,3 +124,4 @@ int posix_memalign(void **block, std::size_t alignment, std::size_t size) noexce
     return 0;
 }
 }
+#endif
