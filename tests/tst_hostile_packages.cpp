@@ -4,6 +4,7 @@
 #include "Bounds.h"
 #include "Bytes.h"
 #include "Devices.h"
+#include "Extractor.h"
 #include "IconLookup.h"
 #include "LauncherFinder.h"
 #include "LocaleLookup.h"
@@ -224,7 +225,8 @@ void TestHostilePackages::boundsHold_data()
     addRow("many members, none of them the icons", emptyTable(), launchers(Count, missing), members);
     addRow("many members, all of them icons", emptyTable(), launchers(Count, there), members);
 
-    addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(1 << 29, '\0')), smallManifest());
+    addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(int(Extractor::MaxBytes), '\0')),
+           smallManifest());
     const QByteArray none = chunk(0x7777).repeated(1 << 23);
     addRow("chunks of nothing, inflated: table", chunk(TableChunk, Bytes().u32(1).data(), none), smallManifest());
     addRow("chunks of nothing, inflated: document", emptyTable(), chunk(XmlDocumentChunk, QByteArray(), none));

@@ -10,6 +10,17 @@
 
 namespace fixture {
 
+namespace {
+
+// Deflating is the most that large fixtures take, and their packed size hardly matters.
+int levelFor(const QByteArray &content)
+{
+    constexpr int Large = 1 << 16;
+    return content.size() < Large ? Z_DEFAULT_COMPRESSION : Z_BEST_SPEED;
+}
+
+} // namespace
+
 QByteArray zip(const QVector<Member> &members, Compression compression)
 {
     const int method = compression == Compression::Deflated ? Z_DEFLATED : 0;
@@ -18,7 +29,9 @@ QByteArray zip(const QVector<Member> &members, Compression compression)
     bool good = archive.open(QuaZip::mdCreate);
     for (const Member &member : members) {
         QuaZipFile file(&archive);
-        good = good && file.open(QIODevice::WriteOnly, QuaZipNewInfo(member.name), nullptr, 0, method);
+        good = good
+               && file.open(QIODevice::WriteOnly, QuaZipNewInfo(member.name), nullptr, 0, method,
+                            levelFor(member.content));
         good = good && file.write(member.content) == member.content.size();
         file.close();
     }

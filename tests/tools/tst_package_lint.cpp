@@ -67,10 +67,11 @@ QByteArray launchersOfLargePictures()
     TypeBuilder type(DrawableType);
     QStringList paths;
     QVector<Member> pictures;
+    const QByteArray largePicture = blackPng(3000, 3000);
     for (int i = 0; i < Count; ++i) {
         paths.append(QStringLiteral("res/%1.png").arg(i));
         type.value(i, String, i);
-        pictures.append({paths.last(), blackPng(3000, 3000)});
+        pictures.append({paths.last(), largePicture});
     }
     const QByteArray table = TableBuilder().strings(paths).package(lintPackage().type(type)).build();
     XmlBuilder builder = XmlBuilder::manifest();
@@ -157,6 +158,7 @@ void TestPackageLint::boundsHold_data()
     QTest::addColumn<QByteArray>("bytes");
     constexpr int Launchers = 5000;
     constexpr int Chunks = 65000;
+    const QByteArray sparse = sparseTypes(50);
     for (const QString &attribute : {QStringLiteral("label"), QStringLiteral("icon")}) {
         const auto name = [&](const char *text) { return QByteArray(text) + ": " + qPrintable(attribute); };
         QTest::newRow(name("chain that every launcher starts elsewhere in"))
@@ -164,12 +166,12 @@ void TestPackageLint::boundsHold_data()
         QTest::newRow(name("the same, among chunks of no values"))
             << package(chain(Launchers, Chunks), launchersThatRefer(Launchers, attribute));
         QTest::newRow(name("sparse types that are full"))
-            << package(sparseTypes(200), launchersThatRefer(Launchers, attribute));
+            << package(sparse, launchersThatRefer(Launchers, attribute));
     }
     QTest::newRow("icons of large pictures") << launchersOfLargePictures();
     QTest::newRow("icon of itself") << iconOfItself();
-    QTest::newRow("manifest of nothing, inflated") << package(lintTable(), QByteArray(1 << 28, '\0'));
-    QTest::newRow("table of nothing, inflated") << package(QByteArray(1 << 28, '\0'), lintManifest());
+    QTest::newRow("manifest of nothing, inflated") << package(lintTable(), QByteArray(32 << 20, '\0'));
+    QTest::newRow("table of nothing, inflated") << package(QByteArray((128 << 20) + 1, '\0'), lintManifest());
     QTest::newRow("members that are all odd") << manyMembers("/../\\\033", 60000, 7);
     QTest::newRow("one member many times") << oneMemberManyTimes(1000);
     QTest::newRow("ends of archives") << rawZip(lintMembers()).repeated(20) + QByteArray("PK\5\6").repeated(16000);
