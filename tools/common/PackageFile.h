@@ -8,7 +8,7 @@
  * The file of a package, by a name of any bytes.
  *
  * The libraries and Qt take names as text, and not every name is text in the encoding that Qt reads names in. For one that
- * is not, this object holds a descriptor of the file, and the text leads to that.
+ * is not, this object holds a descriptor of the file, and the text leads to that through /proc.
  */
 class PackageFile
 {
