@@ -4,6 +4,7 @@
 #include "AndroidNamespace.h"
 #include "ApkError.h"
 #include "ArchiveFile.h"
+#include "ArchiveMembers.h"
 #include "LauncherFinder.h"
 
 #include <QDomElement>
@@ -61,10 +62,13 @@ bool ApkFilePrivate::open()
     if (isOpen())
         return true;
     const QString name = zip->getZipName();
-    if (name.isEmpty() ? zip->open(QuaZip::mdUnzip) : openFile(name))
-        return true;
-    error = ApkError::CannotOpen;
-    return false;
+    if (!(name.isEmpty() ? zip->open(QuaZip::mdUnzip) : openFile(name))) {
+        error = ApkError::CannotOpen;
+        return false;
+    }
+    // So that of several members of one name the last counts, whatever is looked for first.
+    ArchiveMembers::visitNames(zip.get(), [](const QString &) { return true; });
+    return true;
 }
 
 bool ApkFilePrivate::openFile(const QString &name)

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ArchiveImages.h"
 
+#include "ArchiveMembers.h"
 #include "PictureCheck.h"
 
 #include <QBuffer>
 #include <QImageReader>
 
 #include <quazip/quazip.h>
-#include <quazip/quazipfile.h>
 
 QImage ArchiveImages::image(const QString &path)
 {
@@ -24,27 +24,9 @@ QImage ArchiveImages::image(const QString &path)
 
 QByteArray ArchiveImages::memberBytes(const QString &path)
 {
-    constexpr qint64 PieceSize = 64 << 10;
     if (m_archive == nullptr || m_readBytes.left() == 0 || !m_archive->setCurrentFile(path, QuaZip::csDefault))
         return {};
-    QuaZipFile file(m_archive);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    QByteArray bytes;
-    for (;;) {
-        // One byte more than may be shows that there is one.
-        const qint64 largest = qMin(MaxFileBytes, m_readBytes.left()) + 1;
-        const QByteArray piece = file.read(qMin(PieceSize, largest - bytes.size()));
-        if (piece.isEmpty())
-            break;
-        bytes += piece;
-        if (bytes.size() >= largest) {
-            m_readBytes.spend(bytes.size());
-            return {};
-        }
-    }
-    m_readBytes.spend(bytes.size());
-    return bytes;
+    return ArchiveMembers::content(m_archive, MaxFileBytes, &m_readBytes);
 }
 
 QImage ArchiveImages::decoded(QByteArray bytes)

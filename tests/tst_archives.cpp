@@ -4,6 +4,10 @@
 #include "Bytes.h"
 #include "LogCapture.h"
 
+#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Package.h>
+#include <SorrelKit/PackageNormalizer.h>
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -125,7 +129,9 @@ class TestArchives : public QObject
 
 private slots:
     void undamagedArchiveIsFine();
+    void lastOfTwoMembersOfOneNameCounts_data();
     void lastOfTwoMembersOfOneNameCounts();
+    void lastOfTwoIconsOfOneNameCounts();
     void membersAreNeverFilesOutside();
     void directoryInPlaceOfTheTable();
     void encryptedMember();
@@ -150,12 +156,50 @@ void TestArchives::undamagedArchiveIsFine()
     QCOMPARE(answer(good()), fine);
 }
 
+void TestArchives::lastOfTwoMembersOfOneNameCounts_data()
+{
+    const Member table{tableName, emptyTable()};
+    const Member broken{tableName, "no table"};
+    const Member first{manifestName, smallManifest(QStringLiteral("first"))};
+    const Member second{manifestName, smallManifest(QStringLiteral("second"))};
+    QTest::addColumn<QByteArray>("archive");
+    QTest::newRow("manifests before the table") << zip({first, second, table});
+    QTest::newRow("manifests behind the table") << zip({table, first, second});
+    QTest::newRow("manifests around the table") << zip({first, table, second});
+    QTest::newRow("tables before the manifest") << zip({broken, table, second});
+    QTest::newRow("tables behind the manifest") << zip({second, broken, table});
+    QTest::newRow("tables and manifests in turns") << zip({broken, first, table, second});
+}
+
+// Both readers look for the table and the manifest in orders of their own.
 void TestArchives::lastOfTwoMembersOfOneNameCounts()
 {
-    const QByteArray archive = zip({{manifestName, smallManifest(QStringLiteral("first"))},
-                                    {manifestName, smallManifest(QStringLiteral("second"))},
-                                    {tableName, emptyTable()}});
+    QFETCH(QByteArray, archive);
     QCOMPARE(answer(archive), qMakePair(0, QStringLiteral("second")));
+    PackageDevice device(archive);
+    QCOMPARE(SorrelKit::Package(&device).packageName(), QStringLiteral("second"));
+    PackageDevice other(archive);
+    QCOMPARE(SorrelKit::PackageNormalizer(&other).apkFile()->mainPackage(), QStringLiteral("second"));
+}
+
+void TestArchives::lastOfTwoIconsOfOneNameCounts()
+{
+    const QString path = QStringLiteral("icon.png");
+    const Member table{tableName, emptyTable()};
+    const Member manifest{manifestName, manifestWithIcon(path)};
+    const Member small{path, picture(3, 3, 0)};
+    const Member large{path, picture(5, 5, 0)};
+    for (const QVector<Member> &members :
+         {QVector<Member>{small, large, table, manifest}, QVector<Member>{table, manifest, small, large},
+          QVector<Member>{small, table, manifest, large}}) {
+        PackageDevice device(zip(members));
+        ApkFile apk(&device);
+        for (int i = 0; i < 2; ++i)
+            QCOMPARE(apk.getLauncherInfo(false).constFirst().icons().constFirst().width(), 5);
+        PackageDevice other(zip(members));
+        const SorrelKit::Launcher launcher = SorrelKit::Package(&other).launchers().constFirst();
+        QCOMPARE(launcher.iconFiles().constFirst().size, QSize(5, 5));
+    }
 }
 
 void TestArchives::membersAreNeverFilesOutside()

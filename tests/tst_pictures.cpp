@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "ApkFile.h"
 #include "ArchiveImages.h"
+#include "ArchiveMembers.h"
 #include "Bounds.h"
 #include "Bytes.h"
 #include "LogCapture.h"
@@ -154,6 +155,7 @@ private slots:
 
     void filesUpToTheCeiling();
     void readingHasABudget();
+    void packedBytesThatDeliverNothingTakeOfTheBudget();
     void decodingHasABudget();
     void failedDecodingTakesOfTheBudget();
     void membersHaveABudget();
@@ -457,13 +459,36 @@ void TestPictures::readingHasABudget()
 {
     // Files that are no pictures take of it too.
     constexpr int Files = int(ArchiveImages::MaxReadBytes / ArchiveImages::MaxFileBytes);
-    const QByteArray png = blackPng(5, 5);
+    const QByteArray png = blackPng(5, 5) + QByteArray(4000, '\0');
     const QVector<QByteArray> large(Files - 1, QByteArray(int(ArchiveImages::MaxFileBytes), '\0'));
     const QByteArray rest = png + QByteArray(int(ArchiveImages::MaxFileBytes) - 2 * png.size(), '\0');
     QCOMPARE(iconSizes(packageOf(large + QVector<QByteArray>{rest, png})).mid(Files - 1),
              QVector<QSize>(2, QSize(5, 5)));
     QCOMPARE(iconSizes(packageOf(large + QVector<QByteArray>{rest + '\0', png, png})).mid(Files - 1),
              QVector<QSize>({QSize(5, 5), QSize(), QSize()}));
+}
+
+// A small file has them under thousands of names.
+void TestPictures::packedBytesThatDeliverNothingTakeOfTheBudget()
+{
+    constexpr int Names = 1000;
+    constexpr int Size = 1 << 18;
+    constexpr qint64 MostPacked = ArchiveImages::MaxReadBytes / ArchiveMembers::PackedByteCost;
+    QStringList names;
+    for (int i = 1; i < Names; ++i)
+        names.append(memberName(i));
+    QByteArray bytes = withNames(zipOfDeflated({{memberName(0), deflatedBehindEmptyBlocks(Size)}}, 1000), names);
+    PackageDevice device(bytes);
+    QuaZip archive(&device);
+    QVERIFY(archive.open(QuaZip::mdUnzip));
+    ArchiveImages images(&archive);
+    qint64 bytesRead = device.bytesRead();
+    for (int i = 0; i < Names; ++i)
+        QVERIFY(images.image(memberName(i)).isNull());
+    bytesRead = device.bytesRead() - bytesRead;
+    // Besides what the directory says about each of them.
+    QVERIFY2(bytesRead < MostPacked + Names * 1024, qPrintable(QString::number(bytesRead)));
+    QVERIFY(bytesRead > MostPacked - Size);
 }
 
 void TestPictures::decodingHasABudget()

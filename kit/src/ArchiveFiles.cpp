@@ -2,6 +2,7 @@
 #include "ArchiveFiles.h"
 
 #include "ArchiveFile.h"
+#include "ArchiveMembers.h"
 #include "RangeDevice.h"
 
 #include <QBuffer>
@@ -11,6 +12,7 @@
 #include <quazip/quazipfile.h>
 #include <quazip/unzip.h>
 
+#include <limits>
 #include <utility>
 
 namespace SorrelKit {
@@ -44,7 +46,7 @@ ArchiveFiles::ArchiveFiles(std::unique_ptr<QIODevice> device)
 
 ArchiveFiles::~ArchiveFiles() = default;
 
-bool ArchiveFiles::open()
+bool ArchiveFiles::open(Allowance *members)
 {
     if (m_archive->isOpen())
         return true;
@@ -52,37 +54,47 @@ bool ArchiveFiles::open()
     if (!m_fileName.isNull() && !QFileInfo(m_fileName).isFile())
         return false;
     const QIODevice *device = m_archive->getIoDevice();
-    return !device->isOpen() && m_archive->open(QuaZip::mdUnzip);
+    if (device->isOpen() || !m_archive->open(QuaZip::mdUnzip))
+        return false;
+    bool isWhole = true;
+    ArchiveMembers::visitNames(m_archive.get(), [&](const QString &name) {
+        isWhole = members == nullptr || members->spend(1);
+        if (isWhole && !m_known.contains(name)) {
+            m_known.insert(name);
+            m_names.append(name);
+        }
+        return isWhole;
+    });
+    if (!isWhole) {
+        m_known.clear();
+        m_names.clear();
+        m_archive->close();
+    }
+    return isWhole;
 }
 
 QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes)
 {
-    constexpr qint64 PieceSize = 64 << 10;
-    if (!contains(path))
+    Allowance any(std::numeric_limits<qint64>::max());
+    return file(path, maxBytes, &any);
+}
+
+QByteArray ArchiveFiles::file(const QString &path, qint64 maxBytes, Allowance *cost)
+{
+    if (!select(path))
         return {};
-    QuaZipFile file(m_archive.get());
+    unz_file_info64 info{};
+    unzGetCurrentFileInfo64(m_archive->getUnzFile(), &info, nullptr, 0, nullptr, 0, nullptr, 0);
     // No member delivers more than the directory says, so that one which is too long costs nothing.
-    if (!file.open(QIODevice::ReadOnly) || file.usize() > maxBytes)
+    const qint64 size = qint64(info.uncompressed_size);
+    if (size < 0 || size > maxBytes)
         return {};
-    QByteArray bytes;
-    bytes.reserve(int(qBound(qint64(0), file.usize(), MaxTrustedSize)));
-    while (bytes.size() <= maxBytes) {
-        // One byte more than may be shows that there is one.
-        const QByteArray piece = file.read(qMin(PieceSize, maxBytes + 1 - bytes.size()));
-        if (piece.isEmpty())
-            break;
-        // Where the room does not do, Qt 6 appends to a copy, and has both for a while; this moves the bytes.
-        const qint64 needed = bytes.size() + piece.size();
-        if (bytes.capacity() < needed)
-            bytes.reserve(int(qMin(2 * needed, maxBytes + 1)));
-        bytes += piece;
-    }
-    return bytes.size() > maxBytes ? QByteArray() : bytes;
+    return ArchiveMembers::content(m_archive.get(), maxBytes, cost, qMin(size, MaxTrustedSize));
 }
 
 std::unique_ptr<ArchiveFiles> ArchiveFiles::archive(const QString &path, Allowance *inflated)
 {
-    if (!contains(path))
+    if (!select(path))
         return nullptr;
     constexpr int Stored = 0;
     constexpr bool IsRaw = true;
@@ -95,33 +107,25 @@ std::unique_ptr<ArchiveFiles> ArchiveFiles::archive(const QString &path, Allowan
     const qint64 size = raw.csize();
     const qint64 inflatedSize = raw.usize();
     raw.close();
+    QIODevice *const device = m_archive->getIoDevice();
+    if (size < 0 || size > device->size() - m_innerBytes)
+        return nullptr;
     if (method == Stored) {
-        QIODevice *const device = m_archive->getIoDevice();
-        if (size < 0 || size > device->size() - m_standingBytes)
-            return nullptr;
-        m_standingBytes += size;
+        m_innerBytes += size;
         return std::unique_ptr<ArchiveFiles>(new ArchiveFiles(std::make_unique<RangeDevice>(device, start, size)));
     }
     if (inflatedSize < 0 || inflatedSize > inflated->left())
         return nullptr;
     // Also of one that turns out to be damaged: it takes as long.
+    m_innerBytes += size;
     inflated->spend(inflatedSize);
     const QByteArray bytes = file(path, inflatedSize);
     return bytes.isEmpty() ? nullptr : std::make_unique<ArchiveFiles>(bytes);
 }
 
-bool ArchiveFiles::contains(const QString &path)
+bool ArchiveFiles::select(const QString &path)
 {
-    return m_archive->isOpen() && !path.isEmpty() && m_archive->setCurrentFile(path, QuaZip::csDefault);
-}
-
-QStringList ArchiveFiles::names(int maxCount)
-{
-    QStringList names;
-    for (bool more = m_archive->isOpen() && m_archive->goToFirstFile(); more && names.size() < maxCount;
-         more = m_archive->goToNextFile())
-        names.append(m_archive->getCurrentFileName());
-    return names;
+    return contains(path) && m_archive->setCurrentFile(path, QuaZip::csDefault);
 }
 
 } // namespace SorrelKit

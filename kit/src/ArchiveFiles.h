@@ -6,6 +6,7 @@
 #include "PackageFiles.h"
 
 #include <QIODevice>
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -29,32 +30,41 @@ public:
     explicit ArchiveFiles(const QByteArray &bytes);
     ~ArchiveFiles() override;
 
-    /// False when there is no such file, it is no regular file or no archive, or the device is open or sequential.
-    bool open();
+    /// False when there is no such file, it is no regular file or no archive, or the device is open or sequential; and when
+    /// it has more members than @p members has left, of which they are taken off. Its directory is gone over here.
+    bool open(Allowance *members = nullptr);
 
-    /// As its base says. A member that is too long is not read at all, and one that is damaged ends where the fault is.
-    QByteArray file(const QString &path, qint64 maxBytes) override;
+    /// As its base says. A member that is too long is not read at all, and one that is damaged ends where the fault is. Of
+    /// several members of one name the last counts, as in libsorrel.
+    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
+    /// The same for a member that is read once, whatever it costs.
+    QByteArray file(const QString &path, qint64 maxBytes);
     /**
      * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
-     * read where it stands, and this object outlives it. All of these together are no longer than this archive, as they do
-     * not overlap in a sound one; null for one that would be too much. One that is compressed is kept in memory, and what
-     * the archive says that it has is taken off @p inflated; null when there is not as much left, or it is damaged from
-     * its start.
+     * read where it stands, and this object outlives it. One that is compressed is kept in memory, and what the archive
+     * says that it has is taken off @p inflated; null when there is not as much left, or it is damaged from its start.
+     * All of these together take no more of this archive than it has, as they do not overlap in a sound one; null for one
+     * that would be too much.
      */
     std::unique_ptr<ArchiveFiles> archive(const QString &path, Allowance *inflated);
-    bool contains(const QString &path);
-    /// The paths of all members, in the order of the archive, up to @p maxCount of them.
-    QStringList names(int maxCount);
+    /// Whether there is the member @p path. The archive is not asked.
+    bool contains(const QString &path) const { return m_known.contains(path); }
+    /// The paths of all members, each once, in the order of the archive; up to the first that is empty.
+    const QStringList &names() const { return m_names; }
 
 private:
     Q_DISABLE_COPY(ArchiveFiles)
 
     explicit ArchiveFiles(std::unique_ptr<QIODevice> device);
+    /// Makes the member @p path the archive's current one.
+    bool select(const QString &path);
 
     QString m_fileName;
     std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
     std::unique_ptr<QuaZip> m_archive;
-    qint64 m_standingBytes = 0; ///< of members that were handed out to be read where they stand
+    QStringList m_names;
+    QSet<QString> m_known;   ///< the same
+    qint64 m_innerBytes = 0; ///< of this archive, that members have which were handed out as archives
 };
 
 } // namespace SorrelKit

@@ -187,8 +187,7 @@ QBrush DrawableLoader::brushOf(const XmlElement &root)
 
 QByteArray DrawableLoader::file(const QString &path)
 {
-    QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, m_readBytes.left()));
-    m_readBytes.spend(bytes.size());
+    QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readBytes);
     if (bytes.isEmpty())
         setError(QStringLiteral("%1 cannot be read").arg(path));
     return bytes;

@@ -36,7 +36,7 @@ public:
     /// Bytes of one file at most, and of all XML files, their characters included.
     static constexpr qint64 MaxFileBytes = 16 << 20;
     static constexpr qint64 MaxXmlBytes = 32 << 20;
-    /// Bytes of all files, each as often as it is read: thousands of drawables may name one.
+    /// What reading files may cost (PackageFiles::file()), each as often as it is read: thousands of drawables may name one.
     static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;

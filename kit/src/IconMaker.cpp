@@ -5,10 +5,9 @@
 #include "BitmapDrawable.h"
 #include "Canvas.h"
 #include "DrawableLoader.h"
-#include "PictureCheck.h"
+#include "IconFileLookup.h"
+#include "PictureReader.h"
 #include "XmlReader.h"
-
-#include <QSet>
 
 #include <algorithm>
 
@@ -68,11 +67,13 @@ QImage IconMaker::icon(const ResolvedValue &icon, int size, IconMask mask)
                      : QStringLiteral("resource 0x%1 is no drawable").arg(best.resource, 8, 16, QLatin1Char('0')));
         return {};
     }
-    const bool isPicture =
-        best.value.type == ValueType::String && !XmlReader::isDocument(m_files.file(best.text, MaxFileBytes));
+    Allowance cost(MaxReadCost);
+    const bool isPicture = best.value.type == ValueType::String
+                           && !XmlReader::isDocument(m_files.file(best.text, IconFileLookup::MaxFileBytes, &cost));
     QImage image = isPicture ? QImage() : drawn(best, resolver, size, mask);
+    Allowance steps(IconFileLookup::MaxSteps);
     if (image.isNull())
-        image = bestPicture(candidates(icon, resolver), size);
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), size);
     if (image.isNull())
         setError(QStringLiteral("%1 cannot be read or decoded").arg(best.text));
     return image;
@@ -95,41 +96,13 @@ QImage IconMaker::drawn(const ResolvedValue &value, const ResourceResolver &reso
     return canvas.image();
 }
 
-QVector<ResolvedValue> IconMaker::candidates(const ResolvedValue &icon, const ResourceResolver &resolver) const
-{
-    if (icon.resource == 0)
-        return {icon};
-    QVector<ResolvedValue> files;
-    QSet<quint32> visited;
-    QSet<QString> paths;
-    QVector<quint32> open{icon.resource};
-    Allowance steps(MaxSteps);
-    while (!open.isEmpty() && visited.size() < MaxFiles) {
-        const quint32 id = open.takeFirst();
-        if (visited.contains(id) || !steps.spend(resolver.steps(id)))
-            continue;
-        visited.insert(id);
-        for (const ResolvedValue &candidate : resolver.candidates(id)) {
-            if (candidate.value.isReference() && open.size() < MaxFiles)
-                open.append(candidate.value.data);
-            if (candidate.value.type != ValueType::String || files.size() >= MaxFiles)
-                continue;
-            const ResolvedValue file = ResourceResolver::withText(candidate);
-            if (!paths.contains(file.text))
-                files.append(file);
-            paths.insert(file.text);
-        }
-    }
-    return files;
-}
-
 QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size)
 {
-    Allowance bytesLeft(MaxBytes);
+    Allowance cost(MaxReadCost);
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
         Picture picture;
-        picture.bytes = file(candidate.text, &bytesLeft);
+        picture.bytes = m_files.file(candidate.text, IconFileLookup::MaxFileBytes, &cost);
         picture.size = PictureReader::size(picture.bytes);
         if (!picture.size.isEmpty())
             pictures.append(picture);
@@ -151,35 +124,6 @@ QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size
         return canvas.image();
     }
     return {};
-}
-
-QVector<IconFile> IconMaker::iconFiles(const ResolvedValue &icon) const
-{
-    QVector<IconFile> files;
-    Allowance bytesLeft(MaxBytes);
-    for (const ResolvedValue &candidate : candidates(icon, m_resolver)) {
-        const QByteArray bytes = file(candidate.text, &bytesLeft);
-        IconFile file;
-        file.path = candidate.text;
-        file.density = candidate.density;
-        if (XmlReader::isDocument(bytes)) {
-            file.kind = XmlReader(bytes).root().name;
-        } else {
-            const PictureCheck check(bytes);
-            file.kind = QString::fromLatin1(check.format());
-            file.size = check.size();
-        }
-        if (!file.kind.isEmpty())
-            files.append(file);
-    }
-    return files;
-}
-
-QByteArray IconMaker::file(const QString &path, Allowance *bytesLeft) const
-{
-    QByteArray bytes = m_files.file(path, qMin(MaxFileBytes, bytesLeft->left()));
-    bytesLeft->spend(bytes.size());
-    return bytes;
 }
 
 void IconMaker::setError(const QString &text)

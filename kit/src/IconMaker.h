@@ -2,13 +2,11 @@
 #ifndef SORRELKIT_ICONMAKER_H
 #define SORRELKIT_ICONMAKER_H
 
-#include "Allowance.h"
 #include "Drawable.h"
 #include "PackageFiles.h"
 #include "ResourceResolver.h"
 
 #include <SorrelKit/IconMask.h>
-#include <SorrelKit/Launcher.h>
 
 #include <QImage>
 #include <QString>
@@ -28,29 +26,20 @@ public:
     static constexpr int MaxSize = 1024;
     /// An icon's side on a device. Together with the pixels that are asked for, it gives the density of the screen.
     static constexpr int IconDp = 48;
-    /// Picture files of an icon that are looked at, at most, and their bytes.
-    static constexpr int MaxFiles = 64;
-    static constexpr qint64 MaxFileBytes = 16 << 20;
-    static constexpr qint64 MaxBytes = 32 << 20;
-    /// What finding these files may take, in ResourceResolver::steps(): a table may have as many type chunks for each
-    /// resource, and as many launchers as there may be ask for theirs. The largest applications take some thousands.
-    static constexpr qint64 MaxSteps = 1 << 17;
+    /// What reading the picture files that are looked at may cost (PackageFiles::file()). They are kept until one is chosen.
+    static constexpr qint64 MaxReadCost = 32 << 20;
 
     /// Both outlive this object.
     IconMaker(const ResourceResolver &resolver, PackageFiles &files) : m_resolver(resolver), m_files(files) {}
 
     /// The icon that @p icon stands for, a reference or a path, as a square of @p size pixels.
     QImage icon(const ResolvedValue &icon, int size, IconMask mask);
-    /// What there is for it, as Launcher::iconFiles() has it.
-    QVector<IconFile> iconFiles(const ResolvedValue &icon) const;
     /// Why the icon is not, or not wholly, what the package describes; empty when it is.
     QString error() const { return m_error; }
 
 private:
-    QVector<ResolvedValue> candidates(const ResolvedValue &icon, const ResourceResolver &resolver) const;
     QImage drawn(const ResolvedValue &value, const ResourceResolver &resolver, int size, IconMask mask);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, int size);
-    QByteArray file(const QString &path, Allowance *bytesLeft) const;
     void setError(const QString &text);
 
     const ResourceResolver &m_resolver;

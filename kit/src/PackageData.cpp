@@ -64,6 +64,12 @@ void PackageData::read()
         readTable(*split.archive);
         m_members.push_back(std::move(split.archive));
     }
+    for (const auto &member : m_members) {
+        for (const QString &path : member->names()) {
+            if (!m_holders.contains(path))
+                m_holders.insert(path, member.get());
+        }
+    }
 }
 
 bool PackageData::readManifest(ArchiveFiles &archive)
@@ -87,8 +93,10 @@ void PackageData::readTable(ArchiveFiles &archive)
     // A package may have no resources, and splits for processors have none.
     if (!archive.contains(path))
         return;
-    const QByteArray bytes = archive.file(path, m_tableBytes.left());
-    m_tableBytes.spend(bytes.size());
+    // A package that is compressed in a set may list tables that are empty and take long; a file is read once.
+    const bool isOfASet = !m_members.empty();
+    const QByteArray bytes =
+        isOfASet ? archive.file(path, m_tableBytes.left(), &m_tableBytes) : archive.file(path, m_tableBytes.left());
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
     m_typeChunks.spend(table->typeChunkCount());
     if (!table->fault().isEmpty())
@@ -104,16 +112,10 @@ void PackageData::setError(Package::Error error, const QString &fault)
     m_fault = fault;
 }
 
-QByteArray PackageData::file(const QString &path, qint64 maxBytes)
+QByteArray PackageData::file(const QString &path, qint64 maxBytes, Allowance *cost)
 {
-    if (m_members.empty())
-        return m_outer->file(path, maxBytes);
-    for (const auto &member : m_members) {
-        QByteArray bytes = member->file(path, maxBytes);
-        if (!bytes.isEmpty())
-            return bytes;
-    }
-    return {};
+    ArchiveFiles *const holder = m_members.empty() ? m_outer.get() : m_holders.value(path);
+    return holder != nullptr ? holder->file(path, maxBytes, cost) : QByteArray();
 }
 
 QStringList PackageData::nativeAbis()
@@ -121,7 +123,7 @@ QStringList PackageData::nativeAbis()
     constexpr int MaxMembers = 1 << 16;
     QSet<QString> abis;
     const auto collect = [&abis](ArchiveFiles &archive) {
-        for (const QString &path : archive.names(MaxMembers)) {
+        for (const QString &path : archive.names().mid(0, MaxMembers)) {
             if (!path.startsWith(QLatin1String("lib/")))
                 continue;
             const QStringList parts = path.split(QLatin1Char('/'));
@@ -171,7 +173,7 @@ QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask,
 
 QVector<IconFile> PackageData::iconFiles(const XmlAttribute *attribute)
 {
-    return IconMaker(m_resolver, *this).iconFiles(iconValue(attribute));
+    return m_iconFiles.files(iconValue(attribute));
 }
 
 // The icon is resolved for its size later: a reference stays one.

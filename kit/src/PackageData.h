@@ -4,12 +4,14 @@
 
 #include "Allowance.h"
 #include "ArchiveFiles.h"
+#include "IconFileLookup.h"
 #include "Manifest.h"
 #include "PackageFiles.h"
 #include "ResourceResolver.h"
 
 #include <SorrelKit/Package.h>
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -60,7 +62,7 @@ public:
     QVector<IconFile> iconFiles(const XmlAttribute *attribute);
 
 private:
-    QByteArray file(const QString &path, qint64 maxBytes) override;
+    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
     ResolvedValue iconValue(const XmlAttribute *attribute) const;
     void read();
     bool readManifest(ArchiveFiles &archive);
@@ -69,6 +71,7 @@ private:
 
     std::unique_ptr<ArchiveFiles> m_outer;                ///< what was opened; of a set, the set
     std::vector<std::unique_ptr<ArchiveFiles>> m_members; ///< of a set: the base, then the splits
+    QHash<QString, ArchiveFiles *> m_holders;             ///< of a set, by path: the first of them that has a member
     bool m_isLoaded = false;
     Package::Error m_error = Package::NoError;
     QString m_fault;
@@ -78,6 +81,7 @@ private:
     Allowance m_tableBytes{MaxTableBytes};
     Allowance m_typeChunks{ResourceTable::MaxTypeChunks};
     ResourceResolver m_resolver;
+    IconFileLookup m_iconFiles{m_resolver, *this};
 };
 
 } // namespace SorrelKit

@@ -2,6 +2,8 @@
 #ifndef SORRELKIT_PACKAGEFILES_H
 #define SORRELKIT_PACKAGEFILES_H
 
+#include "Allowance.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -13,9 +15,11 @@ class PackageFiles
 public:
     virtual ~PackageFiles() = default;
 
-    /// The content of the member @p path; empty when there is none, it cannot be read, or has more than @p maxBytes. Of a
-    /// member that is damaged later on, what comes before.
-    virtual QByteArray file(const QString &path, qint64 maxBytes) = 0;
+    /// The content of the member @p path; empty when there is none, it cannot be read, has more than @p maxBytes, or could
+    /// cost more than @p cost has left. Of a member that is damaged later on, what comes before. What reading cost is taken
+    /// off @p cost: the bytes that were delivered or, when it was more, what was taken from the archive for them
+    /// (ArchiveMembers::content()).
+    virtual QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) = 0;
 };
 
 } // namespace SorrelKit

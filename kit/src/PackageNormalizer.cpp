@@ -22,6 +22,8 @@
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
 
+#include <limits>
+
 namespace SorrelKit {
 
 namespace {
@@ -104,7 +106,7 @@ public:
 
 private:
     OpenPackage openPackage();
-    void loadTable(ArchiveFiles &archive);
+    void loadTable(const OpenPackage &package);
     void loadManifest(ArchiveFiles &archive);
     QVector<Member> pictures(const QStringList &paths);
     void setError(PackageNormalizer::Error code, const QString &text = QString());
@@ -152,17 +154,19 @@ void PackageNormalizerPrivate::load()
     }
     isNeeded = package.set != nullptr;
     loadManifest(*package.files);
-    loadTable(*package.files);
+    loadTable(package);
 }
 
-void PackageNormalizerPrivate::loadTable(ArchiveFiles &archive)
+void PackageNormalizerPrivate::loadTable(const OpenPackage &package)
 {
-    if (!archive.contains(QLatin1String(tableName))) {
+    if (!package.files->contains(QLatin1String(tableName))) {
         table = emptyTable();
         isNeeded = isNeeded || !manifest.isEmpty(); // else it is no package
         return;
     }
-    const QByteArray original = archive.file(QLatin1String(tableName), TableRewriter::MaxTableBytes);
+    // As PackageData reads it: a package in a set may take more than the set has bytes.
+    Allowance cost(package.set != nullptr ? PackageData::MaxTableBytes : std::numeric_limits<qint64>::max());
+    const QByteArray original = package.files->file(QLatin1String(tableName), TableRewriter::MaxTableBytes, &cost);
     QString text;
     table = TableRewriter::rewritten(original, &text);
     if (!text.isEmpty())
@@ -187,16 +191,11 @@ QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
     const OpenPackage package = openPackage();
     if (package.files == nullptr)
         return members;
-    Allowance bytes(ArchiveImages::MaxReadBytes);
+    Allowance cost(ArchiveImages::MaxReadBytes);
     for (const QString &path : paths) {
         if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
             continue;
-        if (bytes.left() == 0 || !package.files->contains(path))
-            continue;
-        const qint64 most = qMin(ArchiveImages::MaxFileBytes, bytes.left());
-        const QByteArray content = package.files->file(path, most);
-        // One that is too large takes the time of as much as may be.
-        bytes.spend(content.isEmpty() ? most : content.size());
+        const QByteArray content = package.files->file(path, ArchiveImages::MaxFileBytes, &cost);
         if (!content.isEmpty() && !XmlReader::isDocument(content))
             members.append({path, content});
     }

@@ -33,30 +33,30 @@ int rank(const QString &path)
 
 bool PackageSet::isSet(ArchiveFiles &archive)
 {
-    const QStringList names = archive.names(MaxMembers);
+    const QStringList names = archive.names().mid(0, MaxMembers);
     return std::any_of(names.cbegin(), names.cend(), isPackage);
 }
 
 PackageSet::PackageSet(ArchiveFiles &archive)
 {
     QStringList paths;
-    for (const QString &path : archive.names(MaxMembers)) {
+    for (const QString &path : archive.names().mid(0, MaxMembers)) {
         if (isPackage(path) && paths.size() < MaxPackages)
             paths.append(path);
     }
     std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) { return rank(a) < rank(b); });
 
     Allowance inflated(MaxInflatedBytes);
+    Allowance members(MaxPackageMembers);
     Allowance manifests(MaxManifests);
     QString application;
     for (const QString &path : paths) {
         std::unique_ptr<ArchiveFiles> package = archive.archive(path, &inflated);
-        if (package == nullptr || !package->open())
+        if (package == nullptr || !package->open(&members))
             continue;
-        const QByteArray bytes =
-            package->file(QStringLiteral("AndroidManifest.xml"), qMin(PackageData::MaxManifestBytes, manifests.left()));
-        const XmlReader reader(bytes);
-        if (!manifests.spend(bytes.size() + reader.characters()))
+        const XmlReader reader(
+            package->file(QStringLiteral("AndroidManifest.xml"), PackageData::MaxManifestBytes, &manifests));
+        if (!manifests.spend(reader.characters()))
             break;
         const Manifest manifest(reader.root());
         if (!reader.fault().isEmpty())

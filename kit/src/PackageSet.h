@@ -29,9 +29,11 @@ public:
     static constexpr int MaxMembers = 4096;
     /// Bytes of packages that are compressed in the set once more, and so have to be kept in memory, all together.
     static constexpr qint64 MaxInflatedBytes = 256 << 20;
-    /// Bytes and characters of the manifests of all packages, which are read to find the base. Those of splits have some
-    /// hundred of them.
-    static constexpr qint64 MaxManifests = 64 << 20;
+    /// Members of all packages together. A package of an archive without ZIP64 has up to 65,535.
+    static constexpr qint64 MaxPackageMembers = 1 << 17;
+    /// What reading the manifests of all packages to find the base may cost (PackageFiles::file()), and their characters.
+    /// Those of splits have some hundred bytes.
+    static constexpr qint64 MaxManifests = 32 << 20;
 
     struct Split {
         QString name; ///< "config.de"

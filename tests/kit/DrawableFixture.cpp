@@ -137,10 +137,11 @@ XmlAttribute drawable(QRgb value)
     return color(Attr::Drawable, value);
 }
 
-QByteArray Files::file(const QString &path, qint64 maxBytes)
+QByteArray Files::file(const QString &path, qint64 maxBytes, Allowance *cost)
 {
+    ++m_reads;
     const QByteArray bytes = m_files.value(path);
-    return bytes.size() <= maxBytes ? bytes : QByteArray();
+    return bytes.size() <= maxBytes && bytes.size() <= cost->left() && cost->spend(bytes.size()) ? bytes : QByteArray();
 }
 
 void Files::add(const QString &path, const QImage &picture)

@@ -47,11 +47,14 @@ SorrelKit::XmlAttribute drawable(QRgb value);
 class Files : public SorrelKit::PackageFiles
 {
 public:
-    QByteArray file(const QString &path, qint64 maxBytes) override;
+    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
     void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
     void add(const QString &path, const QImage &picture);
+    /// How often a file was asked for.
+    int reads() const { return m_reads; }
 
 private:
+    int m_reads = 0;
     QHash<QString, QByteArray> m_files;
 };
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "ArchiveFiles.h"
+#include "ArchiveMembers.h"
 #include "Bytes.h"
 #include "Cost.h"
 #include "Devices.h"
@@ -9,6 +10,9 @@
 #include "Pictures.h"
 #include "RangeDevice.h"
 
+#include <SorrelKit/PackageNormalizer.h>
+
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -39,6 +43,22 @@ QByteArray manifestOf(const char *package, const char *split = nullptr)
     return XmlBuilder::manifest().empty(latin("manifest"), attributes).build();
 }
 
+// A package of one launcher, whose icon is the file @p icon, and of @p others.
+QByteArray packageWithIcon(const char *icon, const QVector<Member> &others = {})
+{
+    const QByteArray manifest = XmlBuilder::manifest()
+                                    .start(latin("manifest"), {plainText(latin("package"), latin("org.example"))})
+                                    .start(latin("application"))
+                                    .start(latin("activity"), {androidText(latin("name"), latin(".Main")),
+                                                               androidText(latin("icon"), latin(icon))})
+                                    .launcherFilter()
+                                    .end(latin("activity"))
+                                    .end(latin("application"))
+                                    .end(latin("manifest"))
+                                    .build();
+    return package(emptyTable(), manifest, others);
+}
+
 // Where the directory of an archive begins whose end has no comment.
 int directoryAt(const QByteArray &archive)
 {
@@ -60,12 +80,17 @@ private slots:
     void filesThatAreTooLong();
     void filesThatAreTooLongAreNotInflated();
     void damagedFilesEndWhereTheFaultIs();
+    void readingHasABudget();
+    void lastOfSeveralMembersOfOneNameCounts();
+    void whatIsMissingIsKnownWithoutReading();
+    void membersUpToTheCeiling();
     void devicesThatAreOpenOrSequential();
     void fifosAndDirectoriesAreNotOpened();
     void archivesInArchives_data();
     void archivesInArchives();
     void archivesMayBeReadInTurns();
     void inflatedArchivesTakeOffWhatTheyHave();
+    void archivesThatOverlap_data();
     void archivesThatOverlap();
 
     void rangeIsClipped_data();
@@ -76,6 +101,10 @@ private slots:
     void setsAreOneApplication();
     void manifestsOfASetAreLimitedTogether();
     void tablesOfASetAreLimitedTogether();
+    void membersOfASetAreLimitedTogether();
+    void packedBytesOfASetAreLimitedTogether();
+    void missingFilesOfASetAreKnownWithoutReading();
+    void firstPackageOfASetThatHasAFileCounts();
 };
 
 void TestArchiveFiles::membersByTheirNames_data()
@@ -91,9 +120,7 @@ void TestArchiveFiles::membersByTheirNames()
     ArchiveFiles archive(zip(members(), compression));
     QVERIFY(archive.open());
     QVERIFY(archive.open());
-    QCOMPARE(archive.names(10), QStringList({latin("a.txt"), latin("dir/b.txt"), latin("empty")}));
-    QCOMPARE(archive.names(2), QStringList({latin("a.txt"), latin("dir/b.txt")}));
-    QCOMPARE(archive.names(0), QStringList());
+    QCOMPARE(archive.names(), QStringList({latin("a.txt"), latin("dir/b.txt"), latin("empty")}));
     QCOMPARE(archive.file(latin("dir/b.txt"), 5000), QByteArray(1000, 'b'));
     QCOMPARE(archive.file(latin("a.txt"), 5000), QByteArray("first"));
     QVERIFY(archive.contains(latin("empty")));
@@ -109,7 +136,7 @@ void TestArchiveFiles::nothingIsThereBeforeItIsOpened()
     ArchiveFiles archive(zip(members()));
     QVERIFY(!archive.contains(latin("a.txt")));
     QCOMPARE(archive.file(latin("a.txt"), 5000), QByteArray());
-    QCOMPARE(archive.names(10), QStringList());
+    QCOMPARE(archive.names(), QStringList());
     QVERIFY(!ArchiveFiles(QByteArray("no archive")).open());
     QVERIFY(!ArchiveFiles(QByteArray()).open());
 }
@@ -148,6 +175,61 @@ void TestArchiveFiles::damagedFilesEndWhereTheFaultIs()
     ArchiveFiles archive(bytes);
     QVERIFY(archive.open());
     QVERIFY(archive.file(latin("a"), 1000).size() <= 100);
+}
+
+void TestArchiveFiles::readingHasABudget()
+{
+    const QByteArray nothing = deflatedBehindEmptyBlocks(1000);
+    ArchiveFiles archive(zipOfDeflated({{latin("a"), nothing}}, 100));
+    QVERIFY(archive.open());
+    const qint64 each = ArchiveMembers::PackedByteCost * qint64(nothing.size());
+    Allowance cost(2 * each + 1);
+    for (int left = 2; left > 0; --left) {
+        QCOMPARE(cost.left(), left * each + 1);
+        archive.file(latin("a"), 1000, &cost);
+    }
+    archive.file(latin("a"), 1000, &cost);
+    QCOMPARE(cost.left(), qint64(1));
+}
+
+void TestArchiveFiles::lastOfSeveralMembersOfOneNameCounts()
+{
+    const Member other{latin("z"), "z"};
+    for (const QVector<Member> &members : {QVector<Member>{{latin("a"), "1"}, {latin("a"), "2"}, other},
+                                           QVector<Member>{other, {latin("a"), "1"}, {latin("a"), "2"}},
+                                           QVector<Member>{{latin("a"), "1"}, other, {latin("a"), "2"}}}) {
+        ArchiveFiles archive(zip(members));
+        QVERIFY(archive.open());
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(archive.file(latin("a"), 10), QByteArray("2"));
+            QCOMPARE(archive.file(latin("z"), 10), QByteArray("z"));
+            QCOMPARE(archive.file(latin("nothing"), 10), QByteArray());
+        }
+    }
+}
+
+void TestArchiveFiles::whatIsMissingIsKnownWithoutReading()
+{
+    PackageDevice device(zip(members()));
+    ArchiveFiles archive(&device);
+    QVERIFY(archive.open());
+    const qint64 before = device.bytesRead();
+    QVERIFY(!archive.contains(latin("nothing")));
+    QCOMPARE(archive.file(latin("nothing"), 10), QByteArray());
+    QCOMPARE(device.bytesRead(), before);
+}
+
+void TestArchiveFiles::membersUpToTheCeiling()
+{
+    Allowance enough(4);
+    ArchiveFiles archive(zip(members()));
+    QVERIFY(archive.open(&enough));
+    QCOMPARE(enough.left(), qint64(1));
+    Allowance tooFew(2);
+    ArchiveFiles tooMany(zip(members()));
+    QVERIFY(!tooMany.open(&tooFew));
+    QCOMPARE(tooMany.names(), QStringList());
+    QCOMPARE(tooMany.file(latin("a.txt"), 10), QByteArray());
 }
 
 void TestArchiveFiles::devicesThatAreOpenOrSequential()
@@ -200,7 +282,7 @@ void TestArchiveFiles::archivesInArchives()
     QVERIFY(!inner->contains(latin("a.txt")));
     QVERIFY(inner->open());
     QCOMPARE(inner->file(latin("a.txt"), 10), QByteArray("first"));
-    QCOMPARE(inner->names(10).size(), 3);
+    QCOMPARE(inner->names().size(), 3);
     QCOMPARE(inflated.left() < 1 << 20, compression == Compression::Deflated);
     QVERIFY(outer.archive(latin("nowhere"), &inflated) == nullptr);
     const auto text = outer.archive(latin("text"), &inflated);
@@ -249,15 +331,25 @@ void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
     QCOMPARE(other.left(), qint64(1000));
 }
 
+void TestArchiveFiles::archivesThatOverlap_data()
+{
+    membersByTheirNames_data();
+}
+
 // A directory may list one archive any number of times, so that a small file has thousands.
 void TestArchiveFiles::archivesThatOverlap()
 {
-    const QByteArray inner = zip({{latin("x"), QByteArray(3000, 'x')}}, Compression::Stored);
+    QFETCH(Compression, compression);
+    QRandomGenerator random(1);
+    QByteArray noise(3000, '\0');
+    for (char &byte : noise)
+        byte = char(random.bounded(256));
+    const QByteArray inner = zip({{latin("x"), noise}}, Compression::Stored);
     const QStringList names{latin("b"), latin("c"), latin("d")};
-    ArchiveFiles outer(withNames(zip({{latin("a"), inner}}, Compression::Stored), names));
+    ArchiveFiles outer(withNames(zip({{latin("a"), inner}}, compression), names));
     QVERIFY(outer.open());
-    QCOMPARE(outer.names(10).size(), 4);
-    Allowance inflated(0);
+    QCOMPARE(outer.names().size(), 4);
+    Allowance inflated(10 * inner.size());
     QVERIFY(outer.archive(latin("a"), &inflated) != nullptr);
     QVERIFY(outer.archive(latin("b"), &inflated) == nullptr);
 }
@@ -397,6 +489,100 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
     const Package tooLarge(&large);
     QCOMPARE(tooLarge.error(), Package::BadTable);
     QCOMPARE(tooLarge.packageName(), latin("org.example"));
+}
+
+void TestArchiveFiles::membersOfASetAreLimitedTogether()
+{
+    constexpr int Most = 65534; ///< that the end of an archive has room for
+    constexpr int Rest = int(PackageSet::MaxPackageMembers % Most);
+    const QByteArray base = zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}});
+    const auto split = [](int members) {
+        QStringList names;
+        for (int i = 1; i < members; ++i)
+            names.append(QString::number(i).rightJustified(19, QLatin1Char('0')));
+        return withNames(zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}}), names);
+    };
+    QVector<Member> packages{{latin("base.apk"), base}};
+    while (packages.size() <= PackageSet::MaxPackageMembers / Most)
+        packages.append({QStringLiteral("%1.apk").arg(packages.size()),
+                         packages.size() == 1 ? split(Most) : packages.last().content});
+    const auto splits = [&packages](const QByteArray &last) {
+        ArchiveFiles archive(zip(packages + QVector<Member>{{latin("last.apk"), last}}));
+        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+    };
+    // The base has one.
+    QCOMPARE(splits(split(Rest - 1)), int(packages.size()));
+    QCOMPARE(splits(split(Rest)), int(packages.size()) - 1);
+}
+
+// A package that is compressed in a set may have a thousand times the bytes that the set has.
+void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
+{
+    constexpr int Some = 1000;
+    constexpr int Size = 1 << 20; ///< that the members claim
+    const auto packed = [](const QByteArray &bytes) { return deflatedBehindEmptyBlocks(0, bytes); };
+    const QByteArray base = zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))}}, Size);
+    const auto splits = [&](qint64 bytes) {
+        const QByteArray manifest = deflatedBehindEmptyBlocks(int(bytes), manifestOf("org.example", "config.de"));
+        const QByteArray split = zipOfDeflated({{latin("AndroidManifest.xml"), manifest}}, Size);
+        ArchiveFiles archive(zip({{latin("base.apk"), base}, {latin("de.apk"), split}}));
+        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+    };
+    constexpr qint64 MostOfManifests = PackageSet::MaxManifests / ArchiveMembers::PackedByteCost;
+    QCOMPARE(splits(MostOfManifests - Some), 1);
+    QCOMPARE(splits(MostOfManifests + Some), 0);
+
+    const auto withTable = [&](qint64 bytes) {
+        return zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))},
+                              {latin("resources.arsc"), deflatedBehindEmptyBlocks(int(bytes), emptyTable())}},
+                             Size);
+    };
+    const auto error = [](const QByteArray &bytes) {
+        PackageDevice device(bytes);
+        return Package(&device).error();
+    };
+    const auto normalizerError = [](const QByteArray &bytes) {
+        PackageDevice device(bytes);
+        return PackageNormalizer(&device).error();
+    };
+    constexpr qint64 MostOfTables = PackageData::MaxTableBytes / ArchiveMembers::PackedByteCost;
+    const QByteArray most = zip({{latin("base.apk"), withTable(MostOfTables - Some)}});
+    QCOMPARE(error(most), Package::NoError);
+    QCOMPARE(normalizerError(most), PackageNormalizer::NoError);
+    const QByteArray tooMuch = zip({{latin("base.apk"), withTable(MostOfTables + Some)}});
+    QCOMPARE(error(tooMuch), Package::BadTable);
+    QCOMPARE(normalizerError(tooMuch), PackageNormalizer::BadTable);
+    // The table of a file is read once, and no longer than the file.
+    QCOMPARE(error(withTable(MostOfTables + Some)), Package::NoError);
+    QCOMPARE(normalizerError(withTable(MostOfTables + Some)), PackageNormalizer::NoError);
+}
+
+// Each of hundreds of packages would have to be asked for each of thousands of paths.
+void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
+{
+    const QByteArray split = zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}});
+    for (const Compression compression : {Compression::Deflated, Compression::Stored}) {
+        PackageDevice device(
+            zip({{latin("base.apk"), packageWithIcon("res/nothing.png")}, {latin("de.apk"), split}}, compression));
+        const Package package(&device);
+        QCOMPARE(package.splits().size(), 1);
+        const Launcher launcher = package.launchers().constFirst();
+        const qint64 before = device.bytesRead();
+        QVERIFY(launcher.icon(48).isNull());
+        QVERIFY(launcher.iconFiles().isEmpty());
+        QCOMPARE(device.bytesRead(), before);
+    }
+}
+
+void TestArchiveFiles::firstPackageOfASetThatHasAFileCounts()
+{
+    const QString path = latin("res/icon.png");
+    const Member splitManifest{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")};
+    PackageDevice device(zip({{latin("de.apk"), zip({splitManifest, {path, picture(96, 96, 0)}})},
+                              {latin("base.apk"), packageWithIcon("res/icon.png", {{path, picture(48, 48, 0)}})}}));
+    const Package package(&device);
+    QCOMPARE(package.splits().size(), 1);
+    QCOMPARE(package.launchers().constFirst().iconFiles().constFirst().size, QSize(48, 48));
 }
 
 QTEST_GUILESS_MAIN(TestArchiveFiles)

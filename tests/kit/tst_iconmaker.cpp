@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "DrawableFixture.h"
+#include "IconFileLookup.h"
 #include "IconMaker.h"
+#include "PictureCheck.h"
+#include "Pictures.h"
 
 #include <QtTest>
 
@@ -36,7 +39,8 @@ struct Icons {
         : resolver({QSharedPointer<const ResourceTable>(
                        new ResourceTable(TableBuilder().strings(strings).package(package).build()))},
                    Configuration::phone(160)),
-          maker(resolver, files)
+          maker(resolver, files),
+          lookup(resolver, files)
     {
     }
 
@@ -52,6 +56,7 @@ struct Icons {
     Files files;
     ResourceResolver resolver;
     IconMaker maker;
+    IconFileLookup lookup;
 };
 
 // Painting may lose one part in 255 of what a pixel at the edge is covered with.
@@ -86,6 +91,10 @@ private slots:
     void sizesOfIcons();
     void pathsAreIcons();
     void iconFiles();
+    void iconFilesAreLookedAtOnce();
+    void iconFilesHaveABudgetForReading();
+    void iconFilesHaveABudgetForChecking();
+    void iconFilesHaveABudgetForFinding();
 
     void errorPictureHasSides();
     void errorThereIsNoIcon();
@@ -183,7 +192,7 @@ void TestIconMaker::referencesBetweenResources()
     icons.files.add(latin("green"), picture(144, 144, 0x00ff00));
     QVERIFY(isAll(icons.icon(48), Red));
     QVERIFY(isAll(icons.icon(144), Green));
-    QCOMPARE(icons.maker.iconFiles(Icons::reference(First)).size(), 2);
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 2);
 }
 
 void TestIconMaker::cyclesOfReferencesEnd()
@@ -192,7 +201,7 @@ void TestIconMaker::cyclesOfReferencesEnd()
     Icons icons(package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, Reference, First)));
     QVERIFY(icons.icon(48).isNull());
     QVERIFY(icons.maker.error().contains(latin("is no drawable")));
-    QVERIFY(icons.maker.iconFiles(Icons::reference(First)).isEmpty());
+    QVERIFY(icons.lookup.files(Icons::reference(First)).isEmpty());
 }
 
 void TestIconMaker::coloursAreIcons()
@@ -237,7 +246,7 @@ void TestIconMaker::pathsAreIcons()
     path.value = {ValueType::String, 0};
     path.text = latin("red");
     QVERIFY(isAll(icons.maker.icon(path, 48, IconMask::None), Red));
-    QCOMPARE(icons.maker.iconFiles(path).size(), 1);
+    QCOMPARE(icons.lookup.files(path).size(), 1);
 }
 
 void TestIconMaker::iconFiles()
@@ -254,7 +263,7 @@ void TestIconMaker::iconFiles()
     icons.files.add(latin("small"), picture(48, 48, 0xff0000));
     icons.files.add(latin("text"), QByteArray("text"));
     icons.files.add(latin("xml"), blueXml());
-    const QVector<IconFile> files = icons.maker.iconFiles(Icons::reference(First));
+    const QVector<IconFile> files = icons.lookup.files(Icons::reference(First));
     QCOMPARE(files.size(), 3);
     QCOMPARE(files.at(0).path, latin("xml"));
     QCOMPARE(files.at(0).kind, latin("color"));
@@ -265,6 +274,88 @@ void TestIconMaker::iconFiles()
     QCOMPARE(files.at(1).density, 160);
     QCOMPARE(files.at(2).path, latin("large"));
     QCOMPARE(files.at(2).size, QSize(144, 140));
+}
+
+void TestIconMaker::iconFilesAreLookedAtOnce()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0).value(1, String, 0))
+        .type(TypeBuilder(1, densityOf(320)).value(0, String, 1).value(1, String, 2));
+    Icons icons(package, {latin("small"), latin("nowhere"), latin("large")});
+    icons.files.add(latin("small"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("large"), picture(96, 96, 0xff0000));
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
+    QCOMPARE(icons.files.reads(), 2);
+    // Another launcher has the same icon, or an icon of which one file is the same.
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
+    QCOMPARE(icons.files.reads(), 2);
+    QCOMPARE(icons.lookup.files(Icons::reference(First + 1)).size(), 2);
+    QCOMPARE(icons.files.reads(), 3);
+    ResolvedValue path;
+    path.value = {ValueType::String, 0};
+    for (const char *text : {"small", "large", "nowhere"}) {
+        path.text = latin(text);
+        icons.lookup.files(path);
+    }
+    QCOMPARE(icons.files.reads(), 3);
+}
+
+namespace {
+
+// How many of @p launchers launchers have a file of an icon when each has an icon of its own, and all files are @p file.
+int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1)
+{
+    TypeBuilder type(1);
+    QStringList paths;
+    for (int i = 0; i < launchers; ++i) {
+        type.value(i, String, i);
+        paths.append(QString::number(i));
+    }
+    PackageBuilder package;
+    package.type(type).chunk(TypeBuilder(1, densityOf(160)).build().repeated(typeChunks - 1));
+    Icons icons(package, paths);
+    for (const QString &path : paths)
+        icons.files.add(path, file);
+    int found = 0;
+    for (int i = 0; i < launchers; ++i)
+        found += int(icons.lookup.files(Icons::reference(First + quint32(i))).size());
+    return found;
+}
+
+} // namespace
+
+void TestIconMaker::iconFilesHaveABudgetForReading()
+{
+    const QByteArray png = picture(48, 48, 0xff0000);
+    const QByteArray large = png + QByteArray(int(IconFileLookup::MaxFileBytes) - png.size(), '\0');
+    constexpr int Most = int(IconFileLookup::MaxReadCost / IconFileLookup::MaxFileBytes);
+    QCOMPARE(launchersWithAFile(Most, large), Most);
+    QCOMPARE(launchersWithAFile(Most + 2, large), Most);
+    QCOMPARE(launchersWithAFile(1, large + '\0'), 0);
+}
+
+void TestIconMaker::iconFilesHaveABudgetForChecking()
+{
+    // A text that unpacks to a thousand times its bytes, which is done to see that it does.
+    const QByteArray text = QByteArray("k\0\0", 3) + deflated(QByteArray(1 << 20, 'x'));
+    const QByteArray file = withPngChunks(blackPng(16, 16), pngChunk("zTXt", text));
+    const qint64 cost = file.size() + PictureCheck(file).steps();
+    QVERIFY(cost > 100 * file.size());
+    const int most = int(IconFileLookup::MaxReadCost / cost);
+    QCOMPARE(launchersWithAFile(most - 1, file), most - 1);
+    QVERIFY(launchersWithAFile(most + 10, file) <= most);
+}
+
+void TestIconMaker::iconFilesHaveABudgetForFinding()
+{
+    constexpr int Chunks = 1 << 15;
+    constexpr int Steps = Chunks + ResourceResolver::StepsPerResource + 1; // and the character of a path, or two
+    constexpr int Most = int(IconFileLookup::MaxSteps / Steps);
+    static_assert(Most > 10 && Most * (Steps + 1) < IconFileLookup::MaxSteps,
+                  "the second character makes no difference");
+    const QByteArray png = picture(48, 48, 0xff0000);
+    QCOMPARE(launchersWithAFile(Most, png, Chunks), Most);
+    QCOMPARE(launchersWithAFile(Most + 2, png, Chunks), Most);
 }
 
 void TestIconMaker::errorPictureHasSides()

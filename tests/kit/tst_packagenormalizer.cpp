@@ -162,7 +162,7 @@ struct Normalized {
     static QStringList membersOf(const QByteArray &archive)
     {
         ArchiveFiles files(archive);
-        return files.open() ? files.names(1 << 16) : QStringList{"no archive"};
+        return files.open() ? files.names() : QStringList{"no archive"};
     }
 
     PackageDevice device;
@@ -378,7 +378,7 @@ void TestPackageNormalizer::everySampleAnswersTheSameInEveryForm()
     for (const bool isCompact : {false, true}) {
         for (const TableEncoding encoding : everyEncoding) {
             QVector<Member> members;
-            for (const QString &name : archive.names(1 << 16))
+            for (const QString &name : archive.names())
                 members.append({name, archive.file(name, 1 << 27)});
             for (Member &member : members) {
                 if (member.name == tableName)
@@ -748,9 +748,8 @@ void TestPackageNormalizer::picturesUpToTheCeiling()
     QCOMPARE(taken({Most, Most + 1, 1}), 2);
     QCOMPARE(taken(QVector<qint64>(Full, Most)), Full);
     QCOMPARE(taken(QVector<qint64>(Full, Most) << 1), Full);
-    // One that is too large counts, too, or thousands of them would take minutes.
-    QCOMPARE(taken(QVector<qint64>(Full - 1, Most + 1) << 1), 1);
-    QCOMPARE(taken(QVector<qint64>(Full, Most + 1) << 1), 0);
+    // One that is too large is not read, and costs nothing.
+    QCOMPARE(taken(QVector<qint64>(Full, Most + 1) << 1), 1);
 }
 
 /// The paths of a manifest with these icons, in @p resources.

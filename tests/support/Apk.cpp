@@ -31,4 +31,11 @@ bool PackageDevice::open(OpenMode mode)
     return QBuffer::open(mode);
 }
 
+qint64 PackageDevice::readData(char *data, qint64 size)
+{
+    const qint64 delivered = QBuffer::readData(data, size);
+    m_bytesRead += qMax(qint64(0), delivered);
+    return delivered;
+}
+
 } // namespace fixture

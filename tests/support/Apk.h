@@ -34,9 +34,15 @@ public:
 
     bool open(OpenMode mode) override;
     int timesOpened() const { return m_timesOpened; }
+    /// Bytes that were read, as often as they were.
+    qint64 bytesRead() const { return m_bytesRead; }
+
+protected:
+    qint64 readData(char *data, qint64 size) override;
 
 private:
     int m_timesOpened = 0;
+    qint64 m_bytesRead = 0;
 };
 
 } // namespace fixture

@@ -19,19 +19,17 @@ int levelFor(const QByteArray &content)
     return content.size() < Large ? Z_DEFAULT_COMPRESSION : Z_BEST_SPEED;
 }
 
-} // namespace
-
-QByteArray zip(const QVector<Member> &members, Compression compression)
+// When @p isRaw, the contents are what @p method made already, and each delivers @p size bytes.
+QByteArray archiveOf(const QVector<Member> &members, int method, bool isRaw = false, qint64 size = 0)
 {
-    const int method = compression == Compression::Deflated ? Z_DEFLATED : 0;
     QBuffer buffer;
     QuaZip archive(&buffer);
     bool good = archive.open(QuaZip::mdCreate);
     for (const Member &member : members) {
+        QuaZipNewInfo info(member.name);
+        info.uncompressedSize = quint64(size);
         QuaZipFile file(&archive);
-        good = good
-               && file.open(QIODevice::WriteOnly, QuaZipNewInfo(member.name), nullptr, 0, method,
-                            levelFor(member.content));
+        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, method, levelFor(member.content), isRaw);
         good = good && file.write(member.content) == member.content.size();
         file.close();
     }
@@ -39,6 +37,25 @@ QByteArray zip(const QVector<Member> &members, Compression compression)
     if (!good)
         qFatal("could not make an archive");
     return buffer.data();
+}
+
+} // namespace
+
+QByteArray zip(const QVector<Member> &members, Compression compression)
+{
+    return archiveOf(members, compression == Compression::Deflated ? Z_DEFLATED : 0);
+}
+
+QByteArray zipOfDeflated(const QVector<Member> &members, qint64 size)
+{
+    return archiveOf(members, Z_DEFLATED, true, size);
+}
+
+QByteArray deflatedBehindEmptyBlocks(int size, const QByteArray &data)
+{
+    const QByteArray block("\0\0\0\xff\xff", 5);
+    // Without the length that qCompress() puts in front, and what zlib has around deflated data.
+    return block.repeated(size / int(block.size())) + qCompress(data).mid(4 + 2).chopped(4);
 }
 
 QByteArray package(const QByteArray &table, const QByteArray &manifest, const QVector<Member> &others)

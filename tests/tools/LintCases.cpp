@@ -105,6 +105,9 @@ QVector<LintCase> archiveCases()
     otherSize.localSize = 2;
     LintManifest recent;
     recent.targetSdk = 30;
+    LintManifest odd;
+    odd.targetSdk = 21;
+    odd.chunk = chunk(0x0190);
     const QString file = QStringLiteral("a.txt");
     const auto withName = [](const char *name) { return withMember({name, "a"}); };
     return {
@@ -148,7 +151,18 @@ QVector<LintCase> archiveCases()
          rawZip(lintMembers({{"a.txt", "a"}, {"a.txt", "b"}})),
          {finding(
              "duplicate-name", warning, file,
-             "The archive has another member of this name before it, and readers differ in which one they take.")}},
+             "The archive has another member of this name before it; libsorrel and SorrelKit take the last one, other "
+             "readers the first, or refuse the archive.")}},
+        {"duplicate-name, of a manifest",
+         rawZip(lintMembers({{"AndroidManifest.xml", lintManifest(odd)}})),
+         {finding(
+              "duplicate-name", warning, manifestName,
+              "The archive has another member of this name before it; libsorrel and SorrelKit take the last one, other "
+              "readers the first, or refuse the archive."),
+          finding("unknown-manifest-chunk", note, manifestName,
+                  "The manifest has chunks of types that libsorrel skips, once (0x0190)."),
+          finding("min-above-target", warning, manifestName,
+                  "The package runs on API level 23 and later, and was made for 21, which is below it.")}},
         {"absolute-name",
          withName("/a.txt"),
          {finding("absolute-name", warning, QStringLiteral("/a.txt"),

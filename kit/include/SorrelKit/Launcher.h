@@ -88,7 +88,8 @@ public:
     /// Resource id of the icon (0x7f080000, say); 0 when there is none, or it is named by its path. Labels' order holds.
     quint32 iconResource() const;
     /// What the package has for the icon: each file once, best first as the newest platform has it on a screen of 160 dots
-    /// per inch. Reads the files; those that cannot be read or decoded are left out.
+    /// per inch. Files that cannot be read or decoded are left out. Reads each file once for all launchers of the package
+    /// together, and when that has taken as much as it may, leaves out the others.
     QVector<IconFile> iconFiles() const;
     /**
      * The icon as the newest platform draws it: a picture of @p size by @p size pixels, in the format

@@ -87,8 +87,8 @@ void ArchiveLint::checkMember(const ZipDirectory::Member &member)
     if (m_names.contains(member.name))
         m_findings->add(
             DuplicateName, subject,
-            QStringLiteral("The archive has another member of this name before it, and readers differ in which one "
-                           "they take."));
+            QStringLiteral("The archive has another member of this name before it; libsorrel and SorrelKit take the "
+                           "last one, other readers the first, or refuse the archive."));
     m_names.insert(member.name);
     checkName(member.name, subject);
     checkHeader(member, subject);

@@ -34,8 +34,9 @@ inline constexpr LintCheck EncryptedMember{
     "A member is marked as encrypted: libsorrel ignores the mark, other readers ask for a password."};
 inline constexpr LintCheck UnknownMethod{"unknown-method", Severity::Warning,
                                          "A member is neither stored nor deflated, the two forms that packages have."};
-inline constexpr LintCheck DuplicateName{"duplicate-name", Severity::Warning,
-                                         "Several members have one name, of which readers take different ones."};
+inline constexpr LintCheck DuplicateName{
+    "duplicate-name", Severity::Warning,
+    "Several members have one name: libsorrel and SorrelKit take the last one, other readers the first, or none."};
 inline constexpr LintCheck AbsoluteName{"absolute-name", Severity::Warning,
                                         "A member's name begins with a slash, and may be unpacked anywhere."};
 inline constexpr LintCheck ParentName{"parent-name", Severity::Warning,

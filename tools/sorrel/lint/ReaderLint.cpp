@@ -114,6 +114,9 @@ bool ReaderLint::readMembers()
     // Opening a pipe would wait for somebody to write to it.
     if (!QFileInfo(m_fileName).isFile() || !archive.open(QuaZip::mdUnzip))
         return false;
+    // QuaZip finds the last of several members of one name, as ApkFile does, once it was asked for all names.
+    for (bool more = archive.goToFirstFile(); more && !archive.getCurrentFileName().isEmpty();)
+        more = archive.goToNextFile();
     m_hasTable = readMember(&archive, tableName, MaxTableBytes, &m_table);
     m_hasManifest = readMember(&archive, manifestName, MaxManifestBytes, &m_manifest);
     return true;
