@@ -30,6 +30,9 @@ QStringList IconMembers::paths(const XmlElement &manifest)
 void IconMembers::search(const XmlElement &element)
 {
     const XmlAttribute *const icon = mayHaveALaunchersIcon(element) ? element.attribute(Attr::Icon) : nullptr;
+    // ApkFile takes the text that it was written as, where there is one.
+    if (icon != nullptr)
+        add(icon->raw);
     if (icon != nullptr && icon->value.isReference())
         follow(icon->value.data);
     else if (icon != nullptr && icon->value.type == ValueType::String)

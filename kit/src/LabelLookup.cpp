@@ -5,24 +5,6 @@
 
 namespace SorrelKit {
 
-namespace {
-
-// A label may be a number in the manifest, and then is one.
-QString plainText(const ResolvedValue &value)
-{
-    if (value.value.type == ValueType::String)
-        return value.text;
-    const auto integer = value.value.integer();
-    if (value.value.type == ValueType::Boolean)
-        return integer.value_or(0) != 0 ? QStringLiteral("true") : QStringLiteral("false");
-    if (integer && !value.value.isColor())
-        return QString::number(*integer);
-    const auto number = value.value.number();
-    return number ? QString::number(*number) : QString();
-}
-
-} // namespace
-
 const LabelLookup::Texts &LabelLookup::texts(quint32 id)
 {
     const auto known = m_texts.constFind(id);
@@ -61,7 +43,7 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
         if (!value.isReference()) {
             // One character more than may be shows that there is one.
             const int longest = int(qMin(m_steps.left() + 1, qint64(ResourceTable::MaxStringLength)));
-            const QString text = plainText(ResourceResolver::withText(candidates.values.at(number), longest));
+            const QString text = ResourceResolver::withText(candidates.values.at(number), longest).plainText();
             return m_steps.spend(text.size()) ? std::optional<QString>(text) : std::nullopt;
         }
         id = value.data;
@@ -118,10 +100,7 @@ QString LabelLookup::label(const XmlAttribute *attribute, const LanguageTag &wan
         return {};
     if (attribute->value.isReference())
         return text(attribute->value.data, wanted).value_or(QString());
-    ResolvedValue value;
-    value.value = attribute->value;
-    value.text = attribute->text;
-    return attribute->text.isEmpty() ? plainText(value) : attribute->text;
+    return attribute->plainText();
 }
 
 } // namespace SorrelKit

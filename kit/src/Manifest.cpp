@@ -108,7 +108,7 @@ QString Manifest::completed(const QString &name) const
 QString Manifest::text(const XmlElement &element, quint32 id)
 {
     const XmlAttribute *const attribute = element.attribute(id);
-    return attribute != nullptr ? attribute->text : QString();
+    return attribute != nullptr ? attribute->plainText() : QString();
 }
 
 } // namespace SorrelKit

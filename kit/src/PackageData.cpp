@@ -145,7 +145,6 @@ ResolvedValue PackageData::resolved(const XmlAttribute *attribute) const
     if (attribute == nullptr)
         return {};
     ResolvedValue value = m_resolver.resolved(attribute->value);
-    // A text that was written as such wins, whatever value it has got.
     if (!attribute->value.isReference())
         value.text = attribute->text;
     return value;
@@ -189,7 +188,8 @@ ResolvedValue PackageData::iconValue(const XmlAttribute *attribute) const
 
 QString PackageData::text(const XmlAttribute *attribute) const
 {
-    return resolved(attribute).text;
+    const ResolvedValue value = resolved(attribute);
+    return value.text.isEmpty() ? value.plainText() : value.text;
 }
 
 } // namespace SorrelKit

@@ -14,6 +14,8 @@ namespace SorrelKit {
 /// What a reference leads to.
 struct ResolvedValue {
     bool isNull() const { return value.isNull(); }
+    /// The text of a string, or what another value is as one: a label may be a number.
+    QString plainText() const { return value.type == ValueType::String ? text : value.plainText(); }
 
     TypedValue value;                     ///< no reference, unless it is one to a resource that is not there
     QString text;                         ///< of a string: a label, the path of a file

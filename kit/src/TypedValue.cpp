@@ -92,4 +92,15 @@ std::optional<QColor> TypedValue::color() const
     return isColor() ? std::optional<QColor>(QColor::fromRgba(data)) : std::nullopt;
 }
 
+QString TypedValue::plainText() const
+{
+    if (type == ValueType::Boolean)
+        return data != 0 ? QStringLiteral("true") : QStringLiteral("false");
+    const auto whole = integer();
+    if (whole && !isColor())
+        return QString::number(*whole);
+    const auto value = number();
+    return value ? QString::number(*value) : QString();
+}
+
 } // namespace SorrelKit

@@ -5,6 +5,7 @@
 #include "ByteView.h"
 
 #include <QColor>
+#include <QString>
 
 #include <optional>
 
@@ -57,6 +58,8 @@ struct TypedValue {
     /// A fraction of @p base: "50%" is 0.5 of it. `%p`, of the parent, is taken for the same.
     std::optional<qreal> fraction(qreal base = 1) const;
     std::optional<QColor> color() const;
+    /// What an integer, a boolean or a float is where a text is wanted; empty for others.
+    QString plainText() const;
 
     ValueType type = ValueType::Null;
     quint32 data = 0;

@@ -13,8 +13,15 @@ namespace SorrelKit {
 struct XmlAttribute {
     quint32 id = 0; ///< resource id of Android's attributes, of which names may be missing; 0 for others
     QString name;   ///< without prefix
-    QString text;   ///< the text that it was written as, or the string that is its value; else empty
+    /// The string that is its value, as Android has it, whatever text it was written as. That text when there is no value,
+    /// and for attributes without an id, of which Android takes it as well. Else empty.
+    QString text;
     TypedValue value;
+    /// The text that it was written as, by which ApkFile goes; null where it is the string that is its value.
+    QString raw = QString();
+
+    /// The text, or what the value is as one.
+    QString plainText() const { return text.isEmpty() ? value.plainText() : text; }
 };
 
 /**

@@ -102,14 +102,24 @@ bool XmlReader::readStart(const ChunkView &chunk, const StringPoolView &strings,
         // Those of Android's are told apart by their ids.
         if (attribute.id == 0)
             attribute.name = string(strings, name);
-        const quint32 text = record.u32(8);
-        if (text != NoString)
-            attribute.text = string(strings, text);
-        else if (attribute.value.type == ValueType::String)
-            attribute.text = string(strings, attribute.value.data);
+        readText(record.u32(8), strings, &attribute);
         element->attributes.append(attribute);
     }
     return m_fault.isEmpty();
+}
+
+// Android asks for its own attributes by their ids and gets their values; the names of packages and splits, which have no
+// id, it gets as they were written.
+void XmlReader::readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute)
+{
+    const bool isString = attribute->value.type == ValueType::String;
+    const bool isWritten = raw != NoString && (!isString || raw != attribute->value.data);
+    if (isWritten)
+        attribute->raw = string(strings, raw);
+    if (isWritten && (attribute->id == 0 || attribute->value.isNull()))
+        attribute->text = attribute->raw;
+    else if (isString)
+        attribute->text = string(strings, attribute->value.data);
 }
 
 QString XmlReader::string(const StringPoolView &strings, quint32 index)

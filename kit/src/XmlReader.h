@@ -46,6 +46,8 @@ private:
     bool readStart(const ChunkView &chunk, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
     /// Hands the innermost of the elements that are @p open to the one around it.
     void close(QVector<XmlElement> *open);
+    /// Sets the texts of @p attribute, which was written as the string @p raw.
+    void readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute);
     QString string(const StringPoolView &strings, quint32 index);
 
     XmlElement m_root;

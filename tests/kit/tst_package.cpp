@@ -111,6 +111,7 @@ private slots:
     void nothingIsOpenedBeforeItIsAskedFor();
     void packageIsReadOnce();
     void labelsAndIcons();
+    void valuesOfAttributesWinOverWhatWasWritten();
     void labelsBehindReferences();
     void labelThatRefersToItselfIsNone();
     void packageWithoutATableIsNoFailure();
@@ -179,6 +180,40 @@ void TestPackage::labelsAndIcons()
     QCOMPARE(launcher.icon(48, IconMask::Circle, &error).pixel(24, 24), 0xffff0000u);
     QCOMPARE(error, QString());
     QCOMPARE(opened.package.icon(48).size(), QSize(48, 48));
+}
+
+// A package that shows one label to those who read what was written, and another one on devices.
+void TestPackage::valuesOfAttributesWinOverWhatWasWritten()
+{
+    const auto launcherOf = [](const Attribute &name, const Attribute &label, const Attribute &enabled) {
+        XmlBuilder builder = XmlBuilder::manifest();
+        builder.start(latin("manifest"), {writtenAs(plainText(latin("package"), latin("value")), latin("org.written"))})
+            .start(latin("application"))
+            .start(latin("activity"), {name, label, enabled})
+            .launcherFilter()
+            .end(latin("activity"))
+            .end(latin("application"))
+            .end(latin("manifest"));
+        auto *const opened = new Opened(table(), builder.build());
+        return std::unique_ptr<Opened>(opened);
+    };
+    const auto texts = launcherOf(writtenAs(androidText(latin("name"), latin("org.x.Main")), latin("org.bank.Main")),
+                                  writtenAs(androidText(latin("label"), latin("Notes")), latin("Bank")),
+                                  writtenAs(androidText(latin("enabled"), latin("true")), latin("false")));
+    const Launcher launcher = texts->package.launchers().first();
+    QCOMPARE(launcher.packageName(), latin("org.written"));
+    QCOMPARE(launcher.name(), latin("org.x.Main"));
+    QCOMPARE(launcher.className(), latin("org.x.Main"));
+    QCOMPARE(launcher.label(), latin("Notes"));
+    QCOMPARE(launcher.labels(), (QMap<QString, QString>{{QString(), latin("Notes")}}));
+    QVERIFY(launcher.isEnabled());
+    const auto values = launcherOf(writtenAs(androidValue(latin("name"), Integer, 5), latin("org.bank.Main")),
+                                   writtenAs(androidValue(latin("label"), Integer, 7), latin("Bank")),
+                                   writtenAs(androidValue(latin("enabled"), Boolean, 0), latin("true")));
+    const Launcher other = values->package.launchers().first();
+    QCOMPARE(other.name(), latin("org.written.5"));
+    QCOMPARE(other.label(), latin("7"));
+    QVERIFY(!other.isEnabled());
 }
 
 void TestPackage::labelsBehindReferences()

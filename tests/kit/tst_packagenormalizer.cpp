@@ -147,6 +147,15 @@ QStringList answersTo(const QByteArray &bytes)
     return answers(apk);
 }
 
+/// A table of one type, with a text for each resource.
+QByteArray tableOf(const QStringList &texts)
+{
+    TypeBuilder type(1);
+    for (int i = 0; i < texts.size(); ++i)
+        type.value(i, String, i);
+    return TableBuilder().strings(texts).package(PackageBuilder().types({"drawable"}).type(type)).build();
+}
+
 /// What is asked of a normalizer on @p bytes.
 struct Normalized {
     explicit Normalized(const QByteArray &package) : device(package), normalizer(&device) {}
@@ -218,6 +227,7 @@ private slots:
 
     // the ceilings
     void manifestsUpToTheCeiling();
+    void iconsAreThoseThatWereWritten();
     void picturesUpToTheCeiling();
     void pathsUpToTheCeiling();
     void pathLengthsUpToTheCeiling();
@@ -724,6 +734,21 @@ void TestPackageNormalizer::manifestsUpToTheCeiling()
     QCOMPARE(Normalized(withSize(Most + 1)).members(), QStringList{tableName});
 }
 
+// ApkFile goes by what was written, others by values.
+void TestPackageNormalizer::iconsAreThoseThatWereWritten()
+{
+    const Member written{"res/written.png", picture(3, 3, 0)};
+    const Member value{"res/value.png", picture(5, 5, 0)};
+    const auto widthOfIcon = [&](const Attribute &icon, const QByteArray &resources) {
+        Normalized it(package(resources, manifest({writtenAs(icon, written.name)}), {written, value}));
+        const QList<QImage> icons = it.normalizer.apkFile()->getLauncherInfo(true).constFirst().icons();
+        return icons.isEmpty() ? 0 : icons.constFirst().width();
+    };
+    const QByteArray resources = encodedTable(tableOf({value.name}), TableEncoding::Sparse, false);
+    QCOMPARE(widthOfIcon(androidText("icon", value.name), resources), 3);
+    QCOMPARE(widthOfIcon(androidReference("icon", 0x7f010000), resources), 3);
+}
+
 void TestPackageNormalizer::picturesUpToTheCeiling()
 {
     // How many of the members of these sizes, all of which an icon leads to, are taken.
@@ -771,15 +796,6 @@ QStringList pathsOf(const QVector<TypedValue> &icons, const QStringList &texts,
 QStringList pathsOf(const QStringList &texts)
 {
     return pathsOf(QVector<TypedValue>(texts.size(), {ValueType::String, 0}), texts);
-}
-
-/// A table of one type, with a text for each resource.
-QByteArray tableOf(const QStringList &texts)
-{
-    TypeBuilder type(1);
-    for (int i = 0; i < texts.size(); ++i)
-        type.value(i, String, i);
-    return TableBuilder().strings(texts).package(PackageBuilder().types({"drawable"}).type(type)).build();
 }
 
 QVector<TypedValue> references(int count)

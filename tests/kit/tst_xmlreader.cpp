@@ -62,6 +62,7 @@ class TestXmlReader : public QObject
 private slots:
     void elementsAndAttributes();
     void attributesAreKnownByTheirIds();
+    void valuesWinOverWhatWasWritten();
     void typeOfTheDocumentMayBeUnset();
     void whatIsNoDocument();
     void endsAreTakenInTurn();
@@ -112,6 +113,36 @@ void TestXmlReader::attributesAreKnownByTheirIds()
     QVERIFY(reader.root().attribute(tag("x1")) == nullptr);
     QCOMPARE(reader.root().attribute(tag("name"))->text, tag("plain"));
     QVERIFY(reader.root().attribute(IconId) == nullptr);
+}
+
+// As Android has it, which takes the names of packages and splits alone as they were written.
+void TestXmlReader::valuesWinOverWhatWasWritten()
+{
+    constexpr int Null = 0;
+    constexpr int Decimal = 0x10;
+    const auto element = [](const Attribute &attribute) {
+        return XmlReader(XmlBuilder::manifest().empty(tag("e"), {attribute}).build()).root();
+    };
+    const auto named = [&](const Attribute &attribute) { return *element(attribute).attribute(NameId); };
+    const XmlAttribute other = named(writtenAs(androidText(tag("name"), tag("value")), tag("written")));
+    QCOMPARE(other.text, tag("value"));
+    QCOMPARE(other.raw, tag("written"));
+    const XmlAttribute same = named(androidText(tag("name"), tag("value")));
+    QCOMPARE(same.text, tag("value"));
+    QVERIFY(same.raw.isNull());
+    const XmlAttribute number = named(writtenAs(androidValue(tag("name"), Decimal, 5), tag("written")));
+    QCOMPARE(number.text, QString());
+    QCOMPARE(number.plainText(), tag("5"));
+    QCOMPARE(number.raw, tag("written"));
+    const XmlAttribute reference = named(writtenAs(androidReference(tag("name"), 0x7f010000), tag("written")));
+    QCOMPARE(reference.text, QString());
+    // There is no other text where there is no value.
+    QCOMPARE(named(writtenAs(androidValue(tag("name"), Null, 0), tag("written"))).text, tag("written"));
+
+    const XmlElement plain = element(writtenAs(plainText(tag("package"), tag("value")), tag("written")));
+    QCOMPARE(plain.attribute(tag("package"))->text, tag("written"));
+    const XmlElement version = element(writtenAs({QString(), tag("package"), QString(), Decimal, 5}, tag("written")));
+    QCOMPARE(version.attribute(tag("package"))->text, tag("written"));
 }
 
 void TestXmlReader::typeOfTheDocumentMayBeUnset()

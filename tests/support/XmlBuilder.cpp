@@ -40,6 +40,14 @@ Attribute androidReference(const QString &name, qint64 resourceId)
     return androidValue(name, ReferenceType, resourceId);
 }
 
+Attribute writtenAs(Attribute attribute, const QString &raw)
+{
+    if (attribute.dataType == StringType)
+        attribute.value = attribute.raw;
+    attribute.raw = raw;
+    return attribute;
+}
+
 Attribute plainText(const QString &name, const QString &text)
 {
     return {QString(), name, text, StringType, 0};
@@ -86,7 +94,9 @@ XmlBuilder &XmlBuilder::start(const QString &name, const QVector<Attribute> &att
     Bytes records;
     for (const Attribute &attribute : attributes) {
         const int raw = index(attribute.raw);
-        const qint64 data = attribute.raw.isNull() ? attribute.data : raw;
+        const bool isText = attribute.dataType == StringType && !attribute.raw.isNull();
+        const qint64 text = attribute.value.isNull() ? raw : index(attribute.value);
+        const qint64 data = isText ? text : attribute.data;
         records.raw(attributeRecord(index(attribute.ns), index(attribute.name), raw, attribute.dataType, data));
     }
     return chunk(nodeChunk(StartElementType, elementBody(fields, records.data())));

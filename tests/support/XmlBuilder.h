@@ -22,6 +22,7 @@ struct Attribute {
     QString raw;
     int dataType;
     qint64 data;
+    QString value = QString(); ///< of a string, where it is another than raw
 };
 
 /// An attribute in Android's namespace, with a text.
@@ -30,6 +31,8 @@ Attribute androidText(const QString &name, const QString &text);
 Attribute androidValue(const QString &name, int dataType, qint64 data);
 /// An attribute in Android's namespace, that refers to a resource.
 Attribute androidReference(const QString &name, qint64 resourceId);
+/// @p attribute, which is a value, written as the text @p raw; that of a string may be another.
+Attribute writtenAs(Attribute attribute, const QString &raw);
 /// An attribute without a namespace, with a text.
 Attribute plainText(const QString &name, const QString &text);
 
