@@ -348,6 +348,20 @@ QVector<LintCase> manifestCases()
          {finding("undeclared-namespace", warning, manifestName,
                   "The manifest uses Android's attributes and does not declare their namespace, 7 times, and readers "
                   "that go by prefixes do not find them.")}},
+        {"different-text",
+         withActivity({name(".Main"), writtenAs(label(), QStringLiteral("Notes")), icon()}),
+         {finding("different-text", warning, manifestName,
+                  "Attributes of the manifest were written as texts that are not their values, once (label); ApkFile "
+                  "takes the texts, SorrelKit and Android take the values.")}},
+        {"different-text, of many",
+         changed([](LintManifest &manifest) {
+             manifest.launchers = 6;
+             manifest.activity[1] = writtenAs(label(), QStringLiteral("Notes"));
+         }),
+         {finding(
+             "different-text", warning, manifestName,
+             "Attributes of the manifest were written as texts that are not their values, 6 times (label); ApkFile "
+             "takes the texts, SorrelKit and Android take the values.")}},
         {"no-package-name",
          changed([](LintManifest &manifest) { manifest.package = QString(); }),
          {finding("no-package-name", fault, manifestName,

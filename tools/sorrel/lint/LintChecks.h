@@ -93,6 +93,9 @@ inline constexpr LintCheck UnknownManifestChunk{"unknown-manifest-chunk", Severi
                                                 "The manifest has chunks of types that libsorrel skips."};
 inline constexpr LintCheck UndeclaredNamespace{"undeclared-namespace", Severity::Warning,
                                                "The manifest uses a namespace that it does not declare."};
+inline constexpr LintCheck DifferentText{"different-text", Severity::Warning,
+                                         "An attribute of the manifest was written as a text that is not its value: "
+                                         "ApkFile takes the text, SorrelKit and Android take the value."};
 inline constexpr LintCheck UnknownTableChunk{"unknown-table-chunk", Severity::Note,
                                              "The resource table has chunks of types that libsorrel skips."};
 inline constexpr LintCheck UnknownStringPool{"unknown-string-pool", Severity::Note,
@@ -156,6 +159,7 @@ inline constexpr const LintCheck *All[] = {
     &UntypedManifest,
     &UnknownManifestChunk,
     &UndeclaredNamespace,
+    &DifferentText,
     &UnknownTableChunk,
     &UnknownStringPool,
     &NoPackageName,

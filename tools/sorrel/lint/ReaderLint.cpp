@@ -2,6 +2,7 @@
 #include "ReaderLint.h"
 
 #include "LibraryLog.h"
+#include "ManifestScan.h"
 #include "RawBytes.h"
 #include "SequentialBytes.h"
 #include "TableScan.h"
@@ -56,6 +57,17 @@ QString faultIn(const QMap<QString, int> &lines, const QString &start)
             return line.key().mid(start.size()).section(QLatin1Char(':'), 0, 0);
     }
     return {};
+}
+
+QString listed(const QStringList &names)
+{
+    constexpr int MostNames = 5;
+    QStringList shown;
+    for (const QString &name : names.mid(0, MostNames))
+        shown.append(FindingList::shortened(name));
+    if (names.size() > MostNames)
+        shown.append(QStringLiteral("..."));
+    return shown.join(QStringLiteral(", "));
 }
 
 QString times(int count)
@@ -192,6 +204,13 @@ void ReaderLint::readManifest()
             QStringLiteral("The manifest's first chunk has no type, and ApkFile finds nothing in it and tells "
                            "no error; Android and SorrelKit read it, and PackageNormalizer sets the type for "
                            "ApkFile."));
+    const ManifestScan scan(m_manifest);
+    if (scan.differentTexts() > 0)
+        m_findings->add(
+            DifferentText, manifestName,
+            QStringLiteral("Attributes of the manifest were written as texts that are not their values, %1 (%2); "
+                           "ApkFile takes the texts, SorrelKit and Android take the values.")
+                .arg(times(scan.differentTexts()), listed(scan.namesOfDifferentTexts())));
     const LibraryLog log;
     SequentialBytes device(m_manifest);
     bool isRead = true;
@@ -227,7 +246,6 @@ void ReaderLint::tellManifestLines(const QMap<QString, int> &lines)
 void ReaderLint::tellLines(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
                            const QString &start, const QString &text)
 {
-    constexpr int MostNames = 5;
     QStringList names;
     int count = 0;
     for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
@@ -237,15 +255,11 @@ void ReaderLint::tellLines(const LintCheck &check, const QString &subject, const
         QString name = line.key().mid(start.size());
         if (name.endsWith(QLatin1String(" chunk")))
             name.chop(6);
-        if (names.size() < MostNames)
-            names.append(FindingList::shortened(name));
-        else if (names.size() == MostNames)
-            names.append(QStringLiteral("..."));
+        names.append(name);
     }
     const bool isNamed = text.contains(QLatin1String("%2"));
     if (count > 0)
-        m_findings->add(check, subject,
-                        isNamed ? text.arg(times(count), names.join(QStringLiteral(", "))) : text.arg(times(count)));
+        m_findings->add(check, subject, isNamed ? text.arg(times(count), listed(names)) : text.arg(times(count)));
 }
 
 void ReaderLint::setError(ApkFileError error, const QString &fault)
