@@ -140,7 +140,7 @@ public:
     void pushBoundary(int length);
     /// pushBoundary() for a computed length, which may be out of the range of 32 bits, and then is out of bounds.
     void pushBoundary64(qint64 length);
-    /// Consumes what is left of the innermost region, and closes it. There must be one: it is asserted.
+    /// Consumes what is left of the innermost region, and closes it. There must be one.
     void popBoundary();
 
     /// Bytes from here to the innermost boundary; negative in a region of negative length.

@@ -248,13 +248,14 @@ private:
                 m_outcome.error = fileTooShort;
             return;
         }
+        QByteArray piece(4096, '\0');
         while (count > 0) {
-            const QByteArray piece = m_device->read(qMin(count, qint64(4096)));
-            if (piece.isEmpty()) {
+            const qint64 taken = m_device->read(piece.data(), qMin(count, qint64(piece.size())));
+            if (taken <= 0) {
                 m_outcome.error = fileTooShort;
                 return;
             }
-            count -= piece.size();
+            count -= taken;
         }
     }
 
