@@ -165,7 +165,7 @@ QString ApkFile::mainPackage()
 {
     // Not from the answer: of a manifest that broke off, the part that was decoded is in the cache.
     getManifest();
-    return d->manifest.documentElement().attribute(QStringLiteral("package"), QString());
+    return d->manifest.documentElement().attribute(QStringLiteral("package"), QLatin1String(""));
 }
 
 int ApkFile::minSdkVersion() const

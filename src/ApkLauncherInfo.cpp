@@ -23,7 +23,7 @@ QString ApkLauncherInfo::launcherClass() const
 
 QString ApkLauncherInfo::label(const QString &locale) const
 {
-    return d->labels.value(locale);
+    return d->labels.value(locale, QLatin1String(""));
 }
 
 QMap<QString, QString> ApkLauncherInfo::labels() const

@@ -86,7 +86,7 @@ LauncherFinder::LauncherFinder(const QDomDocument &manifest, const ApkResources 
 QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
 {
     QList<ApkLauncherInfo> launchers;
-    const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QString());
+    const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QLatin1String(""));
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
     VisibilityRules rules(m_resources);
     IconLookup icons(m_resources, m_archive, [this] { return decodingBytes(m_manifest); });

@@ -61,7 +61,7 @@ LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int t
         if (locale.isEmpty())
             addMissing(values, referenced);
         else
-            put(values, locale, referenced.value(locale, referenced.value(QString())));
+            put(values, locale, referenced.value(locale, referenced.value(QString(), QLatin1String(""))));
     }
     return values;
 }

@@ -93,6 +93,8 @@ private slots:
     void archiveStaysOpenUntilTheObjectIsGone();
     void deviceStaysTheCallers();
     void keepsAnOpenDeviceForAnOpenArchive();
+    void deviceThatIsClosedAgainIsNoOpenArchive();
+    void archiveStaysOpenWhenItsDeviceIsClosed();
     void openSucceedsAfterTheFileAppears();
 
     void errorTextOfEveryCode_data();
@@ -117,6 +119,8 @@ private slots:
     void mainPackageIsTheRootsAttribute();
     void mainPackageIsFoundByItsLocalName();
     void mainPackageOfABrokenPackageIsEmpty();
+    void mainPackageIsEmptyAndNotNull_data();
+    void mainPackageIsEmptyAndNotNull();
     void keepsThePackageOfAManifestThatBrokeOff();
 
     void minSdkVersion_data();
@@ -280,6 +284,32 @@ void TestApkFile::keepsAnOpenDeviceForAnOpenArchive()
     compareError(apk, 2, "could not find resources.arsc");
     compareErrorDocument(apk.getManifest(), QStringLiteral("could not find resources.arsc"));
     QVERIFY(device.isOpen());
+}
+
+void TestApkFile::deviceThatIsClosedAgainIsNoOpenArchive()
+{
+    PackageDevice device(emptyTable(), smallManifest());
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    const ApkFile apk(&device);
+    QVERIFY(apk.isOpen());
+    device.close();
+    QVERIFY(!apk.isOpen());
+    // The archive was never opened, and is now.
+    QVERIFY(apk.resources().isValid());
+    QVERIFY(apk.isOpen());
+    QCOMPARE(device.timesOpened(), 2);
+    compareError(apk, 0, "no error");
+}
+
+void TestApkFile::archiveStaysOpenWhenItsDeviceIsClosed()
+{
+    PackageDevice device(emptyTable(), smallManifest());
+    ApkFile apk(&device);
+    QVERIFY(apk.open());
+    device.close();
+    QVERIFY(apk.isOpen());
+    QVERIFY(apk.open());
+    QCOMPARE(device.timesOpened(), 1);
 }
 
 void TestApkFile::openSucceedsAfterTheFileAppears()
@@ -489,6 +519,29 @@ void TestApkFile::mainPackageIsFoundByItsLocalName()
     // A QDomElement keeps its attributes by their local names, and finds them so when it is asked without a namespace.
     ApkFile apk(&device);
     QCOMPARE(apk.mainPackage(), QStringLiteral("org.other"));
+}
+
+void TestApkFile::mainPackageIsEmptyAndNotNull_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    const QString manifest = QStringLiteral("manifest");
+    QTest::newRow("no archive") << QByteArray();
+    QTest::newRow("no table") << zip({{manifestMember, smallManifest()}});
+    QTest::newRow("no manifest") << zip({{resourcesMember, emptyTable()}});
+    QTest::newRow("broken manifest") << package(emptyTable(), QByteArray("\x03\x00", 2));
+    QTest::newRow("no attribute") << package(emptyTable(), XmlBuilder().empty(manifest).build());
+    QTest::newRow("empty attribute") << package(
+        emptyTable(), XmlBuilder().empty(manifest, {plainText(QStringLiteral("package"), QStringLiteral(""))}).build());
+}
+
+void TestApkFile::mainPackageIsEmptyAndNotNull()
+{
+    QFETCH(const QByteArray, bytes);
+    PackageDevice device(bytes);
+    const LogCapture log;
+    const QString name = ApkFile(&device).mainPackage();
+    QVERIFY(name.isEmpty());
+    QVERIFY(!name.isNull());
 }
 
 void TestApkFile::mainPackageOfABrokenPackageIsEmpty()

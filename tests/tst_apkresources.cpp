@@ -161,6 +161,7 @@ private slots:
     void thePrefixFollowsTheIdAndNotThePackage();
     void typedValuesAreRendered_data();
     void typedValuesAreRendered();
+    void nullValuesAreNullTexts();
     void valuesThatReferNeverReachThePool();
 
     // reference texts to packages
@@ -286,6 +287,16 @@ void TestApkResources::thePrefixFollowsTheIdAndNotThePackage()
         QCOMPARE(package.refToString(0x01010002), "@" + package.name() + ":string/2");
         QCOMPARE(package.refToString(0x03010002), "@" + package.name() + ":string/2");
     }
+}
+
+void TestApkResources::nullValuesAreNullTexts()
+{
+    const ApkResources table = loaded(application().type(TypeBuilder(1).value(0, 0x00, 1)));
+    QVERIFY(table.valueToString(0x00, 1).isNull());
+    QCOMPARE(table.lookupAll("@string/0"), QStringList{QString()});
+    QVERIFY(table.lookupAll("@string/0").constFirst().isNull());
+    QVERIFY(table.lookupAllByConfig("@string/0").value("", "none").isNull());
+    QVERIFY(table.lookupByLocale("@string/0", 0).value("", "none").isNull());
 }
 
 void TestApkResources::typedValuesAreRendered_data()
@@ -651,6 +662,7 @@ void TestApkResources::aReferenceOfALocaleMayBeEmpty()
                    .type(TypeBuilder(1, ConfigBuilder().locale("fr").density(240).build()).value(0, Decimal, 9)));
     // the locale is taken, with an empty text
     QCOMPARE(table.lookupByLocale("@string/0", 5), (Texts{{"fr", ""}}));
+    QVERIFY(!table.lookupByLocale("@string/0", 5).value("fr").isNull());
 }
 
 void TestApkResources::referencesToNowhereAreEmpty_data()

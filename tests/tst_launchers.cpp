@@ -146,7 +146,10 @@ private slots:
     void className();
     void aliasGivesTheClassOfItsTarget_data();
     void aliasGivesTheClassOfItsTarget();
+    void onlyAnAliasHasATarget_data();
+    void onlyAnAliasHasATarget();
     void packageIsTheManifests();
+    void packageIsEmptyAndNotNull();
 
     void labelComesFromTheInnermostElement();
     void labelsOfEveryLocale();
@@ -395,15 +398,39 @@ void TestLaunchers::aliasGivesTheClassOfItsTarget()
     if (!target.isNull())
         wanted.activity.append(text("targetActivity", target));
     QTEST(only(wanted).launcherClass(), "completed");
+}
 
-    // Only an alias has a target.
-    wanted.activityElement = activityTag;
-    QCOMPARE(only(wanted).launcherClass(), QStringLiteral("org.x.Alias"));
+void TestLaunchers::onlyAnAliasHasATarget_data()
+{
+    QTest::addColumn<QString>("element");
+    for (const char *element : {"activity", "activity-aliasx", "activity-alia", "activity-Alias", "activityalias"})
+        QTest::newRow(element) << QString::fromLatin1(element);
+}
+
+void TestLaunchers::onlyAnAliasHasATarget()
+{
+    Launcher wanted;
+    QFETCH(const QString, element);
+    wanted.activityElement = element;
+    wanted.activity = {named(".Named"), text("targetActivity", QStringLiteral(".Target"))};
+    QCOMPARE(only(wanted).launcherClass(), QStringLiteral("org.x.Named"));
 }
 
 void TestLaunchers::packageIsTheManifests()
 {
     QCOMPARE(only(Launcher()).launcherPackage(), QStringLiteral("org.x"));
+}
+
+void TestLaunchers::packageIsEmptyAndNotNull()
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest")).start(applicationTag).start(activityTag);
+    addFilter(builder, Launcher());
+    builder.end(activityTag).end(applicationTag).end(QStringLiteral("manifest"));
+    const QList<ApkLauncherInfo> found = launchers(builder.build());
+    QCOMPARE(found.size(), 1);
+    QVERIFY(found.constFirst().launcherPackage().isEmpty());
+    QVERIFY(!found.constFirst().launcherPackage().isNull());
 }
 
 void TestLaunchers::labelComesFromTheInnermostElement()
