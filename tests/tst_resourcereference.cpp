@@ -31,6 +31,7 @@ class TestResourceReference : public QObject
 private slots:
     void marks();
     void referencesAreResolvedToTheTablesPackage();
+    void entriesAreNumbersInAsciiDigits();
     void everyShortTextIsParsedAsByThePattern();
 };
 
@@ -51,6 +52,17 @@ void TestResourceReference::referencesAreResolvedToTheTablesPackage()
     QCOMPARE(good.entry(), 12);
     QVERIFY(ResourceReference(QStringLiteral("@string/x"), data).package() == nullptr);
     QVERIFY(ResourceReference(QStringLiteral("@two:string/1"), data).package() == nullptr);
+}
+
+void TestResourceReference::entriesAreNumbersInAsciiDigits()
+{
+    const ApkResourcesData data = loaded(TableBuilder().package(PackageBuilder()));
+    const QString text = QStringLiteral("@string/%1");
+    for (const char *entry : {"0", "9", "0123456789"})
+        QVERIFY2(ResourceReference(text.arg(QLatin1String(entry)), data).package() != nullptr, entry);
+    // Full-width, Arabic and superscript digits, the characters on either side of the ASCII digits, and a line's end.
+    for (const char *entry : {"\uff11\uff12", "1\uff12", "\u0663", "\u00b2", "1/", "1:", "-1", "+1", " 1", "1\n"})
+        QVERIFY2(ResourceReference(text.arg(QString::fromUtf8(entry)), data).package() == nullptr, entry);
 }
 
 // All texts of up to seven of these characters, against the pattern that defines a reference. The table has a package

@@ -233,6 +233,7 @@ private slots:
     void lengthsBeyondTheDataAreZero_data();
     void lengthsBeyondTheDataAreZero();
     void theLargestLengthsAreOutsideTheData();
+    void everyBitOfALengthCounts();
 
     // loading as a whole
     void loadingReplacesTheWholeList();
@@ -890,6 +891,20 @@ void TestStringPool::theLargestLengthsAreOutsideTheData()
     QCOMPARE(faultOf(PoolBuilder().rawString(Bytes().u8(0).u8(0xff).u8(0xff).raw(data).data())), extendsError);
     QCOMPARE(faultOf(PoolBuilder(Encoding::Utf16).rawString(Bytes().u16(0xffff).u16(0xffff).raw(data).data())),
              extendsError);
+}
+
+// Of a length in two parts, the upper one has 15 bits in UTF-16, and 7 in UTF-8.
+void TestStringPool::everyBitOfALengthCounts()
+{
+    const QByteArray data(100, '\0');
+    const auto ofUnits = [&](int upper) { return Bytes().u16(0x8000 | upper).u16(1).raw(data).data(); };
+    const auto ofBytes = [&](int upper) { return Bytes().u8(0).u8(0x80 | upper).u8(1).raw(data).data(); };
+    QCOMPARE(loaded(PoolBuilder(Encoding::Utf16).rawString(ofUnits(0))).get(0).size(), 1);
+    for (int bit = 1; bit < 0x8000; bit *= 2)
+        QCOMPARE(faultOf(PoolBuilder(Encoding::Utf16).rawString(ofUnits(bit))), extendsError);
+    QCOMPARE(loaded(PoolBuilder().rawString(ofBytes(0))).get(0).size(), 1);
+    for (int bit = 1; bit < 0x80; bit *= 2)
+        QCOMPARE(faultOf(PoolBuilder().rawString(ofBytes(bit))), extendsError);
 }
 
 void TestStringPool::loadingReplacesTheWholeList()
