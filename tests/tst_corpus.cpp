@@ -13,7 +13,7 @@ using namespace fixture;
 
 namespace {
 
-constexpr unsigned SecondsForAPackage = 10;
+constexpr unsigned SecondsForAPackage = 60;
 
 } // namespace
 
@@ -56,7 +56,7 @@ void TestCorpus::packageIsRead()
     }
     int status = 0;
     QCOMPARE(waitpid(child, &status, 0), child);
-    QVERIFY2(!WIFSIGNALED(status) || WTERMSIG(status) != SIGALRM, "not done within 10 s");
+    QVERIFY2(!WIFSIGNALED(status) || WTERMSIG(status) != SIGALRM, "not done within a minute");
     QVERIFY2(!WIFSIGNALED(status), qPrintable(QStringLiteral("ended by signal %1").arg(WTERMSIG(status))));
     QCOMPARE(WEXITSTATUS(status), 0);
 }

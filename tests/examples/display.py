@@ -66,7 +66,7 @@ class Window:
         self.command, self.title = command, title
 
     def run(self, *command):
-        return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, timeout=30, check=True).stdout
+        return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, timeout=120, check=True).stdout
 
     def __enter__(self):
         self.program = subprocess.Popen(self.command, env=self.environment)
@@ -94,7 +94,7 @@ class Window:
 
     def wait_for(self, condition, what, whole_screen=False):
         """A picture of which `condition` is true, as soon as there is one."""
-        end = time.monotonic() + 30
+        end = time.monotonic() + 120
         while True:
             picture = self.picture(whole_screen)
             if condition(picture):

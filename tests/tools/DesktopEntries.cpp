@@ -66,7 +66,7 @@ void makeRecorder(const QString &path)
 
 QStringList recordedArguments(const QString &path)
 {
-    constexpr int timeout = 10000;
+    constexpr int timeout = 60000;
     const QString arguments = path + QStringLiteral(".arguments");
     QElapsedTimer timer;
     timer.start();

@@ -24,7 +24,7 @@ QByteArray manifestOf(const QString &name, const QVector<Activity> &activities);
 
 /// Makes a program at @p path that keeps the arguments that it is started with.
 void makeRecorder(const QString &path);
-/// The arguments that the program was last started with, waiting for that up to ten seconds; they are forgotten then.
+/// The arguments that the program was last started with, waiting for that up to a minute; they are forgotten then.
 /// Without any, there is one that says so.
 QStringList recordedArguments(const QString &path);
 

@@ -26,7 +26,8 @@ ToolRun runTool(const QString &program, const QStringList &arguments, const Tool
     process.start(program, arguments);
     process.write(setting.input);
     process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+    // CTest ends a test that hangs.
+    if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }

@@ -4,7 +4,7 @@
 catalog_browser.py [--hostile PAGE] [--many PAGE] [--shots DIRECTORY] PAGE
 
 PAGE shows the sample packages. --hostile: a page of packages that mean harm, and --many: one of 2000 packages, whose
-answers are timed; make_catalog makes both. --shots: pictures of PAGE are put there.
+work is counted; make_catalog makes both. --shots: pictures of PAGE are put there.
 
 Takes Chromium, its driver and Selenium: Debian's chromium, chromium-driver and python3-selenium.
 """
@@ -14,7 +14,6 @@ import base64
 import os
 import pathlib
 import shutil
-import statistics
 import sys
 import unicodedata
 import unittest
@@ -519,7 +518,7 @@ class Looks(PageTest):
         self.assertEqual(self.find("theme").get_attribute("aria-checked"), "false")
         self.assert_legible()
         self.set_media("dark")
-        WebDriverWait(self.driver, 10).until(
+        WebDriverWait(self.driver, 60).until(
             lambda driver: self.find("theme").get_attribute("aria-checked") == "true")
         self.assertLess(self.lightness(), 60)
         self.assert_legible()
@@ -638,58 +637,46 @@ class Hostile(PageTest):
 
 
 class Many(PageTest):
-    """What 2000 packages take; the limits are far above what is measured, and below what people notice."""
+    """How much work 2000 packages take: nodes that a script changes, and layouts that it asks for on the way."""
 
     page = "many"
 
-    def time(self, script):
-        """Milliseconds until a script has run and the page is laid out anew."""
-        return self.run_script("""
-            const started = performance.now();
-            %s
-            document.body.getBoundingClientRect();
-            return performance.now() - started;
-        """ % script)
+    def work(self, script):
+        """Records of changed nodes, and layouts until the script has run and the page is laid out anew."""
+        def layouts():
+            metrics = self.driver.execute_cdp_cmd("Performance.getMetrics", {})["metrics"]
+            return next(metric["value"] for metric in metrics if metric["name"] == "LayoutCount")
 
-    def test_answers_at_once(self):
-        loaded = self.run_script("return performance.getEntriesByType('navigation')[0].loadEventEnd")
-        self.assertEqual(len(self.cards()), 2000)
+        self.driver.execute_cdp_cmd("Performance.enable", {})
+        before = layouts()
+        changes = self.run_script("""
+            document.body.getBoundingClientRect();
+            const observer = new MutationObserver(() => {});
+            observer.observe(document, {subtree: true, childList: true, attributes: true, characterData: true});
+            %s
+            const count = observer.takeRecords().length;
+            observer.disconnect();
+            document.body.getBoundingClientRect();
+            return count;
+        """ % script)
+        return changes, layouts() - before
+
+    def test_work_grows_with_the_cards(self):
+        cards = len(self.cards())
+        self.assertEqual(cards, 2000)
         typed = "const s = document.getElementById('search'); s.value = '{}'; s.dispatchEvent(new Event('input'));"
-        word = "programm ete 1999"
-        first = self.time(typed.format(word[0]))
-        keys = [self.time(typed.format(word[:end])) for end in range(2, len(word) + 1)]
-        self.assertEqual([card["file"] for card in self.shown()], ["number1999.apk"])
-        keys += [self.time(typed.format(word[:end])) for end in range(len(word) - 1, -1, -1)]
-        self.assertEqual(len(self.shown()), 2000)
         change = "const s = document.getElementById('{}'); s.value = '{}'; s.dispatchEvent(new Event('change'));"
-        language = self.time(change.format("language", "ja"))
-        order = self.time(change.format("order", "sdk"))
-        frames = self.driver.execute_async_script("""
-            const done = arguments[0];
-            const search = document.getElementById("search");
-            const times = [];
-            const word = "programm 19";
-            const type = (end) => {
-                if (end > word.length)
-                    return done(times);
-                const started = performance.now();
-                search.value = word.slice(0, end);
-                search.dispatchEvent(new Event("input"));
-                requestAnimationFrame(() => setTimeout(() => {
-                    times.push(performance.now() - started);
-                    type(end + 1);
-                }));
-            };
-            type(1);
-        """)
-        print(f"2000 packages: loaded in {loaded:.0f} ms; first key {first:.0f} ms, others "
-              f"{statistics.median(keys):.1f} ms (at most {max(keys):.0f}), up to the next frame "
-              f"{statistics.median(frames):.0f} ms; "
-              f"language {language:.0f} ms, order {order:.0f} ms")
-        self.assertLess(statistics.median(keys), 100)
-        self.assertLess(first, 1500)
-        self.assertLess(language, 2000)
-        self.assertLess(order, 2000)
+        word = "programm ete 1999"
+        keys = [self.work(typed.format(word[:end])) for end in range(1, len(word) + 1)]
+        self.assertEqual([card["file"] for card in self.shown()], ["number1999.apk"])
+        keys += [self.work(typed.format(word[:end])) for end in range(len(word) - 1, -1, -1)]
+        self.assertEqual(len(self.shown()), 2000)
+        others = [self.work(change.format("language", "ja")), self.work(change.format("order", "sdk"))]
+        print(f"2000 packages: changes and layouts of the keys at most {max(keys)}, language {others[0]}, "
+              f"order {others[1]}")
+        for changes, layouts in keys + others:
+            self.assertLess(changes, 10 * cards)
+            self.assertLess(layouts, 10)
 
 
 class Shots(PageTest):

@@ -437,11 +437,8 @@ void TestScanCommand::aFileThatTakesTooLongCostsItself()
     const QString before = write(QStringLiteral("time/1.apk"), good(QStringLiteral("org.before")));
     const QString hostile = write(QStringLiteral("time/2.apk"), slow());
     const QString after = write(QStringLiteral("time/3.apk"), good(QStringLiteral("org.after")));
-    QElapsedTimer timer;
-    timer.start();
     const ToolRun result = runSorrel({QStringLiteral("scan"), QStringLiteral("-j1"), QStringLiteral("--timeout"),
-                                      QStringLiteral("1.5"), before, hostile, after});
-    QVERIFY(timer.elapsed() >= 1500);
+                                      QStringLiteral("3"), before, hostile, after});
     QCOMPARE(result.status, 1);
     const QList<QByteArray> output = lines(result.output);
     QCOMPARE(output.size(), 3);
@@ -565,8 +562,6 @@ void TestScanCommand::aReaderThatGoesAwayEndsTheScan()
         write(QStringLiteral("many.apk"), package(emptyTable(), manifest(QStringLiteral("org.many"), 200)));
     ToolSetting setting;
     setting.input = (file.toUtf8() + '\n').repeated(200000);
-    QElapsedTimer timer;
-    timer.start();
     const ToolRun result =
         runTool(QStringLiteral("sh"), {QStringLiteral("-c"), QStringLiteral("sorrel scan - | head -n 1")}, setting);
     QCOMPARE(packageNames(result.output), QStringList{QStringLiteral("org.many")});

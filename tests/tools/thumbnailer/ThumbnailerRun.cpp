@@ -90,7 +90,7 @@ Run ThumbnailerRun::start(const QString &program, const QStringList &arguments, 
     for (const QString &argument : arguments)
         words.append(shellWord(argument.toLatin1()));
     process.start(QStringLiteral("bash"), {QStringLiteral("-c"), words.join(QLatin1Char(' '))});
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(-1) || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
 }
