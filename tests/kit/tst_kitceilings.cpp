@@ -3,9 +3,13 @@
 #include "Apk.h"
 #include "Canvas.h"
 #include "DrawableFixture.h"
+#include "IconMaker.h"
 #include "LabelLookup.h"
 #include "Manifest.h"
+#include "PackageData.h"
 #include "PackageSet.h"
+#include "PictureReader.h"
+#include "Pictures.h"
 
 #include <SorrelKit/Package.h>
 
@@ -79,18 +83,56 @@ QByteArray chain(int references)
     return tableOf(strings().type(type.value(references, String, 0)));
 }
 
+// The files that an icon has, in the order of their densities.
+QVector<IconFile> iconFiles(const PackageBuilder &package, const QVector<QByteArray> &files)
+{
+    QStringList paths;
+    Files found;
+    for (const QByteArray &bytes : files) {
+        paths.append(QString::number(paths.size()));
+        found.add(paths.last(), bytes);
+    }
+    const ResourceResolver resolver = resolverOf(tableOf(package, paths));
+    ResolvedValue icon;
+    icon.value = {ValueType::Reference, FirstString};
+    icon.resource = FirstString;
+    return IconMaker(resolver, found).iconFiles(icon);
+}
+
+int iconFileCount(const QVector<QByteArray> &files)
+{
+    PackageBuilder package = strings();
+    for (int i = 0; i < files.size(); ++i)
+        package.type(TypeBuilder(StringType, ConfigBuilder().density(i + 1).build()).value(0, String, i));
+    return int(iconFiles(package, files).size());
+}
+
+QByteArray splitManifest()
+{
+    return XmlBuilder()
+        .empty(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x")),
+                                            plainText(QStringLiteral("split"), QStringLiteral("s"))})
+        .build();
+}
+
+// The package of a split, of @p size bytes.
+QByteArray splitOfSize(qint64 size)
+{
+    const auto build = [](qint64 padding) {
+        return zip({{QStringLiteral("AndroidManifest.xml"), splitManifest()},
+                    {QStringLiteral("padding"), QByteArray(int(padding), '\0')}},
+                   Compression::Stored);
+    };
+    return build(size - build(0).size());
+}
+
 int packagesOfSet(int others, int splits)
 {
     QVector<Member> members;
     for (int i = 0; i < others; ++i)
         members.append({QString::number(i), QByteArray()});
     members.append({QStringLiteral("base.apk"), package(emptyTable(), smallManifest(QStringLiteral("org.x")))});
-    const QByteArray manifest =
-        XmlBuilder()
-            .empty(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x")),
-                                                plainText(QStringLiteral("split"), QStringLiteral("s"))})
-            .build();
-    const QByteArray split = package(emptyTable(), manifest);
+    const QByteArray split = package(emptyTable(), splitManifest());
     for (int i = 0; i < splits; ++i)
         members.append({QStringLiteral("%1.apk").arg(i), split});
     PackageDevice device(zip(members, Compression::Stored));
@@ -119,8 +161,15 @@ private slots:
     void packagesOfASet();
     void membersOfASet();
     void typeChunksOfASet();
+    void bytesOfAManifest();
+    void inflatedBytesOfASet();
+    void filesOfAnIcon();
+    void bytesOfFilesOfAnIcon();
+    void stepsOfAnIcon();
+    void decodedBytesOfAnIcon();
     void drawables();
     void layers();
+    void pixelsOfACanvas();
 };
 
 void TestKitCeilings::typeChunks()
@@ -299,6 +348,81 @@ void TestKitCeilings::typeChunksOfASet()
              QStringLiteral("could not parse resources.arsc: too many types in resource table"));
 }
 
+void TestKitCeilings::bytesOfAManifest()
+{
+    // What follows the document does not count.
+    const auto error = [](qint64 size) {
+        const QByteArray manifest = smallManifest();
+        PackageDevice device(emptyTable(), manifest + QByteArray(int(size - manifest.size()), '\0'));
+        return Package(&device).errorString();
+    };
+    QCOMPARE(error(PackageData::MaxManifestBytes), QStringLiteral("no error"));
+    QCOMPARE(error(PackageData::MaxManifestBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));
+}
+
+void TestKitCeilings::inflatedBytesOfASet()
+{
+    const QByteArray base = package(emptyTable(), smallManifest(QStringLiteral("org.x")));
+    const QByteArray half = splitOfSize(PackageSet::MaxInflatedBytes / 2);
+    const auto splits = [&](qint64 excess) {
+        const QByteArray rest = splitOfSize(PackageSet::MaxInflatedBytes - half.size() - base.size() + excess);
+        PackageDevice device(zip({{QStringLiteral("base.apk"), base},
+                                  {QStringLiteral("half.apk"), half},
+                                  {QStringLiteral("rest.apk"), rest}}));
+        return Package(&device).splits().size();
+    };
+    QCOMPARE(splits(0), 2);
+    QCOMPARE(splits(1), 1);
+}
+
+void TestKitCeilings::filesOfAnIcon()
+{
+    const QByteArray png = picture(1, 1, 0);
+    QCOMPARE(iconFileCount(QVector<QByteArray>(IconMaker::MaxFiles, png)), IconMaker::MaxFiles);
+    QCOMPARE(iconFileCount(QVector<QByteArray>(IconMaker::MaxFiles + 1, png)), IconMaker::MaxFiles);
+}
+
+void TestKitCeilings::bytesOfFilesOfAnIcon()
+{
+    const QByteArray png = picture(1, 1, 0);
+    const auto ofSize = [&png](qint64 size) { return png + QByteArray(int(size - png.size()), '\0'); };
+    const QByteArray largest = ofSize(IconMaker::MaxFileBytes);
+    QCOMPARE(iconFileCount({largest}), 1);
+    QCOMPARE(iconFileCount({ofSize(IconMaker::MaxFileBytes + 1)}), 0);
+    const qint64 rest = IconMaker::MaxBytes - largest.size() - png.size();
+    QCOMPARE(iconFileCount({largest, ofSize(rest), png}), 3);
+    QCOMPARE(iconFileCount({largest, ofSize(rest + 1), png}), 2);
+}
+
+void TestKitCeilings::stepsOfAnIcon()
+{
+    // Each resource refers to the next, and the last one is a file; all are of one type of many chunks.
+    constexpr int Chunks = 1 << 12;
+    constexpr int Most = int(IconMaker::MaxSteps / (Chunks + ResourceResolver::StepsPerResource));
+    static_assert(Most < IconMaker::MaxFiles, "the files are not what ends the search");
+    const auto found = [](int resources) {
+        TypeBuilder type(StringType);
+        for (int i = 0; i < resources - 1; ++i)
+            type.value(i, Reference, qint64(FirstString) + i + 1);
+        type.value(resources - 1, String, 0);
+        return iconFiles(strings().chunk(emptyTypes(Chunks - 1)).type(type), {picture(1, 1, 0)}).size();
+    };
+    QCOMPARE(found(Most), 1);
+    QCOMPARE(found(Most + 1), 0);
+}
+
+void TestKitCeilings::decodedBytesOfAnIcon()
+{
+    constexpr int Width = 4096;
+    constexpr int BytesPerPixel = 4;
+    constexpr int Most = int(PictureReader::MaxDecodingBytes / (Width * BytesPerPixel));
+    QCOMPARE(PictureReader().read(blackPng(Width, Most)).height(), Most);
+    QVERIFY(PictureReader().read(blackPng(Width, Most + 1)).isNull());
+    PictureReader reader;
+    QVERIFY(!reader.read(blackPng(Width, Most)).isNull());
+    QVERIFY(reader.read(blackPng(1, 1)).isNull());
+}
+
 void TestKitCeilings::drawables()
 {
     const auto error = [](int count) {
@@ -326,6 +450,24 @@ void TestKitCeilings::layers()
     };
     QVERIFY(isPainted(Canvas::MaxLayers));
     QVERIFY(!isPainted(Canvas::MaxLayers + 1));
+}
+
+void TestKitCeilings::pixelsOfACanvas()
+{
+    // Layers that each cover all of it; the last one is blue.
+    constexpr QSize Size(512, 512);
+    constexpr int Most = int(Canvas::MaxPixels / (Size.width() * Size.height()));
+    const auto colorOf = [Size](int layers) {
+        Studio studio;
+        Elements items(layers - 1, element(QStringLiteral("item"), {drawable(Red)}));
+        items.append(element(QStringLiteral("item"), {drawable(Blue)}));
+        const DrawablePointer list = studio.load(element(QStringLiteral("layer-list"), {}, items));
+        Canvas canvas(Size);
+        list->draw(canvas, QRectF(QPointF(), Size));
+        return qMakePair(canvas.isSpent(), canvas.image().pixel(0, 0));
+    };
+    QCOMPARE(colorOf(Most), qMakePair(false, Blue));
+    QCOMPARE(colorOf(Most + 1), qMakePair(true, Red));
 }
 
 QTEST_GUILESS_MAIN(TestKitCeilings)

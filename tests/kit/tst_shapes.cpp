@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "AndroidAttributes.h"
 #include "DrawableFixture.h"
+#include "ShapeDrawable.h"
 
 #include <QtTest>
 
@@ -69,6 +70,8 @@ private slots:
     void strokeLiesOnTheFilling();
     void dashes();
     void tooManyDashesAreDrawnThrough();
+    void dashesUpToTheCeilings_data();
+    void dashesUpToTheCeilings();
     void ovalTouchesTheSides();
     void lineIsInTheMiddle();
     void rings_data();
@@ -169,6 +172,43 @@ void TestShapes::tooManyDashesAreDrawnThrough()
     QCOMPARE(areaOf(fine, Red), QRect(2, 3, 32, 4));
     QCOMPARE(dashed(pixels(Attr::DashWidth, 3), pixels(Attr::DashGap, 0)), fine);
     QCOMPARE(dashed(pixels(Attr::DashWidth, -3), pixels(Attr::DashGap, 3)), fine);
+}
+
+void TestShapes::dashesUpToTheCeilings_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("width");
+    QTest::addColumn<float>("period");
+    QTest::addColumn<bool>("isDashed");
+    constexpr auto MinPixels = float(ShapeDrawable::MinDashPixels);
+    constexpr auto MinWidths = float(ShapeDrawable::MinDashWidths);
+    constexpr auto MaxWidth = int(ShapeDrawable::MaxDashedWidth);
+    // The whole outline counts, which a line has twice.
+    constexpr int Longest = int(ShapeDrawable::MaxDashes * ShapeDrawable::MinDashPixels) / 2;
+    QTest::newRow("as many as may be") << Longest << 1 << MinPixels << true;
+    QTest::newRow("more") << Longest + 1 << 1 << MinPixels << false;
+    QTest::newRow("as fine as may be") << 100 << 1 << MinPixels << true;
+    QTest::newRow("finer") << 100 << 1 << 0.99F * MinPixels << false;
+    QTest::newRow("as fine as may be, wide") << 100 << 16 << 16 * MinWidths << true;
+    QTest::newRow("finer, wide") << 100 << 16 << 15.9F * MinWidths << false;
+    QTest::newRow("as wide as may be") << 300 << MaxWidth << 40.0F << true;
+    QTest::newRow("wider") << 300 << MaxWidth + 1 << 40.0F << false;
+}
+
+void TestShapes::dashesUpToTheCeilings()
+{
+    QFETCH(int, length);
+    QFETCH(int, width);
+    QFETCH(float, period);
+    QFETCH(bool, isDashed);
+    Studio studio;
+    const auto coverageWith = [&](const Attributes &dashes) {
+        const XmlElement line = shape({stroke(width, Red, dashes)}, {integer(Attr::Shape, Line)});
+        return coverage(studio.draw(line, {length + width, width}));
+    };
+    const qreal dashed =
+        coverageWith({number(Attr::DashWidth, period / 2), number(Attr::DashGap, period / 2)}) / coverageWith({});
+    QVERIFY2(isDashed ? dashed < 0.75 : dashed == 1, qPrintable(QString::number(dashed)));
 }
 
 void TestShapes::ovalTouchesTheSides()

@@ -3,6 +3,7 @@
 #include "Bounds.h"
 #include "DrawableFixture.h"
 #include "PathPainter.h"
+#include "VectorDrawable.h"
 #include "VectorGroup.h"
 
 #include <QRandomGenerator>
@@ -88,6 +89,7 @@ private slots:
     void errors();
     void faultsLeaveOutTheRest_data();
     void faultsLeaveOutTheRest();
+    void sidesUpToTheCeiling();
     void whatIsTooMuchIsLeftOut();
     void hostile_data();
     void hostile();
@@ -173,6 +175,22 @@ void TestVectorLimits::faultsLeaveOutTheRest()
     QCOMPARE(studio.loader.error(), error);
     QCOMPARE(areaOf(image, Red), area);
     QCOMPARE(coverage(image), area.width() * area.height() / (24.0 * 24));
+}
+
+void TestVectorLimits::sidesUpToTheCeiling()
+{
+    constexpr auto Most = float(VectorDrawable::MaxSide);
+    const auto load = [](float viewport, int width) {
+        Studio studio;
+        return studio.load(element("vector",
+                                   {number(Attr::ViewportWidth, viewport), number(Attr::ViewportHeight, viewport),
+                                    pixels(Attr::Width, width), pixels(Attr::Height, 24)},
+                                   {path(everything)}));
+    };
+    QVERIFY(load(Most, 24) != nullptr);
+    QVERIFY(load(Most + 1, 24) == nullptr);
+    QCOMPARE(load(24, int(Most))->intrinsicSize(), QSizeF(VectorDrawable::MaxSide, 24));
+    QCOMPARE(load(24, int(Most) + 1)->intrinsicSize(), QSizeF(VectorDrawable::MaxSide, 24));
 }
 
 // A path that would take a painter half a minute.
