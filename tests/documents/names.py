@@ -26,11 +26,11 @@ OTHER_OPTIONS = {
     "--jobs": "parallel",
 }
 
-faults = []
+faults = {}
 
 
 def fault(page, message):
-    faults.append(f"{page}: {message}")
+    faults[f"{page}: {message}"] = True
 
 
 def read(*parts):
