@@ -328,6 +328,11 @@ QVector<LintCase> manifestCases()
              "The manifest cannot be read (could not parse AndroidManifest.xml: damaged XML document). ApkFile reads "
              "it all the same.")},
          5},
+        {"damaged-manifest, to ApkFile and without a type",
+         lintPackageFile(lintTable(), untyped.chopped(1)),
+         {finding("damaged-manifest", fault, manifestName,
+                  "The manifest cannot be read (could not parse AndroidManifest.xml: not a binary XML document).")},
+         5},
         {"untyped-manifest",
          lintPackageFile(lintTable(), untyped),
          {finding("untyped-manifest", warning, manifestName,

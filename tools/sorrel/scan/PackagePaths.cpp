@@ -41,7 +41,7 @@ unsigned char typeOf(int directory, const dirent &entry)
     struct stat status = {};
     if (entry.d_type != DT_UNKNOWN || ::fstatat(directory, entry.d_name, &status, AT_SYMLINK_NOFOLLOW) != 0)
         return entry.d_type;
-    return IFTODT(status.st_mode);
+    return uchar(IFTODT(status.st_mode));
 }
 
 // Directories are not entered by links, and a link to nothing is no file. Any other fault is reported when the file is read.
