@@ -5,13 +5,13 @@
 
 ThumbnailerOptions::ThumbnailerOptions()
     : m_sizeOption({QStringLiteral("s"), QStringLiteral("size")},
-                   QStringLiteral("At most N pixels a side, from 1; above 1024, 1024. 256 by default."),
+                   QStringLiteral("At most N pixels a side, by default 256. A number above 1024 counts as 1024."),
                    QStringLiteral("N")),
-      m_helpOption({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Prints this help.")),
-      m_versionOption({QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Prints the version."))
+      m_helpOption({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")),
+      m_versionOption({QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Show the version and exit."))
 {
     m_parser.setApplicationDescription(
-        QStringLiteral("Writes the icon of an Android package, or set of packages, to a PNG file.\n\n"
+        QStringLiteral("Write the icon of an Android package, or of a set of packages, to a PNG file.\n\n"
                        "Exit status: 0 when it was written, 1 when there is no icon or a file could not be read or\n"
                        "written, 2 for wrong usage."));
     m_parser.addOption(m_sizeOption);

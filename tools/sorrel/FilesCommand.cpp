@@ -63,7 +63,7 @@ QJsonObject memberJson(QJsonObject json, const QuaZipFileInfo64 &member)
 QString FilesCommand::details() const
 {
     return QStringLiteral(
-        "Each on a line: its size, what it takes in the package, in bytes, how it is kept, and its path.");
+        "A line for each: its size and its size in the package, in bytes; how it is compressed; and its path.");
 }
 
 void FilesCommand::addOptions(QCommandLineParser &parser) const

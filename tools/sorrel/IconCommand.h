@@ -21,7 +21,7 @@ private:
     const IconOptions m_icon{192};
     const QCommandLineOption m_launcher{
         QStringLiteral("launcher"),
-        QStringLiteral("The icon of the launcher with this NAME, as 'sorrel info' tells it; not the application's."),
+        QStringLiteral("The icon of the launcher with this NAME, which 'sorrel info' prints; not the application's."),
         QStringLiteral("NAME")};
     const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
                                       QStringLiteral("Where to write it; '-', the default, is standard output."),

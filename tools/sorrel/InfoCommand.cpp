@@ -6,7 +6,7 @@
 
 QString InfoCommand::details() const
 {
-    return QStringLiteral("The label that you see comes first, in the language that you have set.");
+    return QStringLiteral("The label in the user's language comes first.");
 }
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const

@@ -28,7 +28,8 @@ public:
 
 private:
     const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per file, on one line.")};
-    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
+    const QCommandLineOption m_all{QStringLiteral("all"),
+                                   QStringLiteral("Include launchers that home screens do not show.")};
 };
 
 #endif

@@ -15,7 +15,7 @@
 QString ManifestCommand::details() const
 {
     return QStringLiteral("References are printed with the number of the resource in its type, \"@string/12\"; 'sorrel "
-                          "resources' tells what is behind one.");
+                          "resources' shows the values of one.");
 }
 
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const

@@ -12,8 +12,8 @@ using SorrelKit::Package;
 QString ResourcesCommand::details() const
 {
     return QStringLiteral(
-        "Each on a line: its id, its name, and the value that devices take when no other one fits them better. "
-        "With REF, all values of one resource, each with the devices that it is for.");
+        "A line for each: its id, its name, and the value for devices that no other value fits better. "
+        "With REF, all values of one resource, each with its qualifiers.");
 }
 
 void ResourcesCommand::addArguments(QCommandLineParser &parser) const

@@ -53,14 +53,16 @@ const Command *findCommand(const Commands &commands, const QString &name)
 QString overview(const Commands &commands)
 {
     constexpr int nameWidth = 10;
-    QString text = QStringLiteral("Tells what Android packages (APK), and sets of them, hold.\n\nCommands:\n");
+    QString text =
+        QStringLiteral("Show the contents of Android packages (APK) and of sets of packages.\n\nCommands:\n");
     for (const std::unique_ptr<Command> &command : commands) {
         if (!command->isInternal())
             text += QStringLiteral("  %1 %2\n").arg(command->name().leftJustified(nameWidth), command->summary());
     }
     return text
-           + QStringLiteral("\n'sorrel COMMAND --help' tells more about one.\n\n"
-                            "Exit status: 0 when every file was read, 1 when one could not be, 2 for wrong usage.");
+           + QStringLiteral("\n'sorrel COMMAND --help' describes one command.\n\n"
+                            "Exit status: 0 when every file was read, 1 when a file could not be read or written, "
+                            "2 for wrong usage.");
 }
 
 // Help calls the program @p program, whatever path it was started by.
@@ -75,14 +77,14 @@ QString overview(const Commands &commands)
 
 QCommandLineOption helpOption()
 {
-    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Tells this.")};
+    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
 }
 
 int runWithoutCommand(const QStringList &arguments, const Commands &commands)
 {
     const QCommandLineOption help = helpOption();
     const QCommandLineOption version({QStringLiteral("v"), QStringLiteral("version")},
-                                     QStringLiteral("Tells the version."));
+                                     QStringLiteral("Show the version and exit."));
     QCommandLineParser parser;
     parser.setApplicationDescription(overview(commands));
     parser.addOptions({help, version});

@@ -13,8 +13,8 @@
 QString CatalogCommand::details() const
 {
     return QStringLiteral(
-        "It has icons, labels in a language to choose, versions, launchers and what is odd, and needs "
-        "nothing beside it. A package that cannot be read is on it, too, with the reason.");
+        "It has icons, labels in a language to choose, versions, launchers and the findings of "
+        "'sorrel lint', and needs no other file. A package that cannot be read is on it, too, with the reason.");
 }
 
 void CatalogCommand::addArguments(QCommandLineParser &parser) const

@@ -3,8 +3,8 @@
 
 set -l commands info manifest resources icon files lint desktop scan catalog
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -f
-complete -c sorrel -s h -l help -d 'Tell about the program or the command'
-complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -s v -l version -d 'Tell the version'
+complete -c sorrel -s h -l help -d 'Show help'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -s v -l version -d 'Show the version'
 
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a info -d 'Name, version, launchers with labels and icons'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a manifest -d 'The manifest, as XML'
@@ -23,7 +23,7 @@ complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rou
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Pixels a side'
 complete -c sorrel -n "$in icon" -l launcher -x -d 'The icon of this launcher'
 complete -c sorrel -n "$in icon desktop catalog" -s o -l output -r -d 'Where to write it'
-complete -c sorrel -n "$in lint" -l checks -d 'Tell what is looked for'
+complete -c sorrel -n "$in lint" -l checks -d 'List the checks'
 complete -c sorrel -n "$in desktop" -l exec -x -d 'The command that starts an entry'
 complete -c sorrel -n "$in scan catalog" -s 0 -l null -d 'Paths on standard input end with a NUL'
 complete -c sorrel -n "$in scan catalog" -s j -l jobs -x -d 'Worker processes'

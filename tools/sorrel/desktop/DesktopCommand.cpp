@@ -35,15 +35,13 @@ QJsonObject toJson(const Launcher &launcher, const LauncherFiles &files)
 
 QString DesktopCommand::details() const
 {
-    return QStringLiteral("One for each launcher. The paths of what was written are printed.\n\n"
-                          "In COMMAND, spaces part arguments. One that holds spaces, or what means something to a "
-                          "shell, stands in double "
-                          "quotes, with a \\ before each \", `, $ and \\. There is no shell. %% is a percent sign. "
-                          "Whatever names a package has, "
-                          "they are parts of these arguments, and nothing else.\n\n"
-                          "Files that were written before for the same launcher are replaced; others never. Icons, and "
-                          "languages of labels, "
-                          "that cannot be had are told on standard error.");
+    return QStringLiteral(
+        "One entry for each launcher. The command prints the paths of the files that it wrote.\n\n"
+        "In COMMAND, spaces separate arguments. An argument that holds spaces, or characters that mean something to a "
+        "shell, is written in double quotes, with a \\ before each \", `, $ and \\. No shell runs. %% is a percent "
+        "sign. Names from a package stay within these arguments, whatever characters they hold.\n\n"
+        "A file that was written before for the same launcher is replaced; no other file is. Standard error has a line "
+        "about each icon, and each language of labels, that is missing.");
 }
 
 void DesktopCommand::addOptions(QCommandLineParser &parser) const

@@ -28,8 +28,10 @@ private:
                        "%a the activity or alias, %c the class that runs."),
         QStringLiteral("COMMAND")};
     const IconOptions m_icon{48};
-    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
-    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("Tells what was written as a JSON object.")};
+    const QCommandLineOption m_all{QStringLiteral("all"),
+                                   QStringLiteral("Include launchers that home screens do not show.")};
+    const QCommandLineOption m_json{QStringLiteral("json"),
+                                    QStringLiteral("Print a JSON object that names the written files.")};
 };
 
 #endif

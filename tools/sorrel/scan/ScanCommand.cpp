@@ -6,9 +6,9 @@
 
 QString ScanCommand::details() const
 {
-    return QStringLiteral("The lines are those of 'sorrel info --json'. Packages are read by worker processes; one "
-                          "that dies, or takes more "
-                          "time or memory than it may, costs its one file, whose line says so.");
+    return QStringLiteral(
+        "The lines are those of 'sorrel info --json'. Worker processes read the packages. One "
+        "that dies, or exceeds the limit of time or memory, costs one file, whose line has the error.");
 }
 
 void ScanCommand::addArguments(QCommandLineParser &parser) const

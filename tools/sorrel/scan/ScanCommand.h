@@ -27,11 +27,12 @@ private:
     const ScanOptions m_scan;
     const QCommandLineOption m_ordered{
         QStringLiteral("ordered"), QStringLiteral("Keep the order of the paths; below directories, that of names.")};
-    const QCommandLineOption m_all{QStringLiteral("all"), QStringLiteral("Launchers that are not shown, too.")};
+    const QCommandLineOption m_all{QStringLiteral("all"),
+                                   QStringLiteral("Include launchers that home screens do not show.")};
     const QCommandLineOption m_icon{QStringLiteral("icon"),
-                                    QStringLiteral("The icon, too, as a PNG picture of N pixels a side in Base64."),
+                                    QStringLiteral("Add the icon, a PNG picture of N pixels a side in Base64."),
                                     QStringLiteral("N")};
-    const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("What 'sorrel lint' finds, too.")};
+    const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("Add what 'sorrel lint' finds.")};
 };
 
 #endif

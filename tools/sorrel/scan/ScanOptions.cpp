@@ -21,12 +21,12 @@ ScanOptions::ScanOptions()
              QStringLiteral("Worker processes; by default one for each processor."), QStringLiteral("N"),
              QString::number(QThread::idealThreadCount())),
       m_maxMemory(QStringLiteral("max-memory"),
-                  QStringLiteral("Memory that reading a file may take, in MiB; by default %1.").arg(DefaultMegabytes),
+                  QStringLiteral("Limit of the data of a worker, in MiB; by default %1.").arg(DefaultMegabytes),
                   QStringLiteral("MIB"), QString::number(DefaultMegabytes)),
       m_timeout(QStringLiteral("timeout"),
-                QStringLiteral("Time that reading a file may take, in seconds; by default %1.").arg(DefaultSeconds),
+                QStringLiteral("Limit of the time for a file, in seconds; by default %1.").arg(DefaultSeconds),
                 QStringLiteral("SECONDS"), QString::number(DefaultSeconds)),
-      m_noProgress(QStringLiteral("no-progress"), QStringLiteral("Do not show progress, on a terminal either.")),
+      m_noProgress(QStringLiteral("no-progress"), QStringLiteral("Do not show progress, even on a terminal.")),
       m_null({QStringLiteral("0"), QStringLiteral("null")},
              QStringLiteral("Paths on standard input end with a NUL, as 'find -print0' writes them."))
 {
