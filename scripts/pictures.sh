@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# pictures.sh: makes the documents' pictures anew: docs/catalog.png, docs/contact-sheet.png and docs/launcher-grid.png.
-# Look at them before they are committed.
+# pictures.sh: makes the pictures of the pages anew: docs/catalog.png, docs/contact-sheet.png and docs/launcher-grid.png.
+# Look at them before they are committed. Installs missing packages first, with the browser and the screen.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-require "${test_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
+require "${system_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
 build release sorrel-command contact_sheet launcher-grid samples
 sorrel=$PWD/build/release/bin/sorrel
 samples=$PWD/build/release/samples
