@@ -8,6 +8,8 @@
 - Files and directories of SOURCE that a page names in backquotes or runs as a command exist.
 - Commands and options of the programs in BIN and of the scripts that a page names are in their help or in their source.
 - The fuzz entries in docs/testing.md and in scripts/fuzz.sh are those of fuzz/CMakeLists.txt.
+- The kinds of tests that a machine may be unable to run are the same in docs/testing.md, scripts/test.sh, .ci/run and the
+  tests.
 - Each alternative of a pattern that a page gives to `ctest -R` matches a test of the build tree BUILD, and the table of tests
   about documents names tests."""
 
@@ -217,6 +219,21 @@ def check_fuzz_entries(source, pages):
                 fault(page, f"names {number.lower()} fuzzers; there are {len(expected)}")
 
 
+# Kinds of tests that are skipped
+
+def check_kinds(source, pages):
+    skips = set()
+    for path in glob.glob(os.path.join(source, "tests", "**", "*.*"), recursive=True):
+        if path.endswith((".sh", ".py")):
+            skips.update(re.findall(r"""\bskip(?: |\(['"])([a-z]+)(?= "|['"],)""", read(path)))
+    section_text = section("docs/testing.md", pages["docs/testing.md"], "Running")
+    table = section_text[section_text.find("| kind |"):]
+    compare("docs/testing.md", "kind of tests", [cells[0].strip("`") for cells in rows(table)], skips)
+    for path, pattern in (("scripts/test.sh", r"fail instead: ([a-z, ]+)\."), (".ci/run", r"SORREL_TESTS_REQUIRE=([a-z,]+)")):
+        listed = re.search(pattern, read(source, path))
+        compare(path, "kind of tests", re.findall("[a-z]+", listed.group(1)) if listed else [], skips)
+
+
 # Tests
 
 def check_tests(build, pages):
@@ -245,6 +262,7 @@ def main():
     check_build_options(source, pages["README.md"])
     check_presets(source, pages)
     check_fuzz_entries(source, pages)
+    check_kinds(source, pages)
     check_tests(build, pages)
     tools = Tools(source, programs)
     for page, text in pages.items():
