@@ -15,7 +15,7 @@ option(BUILD_TESTING "Build the tests where SORREL_BUILD_TESTS is AUTO" ON)
 # sorrel_part(PART DESCRIPTION MISSING...): sets SORREL_HAS_<PART>. Each MISSING is a reason why the part cannot be built.
 function(sorrel_part part description)
     set(option SORREL_BUILD_${part})
-    set(${option} AUTO CACHE STRING "Build ${description}: ON, OFF, or AUTO for where what they need is found")
+    set(${option} AUTO CACHE STRING "Build ${description}: ON, OFF, or AUTO (where the requirements are found)")
     set_property(CACHE ${option} PROPERTY STRINGS AUTO ON OFF)
     list(JOIN ARGN "; " reason)
     set(built FALSE)
