@@ -2,11 +2,13 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # bench.sh [FILE.apk...]: measures what the library takes, in time, memory and instructions, and writes tables of
 #     ratios to standard output and build/bench/report.md; these packages get rows of their own. Raw results are in
-#     build/bench/*.json and memory.jsonl. Takes some five minutes, in which the machine should have nothing else to do.
+#     build/bench/*.json and memory.jsonl. Takes some ten minutes, in which the machine should have nothing else to do.
 # bench.sh --check: counts instructions only, and compares them with bench/instructions.json; the status is 1 when a row
 #     grew by more than 5 %, or is missing on either side.
 # bench.sh --update: makes these counts the baseline.
 # bench.sh --scan: measures `sorrel scan` by the number of its workers, for docs/scaling.md; half a minute.
+# bench.sh --hostile: measures the files that were made to do harm, in the tests' own programs, and replaces their table in
+#     docs/performance.md; some five minutes.
 # bench.sh --plots: measures growth only, and draws docs/growth-time.svg and docs/growth-memory.svg.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
@@ -66,6 +68,16 @@ measure_growth() {
     memory_growth
 }
 
+# Measures the hostile files, which the tests have; the preset release is built like the benchmarks.
+measure_hostile() { # [PAGE]: whose table is replaced
+    require "${test_packages[@]}"
+    say "Building the tests of hostile files"
+    mapfile -t tests < <(python3 bench/hostile.py --programs)
+    build release "${tests[@]}"
+    say "Hostile files"
+    python3 bench/hostile.py build/release/bin "$results" "$@"
+}
+
 # The packages that are measured, in the array files, and those that are shown to other programs, too: these cannot read
 # the generated ones, which have names for nothing. The rows are told apart by the names of the files.
 choose_packages() {
@@ -107,8 +119,11 @@ case ${1:-} in
     build release sorrel-command samples
     python3 bench/scan.py build/release/bin/sorrel build/release/samples
     ;;
+--hostile)
+    measure_hostile docs/performance.md
+    ;;
 -*)
-    echo "usage: bench.sh [FILE.apk...] | --check | --update | --plots | --scan" >&2
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --plots | --scan | --hostile" >&2
     exit 2
     ;;
 *)
@@ -127,6 +142,7 @@ case ${1:-} in
     python3 bench/instructions.py "$results"
     say "Other programs"
     python3 bench/peers/peers.py --build "$results" "${real_files[@]}"
+    measure_hostile >/dev/null
     say "Done"
     python3 bench/report.py "$results"
     ;;
