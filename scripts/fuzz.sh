@@ -18,7 +18,7 @@ build/fuzz/bin/write_seeds build/fuzz/seeds
 fuzz() {
     local entry=$1
     mkdir -p "build/fuzz/corpus/$entry" "build/fuzz/found"
-    "build/fuzz/bin/fuzz_$entry" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=16384 \
+    "build/fuzz/bin/fuzz_$entry" -max_total_time="$seconds" -timeout=60 -rss_limit_mb=1024 -max_len=16384 \
         -dict=fuzz/chunks.dict -artifact_prefix="build/fuzz/found/$entry-" -print_final_stats=1 \
         "build/fuzz/corpus/$entry" "build/fuzz/seeds/$entry" >"build/fuzz/$entry.log" 2>&1
 }

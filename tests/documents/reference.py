@@ -41,7 +41,7 @@ def run(doxygen, config, directory, **settings):
     text = f'@INCLUDE = "{config}"\nOUTPUT_DIRECTORY = "{directory}"\n{overrides}'
     try:
         result = subprocess.run([doxygen, "-"], input=text, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                                timeout=60, check=False)
+                                timeout=600, check=False)
     except OSError as error:
         fail(f"Doxygen cannot be run: {error}")
     return result.stdout, result.returncode == 0

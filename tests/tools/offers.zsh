@@ -28,7 +28,7 @@ export ZDOTDIR=$PWD FPATH=$site:$FPATH
 zpty shell zsh -d -i
 zpty -r -m shell answer '*ready*'
 zpty -w -n shell "$*"$'\t'
-for ((i = 0; i < 300; ++i)); do
+for ((i = 0; i < 1200; ++i)); do
     [[ -e zsh.done ]] && break
     zpty -r -t shell answer
     sleep 0.1

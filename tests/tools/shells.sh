@@ -30,5 +30,5 @@ in_fish() {
 in_zsh() {
     local share=$1
     shift
-    HOME=$PWD timeout 60 zsh -f "$tests/offers.zsh" "$share/zsh/site-functions" "$@"
+    HOME=$PWD timeout 300 zsh -f "$tests/offers.zsh" "$share/zsh/site-functions" "$@"
 }

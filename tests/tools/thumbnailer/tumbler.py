@@ -11,7 +11,7 @@ from consumer import cached, check_thumbnail, content_type, fail, make_files
 
 NAME = "org.freedesktop.thumbnails.Thumbnailer1"
 PATH = "/org/freedesktop/thumbnails/Thumbnailer1"
-SECONDS = 60
+SECONDS = 300
 
 files = make_files(sys.argv[1], sys.argv[2])
 uris = [path.as_uri() for path in files]
