@@ -119,6 +119,7 @@ private slots:
     void copiesAndLaunchersKeepThePackage();
     void emptyLauncher();
     void iconFilesAreThoseThatCanBeRead();
+    void iconFilesAreReadOnce();
     void iconOfTheSizeThatFits_data();
     void iconOfTheSizeThatFits();
     void iconThatIsAColour();
@@ -288,6 +289,16 @@ void TestPackage::iconFilesAreThoseThatCanBeRead()
     QCOMPARE(files.at(0).size, QSize(48, 48));
     QCOMPARE(files.at(0).density, 160);
     QCOMPARE(files.at(1).path, latin("res/large.png"));
+}
+
+// A thousand launchers may have one icon, or icons of the same files.
+void TestPackage::iconFilesAreReadOnce()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    QCOMPARE(opened.package.launchers().first().iconFiles().size(), 2);
+    const qint64 before = opened.device.bytesRead();
+    QCOMPARE(opened.package.launchers().first().iconFiles().size(), 2);
+    QCOMPARE(opened.device.bytesRead(), before);
 }
 
 void TestPackage::iconOfTheSizeThatFits_data()
