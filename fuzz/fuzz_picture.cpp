@@ -3,7 +3,7 @@
 
 #include "ArchiveImages.h"
 #include "Archives.h"
-#include "PictureCheck.h"
+#include "PictureSieve.h"
 
 #include <QBuffer>
 
@@ -20,7 +20,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!archive.open(QuaZip::mdUnzip))
         qFatal("the archive of one picture cannot be opened");
     const QImage image = ArchiveImages(&archive).image(name);
-    if (qMax(image.width(), image.height()) > PictureCheck::MaxSide
+    if (qMax(image.width(), image.height()) > PictureSieve::MaxSide
         || image.sizeInBytes() > ArchiveImages::MaxDecodingBytes)
         qFatal("a picture of %d x %d was not refused", image.width(), image.height());
     return 0;

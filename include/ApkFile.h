@@ -144,7 +144,7 @@ public:
      *
      * Loads the manifest on first use; every call then resolves labels and icons anew, and reads and decodes each
      * icon file once. An icon that cannot be read or decoded (an XML drawable, a format other than PNG, JPEG, GIF,
-     * WebP and BMP, a picture that would take too much memory) is left out without an error. So are labels and icons
+     * WebP, BMP and ICO, a picture that would take too much memory) is left out without an error. So are labels and icons
      * that lead through more references and values than any package of a build tool has, and entries after four
      * million characters of class names. When the manifest cannot be had the list is empty, and getError() tells why.
      * @since 0.5

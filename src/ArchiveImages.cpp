@@ -2,10 +2,6 @@
 #include "ArchiveImages.h"
 
 #include "ArchiveMembers.h"
-#include "PictureCheck.h"
-
-#include <QBuffer>
-#include <QImageReader>
 
 #include <quazip/quazip.h>
 
@@ -33,22 +29,7 @@ QImage ArchiveImages::decoded(QByteArray bytes)
 {
     if (bytes.isEmpty())
         return {};
-    if (!m_decodingBytes)
-        m_decodingBytes.emplace(m_mayDecode());
-    const PictureCheck check(bytes, m_decodingBytes->left());
-    m_readBytes.spend(check.steps());
-    // What does not fit takes nothing off: a smaller one after it may.
-    if (!check.isAccepted() || check.decodingBytes() > m_decodingBytes->left())
-        return {};
-    m_decodingBytes->spend(check.decodingBytes());
-    // Qt's WebP plugin refuses sequential devices, and a member is one.
-    QBuffer buffer(&bytes);
-    buffer.open(QIODevice::ReadOnly);
-    QImageReader reader(&buffer, check.format());
-    // No other decoder may take the file for its own.
-    reader.setAutoDetectImageFormat(false);
-    const QSize size = reader.size();
-    if (size.width() > check.size().width() || size.height() > check.size().height())
-        return {};
-    return reader.read();
+    if (!m_decoder)
+        m_decoder.emplace(m_mayDecode());
+    return m_decoder->decoded(m_decoder->open(std::move(bytes)));
 }

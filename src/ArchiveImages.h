@@ -3,6 +3,7 @@
 #define ARCHIVEIMAGES_H
 
 #include "Allowance.h"
+#include "PictureDecoder.h"
 
 #include <QByteArray>
 #include <QImage>
@@ -20,14 +21,14 @@ class QuaZip;
  * archive may name any number of members, and all of them may stand for the same few bytes: what does not fit in what
  * is left of a budget is left out, as a picture that cannot be read is.
  *
- * Which formats are decoded, and which pictures of these formats are refused, is up to PictureCheck.
+ * Which formats are decoded, and which pictures of these formats are refused, is up to PictureFile.
  */
 class ArchiveImages
 {
 public:
     /// Bytes of one file at most, as they come out of the archive. A member's claim to a size is not looked at.
     static constexpr qint64 MaxFileBytes = 16 << 20;
-    /// What reading all files may cost (ArchiveMembers::content()), those that are refused included, and checking them.
+    /// What reading all files may cost (ArchiveMembers::content()), those that are refused included.
     static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Bytes that decoding takes at most, over all pictures, those that fail included; what one picture takes on the
     /// way to its QImage counts as well.
@@ -57,7 +58,7 @@ private:
     QMap<QString, QImage> m_images;
     Allowance m_readBytes;
     std::function<qint64()> m_mayDecode;
-    std::optional<Allowance> m_decodingBytes;
+    std::optional<PictureDecoder> m_decoder;
 };
 
 #endif

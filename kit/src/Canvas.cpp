@@ -23,7 +23,12 @@ void prepare(QPainter *painter)
 
 } // namespace
 
-Canvas::Canvas(QSize size) : m_image(transparent(size)), m_bottom(&m_image), m_painter(&m_bottom), m_pixels(MaxPixels)
+Canvas::Canvas(QSize size, int maxLayers)
+    : m_image(transparent(size)),
+      m_bottom(&m_image),
+      m_painter(&m_bottom),
+      m_pixels(MaxPixels),
+      m_maxLayers(qMin(maxLayers, MaxLayers))
 {
     prepare(m_painter);
 }
@@ -39,7 +44,7 @@ QImage Canvas::image()
 
 void Canvas::layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity)
 {
-    if (m_layers >= MaxLayers || !spend(3))
+    if (m_layers >= m_maxLayers || !spend(3))
         return;
     QImage image = transparent(size());
     {

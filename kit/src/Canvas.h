@@ -26,8 +26,8 @@ public:
     /// Layers in each other at most, each of which takes a picture's memory.
     static constexpr int MaxLayers = 8;
 
-    /// A canvas of @p size, transparent, in the format ARGB32_Premultiplied.
-    explicit Canvas(QSize size);
+    /// A canvas of @p size, transparent, in the format ARGB32_Premultiplied; with up to @p maxLayers in each other.
+    explicit Canvas(QSize size, int maxLayers = MaxLayers);
 
     /// Paints on the innermost layer, antialiased.
     QPainter &painter() { return *m_painter; }
@@ -47,7 +47,7 @@ public:
     /**
      * Has @p paint paint on a transparent layer of the canvas's size, hands it to @p change, and puts it on the canvas
      * with @p opacity. The painter's transformation holds on the layer as well, which may lie in a layer itself.
-     * Spends three passes. Layers lie in each other up to MaxLayers deep; what is in more of them is left out.
+     * Spends three passes. What is in more layers in each other than there may be is left out.
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
 
@@ -58,6 +58,7 @@ private:
     QPainter m_bottom;
     QPainter *m_painter; ///< of the innermost layer
     Allowance m_pixels;
+    const int m_maxLayers;
     int m_layers = 0;
 };
 

@@ -19,6 +19,8 @@
 #include "VectorDrawable.h"
 #include "XmlReader.h"
 
+#include <utility>
+
 namespace SorrelKit {
 
 namespace {
@@ -105,10 +107,10 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
                      : QStringLiteral("resource 0x%1 is no drawable").arg(value.resource, 8, 16, QLatin1Char('0')));
         return nullptr;
     }
-    const QByteArray bytes = file(value.text);
-    if (NinePatch::read(bytes))
-        return NinePatchDrawable::fromFile(value, bytes, *this);
-    if (!XmlReader::isDocument(bytes))
+    const QByteArray bytes = documentBytes(value.text);
+    if (bytes.isEmpty() && ninePatch(value.text))
+        return NinePatchDrawable::fromFile(value, *this);
+    if (bytes.isEmpty())
         return BitmapDrawable::fromFile(value, *this);
     if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
         const QColor color = this->color(value, QColor());
@@ -201,29 +203,53 @@ XmlElement DrawableLoader::document(const QString &path)
 
 XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
 {
-    if (!m_xmlBytes.spend(bytes.size())) {
+    const bool isSmall = m_xmlBytes.spend(bytes.size());
+    const XmlReader reader(isSmall ? bytes : QByteArray(), m_xmlBytes.left());
+    if (!isSmall || !m_xmlBytes.spend(reader.characters())) {
         setError(QStringLiteral("too much XML in drawables"));
         return {};
     }
-    const XmlReader reader(bytes);
-    m_xmlBytes.spend(reader.characters());
     if (reader.fault().isEmpty())
         return reader.root();
     setError(QStringLiteral("%1: %2").arg(path, reader.fault()));
     return {};
 }
 
+QByteArray DrawableLoader::documentBytes(const QString &path)
+{
+    if (m_pictures.contains(path))
+        return {};
+    QByteArray bytes = file(path);
+    if (XmlReader::isDocument(bytes))
+        return bytes;
+    m_pictures.add(path, std::move(bytes));
+    return {};
+}
+
+bool DrawableLoader::isDocument(const QString &path)
+{
+    return !documentBytes(path).isEmpty();
+}
+
+QSize DrawableLoader::pictureSize(const QString &path)
+{
+    documentBytes(path);
+    return m_pictures.size(path);
+}
+
 QImage DrawableLoader::picture(const QString &path)
 {
-    const auto known = m_pictures.constFind(path);
-    if (known != m_pictures.cend())
-        return *known;
-    const QByteArray bytes = file(path);
-    QImage picture = bytes.isEmpty() ? QImage() : m_reader.read(bytes);
-    if (!bytes.isEmpty() && picture.isNull())
+    documentBytes(path);
+    QImage picture = m_pictures.image(path);
+    if (picture.isNull())
         setError(QStringLiteral("%1 is no picture that can be decoded").arg(path));
-    m_pictures.insert(path, picture);
     return picture;
+}
+
+std::optional<NinePatch> DrawableLoader::ninePatch(const QString &path)
+{
+    documentBytes(path);
+    return m_pictures.ninePatch(path);
 }
 
 qreal DrawableLoader::scaleOf(int density) const

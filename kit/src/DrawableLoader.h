@@ -5,7 +5,7 @@
 #include "Allowance.h"
 #include "Drawable.h"
 #include "PackageFiles.h"
-#include "PictureReader.h"
+#include "PictureCache.h"
 #include "ResourceResolver.h"
 #include "XmlElement.h"
 
@@ -33,11 +33,12 @@ public:
     static constexpr int MaxDepth = 24;
     /// Drawables that are made at most.
     static constexpr int MaxDrawables = 4096;
-    /// Bytes of one file at most, and of all XML files, their characters included.
-    static constexpr qint64 MaxFileBytes = 16 << 20;
-    static constexpr qint64 MaxXmlBytes = 32 << 20;
-    /// What reading files may cost (PackageFiles::file()), each as often as it is read: thousands of drawables may name one.
-    static constexpr qint64 MaxReadBytes = 64 << 20;
+    /// Bytes of one file at most, and of all XML files, their characters included: elements take several times as much.
+    static constexpr qint64 MaxFileBytes = 8 << 20;
+    static constexpr qint64 MaxXmlBytes = 4 << 20;
+    /// What reading files may cost (PackageFiles::file()), those of XML as often as they are read: thousands of drawables may
+    /// name one.
+    static constexpr qint64 MaxReadBytes = 32 << 20;
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;
 
@@ -64,9 +65,17 @@ public:
     XmlElement document(const QString &path);
     /// The content of the file @p path; empty, with error() set, when there is none.
     QByteArray file(const QString &path);
+    /// Whether the file @p path is XML.
+    bool isDocument(const QString &path);
+    /// The size that the file @p path has as a picture, which is not decoded; empty, with error() set, when it is none.
+    QSize pictureSize(const QString &path);
     /// The picture in the file @p path, in its own pixels; a null image, with error() set, when there is none. Each is
-    /// decoded once.
+    /// read and decoded once, whether there is one or not.
     QImage picture(const QString &path);
+    /// Bytes of all pictures that were made.
+    qint64 pictureBytes() const { return m_pictures.heldBytes(); }
+    /// What may be stretched of this picture.
+    std::optional<NinePatch> ninePatch(const QString &path);
 
     /// The outline of adaptive icons that are made from now on.
     void setIconMask(IconMask mask) { m_iconMask = mask; }
@@ -89,6 +98,8 @@ private:
     Q_DISABLE_COPY(DrawableLoader)
     class Level;
 
+    /// The file @p path when it is XML; any other is opened as a picture, and empty here.
+    QByteArray documentBytes(const QString &path);
     XmlElement parsed(const QByteArray &bytes, const QString &path);
     QBrush brushOf(const XmlElement &root);
 
@@ -102,9 +113,8 @@ private:
     Allowance m_xmlBytes;
     Allowance m_readBytes{MaxReadBytes};
     Allowance m_pathSegments;
-    PictureReader m_reader;
-    QHash<QString, QImage> m_pictures; ///< by path, as are
-    QHash<QString, QBrush> m_brushes;
+    PictureCache m_pictures;
+    QHash<QString, QBrush> m_brushes; ///< by path
 };
 
 } // namespace SorrelKit

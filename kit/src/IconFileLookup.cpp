@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "IconFileLookup.h"
 
-#include "PictureCheck.h"
 #include "XmlReader.h"
 
 #include <QSet>
+
+#include <utility>
 
 namespace SorrelKit {
 
@@ -65,16 +66,15 @@ const IconFileLookup::Kind &IconFileLookup::kindOf(const QString &path)
     if (known != m_kinds.cend())
         return *known;
     Kind kind;
-    const QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readCost);
+    QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readCost);
     if (XmlReader::isDocument(bytes)) {
         const XmlReader reader(bytes);
         m_readCost.spend(reader.characters());
         kind.name = reader.root().name;
     } else {
-        const PictureCheck check(bytes, m_readCost.left());
-        m_readCost.spend(check.steps());
-        kind.name = QString::fromLatin1(check.format());
-        kind.size = check.size();
+        const PictureFile picture = m_decoder.open(std::move(bytes));
+        kind.name = QString::fromLatin1(picture.format());
+        kind.size = picture.size();
     }
     return *m_kinds.insert(path, kind);
 }

@@ -4,6 +4,7 @@
 
 #include "Allowance.h"
 #include "PackageFiles.h"
+#include "PictureDecoder.h"
 #include "ResourceResolver.h"
 
 #include <SorrelKit/Launcher.h>
@@ -25,8 +26,10 @@ public:
     /// Files of an icon, and references on the way to them.
     static constexpr int MaxFiles = 64;
     static constexpr qint64 MaxFileBytes = 16 << 20;
-    /// What reading the files may cost (PackageFiles::file()) and checking them (PictureCheck::steps()).
+    /// What reading the files may cost (PackageFiles::file()), and looking at the XML files among them.
     static constexpr qint64 MaxReadCost = 64 << 20;
+    /// What looking at the pictures may take (PictureFile::steps()).
+    static constexpr qint64 MaxPictureSteps = 64 << 20;
     /// What finding the files may take, in ResourceResolver::steps() and characters of paths: a table may have thousands of
     /// type chunks for each resource. The largest applications take some thousands.
     static constexpr qint64 MaxSteps = 1 << 20;
@@ -53,6 +56,7 @@ private:
     PackageFiles &m_files;
     Allowance m_readCost{MaxReadCost};
     Allowance m_steps{MaxSteps};
+    PictureDecoder m_decoder{MaxPictureSteps};
     QHash<QString, Kind> m_kinds; ///< by path
     QHash<quint32, QVector<IconFile>> m_ofResources;
 };

@@ -6,8 +6,6 @@
 #include "Canvas.h"
 #include "DrawableLoader.h"
 #include "IconFileLookup.h"
-#include "PictureReader.h"
-#include "XmlReader.h"
 
 #include <algorithm>
 
@@ -17,7 +15,7 @@ namespace {
 
 // A picture file of an icon that nothing is decoded of yet.
 struct Picture {
-    QByteArray bytes;
+    QString path;
     QSize size;
 };
 
@@ -67,28 +65,29 @@ QImage IconMaker::icon(const ResolvedValue &icon, int size, IconMask mask)
                      : QStringLiteral("resource 0x%1 is no drawable").arg(best.resource, 8, 16, QLatin1Char('0')));
         return {};
     }
-    Allowance cost(MaxReadCost);
-    const bool isPicture = best.value.type == ValueType::String
-                           && !XmlReader::isDocument(m_files.file(best.text, IconFileLookup::MaxFileBytes, &cost));
-    QImage image = isPicture ? QImage() : drawn(best, resolver, size, mask);
+    // One for all, so that no file is read and no picture decoded twice.
+    DrawableLoader loader(resolver, m_files, qreal(size) / IconDp);
+    loader.setIconMask(mask);
+    const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
+    QImage image = isPicture ? QImage() : drawn(best, loader, size);
     Allowance steps(IconFileLookup::MaxSteps);
     if (image.isNull())
-        image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), size);
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), loader, size);
     if (image.isNull())
         setError(QStringLiteral("%1 cannot be read or decoded").arg(best.text));
     return image;
 }
 
-QImage IconMaker::drawn(const ResolvedValue &value, const ResourceResolver &resolver, int size, IconMask mask)
+QImage IconMaker::drawn(const ResolvedValue &value, DrawableLoader &loader, int size)
 {
-    DrawableLoader loader(resolver, m_files, qreal(size) / IconDp);
-    loader.setIconMask(mask);
     const DrawablePointer drawable = loader.fromValue(value);
     if (drawable == nullptr) {
         setError(loader.error());
         return {};
     }
-    Canvas canvas(QSize(size, size));
+    constexpr int PixelSize = 4;
+    const qint64 layers = (MaxDrawingBytes - loader.pictureBytes()) / (qint64(PixelSize) * size * size);
+    Canvas canvas(QSize(size, size), int(qMin(layers, qint64(Canvas::MaxLayers))));
     drawFitted(*drawable, sizeOf(*drawable, loader.pixelsPerDp()), canvas);
     setError(loader.error());
     if (canvas.isSpent())
@@ -96,14 +95,11 @@ QImage IconMaker::drawn(const ResolvedValue &value, const ResourceResolver &reso
     return canvas.image();
 }
 
-QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size)
+QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size)
 {
-    Allowance cost(MaxReadCost);
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
-        Picture picture;
-        picture.bytes = m_files.file(candidate.text, IconFileLookup::MaxFileBytes, &cost);
-        picture.size = PictureReader::size(picture.bytes);
+        const Picture picture{candidate.text, loader.pictureSize(candidate.text)};
         if (!picture.size.isEmpty())
             pictures.append(picture);
     }
@@ -114,9 +110,8 @@ QImage IconMaker::bestPicture(const QVector<ResolvedValue> &candidates, int size
             return isEnough;
         return isEnough ? side(a.size) < side(b.size) : side(a.size) > side(b.size);
     });
-    PictureReader reader;
     for (const Picture &picture : pictures) {
-        const QImage image = reader.read(picture.bytes);
+        const QImage image = loader.picture(picture.path);
         if (image.isNull())
             continue;
         Canvas canvas(QSize(size, size));

@@ -14,6 +14,8 @@
 
 namespace SorrelKit {
 
+class DrawableLoader;
+
 /**
  * Chooses among what a package has for an icon, and makes a picture of it: what the newest platform takes when that is
  * XML or a colour, else the picture file whose size fits best.
@@ -26,8 +28,9 @@ public:
     static constexpr int MaxSize = 1024;
     /// An icon's side on a device. Together with the pixels that are asked for, it gives the density of the screen.
     static constexpr int IconDp = 48;
-    /// What reading the picture files that are looked at may cost (PackageFiles::file()). They are kept until one is chosen.
-    static constexpr qint64 MaxReadCost = 32 << 20;
+
+    /// Bytes that pictures and the layers of a canvas, which lie in each other, have at most while an icon is drawn.
+    static constexpr qint64 MaxDrawingBytes = 32 << 20;
 
     /// Both outlive this object.
     IconMaker(const ResourceResolver &resolver, PackageFiles &files) : m_resolver(resolver), m_files(files) {}
@@ -38,8 +41,8 @@ public:
     QString error() const { return m_error; }
 
 private:
-    QImage drawn(const ResolvedValue &value, const ResourceResolver &resolver, int size, IconMask mask);
-    QImage bestPicture(const QVector<ResolvedValue> &candidates, int size);
+    QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
+    QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
     void setError(const QString &text);
 
     const ResourceResolver &m_resolver;

@@ -13,11 +13,6 @@ constexpr int HeaderSize = 32;
 constexpr int PaddingAt = 12;
 constexpr int BorderSize = 4;
 
-quint32 bigEndian(const ByteView &bytes, qint64 at)
-{
-    return qbswap(bytes.u32(at));
-}
-
 // The content of the chunk "npTc" of the PNG. A PNG is 8 bytes, then chunks: length u32, type, content, checksum u32.
 ByteView ninePatchChunk(const ByteView &png)
 {
@@ -27,12 +22,12 @@ ByteView ninePatchChunk(const ByteView &png)
     constexpr quint32 DataType = 0x49444154;
     constexpr int ChunkHeaderSize = 8;
     constexpr int ChecksumSize = 4;
-    if (bigEndian(png, 0) != Signature)
+    if (png.big32(0) != Signature)
         return {};
     // Every chunk takes bytes, and the one that is looked for stands ahead of the picture's data.
     for (qint64 at = SignatureSize; png.has(at, ChunkHeaderSize);) {
-        const qint64 length = bigEndian(png, at);
-        const quint32 type = bigEndian(png, at + 4);
+        const qint64 length = png.big32(at);
+        const quint32 type = png.big32(at + 4);
         if (type == DataType || !png.has(at + ChunkHeaderSize, length))
             return {};
         if (type == NinePatchType)
@@ -48,8 +43,8 @@ NinePatch::Ranges ranges(const ByteView &chunk, qint64 at, int borderCount)
     NinePatch::Ranges ranges;
     int last = 0;
     for (int i = 0; i + 1 < borderCount; i += 2) {
-        const auto start = qint32(bigEndian(chunk, at + BorderSize * qint64(i)));
-        const auto end = qint32(bigEndian(chunk, at + BorderSize * qint64(i + 1)));
+        const auto start = qint32(chunk.big32(at + BorderSize * qint64(i)));
+        const auto end = qint32(chunk.big32(at + BorderSize * qint64(i + 1)));
         if (start < last || end <= start)
             continue;
         ranges.append({start, end});
@@ -93,7 +88,7 @@ std::optional<NinePatch> NinePatch::read(const QByteArray &bytes)
     NinePatch patch;
     patch.m_columns = ranges(chunk, HeaderSize, columnBorders);
     patch.m_rows = ranges(chunk, rowsAt, rowBorders);
-    const auto padding = [&](int index) { return qMax(0, qint32(bigEndian(chunk, PaddingAt + 4 * index))); };
+    const auto padding = [&](int index) { return qMax(0, qint32(chunk.big32(PaddingAt + 4 * index))); };
     patch.m_padding = QMarginsF(padding(0), padding(2), padding(1), padding(3));
     return patch;
 }

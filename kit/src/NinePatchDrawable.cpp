@@ -16,23 +16,22 @@ NinePatchDrawable::NinePatchDrawable(const QImage &picture, NinePatch patch, qre
 {
 }
 
-std::unique_ptr<NinePatchDrawable> NinePatchDrawable::read(const ResolvedValue &value, const QByteArray &bytes,
-                                                           DrawableLoader &loader)
+std::unique_ptr<NinePatchDrawable> NinePatchDrawable::read(const ResolvedValue &value, DrawableLoader &loader)
 {
-    auto patch = NinePatch::read(bytes);
+    const QImage picture = loader.picture(value.text);
+    if (picture.isNull())
+        return nullptr;
+    auto patch = loader.ninePatch(value.text);
     if (!patch) {
         loader.setError(QStringLiteral("%1 is no nine-patch").arg(value.text));
         return nullptr;
     }
-    const QImage picture = loader.picture(value.text);
-    if (picture.isNull())
-        return nullptr;
     return std::make_unique<NinePatchDrawable>(picture, std::move(*patch), loader.scaleOf(value.density));
 }
 
-DrawablePointer NinePatchDrawable::fromFile(const ResolvedValue &value, const QByteArray &bytes, DrawableLoader &loader)
+DrawablePointer NinePatchDrawable::fromFile(const ResolvedValue &value, DrawableLoader &loader)
 {
-    return read(value, bytes, loader);
+    return read(value, loader);
 }
 
 DrawablePointer NinePatchDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
@@ -43,8 +42,7 @@ DrawablePointer NinePatchDrawable::fromXml(const XmlElement &element, DrawableLo
         loader.setError(QStringLiteral("<%1> has no picture").arg(element.name));
         return nullptr;
     }
-    const QByteArray bytes = loader.file(source.text);
-    auto drawable = bytes.isEmpty() ? nullptr : read(source, bytes, loader);
+    auto drawable = read(source, loader);
     if (drawable == nullptr)
         return nullptr;
     drawable->m_tint = Tint::fromAttributes(attributes, loader);

@@ -24,9 +24,9 @@ class NinePatchDrawable : public Drawable
 public:
     /// @p scale is by what the picture is enlarged on the device.
     NinePatchDrawable(const QImage &picture, NinePatch patch, qreal scale);
-    /// The picture in the file that @p value names, whose content is @p bytes; null, with an error, when it cannot be decoded
-    /// or has nothing that may be stretched.
-    static DrawablePointer fromFile(const ResolvedValue &value, const QByteArray &bytes, DrawableLoader &loader);
+    /// The picture in the file that @p value names; null, with an error, when it cannot be decoded or has nothing that may
+    /// be stretched.
+    static DrawablePointer fromFile(const ResolvedValue &value, DrawableLoader &loader);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
     QSizeF intrinsicSize() const override;
@@ -34,8 +34,7 @@ public:
     void draw(Canvas &canvas, const QRectF &bounds) const override;
 
 private:
-    static std::unique_ptr<NinePatchDrawable> read(const ResolvedValue &value, const QByteArray &bytes,
-                                                   DrawableLoader &loader);
+    static std::unique_ptr<NinePatchDrawable> read(const ResolvedValue &value, DrawableLoader &loader);
     void paint(Canvas &canvas, const VisibleArea &area) const;
 
     QImage m_picture;

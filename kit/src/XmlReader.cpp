@@ -23,7 +23,8 @@ bool XmlReader::isDocument(const QByteArray &bytes)
     return hasType && start.u16(2) == ChunkView::HeaderSize;
 }
 
-XmlReader::XmlReader(const QByteArray &bytes)
+XmlReader::XmlReader(const QByteArray &bytes, qint64 maxCharacters)
+    : m_maxCharacters(qMin(maxCharacters, MaxCharacters))
 {
     const ChunkView document = ChunkView::at(ByteView(bytes), 0);
     if (document.isValid() && (document.type() == ChunkType::Xml || quint16(document.type()) == UnsetType))
@@ -42,6 +43,7 @@ void XmlReader::readNodes(const ChunkView &document)
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::StringPool) {
             strings = StringPoolView(chunk);
+            m_strings.clear();
         } else if (chunk.type() == ChunkType::XmlResourceMap) {
             ids = chunk.bytes().from(chunk.headerSize());
         } else if (chunk.type() == ChunkType::XmlStartElement && (m_root.isNull() || !open.isEmpty())) {
@@ -124,9 +126,12 @@ void XmlReader::readText(quint32 raw, const StringPoolView &strings, XmlAttribut
 
 QString XmlReader::string(const StringPoolView &strings, quint32 index)
 {
-    QString text = strings.at(index);
+    auto known = m_strings.constFind(index);
+    if (known == m_strings.cend())
+        known = m_strings.insert(index, strings.at(index));
+    const QString text = *known;
     m_characters += text.size();
-    if (m_characters > MaxCharacters)
+    if (m_characters > m_maxCharacters)
         m_fault = QStringLiteral("too long texts in XML document");
     return text;
 }

@@ -5,6 +5,7 @@
 #include "XmlElement.h"
 
 #include <QByteArray>
+#include <QHash>
 
 namespace SorrelKit {
 
@@ -31,8 +32,8 @@ public:
     /// nothing is left of them.
     static bool isDocument(const QByteArray &bytes);
 
-    /// Reads the document in @p bytes.
-    explicit XmlReader(const QByteArray &bytes);
+    /// Reads the document in @p bytes; @p maxCharacters takes the place of MaxCharacters where it is less.
+    explicit XmlReader(const QByteArray &bytes, qint64 maxCharacters = MaxCharacters);
 
     /// The root; a null element when there is none. Of a damaged document, what stands before the fault.
     const XmlElement &root() const { return m_root; }
@@ -50,6 +51,8 @@ private:
     void readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute);
     QString string(const StringPoolView &strings, quint32 index);
 
+    const qint64 m_maxCharacters;
+    QHash<quint32, QString> m_strings; ///< by index, so that those which are used often share their characters
     XmlElement m_root;
     QString m_fault;
     int m_nodes = 0;

@@ -140,6 +140,7 @@ XmlAttribute drawable(QRgb value)
 QByteArray Files::file(const QString &path, qint64 maxBytes, Allowance *cost)
 {
     ++m_reads;
+    ++m_timesRead[path];
     const QByteArray bytes = m_files.value(path);
     return bytes.size() <= maxBytes && bytes.size() <= cost->left() && cost->spend(bytes.size()) ? bytes : QByteArray();
 }

@@ -52,10 +52,13 @@ public:
     void add(const QString &path, const QImage &picture);
     /// How often a file was asked for.
     int reads() const { return m_reads; }
+    /// How often the file @p path was asked for.
+    int timesRead(const QString &path) const { return m_timesRead.value(path); }
 
 private:
     int m_reads = 0;
     QHash<QString, QByteArray> m_files;
+    QHash<QString, int> m_timesRead;
 };
 
 /// Loads drawables from elements, at one pixel for a dp, and draws them.

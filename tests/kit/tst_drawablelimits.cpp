@@ -283,8 +283,8 @@ void TestDrawableLimits::hostilePictures_data()
     QTest::newRow("a large picture, drawn often")
         << repeated(item(reference("bitmap")), 4000) << png(plain(2048, 2048));
     QTest::newRow("a large picture, made larger")
-        << element("inset", {pixels(Attr::Inset, -100000)}, {reference("bitmap")}) << png(plain(3000, 3000));
-    QTest::newRow("large tiles") << reference("bitmap", {integer(Attr::TileMode, 2)}) << png(plain(3000, 3000));
+        << element("inset", {pixels(Attr::Inset, -100000)}, {reference("bitmap")}) << png(plain(2500, 2500));
+    QTest::newRow("large tiles") << reference("bitmap", {integer(Attr::TileMode, 2)}) << png(plain(2500, 2500));
     QTest::newRow("tinted often") << repeated(
         item(reference("bitmap", {color(Attr::Tint, Red), number(Attr::Alpha, 0.1F)})), 2000)
                                   << png(plain(64, 64));

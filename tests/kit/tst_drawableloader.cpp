@@ -86,6 +86,7 @@ private slots:
     void errorOfADocument();
     void errorNestedTooDeeply();
     void errorTooManyDrawables();
+    void picturesAreReadOnce();
     void errorTooMuchXml();
     void errorTooMuchXmlByItsCharacters();
     void bytesThatAreReadHaveALimit();
@@ -224,6 +225,25 @@ void TestDrawableLoader::errorTooManyDrawables()
     QCOMPARE(resources.loader.error(), latin("too many drawables"));
 }
 
+void TestDrawableLoader::picturesAreReadOnce()
+{
+    Resources resources({latin("good"), latin("bad"), latin("none"), latin("nine")});
+    resources.files.add(latin("good"), QImage(2, 2, QImage::Format_ARGB32));
+    resources.files.add(latin("bad"), "no picture");
+    resources.files.add(latin("nine"), ninePatchPng(QImage(4, 4, QImage::Format_ARGB32), {1, 2}, {1, 2}));
+    for (int i = 0; i < 3; ++i) {
+        for (quint32 id = First; id < First + 4; ++id)
+            resources.loader.fromResource(id);
+        resources.loader.pictureSize(latin("good"));
+        resources.loader.isDocument(latin("bad"));
+        QVERIFY(resources.loader.ninePatch(latin("nine")));
+    }
+    QCOMPARE(resources.files.timesRead(latin("good")), 1);
+    QCOMPARE(resources.files.timesRead(latin("bad")), 1);
+    QCOMPARE(resources.files.timesRead(latin("none")), 1);
+    QCOMPARE(resources.files.timesRead(latin("nine")), 1);
+}
+
 void TestDrawableLoader::errorTooMuchXml()
 {
     QByteArray large = document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build();
@@ -241,17 +261,20 @@ void TestDrawableLoader::errorTooMuchXml()
 // A few bytes may be millions of characters, as attributes share their texts.
 void TestDrawableLoader::errorTooMuchXmlByItsCharacters()
 {
-    constexpr int Length = 1 << 16;
+    constexpr int Length = 1 << 13;
+    constexpr int Copies = 128;
     XmlBuilder builder = document();
     builder.start(latin("color"), {androidValue(latin("color"), 0x1c, Blue)});
-    for (int i = 0; i < 128; ++i)
+    for (int i = 0; i < Copies; ++i)
         builder.empty(latin("a"), {plainText(latin("x"), QString(Length, QLatin1Char('x')))});
     Resources resources({latin("a")});
-    resources.files.add(latin("a"), builder.end(latin("color")).build());
+    const QByteArray bytes = builder.end(latin("color")).build();
+    resources.files.add(latin("a"), bytes);
     int read = 0;
     while (read < 100 && !resources.loader.document(latin("a")).isNull())
         ++read;
-    QCOMPARE(read, int(DrawableLoader::MaxXmlBytes / (128 * Length)));
+    QCOMPARE(read, int(DrawableLoader::MaxXmlBytes / (bytes.size() + Copies * Length)));
+    QVERIFY(read > 1);
     QCOMPARE(resources.loader.error(), latin("too much XML in drawables"));
 }
 

@@ -5,17 +5,21 @@
 #include "Bounds.h"
 #include "Bytes.h"
 #include "DrawableFixture.h"
+#include "IconMaker.h"
 #include "PackageData.h"
 #include "PackageSet.h"
 #include "PackageWalker.h"
+#include "PictureCache.h"
 #include "Pictures.h"
 #include "ResourceTypes.h"
 #include "XmlReader.h"
 
 #include <SorrelKit/Package.h>
 
+#include <QBuffer>
 #include <QtTest>
 
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -237,6 +241,92 @@ XmlElement shapeOfDashes(float dash)
                                                        number(Attr::DashWidth, dash), number(Attr::DashGap, dash)})});
 }
 
+XmlAttribute textOf(const QString &name)
+{
+    XmlAttribute attribute;
+    attribute.name = name;
+    attribute.text = name;
+    attribute.value.type = ValueType::String;
+    return attribute;
+}
+
+// Drawables within each other, of @p count copies of @p row each, and the resource behind them as a bitmap in the innermost.
+Elements documentsAround(int documents, const XmlElement &row, int count)
+{
+    const auto around = [&](const XmlElement &first) {
+        Elements items = copies(count, row);
+        items.prepend(first);
+        return element(QStringLiteral("layer-list"), {}, items);
+    };
+    Elements roots;
+    for (int i = 1; i < documents; ++i)
+        roots.append(around(element(item, {reference(Attr::Drawable, IconResource + i)})));
+    const Attributes source{reference(Attr::Src, IconResource + documents)};
+    roots.append(around(element(item, {}, {element(QStringLiteral("bitmap"), source)})));
+    return roots;
+}
+
+QByteArray saved(const QImage &image, const char *format, int quality = -1)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    if (!image.save(&buffer, format, quality))
+        qFatal("could not write %s", format);
+    return buffer.data();
+}
+
+// A PNG that is about as large as its pixels.
+QByteArray noisePng(int side)
+{
+    QImage image(side, side, QImage::Format_ARGB32);
+    quint32 noise = 1;
+    for (int y = 0; y < side; ++y) {
+        auto *const line = reinterpret_cast<quint32 *>(image.scanLine(y));
+        for (int x = 0; x < side; ++x) {
+            noise = noise * 1664525 + 1013904223;
+            line[x] = noise ^ noise >> 16;
+        }
+    }
+    return saved(image, "PNG");
+}
+
+// Files of pictures that take about as much as decoding may, some with as much beside them as a file may have.
+QVector<Member> largePictures()
+{
+    const auto side = [](int bytesOfPixel) {
+        return int(std::sqrt(double(PictureCache::MaxHeldBytes) / bytesOfPixel)) - 8;
+    };
+    const auto webpOf = [](int width, int quality, QRgb color) {
+        QImage image(width, width, QImage::Format_ARGB32);
+        image.fill(color);
+        return saved(image, "WEBP", quality);
+    };
+    const QByteArray much(int(DrawableLoader::MaxFileBytes) - (2 << 20), 'x');
+    const int large = side(4);
+    const QByteArray lossy = webpOf(side(8), 50, Red);
+    const QByteArray canvas = webpChunk("VP8X", Bytes().zeros(4).u16(side(8) - 1).u8(0).u16(side(8) - 1).u8(0).data());
+    return {
+        {QStringLiteral("PNG"), blackPng(large, large)},
+        {QStringLiteral("PNG of texts"), withPngChunks(blackPng(large, large), pngChunk("tEXt", much))},
+        {QStringLiteral("PNG of 16 bits"), blackPng(side(8), side(8), 16)},
+        {QStringLiteral("PNG of noise"), noisePng(1400)},
+        {QStringLiteral("JPEG"), picture(large, large, 0, "JPG")},
+        {QStringLiteral("JPEG of comments"),
+         withJpegSegments(picture(large, large, 0, "JPG"), jpegSegment(0xfe, much.left(65000)).repeated(90))},
+        {QStringLiteral("JPEG, progressive"), progressiveJpeg(side(11), side(11))},
+        {QStringLiteral("WebP, lossy"), webpOf(side(5), 50, Red)},
+        {QStringLiteral("WebP, lossless"), webpOf(side(10), 100, Red)},
+        {QStringLiteral("WebP, transparent"), webpOf(side(18), 50, 0x80336699)},
+        {QStringLiteral("WebP of metadata"), webp(canvas + lossy.mid(12) + webpChunk("EXIF", much))},
+        {QStringLiteral("WebP of chunks"),
+         webp(canvas + webpChunk("abcd", QByteArray()).repeated(500000) + lossy.mid(12))},
+        {QStringLiteral("WebP, animated"),
+         animatedWebp(QSize(side(12), side(12)), webpOf(side(12), 50, Red), QSize(side(12), side(12)))},
+        {QStringLiteral("GIF"), gif(QSize(side(8), side(8)), QSize(side(8), side(8)))},
+        {QStringLiteral("BMP"), picture(1400, 1400, 0, "BMP")},
+    };
+}
+
 QByteArray splitManifest(int number)
 {
     return XmlBuilder()
@@ -258,14 +348,15 @@ void addBytes(const char *name, const QByteArray &bytes, qint64 inflated, int ic
     QTest::newRow(name) << bytes << inflated << icons;
 }
 
-void addPackage(const char *name, const QByteArray &resources, const QByteArray &document,
+void addPackage(const QByteArray &name, const QByteArray &resources, const QByteArray &document,
                 const QVector<Member> &members = {}, int icons = 4)
 {
-    addBytes(name, package(resources, document, members), resources.size() + document.size() + sizeOf(members), icons);
+    addBytes(name.constData(), package(resources, document, members),
+             resources.size() + document.size() + sizeOf(members), icons);
 }
 
 // A package whose icon is the first of @p roots, which are drawables of their own.
-void addDrawables(const char *name, const Elements &roots, const QVector<Member> &others = {})
+void addDrawables(const QByteArray &name, const Elements &roots, const QVector<Member> &others = {})
 {
     QVector<Member> members = others;
     for (int i = 0; i < roots.size(); ++i)
@@ -287,6 +378,8 @@ class TestHostileKit : public QObject
 private slots:
     void boundsHold_data();
     void boundsHold();
+    void iconsKeepTheirMemory_data();
+    void iconsKeepTheirMemory();
 
 private:
     static void addTables();
@@ -427,9 +520,30 @@ void TestHostileKit::addLayers()
         bombs);
     addDrawables("dashes that are tiny", {layerList(1000, [&](int) { return layer(shapeOfDashes(1e-6F)); })});
     addDrawables("dashes up to the ceiling", {layerList(1000, [&](int) { return layer(shapeOfDashes(0.3F)); })});
+    // Pictures that take much to refuse or to read, each another one, or all the same.
+    const auto layersOfPictures = [](const char *name, const QByteArray &file, int count, int files) {
+        QVector<Member> members;
+        for (int i = 1; i <= files; ++i)
+            members.append({QStringLiteral("res/%1.xml").arg(i), file});
+        addDrawables(name,
+                     {layerList(count,
+                                [files](int i) {
+                                    return element(item, {reference(Attr::Drawable, IconResource + 1 + i % files)});
+                                })},
+                     members);
+    };
+    const QByteArray text = QByteArray("k\0\0", 3) + deflated(QByteArray(8000000, 'x'));
+    layersOfPictures("layers of PNG of texts", withPngChunks(blackPng(2, 2), pngChunk("zTXt", text)), 2000, 2000);
+    layersOfPictures("layers of PNG that unpack to more", endlessPng(1), 2000, 2000);
+    layersOfPictures("layers of one PNG that unpacks without end", endlessPng(4096), 2000, 1);
+    layersOfPictures("layers of JPEG of comments",
+                     withJpegSegments(picture(2, 2, 0, "JPG"), jpegSegment(0xfe, "x").repeated(20000)), 300, 300);
+    layersOfPictures("layers of GIF of long codes", gifOfLongCodes(1 << 16), 300, 300);
+    layersOfPictures("layers of WebP of many prefix codes", webpOfManyCodes(512, 16384), 300, 300);
+    layersOfPictures("layers of one picture that is none", QByteArray(int(DrawableLoader::MaxFileBytes), 'x'), 2000, 1);
     const XmlElement tiled =
         element(QStringLiteral("bitmap"), {reference(Attr::Src, IconResource + 1), integer(Attr::TileMode, 1)});
-    const QByteArray large = blackPng(2048, 4096);
+    const QByteArray large = blackPng(2048, 2048);
     addDrawables("tiles of a large picture", {layerList(1000, [&](int) { return layer(tiled); })},
                  {{QStringLiteral("res/1.xml"), large}});
     addDrawables("a large picture, tinted a thousand times",
@@ -552,6 +666,53 @@ void TestHostileKit::boundsHold()
     const Cost taken = costInThread([&] { ask(bytes, icons); }, isInstrumented() ? 8 * SmallStack : SmallStack);
     const QString excess = Bounds::excess(taken, bytes.size(), inflated);
     QVERIFY2(excess.isEmpty(), qPrintable(excess));
+}
+
+void TestHostileKit::iconsKeepTheirMemory_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<qint64>("inflated");
+    QTest::addColumn<int>("icons");
+    const XmlElement bitmap = element(QStringLiteral("bitmap"), {reference(Attr::Src, IconResource + 1)});
+    const XmlElement layers = nested(
+        Canvas::MaxLayers,
+        [](const XmlElement &inner) { return element(QStringLiteral("clip"), {integer(Attr::Level, 9999)}, {inner}); },
+        bitmap);
+    const Elements manyElements = documentsAround(1, element(item, {textOf(icon)}), 45000);
+    const Elements manyAttributes = documentsAround(2, element(item, Attributes(1000, textOf(icon))), 90);
+    for (const Member &picture : largePictures()) {
+        const auto name = [&picture](const char *where) { return picture.name.toLatin1() + where; };
+        const auto member = [&picture](int number) {
+            return QVector<Member>{{QStringLiteral("res/%1.xml").arg(number), picture.content}};
+        };
+        addPackage(name(""), drawableTable(1), oneLauncher(icon, IconResource), member(0));
+        addDrawables(name(" in layers"), {layers}, member(1));
+        addDrawables(name(" beside many elements"), manyElements, member(1));
+        addDrawables(name(" beside many attributes"), manyAttributes, member(2));
+    }
+    // All are kept until one is decoded.
+    PackageBuilder densities = threeTypes();
+    QStringList paths;
+    QVector<Member> members;
+    for (int i = 0; i < 20; ++i) {
+        paths.append(QStringLiteral("res/%1.png").arg(i));
+        members.append({paths.last(), noisePng(840)});
+        densities.type(TypeBuilder(DrawableType, ConfigBuilder().density(i + 1).build()).value(0, String, i));
+    }
+    addPackage("files of many densities", table(densities, paths), oneLauncher(icon, IconResource), members);
+}
+
+void TestHostileKit::iconsKeepTheirMemory()
+{
+    constexpr qint64 MaxMemory = 64 << 20;
+    QFETCH(QByteArray, bytes);
+    const Cost taken = cost([&bytes] {
+        PackageDevice device(bytes);
+        if (Package(&device).launchers().first().icon(IconMaker::MaxSize, IconMask::Circle).isNull())
+            qFatal("there is no icon");
+    });
+    QVERIFY(taken.ended);
+    QVERIFY2(isInstrumented() || taken.memory < MaxMemory, qPrintable(QString::number(taken.memory)));
 }
 
 QTEST_GUILESS_MAIN(TestHostileKit)

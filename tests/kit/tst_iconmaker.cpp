@@ -3,7 +3,7 @@
 #include "DrawableFixture.h"
 #include "IconFileLookup.h"
 #include "IconMaker.h"
-#include "PictureCheck.h"
+#include "PictureFile.h"
 #include "Pictures.h"
 
 #include <QtTest>
@@ -336,14 +336,13 @@ void TestIconMaker::iconFilesHaveABudgetForReading()
 
 void TestIconMaker::iconFilesHaveABudgetForChecking()
 {
-    // A text that unpacks to a thousand times its bytes, which is done to see that it does.
-    const QByteArray text = QByteArray("k\0\0", 3) + deflated(QByteArray(1 << 20, 'x'));
-    const QByteArray file = withPngChunks(blackPng(16, 16), pngChunk("zTXt", text));
-    const qint64 cost = file.size() + PictureCheck(file).steps();
-    QVERIFY(cost > 100 * file.size());
-    const int most = int(IconFileLookup::MaxReadCost / cost);
-    QCOMPARE(launchersWithAFile(most - 1, file), most - 1);
-    QVERIFY(launchersWithAFile(most + 10, file) <= most);
+    const QByteArray file = webpOfManyCodes(512, 16384);
+    const qint64 steps = PictureFile(file).steps();
+    QVERIFY(steps > 4 * file.size());
+    // The one that takes the last of the budget is looked at.
+    const int most = int((IconFileLookup::MaxPictureSteps + steps - 1) / steps);
+    QCOMPARE(launchersWithAFile(most, file), most);
+    QCOMPARE(launchersWithAFile(most + 2, file), most);
 }
 
 void TestIconMaker::iconFilesHaveABudgetForFinding()

@@ -3,12 +3,11 @@
 #include "Apk.h"
 #include "Canvas.h"
 #include "DrawableFixture.h"
-#include "IconMaker.h"
+#include "IconFileLookup.h"
 #include "LabelLookup.h"
 #include "Manifest.h"
 #include "PackageData.h"
 #include "PackageSet.h"
-#include "PictureReader.h"
 #include "Pictures.h"
 
 #include <SorrelKit/Package.h>
@@ -96,7 +95,7 @@ QVector<IconFile> iconFiles(const PackageBuilder &package, const QVector<QByteAr
     ResolvedValue icon;
     icon.value = {ValueType::Reference, FirstString};
     icon.resource = FirstString;
-    return IconMaker(resolver, found).iconFiles(icon);
+    return IconFileLookup(resolver, found).files(icon);
 }
 
 int iconFileCount(const QVector<QByteArray> &files)
@@ -164,9 +163,6 @@ private slots:
     void bytesOfAManifest();
     void inflatedBytesOfASet();
     void filesOfAnIcon();
-    void bytesOfFilesOfAnIcon();
-    void stepsOfAnIcon();
-    void decodedBytesOfAnIcon();
     void drawables();
     void layers();
     void pixelsOfACanvas();
@@ -378,49 +374,8 @@ void TestKitCeilings::inflatedBytesOfASet()
 void TestKitCeilings::filesOfAnIcon()
 {
     const QByteArray png = picture(1, 1, 0);
-    QCOMPARE(iconFileCount(QVector<QByteArray>(IconMaker::MaxFiles, png)), IconMaker::MaxFiles);
-    QCOMPARE(iconFileCount(QVector<QByteArray>(IconMaker::MaxFiles + 1, png)), IconMaker::MaxFiles);
-}
-
-void TestKitCeilings::bytesOfFilesOfAnIcon()
-{
-    const QByteArray png = picture(1, 1, 0);
-    const auto ofSize = [&png](qint64 size) { return png + QByteArray(int(size - png.size()), '\0'); };
-    const QByteArray largest = ofSize(IconMaker::MaxFileBytes);
-    QCOMPARE(iconFileCount({largest}), 1);
-    QCOMPARE(iconFileCount({ofSize(IconMaker::MaxFileBytes + 1)}), 0);
-    const qint64 rest = IconMaker::MaxBytes - largest.size() - png.size();
-    QCOMPARE(iconFileCount({largest, ofSize(rest), png}), 3);
-    QCOMPARE(iconFileCount({largest, ofSize(rest + 1), png}), 2);
-}
-
-void TestKitCeilings::stepsOfAnIcon()
-{
-    // Each resource refers to the next, and the last one is a file; all are of one type of many chunks.
-    constexpr int Chunks = 1 << 12;
-    constexpr int Most = int(IconMaker::MaxSteps / (Chunks + ResourceResolver::StepsPerResource));
-    static_assert(Most < IconMaker::MaxFiles, "the files are not what ends the search");
-    const auto found = [](int resources) {
-        TypeBuilder type(StringType);
-        for (int i = 0; i < resources - 1; ++i)
-            type.value(i, Reference, qint64(FirstString) + i + 1);
-        type.value(resources - 1, String, 0);
-        return iconFiles(strings().chunk(emptyTypes(Chunks - 1)).type(type), {picture(1, 1, 0)}).size();
-    };
-    QCOMPARE(found(Most), 1);
-    QCOMPARE(found(Most + 1), 0);
-}
-
-void TestKitCeilings::decodedBytesOfAnIcon()
-{
-    constexpr int Width = 4096;
-    constexpr int BytesPerPixel = 4;
-    constexpr int Most = int(PictureReader::MaxDecodingBytes / (Width * BytesPerPixel));
-    QCOMPARE(PictureReader().read(blackPng(Width, Most)).height(), Most);
-    QVERIFY(PictureReader().read(blackPng(Width, Most + 1)).isNull());
-    PictureReader reader;
-    QVERIFY(!reader.read(blackPng(Width, Most)).isNull());
-    QVERIFY(reader.read(blackPng(1, 1)).isNull());
+    QCOMPARE(iconFileCount(QVector<QByteArray>(IconFileLookup::MaxFiles, png)), IconFileLookup::MaxFiles);
+    QCOMPARE(iconFileCount(QVector<QByteArray>(IconFileLookup::MaxFiles + 1, png)), IconFileLookup::MaxFiles);
 }
 
 void TestKitCeilings::drawables()

@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QImageWriter>
 
+#include <zlib.h>
+
 namespace fixture {
 
 namespace {
@@ -69,6 +71,33 @@ QByteArray withPngChunks(QByteArray png, const QByteArray &chunks)
     return png.insert(PngHeaderEnd, chunks);
 }
 
+QByteArray overfullPng(int excess)
+{
+    constexpr int PixelSize = 4;
+    const QByteArray png = blackPng(1, 1, 8, false, false);
+    return png.left(PngHeaderEnd) + pngChunk("IDAT", deflated(QByteArray(PixelSize + excess, '\0')))
+           + pngChunk("IEND", QByteArray());
+}
+
+QByteArray endlessPng(int mebibytes)
+{
+    const QByteArray zeros(1 << 20, '\0');
+    QByteArray packed(4 << 10, '\0');
+    z_stream stream = {};
+    constexpr int RawWindow = -15;
+    if (deflateInit2(&stream, 9, Z_DEFLATED, RawWindow, 9, Z_DEFAULT_STRATEGY) != Z_OK)
+        qFatal("could not deflate");
+    stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(zeros.data()));
+    stream.avail_in = uInt(zeros.size());
+    stream.next_out = reinterpret_cast<Bytef *>(packed.data());
+    stream.avail_out = uInt(packed.size());
+    deflate(&stream, Z_FULL_FLUSH);
+    packed.chop(int(stream.avail_out));
+    deflateEnd(&stream);
+    return blackPng(1, 1, 8, false, false).left(PngHeaderEnd)
+           + pngChunk("IDAT", "\x78\xda" + packed.repeated(mebibytes)) + pngChunk("IEND", QByteArray());
+}
+
 QByteArray blackPng(int width, int height, int bits, bool isInterlaced, bool hasPixels)
 {
     constexpr int TrueColor = 2;
@@ -95,6 +124,59 @@ QByteArray progressiveJpeg(int width, int height)
     if (!writer.write(image))
         qFatal("could not write a progressive JPEG");
     return buffer.data();
+}
+
+QByteArray jpegSegment(int marker, const QByteArray &data)
+{
+    const int length = 2 + int(data.size());
+    return Bytes().u8(0xff).u8(marker).u8(length >> 8).u8(length).raw(data).data();
+}
+
+QByteArray withJpegSegments(QByteArray jpeg, const QByteArray &segments)
+{
+    return jpeg.insert(2, segments);
+}
+
+QByteArray plainJpeg(const QByteArray &samples, const QByteArray &ids)
+{
+    constexpr int Side = 8;
+    const auto count = int(samples.size());
+    Bytes frame;
+    Bytes scan;
+    frame.u8(8).u8(0).u8(Side).u8(0).u8(Side).u8(count);
+    scan.u8(count);
+    for (const char id : ids) {
+        frame.u8(id).u8(0x11).u8(0);
+        scan.u8(id).u8(0);
+    }
+    scan.u8(0).u8(63).u8(0);
+    // Each number of bits that an average may have is a code of four bits; that nothing else comes is one of a single bit.
+    QByteArray averages(1, '\0');
+    averages += Bytes().zeros(3).u8(12).zeros(12).data();
+    for (int i = 0; i < 12; ++i)
+        averages.append(char(i));
+    const QByteArray others = Bytes().u8(0x10).u8(1).zeros(15).u8(0).data();
+    QString bits;
+    for (const char sample : samples) {
+        const int average = Side * (quint8(sample) - 128);
+        int size = 0;
+        while (qAbs(average) >> size != 0)
+            ++size;
+        bits += QString::number(size, 2).rightJustified(4, QLatin1Char('0'));
+        if (size > 0)
+            bits += QString::number(average > 0 ? average : average + (1 << size) - 1, 2)
+                        .rightJustified(size, QLatin1Char('0'));
+        bits += QLatin1Char('0');
+    }
+    QByteArray data;
+    for (; !bits.isEmpty(); bits.remove(0, 8)) {
+        data.append(char(bits.left(8).leftJustified(8, QLatin1Char('1')).toInt(nullptr, 2)));
+        if (data.endsWith('\xff'))
+            data.append('\0');
+    }
+    return "\xff\xd8" + jpegSegment(0xdb, QByteArray(1, '\0') + QByteArray(64, '\1')) + jpegSegment(0xc0, frame.data())
+           + jpegSegment(0xc4, averages) + jpegSegment(0xc4, others) + jpegSegment(0xda, scan.data()) + data
+           + "\xff\xd9";
 }
 
 QByteArray withScans(const QByteArray &jpeg, int count)
@@ -126,6 +208,63 @@ QByteArray gif(QSize screen, QSize frame, int disposal)
         bytes.u8(block.size()).raw(block);
     }
     return bytes.u8(0).u8(0x3b).data();
+}
+
+QByteArray gifOfLongCodes(int count)
+{
+    constexpr int Side = 16;
+    constexpr int Clear = 4;
+    constexpr int MaxCodes = 4096;
+    BitWriter codes;
+    int bits = 3;
+    codes.put(Clear, bits).put(0, bits);
+    // Each code is the one that is made by it: a pixel more than the one before.
+    for (int code = Clear + 2; count > 0; --count) {
+        codes.put(quint32(qMin(code, MaxCodes - 1)), bits);
+        if (++code == 1 << bits && code < MaxCodes)
+            ++bits;
+    }
+    Bytes bytes;
+    bytes.raw("GIF89a").u16(Side).u16(Side).u8(0x80).zeros(2).zeros(6);
+    bytes.u8(0x2c).zeros(4).u16(Side).u16(Side).u8(0).u8(2);
+    for (int at = 0; at < codes.data().size(); at += 255) {
+        const QByteArray block = codes.data().mid(at, 255);
+        bytes.u8(block.size()).raw(block);
+    }
+    return bytes.u8(0).u8(0x3b).data();
+}
+
+QByteArray windowsIcon(const QVector<QByteArray> &pictures, QSize size)
+{
+    constexpr int HeaderSize = 6;
+    constexpr int EntrySize = 16;
+    const auto side = [](int pixels) { return pixels < 256 ? pixels : 0; };
+    Bytes directory;
+    directory.u16(0).u16(1).u16(pictures.size());
+    QByteArray data;
+    for (const QByteArray &picture : pictures) {
+        directory.u8(side(size.width())).u8(side(size.height())).u16(0).u16(1).u16(32).u32(picture.size());
+        directory.u32(HeaderSize + EntrySize * pictures.size() + data.size());
+        data += picture;
+    }
+    return directory.raw(data).data();
+}
+
+QByteArray bitmapOfIcon(QSize size, int bits)
+{
+    constexpr int MaxPaletteBits = 8;
+    const auto rowSize = [&size](int bitsOfPixel) { return (size.width() * bitsOfPixel + 31) / 32 * 4; };
+    Bytes bytes;
+    bytes.u32(40).u32(size.width()).u32(2 * size.height()).u16(1).u16(bits).zeros(24);
+    const int colors = bits <= MaxPaletteBits ? 1 << bits : 0;
+    for (int i = 0; i < colors; ++i)
+        bytes.u32(i * 0x010307);
+    const int pixelBytes = size.height() * rowSize(bits);
+    const int maskBytes = size.height() * rowSize(1);
+    QByteArray rows(pixelBytes + maskBytes, '\0');
+    for (int i = 0; i < rows.size(); ++i)
+        rows[i] = char(i * 7 + i / 64);
+    return bytes.raw(rows).data();
 }
 
 QByteArray webpChunk(const char *type, const QByteArray &data)

@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 /// Picture files, good ones and such as no editor writes.
 namespace fixture {
@@ -31,12 +32,31 @@ QByteArray withPngChunks(QByteArray png, const QByteArray &chunks);
 /// A black PNG. Its pixels are as many as the header says, or not there at all.
 QByteArray blackPng(int width, int height, int bits = 8, bool isInterlaced = false, bool hasPixels = true);
 
+/// A PNG of one pixel whose packed pixels unpack to @p excess bytes more than there should be; the pixel is black.
+QByteArray overfullPng(int excess);
+/// The same, without a checksum at its end; it unpacks to @p mebibytes.
+QByteArray endlessPng(int mebibytes);
+
 QByteArray progressiveJpeg(int width, int height);
+/// A segment of a JPEG.
+QByteArray jpegSegment(int marker, const QByteArray &data);
+/// @p jpeg with @p segments right behind its start.
+QByteArray withJpegSegments(QByteArray jpeg, const QByteArray &segments);
+/// A JPEG of 8 x 8 pixels in one colour, of a component for each of @p samples, which are called by @p ids. There is
+/// nothing in it of an application.
+QByteArray plainJpeg(const QByteArray &samples, const QByteArray &ids);
 /// @p jpeg, a progressive one, with its last scan repeated until it has @p count.
 QByteArray withScans(const QByteArray &jpeg, int count);
 
 /// A black GIF whose screen is @p screen and whose picture is @p frame.
 QByteArray gif(QSize screen, QSize frame, int disposal = 0);
+/// A GIF of 16 x 16 pixels whose codes, @p count of them, stand for four thousand pixels each at last.
+QByteArray gifOfLongCodes(int count);
+
+/// The Windows icon of @p pictures, files of PNG or what bitmapOfIcon() makes, each of the size @p size.
+QByteArray windowsIcon(const QVector<QByteArray> &pictures, QSize size);
+/// A bitmap as such an icon has it, of a pattern. The palette of one with up to 8 bits a pixel is full.
+QByteArray bitmapOfIcon(QSize size, int bits);
 
 /// The file in RIFF of these chunks.
 QByteArray webp(const QByteArray &chunks);

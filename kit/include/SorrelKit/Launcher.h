@@ -21,8 +21,10 @@ class LauncherData;
 /// @since 0.5.1
 struct IconFile {
     QString path; ///< of the member in the package
-    QString kind; ///< of XML the name of the root ("adaptive-icon", "vector"), else the format ("png", "webp")
-    QSize size;   ///< in pixels; empty for XML, which is drawn in any size
+    /// Of XML the name of the root ("adaptive-icon", "vector"), else the format: "png", "jpeg", "gif", "webp", "bmp" or
+    /// "ico". A Windows icon that is a PNG is one.
+    QString kind;
+    QSize size; ///< in pixels; empty for XML, which is drawn in any size
     int density =
         0; ///< in dots per inch, as the resource table has it: 0 for none, 65534 for any, 65535 for no scaling
 };

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_BYTEVIEW_H
-#define SORRELKIT_BYTEVIEW_H
+#ifndef BYTEVIEW_H
+#define BYTEVIEW_H
 
 #include <QByteArray>
 #include <QtEndian>
 
-namespace SorrelKit {
+#include <cstring>
 
 /**
- * Bytes of a file in memory that somebody else owns, read as little-endian integers by their offset. Meets raw input:
- * what lies beyond the end reads as 0, and a part is cut where the bytes end, so that nothing outside is ever touched.
- * Whoever acts on an offset or a count of the file asks has() first.
+ * Bytes of a file in memory that somebody else owns, read as integers by their offset: little-endian ones, unless the
+ * name has "big" in it. Meets raw input: what lies beyond the end reads as 0, and a part is cut where the bytes end, so
+ * that nothing outside is ever touched. Whoever acts on an offset or a count of the file asks has() first.
  */
 class ByteView
 {
@@ -31,7 +31,16 @@ public:
 
     quint8 u8(qint64 at) const { return integer<quint8>(at); }
     quint16 u16(qint64 at) const { return integer<quint16>(at); }
+    quint32 u24(qint64 at) const { return u16(at) | quint32(u8(at + 2)) << 16; }
     quint32 u32(qint64 at) const { return integer<quint32>(at); }
+    quint16 big16(qint64 at) const { return qbswap(u16(at)); }
+    quint32 big32(qint64 at) const { return qbswap(u32(at)); }
+    /// Whether the characters of @p text stand at @p at, without the zero at its end.
+    bool hasText(qint64 at, const char *text) const
+    {
+        const auto length = qint64(qstrlen(text));
+        return has(at, length) && std::memcmp(m_data + at, text, size_t(length)) == 0;
+    }
 
     /// @p count bytes from @p at on, or those of them that there are.
     ByteView part(qint64 at, qint64 count) const
@@ -54,7 +63,5 @@ private:
     const uchar *m_data = nullptr;
     qint64 m_size = 0;
 };
-
-} // namespace SorrelKit
 
 #endif

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "PictureDecoder.h"
+
+#include "PngPicture.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+#include <utility>
+
+PictureFile PictureDecoder::open(QByteArray file)
+{
+    if (m_bytes.left() == 0)
+        return {};
+    PictureFile opened(std::move(file));
+    m_bytes.spend(opened.steps());
+    return opened;
+}
+
+bool PictureDecoder::isOverfull(const PictureFile &file)
+{
+    if (qstrcmp(file.format(), "png") != 0)
+        return false;
+    const qint64 most = PngPicture::maxUnpacked(file.bytes());
+    if (most > m_unpacking.left())
+        return PngPicture::isOverfull(file.bytes());
+    m_unpacking.spend(most);
+    return false;
+}
+
+QImage PictureDecoder::decoded(const PictureFile &file)
+{
+    if (!file.isAccepted() || file.decodingBytes() > m_bytes.left())
+        return {};
+    m_bytes.spend(file.decodingBytes());
+    if (isOverfull(file))
+        return {};
+    // Shares the bytes. Qt's WebP plugin refuses sequential devices, and libjpeg reads those of a buffer where they stand.
+    QBuffer buffer;
+    buffer.setData(file.bytes());
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, file.format());
+    // No other decoder may take the file for its own.
+    reader.setAutoDetectImageFormat(false);
+    const QSize size = reader.size();
+    if (size.width() > file.size().width() || size.height() > file.size().height())
+        return {};
+    return reader.read();
+}
