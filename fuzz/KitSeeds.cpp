@@ -274,6 +274,19 @@ QVector<Member> drawableSeeds(const QString &samples)
     return seeds;
 }
 
+QVector<Member> pathSeeds()
+{
+    // An arc of infinite radii, one of tiny ones, and small numbers of all kinds.
+    const QByteArray infinite = QByteArray("\0\x7f\x80\0\0", 5).repeated(2);
+    const QByteArray tiny = QByteArray("\0\0\0\0\1", 5).repeated(2);
+    const QByteArray small("\1\x20\2\x30\3\x40\1\x50\2\x60\3\x70\1\x10\2\x12\3\x14", 18);
+    return {
+        {QStringLiteral("infinite"), small + QByteArray(8, '\0') + infinite + small},
+        {QStringLiteral("tiny"), small + QByteArray(8, '\0') + tiny + small},
+        {QStringLiteral("small"), small.repeated(20)},
+    };
+}
+
 QVector<Member> kitPackageSeeds()
 {
     QVector<Member> seeds{

@@ -23,6 +23,8 @@ QVector<fixture::Member> kitFiles();
 
 /// Drawables, for the harness of drawables: some made here, and those of the sample packages in @p samples that are built.
 QVector<fixture::Member> drawableSeeds(const QString &samples);
+/// Paths, for the harness of paths: bytes that choose what is painted, and how.
+QVector<fixture::Member> pathSeeds();
 /// Tables with manifests, packages and sets, for the harness of packages.
 QVector<fixture::Member> kitPackageSeeds();
 

@@ -127,8 +127,15 @@ int main(int argc, char *argv[])
     write(pictures, QStringLiteral("progressive"), progressiveJpeg(16, 16));
     write(pictures, QStringLiteral("codes"), webpOfManyCodes(16, 16));
     write(pictures, QStringLiteral("deep"), blackPng(16, 16, 16, true));
+    write(pictures, QStringLiteral("long-codes"), gifOfLongCodes(100));
+    write(pictures, QStringLiteral("cmyk"), plainJpeg("abcd", "abcd"));
+    write(pictures, QStringLiteral("film"), animatedWebp(QSize(16, 16), picture(16, 16, 0, "WEBP"), QSize(16, 16)));
+    write(pictures, QStringLiteral("overfull"), overfullPng(1000));
+    write(pictures, QStringLiteral("ICO"), windowsIcon({bitmapOfIcon(QSize(16, 16), 8)}, QSize(16, 16)));
+    write(pictures, QStringLiteral("ICO-of-PNG"), windowsIcon({blackPng(16, 16)}, QSize(16, 16)));
     const QString drawables = directory + QStringLiteral("/drawable");
     const QString kitPackages = directory + QStringLiteral("/kit_package");
+    writeAll(directory + QStringLiteral("/path"), pathSeeds());
     writeAll(drawables, drawableSeeds(QStringLiteral(SORREL_SAMPLES_DIR)));
     writeAll(kitPackages, kitPackageSeeds());
     const QString regressions = QStringLiteral("/regressions");

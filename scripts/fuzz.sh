@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture, normalizer, drawable, kit_package) for
-# so many minutes each, which may be a fraction, as many at once as there are processors. What they learn is kept in
-# build/fuzz/corpus; what breaks the libraries, in build/fuzz/found, and the status is then 1.
+# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture, normalizer, drawable, path,
+# kit_package) for so many minutes each, which may be a fraction, as many at once as there are processors. What they learn
+# is kept in build/fuzz/corpus; what breaks the libraries, in build/fuzz/found, and the status is then 1.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 minutes=${1:?usage: fuzz.sh MINUTES [ENTRY...]}
 shift
 entries=("$@")
-[ ${#entries[@]} -gt 0 ] || entries=(table document package picture normalizer drawable kit_package)
+[ ${#entries[@]} -gt 0 ] || entries=(table document package picture normalizer drawable path kit_package)
 
 require "${check_packages[@]}"
 build fuzz write_seeds "${entries[@]/#/fuzz_}"
