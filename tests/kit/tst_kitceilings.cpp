@@ -411,7 +411,7 @@ void TestKitCeilings::pixelsOfACanvas()
 {
     // Layers that each cover all of it; the last one is blue.
     constexpr QSize Size(512, 512);
-    constexpr int Most = int(Canvas::MaxPixels / (Size.width() * Size.height()));
+    constexpr int Most = int(Canvas::MaxPixels / Size.width() / Size.height());
     const auto colorOf = [Size](int layers) {
         Studio studio;
         Elements items(layers - 1, element(QStringLiteral("item"), {drawable(Red)}));
