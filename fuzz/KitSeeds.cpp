@@ -256,14 +256,13 @@ QVector<Member> kitFiles()
 
 QVector<Member> drawableSeeds(const QString &samples)
 {
-    constexpr int MaxMembers = 4096;
     constexpr int MaxBytes = 16384; // as long as the fuzzers make their inputs
     QVector<Member> seeds = ownDrawables();
     for (const QString &file : QDir(samples).entryList({QStringLiteral("*.aapt2.apk")})) {
         ArchiveFiles archive(QDir(samples).filePath(file));
         if (!archive.open())
             continue;
-        for (const QString &path : archive.names(MaxMembers)) {
+        for (const QString &path : archive.names()) {
             const QByteArray bytes = archive.file(path, MaxBytes);
             if (!path.startsWith(QLatin1String("res/")) || !XmlReader::isDocument(bytes))
                 continue;
@@ -315,5 +314,9 @@ QVector<Member> drawableRegressions()
 
 QVector<Member> kitPackageRegressions()
 {
-    return {};
+    const QByteArray set = zip({{QStringLiteral("base.apk"), wholePackage(TableEncoding::Dense)}});
+    return {
+        {QStringLiteral("packages-of-the-same-bytes"),
+         withNames(set, {QStringLiteral("aaaa.apk"), QStringLiteral("base.apk"), QStringLiteral("bbbb.apk")})},
+    };
 }

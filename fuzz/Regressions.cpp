@@ -63,6 +63,19 @@ QByteArray launchers(int count, const QString &attribute)
     return builder.end(application).end(manifest).build();
 }
 
+QByteArray launcherWithIcon(const QString &path)
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    return builder.start(QStringLiteral("manifest"))
+        .start(QStringLiteral("application"))
+        .start(QStringLiteral("activity"), {androidText(QStringLiteral("icon"), path)})
+        .launcherFilter()
+        .end(QStringLiteral("activity"))
+        .end(QStringLiteral("application"))
+        .end(QStringLiteral("manifest"))
+        .build();
+}
+
 // Entries of which each refers to the next, and the last to the first.
 QByteArray ring(int length)
 {
@@ -106,6 +119,18 @@ QVector<Member> packageRegressions()
         archives.append({QStringLiteral("launchers-in-a-ring-of-references-") + QString::fromLatin1(attribute),
                          package(ring(20), launchers(20, QString::fromLatin1(attribute)))});
     }
+    const QString icon = QStringLiteral("icon0");
+    const QByteArray manifest = launcherWithIcon(icon);
+    archives.append({QStringLiteral("members-of-one-name"), zip({{QStringLiteral("resources.arsc"), "no table"},
+                                                                 {icon, blackPng(2, 2)},
+                                                                 {QStringLiteral("AndroidManifest.xml"), manifest},
+                                                                 {QStringLiteral("resources.arsc"), emptyTable()},
+                                                                 {icon, blackPng(3, 3)}})});
+    archives.append({QStringLiteral("deflated-data-that-delivers-nothing"),
+                     zipOfDeflated({{QStringLiteral("AndroidManifest.xml"), deflatedBehindEmptyBlocks(1000, manifest)},
+                                    {QStringLiteral("resources.arsc"), deflatedBehindEmptyBlocks(1000, emptyTable())},
+                                    {icon, deflatedBehindEmptyBlocks(1000)}},
+                                   1 << 20)});
     return archives;
 }
 

@@ -70,6 +70,21 @@ QByteArray packageOfOne(const QByteArray &file, int count)
     return withNames(archive, names);
 }
 
+/// A package whose launchers have @p count icons of different names, which are @p size deflated bytes that deliver nothing.
+QByteArray packageOfNothing(int size, int count)
+{
+    QStringList names;
+    for (int i = 1; i < count; ++i)
+        names.append(memberName(i));
+    const QByteArray manifest = deflatedBehindEmptyBlocks(0, launchersWithIcons(count));
+    const QByteArray archive =
+        zipOfDeflated({{QStringLiteral("AndroidManifest.xml"), manifest},
+                       {QStringLiteral("resources.arsc"), deflatedBehindEmptyBlocks(0, emptyTable())},
+                       {memberName(0), deflatedBehindEmptyBlocks(size)}},
+                      16 * MiB);
+    return withNames(archive, names);
+}
+
 /// The sizes of the icons of a package's launchers, the first of each; an invalid size for none.
 QVector<QSize> iconSizes(const QByteArray &bytes)
 {
@@ -598,6 +613,7 @@ void TestPictures::boundsHold_data()
     const int filmAt = int(film.indexOf("ANMF"));
     row("WebP of many pictures", webp(film.mid(12, filmAt - 12) + film.mid(filmAt).repeated(8000)));
     rowOfMany("many bad members", "no picture", 8000);
+    QTest::newRow("many members that deliver nothing") << packageOfNothing(int(MiB) / 2, 4000) << qint64(0);
 }
 
 void TestPictures::boundsHold()
