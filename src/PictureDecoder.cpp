@@ -6,7 +6,29 @@
 #include <QBuffer>
 #include <QImageReader>
 
+#include <cstring>
 #include <utility>
+
+namespace {
+
+/// The frame of an animation where it belongs. Qt's plugin leaves what is around it as the memory was.
+QImage onCanvas(QImage frame, const PictureFile &file)
+{
+    constexpr size_t PixelSize = 4;
+    const QPoint place = file.place();
+    if (!QRect(QPoint(), file.canvas()).contains(QRect(place, frame.size())))
+        return {};
+    const QImage pixels = std::move(frame).convertToFormat(QImage::Format_ARGB32);
+    QImage image(file.canvas(), pixels.format());
+    image.fill(Qt::transparent);
+    for (int y = 0; y < pixels.height(); ++y) {
+        auto *const line = reinterpret_cast<QRgb *>(image.scanLine(place.y() + y));
+        std::memcpy(line + place.x(), pixels.constScanLine(y), PixelSize * size_t(pixels.width()));
+    }
+    return image;
+}
+
+} // namespace
 
 PictureFile PictureDecoder::open(QByteArray file)
 {
@@ -45,5 +67,6 @@ QImage PictureDecoder::decoded(const PictureFile &file)
     const QSize size = reader.size();
     if (size.width() > file.size().width() || size.height() > file.size().height())
         return {};
-    return reader.read();
+    QImage image = reader.read();
+    return image.isNull() || file.canvas().isEmpty() ? image : onCanvas(std::move(image), file);
 }

@@ -45,6 +45,8 @@ PictureFile::PictureFile(QByteArray bytes) : m_bytes(std::move(bytes))
         if (format.sieve(&sieve)) {
             m_format = format.name;
             m_size = sieve.size();
+            m_canvas = sieve.canvas;
+            m_place = sieve.place;
             m_decodingBytes = sieve.decodingBytes;
         }
         m_steps = sieve.steps;

@@ -3,6 +3,7 @@
 #define PICTUREFILE_H
 
 #include <QByteArray>
+#include <QPoint>
 #include <QSize>
 
 /**
@@ -33,6 +34,9 @@ public:
     const QByteArray &bytes() const { return m_bytes; }
     /// The size that decoding gives at most: an animation's first picture may be smaller than its canvas.
     QSize size() const { return m_size; }
+    /// Of the frame of an animation, its canvas, on which what is decoded has the place place(); else empty.
+    QSize canvas() const { return m_canvas; }
+    QPoint place() const { return m_place; }
     /// Bytes that decoding takes at its peak, the decoded picture included and bytes() not.
     qint64 decodingBytes() const { return m_decodingBytes; }
     /// What it took to find out, beside going over the bytes, in the time that it takes to decode a byte of a picture:
@@ -43,6 +47,8 @@ private:
     QByteArray m_bytes;
     const char *m_format = "";
     QSize m_size;
+    QSize m_canvas;
+    QPoint m_place;
     qint64 m_decodingBytes = 0;
     qint64 m_steps = 0;
 };

@@ -5,6 +5,7 @@
 #include "ByteView.h"
 
 #include <QByteArray>
+#include <QPoint>
 #include <QSize>
 
 /**
@@ -41,6 +42,9 @@ public:
     /// Makes room for a picture of this size; false when a side is less than 1 or more than MaxSide.
     bool grow(qint64 width, qint64 height);
 
+    /// The canvas that the picture has a place on, and that place; an empty size when it is all of the picture.
+    QSize canvas;
+    QPoint place;
     /// Bytes that decoding takes at its peak, the decoded picture included.
     qint64 decodingBytes = 0;
     /// What it took to go over the file, beside its bytes, in the time that it takes to decode a byte of a picture.

@@ -3,7 +3,10 @@
 
 #include "WebpLossless.h"
 
+#include <QRect>
 #include <QtEndian>
+
+#include <cstring>
 
 namespace {
 
@@ -11,8 +14,8 @@ constexpr int FileHeader = 12;
 constexpr int ChunkHeader = 8;
 constexpr int SizeAt = 4;
 constexpr int CanvasSize = 10;
-constexpr int AnimationSize = 6;
 constexpr int FrameHeader = 16;
+constexpr char Alpha = 0x10;
 
 /*
  * Bytes that a decoder takes for a pixel at its peak, measured with Qt 5.15 and libwebp 1.2 and rounded up.
@@ -52,11 +55,8 @@ bool WebpPicture::keepPicture(qint64 at, qint64 end)
         if (is("VP8X") && !m_isFrame && m_canvas.isEmpty()) {
             if (length < CanvasSize || !addCanvas(data))
                 return false;
-        } else if (is("ANIM") && !m_isFrame) {
-            const qint64 kept = qMin(length, qint64(AnimationSize));
-            qToLittleEndian(quint32(kept), m_sieve->keep(at, ChunkHeader + kept) + SizeAt);
         } else if (is("ANMF") && !m_isFrame) {
-            return length >= FrameHeader && addFrame(data, length);
+            return length >= FrameHeader && addFrame(data) && keepPicture(data + FrameHeader, data + length);
         } else if (is("VP8 ") || is("VP8L")) {
             if (!addBitmap(is("VP8 "), data, length))
                 return false;
@@ -74,8 +74,6 @@ bool WebpPicture::keepPicture(qint64 at, qint64 end)
 
 bool WebpPicture::addCanvas(qint64 data)
 {
-    constexpr char Animation = 0x02;
-    constexpr char Alpha = 0x10;
     const ByteView &file = m_sieve->file();
     if (!m_sieve->grow(file.u24(data + 4) + 1, file.u24(data + 7) + 1))
         return false;
@@ -83,23 +81,28 @@ bool WebpPicture::addCanvas(qint64 data)
     m_sieve->decodingBytes += m_sieve->pixels() * CanvasBytes;
     char *const chunk = m_sieve->keep(data - ChunkHeader, ChunkHeader + CanvasSize);
     qToLittleEndian(quint32(CanvasSize), chunk + SizeAt);
-    // The other flags announce profiles and metadata.
-    chunk[ChunkHeader] = char(chunk[ChunkHeader] & (Animation | Alpha));
+    // The other flags announce profiles, metadata and frames.
+    chunk[ChunkHeader] &= Alpha;
     return true;
 }
 
-bool WebpPicture::addFrame(qint64 data, qint64 length)
+bool WebpPicture::addFrame(qint64 data)
 {
+    constexpr int FlagsAt = FileHeader + ChunkHeader; // in the canvas that is kept
+    constexpr int SidesAt = FlagsAt + 4;
+    constexpr int SidesSize = 6;
     const ByteView &file = m_sieve->file();
-    m_canvas = QSize(int(file.u24(data + 6)) + 1, int(file.u24(data + 9)) + 1);
-    if (!m_sieve->grow(m_canvas.width(), m_canvas.height()))
+    const QRect frame(2 * int(file.u24(data)), 2 * int(file.u24(data + 3)), int(file.u24(data + 6)) + 1,
+                      int(file.u24(data + 9)) + 1);
+    if (!QRect(QPoint(), m_canvas).contains(frame))
         return false;
     m_isFrame = true;
-    const qint64 start = m_sieve->keptSize();
-    m_sieve->keep(data - ChunkHeader, ChunkHeader + FrameHeader);
-    if (!keepPicture(data + FrameHeader, data + length))
-        return false;
-    qToLittleEndian(quint32(m_sieve->keptSize() - start) - ChunkHeader, m_sieve->kept() + start + SizeAt);
+    m_sieve->canvas = m_canvas;
+    m_sieve->place = frame.topLeft();
+    m_canvas = frame.size();
+    // A frame may be transparent without being announced.
+    m_sieve->kept()[FlagsAt] |= Alpha;
+    std::memcpy(m_sieve->kept() + SidesAt, file.part(data + 6, SidesSize).data(), SidesSize);
     return true;
 }
 

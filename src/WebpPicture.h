@@ -16,8 +16,8 @@
  * picture behind it: a u8 whose two lowest bits are not 0 when a lossless stream follows. Of an animation, "ANIM" has six
  * bytes for all, and each "ANMF" a frame: left, top, width less 1, height less 1 and duration as u24, flags u8, then chunks.
  *
- * Kept are the chunks of the picture, and of an animation those of the first frame; colour profiles, metadata, other
- * frames and unknown chunks are left, which decoders list.
+ * Kept are the chunks of the picture, and of an animation those of the first frame, as a file of that alone; colour
+ * profiles, metadata, other frames and unknown chunks are left, which decoders list.
  */
 class WebpPicture
 {
@@ -30,13 +30,13 @@ private:
     /// Keeps the picture in the chunks from @p at to @p end; false when there is none, or it is refused.
     bool keepPicture(qint64 at, qint64 end);
     bool addCanvas(qint64 data);
-    bool addFrame(qint64 data, qint64 length);
+    bool addFrame(qint64 data);
     bool addBitmap(bool isLossy, qint64 data, qint64 length);
     bool addTransparency(qint64 data, qint64 length);
     bool addLossless(qint64 at, qint64 end, QSize size);
 
     PictureSieve *m_sieve;
-    QSize m_canvas; ///< of the frame that chunks are in, or of the file; empty for a simple one
+    QSize m_canvas; ///< of the file, or of the frame that chunks are in; empty for a simple file
     bool m_isFrame = false;
 };
 
