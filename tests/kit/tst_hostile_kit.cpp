@@ -678,8 +678,9 @@ void TestHostileKit::iconsKeepTheirMemory_data()
         Canvas::MaxLayers,
         [](const XmlElement &inner) { return element(QStringLiteral("clip"), {integer(Attr::Level, 9999)}, {inner}); },
         bitmap);
-    const Elements manyElements = documentsAround(1, element(item, {textOf(icon)}), 45000);
-    const Elements manyAttributes = documentsAround(2, element(item, Attributes(1000, textOf(icon))), 90);
+    const XmlAttribute text = textOf(QStringLiteral("x"));
+    const Elements manyElements = documentsAround(1, element(item, {text}), 45000);
+    const Elements manyAttributes = documentsAround(2, element(item, Attributes(1000, text)), 90);
     for (const Member &picture : largePictures()) {
         const auto name = [&picture](const char *where) { return picture.name.toLatin1() + where; };
         const auto member = [&picture](int number) {
