@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Files.h"
+#include "Pictures.h"
 #include "Tool.h"
 
 #include <QImage>
@@ -49,11 +50,30 @@ QByteArray good(const QString &name)
     return package(emptyTable(), manifest(name), {{QStringLiteral("icon.png"), picture(48, 48, 0xff336699)}});
 }
 
-// The file of each icon is read and is no picture, for every launcher again.
+// Two empty blocks of deflated data, each of which has codes of its own: one symbol, the end, of a length of one bit.
+QByteArray blocksWithCodes()
+{
+    BitWriter bits;
+    for (int i = 0; i < 2; ++i) {
+        // Not the last block, of dynamic codes, with as few lengths as may be; lengths are written in codes for 1, 0 and 18.
+        bits.put(0, 1).put(2, 2).put(0, 5).put(0, 5).put(14, 4);
+        for (const int symbol : {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1})
+            bits.put(symbol == 18 ? 1 : quint32(symbol < 2 ? 2 : 0), 3);
+        // 256 lengths of 0, in two runs of up to 138; a length of 1 for the end, and one for a distance.
+        bits.put(0, 1).put(138 - 11, 7).put(0, 1).put(256 - 138 - 11, 7).put(3, 2).put(3, 2);
+        bits.put(0, 1);
+    }
+    return bits.data();
+}
+
+// The manifest is seconds of deflated data that deliver nothing. A file is read once, whatever that takes.
 QByteArray slow()
 {
-    const QByteArray zeros(15 << 20, '\0');
-    return package(emptyTable(), manifest(QStringLiteral("org.slow"), 1000), {{QStringLiteral("icon.png"), zeros}});
+    constexpr int Size = 96 << 20;
+    const QByteArray blocks = blocksWithCodes();
+    const QByteArray data =
+        blocks.repeated(Size / int(blocks.size())) + deflatedBehindEmptyBlocks(0, manifest(QStringLiteral("org.slow")));
+    return zipOfDeflated({{QStringLiteral("AndroidManifest.xml"), data}}, 1 << 20);
 }
 
 // The table inflates to a thousand times its size.
