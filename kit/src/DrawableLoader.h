@@ -38,7 +38,7 @@ public:
     static constexpr qint64 MaxXmlBytes = 4 << 20;
     /// What reading files may cost (PackageFiles::file()), those of XML as often as they are read: thousands of drawables may
     /// name one.
-    static constexpr qint64 MaxReadBytes = 32 << 20;
+    static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;
 
