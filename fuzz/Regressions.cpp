@@ -145,5 +145,10 @@ QVector<Member> pictureRegressions()
         {QStringLiteral("jpeg-of-many-scans"), withScans(progressiveJpeg(64, 64), 100)},
         {QStringLiteral("webp-of-many-codes"), webpOfManyCodes(128, 1024)},
         {QStringLiteral("gif-larger-than-its-screen"), gif(QSize(1, 1), QSize(5000, 1))},
+        {QStringLiteral("gif-of-long-codes"), gifOfLongCodes(10000)},
+        {QStringLiteral("jpeg-of-comments"),
+         withJpegSegments(progressiveJpeg(8, 8), jpegSegment(0xfe, "x").repeated(2000))},
+        {QStringLiteral("png-that-unpacks-to-more"), endlessPng(4)},
+        {QStringLiteral("webp-of-a-frame-without-a-canvas"), webp(webpChunk("ANMF", QByteArray(1000, '\0')))},
     };
 }

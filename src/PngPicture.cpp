@@ -123,7 +123,7 @@ bool PngPicture::isOverfull(const QByteArray &png)
     z_stream stream = {};
     if (inflateInit(&stream) != Z_OK)
         return true;
-    std::array<Bytef, 16 << 10> scratch;
+    std::array<Bytef, 16 << 10> scratch{};
     qint64 unpacked = 0;
     int status = Z_OK;
     for (qint64 at = SignatureSize; status == Z_OK && unpacked <= most && file.has(at, ChunkHeader);) {

@@ -94,7 +94,7 @@ bool WebpPicture::addFrame(qint64 data)
     const ByteView &file = m_sieve->file();
     const QRect frame(2 * int(file.u24(data)), 2 * int(file.u24(data + 3)), int(file.u24(data + 6)) + 1,
                       int(file.u24(data + 9)) + 1);
-    if (!QRect(QPoint(), m_canvas).contains(frame))
+    if (m_canvas.isEmpty() || !QRect(QPoint(), m_canvas).contains(frame))
         return false;
     m_isFrame = true;
     m_sieve->canvas = m_canvas;

@@ -274,6 +274,11 @@ void TestPictureFile::framesHaveTheirPlace()
     QCOMPARE(decoded(film), expected);
     poke8(film, frameAt, 6);
     QVERIFY(!PictureFile(film).isAccepted()); // beyond the canvas
+    poke8(film, frameAt, 2);
+    QVERIFY(PictureFile(film).isAccepted());
+    constexpr int CanvasAt = 12;
+    constexpr int CanvasChunk = 18;
+    QVERIFY(!PictureFile(film.remove(CanvasAt, CanvasChunk)).isAccepted());
 }
 
 void TestPictureFile::dotsAndOffsetAreKept()
