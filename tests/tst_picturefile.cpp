@@ -381,14 +381,13 @@ void TestPictureFile::scansOfThumbnailDoNotCount()
 
 void TestPictureFile::segmentsThatBreakOff()
 {
-    const QByteArray jpeg = plainJpeg("\x20", "\1");
-    for (const char *segment : {"\xff\xe0\0\x10JFIF",
-                                "\xff\xee\0\x0e"
-                                "Adobe",
-                                "\xff\xfe\0\x10x"}) {
-        const QByteArray broken = jpeg.left(2) + QByteArray(segment, 9);
-        QVERIFY(!PictureFile(broken).isAccepted());
-    }
+    const QByteArray start("\xff\xd8");
+    for (const QByteArray &segment : {QByteArray("\xff\xe0\0\x10JFIF\0", 9),
+                                      QByteArray("\xff\xee\0\x0e"
+                                                 "Adobe",
+                                                 9),
+                                      QByteArray("\xff\xfe\0\x10x", 5), QByteArray("\xff\xe0", 2)})
+        QVERIFY(!PictureFile(start + segment).isAccepted());
 }
 
 void TestPictureFile::nothingIsOpenedWithoutABudget()
