@@ -1,11 +1,18 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# bare-machine.sh: runs the two commands of the README, and then both again, as a newcomer would: in a fresh Debian 12 with a
-# clone of what is committed here, where nothing is installed and no namespaces can be made. The first round is run by root
-# and without /etc/hosts; the second one by an ordinary user without sudo. Needs root, or sudo.
+# bare-machine.sh [--keep]: runs the two commands of the README, and then both again, as a newcomer would: in a fresh Debian 12
+# with a clone of what is committed here, where nothing is installed and no namespaces can be made. Root runs the first round,
+# without /etc/hosts; an ordinary user without sudo runs the second one. Needs root, or sudo.
+#
+#   --keep  moves the build tree here afterwards, in the place of build/release; the clone is at the path of this checkout
+#
+# CXXFLAGS is passed on.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
+if [ "$(id -u)" -ne 0 ]; then
+    exec sudo --preserve-env=CXXFLAGS,SORREL_APT_SOURCES,http_proxy,https_proxy,no_proxy scripts/bare-machine.sh "$@"
+fi
 require mmdebstrap git
 work=$(mktemp -d)
 # mmdebstrap runs apt as another user, who has to get into the directory.
@@ -14,25 +21,34 @@ trap 'packaging/chroot.sh remove "$work/debian"; rm -rf "$work"' EXIT
 machine=$work/debian
 
 packaging/chroot.sh make "$machine"
-git clone -q . "$machine/home/sorrel"
+git clone -q . "$machine$PWD"
 
 run() {
     echo "== $* (${SECONDS}s)"
-    packaging/chroot.sh run "$machine" "$@"
+    packaging/chroot.sh run "$machine" env -C "$PWD" ${CXXFLAGS:+CXXFLAGS="$CXXFLAGS"} "$@"
 }
 rm -f "$machine/etc/hosts"
 if packaging/chroot.sh run "$machine" unshare --user true 2>/dev/null; then
     echo "bare-machine.sh: namespaces can be made in there" >&2
     exit 1
 fi
-for command in scripts/run.sh scripts/test.sh; do
-    run env -C /home/sorrel "$command"
-done
+run scripts/run.sh
+run scripts/test.sh
 
 echo "127.0.0.1 localhost" >"$machine/etc/hosts"
 packaging/chroot.sh run "$machine" useradd newcomer
-packaging/chroot.sh run "$machine" chown -R newcomer /home/sorrel
-for command in scripts/run.sh scripts/test.sh; do
-    run env -C /home/sorrel HOME=/tmp setpriv --reuid newcomer --regid newcomer --clear-groups "$command"
+packaging/chroot.sh run "$machine" chown -R newcomer "$PWD"
+for ((parent = 1; parent <= $(tr -cd / <<<"$PWD" | wc -c); ++parent)); do
+    chmod a+x "$machine$(cut -d/ -f "1-$((parent + 1))" <<<"$PWD")"
 done
+as_newcomer=(HOME=/tmp setpriv --reuid newcomer --regid newcomer --clear-groups)
+run "${as_newcomer[@]}" scripts/run.sh
+run "${as_newcomer[@]}" scripts/test.sh
+
+if [ "${1:-}" = --keep ]; then
+    rm -rf build/release
+    mkdir -p build
+    mv "$machine$PWD/build/release" build/
+    chown -R "$(id -u):$(id -g)" build/release
+fi
 echo "== Done (${SECONDS}s)"

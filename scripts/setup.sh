@@ -18,7 +18,7 @@ qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-im
 # Running the tests: programs that they compare with or that check what the tools write.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
-    python3 python3-jsonschema desktop-file-utils libglib2.0-bin
+    python3 python3-gi python3-jsonschema desktop-file-utils libglib2.0-bin
 )
 # Building packages for Debian and for RPM, and trying them in a Debian of their own.
 package_packages=(
@@ -29,7 +29,7 @@ package_packages=(
 # that check documents, licences and the binary interface.
 system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse parallel
-    python3-gi bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
+    bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base
