@@ -64,6 +64,16 @@ endif()
 if(NOT SORREL_FRAMEWORK_RES)
     list(APPEND missing "framework-res.apk was not found (Debian: android-framework-res)")
 endif()
+# Qt's own programs and plugins: what has their name on the path may be for another Qt.
+get_target_property(qmake ${SORREL_QT}::qmake IMPORTED_LOCATION)
+get_filename_component(qt_programs "${qmake}" DIRECTORY)
+execute_process(COMMAND "${qmake}" -query QT_INSTALL_PLUGINS OUTPUT_VARIABLE qt_plugins OUTPUT_STRIP_TRAILING_WHITESPACE)
+find_file(SORREL_WEBP_PLUGIN libqwebp.so PATHS "${qt_plugins}/imageformats" NO_DEFAULT_PATH
+    DOC "Qt's plugin for WebP, which writes pictures of the samples"
+)
+if(NOT SORREL_WEBP_PLUGIN)
+    list(APPEND missing "Qt's WebP plugin was not found (Debian: qt${SORREL_QT_MAJOR}-image-formats-plugins)")
+endif()
 sorrel_part(SAMPLES "the sample packages" ${missing})
 
 set(missing "")
@@ -79,9 +89,6 @@ find_package(Doxygen QUIET MODULE COMPONENTS doxygen)
 if(NOT DOXYGEN_FOUND)
     list(APPEND missing "Doxygen was not found (Debian: doxygen)")
 endif()
-# Qt's own directories first: the program of that name on the path may be one that asks which Qt is meant.
-get_target_property(qmake ${SORREL_QT}::qmake IMPORTED_LOCATION)
-get_filename_component(qt_programs "${qmake}" DIRECTORY)
 find_program(SORREL_QHELPGENERATOR qhelpgenerator HINTS "${qt_programs}" "${qt_programs}/../libexec"
     DOC "Qt's generator of help files, for the reference"
 )
