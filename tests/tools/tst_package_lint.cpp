@@ -165,8 +165,7 @@ void TestPackageLint::boundsHold_data()
             << package(chain(Launchers, 0), launchersThatRefer(Launchers, attribute));
         QTest::newRow(name("the same, among chunks of no values"))
             << package(chain(Launchers, Chunks), launchersThatRefer(Launchers, attribute));
-        QTest::newRow(name("sparse types that are full"))
-            << package(sparse, launchersThatRefer(Launchers, attribute));
+        QTest::newRow(name("sparse types that are full")) << package(sparse, launchersThatRefer(Launchers, attribute));
     }
     QTest::newRow("icons of large pictures") << launchersOfLargePictures();
     QTest::newRow("icon of itself") << iconOfItself();
