@@ -129,7 +129,7 @@ QString XmlReader::string(const StringPoolView &strings, quint32 index)
     auto known = m_strings.constFind(index);
     if (known == m_strings.cend())
         known = m_strings.insert(index, strings.at(index));
-    const QString text = *known;
+    QString text = *known;
     m_characters += text.size();
     if (m_characters > m_maxCharacters)
         m_fault = QStringLiteral("too long texts in XML document");
