@@ -279,12 +279,12 @@ QByteArray saved(const QImage &image, const char *format, int quality = -1)
 QByteArray noisePng(int side)
 {
     QImage image(side, side, QImage::Format_ARGB32);
-    quint32 noise = 1;
+    quint64 noise = 1;
     for (int y = 0; y < side; ++y) {
         auto *const line = reinterpret_cast<quint32 *>(image.scanLine(y));
         for (int x = 0; x < side; ++x) {
-            noise = noise * 1664525 + 1013904223;
-            line[x] = noise ^ noise >> 16;
+            noise = (noise * 1664525 + 1013904223) & 0xffffffff;
+            line[x] = quint32(noise ^ noise >> 16);
         }
     }
     return saved(image, "PNG");
