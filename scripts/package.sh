@@ -29,7 +29,7 @@ for option in "$@"; do
     esac
 done
 
-require "${package_packages[@]}"
+require "${package_packages[@]}" ${rpm:+"${rpm_packages[@]}"}
 # Others' groups and umasks are none of a package's business.
 umask 022
 version=$(sed -n 's/^project(Sorrel VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)

@@ -20,11 +20,13 @@ test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
     python3 python3-gi python3-jsonschema desktop-file-utils libglib2.0-bin
 )
-# Building packages for Debian and for RPM, and trying them in a Debian of their own.
+# Building packages for Debian, and trying them in a Debian of their own.
 package_packages=(
     "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
-    rpm rpmlint appstream git
+    appstream git
 )
+# Building packages for RPM.
+rpm_packages=(rpm rpmlint)
 # Running the system tests: programs that use what Sorrel installs (thumbnailers, a browser, a screen, shells), and those
 # that check documents, licences and the binary interface.
 system_packages=(
