@@ -36,8 +36,8 @@ public:
     /// Bytes of one file at most, and of all XML files, their characters included: elements take several times as much.
     static constexpr qint64 MaxFileBytes = 8 << 20;
     static constexpr qint64 MaxXmlBytes = 4 << 20;
-    /// What reading files may cost (PackageFiles::file()), those of XML as often as they are read: thousands of drawables may
-    /// name one.
+    /// The cost of reading files (PackageFiles::file()), at most. XML costs as often as it is read: thousands of drawables may
+    /// name one file.
     static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;
@@ -74,7 +74,7 @@ public:
     QImage picture(const QString &path);
     /// Bytes of all pictures that were made.
     qint64 pictureBytes() const { return m_pictures.heldBytes(); }
-    /// What may be stretched of this picture.
+    /// The parts of this picture that may be stretched.
     std::optional<NinePatch> ninePatch(const QString &path);
 
     /// The outline of adaptive icons that are made from now on.

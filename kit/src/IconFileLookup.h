@@ -26,12 +26,12 @@ public:
     /// Files of an icon, and references on the way to them.
     static constexpr int MaxFiles = 64;
     static constexpr qint64 MaxFileBytes = 16 << 20;
-    /// What reading the files may cost (PackageFiles::file()), and looking at the XML files among them.
+    /// The cost of reading the files (PackageFiles::file()), and the characters of the XML files among them, at most.
     static constexpr qint64 MaxReadCost = 64 << 20;
-    /// What looking at the pictures may take (PictureFile::steps()).
+    /// Steps that looking at the pictures takes (PictureFile::steps()), at most.
     static constexpr qint64 MaxPictureSteps = 64 << 20;
-    /// What finding the files may take, in ResourceResolver::steps() and characters of paths: a table may have thousands of
-    /// type chunks for each resource. The largest applications take some thousands.
+    /// Steps that finding the files takes (ResourceResolver::steps() and characters of paths), at most: a table may have
+    /// thousands of type chunks for each resource. The largest applications take some thousands.
     static constexpr qint64 MaxSteps = 1 << 20;
 
     /// Both outlive this object.

@@ -31,8 +31,8 @@ public:
     static constexpr qint64 MaxInflatedBytes = 256 << 20;
     /// Members of all packages together. A package of an archive without ZIP64 has up to 65,535.
     static constexpr qint64 MaxPackageMembers = 1 << 17;
-    /// What reading the manifests of all packages to find the base may cost (PackageFiles::file()), and their characters.
-    /// Those of splits have some hundred bytes.
+    /// The cost of reading the manifests of all packages to find the base (PackageFiles::file()), and their characters, at
+    /// most. A split's manifest has some hundred bytes.
     static constexpr qint64 MaxManifests = 32 << 20;
 
     struct Split {

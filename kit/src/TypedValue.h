@@ -58,7 +58,7 @@ struct TypedValue {
     /// A fraction of @p base: "50%" is 0.5 of it. `%p`, of the parent, is taken for the same.
     std::optional<qreal> fraction(qreal base = 1) const;
     std::optional<QColor> color() const;
-    /// What an integer, a boolean or a float is where a text is wanted; empty for others.
+    /// The text of an integer, a boolean or a float, for a place that takes a text; empty for other types.
     QString plainText() const;
 
     ValueType type = ValueType::Null;
