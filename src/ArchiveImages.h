@@ -28,7 +28,7 @@ class ArchiveImages
 public:
     /// Bytes of one file at most, as they come out of the archive. A member's claim to a size is not looked at.
     static constexpr qint64 MaxFileBytes = 16 << 20;
-    /// What reading all files may cost (ArchiveMembers::content()), those that are refused included.
+    /// The cost of reading all files (ArchiveMembers::content()), at most. Refused files count as well.
     static constexpr qint64 MaxReadBytes = 64 << 20;
     /// Bytes that decoding takes at most, over all pictures, those that fail included; what one picture takes on the
     /// way to its QImage counts as well.

@@ -17,16 +17,16 @@ class QuaZip;
  */
 namespace ArchiveMembers {
 
-/// What a byte of compressed data costs; a byte that a member delivers, or that is stored as it is, costs 1. The slowest
-/// deflated data, empty blocks with codes of their own, takes 73 ns a byte, and usual data 5 ns for each byte delivered. The
-/// cost is below that ratio, so that a budget has room for pictures, which deflating makes no smaller.
+/// The cost of a byte of compressed data; a byte that a member delivers, or that is stored as it is, costs 1. The
+/// slowest deflated data, empty blocks with codes of their own, takes 73 ns a byte, and usual data 5 ns for each byte
+/// delivered. The cost is below that ratio, so that a budget has room for pictures, which deflating makes no smaller.
 constexpr int PackedByteCost = 4;
 
 /**
- * Calls @p visit for the name of each member of @p archive, which is open, in the order of the directory, until it returns
- * false; up to a member without a name, where QuaZip::setCurrentFile() stops looking. QuaZip keeps where each of them is:
- * after a visit to all of them setCurrentFile() finds the last of several members of one name. Without it, it finds the
- * first of them, or the last that it met while it looked for others.
+ * Calls @p visit for the name of each member of @p archive, which is open, in the order of the directory, until it
+ * returns false; up to a member without a name, where QuaZip::setCurrentFile() stops looking. QuaZip keeps where each
+ * of them is: after a visit to all of them setCurrentFile() finds the last of several members of one name. Without it,
+ * it finds the first of them, or the last that it met while it looked for others.
  */
 void visitNames(QuaZip *archive, const std::function<bool(const QString &)> &visit);
 

@@ -11,11 +11,11 @@
  *     6   for each picture: width and height u8, where 0 leaves it to the picture, number of colours u8, a zero, planes
  *         and bits of a pixel u16, size and offset of the picture u32
  *
- * A picture is a whole PNG file, or a BMP without its first 14 bytes: a header of 40 bytes, with width and height i32 at 4,
- * bits of a pixel u16 at 14 and number of colours u32 at 32, a palette, the rows, and once more rows of one bit a pixel,
- * which is set where there is nothing. The height is that of both. Rows end at a multiple of four bytes.
+ * A picture is a whole PNG file, or a BMP without its first 14 bytes: a header of 40 bytes, with width and height i32
+ * at 4, bits of a pixel u16 at 14 and number of colours u32 at 32, a palette, the rows, and once more rows of one bit a
+ * pixel, which is set where there is nothing. The height is that of both. Rows end at a multiple of four bytes.
  *
- * Kept is the first picture, which is the one that Qt takes.
+ * The sieve keeps the first picture, which is the one that Qt takes.
  */
 class IcoPicture
 {

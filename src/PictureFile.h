@@ -7,17 +7,17 @@
 #include <QSize>
 
 /**
- * A picture file in memory with nothing left in it but what makes its picture, and what it takes to decode that. Meets raw
- * input: the bytes may be anything.
+ * A picture file in memory that holds only the parts that make its picture, and the memory that decoding them takes.
+ * Meets raw input: the bytes may be anything.
  *
- * What else may be in a file, decoders unpack, copy, list and walk through, each in its own way: texts, colour profiles,
- * comments, thumbnails, further frames, pixels beyond the last row. None of it changes an icon, and a few kilobytes of it
- * take minutes or gigabytes, so that no decoder is handed any.
+ * A file may hold more: texts, colour profiles, comments, thumbnails, further frames, pixels beyond the last row.
+ * Decoders unpack, copy or list these, each in its own way. None of them changes an icon, and a few kilobytes of them
+ * take minutes or gigabytes, so this class drops them before a decoder sees the file.
  *
- * Accepted are the formats that Android itself decodes as icons, by their first bytes: PNG, JPEG, GIF, WebP, BMP and the
- * Windows icons of PNG and BMP. Refused are pictures with a side beyond PictureSieve::MaxSide, scan upon scan over one
- * JPEG, and the other formats that Qt's plugins may read, as nothing here knows what they take: an SVG may hold a program.
- * What is accepted may still be damaged, which decoding shows.
+ * It accepts the formats that Android itself decodes as icons, by their first bytes: PNG, JPEG, GIF, WebP, BMP, and
+ * Windows icons of PNG and BMP. It refuses a picture with a side beyond PictureSieve::MaxSide, a JPEG of too many
+ * scans, and the other formats that Qt's plugins may read, whose cost it does not know: an SVG may hold a program. An
+ * accepted file may still be damaged; decoding it shows that.
  */
 class PictureFile
 {
@@ -30,17 +30,17 @@ public:
     bool isAccepted() const { return *m_format != '\0'; }
     /// The name of Qt's decoder for the picture, such as "png"; empty when the file is refused.
     const char *format() const { return m_format; }
-    /// What is left of the file; empty when it is refused.
+    /// The parts of the file that make the picture; empty when the file is refused.
     const QByteArray &bytes() const { return m_bytes; }
     /// The size that decoding gives at most: an animation's first picture may be smaller than its canvas.
     QSize size() const { return m_size; }
-    /// Of the frame of an animation, its canvas, on which what is decoded has the place place(); else empty.
+    /// The canvas of an animation, whose first frame lies at place(); empty for every other picture.
     QSize canvas() const { return m_canvas; }
     QPoint place() const { return m_place; }
     /// Bytes that decoding takes at its peak, the decoded picture included and bytes() not.
     qint64 decodingBytes() const { return m_decodingBytes; }
-    /// What it took to find out, beside going over the bytes, in the time that it takes to decode a byte of a picture:
-    /// bits of WebP's prefix codes. Of refused files too.
+    /// Bits of WebP's prefix codes that were read to find the size in memory, also for a refused file. Reading one
+    /// takes about as long as decoding a byte of a picture.
     qint64 steps() const { return m_steps; }
 
 private:

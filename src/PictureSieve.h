@@ -9,12 +9,12 @@
 #include <QSize>
 
 /**
- * A picture file in memory out of which the parts that make the picture are kept, and the others are left. The classes of
- * the formats go over the file once and keep() part after part, in the order of the file; each moves up to the end of
- * those before it, so that all of this takes no second copy. They also note here what decoding the picture takes.
+ * A picture file in memory out of which the parts that make the picture are kept, and the others are left. The classes
+ * of the formats go over the file once and keep() part after part, in the order of the file; each moves up to the end
+ * of those before it, so that all of this takes no second copy. They also note here what decoding the picture takes.
  *
- * Precondition of keep(): the part lies behind what is kept already. Its bytes move, and what is in their place is gone:
- * whatever a class wants to know of a part it reads before that.
+ * Precondition of keep(): the part lies behind what is kept already. Its bytes move, and what is in their place is
+ * gone: whatever a class wants to know of a part it reads before that.
  */
 class PictureSieve
 {
@@ -30,7 +30,7 @@ public:
 
     /// Keeps the @p size bytes at @p at, or those of them that there are. Returns where they are now.
     char *keep(qint64 at, qint64 size);
-    /// What is kept so far.
+    /// The bytes that are kept so far.
     char *kept() { return m_file->data(); }
     qint64 keptSize() const { return m_keptSize; }
     /// Makes what is kept the file, with @p end behind it.
@@ -47,7 +47,8 @@ public:
     QPoint place;
     /// Bytes that decoding takes at its peak, the decoded picture included.
     qint64 decodingBytes = 0;
-    /// What it took to go over the file, beside its bytes, in the time that it takes to decode a byte of a picture.
+    /// Bits of prefix codes that going over the file has read; each takes about as long as decoding a byte of a
+    /// picture.
     qint64 steps = 0;
 
 private:
