@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "GeneratedManifest.h"
 
-#include "ResourceTypes.h"
 #include "XmlBuilder.h"
+#include "format/ResourceTypes.h"
 
 namespace bench {
 

@@ -2,8 +2,8 @@
 #include "GeneratedTable.h"
 
 #include "Bytes.h"
-#include "ResourceTypes.h"
 #include "TableBuilder.h"
+#include "format/ResourceTypes.h"
 
 #include <QtEndian>
 

@@ -7,7 +7,7 @@
 
 #include "ApkFile.h"
 #include "Floor.h"
-#include "LauncherFinder.h"
+#include "launchers/LauncherFinder.h"
 
 #include <QDomDocument>
 

@@ -10,9 +10,9 @@
 #include "ApkFile.h"
 #include "Failure.h"
 #include "Floor.h"
-#include "LauncherFinder.h"
 #include "Loading.h"
 #include "PackageFile.h"
+#include "launchers/LauncherFinder.h"
 
 #include <QDomDocument>
 #include <QFileInfo>

@@ -22,3 +22,19 @@ function(sorrel_reproducible target)
     target_compile_options(${target} PRIVATE
         "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=./build")
 endfunction()
+
+# sorrel_internal(TARGET): what goes into the libraries, beside the above.
+function(sorrel_internal target)
+    sorrel_target(${target})
+    sorrel_reproducible(${target})
+    target_compile_definitions(${target} PRIVATE $<$<NOT:$<BOOL:${SORREL_ASSERTIONS}>>:QT_NO_DEBUG>)
+    # Only the libraries need debug information: the ABI check reads it.
+    target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g>)
+    if(SORREL_FUZZERS)
+        target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+    endif()
+    if(SORREL_COVERAGE)
+        target_compile_options(${target} PRIVATE ${SORREL_COVERAGE_OPTIONS})
+        target_link_options(${target} INTERFACE --coverage)
+    endif()
+endfunction()

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
-#include "ResourceTypes.h"
+#include "format/ResourceTypes.h"
 
 #include <QByteArray>
 #include <QRandomGenerator>

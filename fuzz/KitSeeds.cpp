@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "KitSeeds.h"
 
-#include "AndroidAttributes.h"
 #include "Apk.h"
-#include "ArchiveFiles.h"
 #include "BinaryXml.h"
 #include "DrawableFixture.h"
 #include "Pictures.h"
-#include "XmlReader.h"
+#include "archive/ZipArchive.h"
+#include "format/AndroidAttributes.h"
+#include "format/XmlReader.h"
 
 #include <QDir>
 
@@ -259,7 +259,7 @@ QVector<Member> drawableSeeds(const QString &samples)
     constexpr int MaxBytes = 16384; // as long as the fuzzers make their inputs
     QVector<Member> seeds = ownDrawables();
     for (const QString &file : QDir(samples).entryList({QStringLiteral("*.aapt2.apk")})) {
-        ArchiveFiles archive(QDir(samples).filePath(file));
+        ZipArchive archive(QDir(samples).filePath(file));
         if (!archive.open())
             continue;
         for (const QString &path : archive.names()) {

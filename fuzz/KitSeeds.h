@@ -2,7 +2,7 @@
 #ifndef KITSEEDS_H
 #define KITSEEDS_H
 
-#include "Archives.h"
+#include "ZipBuilder.h"
 
 #include <QByteArray>
 #include <QString>

@@ -2,8 +2,8 @@
 #ifndef PACKEDINPUT_H
 #define PACKEDINPUT_H
 
-#include "Archives.h"
 #include "Bytes.h"
+#include "ZipBuilder.h"
 
 #include <QByteArray>
 #include <QVector>

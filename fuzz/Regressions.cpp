@@ -4,7 +4,7 @@
 #include "Apk.h"
 #include "Bytes.h"
 #include "Pictures.h"
-#include "ResourceTypes.h"
+#include "format/ResourceTypes.h"
 
 #include <limits>
 

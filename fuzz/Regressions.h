@@ -2,7 +2,7 @@
 #ifndef REGRESSIONS_H
 #define REGRESSIONS_H
 
-#include "Archives.h"
+#include "ZipBuilder.h"
 
 #include <QVector>
 

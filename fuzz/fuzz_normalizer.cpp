@@ -7,8 +7,8 @@
 #include "Bytes.h"
 #include "Devices.h"
 #include "LogCapture.h"
-#include "TableRewriter.h"
-#include "TypeChunk.h"
+#include "format/TypeChunk.h"
+#include "normalize/TableRewriter.h"
 
 #include <SorrelKit/PackageNormalizer.h>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Harness.h"
 
-#include "AndroidAttributes.h"
 #include "DrawableFixture.h"
 #include "LogCapture.h"
+#include "format/AndroidAttributes.h"
 
 #include <array>
 #include <cstring>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Harness.h"
 
-#include "ArchiveImages.h"
-#include "Archives.h"
-#include "PictureSieve.h"
+#include "ZipBuilder.h"
+#include "launchers/ArchiveImages.h"
+#include "picture/PictureStripper.h"
 
 #include <QBuffer>
 
@@ -20,7 +20,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     if (!archive.open(QuaZip::mdUnzip))
         qFatal("the archive of one picture cannot be opened");
     const QImage image = ArchiveImages(&archive).image(name);
-    if (qMax(image.width(), image.height()) > PictureSieve::MaxSide
+    if (qMax(image.width(), image.height()) > PictureStripper::MaxSide
         || image.sizeInBytes() > ArchiveImages::MaxDecodingBytes)
         qFatal("a picture of %d x %d was not refused", image.width(), image.height());
     return 0;

@@ -4,6 +4,7 @@
 
 #include "ApkLauncherInfo.h"
 #include "ApkResources.h"
+#include "SorrelExport.h"
 
 #include <QDomDocument>
 #include <QList>
@@ -44,7 +45,7 @@ class QIODevice;
  *
  * @since 0.5
  */
-class ApkFile : public QObject
+class SORREL_EXPORT ApkFile : public QObject
 {
     Q_OBJECT
 

@@ -2,6 +2,8 @@
 #ifndef APKLAUNCHERINFO_H
 #define APKLAUNCHERINFO_H
 
+#include "SorrelExport.h"
+
 #include <QImage>
 #include <QList>
 #include <QMap>
@@ -19,7 +21,7 @@ class ApkLauncherInfoData;
  *
  * @since 0.5
  */
-class ApkLauncherInfo
+class SORREL_EXPORT ApkLauncherInfo
 {
 public:
     /// An empty entry: empty texts, no labels, no icons. @since 0.5

@@ -2,6 +2,8 @@
 #ifndef APKRESOURCES_H
 #define APKRESOURCES_H
 
+#include "SorrelExport.h"
+
 #include <QMap>
 #include <QSharedDataPointer>
 #include <QString>
@@ -25,7 +27,7 @@ class QIODevice;
  *
  * @since 0.5
  */
-class ApkResources
+class SORREL_EXPORT ApkResources
 {
 public:
     /// An empty table, not valid. @since 0.5
@@ -113,7 +115,7 @@ public:
 
 private:
     friend class LocaleLookup;
-    friend class ValueTexts;
+    friend class ValueTextCache;
 
     QSharedDataPointer<ApkResourcesData> d;
 };

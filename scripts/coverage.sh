@@ -26,9 +26,9 @@ ctest --preset coverage --parallel "$(nproc)" --label-exclude '^system$'
 # --exclude-unreachable-branches would drop branches from lines that it takes for empty.
 report=build/coverage/report
 mkdir -p "$report"
-gcovr --root . --filter src/ build/coverage/CMakeFiles/sorrel.dir --json "$report/coverage.json"
+gcovr --root . --filter src/ build/coverage/src/CMakeFiles --json "$report/coverage.json"
 # The kit's figures alone; its report is kit.html beside the other.
-gcovr --root . --filter kit/src/ build/coverage/kit/CMakeFiles/sorrelkit_objects.dir \
+gcovr --root . --filter kit/ build/coverage/kit/CMakeFiles/sorrelkit_objects.dir \
     --html-details "$report/kit.html" --print-summary --output "$report/kit.txt"
 counted=(gcovr --root . --add-tracefile "$report/coverage.json")
 "${counted[@]}" --html-details "$report/index.html"

@@ -22,7 +22,7 @@ cp build/release/samples/notes.aapt2.apk "$home/sample.apk"
 echo 'APT::Get::Assume-Yes "true";' >"$work/debian/etc/apt/apt.conf.d/90yes"
 packaging/chroot.sh run "$work/debian" env -C /root/sorrel \
     DEB_BUILD_OPTIONS="nocheck noautodbgsym" DEB_BUILD_PROFILES=nocheck DEB_CXXFLAGS_STRIP=-g \
-    tests/consumers/follow.py docs/getting-started.md /root/sample.apk \
+    tests/system/consumers/follow.py docs/getting-started.md /root/sample.apk \
     "As a packager" "With CMake" "With pkg-config" "With qmake" "With Qt 6"
 rm -rf build/packages
 mkdir -p build

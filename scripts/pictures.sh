@@ -25,7 +25,7 @@ chromium --headless --no-sandbox --hide-scrollbars --user-data-dir="$scratch/bro
 
 mkdir Packages
 cp "$samples/suite.aapt2.apk" Packages/suite.apk
-PYTHONPATH=$OLDPWD/tests/examples /usr/bin/python3 -B - "$OLDPWD/build/release/bin/examples/launcher-grid" \
+PYTHONPATH=$OLDPWD/tests/system/examples /usr/bin/python3 -B - "$OLDPWD/build/release/bin/examples/launcher-grid" \
     "$PWD/Packages" "$docs/launcher-grid.png" <<'END'
 import sys, time
 from display import Screen, Window

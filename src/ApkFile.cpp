@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ApkFile.h"
 
-#include "AndroidNamespace.h"
-#include "ApkError.h"
-#include "ArchiveFile.h"
-#include "ArchiveMembers.h"
-#include "LauncherFinder.h"
+#include "archive/ArchiveMembers.h"
+#include "archive/BufferedFile.h"
+#include "archive/PackageError.h"
+#include "document/AndroidNamespace.h"
+#include "launchers/LauncherFinder.h"
 
 #include <QDomElement>
 #include <QFileInfo>
@@ -40,11 +40,11 @@ public:
     /// Opens @p member, a file of this archive, on the member of the name @p name.
     bool openMember(QuaZipFile &member, const QString &name);
 
-    std::unique_ptr<ArchiveFile> file; ///< that the archive is read through when it was given by name
+    std::unique_ptr<BufferedFile> file; ///< that the archive is read through when it was given by name
     std::unique_ptr<QuaZip> zip;
     QDomDocument manifest;
     bool manifestLoaded = false;
-    qint32 error = ApkError::NoError;
+    qint32 error = PackageError::NoError;
     ApkResources resources;
 };
 
@@ -63,7 +63,7 @@ bool ApkFilePrivate::open()
         return true;
     const QString name = zip->getZipName();
     if (!(name.isEmpty() ? zip->open(QuaZip::mdUnzip) : openFile(name))) {
-        error = ApkError::CannotOpen;
+        error = PackageError::CannotOpen;
         return false;
     }
     // So that of several members of one name the last counts, whatever is looked for first.
@@ -76,7 +76,7 @@ bool ApkFilePrivate::openFile(const QString &name)
     // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
     if (!QFileInfo(name).isFile())
         return false;
-    file = std::make_unique<ArchiveFile>(name);
+    file = std::make_unique<BufferedFile>(name);
     zip->setIoDevice(file.get());
     if (zip->open(QuaZip::mdUnzip))
         return true;
@@ -122,7 +122,7 @@ int ApkFile::getError() const
 
 QString ApkFile::getErrorString() const
 {
-    return ApkError::text(d->error);
+    return PackageError::text(d->error);
 }
 
 ApkResources ApkFile::resources() const
@@ -131,11 +131,11 @@ ApkResources ApkFile::resources() const
         return d->resources;
     QuaZipFile file(d->zip.get());
     if (!d->openMember(file, QStringLiteral("resources.arsc"))) {
-        d->error = ApkError::NoResources;
+        d->error = PackageError::NoResources;
         return d->resources;
     }
     if (!d->resources.load(&file))
-        d->error = ApkError::BadResources;
+        d->error = PackageError::BadResources;
     return d->resources;
 }
 
@@ -148,13 +148,13 @@ QDomDocument ApkFile::getManifest() const
         return errorDocument(getErrorString());
     QuaZipFile file(d->zip.get());
     if (!d->openMember(file, QStringLiteral("AndroidManifest.xml"))) {
-        d->error = ApkError::NoManifest;
+        d->error = PackageError::NoManifest;
         return errorDocument(getErrorString());
     }
     bool ok = true;
     d->manifest = table.loadXml(&file, &ok);
     if (!ok) {
-        d->error = ApkError::BadManifest;
+        d->error = PackageError::BadManifest;
         return errorDocument(getErrorString());
     }
     d->manifestLoaded = true;

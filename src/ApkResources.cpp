@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ApkResources.h"
 
-#include "ApkResourcesData.h"
-#include "Extractor.h"
-#include "LocaleLookup.h"
-#include "ResourceReference.h"
-#include "ResourceTypes.h"
-#include "ResourcesLoader.h"
-#include "TwosComplement.h"
-#include "XmlLoader.h"
+#include "document/XmlLoader.h"
+#include "format/ResourceTypes.h"
+#include "stream/Extractor.h"
+#include "stream/TwosComplement.h"
+#include "table/ApkResourcesData.h"
+#include "table/LocaleLookup.h"
+#include "table/ResourceReference.h"
+#include "table/ResourcesLoader.h"
 
 #include <QDomDocument>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "AndroidNamespace.h"
 #include "Apk.h"
-#include "ApkError.h"
 #include "ApkFile.h"
 #include "Bytes.h"
 #include "Devices.h"
 #include "LogCapture.h"
+#include "archive/PackageError.h"
+#include "document/AndroidNamespace.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -345,7 +345,7 @@ void TestApkFile::errorTextOfEveryCode_data()
 void TestApkFile::errorTextOfEveryCode()
 {
     QFETCH(int, code);
-    QTEST(ApkError::text(code), "text");
+    QTEST(PackageError::text(code), "text");
 }
 
 void TestApkFile::namespaceIsAndroids()

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ApkResources.h"
-#include "ApkResourcesData.h"
 #include "Bytes.h"
 #include "Cost.h"
 #include "Devices.h"
-#include "Extractor.h"
-#include "LocaleLookup.h"
-#include "ResourcesLoader.h"
 #include "TableBuilder.h"
+#include "stream/Extractor.h"
+#include "table/ApkResourcesData.h"
+#include "table/LocaleLookup.h"
+#include "table/ResourcesLoader.h"
 
 #include <QtTest>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
-#include "ChunkWalker.h"
 #include "Devices.h"
-#include "Extractor.h"
-#include "StringPool.h"
 #include "XmlBuilder.h"
-#include "XmlLoader.h"
+#include "document/XmlLoader.h"
+#include "stream/ChunkWalker.h"
+#include "stream/Extractor.h"
+#include "stream/StringPool.h"
 
 #include <QtTest>
 

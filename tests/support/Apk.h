@@ -2,9 +2,9 @@
 #ifndef APK_H
 #define APK_H
 
-#include "Archives.h"
 #include "TableBuilder.h"
 #include "XmlBuilder.h"
+#include "ZipBuilder.h"
 
 #include <QBuffer>
 #include <QString>

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_BITMAPDRAWABLE_H
+#define SORRELKIT_BITMAPDRAWABLE_H
+
+#include "drawable/color/Tint.h"
+#include "drawable/paint/Gravity.h"
+#include "drawable/source/Drawable.h"
+
+#include <QImage>
+
+#include <optional>
+
+struct XmlElement;
+
+namespace SorrelKit {
+
+class DrawableLoader;
+class VisibleArea;
+struct ResolvedValue;
+
+/**
+ * A picture: the file of one, or the element `bitmap` with `android:src`. It fills its bounds, or goes where its gravity
+ * says in its own size, or is repeated over the bounds. Tiles begin at the painter's origin, as on Android, not in the
+ * corner of the bounds. Shrinking averages, enlarging interpolates.
+ */
+class BitmapDrawable : public Drawable
+{
+public:
+    /// Values of `android:tileMode`.
+    enum class TileMode : int {
+        Disabled = -1,
+        Clamp = 0, ///< the outermost pixels go on
+        Repeat = 1,
+        Mirror = 2,
+    };
+
+    /// @p size is the picture's on the device, in pixels.
+    BitmapDrawable(const QImage &picture, QSizeF size) : m_picture(picture), m_size(size) {}
+    /// The picture in the file that @p value names; null, with an error, when there is none.
+    static DrawablePointer fromFile(const ResolvedValue &value, DrawableLoader &loader);
+    static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
+
+    /// The size of @p picture on the device, enlarged by @p scale: whole pixels.
+    static QSizeF sizeOf(const QImage &picture, qreal scale);
+
+    QSizeF intrinsicSize() const override { return m_size; }
+    void draw(Canvas &canvas, const QRectF &bounds) const override;
+
+private:
+    bool isTiled() const { return m_tileX != TileMode::Disabled || m_tileY != TileMode::Disabled; }
+    void paint(Canvas &canvas, const QRectF &target) const;
+    QImage stretched(const VisibleArea &area) const;
+    QImage tiled(const VisibleArea &area) const;
+
+    QImage m_picture;
+    QSizeF m_size;
+    int m_gravity = Gravity::Fill;
+    TileMode m_tileX = TileMode::Disabled;
+    TileMode m_tileY = TileMode::Disabled;
+    std::optional<Tint> m_tint;
+    qreal m_alpha = 1;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/DefaultItem.h"
+
+#include "drawable/source/DefaultState.h"
+#include "drawable/source/DrawableAttributes.h"
+
+#include <functional>
+
+namespace SorrelKit {
+
+namespace {
+
+DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
+                          const std::function<bool(const XmlElement &)> &isWanted)
+{
+    for (const XmlElement &child : element.children) {
+        if (child.name != QLatin1String("item") || !isWanted(child))
+            continue;
+        DrawablePointer drawable = loader.fromItem(child);
+        if (drawable == nullptr)
+            loader.setError(QStringLiteral("<%1> has no drawable").arg(child.name));
+        return drawable;
+    }
+    loader.setError(QStringLiteral("<%1> has no item to start with").arg(element.name));
+    return nullptr;
+}
+
+} // namespace
+
+DrawablePointer DefaultItem::ofStateList(const XmlElement &element, DrawableLoader &loader)
+{
+    return firstItem(element, loader, [&](const XmlElement &item) { return isDefaultState(item, loader); });
+}
+
+DrawablePointer DefaultItem::ofLevelList(const XmlElement &element, DrawableLoader &loader)
+{
+    return firstItem(element, loader, [&](const XmlElement &item) {
+        const DrawableAttributes attributes(item, loader);
+        return attributes.integer(Attr::MinLevel, 0) <= 0 && attributes.integer(Attr::MaxLevel, 0) >= 0;
+    });
+}
+
+DrawablePointer DefaultItem::ofAnimation(const XmlElement &element, DrawableLoader &loader)
+{
+    return firstItem(element, loader, [](const XmlElement &) { return true; });
+}
+
+} // namespace SorrelKit

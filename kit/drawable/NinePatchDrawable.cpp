@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/NinePatchDrawable.h"
+
+#include "drawable/BitmapDrawable.h"
+#include "drawable/color/MaskedLayer.h"
+#include "drawable/paint/Canvas.h"
+#include "drawable/paint/VisibleArea.h"
+#include "drawable/source/DrawableAttributes.h"
+
+#include <utility>
+
+namespace SorrelKit {
+
+NinePatchDrawable::NinePatchDrawable(const QImage &picture, NinePatch patch, qreal scale)
+    : m_picture(picture), m_patch(std::move(patch)), m_scale(scale)
+{
+}
+
+std::unique_ptr<NinePatchDrawable> NinePatchDrawable::read(const ResolvedValue &value, DrawableLoader &loader)
+{
+    const QImage picture = loader.picture(value.text);
+    if (picture.isNull())
+        return nullptr;
+    auto patch = loader.ninePatch(value.text);
+    if (!patch) {
+        loader.setError(QStringLiteral("%1 is no nine-patch").arg(value.text));
+        return nullptr;
+    }
+    return std::make_unique<NinePatchDrawable>(picture, std::move(*patch), loader.scaleOf(value.density));
+}
+
+DrawablePointer NinePatchDrawable::fromFile(const ResolvedValue &value, DrawableLoader &loader)
+{
+    return read(value, loader);
+}
+
+DrawablePointer NinePatchDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
+{
+    const DrawableAttributes attributes(element, loader);
+    const ResolvedValue source = attributes.value(Attr::Src);
+    if (source.text.isEmpty()) {
+        loader.setError(QStringLiteral("<%1> has no picture").arg(element.name));
+        return nullptr;
+    }
+    auto drawable = read(source, loader);
+    if (drawable == nullptr)
+        return nullptr;
+    drawable->m_tint = Tint::fromAttributes(attributes, loader);
+    drawable->m_alpha = qBound(qreal(0), attributes.number(Attr::Alpha, 1), qreal(1));
+    return drawable;
+}
+
+QSizeF NinePatchDrawable::intrinsicSize() const
+{
+    return BitmapDrawable::sizeOf(m_picture, m_scale);
+}
+
+void NinePatchDrawable::draw(Canvas &canvas, const QRectF &bounds) const
+{
+    const VisibleArea area(canvas.painter(), bounds);
+    if (area.isEmpty())
+        return;
+    paintTinted(canvas, area.bounds(), m_tint, m_alpha, [&]() { paint(canvas, area); });
+}
+
+void NinePatchDrawable::paint(Canvas &canvas, const VisibleArea &area) const
+{
+    const qint64 pixels = qint64(m_picture.width()) * m_picture.height();
+    const qint64 canvasPixels = qint64(canvas.size().width()) * canvas.size().height();
+    if (!canvas.spend(2 + pixels / canvasPixels))
+        return;
+    const qreal x = m_scale * area.scale().width();
+    const qreal y = m_scale * area.scale().height();
+    const QImage picture = shrunk(m_picture, {m_picture.width() * x, m_picture.height() * y});
+    const QRectF &bounds = area.bounds();
+    const QPointF offset = area.part().topLeft() - bounds.topLeft();
+    const NinePatch::Side width{picture.width(), qreal(picture.width()) / m_picture.width(),
+                                bounds.width() * area.scale().width(), x};
+    const NinePatch::Side height{picture.height(), qreal(picture.height()) / m_picture.height(),
+                                 bounds.height() * area.scale().height(), y};
+    canvas.painter().drawImage(
+        area.part(),
+        sampled(
+            picture,
+            NinePatch::samples(m_patch.columns(), width, offset.x() * area.scale().width(), area.pixels().width()),
+            NinePatch::samples(m_patch.rows(), height, offset.y() * area.scale().height(), area.pixels().height())));
+}
+
+} // namespace SorrelKit

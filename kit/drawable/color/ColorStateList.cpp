@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/color/ColorStateList.h"
+
+#include "drawable/source/DefaultState.h"
+#include "drawable/source/DrawableAttributes.h"
+
+#include <QRgba64>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr quint16 Opaque = 0xffff;
+
+const XmlElement *defaultItem(const XmlElement &element, DrawableLoader &loader)
+{
+    const XmlElement *first = nullptr;
+    for (const XmlElement &child : element.children) {
+        if (child.name != QLatin1String("item"))
+            continue;
+        if (isDefaultState(child, loader))
+            return &child;
+        if (first == nullptr)
+            first = &child;
+    }
+    return first;
+}
+
+} // namespace
+
+std::optional<QColor> ColorStateList::fromXml(const XmlElement &element, DrawableLoader &loader)
+{
+    const XmlElement *const item = defaultItem(element, loader);
+    if (item == nullptr) {
+        loader.setError(QStringLiteral("color state list without an item"));
+        return std::nullopt;
+    }
+    const DrawableAttributes attributes(*item, loader);
+    const QColor color = attributes.color(Attr::Color, QColor());
+    if (!color.isValid()) {
+        loader.setError(QStringLiteral("color state list without a color for the default state"));
+        return std::nullopt;
+    }
+    // In whole numbers, as QColor rounds to them, by way of a float in Qt 6.
+    QRgba64 rgba = color.rgba64();
+    const qreal alpha = rgba.alpha() / qreal(Opaque) * attributes.number(Attr::Alpha, 1);
+    rgba.setAlpha(quint16(qRound(qBound(qreal(0), alpha, qreal(1)) * Opaque)));
+    return QColor(rgba);
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/paint/Canvas.h"
+
+#include <utility>
+
+namespace SorrelKit {
+
+namespace {
+
+QImage transparent(QSize size)
+{
+    QImage image(size.boundedTo(QSize(Canvas::MaxSide, Canvas::MaxSide)).expandedTo(QSize(1, 1)),
+                 QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    return image;
+}
+
+void prepare(QPainter *painter)
+{
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setRenderHint(QPainter::SmoothPixmapTransform);
+}
+
+} // namespace
+
+Canvas::Canvas(QSize size, int maxLayers)
+    : m_image(transparent(size)),
+      m_bottom(&m_image),
+      m_painter(&m_bottom),
+      m_pixels(MaxPixels),
+      m_maxLayers(qMin(maxLayers, MaxLayers))
+{
+    prepare(m_painter);
+}
+
+QImage Canvas::image()
+{
+    m_bottom.end();
+    QImage image = m_image;
+    m_bottom.begin(&m_image);
+    prepare(&m_bottom);
+    return image;
+}
+
+void Canvas::layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity)
+{
+    if (m_layers >= m_maxLayers || !spend(3))
+        return;
+    QImage image = transparent(size());
+    {
+        QPainter painter(&image);
+        prepare(&painter);
+        painter.setTransform(m_painter->transform());
+        QPainter *const below = std::exchange(m_painter, &painter);
+        ++m_layers;
+        paint();
+        --m_layers;
+        m_painter = below;
+    }
+    change(image);
+    m_painter->save();
+    m_painter->resetTransform();
+    m_painter->setOpacity(opacity);
+    m_painter->drawImage(0, 0, image);
+    m_painter->restore();
+}
+
+} // namespace SorrelKit

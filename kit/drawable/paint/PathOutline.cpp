@@ -1,0 +1,193 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/paint/PathOutline.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr int CurvePoints = 4;
+
+// What a pixel that an edge meets takes a painter, and a step of the search for it, in pixels painted in one colour.
+constexpr qint64 MeetingCost = 64;
+constexpr qint64 StepCost = 4;
+
+qreal length(QPointF vector)
+{
+    return std::hypot(vector.x(), vector.y());
+}
+
+qreal scaleOf(const QTransform &transform)
+{
+    return qMax(std::hypot(transform.m11(), transform.m12()), std::hypot(transform.m21(), transform.m22()));
+}
+
+// By how much a curve is beside the line between its ends, at most.
+qreal sag(const QPointF *points)
+{
+    constexpr qreal SagPerBend = 0.75;
+    return SagPerBend
+           * qMax(length(points[0] - 2 * points[1] + points[2]), length(points[1] - 2 * points[2] + points[3]));
+}
+
+} // namespace
+
+PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxCost)
+    : m_visible(visible),
+      m_toPixels(toPixels),
+      m_size(size),
+      m_maxCost(maxCost),
+      m_flatness(Tolerance / scaleOf(toPixels)),
+      m_met(size.height())
+{
+}
+
+bool PathOutline::add(const QPainterPath &path, const QTransform &transform)
+{
+    m_polygons.setFillRule(path.fillRule());
+    for (int i = 0; i < path.elementCount() && edgeCost() <= m_maxCost; ++i) {
+        const QPainterPath::Element element = path.elementAt(i);
+        if (element.isMoveTo()) {
+            moveTo(transform.map(QPointF(element)));
+        } else if (element.isLineTo()) {
+            lineTo(transform.map(QPointF(element)));
+        } else if (element.isCurveTo() && i + 2 < path.elementCount()) {
+            const QPointF points[CurvePoints] = {m_point, transform.map(QPointF(element)),
+                                                 transform.map(QPointF(path.elementAt(i + 1))),
+                                                 transform.map(QPointF(path.elementAt(i + 2)))};
+            curveTo(points, MaxHalvings);
+            i += 2;
+        }
+    }
+    close();
+    return edgeCost() <= m_maxCost;
+}
+
+// Every edge is looked at once for each band of rows that a painter goes through.
+qint64 PathOutline::edgeCost() const
+{
+    constexpr qint64 EdgeCost = 8;
+    constexpr qint64 RowsPerPixel = 2;
+    if (m_polygons.elementCount() >= MaxPoints)
+        return m_maxCost + 1;
+    const qint64 rows = row(m_bottomRight.y()) - row(m_topLeft.y());
+    return m_meetings * MeetingCost + m_steps * StepCost + m_polygons.elementCount() * (EdgeCost + rows / RowsPerPixel);
+}
+
+qint64 PathOutline::area() const
+{
+    const qreal width = qBound(qreal(0), m_bottomRight.x() - m_topLeft.x() + 1, qreal(m_size.width()));
+    return m_polygons.isEmpty() ? 0 : qint64(width) * (row(m_bottomRight.y()) - row(m_topLeft.y()) + 1);
+}
+
+void PathOutline::moveTo(QPointF point)
+{
+    close();
+    m_start = m_point = point;
+}
+
+void PathOutline::lineTo(QPointF point)
+{
+    if (!m_isOpen)
+        append(clamped(m_point));
+    m_isOpen = true;
+    const QPointF ends[] = {m_point, point};
+    if (!isAside(ends, 2)) {
+        // In parts of the way to the point; 1 for none.
+        const auto cross = [](qreal from, qreal to, qreal border) {
+            const bool isCrossing = (from < border && to > border) || (from > border && to < border);
+            return isCrossing ? (border - from) / (to - from) : 1;
+        };
+        std::array<qreal, 4> crossings = {
+            cross(m_point.x(), point.x(), m_visible.left()), cross(m_point.x(), point.x(), m_visible.right()),
+            cross(m_point.y(), point.y(), m_visible.top()), cross(m_point.y(), point.y(), m_visible.bottom())};
+        std::sort(crossings.begin(), crossings.end());
+        for (const qreal crossing : crossings) {
+            if (crossing < 1)
+                append(clamped(m_point + crossing * (point - m_point)));
+        }
+    }
+    append(clamped(point));
+    m_point = point;
+}
+
+// Ends with the halvings, of which there are MaxHalvings within each other at most.
+void PathOutline::curveTo(const QPointF *points, int halvings)
+{
+    if (halvings == 0 || isAside(points, CurvePoints) || sag(points) <= m_flatness || edgeCost() > m_maxCost)
+        return lineTo(points[3]);
+    const QPointF middle = (points[1] + points[2]) / 2;
+    const QPointF before = (points[0] + points[1]) / 2;
+    const QPointF after = (points[2] + points[3]) / 2;
+    const QPointF beforeMiddle = (before + middle) / 2;
+    const QPointF afterMiddle = (middle + after) / 2;
+    const QPointF half = (beforeMiddle + afterMiddle) / 2;
+    const QPointF first[CurvePoints] = {points[0], before, beforeMiddle, half};
+    const QPointF second[CurvePoints] = {half, afterMiddle, after, points[3]};
+    curveTo(first, halvings - 1);
+    curveTo(second, halvings - 1);
+}
+
+void PathOutline::close()
+{
+    if (!m_isOpen)
+        return;
+    lineTo(m_start);
+    m_polygons.closeSubpath();
+    m_isOpen = false;
+}
+
+void PathOutline::append(QPointF point)
+{
+    const QPointF pixel = m_toPixels.map(point);
+    if (m_isOpen) {
+        m_polygons.lineTo(point);
+        count(m_pixel, pixel);
+    } else {
+        m_polygons.moveTo(point);
+    }
+    const bool isFirst = m_polygons.elementCount() == 1;
+    m_topLeft = isFirst ? pixel : QPointF(qMin(m_topLeft.x(), pixel.x()), qMin(m_topLeft.y(), pixel.y()));
+    m_bottomRight = isFirst ? pixel : QPointF(qMax(m_bottomRight.x(), pixel.x()), qMax(m_bottomRight.y(), pixel.y()));
+    m_pixel = pixel;
+}
+
+void PathOutline::count(QPointF from, QPointF to)
+{
+    const int first = row(qMin(from.y(), to.y()));
+    const int last = row(qMax(from.y(), to.y()));
+    const qreal width = qBound(qreal(0), std::abs(from.x() - to.x()), qreal(m_size.width()));
+    const int met = 1 + int(width) / (last - first + 1);
+    for (int i = first; i <= last; ++i) {
+        // Half of what is there on average.
+        m_steps += met * qint64(qMin(m_met[i], m_size.width())) / 2;
+        m_meetings += met;
+        m_met[i] += met;
+    }
+}
+
+// Whether all points are beyond the same side, so that only the way from the first to the last one matters.
+bool PathOutline::isAside(const QPointF *points, int count) const
+{
+    const auto all = [&](auto test) { return std::all_of(points, points + count, test); };
+    return all([this](QPointF point) { return point.x() <= m_visible.left(); })
+           || all([this](QPointF point) { return point.x() >= m_visible.right(); })
+           || all([this](QPointF point) { return point.y() <= m_visible.top(); })
+           || all([this](QPointF point) { return point.y() >= m_visible.bottom(); });
+}
+
+QPointF PathOutline::clamped(QPointF point) const
+{
+    return {qBound(m_visible.left(), point.x(), m_visible.right()),
+            qBound(m_visible.top(), point.y(), m_visible.bottom())};
+}
+
+int PathOutline::row(qreal y) const
+{
+    return int(qBound(qreal(0), std::floor(y), qreal(m_size.height() - 1)));
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWABLEATTRIBUTES_H
+#define SORRELKIT_DRAWABLEATTRIBUTES_H
+
+#include "drawable/source/DrawableLoader.h"
+#include "format/AndroidAttributes.h"
+
+#include <QBrush>
+#include <QColor>
+#include <QString>
+
+#include <optional>
+
+namespace SorrelKit {
+
+/**
+ * The attributes of an element of a drawable, with references followed. Each is asked for by its resource id (namespace
+ * Attr); one that is missing, refers to nothing or is of another type is answered by the fallback.
+ */
+class DrawableAttributes
+{
+public:
+    /// Both outlive this object.
+    DrawableAttributes(const XmlElement &element, DrawableLoader &loader) : m_element(element), m_loader(loader) {}
+
+    bool has(quint32 id) const { return m_element.attribute(id) != nullptr; }
+    qreal number(quint32 id, qreal fallback) const;
+    int integer(quint32 id, int fallback) const;
+    bool boolean(quint32 id, bool fallback) const;
+    /// A dimension in pixels.
+    qreal pixels(quint32 id, qreal fallback) const;
+    /// A dimension in pixels, or a fraction of @p base.
+    qreal length(quint32 id, qreal base, qreal fallback) const;
+    /// A fraction as it is (0.5 for 50%), or a number.
+    qreal ratio(quint32 id, qreal fallback) const;
+    QString text(quint32 id) const;
+    QColor color(quint32 id, const QColor &fallback) const;
+    QBrush brush(quint32 id, const QBrush &fallback) const;
+    /// The value itself, for what may be of several types.
+    ResolvedValue value(quint32 id) const { return m_loader.resolved(m_element.attribute(id)); }
+
+private:
+    const XmlElement &m_element;
+    DrawableLoader &m_loader;
+};
+
+} // namespace SorrelKit
+
+#endif

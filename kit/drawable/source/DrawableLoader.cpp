@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/source/DrawableLoader.h"
+
+#include "drawable/AdaptiveIcon.h"
+#include "drawable/BitmapDrawable.h"
+#include "drawable/ClipDrawable.h"
+#include "drawable/ColorDrawable.h"
+#include "drawable/DefaultItem.h"
+#include "drawable/InsetDrawable.h"
+#include "drawable/LayerDrawable.h"
+#include "drawable/NinePatchDrawable.h"
+#include "drawable/RotateDrawable.h"
+#include "drawable/ScaleDrawable.h"
+#include "drawable/ShapeDrawable.h"
+#include "drawable/color/ColorStateList.h"
+#include "drawable/color/GradientColor.h"
+#include "drawable/vector/AnimatedVector.h"
+#include "drawable/vector/VectorDrawable.h"
+#include "format/AndroidAttributes.h"
+#include "format/XmlReader.h"
+
+#include <utility>
+
+namespace SorrelKit {
+
+namespace {
+
+struct Kind {
+    const char *element;
+    DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
+};
+
+constexpr Kind kinds[] = {
+    {"adaptive-icon", AdaptiveIcon::fromXml},
+    {"animated-rotate", RotateDrawable::fromXml},
+    {"animated-selector", DefaultItem::ofStateList},
+    {"animated-vector", AnimatedVector::fromXml},
+    {"animation-list", DefaultItem::ofAnimation},
+    {"bitmap", BitmapDrawable::fromXml},
+    {"clip", ClipDrawable::fromXml},
+    {"color", ColorDrawable::fromXml},
+    {"inset", InsetDrawable::fromXml},
+    {"layer-list", LayerDrawable::fromXml},
+    {"level-list", DefaultItem::ofLevelList},
+    {"nine-patch", NinePatchDrawable::fromXml},
+    {"ripple", LayerDrawable::fromXml},
+    {"rotate", RotateDrawable::fromXml},
+    {"scale", ScaleDrawable::fromXml},
+    {"selector", DefaultItem::ofStateList},
+    {"shape", ShapeDrawable::fromXml},
+    {"transition", LayerDrawable::fromXml},
+    {"vector", VectorDrawable::fromXml},
+};
+
+} // namespace
+
+/// Counts the drawables that are in each other while it lives.
+class DrawableLoader::Level
+{
+public:
+    explicit Level(DrawableLoader *loader) : m_loader(loader) { ++m_loader->m_depth; }
+    ~Level() { --m_loader->m_depth; }
+
+    /// Whether there may be another drawable, and another level.
+    bool isOpen()
+    {
+        if (m_loader->m_depth > MaxDepth)
+            m_loader->setError(QStringLiteral("drawables nested too deeply"));
+        else if (!m_loader->m_drawables.spend(1))
+            m_loader->setError(QStringLiteral("too many drawables"));
+        else
+            return true;
+        return false;
+    }
+
+private:
+    Q_DISABLE_COPY(Level)
+
+    DrawableLoader *m_loader;
+};
+
+DrawableLoader::DrawableLoader(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp)
+    : m_resolver(resolver),
+      m_files(files),
+      m_pixelsPerDp(pixelsPerDp),
+      m_drawables(MaxDrawables),
+      m_xmlBytes(MaxXmlBytes),
+      m_pathSegments(MaxPathSegments)
+{
+}
+
+DrawablePointer DrawableLoader::fromResource(quint32 id)
+{
+    return fromValue(m_resolver.resource(id));
+}
+
+DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
+{
+    Level level(this);
+    if (!level.isOpen())
+        return nullptr;
+    if (const auto argb = value.value.argb())
+        return std::make_unique<ColorDrawable>(QColor::fromRgba(*argb));
+    if (value.text.isEmpty()) {
+        setError(value.resource == 0
+                     ? QStringLiteral("no drawable is given")
+                     : QStringLiteral("resource 0x%1 is no drawable").arg(value.resource, 8, 16, QLatin1Char('0')));
+        return nullptr;
+    }
+    const QByteArray bytes = documentBytes(value.text);
+    if (bytes.isEmpty() && ninePatch(value.text))
+        return NinePatchDrawable::fromFile(value, *this);
+    if (bytes.isEmpty())
+        return BitmapDrawable::fromFile(value, *this);
+    if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
+        const QColor color = this->color(value, QColor());
+        return color.isValid() ? std::make_unique<ColorDrawable>(color) : nullptr;
+    }
+    const XmlElement root = parsed(bytes, value.text);
+    return root.isNull() ? nullptr : fromElement(root);
+}
+
+DrawablePointer DrawableLoader::fromElement(const XmlElement &element)
+{
+    Level level(this);
+    if (!level.isOpen())
+        return nullptr;
+    for (const Kind &kind : kinds) {
+        if (element.name == QLatin1String(kind.element))
+            return kind.make(element, *this);
+    }
+    setUnsupported(element.name);
+    return nullptr;
+}
+
+DrawablePointer DrawableLoader::fromItem(const XmlElement &item)
+{
+    if (const XmlAttribute *const drawable = item.attribute(Attr::Drawable))
+        return fromValue(resolved(drawable));
+    return item.children.isEmpty() ? nullptr : fromElement(item.children.first());
+}
+
+ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr)
+        return {};
+    ResolvedValue value = m_resolver.resolved(attribute->value);
+    if (value.value.type == ValueType::String && value.resource == 0)
+        value.text = attribute->text;
+    return value;
+}
+
+QColor DrawableLoader::color(const ResolvedValue &value, const QColor &fallback)
+{
+    const QBrush brush = this->brush(value, QBrush());
+    return brush.style() == Qt::SolidPattern ? brush.color() : fallback;
+}
+
+QBrush DrawableLoader::brush(const ResolvedValue &value, const QBrush &fallback)
+{
+    if (const auto argb = value.value.argb())
+        return QColor::fromRgba(*argb);
+    if (value.text.isEmpty())
+        return fallback;
+    const auto known = m_brushes.constFind(value.text);
+    if (known != m_brushes.cend())
+        return known->style() == Qt::NoBrush ? fallback : *known;
+    Level level(this);
+    if (!level.isOpen())
+        return fallback;
+    const QBrush brush = brushOf(document(value.text));
+    m_brushes.insert(value.text, brush);
+    return brush.style() == Qt::NoBrush ? fallback : brush;
+}
+
+QBrush DrawableLoader::brushOf(const XmlElement &root)
+{
+    if (root.isNull())
+        return {};
+    if (root.name == QLatin1String("selector")) {
+        const auto color = ColorStateList::fromXml(root, *this);
+        return color ? QBrush(*color) : QBrush();
+    }
+    if (root.name == QLatin1String("gradient"))
+        return GradientColor::fromXml(root, *this).value_or(QBrush());
+    setError(QStringLiteral("unsupported color <%1>").arg(root.name));
+    return {};
+}
+
+QByteArray DrawableLoader::file(const QString &path)
+{
+    QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readBytes);
+    if (bytes.isEmpty())
+        setError(QStringLiteral("%1 cannot be read").arg(path));
+    return bytes;
+}
+
+XmlElement DrawableLoader::document(const QString &path)
+{
+    const QByteArray bytes = file(path);
+    return bytes.isEmpty() ? XmlElement() : parsed(bytes, path);
+}
+
+XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
+{
+    const bool isSmall = m_xmlBytes.spend(bytes.size());
+    const XmlReader reader(isSmall ? bytes : QByteArray(), m_xmlBytes.left());
+    if (!isSmall || !m_xmlBytes.spend(reader.characters())) {
+        setError(QStringLiteral("too much XML in drawables"));
+        return {};
+    }
+    if (reader.fault().isEmpty())
+        return reader.root();
+    setError(QStringLiteral("%1: %2").arg(path, reader.fault()));
+    return {};
+}
+
+QByteArray DrawableLoader::documentBytes(const QString &path)
+{
+    if (m_pictures.contains(path))
+        return {};
+    QByteArray bytes = file(path);
+    if (XmlReader::isDocument(bytes))
+        return bytes;
+    m_pictures.add(path, std::move(bytes));
+    return {};
+}
+
+bool DrawableLoader::isDocument(const QString &path)
+{
+    return !documentBytes(path).isEmpty();
+}
+
+QSize DrawableLoader::pictureSize(const QString &path)
+{
+    documentBytes(path);
+    return m_pictures.size(path);
+}
+
+QImage DrawableLoader::picture(const QString &path)
+{
+    documentBytes(path);
+    QImage picture = m_pictures.image(path);
+    if (picture.isNull())
+        setError(QStringLiteral("%1 is no picture that can be decoded").arg(path));
+    return picture;
+}
+
+std::optional<NinePatch> DrawableLoader::ninePatch(const QString &path)
+{
+    documentBytes(path);
+    return m_pictures.ninePatch(path);
+}
+
+qreal DrawableLoader::scaleOf(int density) const
+{
+    switch (density) {
+    case Configuration::NoDensity:
+    case Configuration::AnyDensity:
+        return 1;
+    case Configuration::DefaultDensity:
+        density = Configuration::MediumDensity;
+        break;
+    default:
+        break;
+    }
+    return m_pixelsPerDp * int(Configuration::MediumDensity) / density;
+}
+
+void DrawableLoader::setError(const QString &text)
+{
+    if (m_error.isEmpty())
+        m_error = text;
+}
+
+void DrawableLoader::setUnsupported(const QString &name)
+{
+    setError(QStringLiteral("unsupported drawable <%1>").arg(name));
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,79 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_PATHPARSER_H
+#define SORRELKIT_PATHPARSER_H
+
+#include "format/Allowance.h"
+
+#include <QPainterPath>
+#include <QString>
+
+namespace SorrelKit {
+
+/**
+ * Reads path data: letters for commands, each followed by its numbers, and by as many more sets of numbers as there are.
+ * An upper-case letter's numbers are coordinates, a lower-case one's are relative to where the command begins.
+ *
+ *     M x y                move; what follows a first pair are lines
+ *     L x y, H x, V y      line
+ *     C x1 y1 x2 y2 x y    cubic curve; S x2 y2 x y has its first control point opposite of the last curve's second
+ *     Q x1 y1 x y          quadratic curve; T x y has its control point opposite of the last curve's
+ *     A rx ry angle large sweep x y    arc of an ellipse; the two flags, 0 or 1, need nothing to separate them
+ *     Z                    closes the figure; what follows begins where that did
+ *
+ * Numbers are separated by white space and commas, which may be left out where a sign or a second point begins a number.
+ * A path that begins with another command than M starts at the origin. A figure of one point is a line too short to be
+ * seen, so that it has line caps.
+ *
+ * Meets raw input. What stands before a fault is kept.
+ */
+class PathParser
+{
+public:
+    /// Coordinates at most, either way. Android holds them as floats, to which there is no odd number beyond.
+    static constexpr qreal MaxCoordinate = 1 << 24;
+    /// Characters that are read for one segment off the allowance, beside those that become segments.
+    static constexpr int CharactersPerSegment = 64;
+
+    /// Reads @p data. Each command takes its segments off @p segments; one that there are none left for is a fault.
+    PathParser(const QString &data, Allowance *segments);
+
+    /// Of straight lines and cubic curves. The fill rule is the caller's to set.
+    const QPainterPath &path() const { return m_path; }
+    /// What is wrong with the data, in English; empty when nothing is.
+    QString fault() const { return m_fault; }
+
+private:
+    void read();
+    bool readCommand(char16_t letter);
+    void apply(char16_t letter, const qreal *numbers);
+    void skipSeparators();
+    bool isAtNumber() const;
+    bool readNumber(qreal *number);
+    bool readFlag(qreal *flag);
+    bool spend(int segments);
+    void setFault(const QString &text);
+
+    void moveTo(QPointF point);
+    void lineTo(QPointF point);
+    void curveTo(QPointF control1, QPointF control2, QPointF point);
+    void quadTo(QPointF control, QPointF point);
+    void arcTo(qreal radiusX, qreal radiusY, qreal angle, bool isLarge, bool isClockwise, QPointF point);
+    void close();
+    void makeDot();
+
+    const QString m_data;
+    Allowance *m_segments;
+    int m_at = 0; ///< in the data
+    QString m_fault;
+    QPainterPath m_path;
+    QPointF m_point; ///< where the path is
+    QPointF m_start; ///< of the figure
+    /// Last control point of the command before, when that was a cubic or a quadratic curve; else where the path is.
+    QPointF m_cubicControl;
+    QPointF m_quadControl;
+    bool m_isOpen = false; ///< whether the figure has begun
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "icon/IconRenderer.h"
+
+#include "drawable/AdaptiveIcon.h"
+#include "drawable/BitmapDrawable.h"
+#include "drawable/paint/Canvas.h"
+#include "drawable/source/DrawableLoader.h"
+#include "package/IconFileLookup.h"
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+// A picture file of an icon that nothing is decoded of yet.
+struct Picture {
+    QString path;
+    QSize size;
+};
+
+int densityOf(int size)
+{
+    return qBound(1, size * Configuration::MediumDensity / IconRenderer::IconDp, 0xffff);
+}
+
+int side(QSize size)
+{
+    return qMax(size.width(), size.height());
+}
+
+// An adaptive icon is made for its own units, whatever sizes its layers have.
+QSizeF sizeOf(const Drawable &drawable, qreal pixelsPerDp)
+{
+    constexpr qreal Units = AdaptiveIcon::VisibleUnits;
+    const bool isAdaptive = dynamic_cast<const AdaptiveIcon *>(&drawable) != nullptr;
+    return isAdaptive ? QSizeF(Units, Units) * pixelsPerDp : drawable.intrinsicSize();
+}
+
+// In the middle of the canvas, as large as fits.
+void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
+{
+    const QSizeF room = canvas.size();
+    const QSizeF size(own.width() > 0 ? own.width() : room.width(), own.height() > 0 ? own.height() : room.height());
+    const qreal scale = qMin(room.width() / size.width(), room.height() / size.height());
+    canvas.painter().translate((room.width() - size.width() * scale) / 2, (room.height() - size.height() * scale) / 2);
+    canvas.painter().scale(scale, scale);
+    drawable.draw(canvas, QRectF(QPointF(), size));
+}
+
+} // namespace
+
+QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
+{
+    m_error.clear();
+    if (size < MinSize || size > MaxSize) {
+        setError(QStringLiteral("a picture has 1 to 1024 pixels a side"));
+        return {};
+    }
+    const ResourceResolver resolver = m_resolver.forDevice(Configuration::phone(densityOf(size)));
+    const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
+    if (best.text.isEmpty() && !best.value.isColor()) {
+        setError(best.resource == 0
+                     ? QStringLiteral("there is no icon")
+                     : QStringLiteral("resource 0x%1 is no drawable").arg(best.resource, 8, 16, QLatin1Char('0')));
+        return {};
+    }
+    // One for all, so that no file is read and no picture decoded twice.
+    DrawableLoader loader(resolver, m_files, qreal(size) / IconDp);
+    loader.setIconMask(mask);
+    const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
+    QImage image = isPicture ? QImage() : drawn(best, loader, size);
+    Allowance steps(IconFileLookup::MaxSteps);
+    if (image.isNull())
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), loader, size);
+    if (image.isNull())
+        setError(QStringLiteral("%1 cannot be read or decoded").arg(best.text));
+    return image;
+}
+
+QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, int size)
+{
+    const DrawablePointer drawable = loader.fromValue(value);
+    if (drawable == nullptr) {
+        setError(loader.error());
+        return {};
+    }
+    constexpr int PixelSize = 4;
+    const qint64 layers = (MaxDrawingBytes - loader.pictureBytes()) / (qint64(PixelSize) * size * size);
+    Canvas canvas(QSize(size, size), int(qMin(layers, qint64(Canvas::MaxLayers))));
+    drawFitted(*drawable, sizeOf(*drawable, loader.pixelsPerDp()), canvas);
+    setError(loader.error());
+    if (canvas.isSpent())
+        setError(QStringLiteral("drawing takes too much"));
+    return canvas.image();
+}
+
+QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size)
+{
+    QVector<Picture> pictures;
+    for (const ResolvedValue &candidate : candidates) {
+        const Picture picture{candidate.text, loader.pictureSize(candidate.text)};
+        if (!picture.size.isEmpty())
+            pictures.append(picture);
+    }
+    // The smallest of those that are large enough; then the others, the largest first.
+    std::stable_sort(pictures.begin(), pictures.end(), [size](const Picture &a, const Picture &b) {
+        const bool isEnough = side(a.size) >= size;
+        if (isEnough != (side(b.size) >= size))
+            return isEnough;
+        return isEnough ? side(a.size) < side(b.size) : side(a.size) > side(b.size);
+    });
+    for (const Picture &picture : pictures) {
+        const QImage image = loader.picture(picture.path);
+        if (image.isNull())
+            continue;
+        Canvas canvas(QSize(size, size));
+        drawFitted(BitmapDrawable(image, image.size()), image.size(), canvas);
+        return canvas.image();
+    }
+    return {};
+}
+
+void IconRenderer::setError(const QString &text)
+{
+    if (m_error.isEmpty())
+        m_error = text;
+}
+
+} // namespace SorrelKit

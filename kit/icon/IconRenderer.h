@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_ICONRENDERER_H
+#define SORRELKIT_ICONRENDERER_H
+
+#include "archive/FileSource.h"
+#include "drawable/source/Drawable.h"
+#include "resources/ResourceResolver.h"
+
+#include <SorrelKit/IconMask.h>
+
+#include <QImage>
+#include <QString>
+#include <QVector>
+
+namespace SorrelKit {
+
+class DrawableLoader;
+
+/**
+ * Chooses among what a package has for an icon, and makes a picture of it: what the newest platform takes when that is
+ * XML or a colour, else the picture file whose size fits best.
+ */
+class IconRenderer
+{
+public:
+    /// Sides of a picture at least and at most.
+    static constexpr int MinSize = 1;
+    static constexpr int MaxSize = 1024;
+    /// An icon's side on a device. Together with the pixels that are asked for, it gives the density of the screen.
+    static constexpr int IconDp = 48;
+
+    /// Bytes that pictures and the layers of a canvas, which lie in each other, have at most while an icon is drawn.
+    static constexpr qint64 MaxDrawingBytes = 32 << 20;
+
+    /// Both outlive this object.
+    IconRenderer(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
+
+    /// The icon that @p icon stands for, a reference or a path, as a square of @p size pixels.
+    QImage icon(const ResolvedValue &icon, int size, IconMask mask);
+    /// Why the icon is not, or not wholly, what the package describes; empty when it is.
+    QString error() const { return m_error; }
+
+private:
+    QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
+    QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
+    void setError(const QString &text);
+
+    const ResourceResolver &m_resolver;
+    FileSource &m_files;
+    QString m_error;
+};
+
+} // namespace SorrelKit
+
+#endif

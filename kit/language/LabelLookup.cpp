@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "language/LabelLookup.h"
+
+#include <QSet>
+
+namespace SorrelKit {
+
+const LabelLookup::Texts &LabelLookup::texts(quint32 id)
+{
+    const auto known = m_texts.constFind(id);
+    if (known != m_texts.cend())
+        return *known;
+    Texts texts;
+    if (!m_steps.spend(m_resolver.steps(id)))
+        return *m_texts.insert(id, texts);
+    QSet<QString> keys;
+    // Best first: of the values for one language, the first counts.
+    for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
+        if (!m_steps.spend(StepsPerValue))
+            break;
+        const LanguageTag tag(value.languageTag);
+        const QString key = tag.toString();
+        if (keys.contains(key) || texts.tags.size() >= MaxLanguages)
+            continue;
+        keys.insert(key);
+        texts.tags.append(tag);
+        texts.values.append(value);
+        texts.chooser.add(tag);
+    }
+    return *m_texts.insert(id, texts);
+}
+
+std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
+{
+    for (int depth = 0; depth < ResourceResolver::MaxDepth; ++depth) {
+        const Texts &candidates = texts(id);
+        if (!m_steps.spend(StepsPerChoice + StepsPerRelative * qint64(candidates.chooser.relatives(wanted))))
+            return std::nullopt;
+        const int number = candidates.chooser.best(wanted);
+        if (number < 0)
+            return std::nullopt;
+        const TypedValue &value = candidates.values.at(number).value;
+        if (!value.isReference()) {
+            // One character more than may be shows that there is one.
+            const int longest = int(qMin(m_steps.left() + 1, qint64(ResourceTable::MaxStringLength)));
+            const QString text = ResourceResolver::withText(candidates.values.at(number), longest).plainText();
+            return m_steps.spend(text.size()) ? std::optional<QString>(text) : std::nullopt;
+        }
+        id = value.data;
+    }
+    return std::nullopt;
+}
+
+QVector<LanguageTag> LabelLookup::languages(quint32 id)
+{
+    QVector<LanguageTag> languages;
+    QSet<QString> known;
+    QSet<quint32> visited;
+    QVector<quint32> open{id};
+    while (!open.isEmpty() && visited.size() < MaxLanguages) {
+        const quint32 next = open.takeLast();
+        if (visited.contains(next))
+            continue;
+        visited.insert(next);
+        const Texts &candidates = texts(next);
+        if (!m_steps.spend(StepsPerChoice + StepsPerValue * qint64(candidates.tags.size())))
+            break;
+        for (int i = 0; i < candidates.tags.size(); ++i) {
+            const QString key = candidates.tags.at(i).toString();
+            if (!known.contains(key) && languages.size() < MaxLanguages) {
+                known.insert(key);
+                languages.append(candidates.tags.at(i));
+            }
+            if (candidates.values.at(i).value.isReference())
+                open.append(candidates.values.at(i).value.data);
+        }
+    }
+    return languages;
+}
+
+QMap<QString, QString> LabelLookup::labels(const XmlAttribute *attribute)
+{
+    QMap<QString, QString> labels;
+    if (attribute == nullptr)
+        return labels;
+    if (!attribute->value.isReference()) {
+        labels.insert(QString(), label(attribute, LanguageTag()));
+        return labels;
+    }
+    for (const LanguageTag &tag : languages(attribute->value.data)) {
+        if (const auto found = text(attribute->value.data, tag))
+            labels.insert(tag.toString(), *found);
+    }
+    return labels;
+}
+
+QString LabelLookup::label(const XmlAttribute *attribute, const LanguageTag &wanted)
+{
+    if (attribute == nullptr)
+        return {};
+    if (attribute->value.isReference())
+        return text(attribute->value.data, wanted).value_or(QString());
+    return attribute->plainText();
+}
+
+} // namespace SorrelKit

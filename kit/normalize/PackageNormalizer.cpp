@@ -1,0 +1,262 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <SorrelKit/PackageNormalizer.h>
+
+#include "archive/PackageError.h"
+#include "archive/ZipArchive.h"
+#include "format/ChunkView.h"
+#include "format/ResourceTable.h"
+#include "format/XmlReader.h"
+#include "launchers/ArchiveImages.h"
+#include "normalize/IconMembers.h"
+#include "normalize/TableRewriter.h"
+#include "package/PackageData.h"
+#include "package/PackageSet.h"
+
+#include <ApkFile.h>
+
+#include <QBuffer>
+#include <QDateTime>
+#include <QVector>
+#include <QtEndian>
+
+#include <quazip/quazip.h>
+#include <quazip/quazipfile.h>
+
+#include <limits>
+
+namespace SorrelKit {
+
+namespace {
+
+const char *const tableName = "resources.arsc";
+const char *const manifestName = "AndroidManifest.xml";
+
+struct Member {
+    QString name;
+    QByteArray content;
+};
+
+// What is open of a package; null when it cannot be opened.
+struct OpenPackage {
+    std::unique_ptr<ZipArchive> set; ///< that the package is the base of; outlives it
+    std::unique_ptr<ZipArchive> files;
+};
+
+QByteArray emptyTable()
+{
+    constexpr int HeaderSize = 12;
+    QByteArray bytes(HeaderSize, '\0');
+    qToLittleEndian(quint16(ChunkType::Table), bytes.data());
+    qToLittleEndian(quint16(HeaderSize), bytes.data() + 2);
+    qToLittleEndian(quint32(HeaderSize), bytes.data() + 4);
+    return bytes;
+}
+
+// Of no compression: what reads the archive has it in memory anyway.
+QByteArray archiveOf(const QVector<Member> &members)
+{
+    constexpr int Stored = 0;
+    constexpr qint64 RoomForNames = 512; ///< of a member, with what the archive says about it
+    // The same bytes at any time.
+    const QDateTime earliest(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
+    qint64 size = 0;
+    for (const Member &member : members)
+        size += member.content.size() + RoomForNames;
+    QBuffer buffer;
+    buffer.buffer().reserve(int(size));
+    QuaZip archive(&buffer);
+    archive.setUtf8Enabled(true);
+    bool good = archive.open(QuaZip::mdCreate);
+    for (const Member &member : members) {
+        QuaZipNewInfo info(member.name);
+        info.dateTime = earliest;
+        QuaZipFile file(&archive);
+        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, Stored);
+        good = good && file.write(member.content) == member.content.size();
+        file.close();
+    }
+    archive.close();
+    return good ? buffer.data() : QByteArray();
+}
+
+std::unique_ptr<ApkFile> apkFileOn(const QByteArray &archive)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(archive);
+    auto package = std::make_unique<ApkFile>(buffer.get());
+    buffer.release()->setParent(package.get());
+    return package;
+}
+
+} // namespace
+
+class PackageNormalizerPrivate
+{
+public:
+    explicit PackageNormalizerPrivate(const QString &name) : fileName(name) {}
+    explicit PackageNormalizerPrivate(QIODevice *original) : device(original) {}
+
+    void load();
+    std::unique_ptr<ApkFile> original() const;
+    QByteArray normalized();
+
+    PackageNormalizer::Error error = PackageNormalizer::NoError;
+    QString fault;
+    bool isNeeded = false;
+
+private:
+    OpenPackage openPackage();
+    void loadTable(const OpenPackage &package);
+    void loadManifest(ZipArchive &archive);
+    QVector<Member> pictures(const QStringList &paths);
+    void setError(PackageNormalizer::Error code, const QString &text = QString());
+
+    QString fileName;
+    QIODevice *device = nullptr;
+    bool isLoaded = false;
+    QByteArray table;
+    QByteArray manifest;
+};
+
+void PackageNormalizerPrivate::setError(PackageNormalizer::Error code, const QString &text)
+{
+    error = code;
+    fault = text;
+    isNeeded = false;
+}
+
+OpenPackage PackageNormalizerPrivate::openPackage()
+{
+    OpenPackage package;
+    package.files = device != nullptr ? std::make_unique<ZipArchive>(device) : std::make_unique<ZipArchive>(fileName);
+    if (!package.files->open()) {
+        package.files.reset();
+    } else if (!package.files->contains(QLatin1String(manifestName)) && PackageSet::isSet(*package.files)) {
+        PackageSet set(*package.files);
+        if (set.base() != nullptr) {
+            package.set = std::move(package.files);
+            package.files = std::move(set.base());
+        }
+    }
+    return package;
+}
+
+void PackageNormalizerPrivate::load()
+{
+    if (isLoaded)
+        return;
+    isLoaded = true;
+    const OpenPackage package = openPackage();
+    if (package.files == nullptr) {
+        setError(PackageNormalizer::CannotOpen);
+        return;
+    }
+    isNeeded = package.set != nullptr;
+    loadManifest(*package.files);
+    loadTable(package);
+}
+
+void PackageNormalizerPrivate::loadTable(const OpenPackage &package)
+{
+    if (!package.files->contains(QLatin1String(tableName))) {
+        table = emptyTable();
+        isNeeded = isNeeded || !manifest.isEmpty(); // else it is no package
+        return;
+    }
+    // As PackageData reads it: a package in a set may take more than the set has bytes.
+    Allowance cost(package.set != nullptr ? PackageData::MaxTableBytes : std::numeric_limits<qint64>::max());
+    const QByteArray original = package.files->file(QLatin1String(tableName), TableRewriter::MaxTableBytes, &cost);
+    QString text;
+    table = TableRewriter::rewritten(original, &text);
+    if (!text.isEmpty())
+        setError(PackageNormalizer::BadTable, text);
+    else if (table.constData() != original.constData())
+        isNeeded = true;
+}
+
+// Android does not look at the type of the manifest's chunk.
+void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
+{
+    manifest = archive.file(QLatin1String(manifestName), PackageData::MaxManifestBytes);
+    if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
+        return;
+    qToLittleEndian(quint16(ChunkType::Xml), manifest.data());
+    isNeeded = true;
+}
+
+QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
+{
+    QVector<Member> members;
+    const OpenPackage package = openPackage();
+    if (package.files == nullptr)
+        return members;
+    Allowance cost(ArchiveImages::MaxReadBytes);
+    for (const QString &path : paths) {
+        if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
+            continue;
+        const QByteArray content = package.files->file(path, ArchiveImages::MaxFileBytes, &cost);
+        if (!content.isEmpty() && !XmlReader::isDocument(content))
+            members.append({path, content});
+    }
+    return members;
+}
+
+QByteArray PackageNormalizerPrivate::normalized()
+{
+    load();
+    if (error != PackageNormalizer::NoError)
+        return {};
+    QVector<Member> members{{QLatin1String(tableName), table}};
+    if (!manifest.isEmpty())
+        members.append({QLatin1String(manifestName), manifest});
+    const ResourceTable resources(table);
+    const QStringList paths = IconMembers(resources).paths(XmlReader(manifest).root());
+    return archiveOf(members + pictures(paths));
+}
+
+std::unique_ptr<ApkFile> PackageNormalizerPrivate::original() const
+{
+    if (device != nullptr)
+        return std::make_unique<ApkFile>(device);
+    return std::make_unique<ApkFile>(fileName);
+}
+
+PackageNormalizer::PackageNormalizer(const QString &fileName) : d(std::make_unique<PackageNormalizerPrivate>(fileName))
+{
+}
+
+PackageNormalizer::PackageNormalizer(QIODevice *device) : d(std::make_unique<PackageNormalizerPrivate>(device)) {}
+
+PackageNormalizer::~PackageNormalizer() = default;
+
+bool PackageNormalizer::isNeeded() const
+{
+    d->load();
+    return d->isNeeded;
+}
+
+QByteArray PackageNormalizer::normalized() const
+{
+    return d->normalized();
+}
+
+std::unique_ptr<ApkFile> PackageNormalizer::apkFile() const
+{
+    if (isNeeded())
+        return apkFileOn(d->normalized());
+    return d->original();
+}
+
+PackageNormalizer::Error PackageNormalizer::error() const
+{
+    d->load();
+    return d->error;
+}
+
+QString PackageNormalizer::errorString() const
+{
+    const QString text = PackageError::text(error());
+    return d->fault.isEmpty() ? text : text + QLatin1String(": ") + d->fault;
+}
+
+} // namespace SorrelKit

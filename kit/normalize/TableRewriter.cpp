@@ -1,0 +1,171 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "normalize/TableRewriter.h"
+
+#include "normalize/TypeRewriter.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr int TableHeaderSize = 12;
+constexpr int HeaderSizeAt = 2;
+constexpr int ChunkSizeAt = 4;
+
+constexpr int PackageHeaderSize = 284; ///< with the fields that are known here
+constexpr int TypeStringsAt = 268;
+constexpr int KeyStringsAt = 276;
+constexpr int PoolOffsetsAt[] = {TypeStringsAt, KeyStringsAt};
+
+QString damagedHeader()
+{
+    return QStringLiteral("damaged header in resource table");
+}
+
+QString damagedChunk()
+{
+    return QStringLiteral("damaged chunk in resource table");
+}
+
+void append(QByteArray *bytes, const ByteView &view)
+{
+    bytes->append(reinterpret_cast<const char *>(view.data()), int(view.size()));
+}
+
+template <typename T>
+void poke(QByteArray *bytes, int at, T value)
+{
+    qToLittleEndian(value, bytes->data() + at);
+}
+
+void appendPackage(QByteArray *bytes, const ChunkView &package)
+{
+    const int start = int(bytes->size());
+    append(bytes, package.bytes().part(0, package.headerSize()));
+    qint64 from = package.headerSize();
+    for (ChunkList chunks(package.bytes(), from); chunks.hasNext();) {
+        const ChunkView chunk = chunks.next();
+        for (const int at : PoolOffsetsAt) {
+            if (package.bytes().u32(at) == from)
+                poke(bytes, start + at, quint32(bytes->size() - start));
+        }
+        if (chunk.type() == ChunkType::Type)
+            TypeRewriter(chunk).appendTo(bytes);
+        else
+            append(bytes, chunk.bytes());
+        from += chunk.size();
+    }
+    poke(bytes, start + ChunkSizeAt, quint32(bytes->size() - start));
+}
+
+} // namespace
+
+bool TableRewriter::isClassic(const QByteArray &table)
+{
+    const TableRewriter rewriter(table);
+    return rewriter.m_fault.isEmpty() && rewriter.m_isClassic;
+}
+
+QByteArray TableRewriter::rewritten(const QByteArray &table, QString *fault)
+{
+    const TableRewriter rewriter(table);
+    if (fault != nullptr)
+        *fault = rewriter.m_fault;
+    if (!rewriter.m_fault.isEmpty())
+        return {};
+    return rewriter.m_isClassic ? table : rewriter.write();
+}
+
+TableRewriter::TableRewriter(const QByteArray &table) : m_table(ChunkView::at(ByteView(table), 0))
+{
+    m_rest = ByteView(table).from(m_table.size());
+    measure();
+    if (m_fault.isEmpty() && m_size > MaxTableBytes)
+        m_fault = QStringLiteral("resource table takes too much memory");
+}
+
+void TableRewriter::measure()
+{
+    if (!m_table.isValid() || m_table.type() != ChunkType::Table) {
+        m_fault = QStringLiteral("not a resource table");
+        return;
+    }
+    if (m_table.headerSize() < TableHeaderSize) {
+        m_fault = damagedHeader();
+        return;
+    }
+    m_isClassic = m_table.headerSize() == TableHeaderSize;
+    m_size = TableHeaderSize + m_rest.size();
+    ChunkList chunks(m_table.bytes(), m_table.headerSize());
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView chunk = chunks.next();
+        if (chunk.type() == ChunkType::Package)
+            measurePackage(chunk);
+        else if (chunk.type() == ChunkType::Table)
+            m_fault = QStringLiteral("table within resource table");
+        else
+            m_size += chunk.size();
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = damagedChunk();
+}
+
+void TableRewriter::measurePackage(const ChunkView &package)
+{
+    if (package.headerSize() < PackageHeaderSize || package.headerSize() > TypeRewriter::MaxHeaderSize) {
+        m_fault = damagedHeader();
+        return;
+    }
+    m_size += package.headerSize();
+    bool isFound[] = {package.bytes().u32(TypeStringsAt) == 0, package.bytes().u32(KeyStringsAt) == 0};
+    qint64 from = package.headerSize();
+    ChunkList chunks(package.bytes(), from);
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView chunk = chunks.next();
+        for (int i = 0; i < 2; ++i)
+            isFound[i] = isFound[i] || package.bytes().u32(PoolOffsetsAt[i]) == from;
+        if (chunk.type() == ChunkType::Type)
+            measureType(chunk);
+        else
+            m_size += chunk.size();
+        from += chunk.size();
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = damagedChunk();
+    if (m_fault.isEmpty() && !std::all_of(std::cbegin(isFound), std::cend(isFound), [](bool is) { return is; }))
+        m_fault = QStringLiteral("string pool not found in resource table");
+}
+
+void TableRewriter::measureType(const ChunkView &type)
+{
+    const TypeRewriter rewriter(type);
+    m_fault = rewriter.fault();
+    if (!m_fault.isEmpty())
+        return;
+    m_size += rewriter.size();
+    m_isClassic = m_isClassic && rewriter.isClassic();
+}
+
+// Precondition: there is no fault.
+QByteArray TableRewriter::write() const
+{
+    QByteArray bytes;
+    bytes.reserve(int(m_size));
+    append(&bytes, m_table.bytes().part(0, TableHeaderSize));
+    for (ChunkList chunks(m_table.bytes(), m_table.headerSize()); chunks.hasNext();) {
+        const ChunkView chunk = chunks.next();
+        if (chunk.type() == ChunkType::Package)
+            appendPackage(&bytes, chunk);
+        else
+            append(&bytes, chunk.bytes());
+    }
+    poke(&bytes, HeaderSizeAt, quint16(TableHeaderSize));
+    poke(&bytes, ChunkSizeAt, quint32(bytes.size()));
+    append(&bytes, m_rest);
+    return bytes;
+}
+
+} // namespace SorrelKit

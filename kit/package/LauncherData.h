@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_LAUNCHERDATA_H
+#define SORRELKIT_LAUNCHERDATA_H
+
+#include "package/Manifest.h"
+#include "package/PackageData.h"
+
+#include <QSharedData>
+#include <QSharedPointer>
+
+namespace SorrelKit {
+
+/// The data of a Launcher. The entry points into the manifest of the package, which is kept for that.
+class LauncherData : public QSharedData
+{
+public:
+    QSharedPointer<PackageData> package;
+    Manifest::LauncherEntry entry;
+    int launcherCount = 1; ///< of the package, which share what lookups of labels may take
+
+    bool isValid() const { return entry.activity != nullptr; }
+    /// The attribute @p id of the first that has it: filter, activity or alias, the alias's target, application.
+    const XmlAttribute *innermost(quint32 id) const;
+    /// Whether the attribute @p id of @p element is true, or missing.
+    bool isTrue(const XmlElement *element, quint32 id) const;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "package/Manifest.h"
+
+#include "format/AndroidAttributes.h"
+
+#include <QHash>
+#include <QSet>
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+bool hasChildNamed(const XmlElement &filter, const QString &element, const QString &name)
+{
+    return std::any_of(filter.children.cbegin(), filter.children.cend(), [&](const XmlElement &child) {
+        return child.name == element && Manifest::text(child, Attr::Name) == name;
+    });
+}
+
+bool isLauncherFilter(const XmlElement &element)
+{
+    return element.name == QLatin1String("intent-filter")
+           && hasChildNamed(element, QStringLiteral("category"), QStringLiteral("android.intent.category.LAUNCHER"))
+           && hasChildNamed(element, QStringLiteral("action"), QStringLiteral("android.intent.action.MAIN"));
+}
+
+QString plainAttribute(const XmlElement &element, const QString &name)
+{
+    const XmlAttribute *const attribute = element.attribute(name);
+    return attribute != nullptr ? attribute->text : QString();
+}
+
+} // namespace
+
+Manifest::Manifest(const XmlElement &root)
+    : m_root(root), m_packageName(plainAttribute(root, QStringLiteral("package")))
+{
+}
+
+QString Manifest::splitName() const
+{
+    return plainAttribute(m_root, QStringLiteral("split"));
+}
+
+const XmlElement *Manifest::application() const
+{
+    const auto found = std::find_if(m_root.children.cbegin(), m_root.children.cend(),
+                                    [](const XmlElement &child) { return child.name == QLatin1String("application"); });
+    return found == m_root.children.cend() ? nullptr : &*found;
+}
+
+const XmlAttribute *Manifest::childAttribute(const QString &element, quint32 id) const
+{
+    for (const XmlElement &child : m_root.children) {
+        if (child.name == element && child.attribute(id) != nullptr)
+            return child.attribute(id);
+    }
+    return nullptr;
+}
+
+QVector<Manifest::LauncherEntry> Manifest::launchers() const
+{
+    QVector<LauncherEntry> entries;
+    const XmlElement *const parent = application();
+    if (parent == nullptr)
+        return entries;
+    QHash<QString, const XmlElement *> activities;
+    for (const XmlElement &child : parent->children) {
+        if (child.name == QLatin1String("activity"))
+            activities.insert(completed(text(child, Attr::Name)), &child);
+    }
+    QSet<QString> known;
+    for (const XmlElement &child : parent->children) {
+        LauncherEntry entry;
+        entry.isAlias = child.name == QLatin1String("activity-alias");
+        if (!entry.isAlias && child.name != QLatin1String("activity"))
+            continue;
+        const auto filter = std::find_if(child.children.cbegin(), child.children.cend(), isLauncherFilter);
+        entry.name = completed(text(child, Attr::Name));
+        if (filter == child.children.cend() || known.contains(entry.name))
+            continue;
+        known.insert(entry.name);
+        entry.activity = &child;
+        entry.filter = &*filter;
+        entry.className = entry.name;
+        if (entry.isAlias) {
+            entry.className = completed(text(child, Attr::TargetActivity));
+            entry.target = activities.value(entry.className);
+        }
+        entries.append(entry);
+        if (entries.size() == MaxLaunchers)
+            break;
+    }
+    return entries;
+}
+
+QString Manifest::completed(const QString &name) const
+{
+    if (name.isEmpty())
+        return {};
+    if (name.startsWith(QLatin1Char('.')))
+        return m_packageName + name;
+    return name.contains(QLatin1Char('.')) ? name : m_packageName + QLatin1Char('.') + name;
+}
+
+QString Manifest::text(const XmlElement &element, quint32 id)
+{
+    const XmlAttribute *const attribute = element.attribute(id);
+    return attribute != nullptr ? attribute->plainText() : QString();
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_MANIFEST_H
+#define SORRELKIT_MANIFEST_H
+
+#include "format/XmlElement.h"
+
+#include <QString>
+#include <QVector>
+
+namespace SorrelKit {
+
+/**
+ * The parts of a decoded manifest that are asked for: elements by their place, attributes of Android's by their ids.
+ * Values are as they stand; whoever asks resolves references.
+ */
+class Manifest
+{
+public:
+    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers are into the
+    /// manifest's elements.
+    struct LauncherEntry {
+        const XmlElement *activity = nullptr;
+        const XmlElement *filter = nullptr;
+        const XmlElement *target = nullptr; ///< of an alias, when the application has it
+        QString name;                       ///< of the activity or alias, completed
+        QString className;                  ///< of the class that runs, completed
+        bool isAlias = false;
+    };
+
+    /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users choose
+    /// among icons have some dozens.
+    static constexpr int MaxLaunchers = 1024;
+
+    Manifest() = default;
+    explicit Manifest(const XmlElement &root);
+
+    const XmlElement &root() const { return m_root; }
+    /// The attribute `package`.
+    QString packageName() const { return m_packageName; }
+    /// The attribute `split`, which a split has in place of being a package of its own; empty for a base.
+    QString splitName() const;
+    /// The element `application`; a null pointer when there is none.
+    const XmlElement *application() const;
+    /// The attribute @p id of the first of the root's children of the name @p element that has it.
+    const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
+    /// Each activity and each alias once, for its first such filter, in the order of the manifest; up to MaxLaunchers.
+    QVector<LauncherEntry> launchers() const;
+    /// @p name as the name of a class: with the package in front when it begins with a dot, or has none. No
+    /// name stays none.
+    QString completed(const QString &name) const;
+
+    /// The text of the attribute @p id of @p element; empty when it has none.
+    static QString text(const XmlElement &element, quint32 id);
+
+private:
+    XmlElement m_root;
+    QString m_packageName;
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <SorrelKit/Package.h>
+
+#include "format/AndroidAttributes.h"
+#include "language/LabelLookup.h"
+#include "package/LauncherData.h"
+#include "package/PackageData.h"
+
+#include <QSet>
+
+namespace SorrelKit {
+
+namespace {
+
+constexpr int FirstSdkVersion = 1;
+constexpr int PreviewSdkVersion = 10000;
+constexpr int MaxStandIns = 4;
+
+QString textOf(Package::Error error)
+{
+    switch (error) {
+    case Package::NoError:
+        return QStringLiteral("no error");
+    case Package::CannotOpen:
+        return QStringLiteral("could not open APK file");
+    case Package::BadTable:
+        return QStringLiteral("could not parse resources.arsc");
+    case Package::NoManifest:
+        return QStringLiteral("could not find AndroidManifest.xml");
+    case Package::BadManifest:
+        return QStringLiteral("could not parse AndroidManifest.xml");
+    }
+    return {};
+}
+
+const XmlAttribute *applicationAttribute(const PackageData &data, quint32 id)
+{
+    const XmlElement *const application = data.manifest().application();
+    return application != nullptr ? application->attribute(id) : nullptr;
+}
+
+int sdkVersion(const PackageData &data, quint32 id, int fallback)
+{
+    const ResolvedValue value = data.resolved(data.manifest().childAttribute(QStringLiteral("uses-sdk"), id));
+    if (const auto version = value.value.integer())
+        return *version;
+    if (value.text.isEmpty())
+        return fallback;
+    bool isNumber = false;
+    const int version = value.text.toInt(&isNumber);
+    return isNumber ? version : PreviewSdkVersion;
+}
+
+quint32 versionPart(const PackageData &data, quint32 id)
+{
+    return quint32(data.resolved(data.manifest().root().attribute(id)).value.integer().value_or(0));
+}
+
+} // namespace
+
+Package::Package(const QString &fileName) : d(QSharedPointer<PackageData>::create(fileName)) {}
+Package::Package(QIODevice *device) : d(QSharedPointer<PackageData>::create(device)) {}
+Package::Package(const Package &other) = default;
+Package &Package::operator=(const Package &other) = default;
+Package::~Package() = default;
+
+Package::Error Package::error() const
+{
+    return loaded().error();
+}
+
+QString Package::errorString() const
+{
+    const QString fault = loaded().fault();
+    return fault.isEmpty() ? textOf(d->error()) : textOf(d->error()) + QStringLiteral(": ") + fault;
+}
+
+bool Package::isValid() const
+{
+    return !loaded().manifest().root().isNull();
+}
+
+QString Package::packageName() const
+{
+    return loaded().manifest().packageName();
+}
+
+QString Package::versionName() const
+{
+    return loaded().text(d->manifest().root().attribute(Attr::VersionName));
+}
+
+qint64 Package::versionCode() const
+{
+    loaded();
+    return qint64(quint64(versionPart(*d, Attr::VersionCodeMajor)) << 32 | versionPart(*d, Attr::VersionCode));
+}
+
+int Package::minSdkVersion() const
+{
+    return sdkVersion(loaded(), Attr::MinSdkVersion, FirstSdkVersion);
+}
+
+int Package::targetSdkVersion() const
+{
+    return sdkVersion(loaded(), Attr::TargetSdkVersion, minSdkVersion());
+}
+
+QStringList Package::permissions() const
+{
+    QStringList permissions;
+    QSet<QString> known;
+    for (const XmlElement &child : loaded().manifest().root().children) {
+        if (child.name != QLatin1String("uses-permission") && child.name != QLatin1String("uses-permission-sdk-23"))
+            continue;
+        const QString name = Manifest::text(child, Attr::Name);
+        if (!name.isEmpty() && !known.contains(name))
+            permissions.append(name);
+        known.insert(name);
+    }
+    return permissions;
+}
+
+QList<Feature> Package::features() const
+{
+    QList<Feature> features;
+    for (const XmlElement &child : loaded().manifest().root().children) {
+        const QString name = Manifest::text(child, Attr::Name);
+        if (child.name == QLatin1String("uses-feature") && !name.isEmpty())
+            features.append({name, d->isTrue(child.attribute(Attr::Required), true)});
+    }
+    return features;
+}
+
+quint32 Package::openGlEsVersion() const
+{
+    qint32 version = 0;
+    for (const XmlElement &child : loaded().manifest().root().children) {
+        if (child.name == QLatin1String("uses-feature"))
+            version = qMax(version, d->resolved(child.attribute(Attr::GlEsVersion)).value.integer().value_or(0));
+    }
+    return quint32(version);
+}
+
+QStringList Package::nativeAbis() const
+{
+    loaded();
+    return d->nativeAbis();
+}
+
+QStringList Package::splits() const
+{
+    return loaded().splits();
+}
+
+QMap<QString, QString> Package::labels() const
+{
+    return LabelLookup(loaded().resolver()).labels(applicationAttribute(*d, Attr::Label));
+}
+
+QString Package::label(const QLocale &locale) const
+{
+    const QString label =
+        LabelLookup(loaded().resolver()).label(applicationAttribute(*d, Attr::Label), LanguageTag(locale));
+    return label.isEmpty() ? packageName() : label;
+}
+
+QImage Package::icon(int size, IconMask mask, QString *error) const
+{
+    loaded();
+    const XmlAttribute *const own = applicationAttribute(*d, Attr::Icon);
+    QImage image = d->icon(own, size, mask, error);
+    if (!image.isNull())
+        return image;
+    int standIns = 0;
+    for (const Launcher &launcher : launchers()) {
+        const XmlAttribute *const icon = launcher.d->innermost(Attr::Icon);
+        if (icon == own || !launcher.isShown())
+            continue;
+        QString launcherError;
+        image = d->icon(icon, size, mask, &launcherError);
+        // An application's icon that cannot be had stays a fault; one that it does not have is none.
+        if (!image.isNull() && own == nullptr && error != nullptr)
+            *error = launcherError;
+        if (!image.isNull() || ++standIns == MaxStandIns)
+            break;
+    }
+    return image;
+}
+
+QList<Launcher> Package::launchers() const
+{
+    QList<Launcher> launchers;
+    const QVector<Manifest::LauncherEntry> entries = loaded().manifest().launchers();
+    for (const Manifest::LauncherEntry &entry : entries) {
+        auto *const data = new LauncherData;
+        data->package = d;
+        data->entry = entry;
+        data->launcherCount = int(entries.size());
+        launchers.append(Launcher(data));
+    }
+    return launchers;
+}
+
+const PackageData &Package::loaded() const
+{
+    d->load();
+    return *d;
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,194 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "package/PackageData.h"
+
+#include "format/XmlReader.h"
+#include "icon/IconRenderer.h"
+#include "package/PackageSet.h"
+
+#include <QSet>
+
+#include <algorithm>
+
+namespace SorrelKit {
+
+namespace {
+
+Configuration anyPhone()
+{
+    return Configuration::phone(Configuration::MediumDensity);
+}
+
+} // namespace
+
+PackageData::PackageData(const QString &fileName)
+    : m_outer(std::make_unique<ZipArchive>(fileName)), m_resolver({}, anyPhone())
+{
+}
+
+PackageData::PackageData(QIODevice *device) : m_outer(std::make_unique<ZipArchive>(device)), m_resolver({}, anyPhone())
+{
+}
+
+void PackageData::load()
+{
+    if (m_isLoaded)
+        return;
+    m_isLoaded = true;
+    read();
+    m_resolver = ResourceResolver(m_tables, anyPhone());
+}
+
+void PackageData::read()
+{
+    if (!m_outer->open()) {
+        setError(Package::CannotOpen);
+        return;
+    }
+    const QString manifest = QStringLiteral("AndroidManifest.xml");
+    if (m_outer->contains(manifest) || !PackageSet::isSet(*m_outer)) {
+        if (readManifest(*m_outer))
+            readTable(*m_outer);
+        return;
+    }
+    PackageSet set(*m_outer);
+    if (set.base() == nullptr) {
+        setError(Package::NoManifest, QStringLiteral("the set has no base package"));
+        return;
+    }
+    m_members.push_back(std::move(set.base()));
+    if (readManifest(*m_members.front()))
+        readTable(*m_members.front());
+    for (PackageSet::Split &split : set.splits()) {
+        m_splits.append(split.name);
+        readTable(*split.archive);
+        m_members.push_back(std::move(split.archive));
+    }
+    for (const auto &member : m_members) {
+        for (const QString &path : member->names()) {
+            if (!m_holders.contains(path))
+                m_holders.insert(path, member.get());
+        }
+    }
+}
+
+bool PackageData::readManifest(ZipArchive &archive)
+{
+    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), MaxManifestBytes);
+    if (bytes.isEmpty()) {
+        setError(Package::NoManifest);
+        return false;
+    }
+    const XmlReader reader(bytes);
+    if (reader.fault().isEmpty() && reader.root().name == QLatin1String("manifest"))
+        m_manifest = Manifest(reader.root());
+    else
+        setError(Package::BadManifest, reader.fault());
+    return reader.fault().isEmpty();
+}
+
+void PackageData::readTable(ZipArchive &archive)
+{
+    const QString path = QStringLiteral("resources.arsc");
+    // A package may have no resources, and splits for processors have none.
+    if (!archive.contains(path))
+        return;
+    // A package that is compressed in a set may list tables that are empty and take long; a file is read once.
+    const bool isOfASet = !m_members.empty();
+    const QByteArray bytes =
+        isOfASet ? archive.file(path, m_tableBytes.left(), &m_tableBytes) : archive.file(path, m_tableBytes.left());
+    const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
+    m_typeChunks.spend(table->typeChunkCount());
+    if (!table->fault().isEmpty())
+        setError(Package::BadTable, table->fault());
+    m_tables.append(table);
+}
+
+void PackageData::setError(Package::Error error, const QString &fault)
+{
+    if (m_error != Package::NoError)
+        return;
+    m_error = error;
+    m_fault = fault;
+}
+
+QByteArray PackageData::file(const QString &path, qint64 maxBytes, Allowance *cost)
+{
+    ZipArchive *const holder = m_members.empty() ? m_outer.get() : m_holders.value(path);
+    return holder != nullptr ? holder->file(path, maxBytes, cost) : QByteArray();
+}
+
+QStringList PackageData::nativeAbis()
+{
+    constexpr int MaxMembers = 1 << 16;
+    QSet<QString> abis;
+    const auto collect = [&abis](ZipArchive &archive) {
+        for (const QString &path : archive.names().mid(0, MaxMembers)) {
+            if (!path.startsWith(QLatin1String("lib/")))
+                continue;
+            const QStringList parts = path.split(QLatin1Char('/'));
+            if (parts.size() == 3 && parts.last().endsWith(QLatin1String(".so")))
+                abis.insert(parts.at(1));
+        }
+    };
+    if (m_members.empty())
+        collect(*m_outer);
+    for (const auto &member : m_members)
+        collect(*member);
+    QStringList sorted(abis.cbegin(), abis.cend());
+    sorted.sort();
+    return sorted;
+}
+
+ResolvedValue PackageData::resolved(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr)
+        return {};
+    ResolvedValue value = m_resolver.resolved(attribute->value);
+    if (!attribute->value.isReference())
+        value.text = attribute->text;
+    return value;
+}
+
+bool PackageData::isTrue(const XmlAttribute *attribute, bool fallback) const
+{
+    const ResolvedValue value = resolved(attribute);
+    if (const auto boolean = value.value.boolean())
+        return *boolean;
+    // Tools that write manifests anew may leave the text alone.
+    if (value.text == QLatin1String("true") || value.text == QLatin1String("false"))
+        return value.text == QLatin1String("true");
+    return fallback;
+}
+
+QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error)
+{
+    IconRenderer maker(m_resolver, *this);
+    QImage image = maker.icon(iconValue(attribute), size, mask);
+    if (error != nullptr)
+        *error = maker.error();
+    return image;
+}
+
+QVector<IconFile> PackageData::iconFiles(const XmlAttribute *attribute)
+{
+    return m_iconFiles.files(iconValue(attribute));
+}
+
+// The icon is resolved for its size later: a reference stays one.
+ResolvedValue PackageData::iconValue(const XmlAttribute *attribute) const
+{
+    if (attribute == nullptr || !attribute->value.isReference())
+        return resolved(attribute);
+    ResolvedValue value;
+    value.value = attribute->value;
+    value.resource = attribute->value.data;
+    return value;
+}
+
+QString PackageData::text(const XmlAttribute *attribute) const
+{
+    const ResolvedValue value = resolved(attribute);
+    return value.text.isEmpty() ? value.plainText() : value.text;
+}
+
+} // namespace SorrelKit

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_PACKAGEDATA_H
+#define SORRELKIT_PACKAGEDATA_H
+
+#include "archive/FileSource.h"
+#include "archive/ZipArchive.h"
+#include "format/Allowance.h"
+#include "package/IconFileLookup.h"
+#include "package/Manifest.h"
+#include "resources/ResourceResolver.h"
+
+#include <SorrelKit/Package.h>
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <vector>
+
+namespace SorrelKit {
+
+/**
+ * What Package and its launchers share: the archive, or those of a set, what was read of them, and why something could
+ * not be. Read on first use. The files of a base come before those of its splits.
+ */
+class PackageData : private FileSource
+{
+public:
+    /// Bytes of all tables at most, those of splits included, and of a manifest: libsorrel's limit for one. Type chunks of
+    /// all tables are at most as many as one may have (ResourceTable).
+    static constexpr qint64 MaxTableBytes = 128 << 20;
+    static constexpr qint64 MaxManifestBytes = 16 << 20;
+
+    explicit PackageData(const QString &fileName);
+    explicit PackageData(QIODevice *device);
+
+    /// Opens and reads the package, unless that was done.
+    void load();
+
+    Package::Error error() const { return m_error; }
+    /// The fault behind the error; may be empty.
+    QString fault() const { return m_fault; }
+    const Manifest &manifest() const { return m_manifest; }
+    const QStringList &splits() const { return m_splits; }
+    /// The tables of all packages, the base's first.
+    const QVector<QSharedPointer<const ResourceTable>> &tables() const { return m_tables; }
+    /// Finds in the tables of all packages; looks as a phone of 160 dots per inch.
+    const ResourceResolver &resolver() const { return m_resolver; }
+    /// Names of the processors that there is native code for.
+    QStringList nativeAbis();
+
+    /// The text of @p attribute, with references followed; for a phone that speaks no language in particular.
+    QString text(const XmlAttribute *attribute) const;
+    /// Whether @p attribute is true; @p fallback when it is missing or neither.
+    bool isTrue(const XmlAttribute *attribute, bool fallback) const;
+    /// What @p attribute stands for.
+    ResolvedValue resolved(const XmlAttribute *attribute) const;
+    /// What @p attribute stands for as a picture of @p size pixels a side, and why not in @p error, which may be null.
+    QImage icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error);
+    /// The files that there are for it.
+    QVector<IconFile> iconFiles(const XmlAttribute *attribute);
+
+private:
+    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
+    ResolvedValue iconValue(const XmlAttribute *attribute) const;
+    void read();
+    bool readManifest(ZipArchive &archive);
+    void readTable(ZipArchive &archive);
+    void setError(Package::Error error, const QString &fault = QString());
+
+    std::unique_ptr<ZipArchive> m_outer;                ///< what was opened; of a set, the set
+    std::vector<std::unique_ptr<ZipArchive>> m_members; ///< of a set: the base, then the splits
+    QHash<QString, ZipArchive *> m_holders;             ///< of a set, by path: the first of them that has a member
+    bool m_isLoaded = false;
+    Package::Error m_error = Package::NoError;
+    QString m_fault;
+    Manifest m_manifest;
+    QStringList m_splits;
+    QVector<QSharedPointer<const ResourceTable>> m_tables;
+    Allowance m_tableBytes{MaxTableBytes};
+    Allowance m_typeChunks{ResourceTable::MaxTypeChunks};
+    ResourceResolver m_resolver;
+    IconFileLookup m_iconFiles{m_resolver, *this};
+};
+
+} // namespace SorrelKit
+
+#endif

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_RESOURCENAMES_H
+#define SORRELKIT_RESOURCENAMES_H
+
+#include "resources/ResourceIndex.h"
+
+#include <QString>
+
+namespace SorrelKit {
+
+/**
+ * The names of resources, `[package:]type/entry`, and the resources that names stand for. What they look like to a
+ * caller, Resources::name() and Resources::find() say.
+ */
+class ResourceNames
+{
+public:
+    /// @p index outlives this object.
+    explicit ResourceNames(const ResourceIndex &index) : m_index(index) {}
+
+    /// Empty when the resource has no value.
+    QString name(quint32 id) const;
+    /// The text of a reference to @p id after @p mark, '@' or '?': "@string/app_name", or "@0x7f010003" when the tables
+    /// have no value for it.
+    QString reference(quint32 id, QChar mark) const;
+    /// 0 when there is none.
+    quint32 find(const QString &reference) const;
+
+private:
+    quint32 existing(quint32 id) const;
+    quint32 findEntry(quint8 packageId, const QString &type, const QString &entry) const;
+    quint32 findName(quint8 packageId, quint8 typeId, const QString &name) const;
+
+    const ResourceIndex &m_index;
+};
+
+} // namespace SorrelKit
+
+#endif

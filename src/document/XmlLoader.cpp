@@ -1,0 +1,328 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "document/XmlLoader.h"
+
+#include "document/AndroidNamespace.h"
+#include "format/ResourceTypes.h"
+#include "stream/ChunkWalker.h"
+#include "stream/Extractor.h"
+
+#include <QDebug>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+
+namespace {
+
+constexpr int AttributeRecordSize = 20;
+constexpr int ElementFieldsSize = 14; ///< from the namespace to the attribute count
+constexpr int UnknownResourceId = -1;
+
+struct AndroidAttribute {
+    int id;
+    const char *name;
+};
+
+/// In the order of their ids.
+constexpr AndroidAttribute AndroidAttributes[] = {
+    {0x01010000, "theme"},
+    {0x01010001, "label"},
+    {0x01010002, "icon"},
+    {0x01010003, "name"},
+    {0x01010006, "permission"},
+    {0x0101000f, "debuggable"},
+    {0x0101001d, "launchMode"},
+    {0x0101001e, "screenOrientation"},
+    {0x0101001f, "configChanges"},
+    {0x01010025, "resource"},
+    {0x01010027, "scheme"},
+    {0x01010028, "host"},
+    {0x0101020c, "minSdkVersion"},
+    {0x0101021b, "versionCode"},
+    {0x0101021c, "versionName"},
+    {0x01010227, "reqTouchScreen"},
+    {0x01010228, "reqKeyboardType"},
+    {0x01010229, "reqHardKeyboard"},
+    {0x0101022a, "reqNavigation"},
+    {0x0101022b, "windowSoftInputMode"},
+    {0x01010232, "reqFiveWayNav"},
+    {0x01010270, "targetSdkVersion"},
+    {0x01010271, "maxSdkVersion"},
+    {0x01010272, "testOnly"},
+    {0x01010281, "glEsVersion"},
+    {0x0101028e, "required"},
+    {0x010102b7, "installLocation"},
+    {0x010102d3, "hardwareAccelerated"},
+    {0x0101035a, "largeHeap"},
+    {0x010103a6, "publicKey"},
+};
+
+// Index in AndroidAttributes, or -1.
+int indexOfAndroidAttribute(int id)
+{
+    const auto *found =
+        std::lower_bound(std::begin(AndroidAttributes), std::end(AndroidAttributes), id,
+                         [](const AndroidAttribute &attribute, int wanted) { return attribute.id < wanted; });
+    return found != std::end(AndroidAttributes) && found->id == id ? int(found - std::begin(AndroidAttributes)) : -1;
+}
+
+QByteArray local8Bit(const QString &text)
+{
+    return text.toLocal8Bit();
+}
+
+} // namespace
+
+XmlLoader::XmlLoader() : m_pool(QString()), m_strings(m_pool) {}
+
+void XmlLoader::load(Extractor *reader, const ApkResources &resources)
+{
+    m_reader = reader;
+    m_resources = resources;
+    m_document.clear();
+    m_openElements.clear();
+    m_androidNames.clear();
+    m_nodes = 0;
+    m_nameCharacters = 0;
+    parseChunk();
+    reader->release();
+    if (reader->failed())
+        qDebug("XmlLoader error: %s", local8Bit(reader->errorString()).constData());
+}
+
+void XmlLoader::parseChunk()
+{
+    using namespace ResourceTypes;
+    ChunkWalker chunk(m_reader);
+    while (chunk.next()) {
+        if (chunk.type() >= FirstXmlNodeChunk && chunk.type() <= LastXmlNodeChunk)
+            skipNodeHeader();
+        switch (chunk.type()) {
+        case StringPoolChunk:
+            m_pool.load(m_reader, chunk.headerSize());
+            m_strings.clear();
+            break;
+        case XmlDocumentChunk:
+            m_pool.clear();
+            m_strings.clear();
+            chunk.enter();
+            break;
+        case StartNamespaceChunk:
+        case EndNamespaceChunk:
+            parseNamespaceChunk(chunk.type() == StartNamespaceChunk);
+            break;
+        case StartElementChunk:
+            parseStartElementChunk();
+            break;
+        case EndElementChunk:
+            parseEndElementChunk();
+            break;
+        case ResourceIdMapChunk:
+            parseResourceIdMap(chunk.headerSize());
+            break;
+        default:
+            if (m_reader->mayTell())
+                qDebug("Unexpected chunk 0x%04x", unsigned(chunk.type()));
+        }
+    }
+}
+
+void XmlLoader::skipNodeHeader()
+{
+    m_reader->get32(); // line number
+    const int comment = m_reader->get32();
+    if (comment >= m_pool.count())
+        m_pool.get(comment); // is a fault
+}
+
+void XmlLoader::parseResourceIdMap(int headerSize)
+{
+    m_reader->skip(headerSize - ResourceTypes::ChunkHeaderSize);
+    const qint64 byteCount = qMin(m_reader->remaining(), qint64(std::numeric_limits<int>::max()));
+    m_resourceIds = m_reader->getu32_vector(int(qMax(byteCount, qint64(-1))));
+}
+
+void XmlLoader::parseNamespaceChunk(bool start)
+{
+    const QString prefix = nameAt(m_reader->get32());
+    const QString uri = nameAt(m_reader->get32());
+    if (m_reader->failed() || !countNodes(1))
+        return;
+    m_androidNames.clear();
+    if (start)
+        m_namespaces.bind(uri, prefix);
+    else
+        m_namespaces.release(uri, prefix);
+}
+
+void XmlLoader::parseEndElementChunk()
+{
+    const int namespaceIndex = m_reader->get32();
+    const QString name = m_strings.get(m_reader->get32());
+    if (m_reader->failed())
+        return;
+    if (namespaceIndex >= m_pool.count())
+        m_pool.get(namespaceIndex); // is a fault
+    if (m_openElements.isEmpty() || name != m_openElements.constLast().tagName()) {
+        m_reader->setError(QStringLiteral("closing tag does not match opening tag"));
+        return;
+    }
+    m_openElements.removeLast();
+}
+
+void XmlLoader::parseStartElementChunk()
+{
+    const int namespaceIndex = m_reader->get32();
+    const QString name = nameAt(m_reader->get32());
+    const int attributeStart = m_reader->get16();
+    const int attributeSize = m_reader->get16();
+    const int attributeCount = m_reader->get16();
+    m_reader->skip(attributeStart - ElementFieldsSize);
+    if (attributeSize < AttributeRecordSize)
+        m_reader->setError(QStringLiteral("bad attr size in XML element"));
+    if (m_reader->failed())
+        return;
+    if (!isWithinCeilings(qMax(0, attributeCount)))
+        return;
+
+    QDomElement element = createElement(namespaceIndex, name);
+    for (int i = 0; i < attributeCount; ++i) {
+        m_reader->pushBoundary(attributeSize);
+        parseAttribute(element);
+        m_reader->popBoundary();
+    }
+    if (m_openElements.isEmpty())
+        m_document.appendChild(element);
+    else
+        m_openElements.last().appendChild(element);
+    // An element without a name is a null element, under which the next one is a top-level element again.
+    if (element.isNull())
+        m_openElements.clear();
+    else
+        m_openElements.append(element);
+}
+
+bool XmlLoader::isWithinCeilings(int attributeCount)
+{
+    QString fault;
+    if (m_openElements.size() >= MaxElementDepth)
+        fault = QStringLiteral("elements nested too deeply");
+    else if (attributeCount > MaxAttributes)
+        fault = QStringLiteral("too many attributes in XML element");
+    if (!fault.isNull())
+        m_reader->setError(fault);
+    return fault.isNull() && countNodes(1 + attributeCount);
+}
+
+bool XmlLoader::countNodes(int count)
+{
+    m_nodes += count;
+    if (m_nodes > MaxNodes)
+        m_reader->setError(QStringLiteral("too many nodes in XML document"));
+    return m_nodes <= MaxNodes;
+}
+
+// A string of the pool that names something.
+QString XmlLoader::nameAt(int index)
+{
+    QString name = m_strings.get(index);
+    if (name.size() <= MaxNameLength)
+        return name;
+    m_reader->setError(QStringLiteral("too long name in XML document"));
+    return {};
+}
+
+void XmlLoader::countCharacters(int count)
+{
+    m_nameCharacters = int(qMin(qint64(m_nameCharacters) + count, qint64(MaxNameCharacters) + 1));
+    if (m_nameCharacters > MaxNameCharacters)
+        m_reader->setError(QStringLiteral("too long names in XML document"));
+}
+
+QDomElement XmlLoader::createElement(int namespaceIndex, const QString &name)
+{
+    if (namespaceIndex < 0)
+        return m_document.createElement(name);
+    const QString uri = nameAt(namespaceIndex);
+    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
+        qDebug("Unknown namespace %s for element %s", local8Bit(uri).constData(), local8Bit(name).constData());
+    return m_document.createElementNS(uri, qualifiedName(uri, name));
+}
+
+void XmlLoader::parseAttribute(QDomElement &element)
+{
+    const int namespaceIndex = m_reader->get32();
+    const int nameIndex = m_reader->get32();
+    const int rawValue = m_reader->get32();
+    m_reader->skip(3); // size of the value, reserved
+    const int dataType = m_reader->get8();
+    const int data = m_reader->get32();
+
+    QString value;
+    if (rawValue >= 0)
+        value = m_strings.get(rawValue);
+    else if (dataType == ResourceTypes::ReferenceValue || dataType == ResourceTypes::AttributeValue)
+        value = referenceText(data);
+    else
+        value = m_strings.valueToString(dataType, data);
+
+    const int attribute = indexOfAndroidAttribute(resourceIdOf(nameIndex));
+    if (attribute >= 0) {
+        element.setAttributeNS(androidNamespace, qualifiedAndroidName(attribute), value);
+        return;
+    }
+    const QString name = nameAt(nameIndex);
+    if (namespaceIndex < 0) {
+        element.setAttribute(name, value);
+        return;
+    }
+    const QString uri = nameAt(namespaceIndex);
+    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
+        qDebug("Unknown namespace %s", local8Bit(uri).constData());
+    element.setAttributeNS(uri, qualifiedName(uri, name), value);
+}
+
+int XmlLoader::resourceIdOf(int nameIndex) const
+{
+    if (nameIndex < 0 || nameIndex >= m_resourceIds.size())
+        return UnknownResourceId;
+    return int(m_resourceIds.at(nameIndex));
+}
+
+// Nearly all names of a manifest: what is the same for every use is made once.
+QString XmlLoader::qualifiedAndroidName(int attribute)
+{
+    m_androidNames.resize(int(std::size(AndroidAttributes)));
+    QString &known = m_androidNames[attribute];
+    if (!known.isNull() && m_nameCharacters + known.size() <= MaxNameCharacters) {
+        countCharacters(int(known.size()));
+        return known;
+    }
+    QString qualified = qualifiedName(androidNamespace, QLatin1String(AndroidAttributes[attribute].name));
+    if (m_namespaces.isBound(androidNamespace))
+        known = qualified;
+    else if (m_reader->mayTell())
+        qDebug("Android namespace not defined");
+    return qualified;
+}
+
+// The colon is there also without a prefix, for a URI that is not bound: kept on purpose.
+QString XmlLoader::qualifiedName(const QString &uri, const QString &name)
+{
+    const QString qualified = m_namespaces.prefix(uri) + QLatin1Char(':') + name;
+    countCharacters(int(qualified.size()));
+    return m_nameCharacters > MaxNameCharacters ? QString(QLatin1Char(':')) : qualified;
+}
+
+QString XmlLoader::referenceText(int id)
+{
+    const QString text = m_resources.refToString(id);
+    countCharacters(int(text.size()));
+    return m_nameCharacters > MaxNameCharacters ? QString() : text;
+}
+
+const char *XmlLoader::lookupAndroidAttribute(int id)
+{
+    const int attribute = indexOfAndroidAttribute(id);
+    return attribute >= 0 ? AndroidAttributes[attribute].name : nullptr;
+}

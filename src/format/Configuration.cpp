@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "format/Configuration.h"
+
+#include <QStringList>
+
+#include <cstdlib>
+
+namespace {
+
+// Letters and digits up to the first zero byte.
+QString asciiAt(const ByteView &record, qint64 at, int length)
+{
+    QString text;
+    for (int i = 0; i < length; ++i) {
+        const QChar character = QLatin1Char(char(record.u8(at + i)));
+        if (!character.isLetterOrNumber() || character.unicode() > 0x7f)
+            break;
+        text += character;
+    }
+    return text;
+}
+
+// A language or region: two characters as they are, or three of five bits each behind a bit that is set.
+QString codeAt(const ByteView &record, qint64 at, char base)
+{
+    const int first = record.u8(at);
+    const int second = record.u8(at + 1);
+    if ((first & 0x80) == 0)
+        return first == 0 || second == 0 ? QString() : asciiAt(record, at, 2);
+    const int codes[] = {second & 0x1f, (second & 0xe0) >> 5 | (first & 0x03) << 3, (first & 0x7c) >> 2};
+    QString text;
+    for (const int code : codes) {
+        const QChar character = QLatin1Char(char(base + code));
+        if (!character.isLetterOrNumber())
+            return {};
+        text += character;
+    }
+    return text;
+}
+
+bool fits(int wanted, int actual)
+{
+    return wanted == 0 || wanted == actual;
+}
+
+// Of sizes that a screen has at least: whether it has.
+bool isReached(int wanted, int actual)
+{
+    return wanted == 0 || actual == 0 || wanted <= actual;
+}
+
+// 1 or -1 for the one of two fields that is set when the other is not; 0 when both or none are.
+int specificity(int mine, int other)
+{
+    return int(mine != 0) - int(other != 0);
+}
+
+// Values for a keyboard that is not hidden also serve devices that show one on the screen.
+bool fitsKeys(int wanted, int actual)
+{
+    enum KeysHidden : int {
+        No = 1,
+        OnScreen = 3,
+    };
+    return fits(wanted, actual) || (wanted == No && actual == OnScreen);
+}
+
+// Positive when @p mine is for how the device hides its keys and @p other is not; what is set counts more than what is not.
+int keysOrder(int mine, int other, int actual)
+{
+    const int order = specificity(mine, other);
+    return order != 0 ? order : int(mine == actual) - int(other == actual);
+}
+
+// Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. One that is not set
+// stands for a normal screen, though what is set counts more.
+int screenSizeOrder(int mine, int other)
+{
+    constexpr int Normal = 2;
+    const auto effective = [](int size) { return size == 0 ? Normal : size; };
+    const int order = effective(mine) - effective(other);
+    return order != 0 ? order : specificity(mine, other);
+}
+
+// Positive when a picture for @p mine looks better on a screen of @p wanted than one for @p other. One that is larger is
+// scaled down; one that is smaller is scaled up, which looks twice as bad.
+int densityOrder(int mine, int other, int wanted)
+{
+    const auto effective = [](int density) {
+        return density == Configuration::DefaultDensity ? int(Configuration::MediumDensity) : density;
+    };
+    if (mine == other)
+        return 0;
+    if (mine == Configuration::AnyDensity || other == Configuration::AnyDensity)
+        return mine == Configuration::AnyDensity ? 1 : -1;
+    mine = effective(mine);
+    other = effective(other);
+    if (mine == other)
+        return 0;
+    const qint64 high = qMax(mine, other);
+    const qint64 low = qMin(mine, other);
+    const bool isHigherBetter =
+        wanted >= high || (wanted > low && (2 * low - wanted) * high <= qint64(wanted) * wanted);
+    return isHigherBetter == (mine > other) ? 1 : -1;
+}
+
+} // namespace
+
+Configuration Configuration::read(const ByteView &record)
+{
+    // What is missing in a shorter record reads as 0.
+    const ByteView fields = record.part(0, record.u32(0));
+    Configuration result;
+    result.mcc = fields.u16(4);
+    result.mnc = fields.u16(6);
+    result.language = codeAt(fields, 8, 'a').toLower();
+    result.region = codeAt(fields, 10, '0').toUpper();
+    result.orientation = fields.u8(12);
+    result.touchscreen = fields.u8(13);
+    result.density = fields.u16(14);
+    result.keyboard = fields.u8(16);
+    result.navigation = fields.u8(17);
+    result.keysHidden = fields.u8(18) & 0x03;
+    result.navHidden = (fields.u8(18) & 0x0c) >> 2;
+    result.grammaticalGender = fields.u8(19) & 0x03;
+    result.screenWidth = fields.u16(20);
+    result.screenHeight = fields.u16(22);
+    result.sdkVersion = fields.u16(24);
+    result.minorVersion = fields.u16(26);
+    result.screenSize = fields.u8(28) & 0x0f;
+    result.screenLong = (fields.u8(28) & 0x30) >> 4;
+    result.layoutDirection = (fields.u8(28) & 0xc0) >> 6;
+    result.uiModeType = fields.u8(29) & 0x0f;
+    result.uiModeNight = (fields.u8(29) & 0x30) >> 4;
+    result.smallestScreenWidthDp = fields.u16(30);
+    result.screenWidthDp = fields.u16(32);
+    result.screenHeightDp = fields.u16(34);
+    constexpr int ScriptWasDerivedAt = 52;
+    if (fields.u8(ScriptWasDerivedAt) == 0)
+        result.script = asciiAt(fields, 36, 4);
+    result.variant = asciiAt(fields, 40, 8).toLower();
+    result.numberingSystem = asciiAt(fields, 53, 8).toLower();
+    result.screenRound = fields.u8(48) & 0x03;
+    result.wideColorGamut = fields.u8(49) & 0x03;
+    result.hdr = (fields.u8(49) & 0x0c) >> 2;
+    return result;
+}
+
+Configuration Configuration::phone(int density)
+{
+    Configuration device;
+    device.orientation = 1; // portrait
+    device.touchscreen = 3; // finger
+    device.density = density;
+    device.keyboard = 1;   // none
+    device.keysHidden = 3; // on the screen
+    device.navigation = 1; // none
+    device.navHidden = 2;
+    device.screenWidth = 1080;
+    device.screenHeight = 2400;
+    device.sdkVersion = 0xffff;
+    device.screenSize = 2; // normal
+    device.screenLong = 2;
+    device.layoutDirection = 1; // left to right
+    device.uiModeType = 1;
+    device.uiModeNight = 1; // day
+    device.smallestScreenWidthDp = 411;
+    device.screenWidthDp = 411;
+    device.screenHeightDp = 914;
+    device.screenRound = 1;
+    device.wideColorGamut = 1;
+    device.hdr = 1;
+    return device;
+}
+
+QString Configuration::languageTag() const
+{
+    if (!hasLocale())
+        return {};
+    QStringList parts{language};
+    for (const QString &part : {script, region, variant}) {
+        if (!part.isEmpty())
+            parts.append(part);
+    }
+    return parts.join(QLatin1Char('-'));
+}
+
+bool Configuration::matches(const Configuration &device) const
+{
+    // A density never keeps a value from being used: pictures are scaled.
+    return fits(mcc, device.mcc) && fits(mnc, device.mnc) && fits(grammaticalGender, device.grammaticalGender)
+           && fits(layoutDirection, device.layoutDirection)
+           && isReached(smallestScreenWidthDp, device.smallestScreenWidthDp)
+           && isReached(screenWidthDp, device.screenWidthDp) && isReached(screenHeightDp, device.screenHeightDp)
+           && isReached(screenSize, device.screenSize) && fits(screenLong, device.screenLong)
+           && fits(screenRound, device.screenRound) && fits(wideColorGamut, device.wideColorGamut)
+           && fits(hdr, device.hdr) && fits(orientation, device.orientation) && fits(uiModeType, device.uiModeType)
+           && fits(uiModeNight, device.uiModeNight) && fits(touchscreen, device.touchscreen)
+           && fitsKeys(keysHidden, device.keysHidden) && fits(keyboard, device.keyboard)
+           && fits(navHidden, device.navHidden) && fits(navigation, device.navigation)
+           && isReached(screenWidth, device.screenWidth) && isReached(screenHeight, device.screenHeight)
+           && isReached(sdkVersion, device.sdkVersion);
+}
+
+bool Configuration::isBetterThan(const Configuration &other, const Configuration &device) const
+{
+    // Both match, so that a field that is set fits the device: of sizes and versions, the larger one is the closer one.
+    const int order[] = {
+        specificity(mcc, other.mcc),
+        specificity(mnc, other.mnc),
+        specificity(grammaticalGender, other.grammaticalGender),
+        specificity(layoutDirection, other.layoutDirection),
+        smallestScreenWidthDp - other.smallestScreenWidthDp,
+        screenWidthDp + screenHeightDp - other.screenWidthDp - other.screenHeightDp,
+        screenSizeOrder(screenSize, other.screenSize),
+        specificity(screenLong, other.screenLong),
+        specificity(screenRound, other.screenRound),
+        specificity(wideColorGamut, other.wideColorGamut),
+        specificity(hdr, other.hdr),
+        specificity(orientation, other.orientation),
+        specificity(uiModeType, other.uiModeType),
+        specificity(uiModeNight, other.uiModeNight),
+        densityOrder(density, other.density, device.density),
+        specificity(touchscreen, other.touchscreen),
+        keysOrder(keysHidden, other.keysHidden, device.keysHidden),
+        specificity(navHidden, other.navHidden),
+        specificity(keyboard, other.keyboard),
+        specificity(navigation, other.navigation),
+        screenWidth + screenHeight - other.screenWidth - other.screenHeight,
+        sdkVersion - other.sdkVersion,
+    };
+    for (const int decision : order) {
+        if (decision != 0)
+            return decision > 0;
+    }
+    return false;
+}

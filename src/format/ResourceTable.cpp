@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "format/ResourceTable.h"
+
+namespace {
+
+constexpr int PackageIdAt = 8;
+constexpr int NameAt = 12;
+constexpr int TypeStringsAt = 268;
+constexpr int KeyStringsAt = 276;
+
+quint8 packageIdOf(quint32 id)
+{
+    return quint8(id >> 24);
+}
+
+quint8 typeIdOf(quint32 id)
+{
+    return quint8(id >> 16);
+}
+
+int entryIndexOf(quint32 id)
+{
+    return int(id & 0xffff);
+}
+
+// 128 UTF-16 units, or up to the first zero.
+QString packageName(const ByteView &package)
+{
+    constexpr int NameUnits = 128;
+    QString name;
+    for (int i = 0; i < NameUnits && package.u16(NameAt + 2 * i) != 0; ++i)
+        name += QChar(package.u16(NameAt + 2 * i));
+    return name;
+}
+
+} // namespace
+
+ResourceTable::ResourceTable(const QByteArray &bytes, int maxTypeChunks)
+    : m_bytes(bytes), m_maxTypeChunks(maxTypeChunks)
+{
+    const ChunkView table = ChunkView::at(ByteView(m_bytes), 0);
+    if (table.isValid() && table.type() == ChunkType::Table)
+        readTable(table);
+    else
+        m_fault = QStringLiteral("not a resource table");
+}
+
+void ResourceTable::readTable(const ChunkView &table)
+{
+    ChunkList chunks(table.bytes(), table.headerSize());
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView chunk = chunks.next();
+        if (chunk.type() == ChunkType::StringPool)
+            m_strings = StringPoolView(chunk);
+        else if (chunk.type() == ChunkType::Package && m_packages.size() < MaxPackages)
+            readPackage(chunk);
+        else if (chunk.type() == ChunkType::Package)
+            m_fault = QStringLiteral("too many packages in resource table");
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = QStringLiteral("damaged chunk in resource table");
+}
+
+void ResourceTable::readPackage(const ChunkView &chunk)
+{
+    Package package;
+    package.id = chunk.bytes().u8(PackageIdAt);
+    package.name = packageName(chunk.bytes());
+    package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(TypeStringsAt)));
+    package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(KeyStringsAt)));
+    ChunkList chunks(chunk.bytes(), chunk.headerSize());
+    while (chunks.hasNext() && m_fault.isEmpty()) {
+        const ChunkView child = chunks.next();
+        if (child.type() != ChunkType::Type)
+            continue;
+        const TypeChunk type(child);
+        if (!type.isValid())
+            m_fault = QStringLiteral("damaged type in resource table");
+        else if (m_typeChunks >= m_maxTypeChunks)
+            m_fault = QStringLiteral("too many types in resource table");
+        else
+            package.types[type.typeId()].append(type);
+        m_typeChunks += m_fault.isEmpty() ? 1 : 0;
+    }
+    if (m_fault.isEmpty() && chunks.isDamaged())
+        m_fault = QStringLiteral("damaged chunk in resource table");
+    m_packages.append(package);
+}
+
+quint8 ResourceTable::ownerOf(quint32 id) const
+{
+    // References within a library that is loaded dynamically have 0 for it: they mean the package that they stand in.
+    return packageIdOf(id) == 0 ? packageId() : packageIdOf(id);
+}
+
+QVector<ResourceValue> ResourceTable::values(quint32 id) const
+{
+    QVector<ResourceValue> values;
+    for (const Package &package : m_packages) {
+        const auto types = package.types.constFind(typeIdOf(id));
+        if (package.id != ownerOf(id) || types == package.types.cend())
+            continue;
+        for (const TypeChunk &type : *types) {
+            const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));
+            if (!entry.isValid())
+                continue;
+            ResourceValue value;
+            value.isMap = entry.isMap();
+            if (!value.isMap)
+                value.value = entry.value();
+            value.configuration = &type.configuration();
+            values.append(value);
+        }
+    }
+    return values;
+}
+
+int ResourceTable::typeChunkCount(quint32 id) const
+{
+    int count = 0;
+    for (const Package &package : m_packages) {
+        const auto types = package.types.constFind(typeIdOf(id));
+        if (package.id == ownerOf(id) && types != package.types.cend())
+            count += int(types->size());
+    }
+    return count;
+}
+
+QString ResourceTable::typeName(quint32 id) const
+{
+    for (const Package &package : m_packages) {
+        QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+        if (!name.isEmpty())
+            return name;
+    }
+    return {};
+}

@@ -1,0 +1,259 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "picture/WebpLossless.h"
+
+#include <QVector>
+
+namespace {
+
+constexpr int LiteralCount = 256;
+constexpr int LengthPrefixCount = 24;
+constexpr int DistancePrefixCount = 40;
+constexpr int MaxCacheBits = 11;
+
+enum Transform : int {
+    PredictorTransform = 0,
+    ColorTransform = 1,
+    SubtractGreenTransform = 2,
+    ColorIndexingTransform = 3,
+};
+
+int blocks(qint64 pixels, int sizeBits)
+{
+    return int((pixels + (qint64(1) << sizeBits) - 1) >> sizeBits);
+}
+
+} // namespace
+
+WebpLossless::WebpLossless(const QByteArray &bytes, int width, int height) : m_bytes(bytes)
+{
+    readTransforms(&width, height);
+    m_cacheBits = readCacheBits();
+    if (m_valid && bits(1) != 0) {
+        const int sizeBits = int(bits(3)) + 2;
+        m_groupCount = readSmallPicture(blocks(width, sizeBits), blocks(height, sizeBits)) + 1;
+    }
+}
+
+qint64 WebpLossless::tableBytes() const
+{
+    // What tables of 8 bits, with further ones behind them, take at most for alphabets of these sizes; and the record
+    // of a group, with its table for short codes.
+    constexpr qint64 EntriesWithoutCache = 2956;
+    constexpr qint64 EntryBytes = 4;
+    constexpr qint64 RecordBytes = 640;
+    const qint64 cacheEntries = m_cacheBits > 0 ? qint64(1) << m_cacheBits : 0;
+    return m_groupCount * (RecordBytes + EntryBytes * (EntriesWithoutCache + cacheEntries));
+}
+
+// Bits come from the lowest of each byte on; past the end they are zeros, and the stream is not valid.
+quint32 WebpLossless::bits(int count)
+{
+    quint32 value = 0;
+    if (count > qint64(m_bytes.size()) * 8 - m_at) {
+        fail();
+        return 0;
+    }
+    for (int i = 0; i < count; ++i, ++m_at)
+        value |= ((quint32(quint8(m_bytes.at(int(m_at >> 3)))) >> (m_at & 7)) & 1) << i;
+    return value;
+}
+
+void WebpLossless::readTransforms(int *width, int height)
+{
+    quint32 seen = 0;
+    while (m_valid && bits(1) != 0) {
+        const quint32 type = bits(2);
+        if ((seen & (1U << type)) != 0) { // each one comes once, which ends the loop
+            fail();
+            return;
+        }
+        seen |= 1U << type;
+        if (type == PredictorTransform || type == ColorTransform) {
+            const int sizeBits = int(bits(3)) + 2;
+            readSmallPicture(blocks(*width, sizeBits), blocks(height, sizeBits));
+        } else if (type == ColorIndexingTransform) {
+            const int colors = int(bits(8)) + 1;
+            readSmallPicture(colors, 1);
+            // Pixels of few colours share a byte.
+            *width = blocks(*width, colors > 16 ? 0 : colors > 4 ? 1 : colors > 2 ? 2 : 3);
+        }
+    }
+}
+
+int WebpLossless::readCacheBits()
+{
+    if (bits(1) == 0)
+        return 0;
+    const int count = int(bits(4));
+    if (count < 1 || count > MaxCacheBits)
+        fail();
+    return m_valid ? count : 0;
+}
+
+int WebpLossless::readSmallPicture(qint64 width, qint64 height)
+{
+    const int cacheBits = readCacheBits();
+    const PrefixCode green = readCode(LiteralCount + LengthPrefixCount + (cacheBits > 0 ? 1 << cacheBits : 0));
+    const PrefixCode red = readCode(LiteralCount);
+    const PrefixCode blue = readCode(LiteralCount);
+    const PrefixCode alpha = readCode(LiteralCount);
+    const PrefixCode distance = readCode(DistancePrefixCount);
+    int largest = 0;
+    // Pixels that take no bits are all the same, however many there are.
+    const bool isPlain = red.single >= 0 && blue.single >= 0 && alpha.single >= 0;
+    if (green.single >= LiteralCount + LengthPrefixCount)
+        return largest;
+    if (green.single >= LiteralCount) { // copies with nothing to copy from
+        fail();
+        return largest;
+    }
+    if (green.single >= 0 && isPlain)
+        return (red.single << 8) | green.single;
+    // Pixels that are copied, or come from the cache, have been there before: only new ones need to be looked at.
+    for (qint64 left = width * height; left > 0 && m_valid;) {
+        const int first = symbol(green);
+        if (first < LiteralCount) {
+            largest = qMax(largest, (symbol(red) << 8) | first);
+            symbol(blue);
+            symbol(alpha);
+            --left;
+        } else if (first < LiteralCount + LengthPrefixCount) {
+            left -= lengthOf(first - LiteralCount);
+            lengthOf(symbol(distance));
+        } else {
+            --left;
+        }
+    }
+    return largest;
+}
+
+// The length, or the distance, that a prefix and the bits behind it stand for: at least 1.
+qint64 WebpLossless::lengthOf(int prefix)
+{
+    if (prefix < 4)
+        return prefix + 1;
+    const int extraBits = (prefix - 2) >> 1;
+    const qint64 offset = qint64(2 + (prefix & 1)) << extraBits;
+    return offset + bits(extraBits) + 1;
+}
+
+WebpLossless::PrefixCode WebpLossless::readCode(int alphabetSize)
+{
+    if (bits(1) == 0)
+        return readLengths(alphabetSize);
+    // One symbol or two, written out.
+    QByteArray lengths(alphabetSize, '\0');
+    const bool two = bits(1) != 0;
+    const bool wide = bits(1) != 0;
+    const quint32 symbols[] = {bits(wide ? 8 : 1), two ? bits(8) : 0};
+    for (int i = 0; i < (two ? 2 : 1); ++i) {
+        if (symbols[i] < quint32(alphabetSize))
+            lengths[int(symbols[i])] = 1;
+        else
+            fail();
+    }
+    bool complete = false;
+    PrefixCode code = made(lengths, &complete);
+    if (!complete)
+        fail();
+    return code;
+}
+
+// The lengths of the symbols' codes, which are written by a prefix code themselves.
+WebpLossless::PrefixCode WebpLossless::readLengths(int alphabetSize)
+{
+    constexpr int LengthCodeCount = 19;
+    constexpr char Order[LengthCodeCount] = {17, 18, 0, 1, 2, 3, 4, 5, 16, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    constexpr int RepeatPrevious = 16;
+    constexpr int ManyZeros = 18;
+
+    QByteArray lengthsOfLengths(LengthCodeCount, '\0');
+    const int written = int(bits(4)) + 4;
+    for (int i = 0; i < written; ++i)
+        lengthsOfLengths[Order[i]] = char(bits(3));
+    bool complete = false;
+    const PrefixCode lengthCode = made(lengthsOfLengths, &complete);
+    if (!complete) {
+        fail();
+        return {};
+    }
+
+    int left = alphabetSize;
+    if (bits(1) != 0) {
+        const int count = 2 + 2 * int(bits(3));
+        left = 2 + int(bits(count));
+    }
+    if (left > alphabetSize)
+        fail();
+    QByteArray lengths;
+    char previous = 8;
+    for (; lengths.size() < alphabetSize && left > 0 && m_valid; --left) {
+        const int length = symbol(lengthCode);
+        if (length < RepeatPrevious) {
+            lengths.append(char(length));
+            if (length != 0)
+                previous = char(length);
+        } else if (length == RepeatPrevious) {
+            lengths.append(3 + int(bits(2)), previous);
+        } else {
+            lengths.append(length == ManyZeros ? 11 + int(bits(7)) : 3 + int(bits(3)), '\0');
+        }
+    }
+    if (lengths.size() > alphabetSize)
+        fail();
+    PrefixCode code = made(lengths, &complete);
+    if (!complete)
+        fail();
+    return code;
+}
+
+/// The code whose symbols have codes of these lengths; of equal lengths, the smaller symbol has the smaller code.
+WebpLossless::PrefixCode WebpLossless::made(const QByteArray &lengths, bool *complete)
+{
+    PrefixCode code;
+    int used = 0;
+    for (int i = 0; i < lengths.size(); ++i) {
+        if (lengths.at(i) == 0)
+            continue;
+        ++code.countOfLength[int(lengths.at(i))];
+        code.single = used++ == 0 ? i : -1;
+    }
+    if (used == 1) {
+        *complete = true;
+        return code;
+    }
+    qint64 open = 1;
+    for (int length = 1; length <= PrefixCode::MaxLength; ++length) {
+        open = 2 * open - code.countOfLength[length];
+        if (open < 0)
+            break;
+        for (int i = 0; i < lengths.size(); ++i) {
+            if (lengths.at(i) == length)
+                code.symbols.append(char(i & 0xff)).append(char(i >> 8));
+        }
+    }
+    *complete = open == 0;
+    return code;
+}
+
+int WebpLossless::symbol(const PrefixCode &code)
+{
+    if (code.single >= 0)
+        return code.single;
+    int value = 0;
+    int first = 0;
+    int index = 0;
+    for (int length = 1; length <= PrefixCode::MaxLength && m_valid; ++length) {
+        value |= int(bits(1));
+        const int count = code.countOfLength[length];
+        if (value - first < count) {
+            const int at = 2 * (index + value - first);
+            return quint8(code.symbols.at(at)) | quint8(code.symbols.at(at + 1)) << 8;
+        }
+        index += count;
+        first = (first + count) << 1;
+        value <<= 1;
+    }
+    fail();
+    return 0;
+}

@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "picture/WebpPicture.h"
+
+#include "picture/WebpLossless.h"
+
+#include <QRect>
+#include <QtEndian>
+
+#include <cstring>
+
+namespace {
+
+constexpr int FileHeader = 12;
+constexpr int ChunkHeader = 8;
+constexpr int SizeAt = 4;
+constexpr int CanvasSize = 10;
+constexpr int FrameHeader = 16;
+constexpr char Alpha = 0x10;
+
+/*
+ * Bytes that a decoder takes for a pixel at its peak, measured with Qt 5.15 and libwebp 1.2 and rounded up.
+ */
+constexpr int LossyBytes = 4;
+/// The picture, and its transparency: a plane of its own, and the one that the lossless decoder makes it of.
+constexpr int LossyAlphaBytes = 9;
+/// The picture, its pixels before the transforms are undone, and the transforms' own pictures.
+constexpr int LosslessBytes = 9;
+/// An animation's canvas, beside its frame.
+constexpr int CanvasBytes = 4;
+
+} // namespace
+
+bool WebpPicture::sieve(PictureStripper *sieve)
+{
+    if (!sieve->file().hasText(8, "WEBP"))
+        return false;
+    sieve->keep(0, FileHeader);
+    if (!WebpPicture(sieve).keepPicture(FileHeader, sieve->file().size()))
+        return false;
+    qToLittleEndian(quint32(sieve->keptSize()) - ChunkHeader, sieve->kept() + SizeAt);
+    sieve->finish();
+    // Qt's plugin copies the file.
+    sieve->decodingBytes += sieve->keptSize();
+    return true;
+}
+
+bool WebpPicture::keepPicture(qint64 at, qint64 end)
+{
+    const ByteView &file = m_sieve->file();
+    while (end - at >= ChunkHeader) {
+        const auto is = [&file, at](const char *type) { return file.hasText(at, type); };
+        const qint64 length = qMin(qint64(file.u32(at + SizeAt)), end - at - ChunkHeader);
+        const qint64 data = at + ChunkHeader;
+        const qint64 next = data + length + (length & 1);
+        if (is("VP8X") && !m_isFrame && m_canvas.isEmpty()) {
+            if (length < CanvasSize || !addCanvas(data))
+                return false;
+        } else if (is("ANMF") && !m_isFrame) {
+            return length >= FrameHeader && addFrame(data) && keepPicture(data + FrameHeader, data + length);
+        } else if (is("VP8 ") || is("VP8L")) {
+            if (!addBitmap(is("VP8 "), data, length))
+                return false;
+            m_sieve->keep(at, next - at);
+            return true;
+        } else if (is("ALPH")) {
+            if (!addTransparency(data, length))
+                return false;
+            m_sieve->keep(at, next - at);
+        }
+        at = next;
+    }
+    return false;
+}
+
+bool WebpPicture::addCanvas(qint64 data)
+{
+    const ByteView &file = m_sieve->file();
+    if (!m_sieve->grow(file.u24(data + 4) + 1, file.u24(data + 7) + 1))
+        return false;
+    m_canvas = m_sieve->size();
+    m_sieve->decodingBytes += m_sieve->pixels() * CanvasBytes;
+    char *const chunk = m_sieve->keep(data - ChunkHeader, ChunkHeader + CanvasSize);
+    qToLittleEndian(quint32(CanvasSize), chunk + SizeAt);
+    // The other flags announce profiles, metadata and frames.
+    chunk[ChunkHeader] &= Alpha;
+    return true;
+}
+
+bool WebpPicture::addFrame(qint64 data)
+{
+    constexpr int FlagsAt = FileHeader + ChunkHeader; // in the canvas that is kept
+    constexpr int SidesAt = FlagsAt + 4;
+    constexpr int SidesSize = 6;
+    const ByteView &file = m_sieve->file();
+    const QRect frame(2 * int(file.u24(data)), 2 * int(file.u24(data + 3)), int(file.u24(data + 6)) + 1,
+                      int(file.u24(data + 9)) + 1);
+    if (m_canvas.isEmpty() || !QRect(QPoint(), m_canvas).contains(frame))
+        return false;
+    m_isFrame = true;
+    m_sieve->canvas = m_canvas;
+    m_sieve->place = frame.topLeft();
+    m_canvas = frame.size();
+    // A frame may be transparent without being announced.
+    m_sieve->kept()[FlagsAt] |= Alpha;
+    std::memcpy(m_sieve->kept() + SidesAt, file.part(data + 6, SidesSize).data(), SidesSize);
+    return true;
+}
+
+bool WebpPicture::addBitmap(bool isLossy, qint64 data, qint64 length)
+{
+    constexpr int LossyHeader = 10;
+    constexpr int LosslessHeader = 5;
+    constexpr quint32 SideMask = 0x3fff;
+    const ByteView &file = m_sieve->file();
+    const quint32 sides = file.u32(data + 1);
+    const QSize size(int(isLossy ? file.u16(data + 6) & SideMask : (sides & SideMask) + 1),
+                     int(isLossy ? file.u16(data + 8) & SideMask : (sides >> 14 & SideMask) + 1));
+    if (length < (isLossy ? LossyHeader : LosslessHeader) || !m_sieve->grow(size.width(), size.height()))
+        return false;
+    m_sieve->decodingBytes += m_sieve->pixels() * (isLossy ? LossyBytes : LosslessBytes);
+    return isLossy || addLossless(data + LosslessHeader, data + length, size);
+}
+
+// Packed as a lossless picture without a header, of the size of the picture behind it.
+bool WebpPicture::addTransparency(qint64 data, qint64 length)
+{
+    constexpr int MethodMask = 3;
+    if (length < 1 || m_canvas.isEmpty())
+        return false;
+    m_sieve->decodingBytes += m_sieve->pixels() * LossyAlphaBytes;
+    return (m_sieve->file().u8(data) & MethodMask) == 0 || addLossless(data + 1, data + length, m_canvas);
+}
+
+bool WebpPicture::addLossless(qint64 at, qint64 end, QSize size)
+{
+    const ByteView bytes = m_sieve->file().part(at, end - at);
+    const WebpLossless stream(QByteArray::fromRawData(reinterpret_cast<const char *>(bytes.data()), int(bytes.size())),
+                              size.width(), size.height());
+    m_sieve->steps += stream.bitsRead();
+    m_sieve->decodingBytes += stream.tableBytes();
+    return stream.isValid();
+}

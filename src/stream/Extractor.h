@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef EXTRACTOR_H
+#define EXTRACTOR_H
+
+#include <SorrelExport.h>
+
+#include "stream/DeviceReader.h"
+
+#include <QByteArray>
+#include <QSharedPointer>
+#include <QStack>
+#include <QString>
+#include <QVector>
+#include <QWeakPointer>
+#include <QtEndian>
+
+class QIODevice;
+
+/**
+ * The cursor through which every decoder reads: little-endian integers and arrays from a device, within a stack of
+ * nested end positions, the boundaries.
+ *
+ * **The error contract.** A fault is recorded as a text and does not stop anything: a later read is attempted, and
+ * delivers real data when it is in bounds. A failed integer read returns 0, and moves nothing; a failed array read
+ * returns an empty array, or, when the device ran short, one of full size with zeros at its end. The last text
+ * recorded is the one that errorString() tells. Decoders need not test every read: they test failed() before they act
+ * on what they read, and in every loop whose count comes from the file.
+ *
+ * | text                  | meaning                                                             |
+ * |-----------------------|---------------------------------------------------------------------|
+ * | "chunk too short"     | a read or skip would cross the innermost boundary                   |
+ * | "file too short"      | the device delivered less than was asked for, or could not seek     |
+ * | "bad input"           | the byte count of an array is negative, or no multiple of its width |
+ * | "boundary out of bounds" | a region was opened that ends after the enclosing one            |
+ * | "file too long"       | more than MaxBytes were asked of the device                         |
+ * | "too many steps back" | the file moved the reader back more than MaxStepsBack times         |
+ * | "too many chunks"     | more than MaxRegions regions were opened                            |
+ *
+ * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
+ * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
+ *
+ * What decoders call for every field is inline. [[gnu::used]] keeps such a function among the library's symbols.
+ */
+class SORREL_EXPORT Extractor
+{
+public:
+    /// How often a skip of a negative length is obeyed. No file that a build tool makes asks for one.
+    static constexpr int MaxStepsBack = 256;
+    /// Largest number of zero bytes that an array gets for what the device did not deliver.
+    static constexpr int MaxZeroTail = 1 << 24;
+    /// Bytes that are taken from the device at most. A member of an archive inflates to a thousand times its size.
+    static constexpr int MaxBytes = DeviceReader::MaxBytes;
+    /// Regions that are opened at most. A chunk is one, and may be 8 bytes long.
+    static constexpr int MaxRegions = 1 << 20;
+    /// Lines that mayTell() grants.
+    static constexpr int MaxLines = 100;
+
+    /**
+     * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's; the reader does not
+     * touch it when it is destroyed. Within a region, a sequential device may be at an earlier byte than the reader;
+     * it is at the same byte when the outermost region is closed, and after release().
+     */
+    explicit Extractor(QIODevice *device);
+
+    /// Starts anew on @p device: no error, position 0, no boundary. The device before is left where it is.
+    void setDevice(QIODevice *device);
+
+    /// Leaves a sequential device behind the bytes that were consumed, also while a region is open.
+    void release() { m_source.release(); }
+
+    void setError(const QString &text);
+    [[gnu::used]] SORREL_EXPORT bool failed() const { return !m_error->isEmpty(); }
+
+    /// Whether one more line about what is read may go to the debug log. It may MaxLines times, so that the log stays
+    /// short when a file has thousands of places that are worth a line.
+    bool mayTell();
+
+    /// The recorded error, then ": " and the device's own error text, which a QIODevice practically always has.
+    QString errorString() const;
+
+    /**
+     * Where texts given to setError() are kept. One who may outlive the reader holds this weakly, and finds it gone
+     * with the reader.
+     */
+    QWeakPointer<QString> errorSink() const;
+
+    [[gnu::used]] SORREL_EXPORT qint8 get8() { return getInteger<qint8>(); }
+    [[gnu::used]] SORREL_EXPORT qint16 get16() { return getInteger<qint16>(); }
+    [[gnu::used]] SORREL_EXPORT qint32 get32() { return getInteger<qint32>(); }
+
+    /**
+     * Consumes @p count bytes. A negative count moves the position back, but gives a sequential device nothing back:
+     * position and device then differ, as the format's readers have always had it.
+     *
+     * On a random-access device the seek goes to the old position plus twice the count. This is kept on purpose, for
+     * compatibility; members of an archive are sequential and never take that branch.
+     */
+    [[gnu::used]] SORREL_EXPORT void skip(int count) { skip64(count); }
+    /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
+    [[gnu::used]] SORREL_EXPORT void skip64(qint64 count)
+    {
+        if (count > 0 && isAtHand(count))
+            take(int(count));
+        else if (count != 0)
+            skipSlowly(count);
+    }
+
+    /**
+     * The next @p size bytes, more than 0, when they are in memory and end before the boundary, else null;
+     * they stay until the next read. take() consumes them. For decoders of small records.
+     */
+    const char *atHand(int size) const { return isAtHand(size) ? m_source.next() : nullptr; }
+    /// Consumes @p size bytes that atHand() gave.
+    void take(int size)
+    {
+        m_source.take(size);
+        position += size;
+    }
+
+    /**
+     * An array read; the argument counts bytes, not elements. Memory grows with what the device delivers: when it ran
+     * short by more than MaxZeroTail bytes, the array ends that many after them.
+     */
+    QVector<quint8> getu8_vector(int byteCount);
+    QVector<quint16> getu16_vector(int byteCount);
+    QVector<quint32> getu32_vector(int byteCount);
+    /// As getu8_vector(), without the zeros at the end.
+    QByteArray getBytes(int byteCount);
+
+    /**
+     * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
+     * that were read: fewer than @p count only when a fault was recorded.
+     */
+    QVector<qint32> get32s(int count);
+    /// The same into @p values, which have room for as many. Returns how many were read.
+    int get32s(qint32 *values, int count);
+
+    /**
+     * Opens a region of @p length bytes from here; nothing is read past its end until it is closed. One that would
+     * end after the enclosing region records a fault, and is opened as wide as it claims to be.
+     */
+    void pushBoundary(int length);
+    /// pushBoundary() for a computed length, which may be out of the range of 32 bits, and then is out of bounds.
+    void pushBoundary64(qint64 length);
+    /// Consumes what is left of the innermost region, and closes it. There must be one.
+    void popBoundary();
+
+    /// Bytes from here to the innermost boundary; negative in a region of negative length.
+    qint64 remaining() const { return qint64(boundary) - position; }
+
+    /// Bytes consumed since the device was set; not the device's own position. Only the reader writes it.
+    int position = 0;
+    /// The position that no read may pass; 0x7fffffff when there is no region. Only the reader writes it.
+    int boundary = 0;
+
+private:
+    Q_DISABLE_COPY(Extractor)
+
+    template <typename T>
+    T getInteger()
+    {
+        constexpr int width = sizeof(T);
+        if (!isAtHand(width))
+            return getSlowly<T>();
+        const T value = qFromLittleEndian<T>(m_source.next());
+        take(width);
+        return value;
+    }
+    template <typename T>
+    T getSlowly();
+    template <typename T>
+    QVector<T> getVector(int byteCount);
+    bool mayGetBytes(int byteCount, int width);
+    template <typename Array>
+    int fill(Array &array, int byteCount);
+    bool isAtHand(qint64 size) const { return size <= m_source.atHand() && size <= remaining(); }
+    void skipSlowly(qint64 count);
+    void move(qint64 count);
+    void consume(qint64 count);
+    void setDeviceError();
+
+    DeviceReader m_source;
+    int m_lines = 0; ///< that mayTell() granted
+    QSharedPointer<QString> m_error;
+    QStack<int> m_boundaries;
+    int m_stepsBack = 0;
+    int m_regions = 0; ///< that were opened so far
+};
+
+#endif

@@ -1,0 +1,251 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "table/ResourcePackage.h"
+
+#include "ApkResources.h"
+#include "format/ResourceTypes.h"
+#include "stream/ChunkWalker.h"
+#include "stream/Extractor.h"
+#include "stream/TwosComplement.h"
+#include "table/EntryOffsets.h"
+#include "table/LocaleLookup.h"
+#include "table/ValueTextCache.h"
+
+#include <QDebug>
+#include <QStringBuilder>
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr int NameUnits = 128;
+constexpr int KnownHeaderSize = ResourceTypes::ChunkHeaderSize + 4 + 2 * NameUnits + 4 * 4;
+constexpr int MapFlag = 0x0001;
+constexpr int SimpleEntryHeaderSize = 8;
+constexpr int MapEntryHeaderSize = 16;
+constexpr int MapItemSize = 12;
+constexpr qint64 LargestMap = 1 << 14; ///< that may be at hand
+constexpr int SimpleEntrySize = SimpleEntryHeaderSize + 8;
+constexpr int LargestNamedTypeId = 0xff;
+
+static_assert(Extractor::MaxRegions < ResourceEntry::MaxConfigs, "each configuration takes a region of its own");
+
+} // namespace
+
+ResourcePackage::ResourcePackage() : m_typeStrings(QString()) {}
+
+void ResourcePackage::load(Extractor *reader, int headerSize)
+{
+    const qint64 chunkStart = qint64(reader->position) - ResourceTypes::ChunkHeaderSize;
+    const auto chunkPosition = [chunkStart](int offset) { return offset != 0 ? offset + chunkStart : 0; };
+
+    m_reader = reader;
+    m_typeStrings.clear();
+    m_typeNames.clear();
+    m_id = reader->get32();
+    const QVector<quint16> units = reader->getu16_vector(2 * NameUnits);
+    if (!reader->failed()) {
+        const auto nameEnd = std::find(units.cbegin(), units.cend() - 1, 0);
+        m_name = QString(reinterpret_cast<const QChar *>(units.constData()), int(nameEnd - units.cbegin()));
+        m_typeStringsOffset = chunkPosition(reader->get32());
+        reader->skip(4); // last public type
+        m_typeStrings.setName(m_name + QLatin1String(" type"));
+        m_keyStringsOffset = chunkPosition(reader->get32());
+        reader->skip(4); // last public key
+        reader->skip64(qint64(headerSize) - KnownHeaderSize);
+        while (!reader->failed() && reader->remaining() >= 1)
+            parseChunk();
+        sortValues();
+        readTypeNames();
+    }
+    m_reader = nullptr;
+    m_configIndices.clear();
+}
+
+void ResourcePackage::parseChunk()
+{
+    ChunkWalker chunk(m_reader);
+    while (chunk.next()) {
+        switch (chunk.type()) {
+        case ResourceTypes::TypeChunk:
+            parseTypeChunk(chunk.headerSize());
+            break;
+        case ResourceTypes::TypeSpecChunk:
+            m_reader->get8(); // type id
+            break;
+        case ResourceTypes::StringPoolChunk:
+            parseStringPool(chunk.headerSize());
+            break;
+        default:
+            if (m_reader->mayTell())
+                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+        }
+    }
+}
+
+void ResourcePackage::parseStringPool(int headerSize)
+{
+    const qint64 chunkStart = qint64(m_reader->position) - ResourceTypes::ChunkHeaderSize;
+    if (chunkStart == m_typeStringsOffset)
+        m_typeStrings.load(m_reader, headerSize);
+    else if (chunkStart == m_keyStringsOffset)
+        StringPool(m_name + QLatin1String(" keys")).load(m_reader, headerSize); // for its faults alone
+    else if (m_reader->mayTell())
+        qDebug("Skipping unknown string pool at %x", unsigned(m_reader->position));
+}
+
+void ResourcePackage::parseTypeChunk(int headerSize)
+{
+    m_reader->pushBoundary(headerSize - ResourceTypes::ChunkHeaderSize);
+    const int typeId = m_reader->get8();
+    m_reader->skip(3);
+    const int entryCount = m_reader->get32();
+    const int entriesStart = m_reader->get32();
+    ResourceConfig config;
+    config.load(m_reader);
+    m_reader->popBoundary();
+
+    // A type id byte of 0x80 or more is negative, and passes; its entries are kept where no lookup finds them.
+    if (typeId == 0 || typeId > m_typeStrings.count())
+        m_reader->setError(QStringLiteral("Typechunk id out of range"));
+    if (entryCount < 0 || 4 * qint64(entryCount) > m_reader->remaining())
+        m_reader->setError(QStringLiteral("Bogus entry count in type chunk"));
+    if (m_reader->failed())
+        return;
+
+    const int configIndex = indexOfConfig(config);
+    EntryOffsets offsets(m_reader, entryCount);
+    m_reader->skip64(qint64(entriesStart) - headerSize - 4 * qint64(entryCount));
+    m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
+    const int base = m_reader->position;
+    while (m_reader->remaining() >= 1 && !m_reader->failed()) {
+        parseEntriesAtHand(typeId, offsets, base, configIndex);
+        if (m_reader->remaining() < 1)
+            break;
+        const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
+        if (entryIndex < 0) {
+            m_reader->setError(QStringLiteral("resource table contains entry not in index"));
+            return;
+        }
+        parseEntry(typeId, entryIndex, configIndex);
+    }
+}
+
+// The entries from here that are at hand as a whole, as nearly all are. What this stops before is left to parseEntry(),
+// which says what the fields are.
+void ResourcePackage::parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex)
+{
+    static_assert(SimpleEntrySize == MapEntryHeaderSize, "one look shows the kind of an entry and all that matters");
+    while (const char *entry = m_reader->atHand(SimpleEntrySize)) {
+        const int size = qFromLittleEndian<qint16>(entry);
+        const int last = qFromLittleEndian<qint32>(entry + 12); // the data, or the number of items
+        const bool isMap = (qFromLittleEndian<qint16>(entry + 2) & MapFlag) != 0;
+        const qint64 wholeSize = isMap ? size + qint64(last) * MapItemSize : SimpleEntrySize;
+        const bool isUsual = isMap ? size >= MapEntryHeaderSize && last >= 0 && wholeSize <= LargestMap
+                                   : size == SimpleEntryHeaderSize && m_values.count() < MaxEntries;
+        if (!isUsual || m_reader->atHand(int(wholeSize)) == nullptr)
+            return;
+        const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
+        if (entryIndex < 0)
+            return;
+        if (!isMap)
+            m_values.append(typeId, {entryIndex, configIndex, qint8(entry[11]), last});
+        m_reader->take(int(wholeSize));
+    }
+}
+
+void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
+{
+    const int size = m_reader->get16();
+    const int flags = m_reader->get16();
+    m_reader->get32(); // key index
+    if ((flags & MapFlag) != 0) {
+        m_reader->skip(4); // parent
+        const int itemCount = m_reader->get32();
+        m_reader->skip(size - MapEntryHeaderSize);
+        m_reader->skip64(qint64(itemCount) * MapItemSize);
+        return;
+    }
+    m_reader->skip(size - SimpleEntryHeaderSize);
+    m_reader->skip(3); // size of the value, reserved
+    const int dataType = m_reader->get8();
+    const int data = m_reader->get32();
+    store(typeId, {entryIndex, configIndex, dataType, data});
+}
+
+void ResourcePackage::store(int typeId, const ResourceEntry &value)
+{
+    if (m_values.count() == MaxEntries)
+        m_reader->setError(QStringLiteral("too many values in package"));
+    else
+        m_values.append(typeId, value);
+}
+
+int ResourcePackage::indexOfConfig(const ResourceConfig &config)
+{
+    // The chunks of one type mostly come in the order of configurations that those of the type before had.
+    const int expected = m_lastConfigIndex + 1;
+    if (expected < m_configs.size() && m_configs.at(expected) == config)
+        return m_lastConfigIndex = expected;
+    const auto [known, isNew] = m_configIndices.emplace(config, m_configs.size());
+    if (isNew)
+        m_configs.append(config);
+    m_lastConfigIndex = known->second;
+    return m_lastConfigIndex;
+}
+
+void ResourcePackage::sortValues()
+{
+    m_values.sort();
+    if (m_values.hasResourceOfMoreThan(MaxValues))
+        m_reader->setError(QStringLiteral("too many values of one resource"));
+}
+
+void ResourcePackage::readTypeNames()
+{
+    const int count = qMin(m_typeStrings.count(), LargestNamedTypeId);
+    m_typeNames.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        m_typeNames.append(m_typeStrings.get(index));
+        if (m_typeNames.constLast().size() > MaxTypeNameLength) {
+            m_reader->setError(QStringLiteral("too long type name in resource table"));
+            m_typeNames.clear();
+            return;
+        }
+    }
+}
+
+QString ResourcePackage::refToString(int ref) const
+{
+    const int typeId = (ref >> 16) & 0xff;
+    if (typeId == 0 || typeId > m_typeNames.size())
+        return QStringLiteral("@#%1").arg(twosComplement(ref), 8, 16, QLatin1Char('0'));
+    const QString prefix =
+        ((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId ? m_name + QLatin1Char(':') : QString();
+    return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/') % QString::number(ref & 0xffff);
+}
+
+QStringList ResourcePackage::lookupAll(const QString &type, int entry, const ApkResources &res) const
+{
+    ValueTextCache texts(res);
+    QStringList values;
+    for (const ResourceEntry &value : m_values.values(typeId(type), entry))
+        values.append(texts.text(value.dataType(), value.data()));
+    return values;
+}
+
+QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, int entry, const ApkResources &res) const
+{
+    ValueTextCache texts(res);
+    QMap<QString, QString> values;
+    for (const ResourceEntry &value : m_values.values(typeId(type), entry)) {
+        values.insert(m_configs.at(value.configIndex()).toString(), texts.text(value.dataType(), value.data()));
+    }
+    return values;
+}
+
+QMap<QString, QString> ResourcePackage::lookupByLocale(const QString &type, int entry, const ApkResources &res,
+                                                       int depth) const
+{
+    return LocaleLookup(res).inPackage(*this, typeId(type), entry, depth);
+}

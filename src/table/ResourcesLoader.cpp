@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "table/ResourcesLoader.h"
+
+#include "format/ResourceTypes.h"
+#include "stream/ChunkWalker.h"
+#include "stream/Extractor.h"
+#include "table/ApkResourcesData.h"
+
+#include <QDebug>
+
+void ResourcesLoader::load(ApkResourcesData *data, Extractor *reader)
+{
+    m_reader = reader;
+    m_data = data;
+    data->stringPool.clear();
+    data->stringPool.setName(QStringLiteral("table"));
+    data->packages.clear();
+    parseChunk();
+    reader->release();
+    if (!reader->failed())
+        data->valid = true;
+    else
+        qDebug("Error extracting resources: %s", reader->errorString().toLocal8Bit().constData());
+}
+
+void ResourcesLoader::parseChunk()
+{
+    ChunkWalker chunk(m_reader);
+    while (chunk.next()) {
+        switch (chunk.type()) {
+        case ResourceTypes::TableChunk:
+            m_reader->get32(); // package count
+            chunk.enter();
+            break;
+        case ResourceTypes::StringPoolChunk:
+            m_data->stringPool.load(m_reader, chunk.headerSize());
+            break;
+        case ResourceTypes::PackageChunk:
+            parsePackage(chunk.headerSize());
+            break;
+        default:
+            if (m_reader->mayTell())
+                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+        }
+    }
+}
+
+void ResourcesLoader::parsePackage(int headerSize)
+{
+    if (m_data->packages.size() == MaxPackages) {
+        m_reader->setError(QStringLiteral("too many packages in resource table"));
+        return;
+    }
+    m_data->packages.append(ResourcePackage());
+    m_data->packages.last().load(m_reader, headerSize);
+}

@@ -1,0 +1,588 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "Bytes.h"
+#include "Cost.h"
+#include "Devices.h"
+#include "Pictures.h"
+#include "archive/ArchiveMembers.h"
+#include "archive/RangeDevice.h"
+#include "archive/ZipArchive.h"
+#include "package/PackageData.h"
+#include "package/PackageSet.h"
+
+#include <SorrelKit/PackageNormalizer.h>
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/stat.h>
+
+#include <limits>
+
+using namespace SorrelKit;
+using namespace fixture;
+
+namespace {
+
+QString latin(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+QVector<Member> members()
+{
+    return {{latin("a.txt"), "first"}, {latin("dir/b.txt"), QByteArray(1000, 'b')}, {latin("empty"), QByteArray()}};
+}
+
+QByteArray manifestOf(const char *package, const char *split = nullptr)
+{
+    QVector<Attribute> attributes{plainText(latin("package"), latin(package))};
+    if (split != nullptr)
+        attributes.append(plainText(latin("split"), latin(split)));
+    return XmlBuilder::manifest().empty(latin("manifest"), attributes).build();
+}
+
+// A package of one launcher, whose icon is the file @p icon, and of @p others.
+QByteArray packageWithIcon(const char *icon, const QVector<Member> &others = {})
+{
+    const QByteArray manifest = XmlBuilder::manifest()
+                                    .start(latin("manifest"), {plainText(latin("package"), latin("org.example"))})
+                                    .start(latin("application"))
+                                    .start(latin("activity"), {androidText(latin("name"), latin(".Main")),
+                                                               androidText(latin("icon"), latin(icon))})
+                                    .launcherFilter()
+                                    .end(latin("activity"))
+                                    .end(latin("application"))
+                                    .end(latin("manifest"))
+                                    .build();
+    return package(emptyTable(), manifest, others);
+}
+
+// Where the directory of an archive begins whose end has no comment.
+int directoryAt(const QByteArray &archive)
+{
+    return int(peek32(archive, int(archive.size()) - 22 + 16));
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(fixture::Compression)
+
+class TestArchiveFiles : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void membersByTheirNames_data();
+    void membersByTheirNames();
+    void nothingIsThereBeforeItIsOpened();
+    void filesThatAreTooLong();
+    void filesThatAreTooLongAreNotInflated();
+    void damagedFilesEndWhereTheFaultIs();
+    void readingHasABudget();
+    void lastOfSeveralMembersOfOneNameCounts();
+    void whatIsMissingIsKnownWithoutReading();
+    void membersUpToTheCeiling();
+    void devicesThatAreOpenOrSequential();
+    void fifosAndDirectoriesAreNotOpened();
+    void archivesInArchives_data();
+    void archivesInArchives();
+    void archivesMayBeReadInTurns();
+    void inflatedArchivesTakeOffWhatTheyHave();
+    void archivesThatOverlap_data();
+    void archivesThatOverlap();
+
+    void rangeIsClipped_data();
+    void rangeIsClipped();
+    void rangesAreReadInTurns();
+    void rangesAreReadOnly();
+
+    void setsAreOneApplication();
+    void manifestsOfASetAreLimitedTogether();
+    void tablesOfASetAreLimitedTogether();
+    void membersOfASetAreLimitedTogether();
+    void packedBytesOfASetAreLimitedTogether();
+    void missingFilesOfASetAreKnownWithoutReading();
+    void firstPackageOfASetThatHasAFileCounts();
+};
+
+void TestArchiveFiles::membersByTheirNames_data()
+{
+    QTest::addColumn<Compression>("compression");
+    QTest::newRow("deflated") << Compression::Deflated;
+    QTest::newRow("stored") << Compression::Stored;
+}
+
+void TestArchiveFiles::membersByTheirNames()
+{
+    QFETCH(Compression, compression);
+    ZipArchive archive(zip(members(), compression));
+    QVERIFY(archive.open());
+    QVERIFY(archive.open());
+    QCOMPARE(archive.names(), QStringList({latin("a.txt"), latin("dir/b.txt"), latin("empty")}));
+    QCOMPARE(archive.file(latin("dir/b.txt"), 5000), QByteArray(1000, 'b'));
+    QCOMPARE(archive.file(latin("a.txt"), 5000), QByteArray("first"));
+    QVERIFY(archive.contains(latin("empty")));
+    QCOMPARE(archive.file(latin("empty"), 5000), QByteArray());
+    for (const char *path : {"", "A.TXT", "b.txt", "dir", "dir/", "/a.txt", "./a.txt"}) {
+        QVERIFY(!archive.contains(latin(path)));
+        QCOMPARE(archive.file(latin(path), 5000), QByteArray());
+    }
+}
+
+void TestArchiveFiles::nothingIsThereBeforeItIsOpened()
+{
+    ZipArchive archive(zip(members()));
+    QVERIFY(!archive.contains(latin("a.txt")));
+    QCOMPARE(archive.file(latin("a.txt"), 5000), QByteArray());
+    QCOMPARE(archive.names(), QStringList());
+    QVERIFY(!ZipArchive(QByteArray("no archive")).open());
+    QVERIFY(!ZipArchive(QByteArray()).open());
+}
+
+void TestArchiveFiles::filesThatAreTooLong()
+{
+    ZipArchive archive(zip(members()));
+    QVERIFY(archive.open());
+    QCOMPARE(archive.file(latin("dir/b.txt"), 1000).size(), 1000);
+    QCOMPARE(archive.file(latin("dir/b.txt"), 999), QByteArray());
+    QCOMPARE(archive.file(latin("dir/b.txt"), 0), QByteArray());
+}
+
+// Thousands of resources may name one file that is too long.
+void TestArchiveFiles::filesThatAreTooLongAreNotInflated()
+{
+    constexpr int Size = 64 << 20;
+    ZipArchive archive(zip({{latin("long"), QByteArray(Size, '\0')}}));
+    QVERIFY(archive.open());
+    QCOMPARE(archive.file(latin("long"), Size - 1), QByteArray());
+    const Cost taken = cost([&archive]() {
+        for (int i = 0; i < 1000; ++i)
+            archive.file(latin("long"), Size - 1);
+    });
+    QVERIFY(taken.ended);
+    QVERIFY2(taken.allocated < Size, qPrintable(QString::number(taken.allocated)));
+}
+
+void TestArchiveFiles::damagedFilesEndWhereTheFaultIs()
+{
+    QByteArray bytes = zip({{latin("a"), QByteArray(100, 'a') + QByteArray(100, 'b')}});
+    // The directory says less than there is: no more is delivered.
+    const int sizeAt = directoryAt(bytes) + 24;
+    QCOMPARE(peek32(bytes, sizeAt), quint32(200));
+    poke32(bytes, sizeAt, 100);
+    ZipArchive archive(bytes);
+    QVERIFY(archive.open());
+    QVERIFY(archive.file(latin("a"), 1000).size() <= 100);
+}
+
+void TestArchiveFiles::readingHasABudget()
+{
+    const QByteArray nothing = deflatedBehindEmptyBlocks(1000);
+    ZipArchive archive(zipOfDeflated({{latin("a"), nothing}}, 100));
+    QVERIFY(archive.open());
+    const qint64 each = ArchiveMembers::PackedByteCost * qint64(nothing.size());
+    Allowance cost(2 * each + 1);
+    for (int left = 2; left > 0; --left) {
+        QCOMPARE(cost.left(), left * each + 1);
+        archive.file(latin("a"), 1000, &cost);
+    }
+    archive.file(latin("a"), 1000, &cost);
+    QCOMPARE(cost.left(), qint64(1));
+}
+
+void TestArchiveFiles::lastOfSeveralMembersOfOneNameCounts()
+{
+    const Member other{latin("z"), "z"};
+    for (const QVector<Member> &members : {QVector<Member>{{latin("a"), "1"}, {latin("a"), "2"}, other},
+                                           QVector<Member>{other, {latin("a"), "1"}, {latin("a"), "2"}},
+                                           QVector<Member>{{latin("a"), "1"}, other, {latin("a"), "2"}}}) {
+        ZipArchive archive(zip(members));
+        QVERIFY(archive.open());
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(archive.file(latin("a"), 10), QByteArray("2"));
+            QCOMPARE(archive.file(latin("z"), 10), QByteArray("z"));
+            QCOMPARE(archive.file(latin("nothing"), 10), QByteArray());
+        }
+    }
+}
+
+void TestArchiveFiles::whatIsMissingIsKnownWithoutReading()
+{
+    PackageDevice device(zip(members()));
+    ZipArchive archive(&device);
+    QVERIFY(archive.open());
+    const qint64 before = device.bytesRead();
+    QVERIFY(!archive.contains(latin("nothing")));
+    QCOMPARE(archive.file(latin("nothing"), 10), QByteArray());
+    QCOMPARE(device.bytesRead(), before);
+}
+
+void TestArchiveFiles::membersUpToTheCeiling()
+{
+    Allowance enough(4);
+    ZipArchive archive(zip(members()));
+    QVERIFY(archive.open(&enough));
+    QCOMPARE(enough.left(), qint64(1));
+    Allowance tooFew(2);
+    ZipArchive tooMany(zip(members()));
+    QVERIFY(!tooMany.open(&tooFew));
+    QCOMPARE(tooMany.names(), QStringList());
+    QCOMPARE(tooMany.file(latin("a.txt"), 10), QByteArray());
+}
+
+void TestArchiveFiles::devicesThatAreOpenOrSequential()
+{
+    QByteArray bytes = zip(members());
+    QBuffer device(&bytes);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    ZipArchive opened(&device);
+    QVERIFY(!opened.open());
+    device.close();
+    QVERIFY(opened.open());
+    SequentialDevice sequential(bytes);
+    QVERIFY(!ZipArchive(&sequential).open());
+    sequential.close();
+    QVERIFY(!ZipArchive(&sequential).open());
+}
+
+void TestArchiveFiles::fifosAndDirectoriesAreNotOpened()
+{
+    const QTemporaryDir directory;
+    QVERIFY(directory.isValid());
+    const QString fifo = directory.filePath(latin("fifo"));
+    QCOMPARE(mkfifo(qPrintable(fifo), 0600), 0);
+    QVERIFY(!ZipArchive(fifo).open());
+    QVERIFY(!ZipArchive(directory.path()).open());
+    QVERIFY(!ZipArchive(directory.filePath(latin("nothing"))).open());
+    const QString path = directory.filePath(latin("archive"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(zip(members()));
+    file.close();
+    ZipArchive archive(path);
+    QVERIFY(archive.open());
+    QCOMPARE(archive.file(latin("a.txt"), 10), QByteArray("first"));
+}
+
+void TestArchiveFiles::archivesInArchives_data()
+{
+    membersByTheirNames_data();
+}
+
+void TestArchiveFiles::archivesInArchives()
+{
+    QFETCH(Compression, compression);
+    ZipArchive outer(zip({{latin("in.apk"), zip(members())}, {latin("text"), "no archive"}}, compression));
+    QVERIFY(outer.open());
+    Allowance inflated(1 << 20);
+    const auto inner = outer.archive(latin("in.apk"), &inflated);
+    QVERIFY(inner != nullptr);
+    QVERIFY(!inner->contains(latin("a.txt")));
+    QVERIFY(inner->open());
+    QCOMPARE(inner->file(latin("a.txt"), 10), QByteArray("first"));
+    QCOMPARE(inner->names().size(), 3);
+    QCOMPARE(inflated.left() < 1 << 20, compression == Compression::Deflated);
+    QVERIFY(outer.archive(latin("nowhere"), &inflated) == nullptr);
+    const auto text = outer.archive(latin("text"), &inflated);
+    QVERIFY(text != nullptr);
+    QVERIFY(!text->open());
+}
+
+void TestArchiveFiles::archivesMayBeReadInTurns()
+{
+    const QVector<Member> one{{latin("x"), QByteArray(200000, '1')}};
+    const QVector<Member> two{{latin("x"), QByteArray(200000, '2')}};
+    ZipArchive outer(zip({{latin("1"), zip(one)}, {latin("2"), zip(two)}, {latin("3"), "three"}}, Compression::Stored));
+    QVERIFY(outer.open());
+    Allowance inflated(0);
+    const auto first = outer.archive(latin("1"), &inflated);
+    const auto second = outer.archive(latin("2"), &inflated);
+    QVERIFY(first->open() && second->open());
+    for (int i = 0; i < 3; ++i) {
+        QCOMPARE(second->file(latin("x"), 1 << 20), two.first().content);
+        QCOMPARE(first->file(latin("x"), 1 << 20), one.first().content);
+        QCOMPARE(outer.file(latin("3"), 100), QByteArray("three"));
+    }
+}
+
+void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
+{
+    const QByteArray inner = zip(members());
+    QByteArray bytes = zip({{latin("1"), inner}, {latin("2"), inner}, {latin("3"), inner}});
+    ZipArchive outer(bytes);
+    QVERIFY(outer.open());
+    Allowance inflated(2 * inner.size());
+    QVERIFY(outer.archive(latin("1"), &inflated) != nullptr);
+    QCOMPARE(inflated.left(), qint64(inner.size()));
+    QVERIFY(outer.archive(latin("2"), &inflated) != nullptr);
+    QCOMPARE(inflated.left(), qint64(0));
+    QVERIFY(outer.archive(latin("3"), &inflated) == nullptr);
+    QVERIFY(!inflated.isSpent());
+    // One that is damaged takes off what it said, as it took the time.
+    const int sizeAt = directoryAt(bytes) + 24;
+    poke32(bytes, sizeAt, 5000);
+    ZipArchive liar(bytes);
+    QVERIFY(liar.open());
+    Allowance other(6000);
+    liar.archive(latin("1"), &other);
+    QCOMPARE(other.left(), qint64(1000));
+}
+
+void TestArchiveFiles::archivesThatOverlap_data()
+{
+    membersByTheirNames_data();
+}
+
+// A directory may list one archive any number of times, so that a small file has thousands.
+void TestArchiveFiles::archivesThatOverlap()
+{
+    QFETCH(Compression, compression);
+    QRandomGenerator random(1);
+    QByteArray noise(3000, '\0');
+    for (char &byte : noise)
+        byte = char(random.bounded(256));
+    const QByteArray inner = zip({{latin("x"), noise}}, Compression::Stored);
+    const QStringList names{latin("b"), latin("c"), latin("d")};
+    ZipArchive outer(withNames(zip({{latin("a"), inner}}, compression), names));
+    QVERIFY(outer.open());
+    QCOMPARE(outer.names().size(), 4);
+    Allowance inflated(10 * inner.size());
+    QVERIFY(outer.archive(latin("a"), &inflated) != nullptr);
+    QVERIFY(outer.archive(latin("b"), &inflated) == nullptr);
+}
+
+void TestArchiveFiles::rangeIsClipped_data()
+{
+    QTest::addColumn<qint64>("start");
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<QByteArray>("content");
+    constexpr qint64 Most = std::numeric_limits<qint64>::max();
+    QTest::newRow("all") << qint64(0) << qint64(6) << QByteArray("abcdef");
+    QTest::newRow("middle") << qint64(2) << qint64(3) << QByteArray("cde");
+    QTest::newRow("beyond the end") << qint64(4) << qint64(9) << QByteArray("ef");
+    QTest::newRow("far beyond") << qint64(5) << Most << QByteArray("f");
+    QTest::newRow("from the end") << qint64(6) << qint64(1) << QByteArray();
+    QTest::newRow("from behind the end") << Most << Most << QByteArray();
+    QTest::newRow("negative start") << qint64(-1) << qint64(2) << QByteArray("ab");
+    QTest::newRow("negative size") << qint64(1) << qint64(-2) << QByteArray();
+}
+
+void TestArchiveFiles::rangeIsClipped()
+{
+    QFETCH(qint64, start);
+    QFETCH(qint64, size);
+    QFETCH(QByteArray, content);
+    QByteArray bytes("abcdef");
+    QBuffer device(&bytes);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    RangeDevice range(&device, start, size);
+    QVERIFY(!range.isSequential());
+    QCOMPARE(range.size(), qint64(content.size()));
+    QVERIFY(range.open(QIODevice::ReadOnly));
+    QCOMPARE(range.readAll(), content);
+    QVERIFY(range.atEnd());
+    QCOMPARE(range.read(1), QByteArray());
+}
+
+void TestArchiveFiles::rangesAreReadInTurns()
+{
+    QByteArray bytes("abcdefgh");
+    QBuffer device(&bytes);
+    QVERIFY(device.open(QIODevice::ReadOnly));
+    RangeDevice left(&device, 0, 4);
+    RangeDevice right(&device, 4, 4);
+    QVERIFY(left.open(QIODevice::ReadOnly) && right.open(QIODevice::ReadOnly));
+    QCOMPARE(left.read(2), QByteArray("ab"));
+    QCOMPARE(right.read(2), QByteArray("ef"));
+    QVERIFY(device.seek(7));
+    QCOMPARE(left.read(3), QByteArray("cd"));
+    QCOMPARE(right.read(2), QByteArray("gh"));
+    QVERIFY(right.seek(1));
+    QCOMPARE(right.read(2), QByteArray("fg"));
+}
+
+void TestArchiveFiles::rangesAreReadOnly()
+{
+    QByteArray bytes("abcd");
+    QBuffer device(&bytes);
+    QVERIFY(device.open(QIODevice::ReadWrite));
+    RangeDevice range(&device, 0, 4);
+    QVERIFY(!range.open(QIODevice::ReadWrite));
+    QVERIFY(!range.open(QIODevice::WriteOnly));
+    QVERIFY(range.open(QIODevice::ReadOnly));
+    QCOMPARE(bytes, QByteArray("abcd"));
+}
+
+void TestArchiveFiles::setsAreOneApplication()
+{
+    const auto package = [](const char *name, const char *split = nullptr) {
+        return zip({{latin("AndroidManifest.xml"), manifestOf(name, split)}});
+    };
+    ZipArchive archive(zip({{latin("splits/x.apk"), package("org.other", "config.fr")},
+                            {latin("splits/de.APK"), package("org.example", "config.de")},
+                            {latin("standalones/old.apk"), package("org.other")},
+                            {latin("toc.pb"), "not a package"},
+                            {latin("bad.apk"), "not an archive"},
+                            {latin("splits/base-master.apk"), package("org.example")}}));
+    QVERIFY(archive.open());
+    QVERIFY(PackageSet::isSet(archive));
+    PackageSet set(archive);
+    QVERIFY(set.base() != nullptr);
+    QCOMPARE(set.base()->file(latin("AndroidManifest.xml"), 1 << 20), manifestOf("org.example"));
+    QCOMPARE(set.splits().size(), size_t(1));
+    QCOMPARE(set.splits().front().name, latin("config.de"));
+    ZipArchive none(zip(members()));
+    QVERIFY(none.open());
+    QVERIFY(!PackageSet::isSet(none));
+}
+
+// Each of the packages has a manifest that takes tens of millions of characters.
+void TestArchiveFiles::manifestsOfASetAreLimitedTogether()
+{
+    constexpr int Length = 1 << 16;
+    XmlBuilder builder = XmlBuilder::manifest();
+    const QString text(Length, QLatin1Char('x'));
+    QVector<Attribute> attributes{plainText(latin("package"), latin("org.example")),
+                                  plainText(latin("split"), latin("config.de"))};
+    for (int i = 0; i < 240; ++i)
+        attributes.append(plainText(latin("x"), text));
+    const QByteArray package =
+        zip({{latin("AndroidManifest.xml"), builder.empty(latin("manifest"), attributes).build()}});
+    QVector<Member> packages{{latin("base.apk"), zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}})}};
+    for (int i = 0; i < 8; ++i)
+        packages.append({latin("%1.apk").arg(i), package});
+    ZipArchive archive(zip(packages));
+    QVERIFY(archive.open());
+    PackageSet set(archive);
+    QVERIFY(set.base() != nullptr);
+    QCOMPARE(set.splits().size(), size_t(PackageSet::MaxManifests / (240 * Length)));
+}
+
+void TestArchiveFiles::tablesOfASetAreLimitedTogether()
+{
+    const QByteArray type = TypeBuilder(1).value(0, Integer, 1).build();
+    const auto table = [&type](int count) {
+        PackageBuilder package;
+        return TableBuilder().package(package.chunk(type.repeated(count))).build();
+    };
+    const auto set = [](const QByteArray &base, const QByteArray &split) {
+        const auto member = [](const QByteArray &manifest, const QByteArray &bytes) {
+            return zip({{latin("AndroidManifest.xml"), manifest}, {latin("resources.arsc"), bytes}});
+        };
+        return zip({{latin("base.apk"), member(manifestOf("org.example"), base)},
+                    {latin("de.apk"), member(manifestOf("org.example", "config.de"), split)}});
+    };
+    constexpr int Most = ResourceTable::MaxTypeChunks;
+    PackageDevice good(set(table(Most - 2), table(2)));
+    const Package wholeSet(&good);
+    QCOMPARE(wholeSet.errorString(), latin("no error"));
+    PackageDevice many(set(table(Most - 2), table(3)));
+    const Package tooManyTypes(&many);
+    QCOMPARE(tooManyTypes.error(), Package::BadTable);
+    QCOMPARE(tooManyTypes.errorString(), latin("could not parse resources.arsc: too many types in resource table"));
+    // Bytes behind a table are read with it.
+    const QByteArray half = table(1) + QByteArray(int(PackageData::MaxTableBytes / 2), '\0');
+    PackageDevice large(set(half, half));
+    const Package tooLarge(&large);
+    QCOMPARE(tooLarge.error(), Package::BadTable);
+    QCOMPARE(tooLarge.packageName(), latin("org.example"));
+}
+
+void TestArchiveFiles::membersOfASetAreLimitedTogether()
+{
+    constexpr int Most = 65534; ///< that the end of an archive has room for
+    constexpr int Rest = int(PackageSet::MaxPackageMembers % Most);
+    const QByteArray base = zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}});
+    const auto split = [](int members) {
+        QStringList names;
+        for (int i = 1; i < members; ++i)
+            names.append(QString::number(i).rightJustified(19, QLatin1Char('0')));
+        return withNames(zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}}), names);
+    };
+    QVector<Member> packages{{latin("base.apk"), base}};
+    while (packages.size() <= PackageSet::MaxPackageMembers / Most)
+        packages.append({QStringLiteral("%1.apk").arg(packages.size()),
+                         packages.size() == 1 ? split(Most) : packages.last().content});
+    const auto splits = [&packages](const QByteArray &last) {
+        ZipArchive archive(zip(packages + QVector<Member>{{latin("last.apk"), last}}));
+        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+    };
+    // The base has one.
+    QCOMPARE(splits(split(Rest - 1)), int(packages.size()));
+    QCOMPARE(splits(split(Rest)), int(packages.size()) - 1);
+}
+
+// A package that is compressed in a set may have a thousand times the bytes that the set has.
+void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
+{
+    constexpr int Some = 1000;
+    constexpr int Size = 1 << 20; ///< that the members claim
+    const auto packed = [](const QByteArray &bytes) { return deflatedBehindEmptyBlocks(0, bytes); };
+    const QByteArray base = zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))}}, Size);
+    const auto splits = [&](qint64 bytes) {
+        const QByteArray manifest = deflatedBehindEmptyBlocks(int(bytes), manifestOf("org.example", "config.de"));
+        const QByteArray split = zipOfDeflated({{latin("AndroidManifest.xml"), manifest}}, Size);
+        ZipArchive archive(zip({{latin("base.apk"), base}, {latin("de.apk"), split}}));
+        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+    };
+    constexpr qint64 MostOfManifests = PackageSet::MaxManifests / ArchiveMembers::PackedByteCost;
+    QCOMPARE(splits(MostOfManifests - Some), 1);
+    QCOMPARE(splits(MostOfManifests + Some), 0);
+
+    const auto withTable = [&](qint64 bytes) {
+        return zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))},
+                              {latin("resources.arsc"), deflatedBehindEmptyBlocks(int(bytes), emptyTable())}},
+                             Size);
+    };
+    const auto error = [](const QByteArray &bytes) {
+        PackageDevice device(bytes);
+        return Package(&device).error();
+    };
+    const auto normalizerError = [](const QByteArray &bytes) {
+        PackageDevice device(bytes);
+        return PackageNormalizer(&device).error();
+    };
+    constexpr qint64 MostOfTables = PackageData::MaxTableBytes / ArchiveMembers::PackedByteCost;
+    const QByteArray most = zip({{latin("base.apk"), withTable(MostOfTables - Some)}});
+    QCOMPARE(error(most), Package::NoError);
+    QCOMPARE(normalizerError(most), PackageNormalizer::NoError);
+    const QByteArray tooMuch = zip({{latin("base.apk"), withTable(MostOfTables + Some)}});
+    QCOMPARE(error(tooMuch), Package::BadTable);
+    QCOMPARE(normalizerError(tooMuch), PackageNormalizer::BadTable);
+    // The table of a file is read once, and no longer than the file.
+    QCOMPARE(error(withTable(MostOfTables + Some)), Package::NoError);
+    QCOMPARE(normalizerError(withTable(MostOfTables + Some)), PackageNormalizer::NoError);
+}
+
+// Each of hundreds of packages would have to be asked for each of thousands of paths.
+void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
+{
+    const QByteArray split = zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}});
+    for (const Compression compression : {Compression::Deflated, Compression::Stored}) {
+        PackageDevice device(
+            zip({{latin("base.apk"), packageWithIcon("res/nothing.png")}, {latin("de.apk"), split}}, compression));
+        const Package package(&device);
+        QCOMPARE(package.splits().size(), 1);
+        const Launcher launcher = package.launchers().constFirst();
+        const qint64 before = device.bytesRead();
+        QVERIFY(launcher.icon(48).isNull());
+        QVERIFY(launcher.iconFiles().isEmpty());
+        QCOMPARE(device.bytesRead(), before);
+    }
+}
+
+void TestArchiveFiles::firstPackageOfASetThatHasAFileCounts()
+{
+    const QString path = latin("res/icon.png");
+    const Member splitManifest{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")};
+    PackageDevice device(zip({{latin("de.apk"), zip({splitManifest, {path, picture(96, 96, 0)}})},
+                              {latin("base.apk"), packageWithIcon("res/icon.png", {{path, picture(48, 48, 0)}})}}));
+    const Package package(&device);
+    QCOMPARE(package.splits().size(), 1);
+    QCOMPARE(package.launchers().constFirst().iconFiles().constFirst().size, QSize(48, 48));
+}
+
+QTEST_GUILESS_MAIN(TestArchiveFiles)
+#include "tst_ziparchive.moc"

@@ -1,0 +1,331 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Bytes.h"
+#include "Cost.h"
+#include "XmlBuilder.h"
+#include "format/XmlReader.h"
+
+#include <QtTest>
+
+#include <cstring>
+#include <memory>
+
+using namespace fixture;
+
+namespace {
+
+constexpr quint32 NameId = 0x01010003;
+constexpr quint32 IconId = 0x01010002;
+
+QString tag(const char *name)
+{
+    return QString::fromLatin1(name);
+}
+
+QByteArray smallDocument()
+{
+    return XmlBuilder::manifest()
+        .start(tag("a"), {plainText(tag("package"), tag("org.example")), androidReference(tag("icon"), 0x7f010002)})
+        .empty(tag("b"), {androidText(tag("name"), tag("first"))})
+        .start(tag("b"), {androidText(tag("name"), tag("second"))})
+        .empty(tag("c"))
+        .end(tag("b"))
+        .end(tag("a"))
+        .build();
+}
+
+QByteArray nested(int depth)
+{
+    XmlBuilder builder;
+    for (int i = 0; i < depth; ++i)
+        builder.start(tag("e"));
+    for (int i = 0; i < depth; ++i)
+        builder.end(tag("e"));
+    return builder.build();
+}
+
+QByteArray wide(int children)
+{
+    XmlBuilder builder;
+    builder.start(tag("e"));
+    for (int i = 1; i < children; ++i)
+        builder.empty(tag("e"));
+    return builder.end(tag("e")).build();
+}
+
+} // namespace
+
+class TestXmlReader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void elementsAndAttributes();
+    void attributesAreKnownByTheirIds();
+    void valuesWinOverWhatWasWritten();
+    void typeOfTheDocumentMayBeUnset();
+    void whatIsNoDocument();
+    void endsAreTakenInTurn();
+    void whatFollowsTheRootIsLeftOut();
+    void attributesMayBeAnywhere();
+
+    void errorNotABinaryXmlDocument();
+    void errorDamagedXmlDocument();
+    void errorDamagedXmlElement();
+    void errorXmlElementWithoutAName();
+    void errorXmlDocumentWithoutAnElement();
+    void errorElementsNestedTooDeeply();
+    void errorTooManyNodes();
+    void errorTooLongTexts();
+    void tooLongTextsAreNotEvenMade();
+
+    void everyPrefixIsAnswered();
+    void everyByteMayBeDamaged();
+};
+
+void TestXmlReader::elementsAndAttributes()
+{
+    const XmlReader reader(smallDocument());
+    QCOMPARE(reader.fault(), QString());
+    const XmlElement &root = reader.root();
+    QCOMPARE(root.name, tag("a"));
+    QCOMPARE(root.attributes.size(), 2);
+    QCOMPARE(root.attribute(tag("package"))->text, tag("org.example"));
+    const XmlAttribute *icon = root.attribute(IconId);
+    QVERIFY(icon != nullptr);
+    QVERIFY(icon->value.isReference());
+    QCOMPARE(icon->value.data, 0x7f010002u);
+    QCOMPARE(icon->text, QString());
+    QCOMPARE(root.children.size(), 2);
+    QCOMPARE(root.children.at(0).attribute(NameId)->text, tag("first"));
+    QVERIFY(root.children.at(0).children.isEmpty());
+    QCOMPARE(root.children.at(1).attribute(NameId)->text, tag("second"));
+    QCOMPARE(root.children.at(1).children.at(0).name, tag("c"));
+}
+
+void TestXmlReader::attributesAreKnownByTheirIds()
+{
+    XmlBuilder builder;
+    builder.attributeId(QStringLiteral("x1"), NameId);
+    builder.empty(tag("a"), {plainText(tag("x1"), tag("named")), plainText(tag("name"), tag("plain"))});
+    const XmlReader reader(builder.build());
+    QCOMPARE(reader.root().attribute(NameId)->text, tag("named"));
+    QVERIFY(reader.root().attribute(tag("x1")) == nullptr);
+    QCOMPARE(reader.root().attribute(tag("name"))->text, tag("plain"));
+    QVERIFY(reader.root().attribute(IconId) == nullptr);
+}
+
+// As Android has it, which takes the names of packages and splits alone as they were written.
+void TestXmlReader::valuesWinOverWhatWasWritten()
+{
+    constexpr int Null = 0;
+    constexpr int Decimal = 0x10;
+    const auto element = [](const Attribute &attribute) {
+        return XmlReader(XmlBuilder::manifest().empty(tag("e"), {attribute}).build()).root();
+    };
+    const auto named = [&](const Attribute &attribute) { return *element(attribute).attribute(NameId); };
+    const XmlAttribute other = named(writtenAs(androidText(tag("name"), tag("value")), tag("written")));
+    QCOMPARE(other.text, tag("value"));
+    QCOMPARE(other.raw, tag("written"));
+    const XmlAttribute same = named(androidText(tag("name"), tag("value")));
+    QCOMPARE(same.text, tag("value"));
+    QVERIFY(same.raw.isNull());
+    const XmlAttribute number = named(writtenAs(androidValue(tag("name"), Decimal, 5), tag("written")));
+    QCOMPARE(number.text, QString());
+    QCOMPARE(number.plainText(), tag("5"));
+    QCOMPARE(number.raw, tag("written"));
+    const XmlAttribute reference = named(writtenAs(androidReference(tag("name"), 0x7f010000), tag("written")));
+    QCOMPARE(reference.text, QString());
+    // There is no other text where there is no value.
+    QCOMPARE(named(writtenAs(androidValue(tag("name"), Null, 0), tag("written"))).text, tag("written"));
+
+    const XmlElement plain = element(writtenAs(plainText(tag("package"), tag("value")), tag("written")));
+    QCOMPARE(plain.attribute(tag("package"))->text, tag("written"));
+    const XmlElement version = element(writtenAs({QString(), tag("package"), QString(), Decimal, 5}, tag("written")));
+    QCOMPARE(version.attribute(tag("package"))->text, tag("written"));
+}
+
+void TestXmlReader::typeOfTheDocumentMayBeUnset()
+{
+    QByteArray document = smallDocument();
+    QVERIFY(XmlReader::isDocument(document));
+    poke16(document, 0, 0);
+    QVERIFY(XmlReader::isDocument(document));
+    const XmlReader reader(document);
+    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(reader.root().name, tag("a"));
+}
+
+void TestXmlReader::whatIsNoDocument()
+{
+    QVERIFY(!XmlReader::isDocument(QByteArray()));
+    QVERIFY(!XmlReader::isDocument("\x89PNG\r\n"));
+    QVERIFY(!XmlReader::isDocument("<manifest/>"));
+    QVERIFY(!XmlReader::isDocument(QByteArray("\2\0\14\0", 4)));
+}
+
+void TestXmlReader::endsAreTakenInTurn()
+{
+    const XmlReader reader(XmlBuilder().start(tag("a")).start(tag("b")).end(tag("a")).end(tag("b")).build());
+    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(reader.root().name, tag("a"));
+    QCOMPARE(reader.root().children.first().name, tag("b"));
+}
+
+void TestXmlReader::whatFollowsTheRootIsLeftOut()
+{
+    const XmlReader reader(XmlBuilder().end(tag("z")).empty(tag("a")).empty(tag("b")).end(tag("b")).build());
+    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(reader.root().name, tag("a"));
+}
+
+void TestXmlReader::attributesMayBeAnywhere()
+{
+    XmlBuilder builder;
+    ElementFields fields;
+    fields.name = builder.index(tag("a"));
+    fields.attributeStart = 24;
+    fields.attributeSize = 28;
+    fields.attributeCount = 2;
+    const QByteArray records = Bytes()
+                                   .zeros(4)
+                                   .raw(attributeRecord(-1, builder.index(tag("x")), -1, 0x10, 7))
+                                   .zeros(8)
+                                   .raw(attributeRecord(-1, builder.index(tag("y")), -1, 0x10, 8))
+                                   .zeros(8)
+                                   .data();
+    builder.chunk(nodeChunk(0x0102, elementBody(fields, records))).end(tag("a"));
+    const XmlReader reader(builder.build());
+    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(reader.root().attribute(tag("x"))->value.data, 7u);
+    QCOMPARE(reader.root().attribute(tag("y"))->value.data, 8u);
+}
+
+void TestXmlReader::errorNotABinaryXmlDocument()
+{
+    QCOMPARE(XmlReader("<manifest/>").fault(), QStringLiteral("not a binary XML document"));
+    QVERIFY(XmlReader("<manifest/>").root().isNull());
+}
+
+void TestXmlReader::errorDamagedXmlDocument()
+{
+    const XmlReader unclosed(XmlBuilder().start(tag("a")).empty(tag("b")).build());
+    QCOMPARE(unclosed.fault(), QStringLiteral("damaged XML document"));
+    QCOMPARE(unclosed.root().name, tag("a"));
+    QCOMPARE(unclosed.root().children.size(), 1);
+    const XmlReader trailing(XmlBuilder().empty(tag("a")).chunk("\1\2\3").build());
+    QCOMPARE(trailing.fault(), QStringLiteral("damaged XML document"));
+}
+
+void TestXmlReader::errorDamagedXmlElement()
+{
+    for (const int count : {3, 0xffff}) {
+        XmlBuilder builder;
+        ElementFields fields;
+        fields.name = builder.index(tag("a"));
+        fields.attributeCount = count;
+        builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
+        QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("damaged XML element"));
+    }
+    XmlBuilder builder;
+    ElementFields fields;
+    fields.name = builder.index(tag("a"));
+    fields.attributeSize = 19;
+    fields.attributeCount = 1;
+    builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
+    QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("damaged XML element"));
+}
+
+void TestXmlReader::errorXmlElementWithoutAName()
+{
+    XmlBuilder builder;
+    ElementFields fields;
+    fields.name = 77;
+    builder.chunk(nodeChunk(0x0102, elementBody(fields))).end(tag("a"));
+    QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("XML element without a name"));
+}
+
+void TestXmlReader::errorXmlDocumentWithoutAnElement()
+{
+    QCOMPARE(XmlReader(XmlBuilder().build()).fault(), QStringLiteral("XML document without an element"));
+}
+
+void TestXmlReader::errorElementsNestedTooDeeply()
+{
+    QCOMPARE(XmlReader(nested(XmlReader::MaxDepth)).fault(), QString());
+    QCOMPARE(XmlReader(nested(XmlReader::MaxDepth + 1)).fault(), QStringLiteral("elements nested too deeply"));
+}
+
+void TestXmlReader::errorTooManyNodes()
+{
+    QCOMPARE(XmlReader(wide(XmlReader::MaxNodes)).fault(), QString());
+    QCOMPARE(XmlReader(wide(XmlReader::MaxNodes + 1)).fault(), QStringLiteral("too many nodes in XML document"));
+}
+
+void TestXmlReader::errorTooLongTexts()
+{
+    constexpr int Length = 1 << 16;
+    const auto document = [](int count) {
+        XmlBuilder builder;
+        builder.start(tag("a"));
+        for (int i = 0; i < count; ++i)
+            builder.empty(tag("b"), {plainText(tag("x"), QString(Length, QLatin1Char('x')))});
+        return builder.end(tag("a")).build();
+    };
+    const int most = int(XmlReader::MaxCharacters / (Length + 2));
+    QCOMPARE(XmlReader(document(most)).fault(), QString());
+    QCOMPARE(XmlReader(document(most + 1)).fault(), QStringLiteral("too long texts in XML document"));
+}
+
+// One element whose attributes share a text: without an end at the first that is too much, they take gigabytes.
+void TestXmlReader::tooLongTextsAreNotEvenMade()
+{
+    constexpr int Length = 1 << 16;
+    constexpr int Count = 40000;
+    XmlBuilder builder;
+    const int name = builder.index(tag("a"));
+    const int text = builder.index(QString(Length, QLatin1Char('x')));
+    QByteArray records;
+    for (int i = 0; i < Count; ++i)
+        records += attributeRecord(-1, name, text, 3, text);
+    ElementFields fields;
+    fields.name = name;
+    fields.attributeCount = Count;
+    const QByteArray bytes = builder.chunk(nodeChunk(0x102, elementBody(fields, records))).build();
+    QCOMPARE(XmlReader(bytes).fault(), QStringLiteral("too long texts in XML document"));
+    const Cost taken = cost([&bytes]() { XmlReader reader(bytes); });
+    QVERIFY(taken.ended);
+    QVERIFY2(taken.allocated < 48 << 20, qPrintable(QString::number(taken.allocated)));
+}
+
+void TestXmlReader::everyPrefixIsAnswered()
+{
+    const QByteArray document = smallDocument();
+    for (int size = 0; size < document.size(); ++size) {
+        // From a block of exactly that size, so that a read beyond it is seen.
+        const auto block = std::make_unique<char[]>(size_t(size));
+        std::memcpy(block.get(), document.constData(), size_t(size));
+        const XmlReader reader(QByteArray::fromRawData(block.get(), size));
+        QCOMPARE(reader.fault(), QStringLiteral("not a binary XML document"));
+    }
+}
+
+void TestXmlReader::everyByteMayBeDamaged()
+{
+    const QByteArray document = smallDocument();
+    int read = 0;
+    for (int at = 0; at < document.size(); ++at) {
+        for (const int value : {0x00, 0x01, 0x7f, 0x80, 0xff}) {
+            QByteArray damaged = document;
+            poke8(damaged, at, value);
+            const XmlReader reader(damaged);
+            read += int(reader.fault().isEmpty());
+            if (reader.fault().isEmpty())
+                QVERIFY(!reader.root().isNull());
+        }
+    }
+    // Some bytes are not looked at, and most are.
+    QVERIFY(read > 0 && read < document.size() * 5);
+}
+
+QTEST_GUILESS_MAIN(TestXmlReader)
+#include "tst_xmlreader.moc"

@@ -1,0 +1,303 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "Bytes.h"
+#include "DrawableFixture.h"
+#include "drawable/source/DrawableLoader.h"
+#include "format/AndroidAttributes.h"
+
+#include <QtTest>
+
+using namespace SorrelKit;
+using namespace fixture;
+
+namespace {
+
+constexpr quint32 First = 0x7f010000;
+constexpr qint64 ColorId = 0x010101a5;
+constexpr qint64 DrawableId = 0x01010199;
+
+QString latin(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+XmlBuilder document()
+{
+    XmlBuilder builder;
+    builder.attributeId(latin("color"), ColorId).attributeId(latin("drawable"), DrawableId);
+    return builder;
+}
+
+// An element around what is the resource @p id.
+QByteArray insetOf(quint32 id)
+{
+    return document().empty(latin("inset"), {androidReference(latin("drawable"), id)}).build();
+}
+
+QByteArray listOf(quint32 id, int count)
+{
+    XmlBuilder builder = document();
+    builder.start(latin("layer-list"));
+    for (int i = 0; i < count; ++i)
+        builder.empty(latin("item"), {androidReference(latin("drawable"), id)});
+    return builder.end(latin("layer-list")).build();
+}
+
+/// Resources that are files, by the order of their names, and a loader of them.
+struct Resources {
+    explicit Resources(const QStringList &paths, const char *type = "drawable", int copies = 1)
+        : loader(ResourceResolver({table(paths, latin(type), copies)}, Configuration::phone(160)), files, 1)
+    {
+    }
+
+    static QSharedPointer<const ResourceTable> table(const QStringList &paths, const QString &type, int copies)
+    {
+        TypeBuilder values(1);
+        for (int i = 0; i < paths.size(); ++i)
+            values.value(i, String, i);
+        PackageBuilder package;
+        package.types({type}).chunk(values.build().repeated(copies));
+        return QSharedPointer<const ResourceTable>(
+            new ResourceTable(TableBuilder().strings(paths).package(package).build()));
+    }
+
+    Files files;
+    DrawableLoader loader;
+};
+
+} // namespace
+
+class TestDrawableLoader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void filesAreToldApartByTheirContent();
+    void coloursByTheirType();
+    void picturesAreDecodedOnce();
+    void scalesOfDensities();
+
+    void errorNoDrawableIsGiven();
+    void errorResourceIsNoDrawable();
+    void errorCannotBeRead();
+    void errorIsNoPicture();
+    void errorUnsupportedColor();
+    void errorUnsupportedDrawable();
+    void errorOfADocument();
+    void errorNestedTooDeeply();
+    void errorTooManyDrawables();
+    void picturesAreReadOnce();
+    void errorTooMuchXml();
+    void errorTooMuchXmlByItsCharacters();
+    void bytesThatAreReadHaveALimit();
+    void firstErrorIsKept();
+};
+
+void TestDrawableLoader::filesAreToldApartByTheirContent()
+{
+    Resources resources({latin("a"), latin("b.png")});
+    resources.files.add(latin("a"), picture(3, 2, 0xff0000));
+    resources.files.add(latin("b.png"),
+                        document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build());
+    const DrawablePointer picture = resources.loader.fromResource(First);
+    QVERIFY(picture != nullptr);
+    QCOMPARE(picture->intrinsicSize(), QSizeF(3, 2));
+    const DrawablePointer color = resources.loader.fromResource(First + 1);
+    QVERIFY(color != nullptr);
+    Canvas canvas(QSize(2, 2));
+    color->draw(canvas, QRectF(0, 0, 2, 2));
+    QCOMPARE(areaOf(canvas.image(), Blue), QRect(0, 0, 2, 2));
+    QCOMPARE(resources.loader.error(), QString());
+}
+
+void TestDrawableLoader::coloursByTheirType()
+{
+    const QByteArray states = document()
+                                  .start(latin("selector"))
+                                  .empty(latin("item"), {androidValue(latin("color"), 0x1c, Green)})
+                                  .end(latin("selector"))
+                                  .build();
+    Resources colors({latin("states")}, "color");
+    colors.files.add(latin("states"), states);
+    const DrawablePointer color = colors.loader.fromResource(First);
+    QVERIFY(color != nullptr);
+    Canvas canvas(QSize(2, 2));
+    color->draw(canvas, QRectF(0, 0, 2, 2));
+    QCOMPARE(areaOf(canvas.image(), Green), QRect(0, 0, 2, 2));
+    // As a drawable the item has none.
+    Resources drawables({latin("states")});
+    drawables.files.add(latin("states"), states);
+    QVERIFY(drawables.loader.fromResource(First) == nullptr);
+    QVERIFY(!drawables.loader.error().isEmpty());
+}
+
+void TestDrawableLoader::picturesAreDecodedOnce()
+{
+    Resources resources({latin("a")});
+    resources.files.add(latin("a"), picture(8, 8, 0xff0000));
+    QCOMPARE(resources.loader.picture(latin("a")).cacheKey(), resources.loader.picture(latin("a")).cacheKey());
+}
+
+void TestDrawableLoader::scalesOfDensities()
+{
+    Files files;
+    const DrawableLoader loader(ResourceResolver({}, Configuration::phone(320)), files, 2);
+    QCOMPARE(loader.scaleOf(320), 1.0);
+    QCOMPARE(loader.scaleOf(160), 2.0);
+    QCOMPARE(loader.scaleOf(640), 0.5);
+    QCOMPARE(loader.scaleOf(Configuration::DefaultDensity), 2.0);
+    QCOMPARE(loader.scaleOf(Configuration::AnyDensity), 1.0);
+    QCOMPARE(loader.scaleOf(Configuration::NoDensity), 1.0);
+}
+
+void TestDrawableLoader::errorNoDrawableIsGiven()
+{
+    Resources resources({});
+    QVERIFY(resources.loader.fromValue({}) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("no drawable is given"));
+}
+
+void TestDrawableLoader::errorResourceIsNoDrawable()
+{
+    Resources resources({});
+    QVERIFY(resources.loader.fromResource(First + 9) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("resource 0x7f010009 is no drawable"));
+}
+
+void TestDrawableLoader::errorCannotBeRead()
+{
+    Resources resources({latin("res/a.png")});
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("res/a.png cannot be read"));
+}
+
+void TestDrawableLoader::errorIsNoPicture()
+{
+    Resources resources({latin("res/a.png")});
+    resources.files.add(latin("res/a.png"), QByteArray("text"));
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("res/a.png is no picture that can be decoded"));
+}
+
+void TestDrawableLoader::errorUnsupportedColor()
+{
+    Resources resources({latin("res/a.xml")}, "color");
+    resources.files.add(latin("res/a.xml"), document().empty(latin("rainbow")).build());
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("unsupported color <rainbow>"));
+}
+
+void TestDrawableLoader::errorUnsupportedDrawable()
+{
+    Resources resources({latin("res/a.xml")});
+    resources.files.add(latin("res/a.xml"), document().empty(latin("rainbow")).build());
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("unsupported drawable <rainbow>"));
+}
+
+void TestDrawableLoader::errorOfADocument()
+{
+    Resources resources({latin("res/a.xml")});
+    resources.files.add(latin("res/a.xml"), document().build());
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("res/a.xml: XML document without an element"));
+}
+
+void TestDrawableLoader::errorNestedTooDeeply()
+{
+    Resources resources({latin("a"), latin("b"), latin("c")});
+    resources.files.add(latin("a"), insetOf(First + 1));
+    resources.files.add(latin("b"), insetOf(First));
+    resources.files.add(latin("c"), listOf(First + 2, 3));
+    QVERIFY(resources.loader.fromResource(First) == nullptr);
+    QCOMPARE(resources.loader.error(), latin("drawables nested too deeply"));
+}
+
+// A list within a list, each of its parts one more.
+void TestDrawableLoader::errorTooManyDrawables()
+{
+    Resources resources({latin("a"), latin("b"), latin("c")});
+    resources.files.add(latin("a"), listOf(First + 1, 70));
+    resources.files.add(latin("b"), listOf(First + 2, 70));
+    resources.files.add(latin("c"),
+                        document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build());
+    resources.loader.fromResource(First);
+    QCOMPARE(resources.loader.error(), latin("too many drawables"));
+}
+
+void TestDrawableLoader::picturesAreReadOnce()
+{
+    Resources resources({latin("good"), latin("bad"), latin("none"), latin("nine")});
+    resources.files.add(latin("good"), QImage(2, 2, QImage::Format_ARGB32));
+    resources.files.add(latin("bad"), "no picture");
+    resources.files.add(latin("nine"), ninePatchPng(QImage(4, 4, QImage::Format_ARGB32), {1, 2}, {1, 2}));
+    for (int i = 0; i < 3; ++i) {
+        for (quint32 id = First; id < First + 4; ++id)
+            resources.loader.fromResource(id);
+        resources.loader.pictureSize(latin("good"));
+        resources.loader.isDocument(latin("bad"));
+        QVERIFY(resources.loader.ninePatch(latin("nine")));
+    }
+    QCOMPARE(resources.files.timesRead(latin("good")), 1);
+    QCOMPARE(resources.files.timesRead(latin("bad")), 1);
+    QCOMPARE(resources.files.timesRead(latin("none")), 1);
+    QCOMPARE(resources.files.timesRead(latin("nine")), 1);
+}
+
+void TestDrawableLoader::errorTooMuchXml()
+{
+    QByteArray large = document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build();
+    large += QByteArray(1 << 20, '\0');
+    Resources resources({latin("a")});
+    resources.files.add(latin("a"), large);
+    const int most = int(DrawableLoader::MaxXmlBytes / large.size());
+    for (int i = 0; i < most; ++i)
+        QVERIFY(!resources.loader.document(latin("a")).isNull());
+    QCOMPARE(resources.loader.error(), QString());
+    QVERIFY(resources.loader.document(latin("a")).isNull());
+    QCOMPARE(resources.loader.error(), latin("too much XML in drawables"));
+}
+
+// A few bytes may be millions of characters, as attributes share their texts.
+void TestDrawableLoader::errorTooMuchXmlByItsCharacters()
+{
+    constexpr int Length = 1 << 13;
+    constexpr int Copies = 128;
+    XmlBuilder builder = document();
+    builder.start(latin("color"), {androidValue(latin("color"), 0x1c, Blue)});
+    for (int i = 0; i < Copies; ++i)
+        builder.empty(latin("a"), {plainText(latin("x"), QString(Length, QLatin1Char('x')))});
+    Resources resources({latin("a")});
+    const QByteArray bytes = builder.end(latin("color")).build();
+    resources.files.add(latin("a"), bytes);
+    int read = 0;
+    while (read < 100 && !resources.loader.document(latin("a")).isNull())
+        ++read;
+    QCOMPARE(read, int(DrawableLoader::MaxXmlBytes / (bytes.size() + Copies * Length)));
+    QVERIFY(read > 1);
+    QCOMPARE(resources.loader.error(), latin("too much XML in drawables"));
+}
+
+void TestDrawableLoader::bytesThatAreReadHaveALimit()
+{
+    Resources resources({latin("a")});
+    const QByteArray large(int(DrawableLoader::MaxFileBytes), 'x');
+    resources.files.add(latin("a"), large);
+    const int most = int(DrawableLoader::MaxReadBytes / DrawableLoader::MaxFileBytes);
+    for (int i = 0; i < most; ++i)
+        QCOMPARE(resources.loader.file(latin("a")).size(), large.size());
+    QCOMPARE(resources.loader.error(), QString());
+    QVERIFY(resources.loader.file(latin("a")).isEmpty());
+    QCOMPARE(resources.loader.error(), latin("a cannot be read"));
+}
+
+void TestDrawableLoader::firstErrorIsKept()
+{
+    Resources resources({});
+    resources.loader.setError(latin("first"));
+    resources.loader.setUnsupported(latin("second"));
+    QCOMPARE(resources.loader.error(), latin("first"));
+}
+
+QTEST_GUILESS_MAIN(TestDrawableLoader)
+#include "tst_drawableloader.moc"

@@ -1,0 +1,399 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "DrawableFixture.h"
+#include "Pictures.h"
+#include "icon/IconRenderer.h"
+#include "package/IconFileLookup.h"
+#include "picture/PictureFile.h"
+
+#include <QtTest>
+
+using namespace SorrelKit;
+using namespace fixture;
+
+namespace {
+
+constexpr quint32 First = 0x7f010000;
+constexpr qint64 ColorId = 0x010101a5;
+
+QString latin(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+QByteArray densityOf(int density)
+{
+    return ConfigBuilder().density(density).build();
+}
+
+QByteArray blueXml()
+{
+    XmlBuilder builder;
+    builder.attributeId(latin("color"), ColorId);
+    return builder.empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build();
+}
+
+/// Icons: resources of a package, and its files.
+struct Icons {
+    explicit Icons(const PackageBuilder &package, const QStringList &strings = {})
+        : resolver({QSharedPointer<const ResourceTable>(
+                       new ResourceTable(TableBuilder().strings(strings).package(package).build()))},
+                   Configuration::phone(160)),
+          maker(resolver, files),
+          lookup(resolver, files)
+    {
+    }
+
+    static ResolvedValue reference(quint32 id)
+    {
+        ResolvedValue value;
+        value.value = {ValueType::Reference, id};
+        value.resource = id;
+        return value;
+    }
+    QImage icon(int size, quint32 id = First) { return maker.icon(reference(id), size, IconMask::None); }
+
+    Files files;
+    ResourceResolver resolver;
+    IconRenderer maker;
+    IconFileLookup lookup;
+};
+
+// Painting may lose one part in 255 of what a pixel at the edge is covered with.
+bool isAll(const QImage &image, QRgb color)
+{
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (!isNear(image.pixel(x, y), color, 1))
+                return false;
+        }
+    }
+    return !image.isNull();
+}
+
+} // namespace
+
+class TestIconMaker : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void xmlOfTheNewestPlatformWins();
+    void pictureOfTheNewestPlatformWins();
+    void smallestPictureThatIsLargeEnough_data();
+    void smallestPictureThatIsLargeEnough();
+    void picturesThatAreNotSquareAreCentred();
+    void xmlThatCannotBeDrawnIsReplaced();
+    void referencesBetweenResources();
+    void cyclesOfReferencesEnd();
+    void coloursAreIcons();
+    void namesTellNothing();
+    void sizesOfIcons();
+    void pathsAreIcons();
+    void iconFiles();
+    void iconFilesAreLookedAtOnce();
+    void iconFilesHaveABudgetForReading();
+    void iconFilesHaveABudgetForChecking();
+    void iconFilesHaveABudgetForFinding();
+
+    void errorPictureHasSides();
+    void errorThereIsNoIcon();
+    void errorResourceIsNoDrawable();
+    void errorCannotBeReadOrDecoded();
+};
+
+void TestIconMaker::xmlOfTheNewestPlatformWins()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0))
+        .type(TypeBuilder(1, ConfigBuilder().density(0xfffe).sdkVersion(26).build()).value(0, String, 1));
+    Icons icons(package, {latin("red.png"), latin("blue.xml")});
+    icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("blue.xml"), blueXml());
+    QVERIFY(isAll(icons.icon(48), Blue));
+    QCOMPARE(icons.maker.error(), QString());
+}
+
+void TestIconMaker::pictureOfTheNewestPlatformWins()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1).value(0, String, 1)).type(TypeBuilder(1, densityOf(480)).value(0, String, 0));
+    Icons icons(package, {latin("red.png"), latin("blue.xml")});
+    icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("blue.xml"), blueXml());
+    QVERIFY(isAll(icons.icon(144), Red));
+    QCOMPARE(icons.maker.error(), QString());
+}
+
+void TestIconMaker::smallestPictureThatIsLargeEnough_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<QRgb>("color");
+    QTest::newRow("smallest") << 1 << Red;
+    QTest::newRow("just the smallest") << 48 << Red;
+    QTest::newRow("the next") << 49 << Green;
+    QTest::newRow("just the next") << 96 << Green;
+    QTest::newRow("the largest") << 97 << Blue;
+    QTest::newRow("larger than all") << 200 << Blue;
+}
+
+void TestIconMaker::smallestPictureThatIsLargeEnough()
+{
+    QFETCH(int, size);
+    QFETCH(QRgb, color);
+    // What the table says about densities does not matter.
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(640)).value(0, String, 0))
+        .type(TypeBuilder(1, densityOf(160)).value(0, String, 1))
+        .type(TypeBuilder(1, densityOf(320)).value(0, String, 2));
+    Icons icons(package, {latin("48"), latin("144"), latin("96")});
+    icons.files.add(latin("48"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("96"), picture(96, 96, 0x00ff00));
+    icons.files.add(latin("144"), picture(144, 144, 0x0000ff));
+    const QImage image = icons.icon(size);
+    QCOMPARE(image.size(), QSize(size, size));
+    QVERIFY(isAll(image, color));
+}
+
+void TestIconMaker::picturesThatAreNotSquareAreCentred()
+{
+    PackageBuilder package;
+    Icons icons(package.type(TypeBuilder(1).value(0, String, 0)), {latin("wide")});
+    icons.files.add(latin("wide"), picture(40, 20, 0xff0000));
+    const QImage image = icons.icon(40);
+    QCOMPARE(areaOf(image, Red), QRect(0, 10, 40, 20));
+    QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
+}
+
+void TestIconMaker::xmlThatCannotBeDrawnIsReplaced()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(0xfffe)).value(0, String, 0))
+        .type(TypeBuilder(1, densityOf(160)).value(0, String, 1));
+    Icons icons(package, {latin("rainbow.xml"), latin("red.png")});
+    icons.files.add(latin("rainbow.xml"), XmlBuilder().empty(latin("rainbow")).build());
+    icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
+    QVERIFY(isAll(icons.icon(48), Red));
+    QCOMPARE(icons.maker.error(), latin("unsupported drawable <rainbow>"));
+    // The error is that of the last icon.
+    icons.files.add(latin("rainbow.xml"), blueXml());
+    QVERIFY(isAll(icons.icon(48), Blue));
+    QCOMPARE(icons.maker.error(), QString());
+}
+
+void TestIconMaker::referencesBetweenResources()
+{
+    // On large screens the icon is another resource, which has a larger picture.
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0))
+        .type(TypeBuilder(1, densityOf(480)).value(0, Reference, First + 1).value(1, String, 1));
+    Icons icons(package, {latin("red"), latin("green")});
+    icons.files.add(latin("red"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("green"), picture(144, 144, 0x00ff00));
+    QVERIFY(isAll(icons.icon(48), Red));
+    QVERIFY(isAll(icons.icon(144), Green));
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 2);
+}
+
+void TestIconMaker::cyclesOfReferencesEnd()
+{
+    PackageBuilder package;
+    Icons icons(package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, Reference, First)));
+    QVERIFY(icons.icon(48).isNull());
+    QVERIFY(icons.maker.error().contains(latin("is no drawable")));
+    QVERIFY(icons.lookup.files(Icons::reference(First)).isEmpty());
+}
+
+void TestIconMaker::coloursAreIcons()
+{
+    PackageBuilder package;
+    Icons icons(package.type(TypeBuilder(1).value(0, 0x1d, Green).value(1, Reference, 0x0106000b)));
+    QVERIFY(isAll(icons.icon(10), Green));
+    QVERIFY(isAll(icons.icon(10, First + 1), White));
+    QCOMPARE(icons.maker.error(), QString());
+}
+
+void TestIconMaker::namesTellNothing()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
+    Icons icons(package, {latin("r/a"), latin("r/b.xml")});
+    icons.files.add(latin("r/a"), blueXml());
+    icons.files.add(latin("r/b.xml"), picture(48, 48, 0xff0000));
+    QVERIFY(isAll(icons.icon(48), Blue));
+    QVERIFY(isAll(icons.icon(48, First + 1), Red));
+}
+
+void TestIconMaker::sizesOfIcons()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
+    Icons icons(package, {latin("xml"), latin("png")});
+    icons.files.add(latin("xml"), blueXml());
+    icons.files.add(latin("png"), picture(48, 48, 0xff0000));
+    for (const int size : {int(IconRenderer::MinSize), 2, int(IconRenderer::MaxSize)}) {
+        QVERIFY(isAll(icons.icon(size), Blue));
+        QCOMPARE(icons.icon(size).size(), QSize(size, size));
+        QVERIFY(isAll(icons.icon(size, First + 1), Red));
+    }
+}
+
+void TestIconMaker::pathsAreIcons()
+{
+    Icons icons{PackageBuilder()};
+    icons.files.add(latin("red"), picture(48, 48, 0xff0000));
+    ResolvedValue path;
+    path.value = {ValueType::String, 0};
+    path.text = latin("red");
+    QVERIFY(isAll(icons.maker.icon(path, 48, IconMask::None), Red));
+    QCOMPARE(icons.lookup.files(path).size(), 1);
+}
+
+void TestIconMaker::iconFiles()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(480)).value(0, String, 0))
+        .type(TypeBuilder(1, densityOf(160)).value(0, String, 1))
+        .type(TypeBuilder(1, densityOf(320)).value(0, String, 1))
+        .type(TypeBuilder(1, densityOf(240)).value(0, String, 2))
+        .type(TypeBuilder(1, densityOf(120)).value(0, String, 3))
+        .type(TypeBuilder(1, densityOf(0xfffe)).value(0, String, 4));
+    Icons icons(package, {latin("large"), latin("small"), latin("text"), latin("nowhere"), latin("xml")});
+    icons.files.add(latin("large"), picture(144, 140, 0xff0000));
+    icons.files.add(latin("small"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("text"), QByteArray("text"));
+    icons.files.add(latin("xml"), blueXml());
+    const QVector<IconFile> files = icons.lookup.files(Icons::reference(First));
+    QCOMPARE(files.size(), 3);
+    QCOMPARE(files.at(0).path, latin("xml"));
+    QCOMPARE(files.at(0).kind, latin("color"));
+    QVERIFY(files.at(0).size.isEmpty());
+    QCOMPARE(files.at(0).density, 0xfffe);
+    QCOMPARE(files.at(1).path, latin("small"));
+    QCOMPARE(files.at(1).kind, latin("png"));
+    QCOMPARE(files.at(1).density, 160);
+    QCOMPARE(files.at(2).path, latin("large"));
+    QCOMPARE(files.at(2).size, QSize(144, 140));
+}
+
+void TestIconMaker::iconFilesAreLookedAtOnce()
+{
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0).value(1, String, 0))
+        .type(TypeBuilder(1, densityOf(320)).value(0, String, 1).value(1, String, 2));
+    Icons icons(package, {latin("small"), latin("nowhere"), latin("large")});
+    icons.files.add(latin("small"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("large"), picture(96, 96, 0xff0000));
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
+    QCOMPARE(icons.files.reads(), 2);
+    // Another launcher has the same icon, or an icon of which one file is the same.
+    QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
+    QCOMPARE(icons.files.reads(), 2);
+    QCOMPARE(icons.lookup.files(Icons::reference(First + 1)).size(), 2);
+    QCOMPARE(icons.files.reads(), 3);
+    ResolvedValue path;
+    path.value = {ValueType::String, 0};
+    for (const char *text : {"small", "large", "nowhere"}) {
+        path.text = latin(text);
+        icons.lookup.files(path);
+    }
+    QCOMPARE(icons.files.reads(), 3);
+}
+
+namespace {
+
+// How many of @p launchers launchers have a file of an icon when each has an icon of its own, and all files are @p file.
+int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1)
+{
+    TypeBuilder type(1);
+    QStringList paths;
+    for (int i = 0; i < launchers; ++i) {
+        type.value(i, String, i);
+        paths.append(QString::number(i));
+    }
+    PackageBuilder package;
+    package.type(type).chunk(TypeBuilder(1, densityOf(160)).build().repeated(typeChunks - 1));
+    Icons icons(package, paths);
+    for (const QString &path : paths)
+        icons.files.add(path, file);
+    int found = 0;
+    for (int i = 0; i < launchers; ++i)
+        found += int(icons.lookup.files(Icons::reference(First + quint32(i))).size());
+    return found;
+}
+
+} // namespace
+
+void TestIconMaker::iconFilesHaveABudgetForReading()
+{
+    const QByteArray png = picture(48, 48, 0xff0000);
+    const QByteArray large = png + QByteArray(int(IconFileLookup::MaxFileBytes) - png.size(), '\0');
+    constexpr int Most = int(IconFileLookup::MaxReadCost / IconFileLookup::MaxFileBytes);
+    QCOMPARE(launchersWithAFile(Most, large), Most);
+    QCOMPARE(launchersWithAFile(Most + 2, large), Most);
+    QCOMPARE(launchersWithAFile(1, large + '\0'), 0);
+}
+
+void TestIconMaker::iconFilesHaveABudgetForChecking()
+{
+    const QByteArray file = webpOfManyCodes(512, 16384);
+    const qint64 steps = PictureFile(file).steps();
+    QVERIFY(IconFileLookup::MaxPictureSteps / steps < IconFileLookup::MaxReadCost / file.size() - 2);
+    // The one that takes the last of the budget is looked at.
+    const int most = int((IconFileLookup::MaxPictureSteps + steps - 1) / steps);
+    QCOMPARE(launchersWithAFile(most, file), most);
+    QCOMPARE(launchersWithAFile(most + 2, file), most);
+}
+
+void TestIconMaker::iconFilesHaveABudgetForFinding()
+{
+    constexpr int Chunks = 1 << 15;
+    constexpr int Steps = Chunks + ResourceResolver::StepsPerResource + 1; // and the character of a path, or two
+    constexpr int Most = int(IconFileLookup::MaxSteps / Steps);
+    static_assert(Most > 10 && Most * (Steps + 1) < IconFileLookup::MaxSteps,
+                  "the second character makes no difference");
+    const QByteArray png = picture(48, 48, 0xff0000);
+    QCOMPARE(launchersWithAFile(Most, png, Chunks), Most);
+    QCOMPARE(launchersWithAFile(Most + 2, png, Chunks), Most);
+}
+
+void TestIconMaker::errorPictureHasSides()
+{
+    Icons icons{PackageBuilder()};
+    for (const int size : {IconRenderer::MinSize - 1, IconRenderer::MaxSize + 1, -1}) {
+        QVERIFY(icons.icon(size).isNull());
+        QCOMPARE(icons.maker.error(), latin("a picture has 1 to 1024 pixels a side"));
+    }
+}
+
+void TestIconMaker::errorThereIsNoIcon()
+{
+    Icons icons{PackageBuilder()};
+    QVERIFY(icons.maker.icon({}, 48, IconMask::None).isNull());
+    QCOMPARE(icons.maker.error(), latin("there is no icon"));
+}
+
+void TestIconMaker::errorResourceIsNoDrawable()
+{
+    PackageBuilder package;
+    Icons icons(package.type(TypeBuilder(1).value(0, Integer, 7)));
+    QVERIFY(icons.icon(48).isNull());
+    QCOMPARE(icons.maker.error(), latin("resource 0x7f010000 is no drawable"));
+    QVERIFY(icons.icon(48, First + 1).isNull());
+    QCOMPARE(icons.maker.error(), latin("resource 0x7f010001 is no drawable"));
+}
+
+void TestIconMaker::errorCannotBeReadOrDecoded()
+{
+    PackageBuilder package;
+    Icons icons(package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1)),
+                {latin("text"), latin("nowhere")});
+    icons.files.add(latin("text"), QByteArray("text"));
+    QVERIFY(icons.icon(48).isNull());
+    QCOMPARE(icons.maker.error(), latin("text cannot be read or decoded"));
+    QVERIFY(icons.icon(48, First + 1).isNull());
+    QCOMPARE(icons.maker.error(), latin("nowhere cannot be read or decoded"));
+}
+
+QTEST_GUILESS_MAIN(TestIconMaker)
+#include "tst_iconrenderer.moc"

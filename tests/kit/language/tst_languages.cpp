@@ -1,0 +1,187 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "language/LanguageTag.h"
+#include "language/LocaleChooser.h"
+
+#include <QtTest>
+
+using namespace SorrelKit;
+
+class TestLanguages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void tags_data();
+    void tags();
+    void localesAsTags_data();
+    void localesAsTags();
+    void parents_data();
+    void parents();
+    void scripts();
+    void best_data();
+    void best();
+    void nothingIsChosenOfNothing();
+};
+
+void TestLanguages::tags_data()
+{
+    QTest::addColumn<QString>("written");
+    QTest::addColumn<QString>("tag");
+    QTest::newRow("language") << "de"
+                              << "de";
+    QTest::newRow("region") << "de-AT"
+                            << "de-AT";
+    QTest::newRow("cases") << "SR-latn-rs"
+                           << "sr-Latn-RS";
+    QTest::newRow("underlines") << "pt_BR"
+                                << "pt-BR";
+    QTest::newRow("three letters") << "fil"
+                                   << "fil";
+    QTest::newRow("region in digits") << "es-419"
+                                      << "es-419";
+    QTest::newRow("variant") << "ca-ES-valencia"
+                             << "ca-ES-valencia";
+    QTest::newRow("Hebrew as it was") << "iw-IL"
+                                      << "he-IL";
+    QTest::newRow("Indonesian as it was") << "in"
+                                          << "id";
+    QTest::newRow("Yiddish as it was") << "ji"
+                                       << "yi";
+    QTest::newRow("Filipino as it was") << "tl-PH"
+                                        << "fil-PH";
+    QTest::newRow("one letter") << "d-AT"
+                                << "";
+    QTest::newRow("digits") << "12"
+                            << "";
+    QTest::newRow("part without a form") << "de-A-AT"
+                                         << "de-AT";
+    QTest::newRow("nothing") << ""
+                             << "";
+}
+
+void TestLanguages::tags()
+{
+    QFETCH(QString, written);
+    QFETCH(QString, tag);
+    QCOMPARE(LanguageTag(written).toString(), tag);
+    QCOMPARE(LanguageTag(written).isEmpty(), tag.isEmpty());
+}
+
+void TestLanguages::localesAsTags_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("tag");
+    QTest::newRow("region is told though it is the usual one") << QLocale("de") << "de-DE";
+    QTest::newRow("region") << QLocale("de_AT") << "de-AT";
+    QTest::newRow("script that is not the usual one") << QLocale("sr_Latn_RS") << "sr-Latn-RS";
+    QTest::newRow("script that is") << QLocale("zh_TW") << "zh-TW";
+    QTest::newRow("Latin America") << QLocale("es_419") << "es-419";
+    QTest::newRow("C") << QLocale::c() << "en-US";
+}
+
+void TestLanguages::localesAsTags()
+{
+    QFETCH(QLocale, locale);
+    QFETCH(QString, tag);
+    QCOMPARE(LanguageTag(locale).toString(), tag);
+}
+
+void TestLanguages::parents_data()
+{
+    QTest::addColumn<QStringList>("chain");
+    const auto row = [](const char *chain) {
+        QTest::newRow(chain) << QString::fromLatin1(chain).split(QLatin1Char(' '));
+    };
+    row("de-AT de");
+    row("es-MX es-419 es");
+    row("es-ES es");
+    row("pt-AO pt-PT pt");
+    row("pt-BR pt");
+    row("en-AU en-001 en");
+    row("en-CH en-150 en-001 en");
+    row("en-US en");
+    row("zh-MO zh-HK zh");
+    row("ca-ES-valencia ca-ES ca");
+    row("sr-Latn-ME sr-Latn");
+}
+
+void TestLanguages::parents()
+{
+    QFETCH(QStringList, chain);
+    QStringList actual;
+    for (LanguageTag tag(chain.first()); !tag.isEmpty(); tag = tag.parent())
+        actual.append(tag.toString());
+    QCOMPARE(actual, chain);
+}
+
+void TestLanguages::scripts()
+{
+    QCOMPARE(LanguageTag(QStringLiteral("zh-TW")).script(), QLocale::TraditionalChineseScript);
+    QCOMPARE(LanguageTag(QStringLiteral("zh")).script(), QLocale::SimplifiedChineseScript);
+    QVERIFY(LanguageTag(QStringLiteral("zh-Hant")) == LanguageTag(QStringLiteral("zh-TW")).parent());
+    QVERIFY(!(LanguageTag(QStringLiteral("zh")) == LanguageTag(QStringLiteral("zh-TW")).parent()));
+    QVERIFY(LanguageTag(QStringLiteral("sr-Cyrl")) == LanguageTag(QStringLiteral("sr")));
+    QVERIFY(LanguageTag(QStringLiteral("zh-Hant-TW")) == LanguageTag(QStringLiteral("zh-TW")));
+    QCOMPARE(LanguageTag(QStringLiteral("qqq")).script(), QLocale::AnyScript);
+}
+
+void TestLanguages::best_data()
+{
+    QTest::addColumn<QString>("there");
+    QTest::addColumn<QString>("wanted");
+    QTest::addColumn<QString>("best");
+    // "-" stands for what is for every language, "none" for nothing.
+    const auto row = [](const char *there, const char *wanted, const char *best) {
+        QTest::addRow("%s among %s", wanted, there) << there << wanted << best;
+    };
+    row("- de de-AT", "de-AT", "de-AT");
+    row("- de de-AT", "de-CH", "de");
+    row("- de de-AT", "fr", "-");
+    row("de", "fr", "none");
+    row("- es es-419", "es-MX", "es-419");
+    row("- es es-419", "es-ES", "es");
+    row("- es-419", "es-ES", "es-419");
+    row("- pt pt-PT", "pt-AO", "pt-PT");
+    row("- fr-FR fr-CA", "fr-CH", "fr-FR");
+    row("- fr-CA fr-BE", "fr-CH", "fr-BE");
+    row("- zh zh-TW", "zh-HK", "zh-TW");
+    row("- zh", "zh-TW", "-");
+    row("- zh-HK zh-TW", "zh-MO", "zh-HK");
+    row("- sr", "sr-Latn", "-");
+    row("- sr sr-Latn", "sr-Latn-ME", "sr-Latn");
+    row("- sr-Latn", "sr-RS", "-");
+    row("- en-GB", "en-US", "-");
+    row("- en-GB", "en-AU", "en-GB");
+    row("- en-GB en-001", "en-AU", "en-001");
+    row("- en-US en-GB", "en-PR", "en-US");
+    row("en-GB", "en-US", "en-GB");
+    row("- iw", "he", "iw");
+    row("- fil", "tl-PH", "fil");
+    row("- in", "id-ID", "in");
+    row("- ca", "ca-ES-valencia", "ca");
+    row("- qqq-AB", "qqq", "qqq-AB");
+    row("de fr -", "-", "-");
+}
+
+void TestLanguages::best()
+{
+    QFETCH(QString, there);
+    QFETCH(QString, wanted);
+    QFETCH(QString, best);
+    const auto tag = [](const QString &text) { return text == QLatin1String("-") ? LanguageTag() : LanguageTag(text); };
+    LocaleChooser chooser;
+    const QStringList languages = there.split(QLatin1Char(' '));
+    for (const QString &language : languages)
+        chooser.add(tag(language));
+    const int number = chooser.best(tag(wanted));
+    QCOMPARE(number < 0 ? QStringLiteral("none") : languages.at(number), best);
+}
+
+void TestLanguages::nothingIsChosenOfNothing()
+{
+    QCOMPARE(LocaleChooser().best(LanguageTag(QStringLiteral("de"))), -1);
+    QCOMPARE(LocaleChooser().best(LanguageTag()), -1);
+}
+
+QTEST_GUILESS_MAIN(TestLanguages)
+#include "tst_languages.moc"

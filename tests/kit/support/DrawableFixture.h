@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef DRAWABLEFIXTURE_H
+#define DRAWABLEFIXTURE_H
+
+#include "drawable/paint/Canvas.h"
+#include "drawable/source/DrawableLoader.h"
+
+#include <QHash>
+#include <QImage>
+
+/// Elements of drawables that are put together in code, and what they are drawn into.
+namespace fixture {
+
+constexpr QRgb Red = 0xffff0000;
+constexpr QRgb Green = 0xff00ff00;
+constexpr QRgb Blue = 0xff0000ff;
+constexpr QRgb White = 0xffffffff;
+constexpr QRgb Black = 0xff000000;
+constexpr QRgb Nothing = 0;
+
+/// The part of @p image that is covered, from 0 to 1.
+qreal coverage(const QImage &image);
+/// Where @p color is seen, as long as that is a rectangle; else an empty one.
+QRect areaOf(const QImage &image, QRgb color);
+/// Whether no channel of @p a and @p b differs by more than @p tolerance.
+bool isNear(QRgb a, QRgb b, int tolerance);
+
+using Attributes = QVector<XmlAttribute>;
+using Elements = QVector<XmlElement>;
+
+XmlElement element(const QString &name, const Attributes &attributes = {}, const Elements &children = {});
+
+XmlAttribute integer(quint32 id, int value);
+XmlAttribute number(quint32 id, float value);
+XmlAttribute boolean(quint32 id, bool value);
+XmlAttribute color(quint32 id, QRgb value);
+/// A dimension of @p value pixels, up to 23 bits of them.
+XmlAttribute pixels(quint32 id, int value);
+XmlAttribute percent(quint32 id, qreal value);
+XmlAttribute text(quint32 id, const QString &value);
+
+/// A colour that fills its bounds, as an element, and as the attribute of an item.
+XmlElement filled(QRgb value);
+XmlAttribute drawable(QRgb value);
+
+/// Files in memory.
+class Files : public FileSource
+{
+public:
+    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
+    void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
+    void add(const QString &path, const QImage &picture);
+    /// How often a file was asked for.
+    int reads() const { return m_reads; }
+    /// How often the file @p path was asked for.
+    int timesRead(const QString &path) const { return m_timesRead.value(path); }
+
+private:
+    int m_reads = 0;
+    QHash<QString, QByteArray> m_files;
+    QHash<QString, int> m_timesRead;
+};
+
+/// Loads drawables from elements, at one pixel for a dp, and draws them.
+class Studio
+{
+public:
+    Studio();
+
+    Files files;
+    SorrelKit::DrawableLoader loader;
+
+    SorrelKit::DrawablePointer load(const XmlElement &root) { return loader.fromElement(root); }
+    /// @p root in all of a picture of @p size.
+    QImage draw(const XmlElement &root, QSize size, SorrelKit::IconMask mask = SorrelKit::IconMask::None);
+};
+
+/// The PNG of @p picture with the marks of a nine-patch: the borders of columns and rows that may be stretched, and the
+/// padding, left, right, top, bottom.
+QByteArray ninePatchPng(const QImage &picture, const QVector<qint32> &columns, const QVector<qint32> &rows,
+                        const QVector<qint32> &padding = {0, 0, 0, 0});
+
+} // namespace fixture
+
+#endif

@@ -1,0 +1,77 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""limits.py SOURCE: whether every limit in docs/limits.md is a constant of the sources and has the value that the page gives,
+and whether the page has every limit that a class of the libraries declares."""
+
+import pathlib
+import re
+import sys
+
+SOURCE = pathlib.Path(sys.argv[1])
+ROW = re.compile(r"^\| (`[^|]*) \| ([^|]*) \|", re.MULTILINE)
+CONSTANT = re.compile(r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+)\s*(?:=\s*|\{)([^;}]+)")
+# What a format or a representation sets, and attribute ids.
+NO_LIMITS = {("PictureSampler", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("ScaleDrawable", "MaxDrawableLevel"),
+             ("WebpLossless", "MaxLength"), ("AndroidAttributes", "MinSdkVersion"), ("AndroidAttributes", "MaxSdkVersion"),
+             ("AndroidAttributes", "MinLevel"), ("AndroidAttributes", "MaxLevel")}
+UNITS = {"KiB": 1 << 10, "MiB": 1 << 20, "GiB": 1 << 30}
+
+
+def constants(directories):
+    """The expression of each constant by the name of its class, which is that of its file, and its own name."""
+    found = {}
+    for directory in directories:
+        for path in sorted((SOURCE / directory).rglob("*")):
+            if path.suffix in (".h", ".cpp"):
+                for name, expression in CONSTANT.findall(path.read_text()):
+                    found[path.stem, name] = expression, path
+    return found
+
+
+def value(expression, owner, known):
+    """The value of a C++ expression of numbers and of constants of the same class or of another one."""
+    expression = re.sub(r"'|\bqint64\b|\bquint32\b|(?<=[0-9])(LL|U|L)\b", "", expression.replace("\n", " "))
+
+    def referred(match):
+        other = match[1] or owner
+        return f"({value(known[other, match[2]][0], other, known)})"
+
+    expression = re.sub(r"(?:(\w+)::)?\b([A-Z]\w+)\b", referred, expression)
+    if not re.fullmatch(r"[-0-9.+*/<>() xXa-fA-F]+", expression):
+        raise ValueError(expression)
+    return eval(expression)  # noqa: S307, numbers and operators alone
+
+
+def stated(text):
+    """The numbers in the page's column for values."""
+    for part in re.split(r"[,;] ", text):
+        number, unit = re.match(r"([0-9.,]+) ?(\w*)", part).groups()
+        yield float(number.replace(",", "")) * UNITS.get(unit, 1)
+
+
+def main():
+    known = constants(["src", "kit", "tools"])
+    faults, described = [], set()
+    for limit, values in ROW.findall((SOURCE / "docs/limits.md").read_text()):
+        title, numbers = limit.split(": ")[0], list(stated(values))
+        # A constant that no class has is named with its file.
+        file = re.search(r"\((\w+)\.cpp\)", title)
+        owner = file and file[1]
+        for index, (named, name) in enumerate(re.findall(r"`(?:(\w+)::)?((?:Max|Min|Free)\w+)`", title)):
+            owner = named or owner
+            owners = [owner] if owner else [stem for stem, other in known if other == name]
+            described.add((owner, name))
+            if len(owners) != 1 or (owners[0], name) not in known:
+                faults.append(f"there is no {owner}::{name}")
+            elif value(known[owners[0], name][0], owners[0], known) != numbers[min(index, len(numbers) - 1)]:
+                faults.append(f"{owner}::{name} is {known[owners[0], name][0]}, not {values}")
+    for (owner, name), (_, path) in known.items():
+        is_public = path.suffix == ".h" and "tools" not in path.relative_to(SOURCE).parts
+        if is_public and (owner, name) not in described | NO_LIMITS:
+            faults.append(f"docs/limits.md has no {owner}::{name}")
+    if not described:
+        faults.append("docs/limits.md has no limits")
+    sys.exit("\n".join(faults) or 0)
+
+
+main()

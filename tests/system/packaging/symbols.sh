@@ -1,0 +1,20 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: LGPL-2.1-or-later
+# symbols.sh SOURCES: whether the symbols files of the packages for Debian promise every name that the lists of exports
+# have; and whether that of the kit, which exports no more, promises nothing else.
+set -euo pipefail
+sources=$1
+export LC_ALL=C
+status=0
+
+promised() {
+    sed -nE 's/^ \(c\+\+\)"(.*)@Base" [0-9.]+$/\1/p' "$sources/packaging/debian/$1" | sort -u
+}
+exported() {
+    grep -v '^#' "$sources/tests/system/library/$1" | sort -u
+}
+missing=$(comm -13 <(promised libsorrel0.symbols) <(exported exports.txt))
+[ -z "$missing" ] || { printf 'libsorrel0.symbols lacks:\n%s\n' "$missing" >&2; status=1; }
+diff <(promised libsorrelkit0.symbols) <(exported kit-exports.txt) >&2 \
+    || { echo "libsorrelkit0.symbols and kit-exports.txt differ" >&2; status=1; }
+exit $status

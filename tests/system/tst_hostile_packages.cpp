@@ -1,0 +1,407 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Apk.h"
+#include "ApkFile.h"
+#include "Bounds.h"
+#include "Bytes.h"
+#include "Devices.h"
+#include "Pictures.h"
+#include "format/ResourceTypes.h"
+#include "launchers/IconLookup.h"
+#include "launchers/LauncherFinder.h"
+#include "launchers/VisibilityRules.h"
+#include "stream/Extractor.h"
+#include "table/LocaleLookup.h"
+#include "table/ResourcePackage.h"
+#include "table/ResourcesLoader.h"
+
+#include <QtTest>
+
+#include <functional>
+
+using namespace fixture;
+using namespace ResourceTypes;
+
+/*
+ * Packages in which each part is small and sound, and the parts multiply each other: launchers and what their icons,
+ * labels and states refer to, names and what is rendered with them, members and what they inflate to. Each is asked
+ * what a host asks, in a process of its own, within the bounds that hold for any input.
+ */
+
+namespace {
+
+QList<ApkLauncherInfo> asked(const QByteArray &bytes)
+{
+    PackageDevice device(bytes);
+    return ApkFile(&device).getLauncherInfo(false);
+}
+
+QList<ApkLauncherInfo> asked(const QByteArray &resources, const QByteArray &document,
+                             const QVector<Member> &members = {})
+{
+    return asked(package(resources, document, members));
+}
+
+const QString application = QStringLiteral("application");
+const QString manifest = QStringLiteral("manifest");
+const QString icon = QStringLiteral("icon");
+const QString label = QStringLiteral("label");
+const QString enabled = QStringLiteral("enabled");
+
+using AttributesOf = std::function<QVector<Attribute>(int)>;
+
+// A manifest of launchers, each of an activity with attributes of its own.
+QByteArray launchers(int count, const AttributesOf &attributesOf, const QString &package = QStringLiteral("org.x"),
+                     Encoding encoding = Encoding::Utf8)
+{
+    const QString activity = QStringLiteral("activity");
+    XmlBuilder builder = XmlBuilder::manifest(encoding);
+    builder.start(manifest, {plainText(QStringLiteral("package"), package)}).start(application);
+    for (int i = 0; i < count; ++i)
+        builder.start(activity, attributesOf(i)).launcherFilter().end(activity);
+    return builder.end(application).end(manifest).build();
+}
+
+// The same, each with one attribute that refers to the entry of that number of the first type.
+QByteArray launchersThatRefer(int count, const QString &attribute)
+{
+    return launchers(count,
+                     [attribute](int i) { return QVector<Attribute>{androidReference(attribute, 0x7f010001 + i)}; });
+}
+
+// The same, with texts that all refer to the first entry: a number may start with zeros.
+QByteArray launchersThatReferToOne(int count, const QString &attribute)
+{
+    return launchers(count, [attribute](int i) {
+        const QString zeros(1 + i % 100, QLatin1Char('0'));
+        const QString text = QStringLiteral("@string/") + zeros + QString::number(4294967296 + i);
+        return QVector<Attribute>{androidText(attribute, text)};
+    });
+}
+
+QByteArray localeOf(int number)
+{
+    const char language[] = {char('a' + number % 26), char('a' + number / 26 % 26), 0};
+    const char country[] = {char('a' + number / 676 % 26), char('a' + number / 17576 % 26), 0};
+    return ConfigBuilder(16).locale(language, country).build();
+}
+
+// Type chunks in which the entry @p entry has a string in each of @p count locales.
+void addLocales(PackageBuilder &package, int entry, int count)
+{
+    for (int i = 0; i < count; ++i)
+        package.type(TypeBuilder(1, localeOf(i)).value(entry, StringValue, 0));
+}
+
+QByteArray table(const PackageBuilder &package, const QStringList &strings = {QStringLiteral("text")})
+{
+    return TableBuilder().strings(strings).package(package).build();
+}
+
+PackageBuilder strings()
+{
+    return PackageBuilder().types({QStringLiteral("string")});
+}
+
+// Entries of which each refers to the next.
+QByteArray chain(int length)
+{
+    TypeBuilder type(1);
+    for (int i = 0; i < length; ++i)
+        type.value(i, ReferenceValue, 0x7f010000 + i + 1);
+    return table(strings().type(type));
+}
+
+// Entries whose default refers to one that has many locales, and that have a locale of their own before.
+QByteArray copiesOfManyLocales(int entries, int locales)
+{
+    PackageBuilder package = strings();
+    TypeBuilder own(1, ConfigBuilder(16).locale("zz", "zz").build());
+    TypeBuilder byDefault(1);
+    for (int i = 0; i < entries; ++i) {
+        own.value(i + 1, StringValue, 0);
+        byDefault.value(i + 1, ReferenceValue, 0x7f010000);
+    }
+    package.type(own).type(byDefault);
+    addLocales(package, 0, locales);
+    return table(package);
+}
+
+QByteArray manyLocales(int locales)
+{
+    PackageBuilder package = strings();
+    addLocales(package, 0, locales);
+    return table(package);
+}
+
+void addRow(const char *name, const QByteArray &resources, const QByteArray &document,
+            const QVector<Member> &members = {})
+{
+    qint64 inflated = resources.size() + document.size();
+    for (const Member &member : members)
+        inflated += member.content.size();
+    QTest::newRow(name) << package(resources, document, members) << inflated;
+}
+
+} // namespace
+
+class TestHostilePackages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void boundsHold_data();
+    void boundsHold();
+
+    void localesUpToTheCeiling();
+    void labelsUpToTheCeiling();
+    void iconsUpToTheCeiling();
+    void iconReferencesThatWaitForTheCeiling();
+    void picturesBesideALargeManifest();
+    void statesUpToTheCeiling();
+    void classesUpToTheCeiling();
+};
+
+void TestHostilePackages::boundsHold_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<qint64>("inflated");
+
+    constexpr int Count = 5000;
+    for (const QString &attribute : {icon, label, enabled}) {
+        const auto name = [&attribute](const char *text) { return QByteArray(text) + qPrintable(attribute); };
+        addRow(name("chain that every launcher starts elsewhere in: ").constData(), chain(Count),
+               launchersThatRefer(Count, attribute));
+        addRow(name("texts for one entry of many locales: ").constData(), manyLocales(20000),
+               launchersThatReferToOne(Count, attribute));
+        addRow(name("default of many locales, and an own one: ").constData(), copiesOfManyLocales(Count, 10000),
+               launchersThatRefer(Count, attribute));
+    }
+    // Strings that look like references are followed as such: each is another text for one resource of many values.
+    PackageBuilder aliases = strings();
+    QStringList texts{QStringLiteral("nothing")};
+    for (int i = 0; i < 10000; ++i) {
+        texts.append(QStringLiteral("@string/") + QString(i % 100, QLatin1Char('0')) + QString::number(4294967296 + i));
+        aliases.type(TypeBuilder(1, localeOf(i)).value(0, StringValue, 0).value(1, StringValue, i + 1));
+    }
+    addRow("texts in the table for one entry of many values", table(aliases, texts), launchersThatRefer(1, icon));
+
+    QStringList types;
+    for (int i = 0; i < 170000; ++i)
+        types.append(QString::number(i, 36));
+    addRow("pool of many types", table(PackageBuilder().types(types)), launchersThatReferToOne(Count, icon));
+
+    TableBuilder packages;
+    for (int i = 0; i < ResourcesLoader::MaxPackages; ++i)
+        packages.package(PackageBuilder(0x1000 + i, QString::number(i)));
+    addRow("references to none of many packages", packages.build(), launchersThatRefer(Count, icon));
+
+    // As many nodes and as many labels as may be, and pictures until there is no room left.
+    QVector<Member> pictures;
+    for (int i = 0; i < 20; ++i)
+        pictures.append({QStringLiteral("%1.png").arg(i), blackPng(1024, 1024)});
+    const auto largest = [](int i) {
+        QVector<Attribute> attributes{androidText(icon, QStringLiteral("%1.png").arg(i)),
+                                      androidReference(label, 0x7f010001 + i)};
+        for (int j = 0; j < 240 && i < 400; ++j)
+            attributes.append(plainText(QString::number(j), QString::number(240 * i + j, 36)));
+        return attributes;
+    };
+    addRow("a large manifest, many labels and large pictures", copiesOfManyLocales(500, 200), launchers(450, largest),
+           pictures);
+
+    addRow("classes with a long package name", emptyTable(),
+           launchers(
+               Count, [](int i) { return QVector<Attribute>{androidText(QStringLiteral("name"), QString::number(i))}; },
+               QString(30000, QLatin1Char('p'))));
+    addRow("icons with long paths", table(strings(), {}), launchers(Count, [](int i) {
+               return QVector<Attribute>{androidText(icon, QString::number(i).repeated(50))};
+           }));
+
+    QVector<Member> members;
+    for (int i = 0; i < 9000; ++i)
+        members.append({QString::number(i), QByteArray()});
+    const auto missing = [](int i) { return QVector<Attribute>{androidText(icon, QStringLiteral("-%1").arg(i))}; };
+    const auto there = [](int i) { return QVector<Attribute>{androidText(icon, QString::number(i))}; };
+    addRow("many members, none of them the icons", emptyTable(), launchers(Count, missing), members);
+    addRow("many members, all of them icons", emptyTable(), launchers(Count, there), members);
+
+    addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(int(Extractor::MaxBytes), '\0')),
+           smallManifest());
+    const QByteArray none = chunk(0x7777).repeated(1 << 23);
+    addRow("chunks of nothing, inflated: table", chunk(TableChunk, Bytes().u32(1).data(), none), smallManifest());
+    addRow("chunks of nothing, inflated: document", emptyTable(), chunk(XmlDocumentChunk, QByteArray(), none));
+    TypeBuilder type(1, ConfigBuilder(4).build());
+    addRow("chunks of no values, inflated", table(strings().chunk(type.build().repeated(1 << 20))), smallManifest());
+    for (int i = 0; i < 1000; ++i)
+        type.value(999 - i, DecimalValue, i);
+    addRow("values, inflated", table(strings().chunk(type.build().repeated(5000))), smallManifest());
+}
+
+void TestHostilePackages::boundsHold()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(qint64, inflated);
+    const QString excess = Bounds::excess(cost([&] { asked(bytes); }), bytes.size(), inflated);
+    QVERIFY2(excess.isEmpty(), qPrintable(excess));
+}
+
+void TestHostilePackages::localesUpToTheCeiling()
+{
+    // Two own values, and those of another resource: each is looked at once there, and once more where they are added.
+    const auto count = [](int locales) {
+        SequentialDevice device(copiesOfManyLocales(1, locales));
+        ApkResources resources;
+        if (!resources.load(&device))
+            qFatal("no table");
+        return resources.lookupByLocale(QStringLiteral("@string/1"), 1).size();
+    };
+    constexpr int Most = (LocaleLookup::MaxValues - 2) / 2;
+    QCOMPARE(count(Most), Most + 1);
+    QCOMPARE(count(Most + 1), 0);
+}
+
+void TestHostilePackages::labelsUpToTheCeiling()
+{
+    // A label in many locales, and one in a single locale after it.
+    const auto labels = [](int locales) {
+        PackageBuilder package = strings();
+        addLocales(package, 0, locales - 1);
+        package.type(TypeBuilder(1, ConfigBuilder(16).locale("zz", "zz").build()).value(0, ReferenceValue, 0x7f010000))
+            .type(TypeBuilder(1).value(1, StringValue, 0));
+        return asked(table(package),
+                     launchers(2, [](int i) { return QVector<Attribute>{androidReference(label, 0x7f010000 + i)}; }));
+    };
+    // One that refers to itself is looked at on each level.
+    constexpr int Levels = 6;
+    constexpr int Most = (LocaleLookup::MaxValues - 1) / Levels;
+    QCOMPARE(labels(Most).at(0).labels().size(), Most);
+    QCOMPARE(labels(Most).at(1).label(QString()), QStringLiteral("text"));
+    QCOMPARE(labels(Most + 1).size(), 2);
+    QCOMPARE(labels(Most + 1).at(1).labels().size(), 0);
+}
+
+void TestHostilePackages::iconsUpToTheCeiling()
+{
+    // The path of the first icon is as long as the second one leaves room for; there is nothing at it.
+    const QString path = QStringLiteral("icon.png");
+    const auto widthOfSecond = [&path](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1).value(0, StringValue, 0).value(1, StringValue, 1));
+        const QByteArray resources =
+            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
+        const QByteArray document =
+            launchers(2, [](int i) { return QVector<Attribute>{androidReference(icon, 0x7f010000 + i)}; });
+        const QList<QImage> icons = asked(resources, document, {{path, picture(7, 7, 0)}}).at(1).icons();
+        return icons.isEmpty() ? 0 : icons.constFirst().width();
+    };
+    constexpr int CharactersOfAValue = 16;
+    const int reference = int(QStringLiteral("@string/0").size());
+    const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - int(path.size());
+    QCOMPARE(widthOfSecond(most), 7);
+    QCOMPARE(widthOfSecond(most + 1), 0);
+    // The reference itself may be too long, and nothing comes after it.
+    const QByteArray document = launchers(
+        2,
+        [&path](int i) {
+            const QString longest(IconLookup::MaxCharacters, QLatin1Char('p'));
+            return QVector<Attribute>{androidText(icon, i == 0 ? longest : path)};
+        },
+        QStringLiteral("org.x"), Encoding::Utf16);
+    const QList<ApkLauncherInfo> found = asked(emptyTable(), document, {{path, picture(7, 7, 0)}});
+    QCOMPARE(found.size(), 2);
+    QVERIFY(found.at(1).icons().isEmpty());
+}
+
+void TestHostilePackages::iconReferencesThatWaitForTheCeiling()
+{
+    // An icon that is first a resource of three texts, then one of a path.
+    const QString path = QStringLiteral("icon.png");
+    const auto iconsBesideTexts = [&path](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1, localeOf(1)).value(0, ReferenceValue, 0x7f010001));
+        package.type(TypeBuilder(1, localeOf(2)).value(0, ReferenceValue, 0x7f010002));
+        addLocales(package, 1, 3);
+        package.type(TypeBuilder(1).value(2, StringValue, 1));
+        const QByteArray resources =
+            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
+        const QByteArray document =
+            launchers(1, [](int) { return QVector<Attribute>{androidReference(icon, 0x7f010000)}; });
+        return asked(resources, document, {{path, picture(7, 7, 0)}}).at(0).icons().size();
+    };
+    QCOMPARE(iconsBesideTexts(100), 1);
+    QCOMPARE(iconsBesideTexts(IconLookup::MaxCharacters / 2), 0);
+}
+
+void TestHostilePackages::picturesBesideALargeManifest()
+{
+    // A picture that takes all there is, in a manifest of so many nodes.
+    const auto isDecoded = [](int nodes) {
+        constexpr int Attributes = 200;
+        constexpr int NodesOfManifest = 3;
+        constexpr int NodesOfLauncher = 6; // besides the attributes of the activity
+        const int full = (nodes - NodesOfManifest) / (Attributes + NodesOfLauncher);
+        const int rest = (nodes - NodesOfManifest) % (Attributes + NodesOfLauncher) - NodesOfLauncher;
+        const QByteArray document = launchers(full + 1, [full, rest](int i) {
+            QVector<Attribute> attributes{androidText(icon, icon)};
+            while (attributes.size() < (i < full ? Attributes : rest))
+                attributes.append(plainText(QString::number(attributes.size()), icon));
+            return attributes;
+        });
+        return !asked(emptyTable(), document, {{icon, blackPng(4096, 4096)}}).at(0).icons().isEmpty();
+    };
+    QVERIFY(isDecoded(LauncherFinder::FreeNodes));
+    QVERIFY(!isDecoded(LauncherFinder::FreeNodes + 1));
+}
+
+void TestHostilePackages::statesUpToTheCeiling()
+{
+    // Three activities: the first two have states with many values, the third is disabled by its one value.
+    const auto shown = [](int values) {
+        PackageBuilder package = strings();
+        for (int i = 0; i < ResourcePackage::MaxValues; ++i) {
+            TypeBuilder type(1, ConfigBuilder(8).mcc(1 + i % 1000).mnc(1 + i / 1000).build());
+            type.value(0, BooleanValue, 0);
+            package.type(i < values ? type.value(1, BooleanValue, 0) : type);
+        }
+        package.type(TypeBuilder(1).value(2, BooleanValue, 0));
+        return asked(table(package),
+                     launchers(3, [](int i) { return QVector<Attribute>{androidReference(enabled, 0x7f010000 + i)}; }))
+            .size();
+    };
+    constexpr int Most = VisibilityRules::MaxValues - ResourcePackage::MaxValues - 1;
+    QCOMPARE(shown(Most), 2);
+    QCOMPARE(shown(Most + 1), 3);
+    // The text of a reference may be too long, and then none after it hides anything.
+    const auto shownBehind = [](int length) {
+        PackageBuilder package = strings();
+        package.type(TypeBuilder(1).value(0, BooleanValue, 0));
+        const QByteArray document = launchers(
+            2,
+            [length](int i) {
+                const QString zeros(length, QLatin1Char('0'));
+                return QVector<Attribute>{
+                    androidText(enabled, QStringLiteral("@string/") + (i == 0 ? zeros : QString()) + '0')};
+            },
+            QStringLiteral("org.x"), Encoding::Utf16);
+        return asked(table(package), document).size();
+    };
+    QCOMPARE(shownBehind(100), 0);
+    QCOMPARE(shownBehind(16 * (VisibilityRules::MaxValues + 1)), 2);
+}
+
+void TestHostilePackages::classesUpToTheCeiling()
+{
+    constexpr int Length = 1 << 14;
+    constexpr int Most = LauncherFinder::MaxClassCharacters / Length;
+    const auto found = [](int count) {
+        const QByteArray document = launchers(
+            count, [](int) { return QVector<Attribute>{androidText(QStringLiteral("name"), QStringLiteral(".A"))}; },
+            QString(Length - 2, QLatin1Char('p')));
+        return asked(emptyTable(), document).size();
+    };
+    QCOMPARE(found(Most), Most);
+    QCOMPARE(found(Most + 1), Most);
+}
+
+QTEST_GUILESS_MAIN(TestHostilePackages)
+#include "tst_hostile_packages.moc"
