@@ -37,7 +37,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const fixture::LogCapture log;
     files.add(inputPath(), QByteArray(reinterpret_cast<const char *>(data), int(size)));
 
-    DrawableLoader loader(resolver, files, 1);
+    DrawableInflater loader(resolver, files, 1);
     loader.setIconMask(masks[size > 0 ? data[size - 1] % 4 : 0]);
     const DrawablePointer drawable = loader.fromResource(InputDrawable);
     if (drawable == nullptr) {

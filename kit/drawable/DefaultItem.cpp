@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/DefaultItem.h"
 
-#include "drawable/source/DefaultState.h"
 #include "drawable/source/DrawableAttributes.h"
 
 #include <functional>
@@ -29,7 +28,8 @@ DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
 
 DrawablePointer DefaultItem::ofStateList(const XmlElement &element, DrawableLoader &loader)
 {
-    return firstItem(element, loader, [&](const XmlElement &item) { return isDefaultState(item, loader); });
+    return firstItem(element, loader,
+                     [&](const XmlElement &item) { return DrawableAttributes(item, loader).isForDefaultState(); });
 }
 
 DrawablePointer DefaultItem::ofLevelList(const XmlElement &element, DrawableLoader &loader)

@@ -3,8 +3,8 @@
 
 #include "drawable/AdaptiveIcon.h"
 #include "drawable/BitmapDrawable.h"
+#include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/source/DrawableLoader.h"
 #include "package/IconFileLookup.h"
 
 #include <algorithm>
@@ -66,7 +66,7 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
         return {};
     }
     // One for all, so that no file is read and no picture decoded twice.
-    DrawableLoader loader(resolver, m_files, qreal(size) / IconDp);
+    DrawableInflater loader(resolver, m_files, qreal(size) / IconDp);
     loader.setIconMask(mask);
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
     QImage image = isPicture ? QImage() : drawn(best, loader, size);

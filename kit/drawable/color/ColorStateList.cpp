@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/color/ColorStateList.h"
 
-#include "drawable/source/DefaultState.h"
 #include "drawable/source/DrawableAttributes.h"
 
 #include <QRgba64>
@@ -18,7 +17,7 @@ const XmlElement *defaultItem(const XmlElement &element, DrawableLoader &loader)
     for (const XmlElement &child : element.children) {
         if (child.name != QLatin1String("item"))
             continue;
-        if (isDefaultState(child, loader))
+        if (DrawableAttributes(child, loader).isForDefaultState())
             return &child;
         if (first == nullptr)
             first = &child;

@@ -16,7 +16,7 @@ class DrawableLoader;
 class ColorStateList
 {
 public:
-    /// The colour of the first item that is for the default state, as isDefaultState() has it, made as opaque as the
+    /// The colour of the first item that is for the default state, as DrawableAttributes::isForDefaultState() has it, made as opaque as the
     /// item's `android:alpha` says. When there is none, that of the first item, as Android has it. Nothing, with an
     /// error, when that item has no colour.
     static std::optional<QColor> fromXml(const XmlElement &element, DrawableLoader &loader);

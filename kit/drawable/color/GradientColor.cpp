@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/color/GradientColor.h"
 
+#include "drawable/paint/PathPainter.h"
 #include "drawable/source/DrawableAttributes.h"
-#include "drawable/vector/PathParser.h"
 
 namespace SorrelKit {
 
@@ -87,7 +87,7 @@ std::optional<QBrush> GradientColor::fromXml(const XmlElement &element, Drawable
 {
     const DrawableAttributes attributes(element, loader);
     const auto coordinate = [&](quint32 id) {
-        return qBound(-PathParser::MaxCoordinate, attributes.pixels(id, 0), PathParser::MaxCoordinate);
+        return qBound(-PathPainter::MaxCoordinate, attributes.pixels(id, 0), PathPainter::MaxCoordinate);
     };
     const QPointF center(coordinate(Attr::CenterX), coordinate(Attr::CenterY));
     const QGradientStops stops = stopsOf(element, loader);

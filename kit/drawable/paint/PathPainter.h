@@ -29,6 +29,9 @@ class Canvas;
 class PathPainter
 {
 public:
+    /// The largest coordinate of a path or a gradient, either way. Android holds them as floats, which have no odd numbers
+    /// beyond.
+    static constexpr qreal MaxCoordinate = 1 << 24;
     /// Elements of a path that is stroked; the stroke of one that has more is left out. Each becomes up to a hundred.
     static constexpr int MaxStrokedElements = 1 << 14;
 

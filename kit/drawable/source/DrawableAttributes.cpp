@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/source/DrawableAttributes.h"
 
+#include <algorithm>
+
 namespace SorrelKit {
 
 qreal DrawableAttributes::number(quint32 id, qreal fallback) const
@@ -50,6 +52,16 @@ QColor DrawableAttributes::color(quint32 id, const QColor &fallback) const
 QBrush DrawableAttributes::brush(quint32 id, const QBrush &fallback) const
 {
     return m_loader.brush(value(id), fallback);
+}
+
+bool DrawableAttributes::isForDefaultState() const
+{
+    const auto isOn = [](quint32 state) { return state == Attr::StateEnabled || state == Attr::StateWindowFocused; };
+    const QVector<XmlAttribute> &attributes = m_element.attributes;
+    return std::all_of(attributes.cbegin(), attributes.cend(), [&](const XmlAttribute &attribute) {
+        const TypedValue value = m_loader.resolved(&attribute).value;
+        return value.type != ValueType::Boolean || (value.data != 0) == isOn(attribute.id);
+    });
 }
 
 } // namespace SorrelKit

@@ -36,6 +36,12 @@ public:
     QString text(quint32 id) const;
     QColor color(quint32 id, const QColor &fallback) const;
     QBrush brush(quint32 id, const QBrush &fallback) const;
+    /// Whether this element, an `item` of a `selector` of drawables or colours, is for the default state: enabled, in a
+    /// window that has the focus, and in no other state.
+    ///
+    /// The states of an item are its boolean attributes, including an application's own. A true one asks for the state, a
+    /// false one for its absence. An item without states is for every state.
+    bool isForDefaultState() const;
     /// The value itself, for what may be of several types.
     ResolvedValue value(quint32 id) const { return m_loader.resolved(m_element.attribute(id)); }
 

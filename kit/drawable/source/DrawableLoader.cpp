@@ -1,58 +1,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/source/DrawableLoader.h"
 
-#include "drawable/AdaptiveIcon.h"
-#include "drawable/BitmapDrawable.h"
-#include "drawable/ClipDrawable.h"
-#include "drawable/ColorDrawable.h"
-#include "drawable/DefaultItem.h"
-#include "drawable/InsetDrawable.h"
-#include "drawable/LayerDrawable.h"
-#include "drawable/NinePatchDrawable.h"
-#include "drawable/RotateDrawable.h"
-#include "drawable/ScaleDrawable.h"
-#include "drawable/ShapeDrawable.h"
-#include "drawable/color/ColorStateList.h"
-#include "drawable/color/GradientColor.h"
-#include "drawable/vector/AnimatedVector.h"
-#include "drawable/vector/VectorDrawable.h"
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 
 #include <utility>
 
 namespace SorrelKit {
-
-namespace {
-
-struct Kind {
-    const char *element;
-    DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
-};
-
-constexpr Kind kinds[] = {
-    {"adaptive-icon", AdaptiveIcon::fromXml},
-    {"animated-rotate", RotateDrawable::fromXml},
-    {"animated-selector", DefaultItem::ofStateList},
-    {"animated-vector", AnimatedVector::fromXml},
-    {"animation-list", DefaultItem::ofAnimation},
-    {"bitmap", BitmapDrawable::fromXml},
-    {"clip", ClipDrawable::fromXml},
-    {"color", ColorDrawable::fromXml},
-    {"inset", InsetDrawable::fromXml},
-    {"layer-list", LayerDrawable::fromXml},
-    {"level-list", DefaultItem::ofLevelList},
-    {"nine-patch", NinePatchDrawable::fromXml},
-    {"ripple", LayerDrawable::fromXml},
-    {"rotate", RotateDrawable::fromXml},
-    {"scale", ScaleDrawable::fromXml},
-    {"selector", DefaultItem::ofStateList},
-    {"shape", ShapeDrawable::fromXml},
-    {"transition", LayerDrawable::fromXml},
-    {"vector", VectorDrawable::fromXml},
-};
-
-} // namespace
 
 /// Counts the drawables that are in each other while it lives.
 class DrawableLoader::Level
@@ -100,7 +54,7 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
     if (!level.isOpen())
         return nullptr;
     if (const auto argb = value.value.argb())
-        return std::make_unique<ColorDrawable>(QColor::fromRgba(*argb));
+        return makeColor(QColor::fromRgba(*argb));
     if (value.text.isEmpty()) {
         setError(value.resource == 0
                      ? QStringLiteral("no drawable is given")
@@ -108,13 +62,11 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
         return nullptr;
     }
     const QByteArray bytes = documentBytes(value.text);
-    if (bytes.isEmpty() && ninePatch(value.text))
-        return NinePatchDrawable::fromFile(value, *this);
     if (bytes.isEmpty())
-        return BitmapDrawable::fromFile(value, *this);
+        return makePicture(value);
     if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
         const QColor color = this->color(value, QColor());
-        return color.isValid() ? std::make_unique<ColorDrawable>(color) : nullptr;
+        return color.isValid() ? makeColor(color) : nullptr;
     }
     const XmlElement root = parsed(bytes, value.text);
     return root.isNull() ? nullptr : fromElement(root);
@@ -123,14 +75,7 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
 DrawablePointer DrawableLoader::fromElement(const XmlElement &element)
 {
     Level level(this);
-    if (!level.isOpen())
-        return nullptr;
-    for (const Kind &kind : kinds) {
-        if (element.name == QLatin1String(kind.element))
-            return kind.make(element, *this);
-    }
-    setUnsupported(element.name);
-    return nullptr;
+    return level.isOpen() ? makeElement(element) : nullptr;
 }
 
 DrawablePointer DrawableLoader::fromItem(const XmlElement &item)
@@ -168,23 +113,10 @@ QBrush DrawableLoader::brush(const ResolvedValue &value, const QBrush &fallback)
     Level level(this);
     if (!level.isOpen())
         return fallback;
-    const QBrush brush = brushOf(document(value.text));
+    const XmlElement root = document(value.text);
+    const QBrush brush = root.isNull() ? QBrush() : makeBrush(root);
     m_brushes.insert(value.text, brush);
     return brush.style() == Qt::NoBrush ? fallback : brush;
-}
-
-QBrush DrawableLoader::brushOf(const XmlElement &root)
-{
-    if (root.isNull())
-        return {};
-    if (root.name == QLatin1String("selector")) {
-        const auto color = ColorStateList::fromXml(root, *this);
-        return color ? QBrush(*color) : QBrush();
-    }
-    if (root.name == QLatin1String("gradient"))
-        return GradientColor::fromXml(root, *this).value_or(QBrush());
-    setError(QStringLiteral("unsupported color <%1>").arg(root.name));
-    return {};
 }
 
 QByteArray DrawableLoader::file(const QString &path)
@@ -271,11 +203,6 @@ void DrawableLoader::setError(const QString &text)
 {
     if (m_error.isEmpty())
         m_error = text;
-}
-
-void DrawableLoader::setUnsupported(const QString &name)
-{
-    setError(QStringLiteral("unsupported drawable <%1>").arg(name));
 }
 
 } // namespace SorrelKit

@@ -19,12 +19,12 @@
 namespace SorrelKit {
 
 /**
- * Makes drawables of resources: finds out what a resource is, reads its file, and hands XML elements to the class that
- * their name stands for. One loader serves one picture, and has budgets for all of it, because drawables may refer to
- * each other any number of times.
+ * Loads what drawables are made from: resources, XML documents, pictures, colours. It knows no kind of drawable; a derived
+ * class (DrawableInflater) makes them. One loader serves one picture and has budgets for all of it, because drawables may
+ * refer to each other any number of times.
  *
- * What cannot be had is a null pointer; the first reason is kept as error(). A drawable that has several parts leaves out
- * the part and goes on.
+ * A drawable that cannot be made is a null pointer, and error() keeps the first reason. A drawable of several parts leaves
+ * out such a part and uses the others.
  */
 class DrawableLoader
 {
@@ -42,8 +42,7 @@ public:
     /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
     static constexpr qint64 MaxPathSegments = 1 << 17;
 
-    /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
-    DrawableLoader(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp);
+    virtual ~DrawableLoader() = default;
 
     /// The drawable that is the resource @p id: a colour, a picture, or what an XML file describes.
     DrawablePointer fromResource(quint32 id);
@@ -91,17 +90,27 @@ public:
     /// Why something could not be had, in English, the first reason of several; empty when everything could.
     QString error() const { return m_error; }
     void setError(const QString &text);
-    /// "unsupported drawable <name>", the error for an element that nothing here draws.
-    void setUnsupported(const QString &name);
+
+protected:
+    /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
+    DrawableLoader(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp);
 
 private:
     Q_DISABLE_COPY(DrawableLoader)
     class Level;
 
+    /// The drawable that is @p color everywhere.
+    virtual DrawablePointer makeColor(const QColor &color) = 0;
+    /// The drawable of the picture file that @p value names; null, with an error, when it is not a picture.
+    virtual DrawablePointer makePicture(const ResolvedValue &value) = 0;
+    /// The drawable that @p element describes; null, with an error, for an unknown element.
+    virtual DrawablePointer makeElement(const XmlElement &element) = 0;
+    /// The brush that @p root, the root of a colour's document, describes; Qt::NoBrush, with an error, for none.
+    virtual QBrush makeBrush(const XmlElement &root) = 0;
+
     /// The file @p path when it is XML; any other is opened as a picture, and empty here.
     QByteArray documentBytes(const QString &path);
     XmlElement parsed(const QByteArray &bytes, const QString &path);
-    QBrush brushOf(const XmlElement &root);
 
     const ResourceResolver m_resolver;
     FileSource &m_files;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/vector/PathParser.h"
 
+#include "drawable/paint/PathPainter.h"
+
 #include <QLocale>
 #include <QStringView>
 #include <QTransform>
@@ -47,7 +49,7 @@ bool isDigit(QChar c)
 
 bool isInRange(QPointF point)
 {
-    return std::abs(point.x()) <= PathParser::MaxCoordinate && std::abs(point.y()) <= PathParser::MaxCoordinate;
+    return std::abs(point.x()) <= PathPainter::MaxCoordinate && std::abs(point.y()) <= PathPainter::MaxCoordinate;
 }
 
 } // namespace
@@ -171,7 +173,7 @@ bool PathParser::readNumber(qreal *number)
             at = mantissaEnd;
     }
     *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
-    if (!(std::abs(*number) <= MaxCoordinate)) {
+    if (!(std::abs(*number) <= PathPainter::MaxCoordinate)) {
         setFault(QStringLiteral("too large a number"));
         return false;
     }

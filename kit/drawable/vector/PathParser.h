@@ -29,8 +29,6 @@ namespace SorrelKit {
 class PathParser
 {
 public:
-    /// Coordinates at most, either way. Android holds them as floats, to which there is no odd number beyond.
-    static constexpr qreal MaxCoordinate = 1 << 24;
     /// Characters that are read for one segment off the allowance, beside those that become segments.
     static constexpr int CharactersPerSegment = 64;
 

@@ -49,11 +49,11 @@ QPen strokeOf(const DrawableAttributes &attributes, DrawableLoader &loader)
     const QBrush brush = colorOf(Attr::StrokeColor, attributes, loader);
     if (brush.style() == Qt::NoBrush || width < 0)
         return Qt::NoPen;
-    QPen pen(brush, qMin(width, PathParser::MaxCoordinate));
+    QPen pen(brush, qMin(width, PathPainter::MaxCoordinate));
     pen.setCapStyle(cap(attributes.integer(Attr::StrokeLineCap, 0)));
     pen.setJoinStyle(join(attributes.integer(Attr::StrokeLineJoin, 0)));
     pen.setMiterLimit(
-        qBound(qreal(1), attributes.number(Attr::StrokeMiterLimit, DefaultMiterLimit), PathParser::MaxCoordinate));
+        qBound(qreal(1), attributes.number(Attr::StrokeMiterLimit, DefaultMiterLimit), PathPainter::MaxCoordinate));
     return pen;
 }
 

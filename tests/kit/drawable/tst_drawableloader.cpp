@@ -2,7 +2,7 @@
 #include "Apk.h"
 #include "Bytes.h"
 #include "DrawableFixture.h"
-#include "drawable/source/DrawableLoader.h"
+#include "drawable/DrawableInflater.h"
 #include "format/AndroidAttributes.h"
 
 #include <QtTest>
@@ -62,7 +62,7 @@ struct Resources {
     }
 
     Files files;
-    DrawableLoader loader;
+    DrawableInflater loader;
 };
 
 } // namespace
@@ -141,7 +141,7 @@ void TestDrawableLoader::picturesAreDecodedOnce()
 void TestDrawableLoader::scalesOfDensities()
 {
     Files files;
-    const DrawableLoader loader(ResourceResolver({}, Configuration::phone(320)), files, 2);
+    const DrawableInflater loader(ResourceResolver({}, Configuration::phone(320)), files, 2);
     QCOMPARE(loader.scaleOf(320), 1.0);
     QCOMPARE(loader.scaleOf(160), 2.0);
     QCOMPARE(loader.scaleOf(640), 0.5);
@@ -295,7 +295,7 @@ void TestDrawableLoader::firstErrorIsKept()
 {
     Resources resources({});
     resources.loader.setError(latin("first"));
-    resources.loader.setUnsupported(latin("second"));
+    resources.loader.setError(latin("second"));
     QCOMPARE(resources.loader.error(), latin("first"));
 }
 

@@ -2,8 +2,8 @@
 #ifndef DRAWABLEFIXTURE_H
 #define DRAWABLEFIXTURE_H
 
+#include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/source/DrawableLoader.h"
 
 #include <QHash>
 #include <QImage>
@@ -68,7 +68,7 @@ public:
     Studio();
 
     Files files;
-    SorrelKit::DrawableLoader loader;
+    SorrelKit::DrawableInflater loader;
 
     SorrelKit::DrawablePointer load(const XmlElement &root) { return loader.fromElement(root); }
     /// @p root in all of a picture of @p size.

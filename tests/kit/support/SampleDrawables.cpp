@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "SampleDrawables.h"
 
+#include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/source/DrawableLoader.h"
 
 #include <QFileInfo>
 
@@ -45,13 +45,13 @@ QVector<SampleDrawables::Drawable> SampleDrawables::all() const
 
 QSizeF SampleDrawables::intrinsicSize(const Drawable &drawable)
 {
-    const DrawablePointer loaded = DrawableLoader(*m_resolver, m_files, m_pixelsPerDp).fromResource(drawable.id);
+    const DrawablePointer loaded = DrawableInflater(*m_resolver, m_files, m_pixelsPerDp).fromResource(drawable.id);
     return loaded == nullptr ? QSizeF() : loaded->intrinsicSize();
 }
 
 SampleDrawables::Drawing SampleDrawables::draw(const Drawable &drawable, int side, IconMask mask)
 {
-    DrawableLoader loader(*m_resolver, m_files, m_pixelsPerDp);
+    DrawableInflater loader(*m_resolver, m_files, m_pixelsPerDp);
     loader.setIconMask(mask);
     const DrawablePointer loaded = loader.fromResource(drawable.id);
     if (loaded == nullptr)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/paint/PathPainter.h"
 #include "drawable/vector/PathParser.h"
 
 #include <QtTest>
@@ -434,8 +435,8 @@ void TestPathParser::anythingIsRead()
         whole += parser.fault().isEmpty() ? 1 : 0;
         for (int at = 0; at < parser.path().elementCount(); ++at) {
             const QPainterPath::Element element = parser.path().elementAt(at);
-            QVERIFY2(std::abs(element.x) < 4 * PathParser::MaxCoordinate
-                         && std::abs(element.y) < 4 * PathParser::MaxCoordinate,
+            QVERIFY2(std::abs(element.x) < 4 * PathPainter::MaxCoordinate
+                         && std::abs(element.y) < 4 * PathPainter::MaxCoordinate,
                      qPrintable(data));
         }
     }

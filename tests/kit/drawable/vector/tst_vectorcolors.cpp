@@ -3,7 +3,7 @@
 #include "drawable/color/ColorStateList.h"
 #include "drawable/color/GradientColor.h"
 #include "drawable/color/Tint.h"
-#include "drawable/source/DefaultState.h"
+#include "drawable/source/DrawableAttributes.h"
 #include "format/AndroidAttributes.h"
 
 #include <QGradient>
@@ -117,7 +117,7 @@ void TestVectorColors::states()
     QFETCH(Attributes, attributes);
     QFETCH(bool, isDefault);
     Studio studio;
-    QCOMPARE(isDefaultState(item(attributes), studio.loader), isDefault);
+    QCOMPARE(DrawableAttributes(item(attributes), studio.loader).isForDefaultState(), isDefault);
 }
 
 void TestVectorColors::stateLists_data()

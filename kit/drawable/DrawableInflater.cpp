@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "drawable/DrawableInflater.h"
+
+#include "drawable/AdaptiveIcon.h"
+#include "drawable/BitmapDrawable.h"
+#include "drawable/ClipDrawable.h"
+#include "drawable/ColorDrawable.h"
+#include "drawable/DefaultItem.h"
+#include "drawable/InsetDrawable.h"
+#include "drawable/LayerDrawable.h"
+#include "drawable/NinePatchDrawable.h"
+#include "drawable/RotateDrawable.h"
+#include "drawable/ScaleDrawable.h"
+#include "drawable/ShapeDrawable.h"
+#include "drawable/color/ColorStateList.h"
+#include "drawable/color/GradientColor.h"
+#include "drawable/vector/AnimatedVector.h"
+#include "drawable/vector/VectorDrawable.h"
+
+namespace SorrelKit {
+
+namespace {
+
+struct Kind {
+    const char *element;
+    DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
+};
+
+constexpr Kind kinds[] = {
+    {"adaptive-icon", AdaptiveIcon::fromXml},
+    {"animated-rotate", RotateDrawable::fromXml},
+    {"animated-selector", DefaultItem::ofStateList},
+    {"animated-vector", AnimatedVector::fromXml},
+    {"animation-list", DefaultItem::ofAnimation},
+    {"bitmap", BitmapDrawable::fromXml},
+    {"clip", ClipDrawable::fromXml},
+    {"color", ColorDrawable::fromXml},
+    {"inset", InsetDrawable::fromXml},
+    {"layer-list", LayerDrawable::fromXml},
+    {"level-list", DefaultItem::ofLevelList},
+    {"nine-patch", NinePatchDrawable::fromXml},
+    {"ripple", LayerDrawable::fromXml},
+    {"rotate", RotateDrawable::fromXml},
+    {"scale", ScaleDrawable::fromXml},
+    {"selector", DefaultItem::ofStateList},
+    {"shape", ShapeDrawable::fromXml},
+    {"transition", LayerDrawable::fromXml},
+    {"vector", VectorDrawable::fromXml},
+};
+
+} // namespace
+
+DrawableInflater::DrawableInflater(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp)
+    : DrawableLoader(resolver, files, pixelsPerDp)
+{
+}
+
+DrawablePointer DrawableInflater::makeColor(const QColor &color)
+{
+    return std::make_unique<ColorDrawable>(color);
+}
+
+DrawablePointer DrawableInflater::makePicture(const ResolvedValue &value)
+{
+    return ninePatch(value.text) ? NinePatchDrawable::fromFile(value, *this) : BitmapDrawable::fromFile(value, *this);
+}
+
+DrawablePointer DrawableInflater::makeElement(const XmlElement &element)
+{
+    for (const Kind &kind : kinds) {
+        if (element.name == QLatin1String(kind.element))
+            return kind.make(element, *this);
+    }
+    setError(QStringLiteral("unsupported drawable <%1>").arg(element.name));
+    return nullptr;
+}
+
+QBrush DrawableInflater::makeBrush(const XmlElement &root)
+{
+    if (root.name == QLatin1String("selector")) {
+        const auto color = ColorStateList::fromXml(root, *this);
+        return color ? QBrush(*color) : QBrush();
+    }
+    if (root.name == QLatin1String("gradient"))
+        return GradientColor::fromXml(root, *this).value_or(QBrush());
+    setError(QStringLiteral("unsupported color <%1>").arg(root.name));
+    return {};
+}
+
+} // namespace SorrelKit

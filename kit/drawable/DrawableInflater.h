@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWABLEINFLATER_H
+#define SORRELKIT_DRAWABLEINFLATER_H
+
+#include "drawable/source/DrawableLoader.h"
+
+namespace SorrelKit {
+
+/// Makes drawables of resources. It has the table of all kinds of drawables, by the names of their XML elements.
+class DrawableInflater final : public DrawableLoader
+{
+public:
+    /// @p files outlives the inflater. Dimensions become pixels at @p pixelsPerDp.
+    DrawableInflater(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp);
+
+private:
+    DrawablePointer makeColor(const QColor &color) override;
+    DrawablePointer makePicture(const ResolvedValue &value) override;
+    DrawablePointer makeElement(const XmlElement &element) override;
+    QBrush makeBrush(const XmlElement &root) override;
+};
+
+} // namespace SorrelKit
+
+#endif
