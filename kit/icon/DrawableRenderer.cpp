@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/DrawableRenderer.h>
 
-#include "format/XmlElement.h"
+#include "icon/IconRenderer.h"
 #include "package/PackageData.h"
 
 namespace SorrelKit {
 
 QImage DrawableRenderer::render(quint32 id, int size)
 {
-    XmlAttribute reference;
-    reference.value = {ValueType::Reference, id};
     m_package.d->load();
-    return m_package.d->icon(&reference, size, m_mask, &m_error);
+    ResolvedValue reference;
+    reference.value = {ValueType::Reference, id};
+    reference.resource = id;
+    IconRenderer renderer(m_package.d->resolver(), m_package.d->files());
+    const QImage picture = renderer.icon(reference, size, m_mask);
+    m_error = renderer.error();
+    return picture;
 }
 
 } // namespace SorrelKit

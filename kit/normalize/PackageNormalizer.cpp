@@ -177,7 +177,7 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package)
 // Android does not look at the type of the manifest's chunk.
 void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
 {
-    manifest = archive.file(QLatin1String(manifestName), PackageData::MaxManifestBytes);
+    manifest = archive.file(QLatin1String(manifestName), Manifest::MaxBytes);
     if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
         return;
     qToLittleEndian(quint16(ChunkType::Xml), manifest.data());

@@ -9,15 +9,15 @@
 
 namespace SorrelKit {
 
-QVector<IconFile> IconFileLookup::files(const ResolvedValue &icon)
+QVector<IconFileLookup::File> IconFileLookup::files(const ResolvedValue &icon)
 {
     const auto known = m_ofResources.constFind(icon.resource);
     if (known != m_ofResources.cend())
         return *known;
-    QVector<IconFile> files;
+    QVector<File> files;
     for (const ResolvedValue &candidate : candidates(icon, m_resolver, &m_steps)) {
         const Kind &kind = kindOf(candidate.text);
-        IconFile file;
+        File file;
         file.path = candidate.text;
         file.density = candidate.density;
         file.kind = kind.name;

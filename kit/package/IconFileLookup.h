@@ -7,9 +7,8 @@
 #include "picture/PictureDecoder.h"
 #include "resources/ResourceResolver.h"
 
-#include <SorrelKit/Launcher.h>
-
 #include <QHash>
+#include <QSize>
 #include <QString>
 #include <QVector>
 
@@ -37,8 +36,16 @@ public:
     /// Both outlive this object.
     IconFileLookup(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
 
-    /// The files for @p icon, a reference or a path, as Launcher::iconFiles() has them.
-    QVector<IconFile> files(const ResolvedValue &icon);
+    /// A file that the package has for an icon.
+    struct File {
+        QString path;    ///< of the member in the package
+        QString kind;    ///< the root element of an XML file, else the format of the picture
+        QSize size;      ///< in pixels; empty for XML
+        int density = 0; ///< that the resource table has the file for
+    };
+
+    /// The files for @p icon, a reference or a path, best first.
+    QVector<File> files(const ResolvedValue &icon);
 
     /// The values that @p icon, a reference or a path, has in the configurations that @p resolver matches, each path once
     /// and references followed. What finding them takes is taken off @p steps.
@@ -58,7 +65,7 @@ private:
     Allowance m_steps{MaxSteps};
     PictureDecoder m_decoder{MaxPictureSteps};
     QHash<QString, Kind> m_kinds; ///< by path
-    QHash<quint32, QVector<IconFile>> m_ofResources;
+    QHash<quint32, QVector<File>> m_ofResources;
 };
 
 } // namespace SorrelKit

@@ -8,24 +8,6 @@
 
 namespace SorrelKit {
 
-const XmlAttribute *LauncherData::innermost(quint32 id) const
-{
-    if (!isValid())
-        return nullptr;
-    for (const XmlElement *element : {entry.filter, entry.activity, entry.target, package->manifest().application()}) {
-        const XmlAttribute *const attribute = element != nullptr ? element->attribute(id) : nullptr;
-        if (attribute != nullptr)
-            return attribute;
-    }
-    return nullptr;
-}
-
-bool LauncherData::isTrue(const XmlElement *element, quint32 id) const
-{
-    const XmlAttribute *const attribute = element != nullptr ? element->attribute(id) : nullptr;
-    return package->isTrue(attribute, true);
-}
-
 Launcher::Launcher() : d(new LauncherData) {}
 Launcher::Launcher(LauncherData *data) : d(data) {}
 Launcher::Launcher(const Launcher &other) = default;
@@ -54,13 +36,12 @@ bool Launcher::isAlias() const
 
 bool Launcher::isEnabled() const
 {
-    return d->isValid() && d->isTrue(d->entry.activity, Attr::Enabled)
-           && d->isTrue(d->package->manifest().application(), Attr::Enabled);
+    return d->isValid() && d->package->isEnabled(d->entry);
 }
 
 bool Launcher::isExported() const
 {
-    return d->isValid() && d->isTrue(d->entry.activity, Attr::Exported);
+    return d->isValid() && d->package->isExported(d->entry);
 }
 
 bool Launcher::isShown() const
@@ -91,16 +72,26 @@ quint32 Launcher::iconResource() const
 
 QVector<IconFile> Launcher::iconFiles() const
 {
-    return d->isValid() ? d->package->iconFiles(d->innermost(Attr::Icon)) : QVector<IconFile>();
+    QVector<IconFile> files;
+    if (d->isValid()) {
+        for (const IconFileLookup::File &file : d->package->iconFiles(d->innermost(Attr::Icon)))
+            files.append({file.path, file.kind, file.size, file.density});
+    }
+    return files;
 }
 
 QImage Launcher::icon(int size, IconMask mask, QString *error) const
 {
-    if (d->isValid())
-        return d->package->icon(d->innermost(Attr::Icon), size, mask, error);
+    QImage image;
+    QString text = QStringLiteral("there is no icon");
+    if (d->isValid()) {
+        IconRenderer renderer(d->package->resolver(), d->package->files());
+        image = renderer.icon(d->package->iconValue(d->innermost(Attr::Icon)), size, mask);
+        text = renderer.error();
+    }
     if (error != nullptr)
-        *error = QStringLiteral("there is no icon");
-    return {};
+        *error = text;
+    return image;
 }
 
 } // namespace SorrelKit

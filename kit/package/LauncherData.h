@@ -19,10 +19,11 @@ public:
     int launcherCount = 1; ///< of the package, which share what lookups of labels may take
 
     bool isValid() const { return entry.activity != nullptr; }
-    /// The attribute @p id of the first that has it: filter, activity or alias, the alias's target, application.
-    const XmlAttribute *innermost(quint32 id) const;
-    /// Whether the attribute @p id of @p element is true, or missing.
-    bool isTrue(const XmlElement *element, quint32 id) const;
+    /// The attribute @p id, as Manifest::innermostAttribute() finds it; a null pointer for an entry of nothing.
+    const XmlAttribute *innermost(quint32 id) const
+    {
+        return isValid() ? package->manifest().innermostAttribute(entry, id) : nullptr;
+    }
 };
 
 } // namespace SorrelKit

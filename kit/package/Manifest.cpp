@@ -51,6 +51,22 @@ const XmlElement *Manifest::application() const
     return found == m_root.children.cend() ? nullptr : &*found;
 }
 
+const XmlAttribute *Manifest::applicationAttribute(quint32 id) const
+{
+    const XmlElement *const element = application();
+    return element != nullptr ? element->attribute(id) : nullptr;
+}
+
+const XmlAttribute *Manifest::innermostAttribute(const LauncherEntry &entry, quint32 id) const
+{
+    for (const XmlElement *element : {entry.filter, entry.activity, entry.target, application()}) {
+        const XmlAttribute *const attribute = element != nullptr ? element->attribute(id) : nullptr;
+        if (attribute != nullptr)
+            return attribute;
+    }
+    return nullptr;
+}
+
 const XmlAttribute *Manifest::childAttribute(const QString &element, quint32 id) const
 {
     for (const XmlElement &child : m_root.children) {

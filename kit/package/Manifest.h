@@ -27,6 +27,8 @@ public:
         bool isAlias = false;
     };
 
+    /// Bytes of a manifest at most.
+    static constexpr qint64 MaxBytes = 16 << 20;
     /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users choose
     /// among icons have some dozens.
     static constexpr int MaxLaunchers = 1024;
@@ -41,6 +43,10 @@ public:
     QString splitName() const;
     /// The element `application`; a null pointer when there is none.
     const XmlElement *application() const;
+    /// The attribute @p id of the application; a null pointer when there is none.
+    const XmlAttribute *applicationAttribute(quint32 id) const;
+    /// The attribute @p id of the first that has it: filter, activity or alias, the alias's target, application.
+    const XmlAttribute *innermostAttribute(const LauncherEntry &entry, quint32 id) const;
     /// The attribute @p id of the first of the root's children of the name @p element that has it.
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
     /// Each activity and each alias once, for its first such filter, in the order of the manifest; up to MaxLaunchers.

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Package.h>
 
+#include "archive/PackageError.h"
 #include "format/AndroidAttributes.h"
+#include "icon/IconRenderer.h"
 #include "language/LabelLookup.h"
 #include "package/LauncherData.h"
 #include "package/PackageData.h"
@@ -15,29 +17,6 @@ namespace {
 constexpr int FirstSdkVersion = 1;
 constexpr int PreviewSdkVersion = 10000;
 constexpr int MaxStandIns = 4;
-
-QString textOf(Package::Error error)
-{
-    switch (error) {
-    case Package::NoError:
-        return QStringLiteral("no error");
-    case Package::CannotOpen:
-        return QStringLiteral("could not open APK file");
-    case Package::BadTable:
-        return QStringLiteral("could not parse resources.arsc");
-    case Package::NoManifest:
-        return QStringLiteral("could not find AndroidManifest.xml");
-    case Package::BadManifest:
-        return QStringLiteral("could not parse AndroidManifest.xml");
-    }
-    return {};
-}
-
-const XmlAttribute *applicationAttribute(const PackageData &data, quint32 id)
-{
-    const XmlElement *const application = data.manifest().application();
-    return application != nullptr ? application->attribute(id) : nullptr;
-}
 
 int sdkVersion(const PackageData &data, quint32 id, int fallback)
 {
@@ -66,13 +45,14 @@ Package::~Package() = default;
 
 Package::Error Package::error() const
 {
-    return loaded().error();
+    return Error(loaded().error());
 }
 
 QString Package::errorString() const
 {
     const QString fault = loaded().fault();
-    return fault.isEmpty() ? textOf(d->error()) : textOf(d->error()) + QStringLiteral(": ") + fault;
+    const QString text = PackageError::text(d->error());
+    return fault.isEmpty() ? text : text + QStringLiteral(": ") + fault;
 }
 
 bool Package::isValid() const
@@ -155,36 +135,35 @@ QStringList Package::splits() const
 
 QMap<QString, QString> Package::labels() const
 {
-    return LabelLookup(loaded().resolver()).labels(applicationAttribute(*d, Attr::Label));
+    return LabelLookup(loaded().resolver()).labels(d->manifest().applicationAttribute(Attr::Label));
 }
 
 QString Package::label(const QLocale &locale) const
 {
     const QString label =
-        LabelLookup(loaded().resolver()).label(applicationAttribute(*d, Attr::Label), LanguageTag(locale));
+        LabelLookup(loaded().resolver()).label(d->manifest().applicationAttribute(Attr::Label), LanguageTag(locale));
     return label.isEmpty() ? packageName() : label;
 }
 
 QImage Package::icon(int size, IconMask mask, QString *error) const
 {
     loaded();
-    const XmlAttribute *const own = applicationAttribute(*d, Attr::Icon);
-    QImage image = d->icon(own, size, mask, error);
-    if (!image.isNull())
-        return image;
-    int standIns = 0;
-    for (const Launcher &launcher : launchers()) {
-        const XmlAttribute *const icon = launcher.d->innermost(Attr::Icon);
-        if (icon == own || !launcher.isShown())
-            continue;
-        QString launcherError;
-        image = d->icon(icon, size, mask, &launcherError);
-        // An application's icon that cannot be had stays a fault; one that it does not have is none.
-        if (!image.isNull() && own == nullptr && error != nullptr)
-            *error = launcherError;
-        if (!image.isNull() || ++standIns == MaxStandIns)
-            break;
+    IconRenderer renderer(d->resolver(), d->files());
+    const std::optional<ResolvedValue> own = d->applicationIcon();
+    QImage image = renderer.icon(own.value_or(ResolvedValue()), size, mask);
+    QString text = renderer.error();
+    if (image.isNull()) {
+        for (const ResolvedValue &icon : d->launcherIcons(MaxStandIns)) {
+            image = renderer.icon(icon, size, mask);
+            // An application's icon that cannot be drawn stays a fault; one that it does not have is none.
+            if (!image.isNull() && !own)
+                text = renderer.error();
+            if (!image.isNull())
+                break;
+        }
     }
+    if (error != nullptr)
+        *error = text;
     return image;
 }
 

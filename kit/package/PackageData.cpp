@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageData.h"
 
+#include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
-#include "icon/IconRenderer.h"
 #include "package/PackageSet.h"
 
 #include <QSet>
@@ -41,7 +41,7 @@ void PackageData::load()
 void PackageData::read()
 {
     if (!m_outer->open()) {
-        setError(Package::CannotOpen);
+        setError(PackageError::CannotOpen);
         return;
     }
     const QString manifest = QStringLiteral("AndroidManifest.xml");
@@ -52,7 +52,7 @@ void PackageData::read()
     }
     PackageSet set(*m_outer);
     if (set.base() == nullptr) {
-        setError(Package::NoManifest, QStringLiteral("the set has no base package"));
+        setError(PackageError::NoManifest, QStringLiteral("the set has no base package"));
         return;
     }
     m_members.push_back(std::move(set.base()));
@@ -73,16 +73,16 @@ void PackageData::read()
 
 bool PackageData::readManifest(ZipArchive &archive)
 {
-    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), MaxManifestBytes);
+    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes);
     if (bytes.isEmpty()) {
-        setError(Package::NoManifest);
+        setError(PackageError::NoManifest);
         return false;
     }
     const XmlReader reader(bytes);
     if (reader.fault().isEmpty() && reader.root().name == QLatin1String("manifest"))
         m_manifest = Manifest(reader.root());
     else
-        setError(Package::BadManifest, reader.fault());
+        setError(PackageError::BadManifest, reader.fault());
     return reader.fault().isEmpty();
 }
 
@@ -99,13 +99,13 @@ void PackageData::readTable(ZipArchive &archive)
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
     m_typeChunks.spend(table->typeChunkCount());
     if (!table->fault().isEmpty())
-        setError(Package::BadTable, table->fault());
+        setError(PackageError::BadResources, table->fault());
     m_tables.append(table);
 }
 
-void PackageData::setError(Package::Error error, const QString &fault)
+void PackageData::setError(PackageError::Code error, const QString &fault)
 {
-    if (m_error != Package::NoError)
+    if (m_error != PackageError::NoError)
         return;
     m_error = error;
     m_fault = fault;
@@ -160,21 +160,11 @@ bool PackageData::isTrue(const XmlAttribute *attribute, bool fallback) const
     return fallback;
 }
 
-QImage PackageData::icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error)
-{
-    IconRenderer maker(m_resolver, *this);
-    QImage image = maker.icon(iconValue(attribute), size, mask);
-    if (error != nullptr)
-        *error = maker.error();
-    return image;
-}
-
-QVector<IconFile> PackageData::iconFiles(const XmlAttribute *attribute)
+QVector<IconFileLookup::File> PackageData::iconFiles(const XmlAttribute *attribute)
 {
     return m_iconFiles.files(iconValue(attribute));
 }
 
-// The icon is resolved for its size later: a reference stays one.
 ResolvedValue PackageData::iconValue(const XmlAttribute *attribute) const
 {
     if (attribute == nullptr || !attribute->value.isReference())
@@ -189,6 +179,37 @@ QString PackageData::text(const XmlAttribute *attribute) const
 {
     const ResolvedValue value = resolved(attribute);
     return value.text.isEmpty() ? value.plainText() : value.text;
+}
+
+bool PackageData::isEnabled(const Manifest::LauncherEntry &entry) const
+{
+    return isTrue(entry.activity->attribute(Attr::Enabled), true)
+           && isTrue(m_manifest.applicationAttribute(Attr::Enabled), true);
+}
+
+bool PackageData::isExported(const Manifest::LauncherEntry &entry) const
+{
+    return isTrue(entry.activity->attribute(Attr::Exported), true);
+}
+
+std::optional<ResolvedValue> PackageData::applicationIcon() const
+{
+    const XmlAttribute *const icon = m_manifest.applicationAttribute(Attr::Icon);
+    return icon != nullptr ? std::make_optional(iconValue(icon)) : std::nullopt;
+}
+
+QVector<ResolvedValue> PackageData::launcherIcons(int count) const
+{
+    QVector<ResolvedValue> icons;
+    const XmlAttribute *const own = m_manifest.applicationAttribute(Attr::Icon);
+    for (const Manifest::LauncherEntry &entry : m_manifest.launchers()) {
+        if (icons.size() == count)
+            break;
+        const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon);
+        if (icon != own && isEnabled(entry) && isExported(entry))
+            icons.append(iconValue(icon));
+    }
+    return icons;
 }
 
 } // namespace SorrelKit

@@ -2,14 +2,13 @@
 #ifndef SORRELKIT_PACKAGEDATA_H
 #define SORRELKIT_PACKAGEDATA_H
 
-#include "archive/FileSource.h"
+#include "archive/PackageError.h"
 #include "archive/ZipArchive.h"
 #include "format/Allowance.h"
+#include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "resources/ResourceResolver.h"
-
-#include <SorrelKit/Package.h>
 
 #include <QHash>
 #include <QString>
@@ -24,13 +23,12 @@ namespace SorrelKit {
  * What Package and its launchers share: the archive, or those of a set, what was read of them, and why something could
  * not be. Read on first use. The files of a base come before those of its splits.
  */
-class PackageData : private FileSource
+class PackageData : public DrawingSource, private FileSource
 {
 public:
-    /// Bytes of all tables at most, those of splits included, and of a manifest: libsorrel's limit for one. Type chunks of
-    /// all tables are at most as many as one may have (ResourceTable).
+    /// Bytes of all tables at most, those of splits included: libsorrel's limit for one. Type chunks of all tables are at
+    /// most as many as one may have (ResourceTable).
     static constexpr qint64 MaxTableBytes = 128 << 20;
-    static constexpr qint64 MaxManifestBytes = 16 << 20;
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
@@ -38,15 +36,13 @@ public:
     /// Opens and reads the package, unless that was done.
     void load();
 
-    Package::Error error() const { return m_error; }
+    PackageError::Code error() const { return m_error; }
     /// The fault behind the error; may be empty.
     QString fault() const { return m_fault; }
     const Manifest &manifest() const { return m_manifest; }
     const QStringList &splits() const { return m_splits; }
     /// The tables of all packages, the base's first.
     const QVector<QSharedPointer<const ResourceTable>> &tables() const { return m_tables; }
-    /// Finds in the tables of all packages; looks as a phone of 160 dots per inch.
-    const ResourceResolver &resolver() const { return m_resolver; }
     /// Names of the processors that there is native code for.
     QStringList nativeAbis();
 
@@ -56,24 +52,34 @@ public:
     bool isTrue(const XmlAttribute *attribute, bool fallback) const;
     /// What @p attribute stands for.
     ResolvedValue resolved(const XmlAttribute *attribute) const;
-    /// What @p attribute stands for as a picture of @p size pixels a side, and why not in @p error, which may be null.
-    QImage icon(const XmlAttribute *attribute, int size, IconMask mask, QString *error);
-    /// The files that there are for it.
-    QVector<IconFile> iconFiles(const XmlAttribute *attribute);
+    /// The icon that @p attribute names. A reference stays one: it is resolved for the icon's size later.
+    ResolvedValue iconValue(const XmlAttribute *attribute) const;
+    /// The files for the icon that @p attribute names.
+    QVector<IconFileLookup::File> iconFiles(const XmlAttribute *attribute);
+
+    /// Whether both the application and the launcher's activity or alias are enabled.
+    bool isEnabled(const Manifest::LauncherEntry &entry) const;
+    /// Whether other applications may start the launcher's activity or alias.
+    bool isExported(const Manifest::LauncherEntry &entry) const;
+
+    /// Looks as a phone of 160 dots per inch.
+    const ResourceResolver &resolver() const override { return m_resolver; }
+    FileSource &files() override { return *this; }
+    std::optional<ResolvedValue> applicationIcon() const override;
+    QVector<ResolvedValue> launcherIcons(int count) const override;
 
 private:
     QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
-    ResolvedValue iconValue(const XmlAttribute *attribute) const;
     void read();
     bool readManifest(ZipArchive &archive);
     void readTable(ZipArchive &archive);
-    void setError(Package::Error error, const QString &fault = QString());
+    void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< what was opened; of a set, the set
     std::vector<std::unique_ptr<ZipArchive>> m_members; ///< of a set: the base, then the splits
     QHash<QString, ZipArchive *> m_holders;             ///< of a set, by path: the first of them that has a member
     bool m_isLoaded = false;
-    Package::Error m_error = Package::NoError;
+    PackageError::Code m_error = PackageError::NoError;
     QString m_fault;
     Manifest m_manifest;
     QStringList m_splits;

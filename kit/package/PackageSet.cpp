@@ -4,7 +4,6 @@
 #include "format/Allowance.h"
 #include "format/XmlReader.h"
 #include "package/Manifest.h"
-#include "package/PackageData.h"
 
 #include <algorithm>
 
@@ -54,8 +53,7 @@ PackageSet::PackageSet(ZipArchive &archive)
         std::unique_ptr<ZipArchive> package = archive.archive(path, &inflated);
         if (package == nullptr || !package->open(&members))
             continue;
-        const XmlReader reader(
-            package->file(QStringLiteral("AndroidManifest.xml"), PackageData::MaxManifestBytes, &manifests));
+        const XmlReader reader(package->file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes, &manifests));
         if (!manifests.spend(reader.characters()))
             break;
         const Manifest manifest(reader.root());

@@ -10,6 +10,7 @@
 #include "package/PackageData.h"
 #include "package/PackageSet.h"
 
+#include <SorrelKit/Package.h>
 #include <SorrelKit/PackageNormalizer.h>
 
 #include <QRandomGenerator>

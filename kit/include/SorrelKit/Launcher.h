@@ -3,6 +3,7 @@
 #define SORRELKIT_LAUNCHER_H
 
 #include <SorrelKit/Export.h>
+#include <SorrelKit/IconFile.h>
 #include <SorrelKit/IconMask.h>
 
 #include <QImage>
@@ -16,18 +17,6 @@
 namespace SorrelKit {
 
 class LauncherData;
-
-/// A file that a package has for an icon. A plain value, which Launcher::iconFiles() makes.
-/// @since 0.5.1
-struct IconFile {
-    QString path; ///< of the member in the package
-    /// Of XML the name of the root ("adaptive-icon", "vector"), else the format: "png", "jpeg", "gif", "webp", "bmp" or
-    /// "ico". A Windows icon that is a PNG is one.
-    QString kind;
-    QSize size; ///< in pixels; empty for XML, which is drawn in any size
-    int density =
-        0; ///< in dots per inch, as the resource table has it: 0 for none, 65534 for any, 65535 for no scaling
-};
 
 /**
  * An entry of a package that a home screen may show: what to start, under which name and with which picture.

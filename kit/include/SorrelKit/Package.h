@@ -3,6 +3,7 @@
 #define SORRELKIT_PACKAGE_H
 
 #include <SorrelKit/Export.h>
+#include <SorrelKit/Feature.h>
 #include <SorrelKit/Launcher.h>
 
 #include <QImage>
@@ -19,13 +20,6 @@ class QIODevice;
 namespace SorrelKit {
 
 class PackageData;
-
-/// A feature of the device that a package uses (`uses-feature`). A plain value, which Package::features() makes.
-/// @since 0.5.1
-struct Feature {
-    QString name;           ///< as the platform calls it ("android.hardware.camera")
-    bool isRequired = true; ///< whether the package is for devices that have it alone
-};
 
 /**
  * An Android package as today's applications have it: with XML icons, tables in every encoding, labels in every

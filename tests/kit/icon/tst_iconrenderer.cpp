@@ -263,7 +263,7 @@ void TestIconMaker::iconFiles()
     icons.files.add(latin("small"), picture(48, 48, 0xff0000));
     icons.files.add(latin("text"), QByteArray("text"));
     icons.files.add(latin("xml"), blueXml());
-    const QVector<IconFile> files = icons.lookup.files(Icons::reference(First));
+    const QVector<IconFileLookup::File> files = icons.lookup.files(Icons::reference(First));
     QCOMPARE(files.size(), 3);
     QCOMPARE(files.at(0).path, latin("xml"));
     QCOMPARE(files.at(0).kind, latin("color"));

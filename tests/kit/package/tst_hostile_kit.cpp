@@ -471,7 +471,7 @@ void TestHostileKit::addManifests()
     for (int i = 0; i < 50000; ++i)
         libraries.append({QStringLiteral("lib/%1/x.so").arg(i), QByteArray()});
     addPackage("processors", emptyTable(), smallManifest(), libraries);
-    addPackage("manifest of nothing, inflated", emptyTable(), QByteArray(2 * PackageData::MaxManifestBytes, '\0'));
+    addPackage("manifest of nothing, inflated", emptyTable(), QByteArray(2 * Manifest::MaxBytes, '\0'));
     addPackage("table of nothing, inflated", QByteArray(PackageData::MaxTableBytes + 1, '\0'), smallManifest());
 }
 

@@ -352,8 +352,8 @@ void TestKitCeilings::bytesOfAManifest()
         PackageDevice device(emptyTable(), manifest + QByteArray(int(size - manifest.size()), '\0'));
         return Package(&device).errorString();
     };
-    QCOMPARE(error(PackageData::MaxManifestBytes), QStringLiteral("no error"));
-    QCOMPARE(error(PackageData::MaxManifestBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));
+    QCOMPARE(error(Manifest::MaxBytes), QStringLiteral("no error"));
+    QCOMPARE(error(Manifest::MaxBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));
 }
 
 void TestKitCeilings::inflatedBytesOfASet()

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWINGSOURCE_H
+#define SORRELKIT_DRAWINGSOURCE_H
+
+#include "archive/FileSource.h"
+#include "resources/ResourceResolver.h"
+
+#include <QVector>
+
+#include <optional>
+
+namespace SorrelKit {
+
+/// The parts of a package that drawing an icon needs.
+class DrawingSource
+{
+public:
+    virtual ~DrawingSource() = default;
+
+    /// Looks up resources in the tables of the package and its splits.
+    virtual const ResourceResolver &resolver() const = 0;
+    /// The members of the package and its splits.
+    virtual FileSource &files() = 0;
+    /// The icon of the application, a reference or a path; nothing when the manifest names none.
+    virtual std::optional<ResolvedValue> applicationIcon() const = 0;
+    /// Icons of the first @p count launchers that are shown and have an icon of their own, in the manifest's order.
+    virtual QVector<ResolvedValue> launcherIcons(int count) const = 0;
+};
+
+} // namespace SorrelKit
+
+#endif
