@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""scan.py SORREL SAMPLES: how many packages a second `sorrel scan` reads with one worker, with two, and with as many again by
-GNU Parallel, and what starting a worker costs, as a table of Markdown. The packages are copies of the samples, which are in
-the page cache. Ways are measured in turns; a figure is the median of their runs."""
+"""scan.py SORREL SAMPLES: prints a Markdown table of the packages a second that `sorrel scan` reads with one and with two
+workers, and the time to start a worker. The packages are copies of the samples in the page cache. The ways are measured in
+turns; a figure is the median of its runs."""
 
 import glob
 import os
@@ -48,8 +48,6 @@ def main():
             "`sorrel scan -j 2 --lint -`": [sorrel, "scan", "-j", "2", "--lint", "-"],
             "`sorrel info --json`, one process": ["xargs", "-d", "\n", sorrel, "info", "--json"],
             "`sorrel info --json`, a process each": ["xargs", "-d", "\n", "-n", "1", sorrel, "info", "--json"],
-            "`parallel --pipe -N 500 -j 2 sorrel scan -j 1 -`": [
-                "parallel", "--will-cite", "--jobs", "2", "--pipe", "-N", "500", sorrel, "scan", "-j", "1", "-"],
         }
         times = medians(ways, paths)
         print(f"{len(files)} packages:\n\n| way | packages a second |\n|---|---|")

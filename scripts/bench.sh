@@ -114,7 +114,7 @@ case ${1:-} in
     python3 bench/report.py "$results" --plots docs
     ;;
 --scan)
-    require "${bench_packages[@]}" parallel
+    require "${bench_packages[@]}"
     say "Building"
     build release sorrel-command samples
     python3 bench/scan.py build/release/bin/sorrel build/release/samples

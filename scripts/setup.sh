@@ -30,7 +30,7 @@ rpm_packages=(rpm rpmlint)
 # Running the system tests: programs that use what Sorrel installs (thumbnailers, a browser, a screen, shells), and those
 # that check documents, licences and the binary interface.
 system_packages=(
-    "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse parallel
+    "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil

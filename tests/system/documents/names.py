@@ -24,8 +24,7 @@ TOOLS = ("sorrel", "sorrel-thumbnailer")
 # Options in backquotes without their program, which is the first word here.
 OTHER_OPTIONS = {
     "-fsanitize": "gcc", "-fno-semantic-interposition": "gcc", "-Bsymbolic-functions": "ld", "-D": "cmake",
-    "--prefix": "cmake", "-help": "Qt Test", "--with": "rpmbuild", "--nodeps": "rpmbuild", "--pipe": "parallel",
-    "--jobs": "parallel",
+    "--prefix": "cmake", "-help": "Qt Test", "--with": "rpmbuild", "--nodeps": "rpmbuild",
 }
 
 faults = {}
