@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Floor.h"
 
-#include "PackageFile.h"
+#include "ZippedPackage.h"
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>

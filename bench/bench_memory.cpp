@@ -16,7 +16,7 @@
 #include "GeneratedTable.h"
 #include "HeapCounter.h"
 #include "Loading.h"
-#include "PackageFile.h"
+#include "ZippedPackage.h"
 
 #include <QFile>
 #include <QJsonDocument>

@@ -11,7 +11,7 @@
 #include "Failure.h"
 #include "Floor.h"
 #include "Loading.h"
-#include "PackageFile.h"
+#include "ZippedPackage.h"
 #include "launchers/LauncherFinder.h"
 
 #include <QDomDocument>

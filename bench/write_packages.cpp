@@ -4,7 +4,7 @@
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
-#include "PackageFile.h"
+#include "ZippedPackage.h"
 
 #include <cstdio>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "PackageFile.h"
+#include "ZippedPackage.h"
 
 #include "Failure.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef PACKAGEFILE_H
-#define PACKAGEFILE_H
+#ifndef ZIPPEDPACKAGE_H
+#define ZIPPEDPACKAGE_H
 
 #include <QByteArray>
 #include <QString>
