@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Files.h"
+#include "MemoryLimit.h"
 #include "Pictures.h"
 #include "Tool.h"
 
@@ -19,15 +20,6 @@
 using namespace fixture;
 
 namespace {
-
-// Sanitizers keep more data beside what the program has, so that its memory is not limited.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool canLimitMemory = false;
-#elif defined(__has_feature)
-constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool canLimitMemory = true;
-#endif
 
 constexpr int WatchdogMs = 60000;
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "MemoryLimit.h"
 #include "ThumbnailerRun.h"
 
 #include <QFileInfo>
@@ -23,15 +24,6 @@ QString waitUntilItWrites()
         "until (( 0x$(awk '/^SigIgn/ { print $2 }' /proc/$thumbnailer/status || echo 0) & 1 << $(kill -l XCPU) - 1 ))\n"
         "do kill -0 $thumbnailer || exit 100; sleep 0.01; done\n");
 }
-
-// Sanitizers keep more data beside what the program has, so that its memory is not limited.
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool canLimitMemory = false;
-#elif defined(__has_feature)
-constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
-#else
-constexpr bool canLimitMemory = true;
-#endif
 
 } // namespace
 
