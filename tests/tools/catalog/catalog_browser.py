@@ -18,7 +18,7 @@ import sys
 import unicodedata
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "support"))
 from skip import skip  # noqa: E402
 
 try:
