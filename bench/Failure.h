@@ -9,7 +9,7 @@
 
 namespace bench {
 
-/// Ends the program with status 1, and a line on standard error: what cannot be done cannot be measured.
+/// Prints a line on standard error and ends the program with status 1. A step that fails has no time to report.
 [[noreturn]] inline void fail(const QString &message)
 {
     std::fprintf(stderr, "%s\n", qPrintable(message));

@@ -12,7 +12,7 @@ namespace bench {
 
 namespace {
 
-/// Adds the time since the last call, or since it was made.
+/// Adds the time since the last call, or since construction.
 class StopWatch
 {
 public:

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// Seconds of each part of what the ZIP library takes.
+/// Seconds that the ZIP library takes, by step.
 struct FloorTimes {
     double directory = 0; ///< opening the archive and finding both members
     double table = 0;     ///< reading resources.arsc
@@ -14,9 +14,9 @@ struct FloorTimes {
 };
 
 /**
- * What no reader that is made on the ZIP library can go below: opens the package, finds the table and the manifest, and
- * reads both to their ends, 64 KiB at a time, into one buffer, from which nothing is taken. Adds what each part takes to
- * @p times. Returns whether everything could be read.
+ * Measures the floor: the time that every reader on top of the ZIP library needs. Opens the package, finds the table
+ * and the manifest, and reads both to their ends, 64 KiB at a time, into one buffer whose content nobody uses. Adds
+ * the time of each step to @p times. Returns whether everything could be read.
  */
 bool readFloor(const QString &fileName, FloorTimes &times);
 

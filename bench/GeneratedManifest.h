@@ -7,9 +7,9 @@
 namespace bench {
 
 /**
- * A manifest with so many activities, as the member AndroidManifest.xml holds it. Each activity has a name, a label that
- * refers to one of the texts of generatedTable(), and an intent filter with an action and a category; in the first of
- * every hundred, this makes it a launcher. There are no icons.
+ * A compiled manifest with @p activities activities. Each one has a name, a label that refers to a text of
+ * generatedTable(), and an intent filter with an action and a category. The first of every hundred is a launcher. There
+ * are no icons.
  */
 QByteArray generatedManifest(int activities);
 

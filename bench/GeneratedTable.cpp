@@ -18,7 +18,7 @@ constexpr int GapStep = 4;
 constexpr int EntrySize = 16;
 constexpr qint64 ApplicationStrings = 0x7f010000;
 
-/// Which entries a type chunk has: every @p step th from @p first on, of @p count.
+/// The entries of a type chunk: every @p step th of @p count, from @p first on.
 struct Present {
     int count;
     int first;
@@ -38,7 +38,7 @@ int poolSize(const TableShape &shape)
     return shape.values / 100;
 }
 
-// The header of the entry, its key, the header of its value and the value.
+// Header of the entry, key, header of the value, value.
 char *putEntry(char *out, int index, int texts)
 {
     using namespace ResourceTypes;

@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// What a generated table is like; two tables that differ in the number of values differ in size alone.
+/// The shape of a generated table. Two tables that differ in the number of values differ in size alone.
 struct TableShape {
     int values;         ///< simple values in all; a multiple of the number of configurations
     int configurations; ///< one without qualifiers, and a locale each
@@ -14,14 +14,15 @@ struct TableShape {
 };
 
 /**
- * A resource table with one application package, as the member resources.arsc holds it. Its resources are spread over
- * as few types as they fit in; the first type is named "string". A quarter of the values are texts of the global pool,
- * which holds a text for every hundred values, as the pool of names does; every sixteenth value is a reference, the
- * others are numbers. When it is not mostly empty, the resource at every fourth index, 0x7f010000 first, is a text.
+ * A compiled resource table with one application package. Its resources fill as few types as possible; the first type
+ * is named "string". A quarter of the values are texts, every sixteenth value is a reference, the others are numbers.
+ * The pool of texts and the pool of names have one string for every hundred values. In a table that is not mostly
+ * empty, the resource at every fourth index, 0x7f010000 first, is a text.
  *
- * A mostly empty table has four type chunks at least for each type, and the entries of one fill the gaps of the next
- * three: a resource then has a value in every fourth chunk. With one configuration, all chunks are of that. There are
- * no type specs, with which four million values and their gaps would not fit into what the library reads.
+ * A mostly empty table has at least four type chunks for each type. The entries of one chunk fill the gaps of the
+ * next three, so a resource has a value in every fourth chunk. With one configuration, all chunks are for that one.
+ * Type specs are left out: with them, four million values and their gaps would exceed the largest table that the
+ * library reads.
  */
 QByteArray generatedTable(const TableShape &shape);
 

@@ -7,16 +7,16 @@
 #include <QByteArray>
 #include <QDomDocument>
 
-/// Decoding from memory, through a device that copies what it is asked for, as that of a member does.
+/// Decoding from memory, through a device that copies the requested bytes, as the device of a member does.
 namespace bench {
 
-/// The table in @p bytes, not valid when it is damaged.
+/// The table in @p bytes; not valid when the bytes are damaged.
 ApkResources loadedTable(const QByteArray &bytes);
 
-/// The document in @p bytes, with references as @p table names them; a null one when it is damaged.
+/// The document in @p bytes, with references named by @p table; a null document when the bytes are damaged.
 QDomDocument loadedDocument(const QByteArray &bytes, const ApkResources &table);
 
-/// Reads @p bytes through such a device, 64 KiB at a time, and takes nothing from them. Returns how many came.
+/// Reads @p bytes through such a device, 64 KiB at a time, and decodes nothing. Returns the number of bytes read.
 qint64 readThrough(const QByteArray &bytes);
 
 } // namespace bench

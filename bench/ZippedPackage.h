@@ -5,13 +5,13 @@
 #include <QByteArray>
 #include <QString>
 
-/// Package files, written and read by the ZIP library alone. What fails ends the program.
+/// Package files, written and read by the ZIP library alone. A failure ends the program.
 namespace bench {
 
 extern const QString tableName;    ///< of the member with the resource table
 extern const QString manifestName; ///< of the member with the manifest
 
-/// Writes a package of these two members; the table is stored and the manifest deflated, as build tools have it.
+/// Writes a package of these two members. The table is stored and the manifest deflated, as build tools do it.
 void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest);
 
 /// The content of a member.

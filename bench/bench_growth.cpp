@@ -1,8 +1,8 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later
-// How the time to load grows with what is loaded. For every generated table and manifest there are two rows: "load", and
-// "read", which only reads the same bytes through the same device. Takes the options of Google Benchmark; run with
-// --benchmark_enable_random_interleaving=true and repetitions, so that a while in which the machine is slow does not
-// fall on one size alone. Names: KIND/SHAPE/COUNT/WHAT, such as table/20 dense/10000/load.
+// SPDX-License-Identifier: LGPL-2.1-or-later bench_growth: measures how the time to load grows with the size. Every
+// generated table and manifest has two rows: "load" decodes it, and "read" reads the same bytes through the same
+// device. Takes the options of Google Benchmark. Run it with
+// --benchmark_enable_random_interleaving=true and repetitions, so that a slow phase of the machine does not hit one size
+// alone. Rows are named KIND/SHAPE/COUNT/WHAT, for example "table/20 dense/10000/load".
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
@@ -19,7 +19,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Makes bytes when they are first asked for, and keeps them until others are: all cases together take a gigabyte.
+/// Makes the bytes of one case on first use and drops those of the case before: all cases together take a gigabyte.
 class Member
 {
 public:
@@ -51,7 +51,7 @@ void countBytes(benchmark::State &state, const QByteArray &bytes)
     state.counters["bytes"] = double(bytes.size());
 }
 
-// Freeing the result is not part of the time.
+// The time does not include freeing the result.
 template <typename Load>
 void timeLoading(benchmark::State &state, const Load &load)
 {
@@ -126,7 +126,7 @@ void add(const std::string &name, const MemberPointer &member, Timing loading, i
 
 void addTables(int configurations, bool mostlyEmpty)
 {
-    constexpr int ValuesInAll = 1000000; // of the iterations of one repetition
+    constexpr int ValuesInAll = 1000000; // in all iterations of one repetition
     const std::string shape = std::to_string(configurations) + (mostlyEmpty ? " empty" : " dense");
     for (const int values : {10000, 100000, 1000000, 4000000}) {
         const bench::TableShape table{values, configurations, mostlyEmpty};

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// bench_instructions ROW/PACKAGE: one row for the package PACKAGE.apk in the working directory, for Callgrind to count:
+// bench_instructions ROW/PACKAGE: runs one row for PACKAGE.apk in the working directory, for Callgrind to count:
 //
 //     valgrind --tool=callgrind --instr-atstart=no bench_instructions manifest/atlas
 //
-// The row is run once before it is counted, so that what a process sets up once is not.
+// The row runs once before it is counted, so that the setup of the process is not counted.
 
 #include "ApkFile.h"
 #include "Floor.h"
@@ -19,7 +19,7 @@
 
 namespace {
 
-/// What is prepared, run and dropped for a row; each is made anew.
+/// A row: prepared, run and destroyed. Every run has an object of its own.
 class Row
 {
 public:
@@ -68,7 +68,7 @@ public:
     }
 };
 
-/// Everything is loaded before the row is run; entries get no icons.
+/// Everything is loaded before the row runs. Entries get no icons.
 class LaunchersRow : public Row
 {
 public:

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// What loading takes of the heap, one case for each process, as a line of JSON:
+// bench_memory: prints the heap use of loading as a line of JSON, one case for each process:
 //
 //     bench_memory table VALUES CONFIGURATIONS dense|empty    a generated table
 //     bench_memory manifest ACTIVITIES                        a generated manifest
-//     bench_memory package FILE                               resources() and getManifest() of a package, whose table
-//                                                             is kept when the ApkFile is gone
+//     bench_memory package FILE                               resources() and getManifest() of a package; the table
+//                                                             outlives the ApkFile
 //
-// "peak" and "held" are bytes above what was in use when loading began: at most while loading, and afterwards. "rss_before"
-// and "rss_peak" are the resident memory of the process in bytes, as the kernel tells it.
+// "peak" and "held" are bytes above those in use when loading began: the most while loading, and those in use
+// afterwards. "rss_before" and "rss_peak" are the resident memory of the process in bytes, as the kernel reports it.
 
 #include "ApkFile.h"
 #include "Failure.h"
@@ -40,7 +40,7 @@ qint64 statusBytes(const QByteArray &key)
     return 0;
 }
 
-// Lets the kernel's peak start anew from what is resident now.
+// Resets the kernel's peak to the memory that is resident now.
 void forgetResidentPeak()
 {
     malloc_trim(0);
@@ -49,7 +49,7 @@ void forgetResidentPeak()
         file.write("5");
 }
 
-/// Counts from when it is made.
+/// Counts from construction on.
 class Measurement
 {
 public:
@@ -61,10 +61,10 @@ public:
         m_before = HeapCounter::used();
     }
 
-    /// What was taken up to now; what is in use now is held.
+    /// The peak so far, and the bytes in use now as held.
     QJsonObject result() const
     {
-        // Taken before anything is made of it.
+        // Read before the result is formatted, which allocates.
         const std::size_t peak = HeapCounter::peak();
         const std::size_t used = HeapCounter::used();
         return {{QStringLiteral("before"), qint64(m_before)},
@@ -79,7 +79,7 @@ private:
     qint64 m_residentBefore = 0;
 };
 
-// What is set up once in a process is set up before anything is counted.
+// Runs the setup of the process before anything is counted.
 ApkResources warmUp()
 {
     const ApkResources table = bench::loadedTable(bench::generatedTable({1000, 1, false}));
@@ -113,7 +113,7 @@ QJsonObject manifestResult(int activities, const ApkResources &table)
     return result;
 }
 
-// The table that is left when the ApkFile is gone.
+// Returns the table, which outlives the ApkFile.
 ApkResources loadPackage(const QString &fileName)
 {
     ApkFile apk(fileName);

@@ -1,11 +1,10 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later
-// bench_packages FILE...: what queries take, and what the ZIP library takes alone, for each package. Takes the options of
-// Google Benchmark, too; run with --benchmark_enable_random_interleaving=true and repetitions, so that what is compared
-// alternates. Names: ROW/PACKAGE, such as manifest/atlas.aapt2.apk.
+// SPDX-License-Identifier: LGPL-2.1-or-later bench_packages FILE...: measures queries, and the ZIP library alone, for
+// each package. Also takes the options of Google Benchmark. Run it with --benchmark_enable_random_interleaving=true
+// and repetitions, so that compared rows alternate. Rows are named ROW/PACKAGE, for example manifest/atlas.aapt2.apk.
 //
-// Every iteration of the rows "floor", "resources" and "manifest" makes its objects anew and destroys them, within the
-// time. The rows for queries after the manifest (package, sdk, launchers) load that first, outside it. In
-// the row "launchers" entries get no icons, in the row "pictures" they do.
+// The rows "floor", "resources" and "manifest" create and destroy their objects within the measured time. The rows
+// for queries after the manifest (package, sdk, launchers) load the manifest before. Entries have icons in the row
+// "pictures", and none in the row "launchers".
 
 #include "ApkFile.h"
 #include "Failure.h"
@@ -33,7 +32,7 @@ double since(Clock::time_point start)
     return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
-/// A package that is measured. What is decoded alone is in memory.
+/// A package that is measured. Members that are decoded by themselves are in memory.
 struct Package {
     QString fileName;
     QByteArray table;
@@ -85,7 +84,7 @@ void manifestRow(benchmark::State &state, const Package &package)
     }
 }
 
-// The time of a query, its answer's end included, of an object that has the manifest already.
+// Times a query of an object that has the manifest already. The time includes destroying the result.
 template <typename Query>
 void timeLoaded(benchmark::State &state, const QString &fileName, const Query &query)
 {
@@ -170,7 +169,7 @@ constexpr Row rows[] = {
     {"document", documentRow, false},
 };
 
-// So many that a repetition takes about a tenth of a second: what is outside the time counts, too.
+// A repetition takes about a tenth of a second, the steps that are not timed included.
 int iterations(const Package &package)
 {
     constexpr double Seconds = 0.1;

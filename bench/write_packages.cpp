@@ -1,6 +1,5 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later
-// write_packages DIRECTORY: writes the generated packages that are measured beside those of build tools, with tables of
-// 10 thousand, 100 thousand and a million values over 20 configurations.
+// SPDX-License-Identifier: LGPL-2.1-or-later write_packages DIRECTORY: writes generated packages, which are measured
+// beside the packages of build tools. Their tables have 10,000, 100,000 and 1,000,000 values over 20 configurations.
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"

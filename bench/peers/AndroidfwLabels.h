@@ -10,19 +10,20 @@
 
 namespace peer {
 
-/// Texts by locale, in the form of Sorrel's labels: "de", "pt-BR", empty for the default.
+/// Texts by locale, with the keys of Sorrel's labels: "de", "pt-BR", empty for the default.
 using Texts = std::map<std::string, std::string>;
 
 /**
- * The texts of a resource in every locale that the table has it for. What Android's library is made for is the one
- * value that suits a device best; all of them are found by going through the types of the table one by one.
+ * Collects the texts of a resource in every locale. Android's library returns the one value that suits a device best,
+ * so this class walks through the types of the table.
  */
 class AndroidfwLabels
 {
 public:
     explicit AndroidfwLabels(const android::LoadedArsc *table) : m_table(table) {}
 
-    /// References are followed @p depth levels deep, and left out below. Of the values for one locale, the first counts.
+    /// References are followed @p depth levels deep, and left out below. Of the values for one locale, the first
+    /// counts.
     Texts byLocale(uint32_t resource, int depth) const;
 
 private:

@@ -9,7 +9,7 @@ namespace peer {
 
 namespace {
 
-// Of the attributes that Android itself defines; they are part of its public interface.
+// Resource ids of Android's own attributes, which are part of its public interface.
 enum AttributeId : uint32_t {
     Label = 0x01010001,
     Name = 0x01010003,
@@ -24,7 +24,7 @@ bool startsWith(const std::u16string &text, const std::u16string &start)
     return text.compare(0, start.size(), start) == 0;
 }
 
-// 0 for what is no decimal number.
+// 0 when the text is no decimal number.
 int number(const std::string &text)
 {
     char *end = nullptr;

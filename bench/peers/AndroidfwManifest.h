@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// A package as Android's own resource library tells it, in the terms of Sorrel's answers.
+/// A package as Android's own resource library reads it, with the names of Sorrel's results.
 namespace peer {
 
 /// The value of an attribute: a resource id when it is a reference, else a text.
@@ -19,7 +19,7 @@ struct AttributeValue {
     bool isEmpty() const { return reference == 0 && text.empty(); }
 };
 
-/// What launchers take of an element of the manifest.
+/// The attributes of an element that launchers need.
 struct ManifestElement {
     std::u16string tag;
     AttributeValue label;
@@ -39,8 +39,8 @@ struct LauncherFilter {
 };
 
 /**
- * What one walk through a manifest finds, from its first event to the last. Attributes are told by their resource ids,
- * as Android itself tells them; that of the package has none and is told by its name.
+ * Walks through a manifest once, from its first event to its last. Attributes are recognized by their resource ids, as
+ * Android does. The attribute `package` has no id and is recognized by its name.
  */
 class AndroidfwManifest
 {
@@ -48,7 +48,7 @@ public:
     explicit AndroidfwManifest(android::ResXMLTree *document);
 
     const std::string &package() const { return m_package; }
-    /// That of the first element that has one: 1 when none has, 0 when it is no number.
+    /// The minimum SDK of the first element that has one; 1 when none has, 0 when it is no number.
     int minSdkVersion() const { return m_minSdkVersion < 0 ? 1 : m_minSdkVersion; }
     const std::vector<LauncherFilter> &launcherFilters() const { return m_launcherFilters; }
 

@@ -19,15 +19,15 @@ struct Launcher {
 };
 
 /**
- * A package in the hands of Android's own resource library, asked what Sorrel is asked. The archive is mapped, the
- * table checked and indexed where it lies, and the manifest walked through, all by the constructor.
+ * Reads a package by Android's own resource library and answers the same queries as Sorrel. The constructor maps the
+ * archive, checks and indexes the table in place, and walks through the manifest.
  */
 class AndroidfwPackage
 {
 public:
     explicit AndroidfwPackage(const std::string &file);
 
-    /// Whether both the table and the manifest were read; without them, all answers are empty.
+    /// Whether both the table and the manifest were read. When not, all results are empty.
     bool isOpen() const { return m_manifest != nullptr; }
     std::string package() const { return isOpen() ? m_manifest->package() : std::string(); }
     int minSdkVersion() const { return isOpen() ? m_manifest->minSdkVersion() : 1; }

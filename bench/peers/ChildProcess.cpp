@@ -76,7 +76,7 @@ ChildProcess ChildProcess::run(const std::vector<std::string> &arguments)
 
 long ChildProcess::ownPeakKib()
 {
-    // What getrusage() tells of this process counts in that which started it.
+    // getrusage() counts this process in its parent.
     std::ifstream status("/proc/self/status");
     std::string key;
     while (status >> key) {

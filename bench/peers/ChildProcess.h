@@ -7,17 +7,17 @@
 
 /// A command that ran from its start to its end, with its output dropped.
 struct ChildProcess {
-    /// From before it was started until its end was told, in seconds of the wall clock.
+    /// Seconds of the wall clock, from before the start until the end was reported.
     double seconds = 0;
     /// Its exit status; 128 and the signal's number when a signal ended it, -1 when it could not be started.
     int status = -1;
-    /// The most memory that was resident, in KiB; that of the process which started it counts, too, so that the value
-    /// tells something of a command only when it is larger.
+    /// Peak of resident memory in KiB. It includes the memory of the starting process, so the value describes the
+    /// command only when it is larger than ownPeakKib().
     long peakKib = 0;
 
-    /// Runs @p arguments, the first of which is looked for on the path.
+    /// Runs a command; its first argument is looked up in PATH.
     static ChildProcess run(const std::vector<std::string> &arguments);
-    /// The most memory that was resident of this process so far, in KiB.
+    /// Peak of resident memory of this process so far, in KiB.
     static long ownPeakKib();
 };
 

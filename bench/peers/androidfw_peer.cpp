@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// androidfw_peer --print FILE...: what Android's own resource library says about these packages, one JSON object per
-// file, on a line of its own, with those keys of "sorrel info --json" that do not need pictures. `peers.py --check`
-// holds the two against each other.
+// androidfw_peer --print FILE...: prints the results of Android's own resource library as one line of JSON for each
+// package, with those keys of "sorrel info --json" that need no pictures. `peers.py --check` compares the two.
 
 #include "AndroidfwPackage.h"
 

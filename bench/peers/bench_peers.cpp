@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// bench_peers [BENCHMARK-OPTION...] FILE: opening the package, reading its table and its manifest, and answering the
-// package name and the minimum SDK, in one process: by Sorrel, with a new ApkFile each time, and by Android's own
-// resource library. To answer these, the latter leaves the table where it lies and the manifest without a tree, where
-// Sorrel decodes both.
+// bench_peers [BENCHMARK-OPTION...] FILE: times opening the package, reading its table and its manifest, and
+// returning the package name and the minimum SDK. Sorrel does it with a new ApkFile each time, Android's own resource
+// library in the same process. Android's library leaves the table in place and makes no tree of the manifest; ApkFile
+// decodes both.
 
 #include <ApkFile.h>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// bench_processes [BENCHMARK-OPTION...] [NAME=COMMAND ARGUMENT...] ...: how long each of these commands takes as a
-// whole process, from its start to its end. NAME=COMMAND begins a command, and its arguments follow; an argument that
-// has a "=" in it would begin another. Commands of one name run one after the other, and are told as one. Each
-// repetition runs a command once; with --benchmark_repetitions and --benchmark_enable_random_interleaving=true, those
-// of different names alternate. Beside the time, the status and the peak of resident memory are counted, the latter
-// as 0 when it is not above that of this process itself.
+// bench_processes [BENCHMARK-OPTION...] [NAME=COMMAND ARGUMENT...] ...: times commands as whole processes, from start
+// to end. NAME=COMMAND begins a command and its arguments follow, so an argument must not have a "=" in it. Commands
+// of one name run one after the other and are reported as one. Each repetition runs a command once. With
+// --benchmark_repetitions and
+// --benchmark_enable_random_interleaving=true, commands of different names alternate. Besides the time, the exit status and
+// the peak of resident memory are reported; the peak is 0 when it is not above the peak of this process.
 
 #include "ChildProcess.h"
 
