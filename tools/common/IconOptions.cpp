@@ -5,10 +5,10 @@ using SorrelKit::IconMask;
 
 IconOptions::IconOptions(int defaultSize)
     : m_size({QStringLiteral("s"), QStringLiteral("size")},
-             QStringLiteral("Pixels a side, by default %1.").arg(defaultSize), QStringLiteral("N"),
-             QString::number(defaultSize)),
+             QStringLiteral("Width and height of the icon in pixels; by default %1.").arg(defaultSize),
+             QStringLiteral("N"), QString::number(defaultSize)),
       m_shape(QStringLiteral("shape"),
-              QStringLiteral("Outline of adaptive icons: circle, rounded, squircle, or none, which is the default."),
+              QStringLiteral("Outline of adaptive icons: circle, rounded, squircle or none (the default)."),
               QStringLiteral("SHAPE"), QStringLiteral("none"))
 {
 }

@@ -4,24 +4,24 @@
 #include <algorithm>
 
 ThumbnailerOptions::ThumbnailerOptions()
-    : m_sizeOption({QStringLiteral("s"), QStringLiteral("size")},
-                   QStringLiteral("At most N pixels a side, by default 256. A number above 1024 counts as 1024."),
-                   QStringLiteral("N")),
+    : m_sizeOption(
+        {QStringLiteral("s"), QStringLiteral("size")},
+        QStringLiteral("Largest width and height in pixels; by default 256. A number above 1024 counts as 1024."),
+        QStringLiteral("N")),
       m_helpOption({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")),
       m_versionOption({QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Show the version and exit."))
 {
     m_parser.setApplicationDescription(
         QStringLiteral("Write the icon of an Android package, or of a set of packages, to a PNG file.\n\n"
-                       "Exit status: 0 when it was written, 1 when there is no icon or a file could not be read or\n"
-                       "written, 2 for wrong usage."));
+                       "Exit status: 0 when the icon was written, 1 when there is no icon or a file could not be\n"
+                       "read or written, 2 for wrong usage."));
     m_parser.addOption(m_sizeOption);
     m_iconOptions.addShapeTo(m_parser);
     m_parser.addOptions({m_helpOption, m_versionOption});
     m_parser.addPositionalArgument(
         QStringLiteral("INPUT"),
-        QStringLiteral("A package (.apk), or a set (.apks, .xapk, .apkm): a path or a file URI."));
-    m_parser.addPositionalArgument(QStringLiteral("OUTPUT"),
-                                   QStringLiteral("The PNG file; - stands for standard output."));
+        QStringLiteral("The path or the file URI of a package (.apk) or of a set (.apks, .xapk, .apkm)."));
+    m_parser.addPositionalArgument(QStringLiteral("OUTPUT"), QStringLiteral("The PNG file; '-' is standard output."));
 }
 
 bool ThumbnailerOptions::parse(const QStringList &arguments)

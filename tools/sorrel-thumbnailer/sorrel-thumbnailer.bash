@@ -20,7 +20,7 @@ _sorrel_thumbnailer() {
     fi
     compopt -o filenames 2>/dev/null
     while IFS= read -r file; do
-        # PNG files, too: the output may replace one.
+        # PNG files as well, because the output may replace one.
         [[ -d $file || ${file,,} =~ \.(apk|apks|xapk|apkm|png)$ ]] && COMPREPLY+=("$file")
     done < <(compgen -f -- "$current")
 }

@@ -63,7 +63,7 @@ QJsonObject memberJson(QJsonObject json, const QuaZipFileInfo64 &member)
 QString FilesCommand::details() const
 {
     return QStringLiteral(
-        "A line for each: its size and its size in the package, in bytes; how it is compressed; and its path.");
+        "Each line has the size of a file in bytes, its compressed size, the compression method and the path.");
 }
 
 void FilesCommand::addOptions(QCommandLineParser &parser) const

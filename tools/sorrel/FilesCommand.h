@@ -11,13 +11,14 @@ class FilesCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("files"); }
-    QString summary() const override { return QStringLiteral("The files in it, with their sizes."); }
+    QString summary() const override { return QStringLiteral("List the files with their sizes."); }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per member, on one line.")};
+    const QCommandLineOption m_json{QStringLiteral("json"),
+                                    QStringLiteral("Print one JSON object per file, each on one line.")};
 };
 
 #endif

@@ -39,8 +39,8 @@ bool writeFile(const FileName &name, const QByteArray &bytes)
 QString IconCommand::details() const
 {
     return QStringLiteral(
-        "It is drawn as the newest Android draws it. Standard error has a line about what cannot be drawn as "
-        "the package describes it.");
+        "The icon is drawn as the newest Android draws it. A line on standard error names each part that cannot "
+        "be drawn as the package describes it.");
 }
 
 void IconCommand::addOptions(QCommandLineParser &parser) const

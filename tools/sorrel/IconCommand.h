@@ -12,7 +12,7 @@ class IconCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("icon"); }
-    QString summary() const override { return QStringLiteral("The icon, as a PNG file."); }
+    QString summary() const override { return QStringLiteral("Write the icon as a PNG file."); }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
@@ -21,10 +21,11 @@ private:
     const IconOptions m_icon{192};
     const QCommandLineOption m_launcher{
         QStringLiteral("launcher"),
-        QStringLiteral("The icon of the launcher with this NAME, which 'sorrel info' prints; not the application's."),
+        QStringLiteral(
+            "Draw the icon of the launcher NAME instead of the application's. 'sorrel info' prints the names."),
         QStringLiteral("NAME")};
     const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
-                                      QStringLiteral("Where to write it; '-', the default, is standard output."),
+                                      QStringLiteral("Write to this file. '-', the default, is standard output."),
                                       QStringLiteral("OUT.png"),
                                       QStringLiteral("-")};
 };

@@ -6,7 +6,7 @@
 
 QString InfoCommand::details() const
 {
-    return QStringLiteral("The label in the user's language comes first.");
+    return QStringLiteral("The label in the user's language is printed first.");
 }
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const

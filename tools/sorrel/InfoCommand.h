@@ -15,7 +15,7 @@ public:
     QString name() const override { return QStringLiteral("info"); }
     QString summary() const override
     {
-        return QStringLiteral("Name, version, minimum SDK, launchers with labels and icons.");
+        return QStringLiteral("Show the name, version, minimum SDK, and launchers with labels and icons.");
     }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
@@ -27,7 +27,8 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per file, on one line.")};
+    const QCommandLineOption m_json{QStringLiteral("json"),
+                                    QStringLiteral("Print one JSON object per file, each on one line.")};
     const QCommandLineOption m_all{QStringLiteral("all"),
                                    QStringLiteral("Include launchers that home screens do not show.")};
 };

@@ -14,8 +14,8 @@
 
 QString ManifestCommand::details() const
 {
-    return QStringLiteral("References are printed with the number of the resource in its type, \"@string/12\"; 'sorrel "
-                          "resources' shows the values of one.");
+    return QStringLiteral("A reference is printed with the number of the resource in its type, such as \"@string/12\". "
+                          "'sorrel resources FILE @string/12' shows its values.");
 }
 
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const

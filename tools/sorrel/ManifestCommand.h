@@ -9,7 +9,7 @@ class ManifestCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("manifest"); }
-    QString summary() const override { return QStringLiteral("The manifest, as XML."); }
+    QString summary() const override { return QStringLiteral("Print the manifest as XML."); }
     QString details() const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
 };

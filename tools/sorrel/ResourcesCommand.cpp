@@ -12,8 +12,8 @@ using SorrelKit::Package;
 QString ResourcesCommand::details() const
 {
     return QStringLiteral(
-        "A line for each: its id, its name, and the value for devices that no other value fits better. "
-        "With REF, all values of one resource, each with its qualifiers.");
+        "Each line has the id of a resource, its name, and its default value: the one for devices that no other "
+        "value fits better. With REF, all values of one resource are printed, each with its qualifiers.");
 }
 
 void ResourcesCommand::addArguments(QCommandLineParser &parser) const

@@ -12,7 +12,7 @@ class ResourcesCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("resources"); }
-    QString summary() const override { return QStringLiteral("The resources, with their names and values."); }
+    QString summary() const override { return QStringLiteral("List the resources with their names and values."); }
     QString details() const override;
     int maxArguments() const override { return 2; }
     void addArguments(QCommandLineParser &parser) const override;
@@ -20,8 +20,9 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    const QCommandLineOption m_json{QStringLiteral("json"),
-                                    QStringLiteral("One JSON object per resource, with all values, on one line.")};
+    const QCommandLineOption m_json{
+        QStringLiteral("json"),
+        QStringLiteral("Print one JSON object per resource, with all values, each on one line.")};
 };
 
 #endif

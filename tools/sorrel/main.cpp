@@ -60,7 +60,7 @@ QString overview(const Commands &commands)
             text += QStringLiteral("  %1 %2\n").arg(command->name().leftJustified(nameWidth), command->summary());
     }
     return text
-           + QStringLiteral("\n'sorrel COMMAND --help' describes one command.\n\n"
+           + QStringLiteral("\n'sorrel COMMAND --help' shows the help of one command.\n\n"
                             "Exit status: 0 when every file was read, 1 when a file could not be read or written, "
                             "2 for wrong usage.");
 }

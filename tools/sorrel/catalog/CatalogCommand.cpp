@@ -13,16 +13,16 @@
 QString CatalogCommand::details() const
 {
     return QStringLiteral(
-        "It has icons, labels in a language to choose, versions, launchers and the findings of "
-        "'sorrel lint', and needs no other file. A package that cannot be read is on it, too, with the reason.");
+        "The page has icons, labels in a language to choose, versions, launchers and the findings of "
+        "'sorrel lint'. It needs no other file. It lists each package that cannot be read with the reason.");
 }
 
 void CatalogCommand::addArguments(QCommandLineParser &parser) const
 {
     parser.addPositionalArgument(
         QStringLiteral("PATH"),
-        QStringLiteral("A package, a directory with packages (.apk, .apks, .xapk, .apkm) somewhere below, or '-' for a "
-                       "list of these on standard input, one on a line."),
+        QStringLiteral("A package, a directory to search for packages (.apk, .apks, .xapk, .apkm), or '-' to read a "
+                       "list of paths from standard input, one path per line."),
         QStringLiteral("PATH..."));
 }
 

@@ -15,10 +15,7 @@ class CatalogCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("catalog"); }
-    QString summary() const override
-    {
-        return QStringLiteral("A page of every package below directories, to look at.");
-    }
+    QString summary() const override { return QStringLiteral("Write a web page of every package below directories."); }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     bool waitsForEvents() const override { return true; }
@@ -32,9 +29,9 @@ private:
 
     const ScanOptions m_scan;
     const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
-                                      QStringLiteral("Where to write the page."),
+                                      QStringLiteral("Write the page to this file."),
                                       QStringLiteral("FILE.html")};
-    const QCommandLineOption m_title{QStringLiteral("title"), QStringLiteral("What stands above it."),
+    const QCommandLineOption m_title{QStringLiteral("title"), QStringLiteral("Title of the page."),
                                      QStringLiteral("TITLE"), QStringLiteral("Android packages")};
     const IconOptions m_icon{IconSize};
 };

@@ -2,7 +2,7 @@
 # Completions of sorrel(1) for bash.
 # shellcheck shell=bash
 
-# Directories, and files that end in one of the arguments.
+# _sorrel_files PATTERN: offers directories, and files with an extension in PATTERN.
 _sorrel_files() {
     local pattern=$1
     compopt -o filenames 2>/dev/null
@@ -16,7 +16,7 @@ _sorrel() {
     local scan="-0 --null -j --jobs --max-memory --timeout --no-progress"
     local options="-h --help" extglob_was_off=
     COMPREPLY=()
-    # The shell parses patterns like the one above where this is set.
+    # The shell needs extglob for the pattern in _sorrel_files.
     shopt -q extglob || { extglob_was_off=yes; shopt -s extglob; }
 
     if [ "$COMP_CWORD" -eq 1 ]; then

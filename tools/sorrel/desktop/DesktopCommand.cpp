@@ -35,13 +35,15 @@ QJsonObject toJson(const Launcher &launcher, const LauncherFiles &files)
 
 QString DesktopCommand::details() const
 {
-    return QStringLiteral(
-        "One entry for each launcher. The command prints the paths of the files that it wrote.\n\n"
-        "In COMMAND, spaces separate arguments. An argument that holds spaces, or characters that mean something to a "
-        "shell, is written in double quotes, with a \\ before each \", `, $ and \\. No shell runs. %% is a percent "
-        "sign. Names from a package stay within these arguments, whatever characters they hold.\n\n"
-        "A file that was written before for the same launcher is replaced; no other file is. Standard error has a line "
-        "about each icon, and each language of labels, that is missing.");
+    return QStringLiteral("Each launcher gets one entry. The command prints the paths of the files that it wrote.\n\n"
+                          "In COMMAND, spaces separate arguments. Write an argument in double quotes when it has "
+                          "spaces or characters that "
+                          "are special to a shell, with a \\ before each \", `, $ and \\. No shell runs. %% is a "
+                          "percent sign. A name from "
+                          "a package stays within its argument, whatever characters it has.\n\n"
+                          "The command replaces only files that it wrote for the same launcher before. A line on "
+                          "standard error names each "
+                          "missing icon and each missing language of labels.");
 }
 
 void DesktopCommand::addOptions(QCommandLineParser &parser) const

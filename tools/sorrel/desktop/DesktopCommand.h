@@ -12,7 +12,10 @@ class DesktopCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("desktop"); }
-    QString summary() const override { return QStringLiteral("Desktop entries and icons, for menus of hosts."); }
+    QString summary() const override
+    {
+        return QStringLiteral("Write desktop entries and icons for the menus of hosts.");
+    }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
@@ -20,11 +23,11 @@ public:
 private:
     const QCommandLineOption m_output{
         {QStringLiteral("o"), QStringLiteral("output")},
-        QStringLiteral("Where to write 'applications' and 'icons', such as ~/.local/share."),
+        QStringLiteral("Write below 'applications' and 'icons' in this directory, such as ~/.local/share."),
         QStringLiteral("DIR")};
     const QCommandLineOption m_exec{
         QStringLiteral("exec"),
-        QStringLiteral("What starts a launcher, as an entry's Exec has it: %p is the package, "
+        QStringLiteral("Start a launcher by this command, written as in the key Exec of an entry: %p is the package, "
                        "%a the activity or alias, %c the class that runs."),
         QStringLiteral("COMMAND")};
     const IconOptions m_icon{48};

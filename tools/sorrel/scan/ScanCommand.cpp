@@ -7,8 +7,8 @@
 QString ScanCommand::details() const
 {
     return QStringLiteral(
-        "The lines are those of 'sorrel info --json'. Worker processes read the packages. One "
-        "that dies, or exceeds the limit of time or memory, costs one file, whose line has the error.");
+        "The lines are those of 'sorrel info --json'. Worker processes read the packages. When a worker dies, or "
+        "exceeds the limit of time or memory, only its current file is lost; the line of that file has the error.");
 }
 
 void ScanCommand::addArguments(QCommandLineParser &parser) const
@@ -16,8 +16,8 @@ void ScanCommand::addArguments(QCommandLineParser &parser) const
     parser.addPositionalArgument(
         QStringLiteral("PATH"),
         QStringLiteral(
-            "A package, a directory with packages (.apk, .apks, .xapk, .apkm) somewhere below, or '-' for a list "
-            "of these on standard input, one on a line."),
+            "A package, a directory to search for packages (.apk, .apks, .xapk, .apkm), or '-' to read a list of "
+            "paths from standard input, one path per line."),
         QStringLiteral("PATH..."));
 }
 

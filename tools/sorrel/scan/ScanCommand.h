@@ -15,7 +15,10 @@ class ScanCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("scan"); }
-    QString summary() const override { return QStringLiteral("A line of JSON for every package below directories."); }
+    QString summary() const override
+    {
+        return QStringLiteral("Print a line of JSON for every package below directories.");
+    }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     bool waitsForEvents() const override { return true; }
@@ -26,13 +29,14 @@ public:
 private:
     const ScanOptions m_scan;
     const QCommandLineOption m_ordered{
-        QStringLiteral("ordered"), QStringLiteral("Keep the order of the paths; below directories, that of names.")};
+        QStringLiteral("ordered"),
+        QStringLiteral("Keep the order of the paths, and sort the files of a directory by name.")};
     const QCommandLineOption m_all{QStringLiteral("all"),
                                    QStringLiteral("Include launchers that home screens do not show.")};
     const QCommandLineOption m_icon{QStringLiteral("icon"),
-                                    QStringLiteral("Add the icon, a PNG picture of N pixels a side in Base64."),
+                                    QStringLiteral("Add the icon: a PNG picture of N by N pixels, in Base64."),
                                     QStringLiteral("N")};
-    const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("Add what 'sorrel lint' finds.")};
+    const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("Add the findings of 'sorrel lint'.")};
 };
 
 #endif

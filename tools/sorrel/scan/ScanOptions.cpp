@@ -18,17 +18,17 @@ constexpr int DefaultSeconds = 60;
 
 ScanOptions::ScanOptions()
     : m_jobs({QStringLiteral("j"), QStringLiteral("jobs")},
-             QStringLiteral("Worker processes; by default one for each processor."), QStringLiteral("N"),
+             QStringLiteral("Number of worker processes; by default one for each processor."), QStringLiteral("N"),
              QString::number(QThread::idealThreadCount())),
       m_maxMemory(QStringLiteral("max-memory"),
-                  QStringLiteral("Limit of the data of a worker, in MiB; by default %1.").arg(DefaultMegabytes),
+                  QStringLiteral("Memory limit of a worker in MiB; by default %1.").arg(DefaultMegabytes),
                   QStringLiteral("MIB"), QString::number(DefaultMegabytes)),
       m_timeout(QStringLiteral("timeout"),
-                QStringLiteral("Limit of the time for a file, in seconds; by default %1.").arg(DefaultSeconds),
+                QStringLiteral("Time limit for a file in seconds; by default %1.").arg(DefaultSeconds),
                 QStringLiteral("SECONDS"), QString::number(DefaultSeconds)),
       m_noProgress(QStringLiteral("no-progress"), QStringLiteral("Do not show progress, even on a terminal.")),
       m_null({QStringLiteral("0"), QStringLiteral("null")},
-             QStringLiteral("Paths on standard input end with a NUL, as 'find -print0' writes them."))
+             QStringLiteral("Expect a NUL after each path on standard input, as 'find -print0' writes it."))
 {
 }
 
