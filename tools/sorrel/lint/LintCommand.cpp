@@ -65,8 +65,8 @@ QJsonObject jsonOf(const FileName &file, const PackageLint &lint)
 QString LintCommand::details() const
 {
     return QStringLiteral(
-        "An error is what cannot be read or installed, a warning what some readers see otherwise or not at "
-        "all, a note what is good to know. The exit status does not depend on them.");
+        "An error cannot be read or installed. A warning is read differently by some readers, or not at all. A note "
+        "is no fault. The exit status does not depend on findings.");
 }
 
 void LintCommand::addOptions(QCommandLineParser &parser) const

@@ -13,10 +13,7 @@ class LintCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("lint"); }
-    QString summary() const override
-    {
-        return QStringLiteral("What is odd in packages, and what readers would trip over.");
-    }
+    QString summary() const override { return QStringLiteral("Report what is wrong or unusual in packages."); }
     QString details() const override;
     /// `--checks` takes none; run() asks for one otherwise.
     int minArguments() const override { return 0; }
@@ -29,9 +26,9 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    const QCommandLineOption m_json{QStringLiteral("json"), QStringLiteral("One JSON object per file, on one line.")};
-    const QCommandLineOption m_checks{QStringLiteral("checks"),
-                                      QStringLiteral("Lists the checks, and what they mean.")};
+    const QCommandLineOption m_json{QStringLiteral("json"),
+                                    QStringLiteral("Print one JSON object per file, each on one line.")};
+    const QCommandLineOption m_checks{QStringLiteral("checks"), QStringLiteral("List the checks and their meanings.")};
 };
 
 #endif
