@@ -1,21 +1,25 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# fuzz.sh MINUTES [ENTRY...]: runs the fuzzers (table, document, package, picture, normalizer, drawable, path,
-# kit_package) for so many minutes each, which may be a fraction, as many at once as there are processors. What they learn
-# is kept in build/fuzz/corpus; what breaks the libraries, in build/fuzz/found, and the status is then 1.
+# fuzz.sh MINUTES [ENTRY...]: runs each fuzzer fuzz/fuzz_ENTRY.cpp, or those named, for MINUTES, which may be a fraction.
+# One fuzzer runs on each processor. build/fuzz/corpus keeps the inputs that reach new code. build/fuzz/found keeps the
+# inputs that break the libraries; the exit status is then 1.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 minutes=${1:?usage: fuzz.sh MINUTES [ENTRY...]}
 shift
 entries=("$@")
-[ ${#entries[@]} -gt 0 ] || entries=(table document package picture normalizer drawable path kit_package)
+if [ ${#entries[@]} -eq 0 ]; then
+    entries=(fuzz/fuzz_*.cpp)
+    entries=("${entries[@]#fuzz/fuzz_}")
+    entries=("${entries[@]%.cpp}")
+fi
 
 require "${check_packages[@]}"
 build fuzz write_seeds "${entries[@]/#/fuzz_}"
 build/fuzz/bin/write_seeds build/fuzz/seeds
 
-# LeakSanitizer of LLVM 14 misreads the thread-local storage of Qt's plugins, and crashes, when it follows it itself.
+# LeakSanitizer of LLVM 14 misreads the thread-local storage of Qt's plugins and crashes.
 export ASAN_OPTIONS=intercept_tls_get_addr=0
 fuzz() {
     local entry=$1

@@ -7,7 +7,6 @@
   them, and no page names another.
 - Files and directories of SOURCE that a page names in backquotes or runs as a command exist.
 - Commands and options of the programs in BIN and of the scripts that a page names are in their help or in their source.
-- The fuzz entries in docs/testing.md and in scripts/fuzz.sh are those of fuzz/CMakeLists.txt.
 - The kinds of tests that a machine may be unable to run are the same in docs/testing.md, scripts/test.sh, .ci/run and the
   tests.
 - Each alternative of a pattern that a page gives to `ctest -R` matches a test of the build tree BUILD, and the table of tests
@@ -200,24 +199,6 @@ class Tools:
                 fault(page, f"names the option {option} of {name}, which does not exist")
 
 
-# Fuzz entries
-
-def check_fuzz_entries(source, pages):
-    expected = re.search(r"foreach\(entry ([\w ]*)\)", read(source, "fuzz", "CMakeLists.txt")).group(1).split()
-    script = read(source, "scripts", "fuzz.sh")
-    for start in (r"runs the fuzzers \(", r"\|\| entries=\("):
-        named = re.search(start + r"([^)]*)\)", script)
-        compare("scripts/fuzz.sh", "entry", re.findall(r"\w+", named.group(1)) if named else [], expected)
-    text = section("docs/testing.md", pages["docs/testing.md"], "Crashes and fuzzing")
-    named = re.search(r"the entries ((?:`\w+`[, and\n]*)+)", text)
-    compare("docs/testing.md", "entry", re.findall(r"`(\w+)`", named.group(1)) if named else [], expected)
-    numbers = "zero one two three four five six seven eight nine ten eleven twelve".split()
-    for page, text in pages.items():
-        for number in re.findall(r"\b(\w+) fuzzers\b", text):
-            if number.lower() in numbers and numbers.index(number.lower()) != len(expected):
-                fault(page, f"names {number.lower()} fuzzers; there are {len(expected)}")
-
-
 # Kinds of tests that are skipped
 
 def check_kinds(source, pages):
@@ -260,7 +241,6 @@ def main():
     pages = {os.path.relpath(path, source): read(path) for path in sorted(paths)}
     check_build_options(source, pages["README.md"])
     check_presets(source, pages)
-    check_fuzz_entries(source, pages)
     check_kinds(source, pages)
     check_tests(build, pages)
     tools = Tools(source, programs)
