@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# bare-machine.sh [--keep]: runs the two commands of the README, and then both again, as a newcomer would: in a fresh Debian 12
-# with a clone of what is committed here, where nothing is installed and no namespaces can be made. Root runs the first round,
-# without /etc/hosts; an ordinary user without sudo runs the second one. Needs root, or sudo.
+# bare-machine.sh [--keep]: runs the two commands of the README twice in a fresh Debian 12 with a clone of this checkout.
+# Nothing is installed there, and namespaces are not allowed. Root runs the first round, without /etc/hosts. An ordinary
+# user without sudo runs the second round. Needs root, or sudo.
 #
-#   --keep  moves the build tree here afterwards, in the place of build/release; the clone is at the path of this checkout
+#   --keep  move the build tree to build/release afterwards; the clone has the path of this checkout
 #
 # CXXFLAGS is passed on.
 
@@ -15,7 +15,7 @@ if [ "$(id -u)" -ne 0 ]; then
 fi
 require mmdebstrap git
 work=$(mktemp -d)
-# mmdebstrap runs apt as another user, who has to get into the directory.
+# mmdebstrap runs apt as another user, who needs access to the directory.
 chmod 755 "$work"
 trap 'packaging/chroot.sh remove "$work/debian"; rm -rf "$work"' EXIT
 machine=$work/debian

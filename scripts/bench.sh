@@ -1,19 +1,19 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# bench.sh [FILE.apk...]: measures what the library takes, in time, memory and instructions, and writes tables of
-#     ratios to standard output and build/bench/report.md; these packages get rows of their own. Raw results are in
-#     build/bench/*.json and memory.jsonl. Takes some ten minutes, in which the machine should have nothing else to do.
-# bench.sh --check: counts instructions only, and compares them with bench/instructions.json; the status is 1 when a row
+# bench.sh [FILE.apk...]: measures the time, memory and instructions of the library. Prints tables of ratios, with a row for
+#     each FILE, and writes them to build/bench/report.md. Raw results are in build/bench/*.json and memory.jsonl. Takes
+#     about ten minutes on an otherwise idle machine.
+# bench.sh --check: counts instructions and compares them with bench/instructions.json. The exit status is 1 when a row
 #     grew by more than 5 %, or is missing on either side.
 # bench.sh --update: makes these counts the baseline.
-# bench.sh --scan: measures `sorrel scan` by the number of its workers, for docs/scaling.md; half a minute.
-# bench.sh --hostile: measures the files that were made to do harm, in the tests' own programs, and replaces their table in
-#     docs/performance.md; some five minutes.
+# bench.sh --scan: measures `sorrel scan` by the number of its workers, for docs/scaling.md; about half a minute.
+# bench.sh --hostile: measures the hostile files in the programs of the tests, and replaces their table in
+#     docs/performance.md; about five minutes.
 # bench.sh --plots: measures growth only, and draws docs/growth-time.svg and docs/growth-memory.svg.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-# SORREL_BENCH_PRESET may name another preset, whose tree has the benchmarks built already.
+# SORREL_BENCH_PRESET names another preset whose tree has the benchmarks.
 preset=${SORREL_BENCH_PRESET:-bench}
 results=build/$preset
 programs=$results/bin
@@ -23,7 +23,7 @@ say() {
     echo "== $* (${SECONDS}s)" >&2
 }
 
-# prepare [TARGET...]: builds these, or everything, and makes the packages that are generated.
+# prepare [TARGET...]: builds these targets, or everything, and writes the generated packages.
 prepare() {
     require "${bench_packages[@]}"
     say "Building"
@@ -32,8 +32,7 @@ prepare() {
     "$programs/write_packages" "$results/packages"
 }
 
-# benchmark NAME REPETITIONS [ARGUMENT...]: runs bench_NAME, which leaves its results in NAME.json; what it prints on the
-# way is in NAME.log.
+# benchmark NAME REPETITIONS [ARGUMENT...]: runs bench_NAME, writes its results to NAME.json and its output to NAME.log.
 benchmark() {
     local name=$1 repetitions=$2
     shift 2
@@ -68,8 +67,9 @@ measure_growth() {
     memory_growth
 }
 
-# Measures the hostile files, which the tests have; the preset release is built like the benchmarks.
-measure_hostile() { # [PAGE]: whose table is replaced
+# measure_hostile [PAGE]: measures the hostile files of the tests, and replaces the table in PAGE. The preset release has the
+# compiler options of the benchmarks.
+measure_hostile() {
     require "${test_packages[@]}"
     say "Building the tests of hostile files"
     mapfile -t tests < <(python3 bench/hostile.py --programs)
@@ -78,8 +78,8 @@ measure_hostile() { # [PAGE]: whose table is replaced
     python3 bench/hostile.py build/release/bin "$results" "$@"
 }
 
-# The packages that are measured, in the array files, and those that are shown to other programs, too: these cannot read
-# the generated ones, which have names for nothing. The rows are told apart by the names of the files.
+# Sets the arrays `files`, all packages to measure, and `real_files`, those that other programs read as well. Other programs
+# cannot read the generated packages, which have no names of resources. A row has the name of its file, so names are unique.
 choose_packages() {
     local file name names=" "
     real_files=("$results"/samples/*.apk "$framework")
@@ -127,7 +127,7 @@ case ${1:-} in
     exit 2
     ;;
 *)
-    # Without the other programs, their rows say so.
+    # Rows of missing programs show "not installed".
     require "${peer_packages[@]}" || true
     prepare
     choose_packages "$@"

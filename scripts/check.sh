@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh: what to run after each small change. Builds what changed, runs the unit tests, and checks the format of the
-# sources that differ from the last commit. Installs missing packages first.
+# check.sh: for use after each small change. Builds, runs the unit tests, and checks the format of the sources that differ
+# from the last commit. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

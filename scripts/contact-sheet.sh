@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# contact-sheet.sh: draws every drawable of the sample applications "gallery" and "vectors" into build/contact-sheet.png,
-# each with its name, on a checkerboard, adaptive icons in every mask. What has a red name could not be drawn in full.
+# contact-sheet.sh: draws every drawable of the sample applications "gallery" and "vectors" into build/contact-sheet.png.
+# Each has its name below it and a checkerboard behind it. Adaptive icons are drawn in every mask. The name is red when a part
+# of the drawable could not be drawn.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# package.sh [--quick] [--check] [--rpm]: builds the source package and the packages for Debian of the files that git
-# tracks, as they are now, looks at them with lintian, and puts them into build/packages. Installs what is missing first.
+# package.sh [--quick] [--check] [--rpm]: builds the Debian packages and the source package of the files that git tracks, as
+# they are now, checks them with lintian, and puts them into build/packages. Installs missing packages first.
 #
-#   --quick  without the tests and without debug information, which takes a fraction of the time
-#   --check  installs, uses, upgrades and removes the packages in a fresh Debian 12
-#   --rpm    builds packages for RPM as well, and looks at them with rpmlint
+#   --quick  skip the tests and the debug information, for a much faster build
+#   --check  install, use, upgrade and remove the packages in a fresh Debian 12
+#   --rpm    build RPM packages as well, and check them with rpmlint
 #
 # DEB_BUILD_OPTIONS is passed on.
 
@@ -30,7 +30,7 @@ for option in "$@"; do
 done
 
 require "${package_packages[@]}" ${rpm:+"${rpm_packages[@]}"}
-# Others' groups and umasks are none of a package's business.
+# The packages do not depend on the umask of the user.
 umask 022
 version=$(sed -n 's/^project(Sorrel VERSION \([0-9.]*\) .*/\1/p' CMakeLists.txt)
 results=$PWD/build/packages
@@ -39,7 +39,7 @@ tree=$work/sorrel-$version
 rm -rf "$results" "$work"
 mkdir -p "$results" "$tree"
 
-# The time of the latest entry of the changelog is that of every file, so that the same sources give the same packages.
+# Every file has the time of the changelog's latest entry, so the same sources give the same packages.
 SOURCE_DATE_EPOCH=$(dpkg-parsechangelog -l packaging/debian/changelog -S Timestamp)
 export SOURCE_DATE_EPOCH
 git ls-files -z --deduplicate | while IFS= read -r -d '' file; do
@@ -63,7 +63,7 @@ echo "Building the packages for Debian" >&2
     exit 1
 }
 changes=$(echo "$work"/sorrel_"$version"-*_*.changes)
-# What a source package misses without a home on the web, and what is a matter of taste, is shown and fails nothing.
+# Hints about a missing home page, and matters of taste, are printed and do not fail.
 lintian --allow-root --fail-on error,warning --display-info --pedantic --tag-display-limit 0 "$changes"
 dcmd cp "$changes" "$results"
 

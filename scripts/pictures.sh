@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# pictures.sh: makes the pictures of the pages anew: docs/catalog.png, docs/contact-sheet.png and docs/launcher-grid.png.
-# Look at them before they are committed. Installs missing packages first, with the browser and the screen.
+# pictures.sh: draws the pictures of the documents again: docs/catalog.png, docs/contact-sheet.png and
+# docs/launcher-grid.png. Look at them before you commit them. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
@@ -19,7 +19,7 @@ for app in atlas babel gallery kiosk notes toolbox; do
     cp "$samples/$app.aapt2.apk" "shelf/$app.apk"
 done
 "$sorrel" catalog --shape squircle --title "Sample packages" -o catalog.html shelf
-# The superuser has no sandbox in the browser, and the page loads nothing.
+# The browser has no sandbox for root. That is safe, because the page loads nothing.
 chromium --headless --no-sandbox --hide-scrollbars --user-data-dir="$scratch/browser" --window-size=1280,700 \
     --screenshot="$docs/catalog.png" "file://$scratch/catalog.html" 2>/dev/null
 

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# redraw-goldens.sh: draws the pictures anew that the tests of drawables compare with (tests/kit/golden), and tells which
-# have changed. Look at each before it is committed, as scripts/contact-sheet.sh shows them: a golden of a wrong picture
-# keeps it wrong.
+# redraw-goldens.sh: draws the reference pictures of the drawable tests (tests/kit/golden) again, and lists the changed ones.
+# Look at each before you commit it (scripts/contact-sheet.sh shows all): a golden of a wrong picture keeps it wrong.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

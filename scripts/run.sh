@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# run.sh [FILE.apk...]: shows what Sorrel says about these packages, or about a sample that the build compiles.
-# Installs what is missing and builds first, when there is need.
+# run.sh [FILE.apk...]: shows the contents of these packages, or of a sample that the build compiles. Installs missing
+# packages and builds first, if necessary.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 

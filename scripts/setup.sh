@@ -1,34 +1,34 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# Sourced by the other scripts, not run: changes to the checkout, names the packages that each step needs, and has functions
-# that install them and build.
+# The other scripts source this file. It changes to the checkout, lists the packages that each step needs, and has functions
+# to install them and to build.
 # shellcheck shell=bash
 
 set -euo pipefail
 caller_directory=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-# Building the libraries, the tools, the samples and the test programs.
+# To build the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
     qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
-# Building with Qt 6.
+# To build with Qt 6.
 qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
-# Running the tests: programs that they compare with or that check what the tools write.
+# To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
     python3 python3-gi python3-jsonschema desktop-file-utils libglib2.0-bin
 )
-# Building packages for Debian, and trying them in a Debian of their own.
+# To build Debian packages and try them in a fresh Debian.
 package_packages=(
     "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
     appstream git
 )
-# Building packages for RPM.
+# To build RPM packages.
 rpm_packages=(rpm rpmlint)
-# Running the system tests: programs that use what Sorrel installs (thumbnailers, a browser, a screen, shells), and those
-# that check documents, licences and the binary interface.
+# To run the system tests: programs that use the installed files (thumbnailers, a browser, a screen, shells), and checkers of
+# documents, licences and the binary interface.
 system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
@@ -41,12 +41,12 @@ system_packages=(
 coverage_packages=("${test_packages[@]}" gcovr)
 # scripts/bench.sh
 bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
-# bench/peers: other programs that read packages.
+# bench/peers: other readers of packages.
 peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
 # .ci/run: formatting, static analysis, sanitizers and fuzzers.
 check_packages=("${test_packages[@]}" git clang clang-format clang-tidy libclang-rt-14-dev lld)
 
-# require PACKAGE...: installs those that are missing. Prints nothing and starts no installer when all are installed.
+# require PACKAGE...: installs the missing packages. Prints nothing and starts no installer when all are installed.
 require() {
     local package missing=()
     local installed
@@ -71,8 +71,8 @@ require() {
         apt-get install -y -qq --no-install-recommends "${missing[@]}" >&2
 }
 
-# build PRESET [TARGET...]: configures the preset's build tree when it is new, or when packages were installed since it was
-# configured, as it may find more now; then builds. Prints nothing when everything is up to date.
+# build PRESET [TARGET...]: builds. Configures the build tree first when it is new, or when packages were installed since,
+# because CMake may find more parts then. Prints nothing when everything is up to date.
 build() {
     local preset=$1 dir="build/$1"
     shift

@@ -3,11 +3,11 @@
 # test.sh [--system] [--qt6] [CTEST-OPTION...]: builds everything and runs the tests of the libraries, the tools and the
 # README. Installs missing packages first.
 #
-#   --system  runs the other tests instead: what Sorrel installs is used by a browser, thumbnailers in sandboxes, a window on a
-#             screen of its own, shells and fresh Debians; documents, licences and the binary interface are checked
-#   --qt6     builds and tests with Qt 6
+#   --system  run the other tests instead: a browser, thumbnailers in sandboxes, a window on a virtual screen, shells and fresh
+#             Debian systems use the installed files; documents, licences and the binary interface are checked
+#   --qt6     build and test with Qt 6
 #
-# A test that this machine cannot run is skipped; the last lines print the reason. SORREL_TESTS_REQUIRE lists kinds of such
+# A test that this machine cannot run is skipped, and the last lines print the reason. SORREL_TESTS_REQUIRE lists the kinds of
 # tests, separated by commas, that fail instead: sandbox, browser, screen, chroot, abi.
 
 if [[ " $* " == *" --help "* || " $* " == *" -h "* ]]; then
