@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# What other projects find the libraries by: a package for CMake, .pc files for pkg-config and .pri files for qmake.
+# The files by which other projects find the libraries: a CMake package, .pc files for pkg-config and .pri files for qmake.
 include(CMakePackageConfigHelpers)
 
 if(SORREL_QT_MAJOR EQUAL 5)
@@ -15,7 +15,7 @@ configure_package_config_file(cmake/SorrelConfig.cmake.in "${made}/${package}Con
     INSTALL_DESTINATION "${package_directory}"
     NO_SET_AND_CHECK_MACRO
 )
-# The libraries keep their binary interface for as long as they keep their soname's number, which is the major version.
+# The soname has the major version: the binary interface stays the same within it.
 write_basic_package_version_file("${made}/${package}ConfigVersion.cmake" COMPATIBILITY SameMajorVersion)
 install(FILES "${made}/${package}Config.cmake" "${made}/${package}ConfigVersion.cmake"
     DESTINATION "${package_directory}"
@@ -24,8 +24,8 @@ foreach(export SorrelTargets SorrelKitTargets)
     install(EXPORT ${export} NAMESPACE Sorrel:: DESTINATION "${package_directory}")
 endforeach()
 
-# pkg-config leaves the directories of the system out of what it prints when it finds them by their plain names, so a .pc
-# file names the prefix; it is made when that is known, which may be as late as cmake --install --prefix.
+# pkg-config omits system directories from its output only when the .pc file names them plainly, so the file has the prefix.
+# The file is made during installation, because cmake --install --prefix may change the prefix.
 set(pkgconfig_directory "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 set(qmake_directory "${CMAKE_INSTALL_LIBDIR}/sorrel")
 foreach(kind IN ITEMS INCLUDE LIB)

@@ -1,21 +1,20 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# Decides which parts are built besides the two libraries. Each has an option SORREL_BUILD_<PART>:
+# Chooses the parts to build besides the libraries. Each part has an option SORREL_BUILD_<PART>:
 #
-#     AUTO    the part is built where everything that it needs is found (the default)
+#     AUTO    the part is built when everything that it needs is found (the default)
 #     ON      the part is built; configuring fails when something is missing
 #     OFF     the part is left out
 #
-# The rest of the project reads SORREL_HAS_<PART>. cmake prints a summary of the parts with the reason for each that is
-# left out.
+# The rest of the project reads SORREL_HAS_<PART>. CMake prints a summary with the reason for each part that is left out.
 include(FeatureSummary)
 
-option(BUILD_TESTING "Build the tests where SORREL_BUILD_TESTS is AUTO" ON)
+option(BUILD_TESTING "Build the tests when SORREL_BUILD_TESTS is AUTO" ON)
 
 # sorrel_part(PART DESCRIPTION MISSING...): sets SORREL_HAS_<PART>. Each MISSING is a reason why the part cannot be built.
 function(sorrel_part part description)
     set(option SORREL_BUILD_${part})
-    set(${option} AUTO CACHE STRING "Build ${description}: ON, OFF, or AUTO (where the requirements are found)")
+    set(${option} AUTO CACHE STRING "Build ${description}: ON, OFF, or AUTO (when the requirements are found)")
     set_property(CACHE ${option} PROPERTY STRINGS AUTO ON OFF)
     list(JOIN ARGN "; " reason)
     set(built FALSE)
@@ -64,7 +63,7 @@ endif()
 if(NOT SORREL_FRAMEWORK_RES)
     list(APPEND missing "framework-res.apk was not found (Debian: android-framework-res)")
 endif()
-# Qt's own programs and plugins: what has their name on the path may be for another Qt.
+# The programs and plugins of this Qt. A program of the same name on the path may belong to another one.
 get_target_property(qmake ${SORREL_QT}::qmake IMPORTED_LOCATION)
 get_filename_component(qt_programs "${qmake}" DIRECTORY)
 execute_process(COMMAND "${qmake}" -query QT_INSTALL_PLUGINS OUTPUT_VARIABLE qt_plugins OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -83,7 +82,7 @@ if(NOT ${SORREL_QT}Widgets_FOUND)
 endif()
 sorrel_part(EXAMPLES "the example programs" ${missing})
 
-# Without its diagrams, Doxygen needs no other program.
+# The reference has no diagrams, so Doxygen needs no other program.
 set(missing "")
 find_package(Doxygen QUIET MODULE COMPONENTS doxygen)
 if(NOT DOXYGEN_FOUND)

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# sorrel_target(TARGET): the warnings, and the sanitizers, that all code of this project is compiled with.
+# sorrel_target(TARGET): sets the warnings and the sanitizers for all code of this project.
 function(sorrel_target target)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
     if(SORREL_WARNINGS_AS_ERRORS)
@@ -13,17 +13,17 @@ function(sorrel_target target)
     endif()
 endfunction()
 
-# sorrel_reproducible(TARGET): what is installed of the target does not depend on where it was built. The sources are called
-# as from the top of the checkout, and what is made, moc's for example, as from "build".
+# sorrel_reproducible(TARGET): makes the installed files independent of the build directory. The debug information has paths
+# below the top of the checkout for sources, and below "build" for generated files.
 function(sorrel_reproducible target)
-    if(SORREL_COVERAGE) # whose reports name files in full
+    if(SORREL_COVERAGE) # its reports need full paths
         return()
     endif()
     target_compile_options(${target} PRIVATE
         "-ffile-prefix-map=${PROJECT_SOURCE_DIR}=." "-ffile-prefix-map=${PROJECT_BINARY_DIR}=./build")
 endfunction()
 
-# sorrel_internal(TARGET): what goes into the libraries, beside the above.
+# sorrel_internal(TARGET): sets the options of code that goes into the libraries, besides the above.
 function(sorrel_internal target)
     sorrel_target(${target})
     sorrel_reproducible(${target})
