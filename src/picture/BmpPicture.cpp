@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "picture/BmpPicture.h"
 
-bool BmpPicture::sieve(PictureStripper *sieve)
+bool BmpPicture::strip(PictureStripper *stripper)
 {
     constexpr int InfoAt = 14;
     constexpr int OldInfoSize = 12;
     constexpr int ColorBytes = 4;
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     const bool isOld = file.u32(InfoAt) == OldInfoSize;
     const qint64 width = isOld ? file.u16(InfoAt + 4) : qint32(file.u32(InfoAt + 4));
     const qint64 height = isOld ? qint16(file.u16(InfoAt + 6)) : qint32(file.u32(InfoAt + 8));
-    if (!sieve->grow(width, qAbs(height)))
+    if (!stripper->grow(width, qAbs(height)))
         return false;
-    sieve->decodingBytes = sieve->pixels() * ColorBytes;
+    stripper->decodingBytes = stripper->pixels() * ColorBytes;
     return true;
 }

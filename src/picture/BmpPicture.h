@@ -5,16 +5,15 @@
 #include "picture/PictureStripper.h"
 
 /**
- * A BMP file: "BM" and 12 more bytes, then a header that begins with its own size u32, then a palette and the rows. Width
- * and height are the next two numbers of the header, i32 each, or u16 and i16 in the old one of 12 bytes. A negative height
- * is that of a picture written from the top down. All numbers are little-endian. A decoder reads what the picture needs and
- * nothing else, so the file is kept as it is.
+ * A BMP file: "BM" and 12 more bytes, then a header, a palette and the rows. All numbers are little-endian. The header begins
+ * with its own size u32, then width and height: i32 each, or u16 and i16 in the old header of 12 bytes. The height is negative
+ * when the rows are stored from the top down. A decoder reads nothing but the picture, so the file is not changed.
  */
 class BmpPicture
 {
 public:
-    /// Goes over the file; false when its picture is too large.
-    static bool sieve(PictureStripper *sieve);
+    /// Reads the header; false when the picture is too large.
+    static bool strip(PictureStripper *stripper);
 };
 
 #endif

@@ -18,7 +18,7 @@ int paletteSize(int flags)
     return (flags & 0x80) != 0 ? 3 << ((flags & 7) + 1) : 0;
 }
 
-/// Where the blocks from @p at on end, behind the one of length 0.
+/// The offset after the blocks that begin at @p at, including the block of length 0.
 qint64 blocksEnd(const ByteView &file, qint64 at)
 {
     while (file.u8(at) != 0)
@@ -26,7 +26,7 @@ qint64 blocksEnd(const ByteView &file, qint64 at)
     return at + 1;
 }
 
-/// Counts the pixels that codes stand for, as a decoder makes them.
+/// Counts the pixels that codes represent, as a decoder makes them.
 class PixelCounter
 {
 public:
@@ -35,7 +35,7 @@ public:
         startOver();
     }
 
-    /// Whether there is nothing to come: the picture is full, has ended or is damaged.
+    /// Whether no more pixels follow: the picture is full, has ended or is damaged.
     bool isDone() const { return m_left <= 0; }
     void add(int byte)
     {
@@ -63,12 +63,12 @@ private:
         if (code == m_clear) {
             startOver();
         } else if (code == m_clear + 1 || (isFirst && code > m_clear)) {
-            m_left = 0; // the end, or a row that was not made yet
+            m_left = 0; // the end, or a code that is not defined yet
         } else if (isFirst) {
             m_previous = 1;
             --m_left;
         } else {
-            // The code that is made by this one may be this one: the previous row, and its first pixel again.
+            // A code may be the one that it defines: the previous row, and its first pixel again.
             const int length = code < m_next ? lengthOf(code) : m_previous + 1;
             if (m_next < 1 << MaxCodeBits)
                 m_lengths[size_t(m_next++)] = m_previous + 1;
@@ -83,24 +83,24 @@ private:
     const int m_firstBits;
     qint64 m_left;
     int m_bits = 0;
-    int m_next = 0;     ///< the code that is made next
-    int m_previous = 0; ///< pixels of the code before; 0 for none
+    int m_next = 0;     ///< the code that is defined next
+    int m_previous = 0; ///< pixels of the previous code; 0 for none
     std::array<int, 1 << MaxCodeBits> m_lengths{};
     quint32 m_pending = 0;
     int m_pendingBits = 0;
 };
 
-/// Keeps of the blocks at @p at what fills a picture of @p pixels; false when they end before, as do the bytes.
-bool keepCodes(PictureStripper *sieve, qint64 at, int pixelBits, qint64 pixels)
+/// Keeps the part of the blocks at @p at that fills a picture of @p pixels; false when the blocks end earlier.
+bool keepCodes(PictureStripper *stripper, qint64 at, int pixelBits, qint64 pixels)
 {
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     PixelCounter counter(pixelBits, pixels);
     while (file.u8(at) != 0 && !counter.isDone()) {
         const int length = file.u8(at);
         int used = 0;
         while (used < length && !counter.isDone())
             counter.add(file.u8(at + 1 + used++));
-        *sieve->keep(at, 1 + used) = char(used);
+        *stripper->keep(at, 1 + used) = char(used);
         at += 1 + length;
     }
     return counter.isDone() || file.has(at, 1);
@@ -108,16 +108,16 @@ bool keepCodes(PictureStripper *sieve, qint64 at, int pixelBits, qint64 pixels)
 
 } // namespace
 
-bool GifPicture::sieve(PictureStripper *sieve)
+bool GifPicture::strip(PictureStripper *stripper)
 {
     constexpr int MaxPixelBits = MaxCodeBits - 1;
-    // The picture, and what a frame may ask to be put back.
+    // The picture, and a copy that a frame may ask to restore.
     constexpr int ColorBytes = 8;
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     const qint64 screenEnd = ScreenAt + ScreenSize + paletteSize(file.u8(ScreenAt + 4));
     qint64 at = screenEnd;
     qint64 transparencyAt = 0;
-    while (file.u8(at) == Extension) { // beyond the last byte there is none
+    while (file.u8(at) == Extension) { // ends: bytes beyond the end read as 0
         if (file.u8(at + 1) == Transparency)
             transparencyAt = at;
         at = blocksEnd(file, at + 2);
@@ -128,19 +128,20 @@ bool GifPicture::sieve(PictureStripper *sieve)
     const int height = file.u16(at + 7);
     const int codesAt = PictureHeader + paletteSize(file.u8(at + 9));
     const int pixelBits = file.u8(at + codesAt);
-    // Both count: a decoder mends a screen that does not hold its picture.
-    if (pixelBits > MaxPixelBits || !sieve->grow(qMax(1, int(file.u16(ScreenAt))), qMax(1, int(file.u16(ScreenAt + 2))))
-        || !sieve->grow(qint64(file.u16(at + 1)) + width, qint64(file.u16(at + 3)) + height))
+    // Both sizes count: a decoder enlarges a screen that is smaller than its picture.
+    if (pixelBits > MaxPixelBits
+        || !stripper->grow(qMax(1, int(file.u16(ScreenAt))), qMax(1, int(file.u16(ScreenAt + 2))))
+        || !stripper->grow(qint64(file.u16(at + 1)) + width, qint64(file.u16(at + 3)) + height))
         return false;
-    sieve->decodingBytes = sieve->pixels() * ColorBytes;
+    stripper->decodingBytes = stripper->pixels() * ColorBytes;
 
     constexpr char BlocksEnd = 0;
     constexpr char FileEnd = 0x3b;
-    sieve->keep(0, screenEnd);
+    stripper->keep(0, screenEnd);
     if (transparencyAt != 0)
-        sieve->keep(transparencyAt, blocksEnd(file, transparencyAt + 2) - transparencyAt);
-    sieve->keep(at, codesAt + 1);
-    const bool isWhole = keepCodes(sieve, at + codesAt + 1, pixelBits, qint64(width) * height);
-    sieve->finish(isWhole ? QByteArray().append(BlocksEnd).append(FileEnd) : QByteArray());
+        stripper->keep(transparencyAt, blocksEnd(file, transparencyAt + 2) - transparencyAt);
+    stripper->keep(at, codesAt + 1);
+    const bool isWhole = keepCodes(stripper, at + codesAt + 1, pixelBits, qint64(width) * height);
+    stripper->finish(isWhole ? QByteArray().append(BlocksEnd).append(FileEnd) : QByteArray());
     return true;
 }

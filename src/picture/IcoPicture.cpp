@@ -31,28 +31,28 @@ void IcoPicture::unwrapPng(QByteArray *file)
     file->remove(0, int(at));
 }
 
-bool IcoPicture::sieve(PictureStripper *sieve)
+bool IcoPicture::strip(PictureStripper *stripper)
 {
     constexpr int HeaderSize = 40;
     constexpr int MaxPaletteBits = 8;
     constexpr int ColorSize = 4;
-    // The picture, and the same with its transparency.
+    // The picture, and a copy with its transparency.
     constexpr int ColorBytes = 12;
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     const qint64 at = file.u32(OffsetAt);
     const ByteView picture = file.from(at);
     const qint64 width = file.u8(WidthAt) != 0 ? file.u8(WidthAt) : qint32(picture.u32(4));
     const qint64 height = file.u8(HeightAt) != 0 ? file.u8(HeightAt) : qint32(picture.u32(8)) / 2;
     const int bits = picture.u16(14) != 0 ? picture.u16(14) : file.u16(BitsAt);
-    if (at < DirectoryEnd || qMax(width, height) > MaxSide || !sieve->grow(width, height))
+    if (at < DirectoryEnd || qMax(width, height) > MaxSide || !stripper->grow(width, height))
         return false;
-    sieve->decodingBytes = sieve->pixels() * ColorBytes;
+    stripper->decodingBytes = stripper->pixels() * ColorBytes;
     const qint64 statedColors = picture.u32(32);
     const qint64 colors = bits > MaxPaletteBits ? 0 : statedColors != 0 ? statedColors : qint64(1) << bits;
-    char *const directory = sieve->keep(0, DirectoryEnd);
+    char *const directory = stripper->keep(0, DirectoryEnd);
     qToLittleEndian(quint16(1), directory + CountAt);
     qToLittleEndian(quint32(DirectoryEnd), directory + OffsetAt);
-    sieve->keep(at, HeaderSize + ColorSize * colors + height * (rowSize(width, bits) + rowSize(width, 1)));
-    sieve->finish();
+    stripper->keep(at, HeaderSize + ColorSize * colors + height * (rowSize(width, bits) + rowSize(width, 1)));
+    stripper->finish();
     return true;
 }

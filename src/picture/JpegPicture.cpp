@@ -29,7 +29,7 @@ bool isFrame(int marker)
     return marker >= FirstFrame && marker <= LastFrame && marker != HuffmanTables && marker != ArithmeticTables;
 }
 
-/// Where the next marker stands of a segment, or of the end of the file; the size of the file when there is none.
+/// The offset of the next marker that begins a segment or ends the file; the size of the file when there is none.
 qint64 nextSegment(const ByteView &file, qint64 at)
 {
     for (;; ++at) {
@@ -44,13 +44,13 @@ qint64 nextSegment(const ByteView &file, qint64 at)
     }
 }
 
-/// Keeps of the segment at @p at what decoders read.
-void keepSegment(PictureStripper *sieve, qint64 at, int length)
+/// Keeps the bytes of the segment at @p at that decoders read.
+void keepSegment(PictureStripper *stripper, qint64 at, int length)
 {
     constexpr int JfifLength = 16;
-    constexpr int JfifThumbnailAt = 16; // its width and height, of one byte each; it is what comes behind
+    constexpr int JfifThumbnailAt = 16; // its width and height, a byte each; its pixels follow
     constexpr int AdobeLength = 14;
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     const int marker = file.u8(at + 1);
     const auto is = [&](int kind, int ownLength, const char *name) {
         return marker == kind && length >= ownLength && file.has(at, MarkerSize + ownLength)
@@ -60,19 +60,19 @@ void keepSegment(PictureStripper *sieve, qint64 at, int length)
     const bool isAdobe = is(Adobe, AdobeLength, "Adobe");
     if (isJfif || isAdobe) {
         const int ownLength = isJfif ? JfifLength : AdobeLength;
-        char *const segment = sieve->keep(at, MarkerSize + ownLength);
+        char *const segment = stripper->keep(at, MarkerSize + ownLength);
         segment[2] = 0;
         segment[3] = char(ownLength);
         if (isJfif)
             segment[JfifThumbnailAt] = segment[JfifThumbnailAt + 1] = 0;
     } else if (marker != Comment && (marker < FirstOfApplications || marker > LastOfApplications)) {
-        sieve->keep(at, MarkerSize + length);
+        stripper->keep(at, MarkerSize + length);
     }
 }
 
 } // namespace
 
-bool JpegPicture::sieve(PictureStripper *sieve)
+bool JpegPicture::strip(PictureStripper *stripper)
 {
     constexpr int MaxComponents = 4;
     constexpr int ColorBytes = 4;
@@ -81,7 +81,7 @@ bool JpegPicture::sieve(PictureStripper *sieve)
     constexpr int CoefficientBytes = 2;
     constexpr qint64 UnitSide = 32;
 
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     int components = 0;
     int scans = 0;
     bool keepsCoefficients = false;
@@ -90,7 +90,7 @@ bool JpegPicture::sieve(PictureStripper *sieve)
         const qint64 segmentAt = nextSegment(file, at);
         const int marker = file.u8(segmentAt + 1);
         const bool isLast = segmentAt == file.size() || marker == EndOfImage;
-        sieve->keep(at, segmentAt - at + (isLast ? MarkerSize : 0));
+        stripper->keep(at, segmentAt - at + (isLast ? MarkerSize : 0));
         if (isLast)
             break;
         at = segmentAt;
@@ -102,7 +102,7 @@ bool JpegPicture::sieve(PictureStripper *sieve)
                 return false;
             components = file.u8(at + 9);
             keepsCoefficients = marker > LastBaselineFrame;
-            if (components < 1 || components > MaxComponents || !sieve->grow(file.big16(at + 7), file.big16(at + 5)))
+            if (components < 1 || components > MaxComponents || !stripper->grow(file.big16(at + 7), file.big16(at + 5)))
                 return false;
         }
         if (marker == StartOfScan) {
@@ -110,17 +110,17 @@ bool JpegPicture::sieve(PictureStripper *sieve)
                 return false;
             keepsCoefficients = keepsCoefficients || scans > 1 || file.u8(at + 4) < components;
         }
-        keepSegment(sieve, at, length);
+        keepSegment(stripper, at, length);
         at += MarkerSize + length;
     }
-    sieve->finish();
+    stripper->finish();
     if (components == 0)
         return false;
-    sieve->decodingBytes = sieve->pixels() * ColorBytes;
+    stripper->decodingBytes = stripper->pixels() * ColorBytes;
     if (keepsCoefficients) {
-        const qint64 columns = (sieve->size().width() + UnitSide - 1) / UnitSide * UnitSide;
-        const qint64 rows = (sieve->size().height() + UnitSide - 1) / UnitSide * UnitSide;
-        sieve->decodingBytes += columns * rows * components * CoefficientBytes;
+        const qint64 columns = (stripper->size().width() + UnitSide - 1) / UnitSide * UnitSide;
+        const qint64 rows = (stripper->size().height() + UnitSide - 1) / UnitSide * UnitSide;
+        stripper->decodingBytes += columns * rows * components * CoefficientBytes;
     }
     return true;
 }

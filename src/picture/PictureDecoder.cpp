@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The frame of an animation where it belongs. Qt's plugin leaves what is around it as the memory was.
+/// The canvas of an animation with @p frame at its place. Qt's plugin does not initialise the pixels around a frame.
 QImage onCanvas(QImage frame, const PictureFile &file)
 {
     constexpr size_t PixelSize = 4;
@@ -57,12 +57,12 @@ QImage PictureDecoder::decoded(const PictureFile &file)
     m_bytes.spend(file.decodingBytes());
     if (isOverfull(file))
         return {};
-    // Shares the bytes. Qt's WebP plugin refuses sequential devices, and libjpeg reads those of a buffer where they stand.
+    // A QBuffer shares the bytes: Qt's WebP plugin refuses sequential devices, and libjpeg reads a buffer in place.
     QBuffer buffer;
     buffer.setData(file.bytes());
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer, file.format());
-    // No other decoder may take the file for its own.
+    // Otherwise another decoder, whose cost is unknown, might accept the file.
     reader.setAutoDetectImageFormat(false);
     const QSize size = reader.size();
     if (size.width() > file.size().width() || size.height() > file.size().height())

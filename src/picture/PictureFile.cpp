@@ -16,40 +16,40 @@ namespace {
 struct Format {
     QByteArray start;
     const char *name;
-    bool (*sieve)(PictureStripper *);
+    bool (*strip)(PictureStripper *);
 };
 
 const QByteArray windowsIcon("\0\0\1\0", 4);
-const QByteArray windowsCursor("\0\0\2\0", 4); // which is an icon with a place that it points with
+const QByteArray windowsCursor("\0\0\2\0", 4); // an icon with a hot spot
 
 } // namespace
 
 PictureFile::PictureFile(QByteArray bytes) : m_bytes(std::move(bytes))
 {
     const Format formats[] = {
-        {"\x89PNG\r\n\x1a\n", "png", PngPicture::sieve},
-        {"\xff\xd8\xff", "jpeg", JpegPicture::sieve},
-        {"GIF87a", "gif", GifPicture::sieve},
-        {"GIF89a", "gif", GifPicture::sieve},
-        {"RIFF", "webp", WebpPicture::sieve},
-        {"BM", "bmp", BmpPicture::sieve},
-        {windowsIcon, "ico", IcoPicture::sieve},
-        {windowsCursor, "ico", IcoPicture::sieve},
+        {"\x89PNG\r\n\x1a\n", "png", PngPicture::strip},
+        {"\xff\xd8\xff", "jpeg", JpegPicture::strip},
+        {"GIF87a", "gif", GifPicture::strip},
+        {"GIF89a", "gif", GifPicture::strip},
+        {"RIFF", "webp", WebpPicture::strip},
+        {"BM", "bmp", BmpPicture::strip},
+        {windowsIcon, "ico", IcoPicture::strip},
+        {windowsCursor, "ico", IcoPicture::strip},
     };
     if (m_bytes.startsWith(windowsIcon) || m_bytes.startsWith(windowsCursor))
         IcoPicture::unwrapPng(&m_bytes);
     for (const Format &format : formats) {
         if (!m_bytes.startsWith(format.start))
             continue;
-        PictureStripper sieve(&m_bytes);
-        if (format.sieve(&sieve)) {
+        PictureStripper stripper(&m_bytes);
+        if (format.strip(&stripper)) {
             m_format = format.name;
-            m_size = sieve.size();
-            m_canvas = sieve.canvas;
-            m_place = sieve.place;
-            m_decodingBytes = sieve.decodingBytes;
+            m_size = stripper.size();
+            m_canvas = stripper.canvas;
+            m_place = stripper.place;
+            m_decodingBytes = stripper.decodingBytes;
         }
-        m_steps = sieve.steps;
+        m_steps = stripper.steps;
         break;
     }
     if (!isAccepted())

@@ -39,7 +39,7 @@ public:
     QPoint place() const { return m_place; }
     /// Bytes that decoding takes at its peak, the decoded picture included and bytes() not.
     qint64 decodingBytes() const { return m_decodingBytes; }
-    /// Bits of WebP's prefix codes that were read to find the size in memory, also for a refused file. Reading one
+    /// Bits of WebP's prefix codes that were read to compute decodingBytes(), also for a refused file. Reading a bit
     /// takes about as long as decoding a byte of a picture.
     qint64 steps() const { return m_steps; }
 

@@ -9,12 +9,12 @@
 #include <QSize>
 
 /**
- * A picture file in memory out of which the parts that make the picture are kept, and the others are left. The classes
- * of the formats go over the file once and keep() part after part, in the order of the file; each moves up to the end
- * of those before it, so that all of this takes no second copy. They also note here what decoding the picture takes.
+ * Reduces a picture file in memory to the parts that make its picture. The class of the format goes over the file once
+ * and calls keep() for each of these parts, in the order of the file. keep() moves the part to the end of the parts kept
+ * before, so that no second copy is needed. The class of the format also stores here the cost of decoding the picture.
  *
- * Precondition of keep(): the part lies behind what is kept already. Its bytes move, and what is in their place is
- * gone: whatever a class wants to know of a part it reads before that.
+ * Precondition of keep(): the part begins after all kept parts. Its bytes overwrite others, so a class reads all that it
+ * needs of a part first.
  */
 class PictureStripper
 {
@@ -25,15 +25,15 @@ public:
     /// Starts with nothing kept; @p file outlives this object.
     explicit PictureStripper(QByteArray *file);
 
-    /// The bytes of the file, from what is kept on; sizes and offsets are those of the whole file.
+    /// The file. Bytes before the end of the kept parts may be overwritten; sizes and offsets stay those of the whole file.
     const ByteView &file() const { return m_view; }
 
-    /// Keeps the @p size bytes at @p at, or those of them that there are. Returns where they are now.
+    /// Keeps the @p size bytes at @p at, or as many as exist. Returns their new address.
     char *keep(qint64 at, qint64 size);
-    /// The bytes that are kept so far.
+    /// The number of bytes kept so far.
     char *kept() { return m_file->data(); }
     qint64 keptSize() const { return m_keptSize; }
-    /// Makes what is kept the file, with @p end behind it.
+    /// Replaces the file by the kept parts and @p end.
     void finish(const QByteArray &end = QByteArray());
 
     /// The largest size that the file states for its picture; an empty one before the first is known.
@@ -42,13 +42,12 @@ public:
     /// Makes room for a picture of this size; false when a side is less than 1 or more than MaxSide.
     bool grow(qint64 width, qint64 height);
 
-    /// The canvas that the picture has a place on, and that place; an empty size when it is all of the picture.
+    /// The canvas of an animation and the place of the picture on it; an empty size for any other picture.
     QSize canvas;
     QPoint place;
     /// Bytes that decoding takes at its peak, the decoded picture included.
     qint64 decodingBytes = 0;
-    /// Bits of prefix codes that going over the file has read; each takes about as long as decoding a byte of a
-    /// picture.
+    /// Bits of prefix codes that were read. Each takes about as long as decoding a byte of a picture.
     qint64 steps = 0;
 
 private:

@@ -25,10 +25,10 @@ enum ChunkType : quint32 {
     Offset = 0x6f464673,         // oFFs
 };
 constexpr std::array<quint32, 6> smallChunks{Transparency, Gamma, Chromaticities, StandardColors, Dimensions, Offset};
-/// The size of tRNS for a palette of as many colours as may be.
+/// The size of tRNS for the largest palette.
 constexpr qint64 MaxSmallChunk = 256;
 
-/// Bytes of a decoded pixel, and with 16 bits a channel.
+/// Bytes of a decoded pixel, with 8 and with 16 bits a channel.
 constexpr int ColorBytes = 4;
 constexpr int DeepColorBytes = 8;
 
@@ -51,11 +51,11 @@ int channels(int colorType)
     return ((colorType & Color) != 0 && (colorType & Palette) == 0 ? 3 : 1) + ((colorType & Alpha) != 0 ? 1 : 0);
 }
 
-/// Bytes that all rows of the picture have before they are packed.
+/// Bytes of all rows of the picture, unpacked.
 qint64 rowBytes(const ByteView &png)
 {
     struct Pass {
-        int left, top, columns, rows; // the first column and row, and how many there are from one to the next
+        int left, top, columns, rows; // the first column and row, and the distances to the next
     };
     constexpr Pass whole[] = {{0, 0, 1, 1}};
     constexpr Pass interlaced[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
@@ -78,41 +78,41 @@ qint64 rowBytes(const ByteView &png)
 
 } // namespace
 
-bool PngPicture::sieve(PictureStripper *sieve)
+bool PngPicture::strip(PictureStripper *stripper)
 {
-    const ByteView &file = sieve->file();
+    const ByteView &file = stripper->file();
     if (file.big32(SignatureSize) != HeaderSize || file.big32(SignatureSize + 4) != Header
-        || !sieve->grow(file.big32(HeaderAt), file.big32(HeaderAt + 4)))
+        || !stripper->grow(file.big32(HeaderAt), file.big32(HeaderAt + 4)))
         return false;
-    sieve->decodingBytes = sieve->pixels() * (isDeep(file) ? DeepColorBytes : ColorBytes);
+    stripper->decodingBytes = stripper->pixels() * (isDeep(file) ? DeepColorBytes : ColorBytes);
 
-    sieve->keep(0, SignatureSize);
+    stripper->keep(0, SignatureSize);
     std::array<bool, smallChunks.size()> isKept{};
     bool hasPixels = false;
     quint32 type = Header;
     for (qint64 at = SignatureSize; type != End && file.has(at, ChunkHeader);) {
         const qint64 length = file.big32(at);
         type = file.big32(at + 4);
-        // Pixels may break off; of anything else a decoder takes the memory that it claims before it reads it.
+        // Pixels may be cut off. For any other chunk, a decoder takes the memory that the chunk claims before reading it.
         if (type != Pixels && !file.has(at + ChunkHeader, length))
             break;
         hasPixels = hasPixels || type == Pixels;
         const auto small = std::find(smallChunks.begin(), smallChunks.end(), type) - smallChunks.begin();
         const bool isSmall = small < qint64(smallChunks.size()) && length <= MaxSmallChunk;
-        // A second one of a kind, or one behind the pixels, does not count.
+        // Decoders ignore a second chunk of a kind, and a chunk after the pixels.
         if (isCritical(type) || (isSmall && !isKept[size_t(small)] && !hasPixels))
-            sieve->keep(at, ChunkHeader + length + ChecksumSize);
+            stripper->keep(at, ChunkHeader + length + ChecksumSize);
         if (isSmall)
             isKept[size_t(small)] = true;
         at += ChunkHeader + length + ChecksumSize;
     }
-    sieve->finish();
+    stripper->finish();
     return true;
 }
 
 qint64 PngPicture::maxUnpacked(const QByteArray &png)
 {
-    constexpr qint64 MostOfAByte = 1032; // as deflate has it
+    constexpr qint64 MostOfAByte = 1032; // the most that deflate packs into one
     return png.size() * MostOfAByte;
 }
 
@@ -138,7 +138,7 @@ bool PngPicture::isOverfull(const QByteArray &png)
                 status = inflate(&stream, Z_NO_FLUSH);
                 unpacked += qint64(scratch.size()) - stream.avail_out;
             }
-            // Without anything to read, or to write: there is more in the next chunk.
+            // No input or no output was left: the next chunk has more.
             if (status == Z_BUF_ERROR)
                 status = Z_OK;
         }

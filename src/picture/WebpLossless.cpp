@@ -36,8 +36,8 @@ WebpLossless::WebpLossless(const QByteArray &bytes, int width, int height) : m_b
 
 qint64 WebpLossless::tableBytes() const
 {
-    // What tables of 8 bits, with further ones behind them, take at most for alphabets of these sizes; and the record
-    // of a group, with its table for short codes.
+    // The largest tables of 8 bits, with further tables behind them, for alphabets of these sizes; and the record of a
+    // group, with its table for short codes.
     constexpr qint64 EntriesWithoutCache = 2956;
     constexpr qint64 EntryBytes = 4;
     constexpr qint64 RecordBytes = 640;
@@ -45,7 +45,7 @@ qint64 WebpLossless::tableBytes() const
     return m_groupCount * (RecordBytes + EntryBytes * (EntriesWithoutCache + cacheEntries));
 }
 
-// Bits come from the lowest of each byte on; past the end they are zeros, and the stream is not valid.
+// The lowest bit of a byte comes first. Past the end all bits are zeros, and the stream is not valid.
 quint32 WebpLossless::bits(int count)
 {
     quint32 value = 0;
@@ -63,7 +63,7 @@ void WebpLossless::readTransforms(int *width, int height)
     quint32 seen = 0;
     while (m_valid && bits(1) != 0) {
         const quint32 type = bits(2);
-        if ((seen & (1U << type)) != 0) { // each one comes once, which ends the loop
+        if ((seen & (1U << type)) != 0) { // each comes once, which ends the loop
             fail();
             return;
         }
@@ -99,17 +99,17 @@ int WebpLossless::readSmallPicture(qint64 width, qint64 height)
     const PrefixCode alpha = readCode(LiteralCount);
     const PrefixCode distance = readCode(DistancePrefixCount);
     int largest = 0;
-    // Pixels that take no bits are all the same, however many there are.
+    // Pixels without bits are all the same, however many there are.
     const bool isPlain = red.single >= 0 && blue.single >= 0 && alpha.single >= 0;
     if (green.single >= LiteralCount + LengthPrefixCount)
         return largest;
-    if (green.single >= LiteralCount) { // copies with nothing to copy from
+    if (green.single >= LiteralCount) { // copies without a source
         fail();
         return largest;
     }
     if (green.single >= 0 && isPlain)
         return (red.single << 8) | green.single;
-    // Pixels that are copied, or come from the cache, have been there before: only new ones need to be looked at.
+    // Copied and cached pixels occurred before, so only new pixels may have a larger value.
     for (qint64 left = width * height; left > 0 && m_valid;) {
         const int first = symbol(green);
         if (first < LiteralCount) {
@@ -127,7 +127,7 @@ int WebpLossless::readSmallPicture(qint64 width, qint64 height)
     return largest;
 }
 
-// The length, or the distance, that a prefix and the bits behind it stand for: at least 1.
+// The length or the distance that a prefix and the bits after it encode: at least 1.
 qint64 WebpLossless::lengthOf(int prefix)
 {
     if (prefix < 4)
@@ -141,7 +141,7 @@ WebpLossless::PrefixCode WebpLossless::readCode(int alphabetSize)
 {
     if (bits(1) == 0)
         return readLengths(alphabetSize);
-    // One symbol or two, written out.
+    // One or two symbols, stored as such.
     QByteArray lengths(alphabetSize, '\0');
     const bool two = bits(1) != 0;
     const bool wide = bits(1) != 0;
@@ -159,7 +159,7 @@ WebpLossless::PrefixCode WebpLossless::readCode(int alphabetSize)
     return code;
 }
 
-// The lengths of the symbols' codes, which are written by a prefix code themselves.
+// The lengths of the symbols' codes. A prefix code encodes them, too.
 WebpLossless::PrefixCode WebpLossless::readLengths(int alphabetSize)
 {
     constexpr int LengthCodeCount = 19;
@@ -207,7 +207,7 @@ WebpLossless::PrefixCode WebpLossless::readLengths(int alphabetSize)
     return code;
 }
 
-/// The code whose symbols have codes of these lengths; of equal lengths, the smaller symbol has the smaller code.
+/// The prefix code of these lengths. Of two codes of the same length, the smaller symbol has the smaller code.
 WebpLossless::PrefixCode WebpLossless::made(const QByteArray &lengths, bool *complete)
 {
     PrefixCode code;

@@ -5,20 +5,20 @@
 #include <QByteArray>
 
 /**
- * The prefix codes of a WebP lossless stream (VP8L), as far as they tell how much memory a decoder takes for them.
+ * The prefix codes of a WebP lossless stream (VP8L), read to find the memory that a decoder takes for them.
  *
- * A picture may have other prefix codes for each block of its pixels, in groups of five: a small picture, the entropy
- * image, says which group a block uses. A group is 20 bits long in the file at the least, but the decoder makes lookup
- * tables of it that have up to 20 KB, so that 300 KB may take a gigabyte. Ahead of the entropy image stand the
- * transforms, some of which are small pictures as well: they are read to get past them.
+ * A picture may have different prefix codes for each block of its pixels, in groups of five. A small picture, the entropy
+ * image, has the number of the group of each block. A group may be as short as 20 bits in the file, but a decoder makes
+ * lookup tables of up to 20 KB of it, so that 300 KB of file may take a gigabyte. The transforms come before the entropy
+ * image. Some transforms are small pictures as well, and are read to get past them.
  *
- * Meets raw input. Every bit is read once, and no loop goes on without reading any; a stream that breaks off or
- * contradicts itself is not valid.
+ * Meets raw input. Every bit is read once, and every round of a loop reads a bit. A stream that is cut off or contradicts
+ * itself is not valid.
  */
 class WebpLossless
 {
 public:
-    /// Reads the stream of a picture of @p width by @p height pixels; @p bytes starts behind the header with the size.
+    /// Reads the stream of a picture of @p width by @p height pixels; @p bytes starts after the header with the size.
     WebpLossless(const QByteArray &bytes, int width, int height);
 
     bool isValid() const { return m_valid; }
@@ -26,7 +26,7 @@ public:
     int groupCount() const { return m_groupCount; }
     /// Bytes of these tables at most.
     qint64 tableBytes() const;
-    /// Bits that were read to find out.
+    /// Bits that were read.
     qint64 bitsRead() const { return m_at; }
 
 private:
@@ -34,7 +34,7 @@ private:
         static constexpr int MaxLength = 15;
         quint16 countOfLength[MaxLength + 1] = {};
         QByteArray symbols; ///< two bytes each, by code
-        int single = -1;    ///< the only symbol, which takes no bits
+        int single = -1;    ///< the only symbol, whose code has no bits
     };
 
     quint32 bits(int count);
