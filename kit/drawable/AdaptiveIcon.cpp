@@ -2,9 +2,8 @@
 #include "drawable/AdaptiveIcon.h"
 
 #include "drawable/ColorDrawable.h"
-#include "drawable/color/MaskedLayer.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/VisibleArea.h"
+#include "drawable/paint/PaintBounds.h"
 #include "drawable/source/DrawableLoader.h"
 
 #include <utility>
@@ -111,10 +110,10 @@ QPainterPath AdaptiveIcon::outline(IconMask mask, const QRectF &bounds)
 
 void AdaptiveIcon::draw(Canvas &canvas, const QRectF &bounds) const
 {
-    const QRectF visible = paintBounds(bounds);
+    const QRectF visible = PaintBounds::clamped(bounds);
     if (visible.isEmpty())
         return;
-    paintMasked(canvas, outline(m_mask, visible), [&]() {
+    canvas.maskedLayer(outline(m_mask, visible), [&]() {
         const QRectF layer = layerBounds(visible);
         if (m_background != nullptr) {
             ColorDrawable(Qt::black).draw(canvas, layer);

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/BitmapDrawable.h"
 
-#include "drawable/color/MaskedLayer.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/PictureSampler.h"
+#include "drawable/paint/Downscaler.h"
+#include "drawable/paint/PaintBounds.h"
+#include "drawable/paint/PictureSample.h"
 #include "drawable/paint/VisibleArea.h"
 #include "drawable/source/DrawableAttributes.h"
 
@@ -95,18 +96,16 @@ DrawablePointer BitmapDrawable::fromXml(const XmlElement &element, DrawableLoade
     drawable->m_tileX = tileMode(attributes, Attr::TileModeX, both);
     drawable->m_tileY = tileMode(attributes, Attr::TileModeY, both);
     drawable->m_gravity = attributes.integer(Attr::Gravity, Gravity::Fill);
-    drawable->m_tint = Tint::fromAttributes(attributes, loader);
-    drawable->m_alpha = qBound(qreal(0), attributes.number(Attr::Alpha, 1), qreal(1));
+    drawable->m_layer = TintedLayer(attributes, loader);
     return drawable;
 }
 
 void BitmapDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
-    const QRectF target = paintBounds(isTiled() ? bounds : Gravity::apply(m_gravity, m_size, bounds));
+    const QRectF target = PaintBounds::clamped(isTiled() ? bounds : Gravity::apply(m_gravity, m_size, bounds));
     if (target.isEmpty())
         return;
-    paintTinted(canvas, VisibleArea(canvas.painter(), target).bounds(), m_tint, m_alpha,
-                [&]() { paint(canvas, target); });
+    m_layer.paint(canvas, VisibleArea(canvas.painter(), target).bounds(), [&]() { paint(canvas, target); });
 }
 
 void BitmapDrawable::paint(Canvas &canvas, const QRectF &target) const
@@ -123,29 +122,30 @@ QImage BitmapDrawable::stretched(const VisibleArea &area) const
 {
     const QRectF &bounds = area.bounds();
     const QImage picture =
-        shrunk(m_picture, {bounds.width() * area.scale().width(), bounds.height() * area.scale().height()});
+        Downscaler::scaled(m_picture, {bounds.width() * area.scale().width(), bounds.height() * area.scale().height()});
     const qreal x = picture.width() / bounds.width();
     const qreal y = picture.height() / bounds.height();
     const QRectF &part = area.part();
-    return sampled(picture,
-                   stretchedSamples(area.pixels().width(), picture.width(), (part.x() - bounds.x()) * x,
-                                    part.width() * x / area.pixels().width()),
-                   stretchedSamples(area.pixels().height(), picture.height(), (part.y() - bounds.y()) * y,
-                                    part.height() * y / area.pixels().height()));
+    return PictureSample::resampled(
+        picture,
+        stretchedSamples(area.pixels().width(), picture.width(), (part.x() - bounds.x()) * x,
+                         part.width() * x / area.pixels().width()),
+        stretchedSamples(area.pixels().height(), picture.height(), (part.y() - bounds.y()) * y,
+                         part.height() * y / area.pixels().height()));
 }
 
 QImage BitmapDrawable::tiled(const VisibleArea &area) const
 {
     const QImage picture =
-        shrunk(m_picture, {m_size.width() * area.scale().width(), m_size.height() * area.scale().height()});
+        Downscaler::scaled(m_picture, {m_size.width() * area.scale().width(), m_size.height() * area.scale().height()});
     const qreal x = picture.width() / m_size.width();
     const qreal y = picture.height() / m_size.height();
     const QRectF &part = area.part();
-    return sampled(picture,
-                   tileSamples(area.pixels().width(), picture.width(), part.x() * x,
-                               part.width() * x / area.pixels().width(), m_tileX),
-                   tileSamples(area.pixels().height(), picture.height(), part.y() * y,
-                               part.height() * y / area.pixels().height(), m_tileY));
+    return PictureSample::resampled(picture,
+                                    tileSamples(area.pixels().width(), picture.width(), part.x() * x,
+                                                part.width() * x / area.pixels().width(), m_tileX),
+                                    tileSamples(area.pixels().height(), picture.height(), part.y() * y,
+                                                part.height() * y / area.pixels().height(), m_tileY));
 }
 
 } // namespace SorrelKit

@@ -2,13 +2,11 @@
 #ifndef SORRELKIT_BITMAPDRAWABLE_H
 #define SORRELKIT_BITMAPDRAWABLE_H
 
-#include "drawable/color/Tint.h"
+#include "drawable/color/TintedLayer.h"
 #include "drawable/paint/Gravity.h"
 #include "drawable/source/Drawable.h"
 
 #include <QImage>
-
-#include <optional>
 
 struct XmlElement;
 
@@ -57,8 +55,7 @@ private:
     int m_gravity = Gravity::Fill;
     TileMode m_tileX = TileMode::Disabled;
     TileMode m_tileY = TileMode::Disabled;
-    std::optional<Tint> m_tint;
-    qreal m_alpha = 1;
+    TintedLayer m_layer;
 };
 
 } // namespace SorrelKit

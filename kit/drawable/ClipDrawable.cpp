@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/ClipDrawable.h"
 
-#include "drawable/ScaleDrawable.h"
-#include "drawable/color/MaskedLayer.h"
+#include "drawable/paint/Canvas.h"
 #include "drawable/paint/Gravity.h"
-#include "drawable/paint/VisibleArea.h"
+#include "drawable/paint/PaintBounds.h"
 #include "drawable/source/DrawableAttributes.h"
 
 #include <utility>
@@ -24,25 +23,25 @@ DrawablePointer ClipDrawable::fromXml(const XmlElement &element, DrawableLoader 
         return nullptr;
     }
     const DrawableAttributes attributes(element, loader);
-    return std::make_unique<ClipDrawable>(
-        std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxDrawableLevel),
-        attributes.integer(Attr::ClipOrientation, Horizontal), attributes.integer(Attr::Gravity, Gravity::Left));
+    return std::make_unique<ClipDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel),
+                                          attributes.integer(Attr::ClipOrientation, Horizontal),
+                                          attributes.integer(Attr::Gravity, Gravity::Left));
 }
 
 void ClipDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
-    const qreal shown = qreal(m_level) / MaxDrawableLevel;
+    const qreal shown = qreal(m_level) / MaxLevel;
     QSizeF size = bounds.size();
     if ((m_orientation & Horizontal) != 0)
         size.rwidth() *= shown;
     if ((m_orientation & Vertical) != 0)
         size.rheight() *= shown;
-    const QRectF visible = paintBounds(Gravity::apply(m_gravity, size, bounds));
+    const QRectF visible = PaintBounds::clamped(Gravity::apply(m_gravity, size, bounds));
     if (m_level == 0 || visible.isEmpty())
         return;
     QPainterPath outline;
     outline.addRect(visible);
-    paintMasked(canvas, outline, [&]() { m_drawable->draw(canvas, bounds); });
+    canvas.maskedLayer(outline, [&]() { m_drawable->draw(canvas, bounds); });
 }
 
 } // namespace SorrelKit

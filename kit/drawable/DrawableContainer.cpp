@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "drawable/DefaultItem.h"
+#include "drawable/DrawableContainer.h"
 
 #include "drawable/source/DrawableAttributes.h"
 
@@ -26,13 +26,13 @@ DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
 
 } // namespace
 
-DrawablePointer DefaultItem::ofStateList(const XmlElement &element, DrawableLoader &loader)
+DrawablePointer DrawableContainer::fromStateList(const XmlElement &element, DrawableLoader &loader)
 {
     return firstItem(element, loader,
                      [&](const XmlElement &item) { return DrawableAttributes(item, loader).isForDefaultState(); });
 }
 
-DrawablePointer DefaultItem::ofLevelList(const XmlElement &element, DrawableLoader &loader)
+DrawablePointer DrawableContainer::fromLevelList(const XmlElement &element, DrawableLoader &loader)
 {
     return firstItem(element, loader, [&](const XmlElement &item) {
         const DrawableAttributes attributes(item, loader);
@@ -40,7 +40,7 @@ DrawablePointer DefaultItem::ofLevelList(const XmlElement &element, DrawableLoad
     });
 }
 
-DrawablePointer DefaultItem::ofAnimation(const XmlElement &element, DrawableLoader &loader)
+DrawablePointer DrawableContainer::fromAnimation(const XmlElement &element, DrawableLoader &loader)
 {
     return firstItem(element, loader, [](const XmlElement &) { return true; });
 }

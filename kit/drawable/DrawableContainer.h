@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_DEFAULTITEM_H
-#define SORRELKIT_DEFAULTITEM_H
+#ifndef SORRELKIT_DRAWABLECONTAINER_H
+#define SORRELKIT_DRAWABLECONTAINER_H
 
 #include "drawable/source/Drawable.h"
 
@@ -10,17 +10,17 @@ namespace SorrelKit {
 
 class DrawableLoader;
 
-/// Elements with an item for each of several occasions, of which one is drawn at a time: which one it is at first.
-namespace DefaultItem {
+/// Elements of several items that show one item at a time. Each function makes the drawable of the item that is shown first.
+namespace DrawableContainer {
 
-/// `selector` and `animated-selector`: the first item for a drawable that nothing has happened to.
-DrawablePointer ofStateList(const XmlElement &element, DrawableLoader &loader);
-/// `level-list`: the first item whose levels, from `android:minLevel` up to `android:maxLevel`, hold level 0.
-DrawablePointer ofLevelList(const XmlElement &element, DrawableLoader &loader);
+/// `selector` and `animated-selector`: the first item for the default state.
+DrawablePointer fromStateList(const XmlElement &element, DrawableLoader &loader);
+/// `level-list`: the first item whose levels, `android:minLevel` to `android:maxLevel`, include level 0.
+DrawablePointer fromLevelList(const XmlElement &element, DrawableLoader &loader);
 /// `animation-list`: the first frame.
-DrawablePointer ofAnimation(const XmlElement &element, DrawableLoader &loader);
+DrawablePointer fromAnimation(const XmlElement &element, DrawableLoader &loader);
 
-} // namespace DefaultItem
+} // namespace DrawableContainer
 
 } // namespace SorrelKit
 

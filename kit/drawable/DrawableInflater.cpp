@@ -5,7 +5,7 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/ClipDrawable.h"
 #include "drawable/ColorDrawable.h"
-#include "drawable/DefaultItem.h"
+#include "drawable/DrawableContainer.h"
 #include "drawable/InsetDrawable.h"
 #include "drawable/LayerDrawable.h"
 #include "drawable/NinePatchDrawable.h"
@@ -29,20 +29,20 @@ struct Kind {
 constexpr Kind kinds[] = {
     {"adaptive-icon", AdaptiveIcon::fromXml},
     {"animated-rotate", RotateDrawable::fromXml},
-    {"animated-selector", DefaultItem::ofStateList},
+    {"animated-selector", DrawableContainer::fromStateList},
     {"animated-vector", AnimatedVector::fromXml},
-    {"animation-list", DefaultItem::ofAnimation},
+    {"animation-list", DrawableContainer::fromAnimation},
     {"bitmap", BitmapDrawable::fromXml},
     {"clip", ClipDrawable::fromXml},
     {"color", ColorDrawable::fromXml},
     {"inset", InsetDrawable::fromXml},
     {"layer-list", LayerDrawable::fromXml},
-    {"level-list", DefaultItem::ofLevelList},
+    {"level-list", DrawableContainer::fromLevelList},
     {"nine-patch", NinePatchDrawable::fromXml},
     {"ripple", LayerDrawable::fromXml},
     {"rotate", RotateDrawable::fromXml},
     {"scale", ScaleDrawable::fromXml},
-    {"selector", DefaultItem::ofStateList},
+    {"selector", DrawableContainer::fromStateList},
     {"shape", ShapeDrawable::fromXml},
     {"transition", LayerDrawable::fromXml},
     {"vector", VectorDrawable::fromXml},

@@ -2,8 +2,8 @@
 #include "drawable/NinePatchDrawable.h"
 
 #include "drawable/BitmapDrawable.h"
-#include "drawable/color/MaskedLayer.h"
 #include "drawable/paint/Canvas.h"
+#include "drawable/paint/Downscaler.h"
 #include "drawable/paint/VisibleArea.h"
 #include "drawable/source/DrawableAttributes.h"
 
@@ -45,8 +45,7 @@ DrawablePointer NinePatchDrawable::fromXml(const XmlElement &element, DrawableLo
     auto drawable = read(source, loader);
     if (drawable == nullptr)
         return nullptr;
-    drawable->m_tint = Tint::fromAttributes(attributes, loader);
-    drawable->m_alpha = qBound(qreal(0), attributes.number(Attr::Alpha, 1), qreal(1));
+    drawable->m_layer = TintedLayer(attributes, loader);
     return drawable;
 }
 
@@ -60,7 +59,7 @@ void NinePatchDrawable::draw(Canvas &canvas, const QRectF &bounds) const
     const VisibleArea area(canvas.painter(), bounds);
     if (area.isEmpty())
         return;
-    paintTinted(canvas, area.bounds(), m_tint, m_alpha, [&]() { paint(canvas, area); });
+    m_layer.paint(canvas, area.bounds(), [&]() { paint(canvas, area); });
 }
 
 void NinePatchDrawable::paint(Canvas &canvas, const VisibleArea &area) const
@@ -71,19 +70,18 @@ void NinePatchDrawable::paint(Canvas &canvas, const VisibleArea &area) const
         return;
     const qreal x = m_scale * area.scale().width();
     const qreal y = m_scale * area.scale().height();
-    const QImage picture = shrunk(m_picture, {m_picture.width() * x, m_picture.height() * y});
+    const QImage picture = Downscaler::scaled(m_picture, {m_picture.width() * x, m_picture.height() * y});
     const QRectF &bounds = area.bounds();
     const QPointF offset = area.part().topLeft() - bounds.topLeft();
-    const NinePatch::Side width{picture.width(), qreal(picture.width()) / m_picture.width(),
-                                bounds.width() * area.scale().width(), x};
-    const NinePatch::Side height{picture.height(), qreal(picture.height()) / m_picture.height(),
-                                 bounds.height() * area.scale().height(), y};
+    const StretchedSide width{picture.width(), qreal(picture.width()) / m_picture.width(),
+                              bounds.width() * area.scale().width(), x};
+    const StretchedSide height{picture.height(), qreal(picture.height()) / m_picture.height(),
+                               bounds.height() * area.scale().height(), y};
     canvas.painter().drawImage(
         area.part(),
-        sampled(
-            picture,
-            NinePatch::samples(m_patch.columns(), width, offset.x() * area.scale().width(), area.pixels().width()),
-            NinePatch::samples(m_patch.rows(), height, offset.y() * area.scale().height(), area.pixels().height())));
+        PictureSample::resampled(
+            picture, width.samples(m_patch.columns(), offset.x() * area.scale().width(), area.pixels().width()),
+            height.samples(m_patch.rows(), offset.y() * area.scale().height(), area.pixels().height())));
 }
 
 } // namespace SorrelKit

@@ -2,13 +2,11 @@
 #ifndef SORRELKIT_NINEPATCHDRAWABLE_H
 #define SORRELKIT_NINEPATCHDRAWABLE_H
 
-#include "drawable/color/Tint.h"
+#include "drawable/color/TintedLayer.h"
 #include "drawable/source/Drawable.h"
 #include "drawable/source/NinePatch.h"
 
 #include <QImage>
-
-#include <optional>
 
 struct XmlElement;
 
@@ -41,8 +39,7 @@ private:
     QImage m_picture;
     NinePatch m_patch;
     qreal m_scale;
-    std::optional<Tint> m_tint;
-    qreal m_alpha = 1;
+    TintedLayer m_layer;
 };
 
 } // namespace SorrelKit

@@ -2,7 +2,7 @@
 #include "drawable/RotateDrawable.h"
 
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/VisibleArea.h"
+#include "drawable/paint/PaintBounds.h"
 #include "drawable/source/DrawableAttributes.h"
 
 #include <cmath>
@@ -25,7 +25,7 @@ RotateDrawable::Pivot pivot(const DrawableAttributes &attributes, quint32 id)
 
 qreal coordinate(const RotateDrawable::Pivot &pivot, qreal start, qreal side)
 {
-    return paintCoordinate(start + (pivot.isFraction ? pivot.value * side : pivot.value));
+    return PaintBounds::clamped(start + (pivot.isFraction ? pivot.value * side : pivot.value));
 }
 
 } // namespace

@@ -43,8 +43,8 @@ DrawablePointer ScaleDrawable::fromXml(const XmlElement &element, DrawableLoader
         return nullptr;
     }
     const DrawableAttributes attributes(element, loader);
-    auto scaled = std::make_unique<ScaleDrawable>(std::move(drawable),
-                                                  qBound(0, attributes.integer(Attr::Level, 0), MaxDrawableLevel));
+    auto scaled =
+        std::make_unique<ScaleDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel));
     scaled->m_shares = {share(attributes, Attr::ScaleWidth), share(attributes, Attr::ScaleHeight)};
     scaled->m_gravity = attributes.integer(Attr::ScaleGravity, Gravity::Left);
     scaled->m_hasMinimum = attributes.boolean(Attr::UseIntrinsicSizeAsMinimum, false);
@@ -55,7 +55,7 @@ void ScaleDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
     if (m_level == 0)
         return;
-    const qreal missing = qreal(MaxDrawableLevel - m_level) / MaxDrawableLevel;
+    const qreal missing = qreal(MaxLevel - m_level) / MaxLevel;
     const QSizeF minimum = m_hasMinimum ? m_drawable->intrinsicSize().expandedTo(QSizeF(0, 0)) : QSizeF(0, 0);
     const QSizeF size(scaledSide(bounds.width(), minimum.width(), m_shares.width(), missing),
                       scaledSide(bounds.height(), minimum.height(), m_shares.height(), missing));

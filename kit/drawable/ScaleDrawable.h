@@ -11,9 +11,6 @@ namespace SorrelKit {
 
 class DrawableLoader;
 
-/// Levels of a drawable go from 0, at which it starts, to this one.
-constexpr int MaxDrawableLevel = 10000;
-
 /**
  * A drawable that is the smaller the lower its level is: `scale`. At the highest level it fills its bounds; at others
  * each side lacks its share (`android:scaleWidth`, `android:scaleHeight`, "30%") of what is missing to the highest level.

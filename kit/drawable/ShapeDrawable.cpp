@@ -3,7 +3,7 @@
 
 #include "drawable/color/Tint.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/VisibleArea.h"
+#include "drawable/paint/PaintBounds.h"
 #include "drawable/source/DrawableAttributes.h"
 
 namespace SorrelKit {
@@ -35,7 +35,7 @@ QColor tinted(const QColor &color, const Tint &tint)
 
 qreal ShapeDrawable::RingLength::of(qreal width) const
 {
-    return qBound(qreal(0), pixels >= 0 ? pixels : width / ratio, MaxCoordinate);
+    return qBound(qreal(0), pixels >= 0 ? pixels : width / ratio, PaintBounds::MaxCoordinate);
 }
 
 DrawablePointer ShapeDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
@@ -79,7 +79,7 @@ void ShapeDrawable::readPart(const XmlElement &part, DrawableLoader &loader)
         m_gradient = ShapeGradient::fromXml(part, loader);
         m_solid = Qt::transparent;
     } else if (part.name == QLatin1String("stroke")) {
-        m_stroke = {qMin(positivePixels(attributes, Attr::Width), MaxCoordinate),
+        m_stroke = {qMin(positivePixels(attributes, Attr::Width), PaintBounds::MaxCoordinate),
                     attributes.color(Attr::Color, Qt::transparent), positivePixels(attributes, Attr::DashWidth),
                     positivePixels(attributes, Attr::DashGap)};
     } else if (part.name == QLatin1String("corners")) {
@@ -115,7 +115,7 @@ void ShapeDrawable::tint(const Tint &tint)
 
 void ShapeDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
-    const QRectF whole = paintBounds(bounds);
+    const QRectF whole = PaintBounds::clamped(bounds);
     if (whole.isEmpty() || m_isAtLevel)
         return;
     const qreal half = m_stroke.width / 2;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/color/ShapeGradient.h"
 
-#include "drawable/paint/VisibleArea.h"
+#include "drawable/paint/PaintBounds.h"
 #include "drawable/source/DrawableAttributes.h"
 
 #include <cmath>
@@ -119,7 +119,7 @@ qreal ShapeGradient::radius(const QRectF &rect, const QSizeF &size) const
     else if (m_radiusUnit == RadiusUnit::PartOfSize)
         radius *=
             qMin(size.width() < 0 ? rect.width() : size.width(), size.height() < 0 ? rect.height() : size.height());
-    return qMax(MinRadius, paintCoordinate(radius));
+    return qMax(MinRadius, PaintBounds::clamped(radius));
 }
 
 QBrush ShapeGradient::brush(const QRectF &rect, const QSizeF &size) const

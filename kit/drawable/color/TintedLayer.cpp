@@ -1,41 +1,24 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "drawable/color/MaskedLayer.h"
+#include "drawable/color/TintedLayer.h"
 
 #include "drawable/paint/Canvas.h"
+#include "drawable/source/DrawableAttributes.h"
 
 namespace SorrelKit {
 
-void paintMasked(Canvas &canvas, const QPainterPath &mask, const std::function<void()> &paint,
-                 const std::function<void(QImage &)> &change, qreal opacity)
+TintedLayer::TintedLayer(const DrawableAttributes &attributes, DrawableLoader &loader)
+    : m_tint(Tint::fromAttributes(attributes, loader)), m_alpha(attributes.alpha(Attr::Alpha))
 {
-    const QTransform transform = canvas.painter().transform();
-    const auto cut = [&](QImage &layer) {
-        if (change)
-            change(layer);
-        QImage kept(layer.size(), QImage::Format_ARGB32_Premultiplied);
-        kept.fill(Qt::transparent);
-        QPainter maskPainter(&kept);
-        maskPainter.setRenderHint(QPainter::Antialiasing);
-        maskPainter.setTransform(transform);
-        maskPainter.fillPath(mask, Qt::black);
-        maskPainter.end();
-        QPainter painter(&layer);
-        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
-        painter.drawImage(0, 0, kept);
-    };
-    if (canvas.spend(2))
-        canvas.layer(paint, cut, opacity);
 }
 
-void paintTinted(Canvas &canvas, const QRectF &extent, const std::optional<Tint> &tint, qreal opacity,
-                 const std::function<void()> &paint)
+void TintedLayer::paint(Canvas &canvas, const QRectF &extent, const std::function<void()> &paint) const
 {
     QPainterPath mask;
     mask.addRect(extent);
-    if (tint)
-        paintMasked(canvas, mask, paint, [&](QImage &layer) { tint->apply(&layer, opacity); });
-    else if (opacity < 1)
-        paintMasked(canvas, mask, paint, {}, opacity);
+    if (m_tint)
+        canvas.maskedLayer(mask, paint, [&](QImage &layer) { m_tint->apply(&layer, m_alpha); });
+    else if (m_alpha < 1)
+        canvas.maskedLayer(mask, paint, {}, m_alpha);
     else
         paint();
 }

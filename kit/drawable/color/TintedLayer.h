@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_MASKEDLAYER_H
-#define SORRELKIT_MASKEDLAYER_H
+#ifndef SORRELKIT_TINTEDLAYER_H
+#define SORRELKIT_TINTEDLAYER_H
 
 #include "drawable/color/Tint.h"
 
-#include <QPainterPath>
+#include <QRectF>
 
 #include <functional>
 #include <optional>
@@ -13,17 +13,23 @@ namespace SorrelKit {
 
 class Canvas;
 
-/**
- * Has @p paint paint on a layer of @p canvas, hands that to @p change when there is one, keeps what is within @p mask of it,
- * with soft edges, and puts that on the canvas with @p opacity. The mask is in the coordinates of the painter as it is now.
- */
-void paintMasked(Canvas &canvas, const QPainterPath &mask, const std::function<void()> &paint,
-                 const std::function<void(QImage &)> &change = {}, qreal opacity = 1);
+/// A layer that is made as opaque as `android:alpha` says and then tinted.
+class TintedLayer
+{
+public:
+    /// A layer that changes nothing.
+    TintedLayer() = default;
+    /// The alpha and the tint of an element.
+    TintedLayer(const DrawableAttributes &attributes, DrawableLoader &loader);
 
-/// Has @p paint paint on @p canvas what is within @p extent, as opaque as @p opacity says and then tinted. When there is
-/// nothing to change, it paints on the canvas itself, beyond the extent as well.
-void paintTinted(Canvas &canvas, const QRectF &extent, const std::optional<Tint> &tint, qreal opacity,
-                 const std::function<void()> &paint);
+    /// Calls @p paint to paint on @p canvas, changed and cut to @p extent. A layer that changes nothing is not made, and
+    /// not cut.
+    void paint(Canvas &canvas, const QRectF &extent, const std::function<void()> &paint) const;
+
+private:
+    std::optional<Tint> m_tint;
+    qreal m_alpha = 1;
+};
 
 } // namespace SorrelKit
 

@@ -65,4 +65,26 @@ void Canvas::layer(const std::function<void()> &paint, const std::function<void(
     m_painter->restore();
 }
 
+void Canvas::maskedLayer(const QPainterPath &mask, const std::function<void()> &paint,
+                         const std::function<void(QImage &)> &change, qreal opacity)
+{
+    const QTransform transform = m_painter->transform();
+    const auto cut = [&](QImage &layer) {
+        if (change)
+            change(layer);
+        QImage kept(layer.size(), QImage::Format_ARGB32_Premultiplied);
+        kept.fill(Qt::transparent);
+        QPainter maskPainter(&kept);
+        maskPainter.setRenderHint(QPainter::Antialiasing);
+        maskPainter.setTransform(transform);
+        maskPainter.fillPath(mask, Qt::black);
+        maskPainter.end();
+        QPainter painter(&layer);
+        painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+        painter.drawImage(0, 0, kept);
+    };
+    if (spend(2))
+        this->layer(paint, cut, opacity);
+}
+
 } // namespace SorrelKit

@@ -6,6 +6,7 @@
 
 #include <QImage>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <functional>
 
@@ -50,6 +51,10 @@ public:
      * Spends three passes. What is in more layers in each other than there may be is left out.
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
+    /// The same, and cuts the layer to @p mask, with smooth edges, after @p change, which may be empty. The mask has the
+    /// coordinates of painter(). Spends two passes more.
+    void maskedLayer(const QPainterPath &mask, const std::function<void()> &paint,
+                     const std::function<void(QImage &)> &change = {}, qreal opacity = 1);
 
 private:
     Q_DISABLE_COPY(Canvas)

@@ -1,39 +1,31 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_PICTURESAMPLER_H
-#define SORRELKIT_PICTURESAMPLER_H
+#ifndef SORRELKIT_PICTURESAMPLE_H
+#define SORRELKIT_PICTURESAMPLE_H
 
 #include <QImage>
 #include <QVector>
 
 namespace SorrelKit {
 
-/// Where a column or row of a picture comes from: from two of another picture, between which it lies.
+struct PictureSample;
+/// The samples of all columns, or of all rows, of a picture.
+using PictureSamples = QVector<PictureSample>;
+
+/// The source of a column or a row of a resampled picture: two columns or rows of the original, and a position between them.
 struct PictureSample {
     static constexpr int MaxWeight = 256;
 
-    /// The sample at @p position, counted from the edge of the first one: the middle of the first is at 0.5. The
-    /// neighbours are those from @p start up to and without @p end; what is beyond them repeats the outermost.
+    /// The sample at @p position, in pixels from the edge of the original: the middle of its first pixel is at 0.5. Uses
+    /// the pixels from @p start up to, but not including, @p end; the outermost ones repeat beyond.
     static PictureSample within(qreal position, int start, int end);
+    /// @p picture resampled by @p columns and @p rows. Both pictures have the format ARGB32_Premultiplied. The cost depends
+    /// on the size of the result alone.
+    static QImage resampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows);
 
     int first = 0;
     int second = 0;
-    int weight = 0; ///< of the second, of MaxWeight
+    int weight = 0; ///< of the second, up to MaxWeight
 };
-
-using PictureSamples = QVector<PictureSample>;
-
-/// The picture whose columns and rows are interpolated from those of @p picture, which has the format
-/// ARGB32_Premultiplied, and so has the result. What it costs does not depend on where the samples are.
-QImage sampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows);
-
-/// Pixels of a side that shrunk() leaves at most: those of the largest adaptive icon's layers.
-constexpr int MaxShrunkSide = 1536;
-
-/**
- * @p picture in the format ARGB32_Premultiplied and, when it is larger than @p size, shrunk to that, by averages. Sides are
- * treated each on its own. Takes little memory beside the result, whatever the picture's size.
- */
-QImage shrunk(const QImage &picture, const QSizeF &size);
 
 } // namespace SorrelKit
 

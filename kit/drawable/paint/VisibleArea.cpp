@@ -2,6 +2,7 @@
 #include "drawable/paint/VisibleArea.h"
 
 #include "drawable/paint/Canvas.h"
+#include "drawable/paint/PaintBounds.h"
 
 #include <cmath>
 
@@ -9,14 +10,14 @@ namespace SorrelKit {
 
 namespace {
 
-// More cannot be seen of a canvas, whichever way it is turned.
+// No canvas shows more, at any rotation.
 constexpr int MaxPixels = 2 * Canvas::MaxSide;
 
 QRectF movedToPixels(const QRectF &rect)
 {
     const qreal left = std::round(rect.left());
     const qreal top = std::round(rect.top());
-    // What is less than a pixel does not vanish.
+    // A side shorter than a pixel does not vanish.
     const qreal right = qMax(std::round(rect.right()), left + 1);
     const qreal bottom = qMax(std::round(rect.bottom()), top + 1);
     return {left, top, right - left, bottom - top};
@@ -29,25 +30,9 @@ int pixelCount(qreal length)
 
 } // namespace
 
-qreal paintCoordinate(qreal value)
-{
-    return std::isnan(value) ? 0 : qBound(-MaxCoordinate, value, MaxCoordinate);
-}
-
-QRectF paintBounds(const QRectF &bounds)
-{
-    if (!std::isfinite(bounds.right()) || !std::isfinite(bounds.bottom()) || !std::isfinite(bounds.left())
-        || !std::isfinite(bounds.top()))
-        return {};
-    const QPointF topLeft(paintCoordinate(bounds.left()), paintCoordinate(bounds.top()));
-    const QPointF bottomRight(paintCoordinate(bounds.right()), paintCoordinate(bounds.bottom()));
-    const QRectF cut(topLeft, bottomRight);
-    return cut.isEmpty() ? QRectF() : cut;
-}
-
 VisibleArea::VisibleArea(const QPainter &painter, const QRectF &bounds)
 {
-    const QRectF wanted = paintBounds(bounds);
+    const QRectF wanted = PaintBounds::clamped(bounds);
     const QTransform &toDevice = painter.transform();
     bool isInvertible = false;
     const QTransform fromDevice = toDevice.inverted(&isInvertible);

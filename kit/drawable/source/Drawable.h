@@ -21,6 +21,9 @@ class Canvas;
 class Drawable
 {
 public:
+    /// Levels of a drawable go from 0, the first one, to this one.
+    static constexpr int MaxLevel = 10000;
+
     virtual ~Drawable() = default;
 
     /// The size that it has of itself; a side that it has none for is -1, and takes whatever it is drawn into.

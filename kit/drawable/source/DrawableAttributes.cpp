@@ -39,6 +39,11 @@ qreal DrawableAttributes::ratio(quint32 id, qreal fallback) const
     return fraction ? *fraction : ratio.number().value_or(fallback);
 }
 
+qreal DrawableAttributes::alpha(quint32 id) const
+{
+    return qBound(qreal(0), number(id, 1), qreal(1));
+}
+
 QString DrawableAttributes::text(quint32 id) const
 {
     return value(id).text;

@@ -33,6 +33,8 @@ public:
     qreal length(quint32 id, qreal base, qreal fallback) const;
     /// A fraction as it is (0.5 for 50%), or a number.
     qreal ratio(quint32 id, qreal fallback) const;
+    /// A number from 0 to 1; 1 when it is missing.
+    qreal alpha(quint32 id) const;
     QString text(quint32 id) const;
     QColor color(quint32 id, const QColor &fallback) const;
     QBrush brush(quint32 id, const QBrush &fallback) const;

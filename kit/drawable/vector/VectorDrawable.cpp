@@ -33,7 +33,7 @@ DrawablePointer VectorDrawable::fromXml(const XmlElement &element, DrawableLoade
     };
     std::unique_ptr<VectorDrawable> drawable(
         new VectorDrawable(viewport, {side(Attr::Width), side(Attr::Height)}, std::move(group)));
-    drawable->m_alpha = qBound(qreal(0), attributes.number(Attr::Alpha, 1), qreal(1));
+    drawable->m_alpha = attributes.alpha(Attr::Alpha);
     drawable->m_tint = Tint::fromAttributes(attributes, loader);
     return drawable;
 }

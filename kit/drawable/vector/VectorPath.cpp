@@ -57,11 +57,6 @@ QPen strokeOf(const DrawableAttributes &attributes, DrawableLoader &loader)
     return pen;
 }
 
-qreal alpha(quint32 id, const DrawableAttributes &attributes)
-{
-    return qBound(qreal(0), attributes.number(id, 1), qreal(1));
-}
-
 } // namespace
 
 std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, DrawableLoader &loader)
@@ -73,8 +68,8 @@ std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, Drawabl
     path.m_stroke = strokeOf(attributes, loader);
     if (path.m_fill.style() == Qt::NoBrush && path.m_stroke.style() == Qt::NoPen)
         return std::nullopt;
-    path.m_fillAlpha = alpha(Attr::FillAlpha, attributes);
-    path.m_strokeAlpha = alpha(Attr::StrokeAlpha, attributes);
+    path.m_fillAlpha = attributes.alpha(Attr::FillAlpha);
+    path.m_strokeAlpha = attributes.alpha(Attr::StrokeAlpha);
     const PathTrim trim(attributes.number(Attr::TrimPathStart, 0), attributes.number(Attr::TrimPathEnd, 1),
                         attributes.number(Attr::TrimPathOffset, 0));
     path.m_path = trim.trimmed(pathData(element, loader));

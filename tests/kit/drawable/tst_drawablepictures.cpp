@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "DrawableFixture.h"
-#include "drawable/paint/PictureSampler.h"
+#include "drawable/paint/PictureSample.h"
 #include "drawable/source/NinePatch.h"
 #include "format/AndroidAttributes.h"
 

@@ -39,7 +39,7 @@ struct Icons {
         : resolver({QSharedPointer<const ResourceTable>(
                        new ResourceTable(TableBuilder().strings(strings).package(package).build()))},
                    Configuration::phone(160)),
-          maker(resolver, files),
+          renderer(resolver, files),
           lookup(resolver, files)
     {
     }
@@ -51,11 +51,11 @@ struct Icons {
         value.resource = id;
         return value;
     }
-    QImage icon(int size, quint32 id = First) { return maker.icon(reference(id), size, IconMask::None); }
+    QImage icon(int size, quint32 id = First) { return renderer.icon(reference(id), size, IconMask::None); }
 
     Files files;
     ResourceResolver resolver;
-    IconRenderer maker;
+    IconRenderer renderer;
     IconFileLookup lookup;
 };
 
@@ -73,7 +73,7 @@ bool isAll(const QImage &image, QRgb color)
 
 } // namespace
 
-class TestIconMaker : public QObject
+class TestIconRenderer : public QObject
 {
     Q_OBJECT
 
@@ -102,7 +102,7 @@ private slots:
     void errorCannotBeReadOrDecoded();
 };
 
-void TestIconMaker::xmlOfTheNewestPlatformWins()
+void TestIconRenderer::xmlOfTheNewestPlatformWins()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0))
@@ -111,10 +111,10 @@ void TestIconMaker::xmlOfTheNewestPlatformWins()
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     icons.files.add(latin("blue.xml"), blueXml());
     QVERIFY(isAll(icons.icon(48), Blue));
-    QCOMPARE(icons.maker.error(), QString());
+    QCOMPARE(icons.renderer.error(), QString());
 }
 
-void TestIconMaker::pictureOfTheNewestPlatformWins()
+void TestIconRenderer::pictureOfTheNewestPlatformWins()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, String, 1)).type(TypeBuilder(1, densityOf(480)).value(0, String, 0));
@@ -122,10 +122,10 @@ void TestIconMaker::pictureOfTheNewestPlatformWins()
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     icons.files.add(latin("blue.xml"), blueXml());
     QVERIFY(isAll(icons.icon(144), Red));
-    QCOMPARE(icons.maker.error(), QString());
+    QCOMPARE(icons.renderer.error(), QString());
 }
 
-void TestIconMaker::smallestPictureThatIsLargeEnough_data()
+void TestIconRenderer::smallestPictureThatIsLargeEnough_data()
 {
     QTest::addColumn<int>("size");
     QTest::addColumn<QRgb>("color");
@@ -137,7 +137,7 @@ void TestIconMaker::smallestPictureThatIsLargeEnough_data()
     QTest::newRow("larger than all") << 200 << Blue;
 }
 
-void TestIconMaker::smallestPictureThatIsLargeEnough()
+void TestIconRenderer::smallestPictureThatIsLargeEnough()
 {
     QFETCH(int, size);
     QFETCH(QRgb, color);
@@ -155,7 +155,7 @@ void TestIconMaker::smallestPictureThatIsLargeEnough()
     QVERIFY(isAll(image, color));
 }
 
-void TestIconMaker::picturesThatAreNotSquareAreCentred()
+void TestIconRenderer::picturesThatAreNotSquareAreCentred()
 {
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, String, 0)), {latin("wide")});
@@ -165,7 +165,7 @@ void TestIconMaker::picturesThatAreNotSquareAreCentred()
     QCOMPARE(image.format(), QImage::Format_ARGB32_Premultiplied);
 }
 
-void TestIconMaker::xmlThatCannotBeDrawnIsReplaced()
+void TestIconRenderer::xmlThatCannotBeDrawnIsReplaced()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(0xfffe)).value(0, String, 0))
@@ -174,14 +174,14 @@ void TestIconMaker::xmlThatCannotBeDrawnIsReplaced()
     icons.files.add(latin("rainbow.xml"), XmlBuilder().empty(latin("rainbow")).build());
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     QVERIFY(isAll(icons.icon(48), Red));
-    QCOMPARE(icons.maker.error(), latin("unsupported drawable <rainbow>"));
+    QCOMPARE(icons.renderer.error(), latin("unsupported drawable <rainbow>"));
     // The error is that of the last icon.
     icons.files.add(latin("rainbow.xml"), blueXml());
     QVERIFY(isAll(icons.icon(48), Blue));
-    QCOMPARE(icons.maker.error(), QString());
+    QCOMPARE(icons.renderer.error(), QString());
 }
 
-void TestIconMaker::referencesBetweenResources()
+void TestIconRenderer::referencesBetweenResources()
 {
     // On large screens the icon is another resource, which has a larger picture.
     PackageBuilder package;
@@ -195,25 +195,25 @@ void TestIconMaker::referencesBetweenResources()
     QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 2);
 }
 
-void TestIconMaker::cyclesOfReferencesEnd()
+void TestIconRenderer::cyclesOfReferencesEnd()
 {
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, Reference, First)));
     QVERIFY(icons.icon(48).isNull());
-    QVERIFY(icons.maker.error().contains(latin("is no drawable")));
+    QVERIFY(icons.renderer.error().contains(latin("is no drawable")));
     QVERIFY(icons.lookup.files(Icons::reference(First)).isEmpty());
 }
 
-void TestIconMaker::coloursAreIcons()
+void TestIconRenderer::coloursAreIcons()
 {
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, 0x1d, Green).value(1, Reference, 0x0106000b)));
     QVERIFY(isAll(icons.icon(10), Green));
     QVERIFY(isAll(icons.icon(10, First + 1), White));
-    QCOMPARE(icons.maker.error(), QString());
+    QCOMPARE(icons.renderer.error(), QString());
 }
 
-void TestIconMaker::namesTellNothing()
+void TestIconRenderer::namesTellNothing()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
@@ -224,7 +224,7 @@ void TestIconMaker::namesTellNothing()
     QVERIFY(isAll(icons.icon(48, First + 1), Red));
 }
 
-void TestIconMaker::sizesOfIcons()
+void TestIconRenderer::sizesOfIcons()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
@@ -238,18 +238,18 @@ void TestIconMaker::sizesOfIcons()
     }
 }
 
-void TestIconMaker::pathsAreIcons()
+void TestIconRenderer::pathsAreIcons()
 {
     Icons icons{PackageBuilder()};
     icons.files.add(latin("red"), picture(48, 48, 0xff0000));
     ResolvedValue path;
     path.value = {ValueType::String, 0};
     path.text = latin("red");
-    QVERIFY(isAll(icons.maker.icon(path, 48, IconMask::None), Red));
+    QVERIFY(isAll(icons.renderer.icon(path, 48, IconMask::None), Red));
     QCOMPARE(icons.lookup.files(path).size(), 1);
 }
 
-void TestIconMaker::iconFiles()
+void TestIconRenderer::iconFiles()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(480)).value(0, String, 0))
@@ -276,7 +276,7 @@ void TestIconMaker::iconFiles()
     QCOMPARE(files.at(2).size, QSize(144, 140));
 }
 
-void TestIconMaker::iconFilesAreLookedAtOnce()
+void TestIconRenderer::iconFilesAreLookedAtOnce()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0).value(1, String, 0))
@@ -324,7 +324,7 @@ int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1
 
 } // namespace
 
-void TestIconMaker::iconFilesHaveABudgetForReading()
+void TestIconRenderer::iconFilesHaveABudgetForReading()
 {
     const QByteArray png = picture(48, 48, 0xff0000);
     const QByteArray large = png + QByteArray(int(IconFileLookup::MaxFileBytes) - png.size(), '\0');
@@ -334,7 +334,7 @@ void TestIconMaker::iconFilesHaveABudgetForReading()
     QCOMPARE(launchersWithAFile(1, large + '\0'), 0);
 }
 
-void TestIconMaker::iconFilesHaveABudgetForChecking()
+void TestIconRenderer::iconFilesHaveABudgetForChecking()
 {
     const QByteArray file = webpOfManyCodes(512, 16384);
     const qint64 steps = PictureFile(file).steps();
@@ -345,7 +345,7 @@ void TestIconMaker::iconFilesHaveABudgetForChecking()
     QCOMPARE(launchersWithAFile(most + 2, file), most);
 }
 
-void TestIconMaker::iconFilesHaveABudgetForFinding()
+void TestIconRenderer::iconFilesHaveABudgetForFinding()
 {
     constexpr int Chunks = 1 << 15;
     constexpr int Steps = Chunks + ResourceResolver::StepsPerResource + 1; // and the character of a path, or two
@@ -357,43 +357,43 @@ void TestIconMaker::iconFilesHaveABudgetForFinding()
     QCOMPARE(launchersWithAFile(Most + 2, png, Chunks), Most);
 }
 
-void TestIconMaker::errorPictureHasSides()
+void TestIconRenderer::errorPictureHasSides()
 {
     Icons icons{PackageBuilder()};
     for (const int size : {IconRenderer::MinSize - 1, IconRenderer::MaxSize + 1, -1}) {
         QVERIFY(icons.icon(size).isNull());
-        QCOMPARE(icons.maker.error(), latin("a picture has 1 to 1024 pixels a side"));
+        QCOMPARE(icons.renderer.error(), latin("a picture has 1 to 1024 pixels a side"));
     }
 }
 
-void TestIconMaker::errorThereIsNoIcon()
+void TestIconRenderer::errorThereIsNoIcon()
 {
     Icons icons{PackageBuilder()};
-    QVERIFY(icons.maker.icon({}, 48, IconMask::None).isNull());
-    QCOMPARE(icons.maker.error(), latin("there is no icon"));
+    QVERIFY(icons.renderer.icon({}, 48, IconMask::None).isNull());
+    QCOMPARE(icons.renderer.error(), latin("there is no icon"));
 }
 
-void TestIconMaker::errorResourceIsNoDrawable()
+void TestIconRenderer::errorResourceIsNoDrawable()
 {
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, Integer, 7)));
     QVERIFY(icons.icon(48).isNull());
-    QCOMPARE(icons.maker.error(), latin("resource 0x7f010000 is no drawable"));
+    QCOMPARE(icons.renderer.error(), latin("resource 0x7f010000 is no drawable"));
     QVERIFY(icons.icon(48, First + 1).isNull());
-    QCOMPARE(icons.maker.error(), latin("resource 0x7f010001 is no drawable"));
+    QCOMPARE(icons.renderer.error(), latin("resource 0x7f010001 is no drawable"));
 }
 
-void TestIconMaker::errorCannotBeReadOrDecoded()
+void TestIconRenderer::errorCannotBeReadOrDecoded()
 {
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1)),
                 {latin("text"), latin("nowhere")});
     icons.files.add(latin("text"), QByteArray("text"));
     QVERIFY(icons.icon(48).isNull());
-    QCOMPARE(icons.maker.error(), latin("text cannot be read or decoded"));
+    QCOMPARE(icons.renderer.error(), latin("text cannot be read or decoded"));
     QVERIFY(icons.icon(48, First + 1).isNull());
-    QCOMPARE(icons.maker.error(), latin("nowhere cannot be read or decoded"));
+    QCOMPARE(icons.renderer.error(), latin("nowhere cannot be read or decoded"));
 }
 
-QTEST_GUILESS_MAIN(TestIconMaker)
+QTEST_GUILESS_MAIN(TestIconRenderer)
 #include "tst_iconrenderer.moc"

@@ -11,7 +11,7 @@ SOURCE = pathlib.Path(sys.argv[1])
 ROW = re.compile(r"^\| (`[^|]*) \| ([^|]*) \|", re.MULTILINE)
 CONSTANT = re.compile(r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+)\s*(?:=\s*|\{)([^;}]+)")
 # What a format or a representation sets, and attribute ids.
-NO_LIMITS = {("PictureSampler", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("ScaleDrawable", "MaxDrawableLevel"),
+NO_LIMITS = {("PictureSample", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
              ("WebpLossless", "MaxLength"), ("AndroidAttributes", "MinSdkVersion"), ("AndroidAttributes", "MaxSdkVersion"),
              ("AndroidAttributes", "MinLevel"), ("AndroidAttributes", "MaxLevel")}
 UNITS = {"KiB": 1 << 10, "MiB": 1 << 20, "GiB": 1 << 30}
