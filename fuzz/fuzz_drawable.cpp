@@ -41,7 +41,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     loader.setIconMask(masks[size > 0 ? data[size - 1] % 4 : 0]);
     const DrawablePointer drawable = loader.fromResource(InputDrawable);
     if (drawable == nullptr) {
-        if (loader.error().isEmpty())
+        if (!loader.error())
             failed("there is no drawable, and no error");
         return 0;
     }

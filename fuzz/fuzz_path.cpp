@@ -107,7 +107,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
                 {element(QStringLiteral("group"), kind % 2 == 0 ? Attributes() : group, inner)});
     Studio studio;
     const QImage image = studio.draw(vector, Size);
-    if (image.isNull() && !studio.loader.error().isEmpty())
+    if (image.isNull() && studio.loader.error())
         return 0;
     if (image.size() != Size || image.format() != QImage::Format_ARGB32_Premultiplied)
         failed("the picture has another size or format");

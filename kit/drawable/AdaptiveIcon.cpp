@@ -68,7 +68,7 @@ DrawablePointer AdaptiveIcon::fromXml(const XmlElement &element, DrawableLoader 
     DrawablePointer background = layer(element, QStringLiteral("background"), loader);
     DrawablePointer foreground = layer(element, QStringLiteral("foreground"), loader);
     if (background == nullptr && foreground == nullptr) {
-        loader.setError(QStringLiteral("<%1> has no layers").arg(element.name));
+        loader.setError(DrawableFault::NoLayers, element.name);
         return nullptr;
     }
     return std::make_unique<AdaptiveIcon>(std::move(background), std::move(foreground),

@@ -85,7 +85,7 @@ DrawablePointer BitmapDrawable::fromXml(const XmlElement &element, DrawableLoade
     const DrawableAttributes attributes(element, loader);
     const ResolvedValue source = attributes.value(Attr::Src);
     if (source.text.isEmpty()) {
-        loader.setError(QStringLiteral("<%1> has no picture").arg(element.name));
+        loader.setError(DrawableFault::NoPicture, element.name);
         return nullptr;
     }
     const QImage picture = loader.picture(source.text);

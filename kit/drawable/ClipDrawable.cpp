@@ -17,11 +17,9 @@ ClipDrawable::ClipDrawable(DrawablePointer drawable, int level, int orientation,
 
 DrawablePointer ClipDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
 {
-    DrawablePointer drawable = loader.fromItem(element);
-    if (drawable == nullptr) {
-        loader.setError(QStringLiteral("<%1> has no drawable").arg(element.name));
+    DrawablePointer drawable = loader.fromRequiredItem(element);
+    if (drawable == nullptr)
         return nullptr;
-    }
     const DrawableAttributes attributes(element, loader);
     return std::make_unique<ClipDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel),
                                           attributes.integer(Attr::ClipOrientation, Horizontal),

@@ -13,14 +13,10 @@ DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
                           const std::function<bool(const XmlElement &)> &isWanted)
 {
     for (const XmlElement &child : element.children) {
-        if (child.name != QLatin1String("item") || !isWanted(child))
-            continue;
-        DrawablePointer drawable = loader.fromItem(child);
-        if (drawable == nullptr)
-            loader.setError(QStringLiteral("<%1> has no drawable").arg(child.name));
-        return drawable;
+        if (child.name == QLatin1String("item") && isWanted(child))
+            return loader.fromRequiredItem(child);
     }
-    loader.setError(QStringLiteral("<%1> has no item to start with").arg(element.name));
+    loader.setError(DrawableFault::NoFirstItem, element.name);
     return nullptr;
 }
 

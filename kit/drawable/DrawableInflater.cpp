@@ -71,7 +71,7 @@ DrawablePointer DrawableInflater::makeElement(const XmlElement &element)
         if (element.name == QLatin1String(kind.element))
             return kind.make(element, *this);
     }
-    setError(QStringLiteral("unsupported drawable <%1>").arg(element.name));
+    setError(DrawableFault::UnknownDrawable, element.name);
     return nullptr;
 }
 
@@ -83,7 +83,7 @@ QBrush DrawableInflater::makeBrush(const XmlElement &root)
     }
     if (root.name == QLatin1String("gradient"))
         return GradientColor::fromXml(root, *this).value_or(QBrush());
-    setError(QStringLiteral("unsupported color <%1>").arg(root.name));
+    setError(DrawableFault::UnknownColor, root.name);
     return {};
 }
 

@@ -38,11 +38,9 @@ InsetDrawable::InsetDrawable(DrawablePointer drawable, const Edges &edges)
 
 DrawablePointer InsetDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
 {
-    DrawablePointer drawable = loader.fromItem(element);
-    if (drawable == nullptr) {
-        loader.setError(QStringLiteral("<%1> has no drawable").arg(element.name));
+    DrawablePointer drawable = loader.fromRequiredItem(element);
+    if (drawable == nullptr)
         return nullptr;
-    }
     const DrawableAttributes attributes(element, loader);
     const Edge all = edge(attributes, Attr::Inset, {});
     return std::make_unique<InsetDrawable>(

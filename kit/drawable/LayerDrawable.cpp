@@ -94,7 +94,7 @@ DrawablePointer LayerDrawable::fromXml(const XmlElement &element, DrawableLoader
         layers.push_back(std::move(layer));
     }
     if (layers.empty()) {
-        loader.setError(QStringLiteral("<%1> has no layers").arg(element.name));
+        loader.setError(DrawableFault::NoLayers, element.name);
         return nullptr;
     }
     const PaddingMode mode = isRipple ? PaddingMode::Stack : PaddingMode::Nest;

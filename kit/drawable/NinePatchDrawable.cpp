@@ -23,7 +23,7 @@ std::unique_ptr<NinePatchDrawable> NinePatchDrawable::read(const ResolvedValue &
         return nullptr;
     auto patch = loader.ninePatch(value.text);
     if (!patch) {
-        loader.setError(QStringLiteral("%1 is no nine-patch").arg(value.text));
+        loader.setError(DrawableFault::NotNinePatch, value.text);
         return nullptr;
     }
     return std::make_unique<NinePatchDrawable>(picture, std::move(*patch), loader.scaleOf(value.density));
@@ -39,7 +39,7 @@ DrawablePointer NinePatchDrawable::fromXml(const XmlElement &element, DrawableLo
     const DrawableAttributes attributes(element, loader);
     const ResolvedValue source = attributes.value(Attr::Src);
     if (source.text.isEmpty()) {
-        loader.setError(QStringLiteral("<%1> has no picture").arg(element.name));
+        loader.setError(DrawableFault::NoPicture, element.name);
         return nullptr;
     }
     auto drawable = read(source, loader);

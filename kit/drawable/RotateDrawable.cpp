@@ -37,11 +37,9 @@ RotateDrawable::RotateDrawable(DrawablePointer drawable, qreal degrees, const Pi
 
 DrawablePointer RotateDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
 {
-    DrawablePointer drawable = loader.fromItem(element);
-    if (drawable == nullptr) {
-        loader.setError(QStringLiteral("<%1> has no drawable").arg(element.name));
+    DrawablePointer drawable = loader.fromRequiredItem(element);
+    if (drawable == nullptr)
         return nullptr;
-    }
     const DrawableAttributes attributes(element, loader);
     const bool isAnimated = element.name == QLatin1String("animated-rotate");
     return std::make_unique<RotateDrawable>(std::move(drawable),

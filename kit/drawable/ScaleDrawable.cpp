@@ -37,11 +37,9 @@ ScaleDrawable::ScaleDrawable(DrawablePointer drawable, int level) : m_drawable(s
 
 DrawablePointer ScaleDrawable::fromXml(const XmlElement &element, DrawableLoader &loader)
 {
-    DrawablePointer drawable = loader.fromItem(element);
-    if (drawable == nullptr) {
-        loader.setError(QStringLiteral("<%1> has no drawable").arg(element.name));
+    DrawablePointer drawable = loader.fromRequiredItem(element);
+    if (drawable == nullptr)
         return nullptr;
-    }
     const DrawableAttributes attributes(element, loader);
     auto scaled =
         std::make_unique<ScaleDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel));

@@ -55,7 +55,7 @@ bool ShapeDrawable::readShape(const DrawableAttributes &attributes, DrawableLoad
 {
     const int kind = attributes.integer(Attr::Shape, int(Kind::Rectangle));
     if (kind < int(Kind::Rectangle) || kind > int(Kind::Ring)) {
-        loader.setError(QStringLiteral("unsupported shape %1").arg(kind));
+        loader.setError(DrawableFault::UnknownShape, QString::number(kind));
         return false;
     }
     m_kind = Kind(kind);
@@ -90,7 +90,7 @@ void ShapeDrawable::readPart(const XmlElement &part, DrawableLoader &loader)
         m_padding = {attributes.pixels(Attr::Left, 0), attributes.pixels(Attr::Top, 0),
                      attributes.pixels(Attr::Right, 0), attributes.pixels(Attr::Bottom, 0)};
     } else {
-        loader.setError(QStringLiteral("unsupported part of a shape <%1>").arg(part.name));
+        loader.setError(DrawableFault::UnknownShapePart, part.name);
     }
 }
 

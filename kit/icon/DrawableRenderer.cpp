@@ -14,7 +14,7 @@ QImage DrawableRenderer::render(quint32 id, int size)
     reference.resource = id;
     IconRenderer renderer(m_package.d->resolver(), m_package.d->files());
     const QImage picture = renderer.icon(reference, size, m_mask);
-    m_error = renderer.error();
+    m_error = renderer.error().text();
     return picture;
 }
 

@@ -5,6 +5,7 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
+#include "icon/IconErrorTable.h"
 #include "package/IconFileLookup.h"
 
 #include <algorithm>
@@ -52,17 +53,18 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 
 QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
 {
-    m_error.clear();
+    m_error = {};
     if (size < MinSize || size > MaxSize) {
-        setError(QStringLiteral("a picture has 1 to 1024 pixels a side"));
+        setError({DrawableFault::InvalidSize, QString()});
         return {};
     }
     const ResourceResolver resolver = m_resolver.forDevice(Configuration::phone(densityOf(size)));
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
-        setError(best.resource == 0
-                     ? QStringLiteral("there is no icon")
-                     : QStringLiteral("resource 0x%1 is no drawable").arg(best.resource, 8, 16, QLatin1Char('0')));
+        if (best.resource == 0)
+            setError({DrawableFault::NoIcon, QString()});
+        else
+            setError({DrawableFault::NotDrawable, DrawableLoader::idText(best.resource)});
         return {};
     }
     // One for all, so that no file is read and no picture decoded twice.
@@ -74,7 +76,7 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
     if (image.isNull())
         image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), loader, size);
     if (image.isNull())
-        setError(QStringLiteral("%1 cannot be read or decoded").arg(best.text));
+        setError({DrawableFault::UndecodableIcon, best.text});
     return image;
 }
 
@@ -91,7 +93,7 @@ QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, i
     drawFitted(*drawable, sizeOf(*drawable, loader.pixelsPerDp()), canvas);
     setError(loader.error());
     if (canvas.isSpent())
-        setError(QStringLiteral("drawing takes too much"));
+        setError({DrawableFault::TooMuchDrawing, QString()});
     return canvas.image();
 }
 
@@ -121,10 +123,15 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
     return {};
 }
 
-void IconRenderer::setError(const QString &text)
+IconError IconRenderer::error() const
 {
-    if (m_error.isEmpty())
-        m_error = text;
+    return IconErrorTable::iconError(m_error);
+}
+
+void IconRenderer::setError(const DrawableError &error)
+{
+    if (!m_error)
+        m_error = error;
 }
 
 } // namespace SorrelKit

@@ -4,12 +4,13 @@
 
 #include "archive/FileSource.h"
 #include "drawable/source/Drawable.h"
+#include "drawable/source/DrawableError.h"
 #include "resources/ResourceResolver.h"
 
+#include <SorrelKit/IconError.h>
 #include <SorrelKit/IconMask.h>
 
 #include <QImage>
-#include <QString>
 #include <QVector>
 
 namespace SorrelKit {
@@ -37,17 +38,17 @@ public:
 
     /// The icon that @p icon stands for, a reference or a path, as a square of @p size pixels.
     QImage icon(const ResolvedValue &icon, int size, IconMask mask);
-    /// Why the icon is not, or not wholly, what the package describes; empty when it is.
-    QString error() const { return m_error; }
+    /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
+    IconError error() const;
 
 private:
     QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
-    void setError(const QString &text);
+    void setError(const DrawableError &error);
 
     const ResourceResolver &m_resolver;
     FileSource &m_files;
-    QString m_error;
+    DrawableError m_error;
 };
 
 } // namespace SorrelKit

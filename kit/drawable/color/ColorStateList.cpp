@@ -31,13 +31,13 @@ std::optional<QColor> ColorStateList::fromXml(const XmlElement &element, Drawabl
 {
     const XmlElement *const item = defaultItem(element, loader);
     if (item == nullptr) {
-        loader.setError(QStringLiteral("color state list without an item"));
+        loader.setError(DrawableFault::ColorListWithoutItem);
         return std::nullopt;
     }
     const DrawableAttributes attributes(*item, loader);
     const QColor color = attributes.color(Attr::Color, QColor());
     if (!color.isValid()) {
-        loader.setError(QStringLiteral("color state list without a color for the default state"));
+        loader.setError(DrawableFault::ColorListWithoutColor);
         return std::nullopt;
     }
     // In whole numbers, as QColor rounds to them, by way of a float in Qt 6.

@@ -101,7 +101,7 @@ std::optional<QBrush> GradientColor::fromXml(const XmlElement &element, Drawable
         const qreal radius = coordinate(Attr::GradientRadius);
         if (radius > 0)
             return brush(QRadialGradient(center, radius));
-        loader.setError(QStringLiteral("radial gradient without a radius"));
+        loader.setError(DrawableFault::GradientWithoutRadius);
         return std::nullopt;
     }
     case Sweep: {

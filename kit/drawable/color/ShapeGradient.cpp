@@ -62,10 +62,10 @@ std::optional<ShapeGradient> ShapeGradient::fromXml(const XmlElement &element, D
         gradient.m_kind = Kind::Radial;
         if (gradient.readRadius(element, loader))
             break;
-        loader.setError(QStringLiteral("radial gradient without a radius"));
+        loader.setError(DrawableFault::GradientWithoutRadius);
         return std::nullopt;
     default:
-        loader.setError(QStringLiteral("unsupported gradient type %1").arg(kind));
+        loader.setError(DrawableFault::UnknownGradient, QString::number(kind));
         return std::nullopt;
     }
     gradient.m_angle = int(std::fmod(std::fmod(attributes.number(Attr::Angle, 0), 360) + 360, 360));

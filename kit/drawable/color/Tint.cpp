@@ -57,7 +57,7 @@ std::optional<Tint> Tint::fromAttributes(const DrawableAttributes &attributes, D
     const QColor color = attributes.color(Attr::Tint, QColor());
     if (color.isValid())
         return Tint(color, modeOf(attributes.integer(Attr::TintMode, int(Mode::SourceIn))));
-    loader.setError(QStringLiteral("tint without a color"));
+    loader.setError(DrawableFault::TintWithoutColor);
     return std::nullopt;
 }
 

@@ -19,9 +19,9 @@ public:
     bool isOpen()
     {
         if (m_loader->m_depth > MaxDepth)
-            m_loader->setError(QStringLiteral("drawables nested too deeply"));
+            m_loader->setError(DrawableFault::DrawablesTooDeep);
         else if (!m_loader->m_drawables.spend(1))
-            m_loader->setError(QStringLiteral("too many drawables"));
+            m_loader->setError(DrawableFault::TooManyDrawables);
         else
             return true;
         return false;
@@ -56,9 +56,10 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
     if (const auto argb = value.value.argb())
         return makeColor(QColor::fromRgba(*argb));
     if (value.text.isEmpty()) {
-        setError(value.resource == 0
-                     ? QStringLiteral("no drawable is given")
-                     : QStringLiteral("resource 0x%1 is no drawable").arg(value.resource, 8, 16, QLatin1Char('0')));
+        if (value.resource == 0)
+            setError(DrawableFault::NoValue);
+        else
+            setError(DrawableFault::NotDrawable, idText(value.resource));
         return nullptr;
     }
     const QByteArray bytes = documentBytes(value.text);
@@ -83,6 +84,14 @@ DrawablePointer DrawableLoader::fromItem(const XmlElement &item)
     if (const XmlAttribute *const drawable = item.attribute(Attr::Drawable))
         return fromValue(resolved(drawable));
     return item.children.isEmpty() ? nullptr : fromElement(item.children.first());
+}
+
+DrawablePointer DrawableLoader::fromRequiredItem(const XmlElement &item)
+{
+    DrawablePointer drawable = fromItem(item);
+    if (drawable == nullptr)
+        setError(DrawableFault::NoDrawable, item.name);
+    return drawable;
 }
 
 ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute) const
@@ -123,7 +132,7 @@ QByteArray DrawableLoader::file(const QString &path)
 {
     QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readBytes);
     if (bytes.isEmpty())
-        setError(QStringLiteral("%1 cannot be read").arg(path));
+        setError(DrawableFault::UnreadableFile, path);
     return bytes;
 }
 
@@ -138,12 +147,12 @@ XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
     const bool isSmall = m_xmlBytes.spend(bytes.size());
     const XmlReader reader(isSmall ? bytes : QByteArray(), m_xmlBytes.left());
     if (!isSmall || !m_xmlBytes.spend(reader.characters())) {
-        setError(QStringLiteral("too much XML in drawables"));
+        setError(DrawableFault::TooMuchXml);
         return {};
     }
     if (reader.fault().isEmpty())
         return reader.root();
-    setError(QStringLiteral("%1: %2").arg(path, reader.fault()));
+    setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + reader.fault());
     return {};
 }
 
@@ -174,7 +183,7 @@ QImage DrawableLoader::picture(const QString &path)
     documentBytes(path);
     QImage picture = m_pictures.image(path);
     if (picture.isNull())
-        setError(QStringLiteral("%1 is no picture that can be decoded").arg(path));
+        setError(DrawableFault::UndecodablePicture, path);
     return picture;
 }
 
@@ -199,10 +208,15 @@ qreal DrawableLoader::scaleOf(int density) const
     return m_pixelsPerDp * int(Configuration::MediumDensity) / density;
 }
 
-void DrawableLoader::setError(const QString &text)
+QString DrawableLoader::idText(quint32 id)
 {
-    if (m_error.isEmpty())
-        m_error = text;
+    return QStringLiteral("0x%1").arg(id, 8, 16, QLatin1Char('0'));
+}
+
+void DrawableLoader::setError(DrawableFault fault, const QString &detail)
+{
+    if (!m_error)
+        m_error = {fault, detail};
 }
 
 } // namespace SorrelKit

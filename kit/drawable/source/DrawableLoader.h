@@ -4,6 +4,7 @@
 
 #include "archive/FileSource.h"
 #include "drawable/source/Drawable.h"
+#include "drawable/source/DrawableError.h"
 #include "drawable/source/PictureCache.h"
 #include "format/Allowance.h"
 #include "format/XmlElement.h"
@@ -50,9 +51,11 @@ public:
     DrawablePointer fromValue(const ResolvedValue &value);
     /// The drawable that @p element describes, by its name.
     DrawablePointer fromElement(const XmlElement &element);
-    /// The drawable that an element of the kind "item" holds: its attribute `android:drawable` or, when it has none, its
-    /// first child. Null without an error when it has neither.
+    /// The drawable of an element like `item`: its attribute `android:drawable` or, without one, its first child. Null, and
+    /// no error, when it has neither.
     DrawablePointer fromItem(const XmlElement &item);
+    /// The same, for an element that needs a drawable: sets an error when the result is null.
+    DrawablePointer fromRequiredItem(const XmlElement &item);
 
     /// What @p attribute stands for, its text included; null when the pointer is.
     ResolvedValue resolved(const XmlAttribute *attribute) const;
@@ -87,9 +90,12 @@ public:
     /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
     qreal scaleOf(int density) const;
 
-    /// Why something could not be had, in English, the first reason of several; empty when everything could.
-    QString error() const { return m_error; }
-    void setError(const QString &text);
+    /// The first error; none when everything was loaded as described.
+    const DrawableError &error() const { return m_error; }
+    /// The resource id @p id as the detail of an error: "0x7f010000".
+    static QString idText(quint32 id);
+    /// Keeps the error unless there is one already.
+    void setError(DrawableFault fault, const QString &detail = QString());
 
 protected:
     /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
@@ -116,7 +122,7 @@ private:
     FileSource &m_files;
     qreal m_pixelsPerDp;
     IconMask m_iconMask = IconMask::None;
-    QString m_error;
+    DrawableError m_error;
     int m_depth = 0;
     Allowance m_drawables;
     Allowance m_xmlBytes;

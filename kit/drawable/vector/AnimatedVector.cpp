@@ -14,7 +14,7 @@ DrawablePointer AnimatedVector::fromXml(const XmlElement &element, DrawableLoade
         if (child.name == QLatin1String("vector"))
             return loader.fromElement(child);
     }
-    loader.setError(QStringLiteral("animated vector without a vector"));
+    loader.setError(DrawableFault::AnimationWithoutVector);
     return nullptr;
 }
 

@@ -63,10 +63,10 @@ PathParser::PathParser(const QString &data, Allowance *segments) : m_data(data),
 void PathParser::read()
 {
     skipSeparators();
-    while (m_fault.isEmpty() && m_at < m_data.size()) {
+    while (!m_error && m_at < m_data.size()) {
         const QChar letter = m_data.at(m_at);
         if (numberCount(letter.toUpper().unicode()) == NoCommand) {
-            setFault(QStringLiteral("no command"));
+            setFault(DrawableFault::NoCommand);
             return;
         }
         ++m_at;
@@ -97,8 +97,8 @@ bool PathParser::readCommand(char16_t letter)
         else if (letter == u'm')
             letter = u'l';
         skipSeparators();
-    } while (m_fault.isEmpty() && count > 0 && isAtNumber());
-    return m_fault.isEmpty();
+    } while (!m_error && count > 0 && isAtNumber());
+    return !m_error;
 }
 
 void PathParser::apply(char16_t letter, const qreal *numbers)
@@ -162,7 +162,7 @@ bool PathParser::readNumber(qreal *number)
         digits += skipDigits();
     }
     if (digits == 0) {
-        setFault(QStringLiteral("no number"));
+        setFault(DrawableFault::NoNumber);
         return false;
     }
     if (is(u'e') || is(u'E')) {
@@ -174,7 +174,7 @@ bool PathParser::readNumber(qreal *number)
     }
     *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
     if (!(std::abs(*number) <= PathPainter::MaxCoordinate)) {
-        setFault(QStringLiteral("too large a number"));
+        setFault(DrawableFault::NumberTooLarge);
         return false;
     }
     m_at = at;
@@ -185,7 +185,7 @@ bool PathParser::readFlag(qreal *flag)
 {
     const QChar c = m_at < m_data.size() ? m_data.at(m_at) : QChar();
     if (c != u'0' && c != u'1') {
-        setFault(QStringLiteral("no flag"));
+        setFault(DrawableFault::NoFlag);
         return false;
     }
     *flag = c == u'1' ? 1 : 0;
@@ -197,13 +197,13 @@ bool PathParser::spend(int segments)
 {
     if (m_segments->spend(segments))
         return true;
-    m_fault = QStringLiteral("too many path segments");
+    m_error = {DrawableFault::TooManySegments, QString()};
     return false;
 }
 
-void PathParser::setFault(const QString &text)
+void PathParser::setFault(DrawableFault fault)
 {
-    m_fault = QStringLiteral("%1 in path data at %2").arg(text).arg(m_at);
+    m_error = {fault, QString::number(m_at)};
 }
 
 void PathParser::moveTo(QPointF point)
@@ -211,7 +211,7 @@ void PathParser::moveTo(QPointF point)
     if (!spend(1))
         return;
     if (!isInRange(point))
-        return setFault(QStringLiteral("too large a coordinate"));
+        return setFault(DrawableFault::CoordinateTooLarge);
     m_path.moveTo(point);
     m_point = m_start = m_cubicControl = m_quadControl = point;
     m_isOpen = true;
@@ -222,7 +222,7 @@ void PathParser::lineTo(QPointF point)
     if (!spend(1))
         return;
     if (!isInRange(point))
-        return setFault(QStringLiteral("too large a coordinate"));
+        return setFault(DrawableFault::CoordinateTooLarge);
     if (!m_isOpen)
         m_path.moveTo(m_point);
     m_isOpen = true;
@@ -237,7 +237,7 @@ void PathParser::curveTo(QPointF control1, QPointF control2, QPointF point)
     if (!spend(1))
         return;
     if (!isInRange(control1) || !isInRange(control2) || !isInRange(point))
-        return setFault(QStringLiteral("too large a coordinate"));
+        return setFault(DrawableFault::CoordinateTooLarge);
     if (!m_isOpen)
         m_path.moveTo(m_point);
     m_isOpen = true;
@@ -293,7 +293,7 @@ void PathParser::arcTo(qreal radiusX, qreal radiusY, qreal angle, bool isLarge, 
     const int pieces = qBound(1, qCeil(std::abs(sweep) / QuarterTurn - 1e-9), 4);
     const qreal step = sweep / pieces;
     const qreal handle = std::tan(step / 4) * 4 / 3;
-    for (int i = 0; i < pieces && m_fault.isEmpty(); ++i) {
+    for (int i = 0; i < pieces && !m_error; ++i) {
         const QPointF begin(std::cos(start + i * step), std::sin(start + i * step));
         const QPointF end(std::cos(start + (i + 1) * step), std::sin(start + (i + 1) * step));
         curveTo(onPath(begin + handle * QPointF(-begin.y(), begin.x())),

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_PATHPARSER_H
 #define SORRELKIT_PATHPARSER_H
 
+#include "drawable/source/DrawableError.h"
 #include "format/Allowance.h"
 
 #include <QPainterPath>
@@ -37,8 +38,8 @@ public:
 
     /// Of straight lines and cubic curves. The fill rule is the caller's to set.
     const QPainterPath &path() const { return m_path; }
-    /// What is wrong with the data, in English; empty when nothing is.
-    QString fault() const { return m_fault; }
+    /// The fault in the data, with its offset as detail; no error when there is none.
+    const DrawableError &error() const { return m_error; }
 
 private:
     void read();
@@ -49,7 +50,7 @@ private:
     bool readNumber(qreal *number);
     bool readFlag(qreal *flag);
     bool spend(int segments);
-    void setFault(const QString &text);
+    void setFault(DrawableFault fault);
 
     void moveTo(QPointF point);
     void lineTo(QPointF point);
@@ -62,7 +63,7 @@ private:
     const QString m_data;
     Allowance *m_segments;
     int m_at = 0; ///< in the data
-    QString m_fault;
+    DrawableError m_error;
     QPainterPath m_path;
     QPointF m_point; ///< where the path is
     QPointF m_start; ///< of the figure

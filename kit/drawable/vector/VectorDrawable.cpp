@@ -19,12 +19,12 @@ DrawablePointer VectorDrawable::fromXml(const XmlElement &element, DrawableLoade
     const DrawableAttributes attributes(element, loader);
     const QSizeF viewport(attributes.number(Attr::ViewportWidth, 0), attributes.number(Attr::ViewportHeight, 0));
     if (viewport.isEmpty() || viewport.width() > MaxSide || viewport.height() > MaxSide) {
-        loader.setError(QStringLiteral("vector without a viewport"));
+        loader.setError(DrawableFault::VectorWithoutViewport);
         return nullptr;
     }
     VectorGroup group(element, loader);
     if (group.isEmpty()) {
-        loader.setError(QStringLiteral("vector without a path"));
+        loader.setError(DrawableFault::VectorWithoutPath);
         return nullptr;
     }
     const auto side = [&](quint32 id) {

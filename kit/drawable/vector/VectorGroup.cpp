@@ -31,7 +31,7 @@ VectorGroup::VectorGroup(const XmlElement &element, DrawableLoader &loader, int 
         m_transform = transformOf(DrawableAttributes(element, loader));
     for (const XmlElement &child : element.children) {
         if (!loader.pathSegments().spend(SegmentsPerElement)) {
-            loader.setError(QStringLiteral("too many path segments"));
+            loader.setError(DrawableFault::TooManySegments);
             return;
         }
         add(child, loader, depth);
@@ -54,7 +54,7 @@ void VectorGroup::add(const XmlElement &element, DrawableLoader &loader, int dep
             if (!group->isEmpty())
                 m_children.emplace_back(std::move(group));
         } else {
-            loader.setError(QStringLiteral("groups of a vector nested too deeply"));
+            loader.setError(DrawableFault::GroupsTooDeep);
         }
     }
 }

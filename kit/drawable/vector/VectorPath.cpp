@@ -38,7 +38,7 @@ QBrush colorOf(quint32 id, const DrawableAttributes &attributes, DrawableLoader 
 {
     const QBrush brush = attributes.brush(id, QBrush());
     if (attributes.has(id) && brush.style() == Qt::NoBrush)
-        loader.setError(QStringLiteral("vector path without the color that it refers to"));
+        loader.setError(DrawableFault::PathWithoutColor);
     return brush;
 }
 
@@ -77,7 +77,7 @@ std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, Drawabl
         return std::nullopt;
     path.m_path.setFillRule(attributes.integer(Attr::FillType, 0) == EvenOdd ? Qt::OddEvenFill : Qt::WindingFill);
     if (path.m_stroke.style() != Qt::NoPen && path.m_path.elementCount() > PathPainter::MaxStrokedElements)
-        loader.setError(QStringLiteral("too many segments in a path that is stroked"));
+        loader.setError(DrawableFault::StrokeTooLong);
     return path;
 }
 
@@ -85,8 +85,8 @@ QPainterPath VectorPath::pathData(const XmlElement &element, DrawableLoader &loa
 {
     const QString data = DrawableAttributes(element, loader).text(Attr::PathData);
     const PathParser parser(data, &loader.pathSegments());
-    if (!parser.fault().isEmpty())
-        loader.setError(parser.fault());
+    if (parser.error())
+        loader.setError(parser.error().fault, parser.error().detail);
     return parser.path();
 }
 

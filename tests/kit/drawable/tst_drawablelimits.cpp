@@ -82,31 +82,32 @@ void TestDrawableLimits::errors_data()
     const auto row = [](const XmlElement &root, const char *error) {
         QTest::newRow(error) << root << QString::fromLatin1(error);
     };
-    row(element("sprite"), "unsupported drawable <sprite>");
-    row(element("adaptive-icon", {}, {element("monochrome", {drawable(Red)})}), "<adaptive-icon> has no layers");
-    row(element("layer-list", {}, {element("layer", {drawable(Red)})}), "<layer-list> has no layers");
-    row(element("ripple"), "<ripple> has no layers");
-    row(element("transition", {}, {element("item")}), "<transition> has no layers");
-    row(element("inset"), "<inset> has no drawable");
-    row(element("rotate"), "<rotate> has no drawable");
-    row(element("animated-rotate"), "<animated-rotate> has no drawable");
-    row(element("scale"), "<scale> has no drawable");
-    row(element("clip"), "<clip> has no drawable");
-    row(element("bitmap"), "<bitmap> has no picture");
-    row(element("nine-patch", {color(Attr::Src, Red)}), "<nine-patch> has no picture");
-    row(element("bitmap", {text(Attr::Src, "text.txt")}), "text.txt is no picture that can be decoded");
-    row(element("bitmap", {text(Attr::Src, "nowhere.png")}), "nowhere.png cannot be read");
-    row(element("nine-patch", {text(Attr::Src, "nowhere.9.png")}), "nowhere.9.png cannot be read");
-    row(element("nine-patch", {text(Attr::Src, "picture.png")}), "picture.png is no nine-patch");
+    row(element("sprite"), "Unsupported: unsupported drawable <sprite>");
+    row(element("adaptive-icon", {}, {element("monochrome", {drawable(Red)})}),
+        "Damaged: <adaptive-icon> has no layers");
+    row(element("layer-list", {}, {element("layer", {drawable(Red)})}), "Damaged: <layer-list> has no layers");
+    row(element("ripple"), "Damaged: <ripple> has no layers");
+    row(element("transition", {}, {element("item")}), "Damaged: <transition> has no layers");
+    row(element("inset"), "Damaged: <inset> has no drawable");
+    row(element("rotate"), "Damaged: <rotate> has no drawable");
+    row(element("animated-rotate"), "Damaged: <animated-rotate> has no drawable");
+    row(element("scale"), "Damaged: <scale> has no drawable");
+    row(element("clip"), "Damaged: <clip> has no drawable");
+    row(element("bitmap"), "Damaged: <bitmap> has no picture");
+    row(element("nine-patch", {color(Attr::Src, Red)}), "Damaged: <nine-patch> has no picture");
+    row(element("bitmap", {text(Attr::Src, "text.txt")}), "Unreadable: text.txt is no picture that can be decoded");
+    row(element("bitmap", {text(Attr::Src, "nowhere.png")}), "Unreadable: nowhere.png cannot be read");
+    row(element("nine-patch", {text(Attr::Src, "nowhere.9.png")}), "Unreadable: nowhere.9.png cannot be read");
+    row(element("nine-patch", {text(Attr::Src, "picture.png")}), "Damaged: picture.png is no nine-patch");
     row(element("selector", {}, {element("item", {boolean(Attr::StatePressed, true), drawable(Red)})}),
-        "<selector> has no item to start with");
+        "Damaged: <selector> has no item to start with");
     row(element("level-list", {}, {element("item", {integer(Attr::MinLevel, 1), drawable(Red)})}),
-        "<level-list> has no item to start with");
-    row(element("animation-list"), "<animation-list> has no item to start with");
-    row(element("animation-list", {}, {element("item")}), "<item> has no drawable");
-    row(shape({}, {integer(Attr::Shape, 4)}), "unsupported shape 4");
-    row(shape({}, {integer(Attr::Shape, -1)}), "unsupported shape -1");
-    row(nested(filled(Red), DrawableLoader::MaxDepth, "inset", {}), "drawables nested too deeply");
+        "Damaged: <level-list> has no item to start with");
+    row(element("animation-list"), "Damaged: <animation-list> has no item to start with");
+    row(element("animation-list", {}, {element("item")}), "Damaged: <item> has no drawable");
+    row(shape({}, {integer(Attr::Shape, 4)}), "Unsupported: unsupported shape 4");
+    row(shape({}, {integer(Attr::Shape, -1)}), "Unsupported: unsupported shape -1");
+    row(nested(filled(Red), DrawableLoader::MaxDepth, "inset", {}), "TooMuch: drawables nested too deeply");
 }
 
 void TestDrawableLimits::errors()
@@ -117,7 +118,7 @@ void TestDrawableLimits::errors()
     studio.files.add("text.txt", QByteArray("text"));
     studio.files.add("picture.png", plain(4, 4));
     QVERIFY(studio.load(root) == nullptr);
-    QCOMPARE(studio.loader.error(), error);
+    QCOMPARE(studio.error(), error);
 }
 
 void TestDrawableLimits::aBrokenPartIsLeftOut()
@@ -130,13 +131,13 @@ void TestDrawableLimits::aBrokenPartIsLeftOut()
         const QImage image = studio.draw(list, {8, 8});
         QCOMPARE(areaOf(image, Red), QRect(0, 0, 4, 8));
         QCOMPARE(areaOf(image, Nothing), QRect(4, 0, 4, 8));
-        QCOMPARE(studio.loader.error(), error);
+        QCOMPARE(studio.error(), error);
     };
-    draw(element("sprite"), "unsupported drawable <sprite>");
-    draw(shape({element("gradient", {integer(Attr::Type, 3)})}), "unsupported gradient type 3");
-    draw(shape({element("gradient", {integer(Attr::Type, 1)})}), "radial gradient without a radius");
-    draw(shape({element("hole")}), "unsupported part of a shape <hole>");
-    draw(element("selector"), "<selector> has no item to start with");
+    draw(element("sprite"), "Unsupported: unsupported drawable <sprite>");
+    draw(shape({element("gradient", {integer(Attr::Type, 3)})}), "Unsupported: unsupported gradient type 3");
+    draw(shape({element("gradient", {integer(Attr::Type, 1)})}), "Damaged: radial gradient without a radius");
+    draw(shape({element("hole")}), "Unsupported: unsupported part of a shape <hole>");
+    draw(element("selector"), "Damaged: <selector> has no item to start with");
 }
 
 void TestDrawableLimits::firstItems_data()
@@ -170,7 +171,7 @@ void TestDrawableLimits::firstItems()
                 {element("transition", {drawable(Green)}), element("item", first + Attributes{drawable(Red)}),
                  element("item", {drawable(Blue)})});
     QCOMPARE(areaOf(studio.draw(root, {4, 4}), isDrawn ? Red : Blue), QRect(0, 0, 4, 4));
-    QCOMPARE(studio.loader.error(), QString());
+    QCOMPARE(studio.error(), QString());
 }
 
 void TestDrawableLimits::check(const XmlElement &root, const QByteArray &picture)
@@ -345,7 +346,7 @@ void TestDrawableLimits::boundsThatCannotBePainted()
     for (const XmlElement &root : roots) {
         Canvas canvas(QSize(16, 16));
         const auto drawable = studio.load(root);
-        QVERIFY2(drawable != nullptr, qPrintable(studio.loader.error()));
+        QVERIFY2(drawable != nullptr, qPrintable(studio.error()));
         drawable->draw(canvas, bounds);
         QCOMPARE(coverage(canvas.image()), 0.0);
     }

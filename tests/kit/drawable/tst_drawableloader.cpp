@@ -107,7 +107,7 @@ void TestDrawableLoader::filesAreToldApartByTheirContent()
     Canvas canvas(QSize(2, 2));
     color->draw(canvas, QRectF(0, 0, 2, 2));
     QCOMPARE(areaOf(canvas.image(), Blue), QRect(0, 0, 2, 2));
-    QCOMPARE(resources.loader.error(), QString());
+    QCOMPARE(described(resources.loader.error()), QString());
 }
 
 void TestDrawableLoader::coloursByTheirType()
@@ -128,7 +128,7 @@ void TestDrawableLoader::coloursByTheirType()
     Resources drawables({latin("states")});
     drawables.files.add(latin("states"), states);
     QVERIFY(drawables.loader.fromResource(First) == nullptr);
-    QVERIFY(!drawables.loader.error().isEmpty());
+    QVERIFY(drawables.loader.error());
 }
 
 void TestDrawableLoader::picturesAreDecodedOnce()
@@ -154,21 +154,21 @@ void TestDrawableLoader::errorNoDrawableIsGiven()
 {
     Resources resources({});
     QVERIFY(resources.loader.fromValue({}) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("no drawable is given"));
+    QCOMPARE(described(resources.loader.error()), latin("NotDrawable: no drawable is given"));
 }
 
 void TestDrawableLoader::errorResourceIsNoDrawable()
 {
     Resources resources({});
     QVERIFY(resources.loader.fromResource(First + 9) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("resource 0x7f010009 is no drawable"));
+    QCOMPARE(described(resources.loader.error()), latin("NotDrawable: resource 0x7f010009 is no drawable"));
 }
 
 void TestDrawableLoader::errorCannotBeRead()
 {
     Resources resources({latin("res/a.png")});
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("res/a.png cannot be read"));
+    QCOMPARE(described(resources.loader.error()), latin("Unreadable: res/a.png cannot be read"));
 }
 
 void TestDrawableLoader::errorIsNoPicture()
@@ -176,7 +176,7 @@ void TestDrawableLoader::errorIsNoPicture()
     Resources resources({latin("res/a.png")});
     resources.files.add(latin("res/a.png"), QByteArray("text"));
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("res/a.png is no picture that can be decoded"));
+    QCOMPARE(described(resources.loader.error()), latin("Unreadable: res/a.png is no picture that can be decoded"));
 }
 
 void TestDrawableLoader::errorUnsupportedColor()
@@ -184,7 +184,7 @@ void TestDrawableLoader::errorUnsupportedColor()
     Resources resources({latin("res/a.xml")}, "color");
     resources.files.add(latin("res/a.xml"), document().empty(latin("rainbow")).build());
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("unsupported color <rainbow>"));
+    QCOMPARE(described(resources.loader.error()), latin("Unsupported: unsupported color <rainbow>"));
 }
 
 void TestDrawableLoader::errorUnsupportedDrawable()
@@ -192,7 +192,7 @@ void TestDrawableLoader::errorUnsupportedDrawable()
     Resources resources({latin("res/a.xml")});
     resources.files.add(latin("res/a.xml"), document().empty(latin("rainbow")).build());
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("unsupported drawable <rainbow>"));
+    QCOMPARE(described(resources.loader.error()), latin("Unsupported: unsupported drawable <rainbow>"));
 }
 
 void TestDrawableLoader::errorOfADocument()
@@ -200,7 +200,7 @@ void TestDrawableLoader::errorOfADocument()
     Resources resources({latin("res/a.xml")});
     resources.files.add(latin("res/a.xml"), document().build());
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("res/a.xml: XML document without an element"));
+    QCOMPARE(described(resources.loader.error()), latin("Unreadable: res/a.xml: XML document without an element"));
 }
 
 void TestDrawableLoader::errorNestedTooDeeply()
@@ -210,7 +210,7 @@ void TestDrawableLoader::errorNestedTooDeeply()
     resources.files.add(latin("b"), insetOf(First));
     resources.files.add(latin("c"), listOf(First + 2, 3));
     QVERIFY(resources.loader.fromResource(First) == nullptr);
-    QCOMPARE(resources.loader.error(), latin("drawables nested too deeply"));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawables nested too deeply"));
 }
 
 // A list within a list, each of its parts one more.
@@ -222,7 +222,7 @@ void TestDrawableLoader::errorTooManyDrawables()
     resources.files.add(latin("c"),
                         document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build());
     resources.loader.fromResource(First);
-    QCOMPARE(resources.loader.error(), latin("too many drawables"));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too many drawables"));
 }
 
 void TestDrawableLoader::picturesAreReadOnce()
@@ -253,9 +253,9 @@ void TestDrawableLoader::errorTooMuchXml()
     const int most = int(DrawableLoader::MaxXmlBytes / large.size());
     for (int i = 0; i < most; ++i)
         QVERIFY(!resources.loader.document(latin("a")).isNull());
-    QCOMPARE(resources.loader.error(), QString());
+    QCOMPARE(described(resources.loader.error()), QString());
     QVERIFY(resources.loader.document(latin("a")).isNull());
-    QCOMPARE(resources.loader.error(), latin("too much XML in drawables"));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too much XML in drawables"));
 }
 
 // A few bytes may be millions of characters, as attributes share their texts.
@@ -275,7 +275,7 @@ void TestDrawableLoader::errorTooMuchXmlByItsCharacters()
         ++read;
     QCOMPARE(read, int(DrawableLoader::MaxXmlBytes / (bytes.size() + Copies * Length)));
     QVERIFY(read > 1);
-    QCOMPARE(resources.loader.error(), latin("too much XML in drawables"));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too much XML in drawables"));
 }
 
 void TestDrawableLoader::bytesThatAreReadHaveALimit()
@@ -286,17 +286,17 @@ void TestDrawableLoader::bytesThatAreReadHaveALimit()
     const int most = int(DrawableLoader::MaxReadBytes / DrawableLoader::MaxFileBytes);
     for (int i = 0; i < most; ++i)
         QCOMPARE(resources.loader.file(latin("a")).size(), large.size());
-    QCOMPARE(resources.loader.error(), QString());
+    QCOMPARE(described(resources.loader.error()), QString());
     QVERIFY(resources.loader.file(latin("a")).isEmpty());
-    QCOMPARE(resources.loader.error(), latin("a cannot be read"));
+    QCOMPARE(described(resources.loader.error()), latin("Unreadable: a cannot be read"));
 }
 
 void TestDrawableLoader::firstErrorIsKept()
 {
     Resources resources({});
-    resources.loader.setError(latin("first"));
-    resources.loader.setError(latin("second"));
-    QCOMPARE(resources.loader.error(), latin("first"));
+    resources.loader.setError(DrawableFault::NoLayers, latin("first"));
+    resources.loader.setError(DrawableFault::NoDrawable, latin("second"));
+    QCOMPARE(described(resources.loader.error()), latin("Damaged: <first> has no layers"));
 }
 
 QTEST_GUILESS_MAIN(TestDrawableLoader)

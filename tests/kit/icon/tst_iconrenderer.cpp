@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "DrawableFixture.h"
 #include "Pictures.h"
+#include "icon/IconErrorTable.h"
 #include "icon/IconRenderer.h"
 #include "package/IconFileLookup.h"
 #include "picture/PictureFile.h"
@@ -96,6 +97,7 @@ private slots:
     void iconFilesHaveABudgetForChecking();
     void iconFilesHaveABudgetForFinding();
 
+    void everyFaultHasACodeAndAText();
     void errorPictureHasSides();
     void errorThereIsNoIcon();
     void errorResourceIsNoDrawable();
@@ -111,7 +113,7 @@ void TestIconRenderer::xmlOfTheNewestPlatformWins()
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     icons.files.add(latin("blue.xml"), blueXml());
     QVERIFY(isAll(icons.icon(48), Blue));
-    QCOMPARE(icons.renderer.error(), QString());
+    QCOMPARE(described(icons.renderer.error()), QString());
 }
 
 void TestIconRenderer::pictureOfTheNewestPlatformWins()
@@ -122,7 +124,7 @@ void TestIconRenderer::pictureOfTheNewestPlatformWins()
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     icons.files.add(latin("blue.xml"), blueXml());
     QVERIFY(isAll(icons.icon(144), Red));
-    QCOMPARE(icons.renderer.error(), QString());
+    QCOMPARE(described(icons.renderer.error()), QString());
 }
 
 void TestIconRenderer::smallestPictureThatIsLargeEnough_data()
@@ -174,11 +176,11 @@ void TestIconRenderer::xmlThatCannotBeDrawnIsReplaced()
     icons.files.add(latin("rainbow.xml"), XmlBuilder().empty(latin("rainbow")).build());
     icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
     QVERIFY(isAll(icons.icon(48), Red));
-    QCOMPARE(icons.renderer.error(), latin("unsupported drawable <rainbow>"));
+    QCOMPARE(described(icons.renderer.error()), latin("Unsupported: unsupported drawable <rainbow>"));
     // The error is that of the last icon.
     icons.files.add(latin("rainbow.xml"), blueXml());
     QVERIFY(isAll(icons.icon(48), Blue));
-    QCOMPARE(icons.renderer.error(), QString());
+    QCOMPARE(described(icons.renderer.error()), QString());
 }
 
 void TestIconRenderer::referencesBetweenResources()
@@ -200,7 +202,7 @@ void TestIconRenderer::cyclesOfReferencesEnd()
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, Reference, First)));
     QVERIFY(icons.icon(48).isNull());
-    QVERIFY(icons.renderer.error().contains(latin("is no drawable")));
+    QVERIFY(icons.renderer.error().text().contains(latin("is no drawable")));
     QVERIFY(icons.lookup.files(Icons::reference(First)).isEmpty());
 }
 
@@ -210,7 +212,7 @@ void TestIconRenderer::coloursAreIcons()
     Icons icons(package.type(TypeBuilder(1).value(0, 0x1d, Green).value(1, Reference, 0x0106000b)));
     QVERIFY(isAll(icons.icon(10), Green));
     QVERIFY(isAll(icons.icon(10, First + 1), White));
-    QCOMPARE(icons.renderer.error(), QString());
+    QCOMPARE(described(icons.renderer.error()), QString());
 }
 
 void TestIconRenderer::namesTellNothing()
@@ -357,12 +359,27 @@ void TestIconRenderer::iconFilesHaveABudgetForFinding()
     QCOMPARE(launchersWithAFile(Most + 2, png, Chunks), Most);
 }
 
+void TestIconRenderer::everyFaultHasACodeAndAText()
+{
+    QVERIFY(!IconErrorTable::iconError({}));
+    QSet<QString> texts;
+    for (int fault = int(DrawableFault::None) + 1; fault < int(DrawableFault::Count); ++fault) {
+        const IconError error = IconErrorTable::iconError({DrawableFault(fault), latin("%1 it")});
+        QVERIFY2(error, qPrintable(QString::number(fault)));
+        QVERIFY(!error.text().isEmpty());
+        texts.insert(error.text());
+    }
+    QCOMPARE(int(texts.size()), int(DrawableFault::Count) - 1);
+    QCOMPARE(IconErrorTable::iconError({DrawableFault::NoLayers, latin("%1 it")}).text(),
+             latin("<%1 it> has no layers"));
+}
+
 void TestIconRenderer::errorPictureHasSides()
 {
     Icons icons{PackageBuilder()};
     for (const int size : {IconRenderer::MinSize - 1, IconRenderer::MaxSize + 1, -1}) {
         QVERIFY(icons.icon(size).isNull());
-        QCOMPARE(icons.renderer.error(), latin("a picture has 1 to 1024 pixels a side"));
+        QCOMPARE(described(icons.renderer.error()), latin("InvalidSize: a picture has 1 to 1024 pixels a side"));
     }
 }
 
@@ -370,7 +387,7 @@ void TestIconRenderer::errorThereIsNoIcon()
 {
     Icons icons{PackageBuilder()};
     QVERIFY(icons.renderer.icon({}, 48, IconMask::None).isNull());
-    QCOMPARE(icons.renderer.error(), latin("there is no icon"));
+    QCOMPARE(described(icons.renderer.error()), latin("Missing: there is no icon"));
 }
 
 void TestIconRenderer::errorResourceIsNoDrawable()
@@ -378,9 +395,9 @@ void TestIconRenderer::errorResourceIsNoDrawable()
     PackageBuilder package;
     Icons icons(package.type(TypeBuilder(1).value(0, Integer, 7)));
     QVERIFY(icons.icon(48).isNull());
-    QCOMPARE(icons.renderer.error(), latin("resource 0x7f010000 is no drawable"));
+    QCOMPARE(described(icons.renderer.error()), latin("NotDrawable: resource 0x7f010000 is no drawable"));
     QVERIFY(icons.icon(48, First + 1).isNull());
-    QCOMPARE(icons.renderer.error(), latin("resource 0x7f010001 is no drawable"));
+    QCOMPARE(described(icons.renderer.error()), latin("NotDrawable: resource 0x7f010001 is no drawable"));
 }
 
 void TestIconRenderer::errorCannotBeReadOrDecoded()
@@ -390,9 +407,9 @@ void TestIconRenderer::errorCannotBeReadOrDecoded()
                 {latin("text"), latin("nowhere")});
     icons.files.add(latin("text"), QByteArray("text"));
     QVERIFY(icons.icon(48).isNull());
-    QCOMPARE(icons.renderer.error(), latin("text cannot be read or decoded"));
+    QCOMPARE(described(icons.renderer.error()), latin("Unreadable: text cannot be read or decoded"));
     QVERIFY(icons.icon(48, First + 1).isNull());
-    QCOMPARE(icons.renderer.error(), latin("nowhere cannot be read or decoded"));
+    QCOMPARE(described(icons.renderer.error()), latin("Unreadable: nowhere cannot be read or decoded"));
 }
 
 QTEST_GUILESS_MAIN(TestIconRenderer)

@@ -384,10 +384,10 @@ void TestKitCeilings::drawables()
         Studio studio;
         const XmlElement layer = element(QStringLiteral("item"), {}, {filled(Red)});
         studio.load(element(QStringLiteral("layer-list"), {}, Elements(count - 1, layer)));
-        return studio.loader.error();
+        return studio.error();
     };
     QCOMPARE(error(DrawableLoader::MaxDrawables), QString());
-    QCOMPARE(error(DrawableLoader::MaxDrawables + 1), QStringLiteral("too many drawables"));
+    QCOMPARE(error(DrawableLoader::MaxDrawables + 1), QStringLiteral("TooMuch: too many drawables"));
 }
 
 void TestKitCeilings::layers()

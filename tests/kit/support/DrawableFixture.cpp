@@ -3,6 +3,7 @@
 
 #include "Pictures.h"
 #include "format/AndroidAttributes.h"
+#include "icon/IconErrorTable.h"
 
 #include <QBuffer>
 #include <QtEndian>
@@ -135,6 +136,18 @@ XmlElement filled(QRgb value)
 XmlAttribute drawable(QRgb value)
 {
     return color(Attr::Drawable, value);
+}
+
+QString described(const IconError &error)
+{
+    const char *const codes[] = {"None",        "InvalidSize", "Missing",    "NotDrawable",
+                                 "Unsupported", "Damaged",     "Unreadable", "TooMuch"};
+    return error ? QStringLiteral("%1: %2").arg(QLatin1String(codes[int(error.code())]), error.text()) : QString();
+}
+
+QString described(const DrawableError &error)
+{
+    return described(IconErrorTable::iconError(error));
 }
 
 QByteArray Files::file(const QString &path, qint64 maxBytes, Allowance *cost)

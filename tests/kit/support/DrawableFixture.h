@@ -5,6 +5,8 @@
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
 
+#include <SorrelKit/IconError.h>
+
 #include <QHash>
 #include <QImage>
 
@@ -43,6 +45,10 @@ XmlAttribute text(quint32 id, const QString &value);
 XmlElement filled(QRgb value);
 XmlAttribute drawable(QRgb value);
 
+/// The code and the text of @p error, as in "Damaged: vector without a path"; empty without an error.
+QString described(const SorrelKit::IconError &error);
+QString described(const SorrelKit::DrawableError &error);
+
 /// Files in memory.
 class Files : public FileSource
 {
@@ -70,6 +76,7 @@ public:
     Files files;
     SorrelKit::DrawableInflater loader;
 
+    QString error() const { return described(loader.error()); }
     SorrelKit::DrawablePointer load(const XmlElement &root) { return loader.fromElement(root); }
     /// @p root in all of a picture of @p size.
     QImage draw(const XmlElement &root, QSize size, SorrelKit::IconMask mask = SorrelKit::IconMask::None);

@@ -3,6 +3,7 @@
 
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
+#include "icon/IconErrorTable.h"
 
 #include <QFileInfo>
 
@@ -55,10 +56,10 @@ SampleDrawables::Drawing SampleDrawables::draw(const Drawable &drawable, int sid
     loader.setIconMask(mask);
     const DrawablePointer loaded = loader.fromResource(drawable.id);
     if (loaded == nullptr)
-        return {QImage(), loader.error()};
+        return {QImage(), IconErrorTable::iconError(loader.error()).text()};
     Canvas canvas(QSize(side, side));
     loaded->draw(canvas, QRectF(0, 0, side, side));
-    return {canvas.image(), loader.error()};
+    return {canvas.image(), IconErrorTable::iconError(loader.error()).text()};
 }
 
 QString maskName(IconMask mask)

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "DrawableFixture.h"
 #include "drawable/paint/PathPainter.h"
 #include "drawable/vector/PathParser.h"
 
@@ -7,6 +8,7 @@
 #include <cmath>
 
 using namespace SorrelKit;
+using fixture::described;
 
 namespace {
 
@@ -163,7 +165,7 @@ void TestPathParser::commands()
     QFETCH(QString, expected);
     Allowance segments(Plenty);
     const PathParser parser(data, &segments);
-    QCOMPARE(parser.fault(), QString());
+    QCOMPARE(described(parser.error()), QString());
     QCOMPARE(elements(parser.path()), expected);
 }
 
@@ -231,7 +233,7 @@ void TestPathParser::arcs()
     QFETCH(int, curves);
     Allowance segments(Plenty);
     const PathParser parser(data, &segments);
-    QCOMPARE(parser.fault(), QString());
+    QCOMPARE(described(parser.error()), QString());
     QCOMPARE(parser.path().elementCount(), 1 + 3 * curves);
     QVERIFY(offEllipse(parser.path(), center, 5, 5) < 0.001);
     const QPointF off = parser.path().pointAtPercent(0.5) - middle;
@@ -296,7 +298,7 @@ void TestPathParser::whatIsTooShortToBeSeenHasCaps()
     QFETCH(int, elementCount);
     Allowance segments(Plenty);
     const PathParser parser(data, &segments);
-    QCOMPARE(parser.fault(), QString());
+    QCOMPARE(described(parser.error()), QString());
     QCOMPARE(parser.path().elementCount(), elementCount);
     QPainterPathStroker stroker;
     stroker.setWidth(2);
@@ -311,57 +313,58 @@ void TestPathParser::faults_data()
     QTest::addColumn<QString>("kept");
 
     QTest::newRow("no command at first") << "1 2 L 3 4"
-                                         << "no command in path data at 0"
+                                         << "Damaged: no command in path data at 0"
                                          << "";
     QTest::newRow("unknown command") << "M1 2L3 4X5 6"
-                                     << "no command in path data at 8"
+                                     << "Damaged: no command in path data at 8"
                                      << "M 1 2 L 3 4";
     QTest::newRow("a number after Z") << "M1 2L3 4Z5"
-                                      << "no command in path data at 9"
+                                      << "Damaged: no command in path data at 9"
                                       << "M 1 2 L 3 4 L 1 2";
     QTest::newRow("a word") << "M1 2 none"
-                            << "no command in path data at 5"
+                            << "Damaged: no command in path data at 5"
                             << "M 1 2";
     QTest::newRow("no number") << "M1 2L"
-                               << "no number in path data at 5"
+                               << "Damaged: no number in path data at 5"
                                << "M 1 2";
     QTest::newRow("one number of two") << "M1 2L3 4 5"
-                                       << "no number in path data at 10"
+                                       << "Damaged: no number in path data at 10"
                                        << "M 1 2 L 3 4";
     QTest::newRow("a command for a number") << "M1 2L3L4 5"
-                                            << "no number in path data at 6"
+                                            << "Damaged: no number in path data at 6"
                                             << "M 1 2";
     QTest::newRow("a sign alone") << "M1 2L-,3"
-                                  << "no number in path data at 5"
+                                  << "Damaged: no number in path data at 5"
                                   << "M 1 2";
     QTest::newRow("a point alone") << "M1 2L. 3"
-                                   << "no number in path data at 5"
+                                   << "Damaged: no number in path data at 5"
                                    << "M 1 2";
     QTest::newRow("an exponent without digits") << "M1 2L1e 3"
-                                                << "no number in path data at 6"
+                                                << "Damaged: no number in path data at 6"
                                                 << "M 1 2";
-    QTest::newRow("a digit of another script") << QString::fromUtf8("M\xd9\xa1 2") << "no number in path data at 1"
-                                               << "";
+    QTest::newRow("a digit of another script")
+        << QString::fromUtf8("M\xd9\xa1 2") << "Damaged: no number in path data at 1"
+        << "";
     QTest::newRow("no flag") << "M1 2A3 3 0 2 1 5 6"
-                             << "no flag in path data at 11"
+                             << "Damaged: no flag in path data at 11"
                              << "M 1 2";
     QTest::newRow("no flag any more") << "M1 2A3 3 0 1"
-                                      << "no flag in path data at 12"
+                                      << "Damaged: no flag in path data at 12"
                                       << "M 1 2";
     QTest::newRow("too large a number") << "M1 2L3 16777217"
-                                        << "too large a number in path data at 7"
+                                        << "Damaged: too large a number in path data at 7"
                                         << "M 1 2";
     QTest::newRow("infinite") << "M1 2L3 1e999"
-                              << "too large a number in path data at 7"
+                              << "Damaged: too large a number in path data at 7"
                               << "M 1 2";
     QTest::newRow("moved too far") << "M16777216 0m1 0"
-                                   << "too large a coordinate in path data at 15"
+                                   << "Damaged: too large a coordinate in path data at 15"
                                    << "M 1.67772e+07 0";
     QTest::newRow("a line too far") << "M16777216 0h1"
-                                    << "too large a coordinate in path data at 13"
+                                    << "Damaged: too large a coordinate in path data at 13"
                                     << "M 1.67772e+07 0";
     QTest::newRow("a control point too far") << "M16777216 0c1 0 0 0 0 0"
-                                             << "too large a coordinate in path data at 23"
+                                             << "Damaged: too large a coordinate in path data at 23"
                                              << "M 1.67772e+07 0";
 }
 
@@ -372,7 +375,7 @@ void TestPathParser::faults()
     QFETCH(QString, kept);
     Allowance segments(Plenty);
     const PathParser parser(data, &segments);
-    QCOMPARE(parser.fault(), fault);
+    QCOMPARE(described(parser.error()), fault);
     QCOMPARE(elements(parser.path()), kept);
 }
 
@@ -393,7 +396,7 @@ void TestPathParser::segmentsAreCounted()
     QFETCH(qint64, segments);
     Allowance allowance(Plenty);
     const PathParser parser(data, &allowance);
-    QCOMPARE(parser.fault(), QString());
+    QCOMPARE(described(parser.error()), QString());
     QCOMPARE(Plenty - allowance.left(), segments);
 }
 
@@ -401,20 +404,20 @@ void TestPathParser::textsAreCounted()
 {
     Allowance allowance(Plenty);
     const PathParser parser(QString(64 * 100, ' '), &allowance);
-    QCOMPARE(parser.fault(), QString());
+    QCOMPARE(described(parser.error()), QString());
     QCOMPARE(Plenty - allowance.left(), qint64(100));
     const PathParser another(QString(64 * int(Plenty), ' '), &allowance);
-    QCOMPARE(another.fault(), QString("too many path segments"));
+    QCOMPARE(described(another.error()), QString("TooMuch: too many path segments"));
 }
 
 void TestPathParser::whatIsBeyondTheAllowanceIsLeftOut()
 {
     Allowance segments(3);
     const PathParser parser("M1 2L3 4 5 6 7 8 9 10", &segments);
-    QCOMPARE(parser.fault(), QString("too many path segments"));
+    QCOMPARE(described(parser.error()), QString("TooMuch: too many path segments"));
     QCOMPARE(elements(parser.path()), QString("M 1 2 L 3 4 L 5 6"));
     const PathParser another("M1 2", &segments);
-    QCOMPARE(another.fault(), QString("too many path segments"));
+    QCOMPARE(described(another.error()), QString("TooMuch: too many path segments"));
     QVERIFY(another.path().isEmpty());
 }
 
@@ -432,7 +435,7 @@ void TestPathParser::anythingIsRead()
             data += pieces.at(random.bounded(pieces.size())) + (random.bounded(2) == 0 ? " " : "");
         Allowance segments(Plenty);
         const PathParser parser(data, &segments);
-        whole += parser.fault().isEmpty() ? 1 : 0;
+        whole += described(parser.error()).isEmpty() ? 1 : 0;
         for (int at = 0; at < parser.path().elementCount(); ++at) {
             const QPainterPath::Element element = parser.path().elementAt(at);
             QVERIFY2(std::abs(element.x) < 4 * PathPainter::MaxCoordinate

@@ -148,15 +148,16 @@ void TestVectorColors::stateLists()
     const auto result = ColorStateList::fromXml(element("selector", {}, items), studio.loader);
     QVERIFY(result.has_value());
     QCOMPARE(result->rgba(), expected);
-    QCOMPARE(studio.loader.error(), QString());
+    QCOMPARE(studio.error(), QString());
 }
 
 void TestVectorColors::stateListsWithoutAColor_data()
 {
     QTest::addColumn<Elements>("items");
     QTest::addColumn<QString>("error");
-    QTest::newRow("no item") << Elements() << "color state list without an item";
-    QTest::newRow("no color") << Elements{item({})} << "color state list without a color for the default state";
+    QTest::newRow("no item") << Elements() << "Damaged: color state list without an item";
+    QTest::newRow("no color") << Elements{item({})}
+                              << "Damaged: color state list without a color for the default state";
 }
 
 void TestVectorColors::stateListsWithoutAColor()
@@ -165,7 +166,7 @@ void TestVectorColors::stateListsWithoutAColor()
     QFETCH(QString, error);
     Studio studio;
     QVERIFY(!ColorStateList::fromXml(element("selector", {}, items), studio.loader));
-    QCOMPARE(studio.loader.error(), error);
+    QCOMPARE(studio.error(), error);
 }
 
 void TestVectorColors::stops_data()
@@ -281,7 +282,7 @@ void TestVectorColors::aRadialGradientNeedsARadius()
     QFETCH(Attributes, attributes);
     Studio studio;
     QVERIFY(!GradientColor::fromXml(gradient(attributes + Attributes{integer(Attr::Type, 1)}), studio.loader));
-    QCOMPARE(studio.loader.error(), QString("radial gradient without a radius"));
+    QCOMPARE(studio.error(), QString("Damaged: radial gradient without a radius"));
 }
 
 void TestVectorColors::coordinatesAreBounded()

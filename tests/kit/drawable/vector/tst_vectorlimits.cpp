@@ -106,21 +106,21 @@ void TestVectorLimits::errors_data()
     const auto viewport = [](const char *row, float width, float height) {
         QTest::newRow(row) << element(
             "vector", {number(Attr::ViewportWidth, width), number(Attr::ViewportHeight, height)}, {path(everything)})
-                           << "vector without a viewport";
+                           << "Damaged: vector without a viewport";
     };
-    QTest::newRow("no viewport") << element("vector", {}, {path(everything)}) << "vector without a viewport";
+    QTest::newRow("no viewport") << element("vector", {}, {path(everything)}) << "Damaged: vector without a viewport";
     viewport("no width", 0, 24);
     viewport("a negative height", 24, -1);
     viewport("too high", 24, 2e6F);
     viewport("an infinite width", std::numeric_limits<float>::infinity(), 24);
-    QTest::newRow("nothing in it") << vector({}) << "vector without a path";
-    QTest::newRow("an empty group") << vector({group({}, {})}) << "vector without a path";
+    QTest::newRow("nothing in it") << vector({}) << "Damaged: vector without a path";
+    QTest::newRow("an empty group") << vector({group({}, {})}) << "Damaged: vector without a path";
     QTest::newRow("a path without data") << vector({element("path", {color(Attr::FillColor, Red)})})
-                                         << "vector without a path";
+                                         << "Damaged: vector without a path";
     QTest::newRow("a path without a color")
-        << vector({element("path", {text(Attr::PathData, everything)})}) << "vector without a path";
+        << vector({element("path", {text(Attr::PathData, everything)})}) << "Damaged: vector without a path";
     QTest::newRow("an animation without a vector")
-        << element("animated-vector", {}, {element("target")}) << "animated vector without a vector";
+        << element("animated-vector", {}, {element("target")}) << "Damaged: animated vector without a vector";
 }
 
 void TestVectorLimits::errors()
@@ -129,7 +129,7 @@ void TestVectorLimits::errors()
     QFETCH(QString, error);
     Studio studio;
     QVERIFY(studio.load(root) == nullptr);
-    QCOMPARE(studio.loader.error(), error);
+    QCOMPARE(studio.error(), error);
 }
 
 void TestVectorLimits::faultsLeaveOutTheRest_data()
@@ -143,26 +143,27 @@ void TestVectorLimits::faultsLeaveOutTheRest_data()
     theme.value = {ValueType::Attribute, 0x01010000};
     const XmlElement good = path("M2 2h4v4h-4z");
     const QRect goodArea(2, 2, 4, 4);
-    QTest::newRow("bad path data") << vector({path("M2 2h4v4h-4zX")}) << "no command in path data at 12" << goodArea;
-    QTest::newRow("bad path data of a clip path")
-        << vector({clipPath("M2 2h4v4h-4zX"), path(everything)}) << "no command in path data at 12" << goodArea;
+    QTest::newRow("bad path data") << vector({path("M2 2h4v4h-4zX")}) << "Damaged: no command in path data at 12"
+                                   << goodArea;
+    QTest::newRow("bad path data of a clip path") << vector({clipPath("M2 2h4v4h-4zX"), path(everything)})
+                                                  << "Damaged: no command in path data at 12" << goodArea;
     QTest::newRow("a color of the theme") << vector({good, element("path", {text(Attr::PathData, everything), theme})})
-                                          << "vector path without the color that it refers to" << goodArea;
+                                          << "Damaged: vector path without the color that it refers to" << goodArea;
     theme.id = Attr::Tint;
-    QTest::newRow("a tint of the theme") << vector({good}, {theme}) << "tint without a color" << goodArea;
+    QTest::newRow("a tint of the theme") << vector({good}, {theme}) << "Damaged: tint without a color" << goodArea;
     QTest::newRow("deep groups") << vector({good, nested(path(everything), VectorGroup::MaxDepth + 1, {})})
-                                 << "groups of a vector nested too deeply" << goodArea;
+                                 << "TooMuch: groups of a vector nested too deeply" << goodArea;
     QTest::newRow("groups that are deep enough")
         << vector({nested(good, VectorGroup::MaxDepth, {}), group({}, {})}) << "" << goodArea;
     QTest::newRow("many segments") << vector(
         {good, path(QString(DrawableLoader::MaxPathSegments, 'z')), path(everything)})
-                                   << "too many path segments" << goodArea;
+                                   << "TooMuch: too many path segments" << goodArea;
     QTest::newRow("many elements") << vector(Elements{good} + times(DrawableLoader::MaxPathSegments / 8, group({}, {}))
                                              + Elements{path(everything)})
-                                   << "too many path segments" << goodArea;
+                                   << "TooMuch: too many path segments" << goodArea;
     QTest::newRow("a long stroke") << vector(
         {good, stroked("M0 0" + QString("h1h-1").repeated(PathPainter::MaxStrokedElements / 2), 8)})
-                                   << "too many segments in a path that is stroked" << goodArea;
+                                   << "TooMuch: too many segments in a path that is stroked" << goodArea;
 }
 
 void TestVectorLimits::faultsLeaveOutTheRest()
@@ -172,7 +173,7 @@ void TestVectorLimits::faultsLeaveOutTheRest()
     QFETCH(QRect, area);
     Studio studio;
     const QImage image = studio.draw(root, QSize(24, 24));
-    QCOMPARE(studio.loader.error(), error);
+    QCOMPARE(studio.error(), error);
     QCOMPARE(areaOf(image, Red), area);
     QCOMPARE(coverage(image), area.width() * area.height() / (24.0 * 24));
 }
@@ -199,7 +200,7 @@ void TestVectorLimits::whatIsTooMuchIsLeftOut()
     Studio studio;
     const DrawablePointer drawable = studio.load(vector({path(everything), path(random("L", 20000, 2, 24))}));
     QVERIFY(drawable != nullptr);
-    QCOMPARE(studio.loader.error(), QString());
+    QCOMPARE(studio.error(), QString());
     Canvas canvas(QSize(1024, 1024));
     drawable->draw(canvas, QRectF(0, 0, 1024, 1024));
     QVERIFY(canvas.isSpent());

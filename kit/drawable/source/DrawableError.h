@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWABLEERROR_H
+#define SORRELKIT_DRAWABLEERROR_H
+
+#include <QString>
+
+namespace SorrelKit {
+
+/// Reasons why an icon is not drawn, or not wholly as the package describes it. IconErrorTable has their texts.
+enum class DrawableFault {
+    None,
+
+    // Of a request. The detail is the resource id or the path of the icon.
+    InvalidSize,
+    NoIcon,
+    UndecodableIcon,
+
+    // Of resources and files. The detail is the resource id or the path; DamagedDocument also has the reason.
+    NoValue,
+    NotDrawable,
+    UnreadableFile,
+    DamagedDocument,
+    UndecodablePicture,
+    NotNinePatch,
+
+    // Of elements. The detail is the name of the element, or the number of the shape or gradient.
+    UnknownDrawable,
+    UnknownColor,
+    UnknownShape,
+    UnknownShapePart,
+    UnknownGradient,
+    NoLayers,
+    NoDrawable,
+    NoPicture,
+    NoFirstItem,
+
+    // Of colours.
+    GradientWithoutRadius,
+    ColorListWithoutItem,
+    ColorListWithoutColor,
+    TintWithoutColor,
+
+    // Of vectors. The detail of a fault in path data is its offset.
+    VectorWithoutViewport,
+    VectorWithoutPath,
+    AnimationWithoutVector,
+    PathWithoutColor,
+    NoCommand,
+    NoNumber,
+    NoFlag,
+    NumberTooLarge,
+    CoordinateTooLarge,
+
+    // Ceilings.
+    DrawablesTooDeep,
+    TooManyDrawables,
+    TooMuchXml,
+    GroupsTooDeep,
+    TooManySegments,
+    StrokeTooLong,
+    TooMuchDrawing,
+
+    Count ///< the number of faults
+};
+
+/// A fault, and where or in what it is.
+struct DrawableError {
+    explicit operator bool() const { return fault != DrawableFault::None; }
+
+    DrawableFault fault = DrawableFault::None;
+    QString detail;
+};
+
+} // namespace SorrelKit
+
+#endif
