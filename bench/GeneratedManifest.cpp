@@ -45,7 +45,7 @@ QByteArray generatedManifest(int activities)
     fixture::XmlBuilder builder = fixture::XmlBuilder::manifest();
     builder.start(root, {fixture::plainText(QStringLiteral("package"), QStringLiteral("org.example.app"))})
         .empty(QStringLiteral("uses-sdk"),
-               {fixture::androidValue(QStringLiteral("minSdkVersion"), ResourceTypes::DecimalValue, 14)})
+               {fixture::androidValue(QStringLiteral("minSdkVersion"), int(ValueType::Decimal), 14)})
         .start(application, {fixture::androidReference(QStringLiteral("label"), FirstText)});
     for (int i = 0; i < activities; ++i)
         addActivity(builder, i);

@@ -3,7 +3,7 @@
 
 #include "Bytes.h"
 #include "TableBuilder.h"
-#include "format/ResourceTypes.h"
+#include "format/TypeChunk.h"
 
 #include <QtEndian>
 
@@ -41,16 +41,15 @@ int poolSize(const TableShape &shape)
 // Header of the entry, key, header of the value, value.
 char *putEntry(char *out, int index, int texts)
 {
-    using namespace ResourceTypes;
     constexpr quint32 SizeOfHeader = 8;
     constexpr quint32 SizeOfValue = 8;
-    int type = DecimalValue;
+    auto type = ValueType::Decimal;
     quint32 data = quint32(index);
     if (index % 4 == 0) {
-        type = StringValue;
+        type = ValueType::String;
         data = quint32(index % texts);
     } else if (index % 16 == 1) {
-        type = ReferenceValue;
+        type = ValueType::Reference;
         data = quint32(ApplicationStrings + index % 64);
     }
     out = put32(out, SizeOfHeader);
@@ -61,7 +60,6 @@ char *putEntry(char *out, int index, int texts)
 
 QByteArray offsetsAndEntries(const Present &present, int texts)
 {
-    constexpr quint32 NoEntry = 0xffffffff;
     QByteArray body(4 * present.count + EntrySize * present.entries(), Qt::Uninitialized);
     char *offset = body.data();
     char *entry = offset + 4 * present.count;
@@ -69,7 +67,7 @@ QByteArray offsetsAndEntries(const Present &present, int texts)
     int next = present.first;
     for (int index = 0; index < present.count; ++index) {
         if (index != next) {
-            offset = put32(offset, NoEntry);
+            offset = put32(offset, TypeChunk::NoDenseOffset);
             continue;
         }
         offset = put32(offset, quint32(entry - entries));
@@ -84,7 +82,7 @@ QByteArray typeChunk(int typeId, const QByteArray &config, const Present &presen
     const int headerSize = fixture::TypeBuilder::ConfigAt + config.size();
     fixture::Bytes header;
     header.u8(typeId).zeros(3).u32(present.count).u32(headerSize + 4 * present.count).raw(config);
-    return fixture::chunk(ResourceTypes::TypeChunk, header.data(), offsetsAndEntries(present, texts));
+    return fixture::chunk(ChunkType::Type, header.data(), offsetsAndEntries(present, texts));
 }
 
 QByteArray configuration(int index)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
-#include "format/ResourceTypes.h"
+#include "format/ResourceTable.h"
 
 #include <QByteArray>
 #include <QRandomGenerator>
@@ -18,7 +18,6 @@ extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
 extern "C" size_t LLVMFuzzerCustomMutator(uint8_t *data, size_t size, size_t maxSize, unsigned int seed);
 
 using namespace fixture;
-using namespace ResourceTypes;
 
 namespace {
 
@@ -30,13 +29,12 @@ struct Chunk {
 // Where the children of the chunk at @p at start, or 0 when it holds none.
 int childrenOffset(const QByteArray &bytes, int at)
 {
-    constexpr int TableHeaderSize = 12;
-    switch (peek16(bytes, at)) {
-    case TableChunk:
-        return TableHeaderSize;
-    case XmlDocumentChunk:
-        return ChunkHeaderSize;
-    case PackageChunk:
+    switch (ChunkType(peek16(bytes, at))) {
+    case ChunkType::Table:
+        return ResourceTable::HeaderSize;
+    case ChunkType::Xml:
+        return ChunkView::HeaderSize;
+    case ChunkType::Package:
         return peek16(bytes, at + 2);
     default:
         return 0;
@@ -46,15 +44,15 @@ int childrenOffset(const QByteArray &bytes, int at)
 // Makes the chunks from @p at to @p end fill that space, by their own sizes as far as these go, and lists them.
 void repair(QByteArray &bytes, int at, int end, QVector<Chunk> &chunks)
 {
-    while (end - at >= ChunkHeaderSize) {
+    while (end - at >= ChunkView::HeaderSize) {
         const qint64 claimed = peek32(bytes, at + 4);
-        int size = int(qBound(qint64(ChunkHeaderSize), claimed, qint64(end - at)));
-        if (end - at - size < ChunkHeaderSize)
+        int size = int(qBound(qint64(ChunkView::HeaderSize), claimed, qint64(end - at)));
+        if (end - at - size < ChunkView::HeaderSize)
             size = end - at;
         poke32(bytes, at + 4, size);
         chunks.append({at, size});
         const int children = childrenOffset(bytes, at);
-        if (children >= ChunkHeaderSize && children < size)
+        if (children >= ChunkView::HeaderSize && children < size)
             repair(bytes, at + children, at + size, chunks);
         at += size;
     }

@@ -4,12 +4,10 @@
 #include "Apk.h"
 #include "Bytes.h"
 #include "Pictures.h"
-#include "format/ResourceTypes.h"
 
 #include <limits>
 
 using namespace fixture;
-using namespace ResourceTypes;
 
 namespace {
 
@@ -30,7 +28,7 @@ QByteArray tableOf(const QByteArray &chunk)
 
 QByteArray documentOf(const QByteArray &nodes)
 {
-    return chunk(XmlDocumentChunk, QByteArray(), nodes);
+    return chunk(ChunkType::Xml, QByteArray(), nodes);
 }
 
 QByteArray smallPool()
@@ -107,7 +105,7 @@ QVector<Member> documentRegressions()
 {
     return {
         {QStringLiteral("chunk-that-moves-nothing"), documentOf(poked(chunk(0x7777), SizeAt, 0).repeated(300))},
-        {QStringLiteral("resource-id-map-of-2-gib"), poked(chunk(ResourceIdMapChunk), SizeAt, 0x7ffffffc)},
+        {QStringLiteral("resource-id-map-of-2-gib"), poked(chunk(ChunkType::XmlResourceMap), SizeAt, 0x7ffffffc)},
         {QStringLiteral("documents-in-documents"), documentOf(documentOf(documentOf(documentOf(smallPool()))))},
     };
 }

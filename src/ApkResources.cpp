@@ -46,7 +46,7 @@ QDomDocument ApkResources::loadXml(QIODevice *device, bool *ok) const
 
 QString ApkResources::refToString(int ref) const
 {
-    const int packageId = (ref >> 24) & 0xff;
+    const int packageId = ResourceId::package(quint32(ref));
     for (const ResourcePackage &package : std::as_const(d->packages)) {
         if (package.id() == packageId)
             return package.refToString(ref);
@@ -56,7 +56,7 @@ QString ApkResources::refToString(int ref) const
 
 QString ApkResources::valueToString(int type, int data) const
 {
-    if (type == ResourceTypes::ReferenceValue || type == ResourceTypes::AttributeValue)
+    if (type == int(ValueType::Reference) || type == int(ValueType::Attribute))
         return refToString(data);
     return d->stringPool.valueToString(type, data);
 }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "normalize/TableRewriter.h"
 
+#include "format/ResourceTable.h"
 #include "normalize/TypeRewriter.h"
 
 #include <QtEndian>
@@ -11,14 +12,9 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr int TableHeaderSize = 12;
-constexpr int HeaderSizeAt = 2;
-constexpr int ChunkSizeAt = 4;
+using PackageLayout = ResourceTable::Package;
 
-constexpr int PackageHeaderSize = 284; ///< with the fields that are known here
-constexpr int TypeStringsAt = 268;
-constexpr int KeyStringsAt = 276;
-constexpr int PoolOffsetsAt[] = {TypeStringsAt, KeyStringsAt};
+constexpr int PoolOffsetsAt[] = {PackageLayout::TypeStringsAt, PackageLayout::KeyStringsAt};
 
 QString damagedHeader()
 {
@@ -58,7 +54,7 @@ void appendPackage(QByteArray *bytes, const ChunkView &package)
             append(bytes, chunk.bytes());
         from += chunk.size();
     }
-    poke(bytes, start + ChunkSizeAt, quint32(bytes->size() - start));
+    poke(bytes, start + ChunkView::SizeAt, quint32(bytes->size() - start));
 }
 
 } // namespace
@@ -93,12 +89,12 @@ void TableRewriter::measure()
         m_fault = QStringLiteral("not a resource table");
         return;
     }
-    if (m_table.headerSize() < TableHeaderSize) {
+    if (m_table.headerSize() < ResourceTable::HeaderSize) {
         m_fault = damagedHeader();
         return;
     }
-    m_isClassic = m_table.headerSize() == TableHeaderSize;
-    m_size = TableHeaderSize + m_rest.size();
+    m_isClassic = m_table.headerSize() == ResourceTable::HeaderSize;
+    m_size = ResourceTable::HeaderSize + m_rest.size();
     ChunkList chunks(m_table.bytes(), m_table.headerSize());
     while (chunks.hasNext() && m_fault.isEmpty()) {
         const ChunkView chunk = chunks.next();
@@ -115,12 +111,13 @@ void TableRewriter::measure()
 
 void TableRewriter::measurePackage(const ChunkView &package)
 {
-    if (package.headerSize() < PackageHeaderSize || package.headerSize() > TypeRewriter::MaxHeaderSize) {
+    if (package.headerSize() < PackageLayout::HeaderSize || package.headerSize() > TypeRewriter::MaxHeaderSize) {
         m_fault = damagedHeader();
         return;
     }
     m_size += package.headerSize();
-    bool isFound[] = {package.bytes().u32(TypeStringsAt) == 0, package.bytes().u32(KeyStringsAt) == 0};
+    bool isFound[] = {package.bytes().u32(PackageLayout::TypeStringsAt) == 0,
+                      package.bytes().u32(PackageLayout::KeyStringsAt) == 0};
     qint64 from = package.headerSize();
     ChunkList chunks(package.bytes(), from);
     while (chunks.hasNext() && m_fault.isEmpty()) {
@@ -154,7 +151,7 @@ QByteArray TableRewriter::write() const
 {
     QByteArray bytes;
     bytes.reserve(int(m_size));
-    append(&bytes, m_table.bytes().part(0, TableHeaderSize));
+    append(&bytes, m_table.bytes().part(0, ResourceTable::HeaderSize));
     for (ChunkList chunks(m_table.bytes(), m_table.headerSize()); chunks.hasNext();) {
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::Package)
@@ -162,8 +159,8 @@ QByteArray TableRewriter::write() const
         else
             append(&bytes, chunk.bytes());
     }
-    poke(&bytes, HeaderSizeAt, quint16(TableHeaderSize));
-    poke(&bytes, ChunkSizeAt, quint32(bytes.size()));
+    poke(&bytes, ChunkView::HeaderSizeAt, quint16(ResourceTable::HeaderSize));
+    poke(&bytes, ChunkView::SizeAt, quint32(bytes.size()));
     append(&bytes, m_rest);
     return bytes;
 }

@@ -3,6 +3,7 @@
 #define SORRELKIT_TABLEREWRITER_H
 
 #include "format/ChunkView.h"
+#include "format/Limits.h"
 
 #include <QByteArray>
 #include <QString>
@@ -24,7 +25,7 @@ class TableRewriter
 public:
     /// Bytes of a rewritten table at most: those that libsorrel reads. Thousands of resources may share one entry, which
     /// the classic form repeats, and a sparse type of one entry may take 256 KiB for the offsets of those that have none.
-    static constexpr qint64 MaxTableBytes = 128 << 20;
+    static constexpr qint64 MaxTableBytes = Limits::MaxTableBytes;
 
     /// Whether libsorrel reads @p table as it is: the table can be rewritten, and nothing in it would change.
     static bool isClassic(const QByteArray &table);

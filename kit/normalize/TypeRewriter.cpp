@@ -11,14 +11,8 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr int ChunkSizeAt = 4;
-constexpr int FlagsAt = 9;
-constexpr int EntryCountAt = 12;
-constexpr int EntriesStartAt = 16;
 constexpr int SmallestConfiguration = 4; ///< which is its size alone
 
-constexpr int SimpleEntryHeaderSize = 8;
-constexpr int SimpleEntrySize = SimpleEntryHeaderSize + TypedValue::Size;
 constexpr quint16 CompactDataTypeMask = 0xff00;
 
 // A plain copy: what is copied and where it goes do not overlap.
@@ -29,7 +23,7 @@ void copy(const ByteView &bytes, char *to)
 
 qint64 classicSize(const EntryView &entry)
 {
-    return entry.isCompact() ? SimpleEntrySize : entry.bytes().size();
+    return entry.isCompact() ? EntryView::SimpleSize : entry.bytes().size();
 }
 
 bool isReadable(const EntryView &entry)
@@ -41,15 +35,15 @@ bool isReadable(const EntryView &entry)
 void expand(const EntryView &entry, char *to)
 {
     constexpr quint16 FlagsOfOtherForms = CompactDataTypeMask | EntryView::CompactFlag | EntryView::MapFlag;
-    constexpr int ValueAt = SimpleEntryHeaderSize;
+    constexpr int ValueAt = EntryView::HeaderSize;
     const TypedValue value = entry.value();
-    qToLittleEndian(quint16(SimpleEntryHeaderSize), to);
+    qToLittleEndian(quint16(EntryView::HeaderSize), to);
     qToLittleEndian(quint16(entry.flags() & ~FlagsOfOtherForms), to + 2);
     qToLittleEndian(entry.key(), to + 4);
     qToLittleEndian(quint16(TypedValue::Size), to + ValueAt);
     to[ValueAt + 2] = 0;
-    to[ValueAt + 3] = char(value.type);
-    qToLittleEndian(value.data, to + ValueAt + 4);
+    to[ValueAt + TypedValue::TypeAt] = char(value.type);
+    qToLittleEndian(value.data, to + ValueAt + TypedValue::DataAt);
 }
 
 } // namespace
@@ -90,7 +84,7 @@ TypeRewriter::TypeRewriter(const ChunkView &chunk) : m_chunk(chunk), m_type(chun
     m_resourceCount = m_type.slotCount();
     if (m_type.isSparse())
         m_resourceCount = m_places.empty() ? 0 : m_places.back().index + 1;
-    const qint64 start = m_chunk.bytes().u32(EntriesStartAt);
+    const qint64 start = m_chunk.bytes().u32(TypeChunk::EntriesStartAt);
     m_isClassic = m_isClassic && start >= entriesStart() && m_chunk.size() - start == m_entriesSize;
 }
 
@@ -182,7 +176,7 @@ void TypeRewriter::appendTo(QByteArray *table) const
     copy(m_chunk.bytes().part(0, m_chunk.headerSize()), chunk);
     std::fill(offsets, entries, '\xff');
     for (const Place &place : m_places) {
-        qToLittleEndian(quint32(place.to), offsets + qint64(place.index) * OffsetSize);
+        qToLittleEndian(quint32(place.to), offsets + qint64(place.index) * TypeChunk::OffsetSize);
         if (place.isRepeated)
             continue;
         const EntryView entry = m_type.entryAt(place.from);
@@ -192,10 +186,10 @@ void TypeRewriter::appendTo(QByteArray *table) const
             copy(entry.bytes(), entries + place.to);
     }
     constexpr int OtherForms = TypeChunk::SparseFlag | TypeChunk::ShortOffsetsFlag;
-    chunk[FlagsAt] = char(m_chunk.bytes().u8(FlagsAt) & ~OtherForms);
-    qToLittleEndian(quint32(size()), chunk + ChunkSizeAt);
-    qToLittleEndian(quint32(m_resourceCount), chunk + EntryCountAt);
-    qToLittleEndian(quint32(entriesStart()), chunk + EntriesStartAt);
+    chunk[TypeChunk::FlagsAt] = char(m_chunk.bytes().u8(TypeChunk::FlagsAt) & ~OtherForms);
+    qToLittleEndian(quint32(size()), chunk + ChunkView::SizeAt);
+    qToLittleEndian(quint32(m_resourceCount), chunk + TypeChunk::EntryCountAt);
+    qToLittleEndian(quint32(entriesStart()), chunk + TypeChunk::EntriesStartAt);
 }
 
 } // namespace SorrelKit

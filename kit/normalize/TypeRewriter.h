@@ -44,8 +44,6 @@ public:
     void appendTo(QByteArray *table) const;
 
 private:
-    static constexpr int OffsetSize = 4;
-
     /// Where the entry of a resource comes from, and where it goes.
     struct Place {
         int index;       ///< of the resource
@@ -61,7 +59,7 @@ private:
     std::vector<TypeChunk::Slot> foundSlots() const;
     bool placeAll();
     bool place(const TypeChunk::Slot &slot, MapPlaces *maps);
-    qint64 entriesStart() const { return m_chunk.headerSize() + qint64(m_resourceCount) * OffsetSize; }
+    qint64 entriesStart() const { return m_chunk.headerSize() + qint64(m_resourceCount) * TypeChunk::OffsetSize; }
 
     ChunkView m_chunk;
     TypeChunk m_type;

@@ -87,7 +87,7 @@ QImage Launcher::icon(int size, IconMask mask, QString *error) const
     if (d->isValid()) {
         IconRenderer renderer(d->package->resolver(), d->package->files());
         image = renderer.icon(d->package->iconValue(d->innermost(Attr::Icon)), size, mask);
-        text = renderer.error();
+        text = renderer.error().text();
     }
     if (error != nullptr)
         *error = text;

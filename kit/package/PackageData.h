@@ -5,6 +5,7 @@
 #include "archive/PackageError.h"
 #include "archive/ZipArchive.h"
 #include "format/Allowance.h"
+#include "format/Limits.h"
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
@@ -28,7 +29,7 @@ class PackageData : public DrawingSource, private FileSource
 public:
     /// Bytes of all tables at most, those of splits included: libsorrel's limit for one. Type chunks of all tables are at
     /// most as many as one may have (ResourceTable).
-    static constexpr qint64 MaxTableBytes = 128 << 20;
+    static constexpr qint64 MaxTableBytes = Limits::MaxTableBytes;
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);

@@ -2,7 +2,8 @@
 #include "document/XmlLoader.h"
 
 #include "document/AndroidNamespace.h"
-#include "format/ResourceTypes.h"
+#include "format/AndroidAttributes.h"
+#include "format/XmlStartChunk.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
 
@@ -14,55 +15,53 @@
 
 namespace {
 
-constexpr int AttributeRecordSize = 20;
-constexpr int ElementFieldsSize = 14; ///< from the namespace to the attribute count
-constexpr int UnknownResourceId = -1;
+constexpr quint32 UnknownResourceId = 0xffffffff;
 
 struct AndroidAttribute {
-    int id;
+    quint32 id;
     const char *name;
 };
 
 /// In the order of their ids.
 constexpr AndroidAttribute AndroidAttributes[] = {
-    {0x01010000, "theme"},
-    {0x01010001, "label"},
-    {0x01010002, "icon"},
-    {0x01010003, "name"},
-    {0x01010006, "permission"},
-    {0x0101000f, "debuggable"},
-    {0x0101001d, "launchMode"},
-    {0x0101001e, "screenOrientation"},
-    {0x0101001f, "configChanges"},
-    {0x01010025, "resource"},
-    {0x01010027, "scheme"},
-    {0x01010028, "host"},
-    {0x0101020c, "minSdkVersion"},
-    {0x0101021b, "versionCode"},
-    {0x0101021c, "versionName"},
-    {0x01010227, "reqTouchScreen"},
-    {0x01010228, "reqKeyboardType"},
-    {0x01010229, "reqHardKeyboard"},
-    {0x0101022a, "reqNavigation"},
-    {0x0101022b, "windowSoftInputMode"},
-    {0x01010232, "reqFiveWayNav"},
-    {0x01010270, "targetSdkVersion"},
-    {0x01010271, "maxSdkVersion"},
-    {0x01010272, "testOnly"},
-    {0x01010281, "glEsVersion"},
-    {0x0101028e, "required"},
-    {0x010102b7, "installLocation"},
-    {0x010102d3, "hardwareAccelerated"},
-    {0x0101035a, "largeHeap"},
-    {0x010103a6, "publicKey"},
+    {Attr::Theme, "theme"},
+    {Attr::Label, "label"},
+    {Attr::Icon, "icon"},
+    {Attr::Name, "name"},
+    {Attr::Permission, "permission"},
+    {Attr::Debuggable, "debuggable"},
+    {Attr::LaunchMode, "launchMode"},
+    {Attr::ScreenOrientation, "screenOrientation"},
+    {Attr::ConfigChanges, "configChanges"},
+    {Attr::Resource, "resource"},
+    {Attr::Scheme, "scheme"},
+    {Attr::Host, "host"},
+    {Attr::MinSdkVersion, "minSdkVersion"},
+    {Attr::VersionCode, "versionCode"},
+    {Attr::VersionName, "versionName"},
+    {Attr::ReqTouchScreen, "reqTouchScreen"},
+    {Attr::ReqKeyboardType, "reqKeyboardType"},
+    {Attr::ReqHardKeyboard, "reqHardKeyboard"},
+    {Attr::ReqNavigation, "reqNavigation"},
+    {Attr::WindowSoftInputMode, "windowSoftInputMode"},
+    {Attr::ReqFiveWayNav, "reqFiveWayNav"},
+    {Attr::TargetSdkVersion, "targetSdkVersion"},
+    {Attr::MaxSdkVersion, "maxSdkVersion"},
+    {Attr::TestOnly, "testOnly"},
+    {Attr::GlEsVersion, "glEsVersion"},
+    {Attr::Required, "required"},
+    {Attr::InstallLocation, "installLocation"},
+    {Attr::HardwareAccelerated, "hardwareAccelerated"},
+    {Attr::LargeHeap, "largeHeap"},
+    {Attr::PublicKey, "publicKey"},
 };
 
 // Index in AndroidAttributes, or -1.
-int indexOfAndroidAttribute(int id)
+int indexOfAndroidAttribute(quint32 id)
 {
     const auto *found =
         std::lower_bound(std::begin(AndroidAttributes), std::end(AndroidAttributes), id,
-                         [](const AndroidAttribute &attribute, int wanted) { return attribute.id < wanted; });
+                         [](const AndroidAttribute &attribute, quint32 wanted) { return attribute.id < wanted; });
     return found != std::end(AndroidAttributes) && found->id == id ? int(found - std::begin(AndroidAttributes)) : -1;
 }
 
@@ -92,37 +91,36 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
 
 void XmlLoader::parseChunk()
 {
-    using namespace ResourceTypes;
     ChunkWalker chunk(m_reader);
     while (chunk.next()) {
-        if (chunk.type() >= FirstXmlNodeChunk && chunk.type() <= LastXmlNodeChunk)
+        if (chunk.type() >= ChunkType::XmlFirstNode && chunk.type() <= ChunkType::XmlLastNode)
             skipNodeHeader();
         switch (chunk.type()) {
-        case StringPoolChunk:
+        case ChunkType::StringPool:
             m_pool.load(m_reader, chunk.headerSize());
             m_strings.clear();
             break;
-        case XmlDocumentChunk:
+        case ChunkType::Xml:
             m_pool.clear();
             m_strings.clear();
             chunk.enter();
             break;
-        case StartNamespaceChunk:
-        case EndNamespaceChunk:
-            parseNamespaceChunk(chunk.type() == StartNamespaceChunk);
+        case ChunkType::XmlStartNamespace:
+        case ChunkType::XmlEndNamespace:
+            parseNamespaceChunk(chunk.type() == ChunkType::XmlStartNamespace);
             break;
-        case StartElementChunk:
+        case ChunkType::XmlStartElement:
             parseStartElementChunk();
             break;
-        case EndElementChunk:
+        case ChunkType::XmlEndElement:
             parseEndElementChunk();
             break;
-        case ResourceIdMapChunk:
+        case ChunkType::XmlResourceMap:
             parseResourceIdMap(chunk.headerSize());
             break;
         default:
             if (m_reader->mayTell())
-                qDebug("Unexpected chunk 0x%04x", unsigned(chunk.type()));
+                qDebug("Unexpected chunk 0x%04x", unsigned(qint16(chunk.type())));
         }
     }
 }
@@ -137,7 +135,7 @@ void XmlLoader::skipNodeHeader()
 
 void XmlLoader::parseResourceIdMap(int headerSize)
 {
-    m_reader->skip(headerSize - ResourceTypes::ChunkHeaderSize);
+    m_reader->skip(headerSize - ChunkView::HeaderSize);
     const qint64 byteCount = qMin(m_reader->remaining(), qint64(std::numeric_limits<int>::max()));
     m_resourceIds = m_reader->getu32_vector(int(qMax(byteCount, qint64(-1))));
 }
@@ -177,8 +175,8 @@ void XmlLoader::parseStartElementChunk()
     const int attributeStart = m_reader->get16();
     const int attributeSize = m_reader->get16();
     const int attributeCount = m_reader->get16();
-    m_reader->skip(attributeStart - ElementFieldsSize);
-    if (attributeSize < AttributeRecordSize)
+    m_reader->skip(attributeStart - XmlStartChunk::FieldsSize);
+    if (attributeSize < XmlStartChunk::AttributeSize)
         m_reader->setError(QStringLiteral("bad attr size in XML element"));
     if (m_reader->failed())
         return;
@@ -261,7 +259,7 @@ void XmlLoader::parseAttribute(QDomElement &element)
     QString value;
     if (rawValue >= 0)
         value = m_strings.get(rawValue);
-    else if (dataType == ResourceTypes::ReferenceValue || dataType == ResourceTypes::AttributeValue)
+    else if (dataType == int(ValueType::Reference) || dataType == int(ValueType::Attribute))
         value = referenceText(data);
     else
         value = m_strings.valueToString(dataType, data);
@@ -282,11 +280,11 @@ void XmlLoader::parseAttribute(QDomElement &element)
     element.setAttributeNS(uri, qualifiedName(uri, name), value);
 }
 
-int XmlLoader::resourceIdOf(int nameIndex) const
+quint32 XmlLoader::resourceIdOf(int nameIndex) const
 {
     if (nameIndex < 0 || nameIndex >= m_resourceIds.size())
         return UnknownResourceId;
-    return int(m_resourceIds.at(nameIndex));
+    return m_resourceIds.at(nameIndex);
 }
 
 // Nearly all names of a manifest: what is the same for every use is made once.
@@ -323,6 +321,6 @@ QString XmlLoader::referenceText(int id)
 
 const char *XmlLoader::lookupAndroidAttribute(int id)
 {
-    const int attribute = indexOfAndroidAttribute(id);
+    const int attribute = indexOfAndroidAttribute(quint32(id));
     return attribute >= 0 ? AndroidAttributes[attribute].name : nullptr;
 }

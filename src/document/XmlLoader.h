@@ -6,6 +6,7 @@
 
 #include "ApkResources.h"
 #include "document/NamespaceBindings.h"
+#include "format/Limits.h"
 #include "stream/StringCache.h"
 #include "stream/StringPool.h"
 
@@ -52,12 +53,12 @@ class SORREL_EXPORT XmlLoader
 {
 public:
     /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the host's stack.
-    static constexpr int MaxElementDepth = 256;
+    static constexpr int MaxElementDepth = Limits::MaxElementDepth;
     /// Attributes of one element; Qt looks through all of them to add one.
     static constexpr int MaxAttributes = 256;
     /// Elements, attributes, and starts and ends of namespaces of one document; in memory each takes many times the
     /// bytes that it has in the file.
-    static constexpr int MaxNodes = 100000;
+    static constexpr int MaxNodes = Limits::MaxNodes;
     /// Characters of a name, of a prefix or of a namespace's URI, which are compared for every node.
     static constexpr int MaxNameLength = 512;
     /// Characters of names and rendered references, which the DOM keeps once for every use.
@@ -94,7 +95,7 @@ private:
     void parseResourceIdMap(int headerSize);
     QDomElement createElement(int namespaceIndex, const QString &name);
     void parseAttribute(QDomElement &element);
-    int resourceIdOf(int nameIndex) const;
+    quint32 resourceIdOf(int nameIndex) const;
     QString qualifiedName(const QString &uri, const QString &name);
     QString qualifiedAndroidName(int attribute);
     QString referenceText(int id);

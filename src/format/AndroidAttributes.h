@@ -4,10 +4,11 @@
 
 #include <QtGlobal>
 
-/// Resource ids of Android's public attributes, by which documents tell them apart; their names may be missing.
+/// Resource ids of Android's public attributes. Documents identify attributes by them; the names may be missing.
 namespace Attr {
 
 // Manifests.
+constexpr quint32 Theme = 0x01010000;
 constexpr quint32 Label = 0x01010001;
 constexpr quint32 Icon = 0x01010002;
 constexpr quint32 Name = 0x01010003;
@@ -26,6 +27,25 @@ constexpr quint32 RoundIcon = 0x0101052c;
 constexpr quint32 Banner = 0x010103f2;
 constexpr quint32 IsFeatureSplit = 0x0101055b;
 constexpr quint32 HasCode = 0x0101000c;
+constexpr quint32 Permission = 0x01010006;
+constexpr quint32 Debuggable = 0x0101000f;
+constexpr quint32 LaunchMode = 0x0101001d;
+constexpr quint32 ScreenOrientation = 0x0101001e;
+constexpr quint32 ConfigChanges = 0x0101001f;
+constexpr quint32 Resource = 0x01010025;
+constexpr quint32 Scheme = 0x01010027;
+constexpr quint32 Host = 0x01010028;
+constexpr quint32 ReqTouchScreen = 0x01010227;
+constexpr quint32 ReqKeyboardType = 0x01010228;
+constexpr quint32 ReqHardKeyboard = 0x01010229;
+constexpr quint32 ReqNavigation = 0x0101022a;
+constexpr quint32 WindowSoftInputMode = 0x0101022b;
+constexpr quint32 ReqFiveWayNav = 0x01010232;
+constexpr quint32 TestOnly = 0x01010272;
+constexpr quint32 InstallLocation = 0x010102b7;
+constexpr quint32 HardwareAccelerated = 0x010102d3;
+constexpr quint32 LargeHeap = 0x0101035a;
+constexpr quint32 PublicKey = 0x010103a6;
 
 // Drawables.
 constexpr quint32 Drawable = 0x01010199;
@@ -46,7 +66,7 @@ constexpr quint32 TileMode = 0x01010201;
 constexpr quint32 TileModeX = 0x01010477;
 constexpr quint32 TileModeY = 0x01010478;
 
-// State lists and level lists. A state that an item names by false is one that it is for when the state is off.
+// State lists and level lists. An item with a state set to false applies while the state is off.
 constexpr quint32 StateFocused = 0x0101009c;
 constexpr quint32 StateWindowFocused = 0x0101009d;
 constexpr quint32 StateEnabled = 0x0101009e;
@@ -127,7 +147,7 @@ constexpr quint32 Right = 0x010101af;
 constexpr quint32 Bottom = 0x010101b0;
 constexpr quint32 Visible = 0x01010194;
 
-// Layers, insets and what turns, scales and clips.
+// Layers, insets, rotation, scaling and clipping.
 constexpr quint32 Start = 0x010104db;
 constexpr quint32 End = 0x010104dc;
 constexpr quint32 Inset = 0x010104b5;

@@ -3,8 +3,8 @@
 
 ChunkView ChunkView::at(const ByteView &bytes, qint64 at)
 {
-    const qint64 headerSize = bytes.u16(at + 2);
-    const qint64 size = bytes.u32(at + 4);
+    const qint64 headerSize = bytes.u16(at + HeaderSizeAt);
+    const qint64 size = bytes.u32(at + SizeAt);
     if (!bytes.has(at, HeaderSize) || headerSize < HeaderSize || headerSize > size || !bytes.has(at, size))
         return {};
     return ChunkView(bytes.part(at, size));

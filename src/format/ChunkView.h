@@ -3,37 +3,36 @@
 #define CHUNKVIEW_H
 
 #include "format/ByteView.h"
+#include "format/ResourceTypes.h"
 
-/// Types of the chunks that resource tables and binary XML documents consist of.
-enum class ChunkType : quint16 {
-    StringPool = 0x0001,
-    Table = 0x0002,
-    Xml = 0x0003,
-    XmlStartElement = 0x0102,
-    XmlEndElement = 0x0103,
-    XmlResourceMap = 0x0180,
-    Package = 0x0200,
-    Type = 0x0201,
-    TypeSpec = 0x0202,
-};
-
-/// One chunk, header included: type u16, size of the header u16, size of the whole u32.
+/**
+ * One chunk in memory, header included. Both of Android's compiled formats consist of chunks, which may contain others.
+ * Each starts with this header:
+ *
+ * | offset | width | field                                              |
+ * |--------|-------|----------------------------------------------------|
+ * | 0      | u16   | type, one of ChunkType                             |
+ * | 2      | u16   | size of the chunk's header, these 8 bytes included |
+ * | 4      | u32   | size of the whole chunk, header included           |
+ */
 class ChunkView
 {
 public:
+    static constexpr int HeaderSizeAt = 2;
+    static constexpr int SizeAt = 4;
     static constexpr int HeaderSize = 8;
 
     ChunkView() = default;
 
-    /// The chunk at @p at in @p bytes; one that is damaged is not valid: its header is shorter than 8 bytes or longer
-    /// than the chunk, or the chunk ends after the bytes.
+    /// The chunk at @p at in @p bytes. A damaged chunk is not valid: its header is shorter than 8 bytes or longer than
+    /// the chunk, or the chunk ends after the bytes.
     static ChunkView at(const ByteView &bytes, qint64 at);
 
     bool isValid() const { return !m_bytes.isEmpty(); }
     ChunkType type() const { return ChunkType(m_bytes.u16(0)); }
-    int headerSize() const { return m_bytes.u16(2); }
+    int headerSize() const { return m_bytes.u16(HeaderSizeAt); }
     qint64 size() const { return m_bytes.size(); }
-    /// All of the chunk. Offsets in a chunk's header count from here.
+    /// The whole chunk. Offsets in a chunk's header count from here.
     const ByteView &bytes() const { return m_bytes; }
 
 private:
@@ -47,7 +46,7 @@ private:
  *
  *     for (ChunkList chunks(parent.bytes(), parent.headerSize()); chunks.hasNext();) { ChunkView chunk = chunks.next(); }
  *
- * The list ends with the bytes, or ahead of the first damaged chunk, as nothing tells where the one after it begins.
+ * The list ends with the bytes or before the first damaged chunk: its size is unknown, and so is where the next begins.
  */
 class ChunkList
 {

@@ -20,7 +20,7 @@ QString asciiAt(const ByteView &record, qint64 at, int length)
     return text;
 }
 
-// A language or region: two characters as they are, or three of five bits each behind a bit that is set.
+// A language or region: two characters, or three of five bits each when the top bit is set.
 QString codeAt(const ByteView &record, qint64 at, char base)
 {
     const int first = record.u8(at);
@@ -43,19 +43,19 @@ bool fits(int wanted, int actual)
     return wanted == 0 || wanted == actual;
 }
 
-// Of sizes that a screen has at least: whether it has.
+// For qualifiers that are minimums: whether the device has at least @p wanted.
 bool isReached(int wanted, int actual)
 {
     return wanted == 0 || actual == 0 || wanted <= actual;
 }
 
-// 1 or -1 for the one of two fields that is set when the other is not; 0 when both or none are.
+// 1 when only @p mine is set, -1 when only @p other is, 0 otherwise.
 int specificity(int mine, int other)
 {
     return int(mine != 0) - int(other != 0);
 }
 
-// Values for a keyboard that is not hidden also serve devices that show one on the screen.
+// A device with a keyboard on the screen also uses values for an exposed keyboard.
 bool fitsKeys(int wanted, int actual)
 {
     enum KeysHidden : int {
@@ -65,15 +65,15 @@ bool fitsKeys(int wanted, int actual)
     return fits(wanted, actual) || (wanted == No && actual == OnScreen);
 }
 
-// Positive when @p mine is for how the device hides its keys and @p other is not; what is set counts more than what is not.
+// Positive when @p mine is the better one: a set field beats one that is not set, and then the device's own state wins.
 int keysOrder(int mine, int other, int actual)
 {
     const int order = specificity(mine, other);
     return order != 0 ? order : int(mine == actual) - int(other == actual);
 }
 
-// Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. One that is not set
-// stands for a normal screen, though what is set counts more.
+// Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. A size that is not set
+// counts as normal, but loses to one that is set to normal.
 int screenSizeOrder(int mine, int other)
 {
     constexpr int Normal = 2;
@@ -82,8 +82,8 @@ int screenSizeOrder(int mine, int other)
     return order != 0 ? order : specificity(mine, other);
 }
 
-// Positive when a picture for @p mine looks better on a screen of @p wanted than one for @p other. One that is larger is
-// scaled down; one that is smaller is scaled up, which looks twice as bad.
+// Positive when a picture for @p mine looks better on a screen of @p wanted than one for @p other. Scaling down looks
+// better than scaling up, so the smaller density has to be twice as close.
 int densityOrder(int mine, int other, int wanted)
 {
     const auto effective = [](int density) {
@@ -108,7 +108,7 @@ int densityOrder(int mine, int other, int wanted)
 
 Configuration Configuration::read(const ByteView &record)
 {
-    // What is missing in a shorter record reads as 0.
+    // Fields beyond a shorter record read as 0.
     const ByteView fields = record.part(0, record.u32(0));
     Configuration result;
     result.mcc = fields.u16(4);
@@ -187,7 +187,7 @@ QString Configuration::languageTag() const
 
 bool Configuration::matches(const Configuration &device) const
 {
-    // A density never keeps a value from being used: pictures are scaled.
+    // Densities are not compared, because pictures are scaled.
     return fits(mcc, device.mcc) && fits(mnc, device.mnc) && fits(grammaticalGender, device.grammaticalGender)
            && fits(layoutDirection, device.layoutDirection)
            && isReached(smallestScreenWidthDp, device.smallestScreenWidthDp)
@@ -204,7 +204,7 @@ bool Configuration::matches(const Configuration &device) const
 
 bool Configuration::isBetterThan(const Configuration &other, const Configuration &device) const
 {
-    // Both match, so that a field that is set fits the device: of sizes and versions, the larger one is the closer one.
+    // Both match, so every field that is set fits the device, and the larger size or version is the closer one.
     const int order[] = {
         specificity(mcc, other.mcc),
         specificity(mnc, other.mnc),

@@ -7,46 +7,68 @@
 #include <QString>
 
 /**
- * The device configuration that a value in a resource table is for, or that values are asked for: language, screen,
- * platform version and so on. 0, or an empty text, means any.
+ * A device configuration: the qualifiers (language, screen, platform version and so on) of a value in a resource table,
+ * or those of the device that values are chosen for. 0, or an empty text, means any.
  *
- * The record in a table (`ResTable_config`) begins with its size u32; one that is shorter than the fields below leaves
- * the others at 0, as older build tools write it.
+ * The record in a table starts with its own size; older tools wrote shorter records, which leave the later fields 0:
  *
- * Which value Android takes: of those that match() the device, the one that none isBetterThan(). Qualifiers are looked
- * at one after another in a fixed order, and the first that two values differ in decides.
+ * | offset | width            | fields                                                                             |
+ * |--------|------------------|------------------------------------------------------------------------------------|
+ * | 0      | u32              | size of the record, this field included                                            |
+ * | 4      | u16, u16         | mcc, mnc                                                                           |
+ * | 8      | 2 + 2 bytes      | language, region: two letters, or three characters of 5 bits each with bit 7 set   |
+ * | 12     | u8, u8, u16      | orientation, touchscreen, density                                                  |
+ * | 16     | u8, u8           | keyboard, navigation                                                               |
+ * | 18     | u8               | input flags (keysHidden 0x03, navHidden 0x0c)                                      |
+ * | 19     | u8               | grammatical gender 0x03                                                            |
+ * | 20     | u16, u16         | screenWidth, screenHeight                                                          |
+ * | 24     | u16, u16         | sdkVersion, minorVersion                                                           |
+ * | 28     | u8               | screen layout (screenSize 0x0f, screenLong 0x30, layoutDirection 0xc0)             |
+ * | 29     | u8               | ui mode (uiModeType 0x0f, uiModeNight 0x30)                                        |
+ * | 30     | u16              | smallestScreenWidthDp                                                              |
+ * | 32     | u16, u16         | screenWidthDp, screenHeightDp                                                      |
+ * | 36     | 4 bytes          | script                                                                             |
+ * | 40     | 8 bytes          | variant                                                                            |
+ * | 48     | u8               | screenRound 0x03                                                                   |
+ * | 49     | u8               | color mode (wideColorGamut 0x03, hdr 0x0c)                                         |
+ * | 50     | 2 bytes          | reserved                                                                           |
+ * | 52     | u8               | not 0: the build tool derived the script from the language                         |
+ * | 53     | 8 bytes          | numbering system                                                                   |
+ *
+ * Of the values that match() the device, Android takes the one that no other isBetterThan(). It compares qualifier by
+ * qualifier in a fixed order; the first in which two values differ decides.
  */
 struct Configuration {
-    /// Densities with a meaning of their own.
+    /// Densities with a special meaning.
     enum Density : int {
         DefaultDensity = 0,
         MediumDensity = 160, ///< at which a dp is a pixel
-        AnyDensity = 0xfffe, ///< for what has no pixels, and so is preferred on every screen
-        NoDensity = 0xffff,  ///< for what is never scaled
+        AnyDensity = 0xfffe, ///< for drawables without pixels; preferred on every screen
+        NoDensity = 0xffff,  ///< for pictures that are never scaled
     };
 
-    /// The record at the start of @p record. Codes of languages and regions are unpacked into letters, not yet replaced.
+    /// Decodes the record at the start of @p record. Deprecated language codes are kept.
     static Configuration read(const ByteView &record);
-    /// A phone of today at @p density, with the newest platform, in English nowhere: no locale is set.
+    /// A current phone at @p density with the newest platform. No locale is set.
     static Configuration phone(int density);
 
-    /// Language, script, region and variant as a tag after BCP 47 ("sr-Latn", "es-419"); empty when there is none.
+    /// Language, script, region and variant as a BCP 47 tag ("sr-Latn", "es-419"); empty without a language.
     QString languageTag() const;
     bool hasLocale() const { return !language.isEmpty(); }
 
-    /// Whether a device of the configuration @p device may use a value for this one. Locales are not looked at.
+    /// Whether a device of the configuration @p device may use a value for this one. Locales are not compared.
     bool matches(const Configuration &device) const;
-    /// Whether @p device prefers a value for this configuration to one for @p other; both match it. Locales are not
-    /// looked at. False, too, when both are as good.
+    /// Whether @p device prefers a value for this configuration to one for @p other. False when neither is preferred.
+    /// Locales are not compared. Precondition: both match @p device.
     bool isBetterThan(const Configuration &other, const Configuration &device) const;
 
     int mcc = 0;
     int mnc = 0;
-    QString language; ///< two or three letters, lower case
-    QString region;   ///< two letters or three digits
-    QString script;   ///< four letters, as "Latn"; empty also when the build tool has derived it from the language
-    QString variant;  ///< lower case
-    QString numberingSystem; ///< the digits that the locale writes numbers with, as "latn"; not looked at by matches()
+    QString language;        ///< two or three letters, lower case
+    QString region;          ///< two letters or three digits
+    QString script;          ///< four letters ("Latn"); empty when the build tool derived it from the language
+    QString variant;         ///< lower case
+    QString numberingSystem; ///< digits of the locale ("latn"); matches() ignores it
     int orientation = 0;
     int touchscreen = 0;
     int density = 0;
@@ -58,7 +80,7 @@ struct Configuration {
     int screenWidth = 0;
     int screenHeight = 0;
     int sdkVersion = 0;
-    int minorVersion = 0; ///< of sdkVersion; not looked at by matches()
+    int minorVersion = 0; ///< of sdkVersion; matches() ignores it
     int screenSize = 0;
     int screenLong = 0;
     int layoutDirection = 0;

@@ -3,33 +3,12 @@
 
 namespace {
 
-constexpr int PackageIdAt = 8;
-constexpr int NameAt = 12;
-constexpr int TypeStringsAt = 268;
-constexpr int KeyStringsAt = 276;
-
-quint8 packageIdOf(quint32 id)
-{
-    return quint8(id >> 24);
-}
-
-quint8 typeIdOf(quint32 id)
-{
-    return quint8(id >> 16);
-}
-
-int entryIndexOf(quint32 id)
-{
-    return int(id & 0xffff);
-}
-
-// 128 UTF-16 units, or up to the first zero.
 QString packageName(const ByteView &package)
 {
-    constexpr int NameUnits = 128;
+    using Package = ResourceTable::Package;
     QString name;
-    for (int i = 0; i < NameUnits && package.u16(NameAt + 2 * i) != 0; ++i)
-        name += QChar(package.u16(NameAt + 2 * i));
+    for (int i = 0; i < Package::NameUnits && package.u16(Package::NameAt + 2 * i) != 0; ++i)
+        name += QChar(package.u16(Package::NameAt + 2 * i));
     return name;
 }
 
@@ -64,10 +43,10 @@ void ResourceTable::readTable(const ChunkView &table)
 void ResourceTable::readPackage(const ChunkView &chunk)
 {
     Package package;
-    package.id = chunk.bytes().u8(PackageIdAt);
+    package.id = chunk.bytes().u8(Package::IdAt);
     package.name = packageName(chunk.bytes());
-    package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(TypeStringsAt)));
-    package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(KeyStringsAt)));
+    package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::TypeStringsAt)));
+    package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::KeyStringsAt)));
     ChunkList chunks(chunk.bytes(), chunk.headerSize());
     while (chunks.hasNext() && m_fault.isEmpty()) {
         const ChunkView child = chunks.next();
@@ -89,19 +68,19 @@ void ResourceTable::readPackage(const ChunkView &chunk)
 
 quint8 ResourceTable::ownerOf(quint32 id) const
 {
-    // References within a library that is loaded dynamically have 0 for it: they mean the package that they stand in.
-    return packageIdOf(id) == 0 ? packageId() : packageIdOf(id);
+    // Within a library that is loaded dynamically, references to its own package have the id 0.
+    return ResourceId::package(id) == 0 ? packageId() : ResourceId::package(id);
 }
 
 QVector<ResourceValue> ResourceTable::values(quint32 id) const
 {
     QVector<ResourceValue> values;
     for (const Package &package : m_packages) {
-        const auto types = package.types.constFind(typeIdOf(id));
+        const auto types = package.types.constFind(ResourceId::type(id));
         if (package.id != ownerOf(id) || types == package.types.cend())
             continue;
         for (const TypeChunk &type : *types) {
-            const EntryView entry = type.entryAt(type.offset(entryIndexOf(id)));
+            const EntryView entry = type.entryAt(type.offset(ResourceId::entry(id)));
             if (!entry.isValid())
                 continue;
             ResourceValue value;
@@ -119,7 +98,7 @@ int ResourceTable::typeChunkCount(quint32 id) const
 {
     int count = 0;
     for (const Package &package : m_packages) {
-        const auto types = package.types.constFind(typeIdOf(id));
+        const auto types = package.types.constFind(ResourceId::type(id));
         if (package.id == ownerOf(id) && types != package.types.cend())
             count += int(types->size());
     }
@@ -129,7 +108,7 @@ int ResourceTable::typeChunkCount(quint32 id) const
 QString ResourceTable::typeName(quint32 id) const
 {
     for (const Package &package : m_packages) {
-        QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(typeIdOf(id)) - 1) : QString();
+        QString name = package.id == ownerOf(id) ? package.typeNames.at(qint64(ResourceId::type(id)) - 1) : QString();
         if (!name.isEmpty())
             return name;
     }

@@ -3,6 +3,7 @@
 #define RESOURCETABLE_H
 
 #include "format/Configuration.h"
+#include "format/Limits.h"
 #include "format/StringPoolView.h"
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
@@ -11,62 +12,87 @@
 #include <QString>
 #include <QVector>
 
-/// One value of a resource: for which configuration, and what it is.
+/// One value of a resource in a table.
 struct ResourceValue {
-    /// Of a map (an array, a style, a plural): the items are not read.
-    bool isMap = false;
+    bool isMap = false;                           ///< an array, a style or a plural, whose items are not read
     TypedValue value;                             ///< when it is no map
-    const Configuration *configuration = nullptr; ///< in the table
+    const Configuration *configuration = nullptr; ///< the table's own; the table outlives it
 };
 
 /**
- * A resource table (`resources.arsc`) in memory, in any encoding that build tools write. Loading goes over the chunks
- * alone; entries are found where they stand when they are asked for, so that the table takes little beside its bytes.
+ * A resource table (`resources.arsc`) in memory, in any encoding that build tools write. A table chunk:
  *
- * The const operations only read. Meets raw input: a damaged part has no values.
+ * | offset | width   | field                                                                                    |
+ * |--------|---------|------------------------------------------------------------------------------------------|
+ * | 0      | 8 bytes | chunk header (see ChunkView)                                                             |
+ * | 8      | u32     | package count                                                                            |
+ * | 12     | chunks  | one string pool with the texts of values (ChunkType::StringPool), then one package each  |
+ *
+ * A package chunk, with offsets from its start:
+ *
+ * | offset | width     | field                                                                                  |
+ * |--------|-----------|----------------------------------------------------------------------------------------|
+ * | 0      | 8 bytes   | chunk header                                                                           |
+ * | 8      | u32       | package id: 0x7f for an application's own                                              |
+ * | 12     | 128 x u16 | package name, up to the first zero                                                     |
+ * | 268    | u32       | offset of the pool of type names; 0 for none                                           |
+ * | 272    | u32       | last public type                                                                       |
+ * | 276    | u32       | offset of the pool of key names, the names of entries; 0 for none                      |
+ * | 280    | u32       | last public key                                                                        |
+ * | header size | chunks | string pools, type specs (flags of each resource), types (see TypeChunk)             |
+ *
+ * Loading reads the chunks' headers only; entries are found when they are asked for, so that the table takes little
+ * memory besides its bytes. The const operations only read. Meets raw input: a damaged part has no values.
  */
 class ResourceTable
 {
 public:
-    /// Type chunks of a table at most: each takes its configuration, and one lookup in those of its type.
+    static constexpr int HeaderSize = 12;
+    /// Type chunks of a table at most. Each is decoded on load, and searched in every lookup in its type.
     static constexpr int MaxTypeChunks = 1 << 16;
-    /// Characters of a string at most, the rest is left out: as many bytes as the usual encoding, UTF-8, has room for.
+    /// Characters of a string at most; the rest is dropped. UTF-8, the usual encoding, has 15 bits for the length.
     static constexpr int MaxStringLength = 0x7fff;
-    /// Packages at most, as the library has it.
-    static constexpr int MaxPackages = 256;
+    static constexpr int MaxPackages = Limits::MaxPackages;
 
     /// A package of the table, or a part of one.
     struct Package {
+        static constexpr int IdAt = 8;
+        static constexpr int NameAt = 12;
+        static constexpr int NameUnits = 128;
+        static constexpr int TypeStringsAt = 268;
+        static constexpr int KeyStringsAt = 276;
+        static constexpr int HeaderSize = 284;
+
         quint8 id = 0;
         QString name; ///< "org.example.notes"
         StringPoolView typeNames;
-        StringPoolView keys;                     ///< names of entries, which EntryView::key() counts in
+        StringPoolView keys;                     ///< names of entries, by EntryView::key()
         QHash<quint8, QVector<TypeChunk>> types; ///< by type id, each in the order of the table
     };
 
     /// An empty table, valid.
     ResourceTable() = default;
-    /// The table in @p bytes, which it keeps. When it is damaged, what stands before the fault can be asked for.
-    /// @p maxTypeChunks is at most MaxTypeChunks; less for one of several tables that are asked together.
+    /// The table in @p bytes, of which it keeps a copy. A damaged table keeps the content before the fault. @p
+    /// maxTypeChunks is at most MaxTypeChunks; pass less for one of several tables that are looked up together.
     explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks);
 
-    /// What is wrong with the bytes, in English; empty when nothing is.
+    /// The fault of the bytes, in English; empty without one.
     QString fault() const { return m_fault; }
-    /// Number of type chunks that can be asked for.
+    /// Number of type chunks in all.
     int typeChunkCount() const { return m_typeChunks; }
 
-    /// The values of the resource @p id (0xPPTTEEEE), in the order of the table. At most one for each type chunk. A
-    /// package may stand in the table in several parts.
+    /// The values of the resource @p id, in the order of the table; at most one for each type chunk. A package may be
+    /// in the table in several parts.
     QVector<ResourceValue> values(quint32 id) const;
-    /// The name of the resource's type ("mipmap"); empty when there is none.
+    /// The name of the resource's type ("mipmap"); empty when it has none.
     QString typeName(quint32 id) const;
-    /// String @p index of the pool that values refer to, or as many characters of it as @p maxLength.
+    /// String @p index of the pool of values' texts, cut at @p maxLength characters.
     QString string(quint32 index, int maxLength = MaxStringLength) const { return m_strings.at(index, maxLength); }
-    /// Number of type chunks that values() goes through to find those of the resource @p id.
+    /// Number of type chunks that values() searches for the resource @p id.
     int typeChunkCount(quint32 id) const;
 
-    /// The id of the package that is the application's own: the first in the table; 0x7f when there is none.
-    quint8 packageId() const { return m_packages.isEmpty() ? 0x7f : m_packages.first().id; }
+    /// The id of the application's own package: the first in the table; 0x7f in a table without packages.
+    quint8 packageId() const { return m_packages.isEmpty() ? ResourceId::ApplicationPackage : m_packages.first().id; }
 
     /// The packages in the order of the table.
     const QVector<Package> &packages() const { return m_packages; }
@@ -74,7 +100,7 @@ public:
 private:
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
-    /// The id of the package that @p id is of.
+    /// The id of the package that the resource @p id belongs to.
     quint8 ownerOf(quint32 id) const;
 
     QByteArray m_bytes;

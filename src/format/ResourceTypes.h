@@ -2,60 +2,73 @@
 #ifndef RESOURCETYPES_H
 #define RESOURCETYPES_H
 
-/**
- * The codes that Android's compiled formats share. A chunk's type is the first field of its header (see ChunkWalker);
- * a value's type is the fourth byte of its 8-byte record:
- *
- * | offset | width | field                                    |
- * |--------|-------|------------------------------------------|
- * | 0      | u16   | size of the record, 8                    |
- * | 2      | u8    | reserved, 0                              |
- * | 3      | u8    | type, one of ValueType                   |
- * | 4      | u32   | data, whose meaning depends on the type  |
- */
-namespace ResourceTypes {
+#include <QtGlobal>
 
-enum ChunkType : int {
-    StringPoolChunk = 0x0001,
-    TableChunk = 0x0002,
-    XmlDocumentChunk = 0x0003,
+/// Types of the chunks of resource tables and binary XML documents; the first field of a chunk (see ChunkView).
+enum class ChunkType : quint16 {
+    Untyped = 0x0000, ///< some tools leave a document's outermost chunk so
+    StringPool = 0x0001,
+    Table = 0x0002,
+    Xml = 0x0003,
 
-    FirstXmlNodeChunk = 0x0100, ///< from here to LastXmlNodeChunk, a node header follows the chunk header
-    StartNamespaceChunk = 0x0100,
-    EndNamespaceChunk = 0x0101,
-    StartElementChunk = 0x0102,
-    EndElementChunk = 0x0103,
-    LastXmlNodeChunk = 0x017f,
-    ResourceIdMapChunk = 0x0180,
+    XmlFirstNode = 0x0100, ///< from here to XmlLastNode, a node header follows the chunk header
+    XmlStartNamespace = 0x0100,
+    XmlEndNamespace = 0x0101,
+    XmlStartElement = 0x0102,
+    XmlEndElement = 0x0103,
+    XmlLastNode = 0x017f,
+    XmlResourceMap = 0x0180,
 
-    PackageChunk = 0x0200,
-    TypeChunk = 0x0201,
-    TypeSpecChunk = 0x0202,
+    Package = 0x0200,
+    Type = 0x0201,
+    TypeSpec = 0x0202,
 };
 
-enum ValueType : int {
-    NullValue = 0x00,
-    ReferenceValue = 0x01,
-    AttributeValue = 0x02,
-    StringValue = 0x03,
-    FloatValue = 0x04,
-    DimensionValue = 0x05,
-    FractionValue = 0x06,
-    DecimalValue = 0x10,
-    HexadecimalValue = 0x11,
-    BooleanValue = 0x12,
-    ColorArgb8Value = 0x1c,
-    ColorRgb8Value = 0x1d,
-    ColorArgb4Value = 0x1e,
-    ColorRgb4Value = 0x1f,
+/// Data types of compiled values (see TypedValue).
+enum class ValueType : quint8 {
+    Null = 0x00,
+    Reference = 0x01,
+    Attribute = 0x02, ///< of the theme
+    String = 0x03,
+    Float = 0x04,
+    Dimension = 0x05,
+    Fraction = 0x06,
+    DynamicReference = 0x07, ///< the platform may renumber the package when it loads the table; Sorrel does not
+    DynamicAttribute = 0x08,
+    FirstInteger = 0x10,
+    Decimal = 0x10,
+    Hexadecimal = 0x11,
+    Boolean = 0x12,
+    FirstColor = 0x1c,
+    ColorArgb8 = 0x1c,
+    ColorRgb8 = 0x1d,
+    ColorArgb4 = 0x1e,
+    ColorRgb4 = 0x1f,
+    LastColor = 0x1f,
+    LastInteger = 0x1f,
 };
+
+/// A resource id is 0xPPTTEEEE: package, type (1 for the first), and index of the entry within the type.
+namespace ResourceId {
 
 /// The package id of an application's own resources; the framework's is 0x01.
-constexpr int ApplicationPackageId = 0x7f;
+constexpr quint8 ApplicationPackage = 0x7f;
 
-/// Size of the header that every chunk starts with, in bytes.
-constexpr int ChunkHeaderSize = 8;
+constexpr quint8 package(quint32 id)
+{
+    return quint8(id >> 24);
+}
 
-} // namespace ResourceTypes
+constexpr quint8 type(quint32 id)
+{
+    return quint8(id >> 16);
+}
+
+constexpr int entry(quint32 id)
+{
+    return int(id & 0xffff);
+}
+
+} // namespace ResourceId
 
 #endif

@@ -3,12 +3,7 @@
 
 namespace {
 
-constexpr int CountAt = 8;
-constexpr int FlagsAt = 16;
-constexpr int StringsStartAt = 20;
-constexpr quint32 Utf8Flag = 0x100;
-
-// Three bytes of UTF-8 that stand for a surrogate; 0 when they do not.
+// The surrogate that three bytes of UTF-8 encode; 0 when they encode none.
 ushort encodedSurrogate(const ByteView &text, qint64 at)
 {
     const int first = text.u8(at);
@@ -50,7 +45,7 @@ StringPoolView::StringPoolView(const ChunkView &chunk)
         return;
     const ByteView &bytes = chunk.bytes();
     m_offsets = bytes.from(chunk.headerSize());
-    m_count = qMin(qint64(bytes.u32(CountAt)), m_offsets.size() / 4);
+    m_count = qMin(qint64(bytes.u32(CountAt)), m_offsets.size() / OffsetSize);
     m_strings = bytes.from(bytes.u32(StringsStartAt));
     m_isUtf8 = (bytes.u32(FlagsAt) & Utf8Flag) != 0;
 }
@@ -59,7 +54,7 @@ QString StringPoolView::at(qint64 index, int maxLength) const
 {
     if (index < 0 || index >= m_count)
         return {};
-    const qint64 at = m_offsets.u32(4 * index);
+    const qint64 at = m_offsets.u32(OffsetSize * index);
     return m_isUtf8 ? utf8At(at, maxLength) : utf16At(at, maxLength);
 }
 

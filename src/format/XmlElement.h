@@ -9,28 +9,28 @@
 
 /// An attribute of a binary XML document.
 struct XmlAttribute {
-    quint32 id = 0; ///< resource id of Android's attributes, of which names may be missing; 0 for others
+    quint32 id = 0; ///< resource id of an attribute of Android's, whose name may be missing; 0 for other attributes
     QString name;   ///< without prefix
-    /// The string that is its value, as Android has it, whatever text it was written as. That text when there is no value,
-    /// and for attributes without an id, of which Android takes it as well. Else empty.
+    /// The attribute's string value, whatever its text in the source was. That text, when there is no value; and for an
+    /// attribute without an id, because Android takes the text of those too. Else empty.
     QString text;
     TypedValue value;
-    /// The text that it was written as, by which ApkFile goes; null where it is the string that is its value.
+    /// The text in the source, which ApkFile takes; null when it is the same string as the value.
     QString raw = QString();
 
-    /// The text, or what the value is as one.
+    /// The text, or the value as one.
     QString plainText() const { return text.isEmpty() ? value.plainText() : text; }
 };
 
 /**
- * An element of a binary XML document with all that is below it. Unlike the texts of a QDomDocument, attributes keep
- * their typed values: units of dimensions, every digit of a number, whether a reference is one of the theme.
+ * An element of a binary XML document with its descendants. Unlike in a QDomDocument, attributes keep their typed
+ * values: the units of dimensions, all digits of numbers, references to the theme.
  */
 struct XmlElement {
     bool isNull() const { return name.isEmpty(); }
-    /// The attribute with the resource id @p id; null when there is none. A second one of the same id is not seen.
+    /// The first attribute with the resource id @p id; null when there is none.
     const XmlAttribute *attribute(quint32 id) const;
-    /// The attribute without a resource id that is called @p plainName; null when there is none.
+    /// The first attribute without a resource id that has the name @p plainName; null when there is none.
     const XmlAttribute *attribute(const QString &plainName) const;
 
     QString name; ///< without prefix

@@ -2,30 +2,30 @@
 #include "format/XmlReader.h"
 
 #include "format/StringPoolView.h"
+#include "format/XmlStartChunk.h"
 
 #include <utility>
 
 namespace {
 
-constexpr int NodeHeaderSize = 16; // of the chunk, the line and the comment
-constexpr int AttributeSize = 20;
-constexpr quint32 NoString = 0xffffffff;
-constexpr quint16 UnsetType = 0; // of a document's chunk, as some tools leave it
+bool isDocumentType(ChunkType type)
+{
+    return type == ChunkType::Xml || type == ChunkType::Untyped;
+}
 
 } // namespace
 
 bool XmlReader::isDocument(const QByteArray &bytes)
 {
     const ByteView start(bytes);
-    const bool hasType = start.u16(0) == quint16(ChunkType::Xml) || start.u16(0) == UnsetType;
-    return hasType && start.u16(2) == ChunkView::HeaderSize;
+    return isDocumentType(ChunkType(start.u16(0))) && start.u16(ChunkView::HeaderSizeAt) == ChunkView::HeaderSize;
 }
 
 XmlReader::XmlReader(const QByteArray &bytes, qint64 maxCharacters)
     : m_maxCharacters(qMin(maxCharacters, MaxCharacters))
 {
     const ChunkView document = ChunkView::at(ByteView(bytes), 0);
-    if (document.isValid() && (document.type() == ChunkType::Xml || quint16(document.type()) == UnsetType))
+    if (document.isValid() && isDocumentType(document.type()))
         readNodes(document);
     else
         m_fault = QStringLiteral("not a binary XML document");
@@ -48,7 +48,7 @@ void XmlReader::readNodes(const ChunkView &document)
             XmlElement element;
             if (open.size() >= MaxDepth)
                 m_fault = QStringLiteral("elements nested too deeply");
-            else if (readStart(chunk, strings, ids, &element))
+            else if (readStart(XmlStartChunk(chunk), strings, ids, &element))
                 open.append(element);
         } else if (chunk.type() == ChunkType::XmlEndElement && !open.isEmpty()) {
             close(&open);
@@ -71,49 +71,43 @@ void XmlReader::close(QVector<XmlElement> *open)
         open->last().children.append(std::move(element));
 }
 
-// Body: namespace, name, start of the attributes u16 (from here on), size of one u16, their count u16. An attribute:
-// namespace, name, text, all of them indices of strings, and a value.
-bool XmlReader::readStart(const ChunkView &chunk, const StringPoolView &strings, const ByteView &ids,
+bool XmlReader::readStart(const XmlStartChunk &start, const StringPoolView &strings, const ByteView &ids,
                           XmlElement *element)
 {
-    const ByteView body = chunk.bytes().from(qMax(chunk.headerSize(), NodeHeaderSize));
-    const qint64 start = body.u16(8);
-    const qint64 size = body.u16(10);
-    const int count = body.u16(12);
-    if (count > 0 && (size < AttributeSize || !body.has(start, size * count))) {
+    if (!start.isValid()) {
         m_fault = QStringLiteral("damaged XML element");
         return false;
     }
+    const int count = start.attributeCount();
     m_nodes += 1 + count;
     if (m_nodes > MaxNodes) {
         m_fault = QStringLiteral("too many nodes in XML document");
         return false;
     }
-    element->name = string(strings, body.u32(4));
+    element->name = string(strings, start.name());
     if (element->name.isEmpty())
         m_fault = QStringLiteral("XML element without a name");
     element->attributes.reserve(count);
     for (int i = 0; i < count && m_fault.isEmpty(); ++i) {
-        const ByteView record = body.part(start + i * size, size);
-        const quint32 name = record.u32(4);
+        const XmlStartChunk::Attribute record = start.attribute(i);
         XmlAttribute attribute;
-        attribute.value = TypedValue::read(record, 12);
-        attribute.id = ids.u32(4 * qint64(name));
-        // Those of Android's are told apart by their ids.
+        attribute.value = record.value;
+        attribute.id = ids.u32(4 * qint64(record.name));
+        // Android's attributes are identified by their ids.
         if (attribute.id == 0)
-            attribute.name = string(strings, name);
-        readText(record.u32(8), strings, &attribute);
+            attribute.name = string(strings, record.name);
+        readText(record.raw, strings, &attribute);
         element->attributes.append(attribute);
     }
     return m_fault.isEmpty();
 }
 
-// Android asks for its own attributes by their ids and gets their values; the names of packages and splits, which have no
-// id, it gets as they were written.
+// Android looks up its own attributes by their ids and takes their values. It takes the names of packages and splits,
+// which have no id, as they were written.
 void XmlReader::readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute)
 {
     const bool isString = attribute->value.type == ValueType::String;
-    const bool isWritten = raw != NoString && (!isString || raw != attribute->value.data);
+    const bool isWritten = raw != XmlStartChunk::NoString && (!isString || raw != attribute->value.data);
     if (isWritten)
         attribute->raw = string(strings, raw);
     if (isWritten && (attribute->id == 0 || attribute->value.isNull()))

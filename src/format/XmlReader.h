@@ -2,6 +2,7 @@
 #ifndef XMLREADER_H
 #define XMLREADER_H
 
+#include "format/Limits.h"
 #include "format/XmlElement.h"
 
 #include <QByteArray>
@@ -9,48 +10,56 @@
 
 class ChunkView;
 class StringPoolView;
+class XmlStartChunk;
 
 /**
- * Reads a binary XML document: a chunk (0x0003, or 0 as some tools leave it) of a string pool, a map of resource ids, and
- * a chunk for each start (0x0102) and end (0x0103) of an element. Others, namespaces and texts among them, are passed over.
+ * Reads a binary XML document, as Android's build tools compile manifests and other XML resources. The document is a
+ * chunk of the type ChunkType::Xml (or Untyped) with these chunks in it:
  *
- * Meets raw input. Ends of elements are taken in turn, whatever name they have.
+ * | type (ChunkType)                  | body, after the chunk header and, for nodes, the node header (see XmlStartChunk) |
+ * |-----------------------------------|------------------------------------------------------------------------------|
+ * | StringPool                        | see StringPoolView; indices of strings refer to it                           |
+ * | XmlResourceMap                    | u32 each: the resource id of the attribute whose name is the string at that index |
+ * | XmlStartNamespace, XmlEndNamespace | u32 prefix, u32 URI                                                         |
+ * | XmlStartElement                   | see XmlStartChunk                                                            |
+ * | XmlEndElement                     | u32 namespace, u32 name                                                      |
+ *
+ * This reader skips namespaces, texts and unknown chunks, and matches ends of elements by their order, whatever names
+ * they have. Meets raw input.
  */
 class XmlReader
 {
 public:
-    /// Elements nested in each other at most; libsorrel's limit.
-    static constexpr int MaxDepth = 256;
-    /// Elements and attributes of a document at most; libsorrel's limit.
-    static constexpr int MaxNodes = 100000;
-    /// Characters of all names and texts at most. A text may be used by any number of attributes.
+    static constexpr int MaxDepth = Limits::MaxElementDepth;
+    static constexpr int MaxNodes = Limits::MaxNodes;
+    /// Characters of all names and texts at most. Any number of attributes may use one text.
     static constexpr qint64 MaxCharacters = 16 << 20;
 
-    /// Whether @p bytes begin as a document does. Files are told apart by this, as their names may be shortened until
-    /// nothing is left of them.
+    /// Whether @p bytes begin as a document does. Callers go by this because tools shorten the names of files, suffixes
+    /// included.
     static bool isDocument(const QByteArray &bytes);
 
-    /// Reads the document in @p bytes; @p maxCharacters takes the place of MaxCharacters where it is less.
+    /// Reads the document in @p bytes; the lesser of @p maxCharacters and MaxCharacters applies.
     explicit XmlReader(const QByteArray &bytes, qint64 maxCharacters = MaxCharacters);
 
-    /// The root; a null element when there is none. Of a damaged document, what stands before the fault.
+    /// The root; a null element when there is none. For a damaged document, the content before the fault.
     const XmlElement &root() const { return m_root; }
-    /// What is wrong with the document, in English; empty when nothing is.
+    /// The fault of the document, in English; empty without one.
     QString fault() const { return m_fault; }
-    /// Characters of all names and texts that were read, which is what reading takes beside the bytes.
+    /// Characters of all names and texts that were read: the memory that they take besides the bytes.
     qint64 characters() const { return m_characters; }
 
 private:
     void readNodes(const ChunkView &document);
-    bool readStart(const ChunkView &chunk, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
-    /// Hands the innermost of the elements that are @p open to the one around it.
+    bool readStart(const XmlStartChunk &start, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
+    /// Moves the innermost of the @p open elements to the children of its parent.
     void close(QVector<XmlElement> *open);
-    /// Sets the texts of @p attribute, which was written as the string @p raw.
+    /// Sets the texts of @p attribute, whose text in the source is the string @p raw.
     void readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute);
     QString string(const StringPoolView &strings, quint32 index);
 
     const qint64 m_maxCharacters;
-    QHash<quint32, QString> m_strings; ///< by index, so that those which are used often share their characters
+    QHash<quint32, QString> m_strings; ///< by index: repeated uses of a string share its characters
     XmlElement m_root;
     QString m_fault;
     int m_nodes = 0;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "stream/ChunkWalker.h"
 
-#include "format/ResourceTypes.h"
+#include "format/ChunkView.h"
 #include "stream/Extractor.h"
 
 ChunkWalker::ChunkWalker(Extractor *reader) : m_reader(reader) {}
@@ -47,9 +47,9 @@ void ChunkWalker::closeContainers()
 
 bool ChunkWalker::open()
 {
-    m_type = m_reader->get16();
+    m_type = ChunkType(m_reader->get16());
     m_headerSize = m_reader->get16();
-    m_reader->pushBoundary64(qint64(m_reader->get32()) - ResourceTypes::ChunkHeaderSize);
+    m_reader->pushBoundary64(qint64(m_reader->get32()) - ChunkView::HeaderSize);
     m_current = !m_reader->failed();
     // The boundary of a chunk that could not be opened is not closed for it: the innermost container closes that one
     // in place of its own, and so on, so that the outermost boundary is the one that stays.

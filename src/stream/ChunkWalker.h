@@ -2,7 +2,7 @@
 #ifndef CHUNKWALKER_H
 #define CHUNKWALKER_H
 
-#include <QtGlobal>
+#include "format/ResourceTypes.h"
 
 class Extractor;
 
@@ -44,8 +44,7 @@ public:
     /// Makes the current chunk a container: next() goes to what stands at the reader's position within it.
     void enter();
 
-    /// Type of the current chunk, sign-extended from 16 bits.
-    int type() const { return m_type; }
+    ChunkType type() const { return m_type; }
     /// Header size of the current chunk, sign-extended from 16 bits.
     int headerSize() const { return m_headerSize; }
 
@@ -57,7 +56,7 @@ private:
     bool open();
 
     Extractor *m_reader;
-    int m_type = 0;
+    ChunkType m_type = ChunkType::Untyped;
     int m_headerSize = 0;
     int m_containers = 0;
     bool m_started = false;

@@ -2,6 +2,8 @@
 #ifndef DEVICEREADER_H
 #define DEVICEREADER_H
 
+#include "format/Limits.h"
+
 #include <QByteArray>
 #include <QtGlobal>
 
@@ -22,7 +24,7 @@ class DeviceReader
 {
 public:
     /// Bytes that are taken from the device at most.
-    static constexpr int MaxBytes = 1 << 27;
+    static constexpr int MaxBytes = Limits::MaxTableBytes;
 
     DeviceReader() = default;
 

@@ -19,6 +19,6 @@ QString StringCache::get(int index)
 
 QString StringCache::valueToString(int type, int data)
 {
-    const bool isKnownString = type == ResourceTypes::StringValue && data >= 0 && data < m_pool.count();
+    const bool isKnownString = type == int(ValueType::String) && data >= 0 && data < m_pool.count();
     return isKnownString ? get(data) : m_pool.valueToString(type, data);
 }

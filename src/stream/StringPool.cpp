@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "stream/StringPool.h"
 
-#include "format/ResourceTypes.h"
+#include "format/StringPoolView.h"
 #include "stream/Extractor.h"
 #include "stream/TwosComplement.h"
 
@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int Utf8Flag = 0x100;
-constexpr int KnownHeaderSize = 28;
 constexpr int UnitSize = 2;
 constexpr qint64 SmallDataLength = 1 << 14;
 
@@ -53,7 +51,7 @@ void StringPool::load(Extractor *reader, int headerSize)
     const int flags = reader->get32();
     const int stringsStart = reader->get32();
     const int stylesStart = reader->get32();
-    reader->skip64(qint64(headerSize) - KnownHeaderSize);
+    reader->skip64(qint64(headerSize) - StringPoolView::HeaderSize);
     const qint64 dataSize =
         stylesStart > 0 ? qint64(stylesStart) - stringsStart : reader->remaining() + headerSize - stringsStart;
     if (stringCount < 0) {
@@ -63,11 +61,11 @@ void StringPool::load(Extractor *reader, int headerSize)
 
     StringPool loaded(m_name);
     loaded.m_errorSink = m_errorSink;
-    loaded.m_isUtf8 = (flags & Utf8Flag) != 0;
+    loaded.m_isUtf8 = (flags & StringPoolView::Utf8Flag) != 0;
     const bool hasBadOffset = loaded.readOffsets(reader, stringCount, dataSize);
     if (hasBadOffset && reader->failed())
         reader->setError(badIndex());
-    reader->skip64(qint64(stringsStart) - headerSize - 4 * qint64(stringCount));
+    reader->skip64(qint64(stringsStart) - headerSize - StringPoolView::OffsetSize * qint64(stringCount));
     if (reader->failed())
         return;
     loaded.readData(reader, dataSize);
@@ -204,40 +202,39 @@ int StringPool::find(const QString &text) const
 
 QString StringPool::valueToString(int type, int data) const
 {
-    using namespace ResourceTypes;
     const QLatin1Char zero('0');
     switch (type) {
-    case NullValue:
+    case int(ValueType::Null):
         return {};
-    case ReferenceValue:
+    case int(ValueType::Reference):
         return QStringLiteral("@?");
-    case AttributeValue:
+    case int(ValueType::Attribute):
         return QStringLiteral("@attr?");
-    case StringValue:
+    case int(ValueType::String):
         if (data >= 0 && data < count())
             return get(data);
         return QStringLiteral("unknown string %2#%1").arg(data).arg(m_name);
-    case FloatValue: {
+    case int(ValueType::Float): {
         float value = 0;
         static_assert(sizeof value == sizeof data, "a float value is an IEEE single");
         std::memcpy(&value, &data, sizeof value);
         return QString::number(double(value), 'g', 6);
     }
-    case DimensionValue:
-    case FractionValue:
-    case DecimalValue:
+    case int(ValueType::Dimension):
+    case int(ValueType::Fraction):
+    case int(ValueType::Decimal):
         return QString::number(data);
-    case HexadecimalValue:
+    case int(ValueType::Hexadecimal):
         return QLatin1String("0x") + QString::number(twosComplement(data), 16);
-    case BooleanValue:
+    case int(ValueType::Boolean):
         return data == 0 ? QStringLiteral("false") : QStringLiteral("true");
-    case ColorArgb8Value:
+    case int(ValueType::ColorArgb8):
         return QStringLiteral("#%1").arg(twosComplement(data), 8, 16, zero);
-    case ColorRgb8Value:
+    case int(ValueType::ColorRgb8):
         return QStringLiteral("#%1").arg(data & 0xffffff, 6, 16, zero);
-    case ColorArgb4Value:
+    case int(ValueType::ColorArgb4):
         return QLatin1Char('#') + hexDigit(data, 24) + hexDigit(data, 16) + hexDigit(data, 8) + hexDigit(data, 0);
-    case ColorRgb4Value:
+    case int(ValueType::ColorRgb4):
         return QLatin1Char('#') + hexDigit(data, 16) + hexDigit(data, 8) + hexDigit(data, 0);
     default:
         return QStringLiteral("?%1/%2").arg(twosComplement(type), 2, 16, zero).arg(twosComplement(data), 8, 16, zero);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "table/EntryOffsets.h"
 
+#include "format/TypeChunk.h"
 #include "stream/Extractor.h"
 
 #include <algorithm>
@@ -8,7 +9,7 @@
 
 namespace {
 
-constexpr qint32 NoEntry = -1;
+constexpr auto NoEntry = qint32(TypeChunk::NoDenseOffset);
 constexpr int GroupSize = 8;
 constexpr int PieceSize = 2048; ///< a multiple of that
 

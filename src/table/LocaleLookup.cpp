@@ -48,10 +48,10 @@ LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int t
         const QString locale = package.m_configs.at(value.configIndex()).locale();
         if (values.contains(locale))
             continue;
-        if (depth == 0 || value.dataType() != ResourceTypes::ReferenceValue) {
+        if (depth == 0 || value.dataType() != int(ValueType::Reference)) {
             const QString text = m_texts.text(value.dataType(), value.data());
             // A string of the table is shared by all who have it; any other text is made for this value alone.
-            if (value.dataType() != ResourceTypes::StringValue)
+            if (value.dataType() != int(ValueType::String))
                 m_values.spend(text.size() / CharactersOfAValue);
             put(values, locale, text);
             continue;

@@ -2,7 +2,7 @@
 #include "table/ResourcePackage.h"
 
 #include "ApkResources.h"
-#include "format/ResourceTypes.h"
+#include "format/ResourceTable.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
 #include "stream/TwosComplement.h"
@@ -18,14 +18,9 @@
 
 namespace {
 
-constexpr int NameUnits = 128;
-constexpr int KnownHeaderSize = ResourceTypes::ChunkHeaderSize + 4 + 2 * NameUnits + 4 * 4;
-constexpr int MapFlag = 0x0001;
-constexpr int SimpleEntryHeaderSize = 8;
-constexpr int MapEntryHeaderSize = 16;
-constexpr int MapItemSize = 12;
+using Layout = ResourceTable::Package;
+
 constexpr qint64 LargestMap = 1 << 14; ///< that may be at hand
-constexpr int SimpleEntrySize = SimpleEntryHeaderSize + 8;
 constexpr int LargestNamedTypeId = 0xff;
 
 static_assert(Extractor::MaxRegions < ResourceEntry::MaxConfigs, "each configuration takes a region of its own");
@@ -36,14 +31,14 @@ ResourcePackage::ResourcePackage() : m_typeStrings(QString()) {}
 
 void ResourcePackage::load(Extractor *reader, int headerSize)
 {
-    const qint64 chunkStart = qint64(reader->position) - ResourceTypes::ChunkHeaderSize;
+    const qint64 chunkStart = qint64(reader->position) - ChunkView::HeaderSize;
     const auto chunkPosition = [chunkStart](int offset) { return offset != 0 ? offset + chunkStart : 0; };
 
     m_reader = reader;
     m_typeStrings.clear();
     m_typeNames.clear();
     m_id = reader->get32();
-    const QVector<quint16> units = reader->getu16_vector(2 * NameUnits);
+    const QVector<quint16> units = reader->getu16_vector(2 * Layout::NameUnits);
     if (!reader->failed()) {
         const auto nameEnd = std::find(units.cbegin(), units.cend() - 1, 0);
         m_name = QString(reinterpret_cast<const QChar *>(units.constData()), int(nameEnd - units.cbegin()));
@@ -52,7 +47,7 @@ void ResourcePackage::load(Extractor *reader, int headerSize)
         m_typeStrings.setName(m_name + QLatin1String(" type"));
         m_keyStringsOffset = chunkPosition(reader->get32());
         reader->skip(4); // last public key
-        reader->skip64(qint64(headerSize) - KnownHeaderSize);
+        reader->skip64(qint64(headerSize) - Layout::HeaderSize);
         while (!reader->failed() && reader->remaining() >= 1)
             parseChunk();
         sortValues();
@@ -67,13 +62,13 @@ void ResourcePackage::parseChunk()
     ChunkWalker chunk(m_reader);
     while (chunk.next()) {
         switch (chunk.type()) {
-        case ResourceTypes::TypeChunk:
+        case ChunkType::Type:
             parseTypeChunk(chunk.headerSize());
             break;
-        case ResourceTypes::TypeSpecChunk:
+        case ChunkType::TypeSpec:
             m_reader->get8(); // type id
             break;
-        case ResourceTypes::StringPoolChunk:
+        case ChunkType::StringPool:
             parseStringPool(chunk.headerSize());
             break;
         default:
@@ -85,7 +80,7 @@ void ResourcePackage::parseChunk()
 
 void ResourcePackage::parseStringPool(int headerSize)
 {
-    const qint64 chunkStart = qint64(m_reader->position) - ResourceTypes::ChunkHeaderSize;
+    const qint64 chunkStart = qint64(m_reader->position) - ChunkView::HeaderSize;
     if (chunkStart == m_typeStringsOffset)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
@@ -96,7 +91,7 @@ void ResourcePackage::parseStringPool(int headerSize)
 
 void ResourcePackage::parseTypeChunk(int headerSize)
 {
-    m_reader->pushBoundary(headerSize - ResourceTypes::ChunkHeaderSize);
+    m_reader->pushBoundary(headerSize - ChunkView::HeaderSize);
     const int typeId = m_reader->get8();
     m_reader->skip(3);
     const int entryCount = m_reader->get32();
@@ -108,15 +103,16 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     // A type id byte of 0x80 or more is negative, and passes; its entries are kept where no lookup finds them.
     if (typeId == 0 || typeId > m_typeStrings.count())
         m_reader->setError(QStringLiteral("Typechunk id out of range"));
-    if (entryCount < 0 || 4 * qint64(entryCount) > m_reader->remaining())
+    if (entryCount < 0 || TypeChunk::OffsetSize * qint64(entryCount) > m_reader->remaining())
         m_reader->setError(QStringLiteral("Bogus entry count in type chunk"));
     if (m_reader->failed())
         return;
 
     const int configIndex = indexOfConfig(config);
     EntryOffsets offsets(m_reader, entryCount);
-    m_reader->skip64(qint64(entriesStart) - headerSize - 4 * qint64(entryCount));
-    m_values.reserve(typeId, int(qBound(qint64(0), m_reader->remaining() / SimpleEntrySize, qint64(offsets.count()))));
+    m_reader->skip64(qint64(entriesStart) - headerSize - TypeChunk::OffsetSize * qint64(entryCount));
+    m_values.reserve(typeId,
+                     int(qBound(qint64(0), m_reader->remaining() / EntryView::SimpleSize, qint64(offsets.count()))));
     const int base = m_reader->position;
     while (m_reader->remaining() >= 1 && !m_reader->failed()) {
         parseEntriesAtHand(typeId, offsets, base, configIndex);
@@ -135,14 +131,15 @@ void ResourcePackage::parseTypeChunk(int headerSize)
 // which says what the fields are.
 void ResourcePackage::parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex)
 {
-    static_assert(SimpleEntrySize == MapEntryHeaderSize, "one look shows the kind of an entry and all that matters");
-    while (const char *entry = m_reader->atHand(SimpleEntrySize)) {
+    static_assert(EntryView::SimpleSize == EntryView::MapHeaderSize,
+                  "one look shows the kind of an entry and all that matters");
+    while (const char *entry = m_reader->atHand(EntryView::SimpleSize)) {
         const int size = qFromLittleEndian<qint16>(entry);
         const int last = qFromLittleEndian<qint32>(entry + 12); // the data, or the number of items
-        const bool isMap = (qFromLittleEndian<qint16>(entry + 2) & MapFlag) != 0;
-        const qint64 wholeSize = isMap ? size + qint64(last) * MapItemSize : SimpleEntrySize;
-        const bool isUsual = isMap ? size >= MapEntryHeaderSize && last >= 0 && wholeSize <= LargestMap
-                                   : size == SimpleEntryHeaderSize && m_values.count() < MaxEntries;
+        const bool isMap = (qFromLittleEndian<qint16>(entry + 2) & EntryView::MapFlag) != 0;
+        const qint64 wholeSize = isMap ? size + qint64(last) * EntryView::ItemSize : EntryView::SimpleSize;
+        const bool isUsual = isMap ? size >= EntryView::MapHeaderSize && last >= 0 && wholeSize <= LargestMap
+                                   : size == EntryView::HeaderSize && m_values.count() < MaxEntries;
         if (!isUsual || m_reader->atHand(int(wholeSize)) == nullptr)
             return;
         const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
@@ -159,14 +156,14 @@ void ResourcePackage::parseEntry(int typeId, int entryIndex, int configIndex)
     const int size = m_reader->get16();
     const int flags = m_reader->get16();
     m_reader->get32(); // key index
-    if ((flags & MapFlag) != 0) {
+    if ((flags & EntryView::MapFlag) != 0) {
         m_reader->skip(4); // parent
         const int itemCount = m_reader->get32();
-        m_reader->skip(size - MapEntryHeaderSize);
-        m_reader->skip64(qint64(itemCount) * MapItemSize);
+        m_reader->skip(size - EntryView::MapHeaderSize);
+        m_reader->skip64(qint64(itemCount) * EntryView::ItemSize);
         return;
     }
-    m_reader->skip(size - SimpleEntryHeaderSize);
+    m_reader->skip(size - EntryView::HeaderSize);
     m_reader->skip(3); // size of the value, reserved
     const int dataType = m_reader->get8();
     const int data = m_reader->get32();
@@ -217,12 +214,14 @@ void ResourcePackage::readTypeNames()
 
 QString ResourcePackage::refToString(int ref) const
 {
-    const int typeId = (ref >> 16) & 0xff;
+    const auto id = quint32(ref);
+    const int typeId = ResourceId::type(id);
     if (typeId == 0 || typeId > m_typeNames.size())
         return QStringLiteral("@#%1").arg(twosComplement(ref), 8, 16, QLatin1Char('0'));
     const QString prefix =
-        ((ref >> 24) & 0xff) != ResourceTypes::ApplicationPackageId ? m_name + QLatin1Char(':') : QString();
-    return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/') % QString::number(ref & 0xffff);
+        ResourceId::package(id) != ResourceId::ApplicationPackage ? m_name + QLatin1Char(':') : QString();
+    return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/')
+           % QString::number(ResourceId::entry(id));
 }
 
 QStringList ResourcePackage::lookupAll(const QString &type, int entry, const ApkResources &res) const

@@ -29,7 +29,7 @@ ResourceReference::ResourceReference(const QString &text, const ApkResourcesData
     const auto typeStart = colon > 1 && colon < slash - 1 ? colon + 1 : 1;
     const QStringView prefix = QStringView(text).mid(1, typeStart - 1);
     const auto answers = [&prefix](const ResourcePackage &package) {
-        return (package.id() == ResourceTypes::ApplicationPackageId && prefix.isEmpty()) || package.name() == prefix;
+        return (package.id() == ResourceId::ApplicationPackage && prefix.isEmpty()) || package.name() == prefix;
     };
     const auto found = std::find_if(table.packages.cbegin(), table.packages.cend(), answers);
     if (found == table.packages.cend())

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "table/ResourcesLoader.h"
 
-#include "format/ResourceTypes.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
 #include "table/ApkResourcesData.h"
@@ -28,14 +27,14 @@ void ResourcesLoader::parseChunk()
     ChunkWalker chunk(m_reader);
     while (chunk.next()) {
         switch (chunk.type()) {
-        case ResourceTypes::TableChunk:
+        case ChunkType::Table:
             m_reader->get32(); // package count
             chunk.enter();
             break;
-        case ResourceTypes::StringPoolChunk:
+        case ChunkType::StringPool:
             m_data->stringPool.load(m_reader, chunk.headerSize());
             break;
-        case ResourceTypes::PackageChunk:
+        case ChunkType::Package:
             parsePackage(chunk.headerSize());
             break;
         default:

@@ -4,7 +4,7 @@
 
 #include <SorrelExport.h>
 
-#include <QtGlobal>
+#include "format/Limits.h"
 
 class ApkResourcesData;
 class Extractor;
@@ -25,7 +25,7 @@ class SORREL_EXPORT ResourcesLoader
 {
 public:
     /// Packages of one table; a resource id has a byte for the package's.
-    static constexpr int MaxPackages = 256;
+    static constexpr int MaxPackages = Limits::MaxPackages;
 
     ResourcesLoader() = default;
 

@@ -12,6 +12,6 @@ ValueTextCache::ValueTextCache(const ApkResources &resources)
 
 QString ValueTextCache::text(int dataType, int data)
 {
-    return dataType == ResourceTypes::StringValue ? m_strings.valueToString(dataType, data)
-                                                  : m_resources.valueToString(dataType, data);
+    return dataType == int(ValueType::String) ? m_strings.valueToString(dataType, data)
+                                              : m_resources.valueToString(dataType, data);
 }

@@ -484,7 +484,7 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
     QCOMPARE(tooManyTypes.error(), Package::BadTable);
     QCOMPARE(tooManyTypes.errorString(), latin("could not parse resources.arsc: too many types in resource table"));
     // Bytes behind a table are read with it.
-    const QByteArray half = table(1) + QByteArray(int(PackageData::MaxTableBytes / 2), '\0');
+    const QByteArray half = table(1) + QByteArray(int(Limits::MaxTableBytes / 2), '\0');
     PackageDevice large(set(half, half));
     const Package tooLarge(&large);
     QCOMPARE(tooLarge.error(), Package::BadTable);
@@ -545,7 +545,7 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
         PackageDevice device(bytes);
         return PackageNormalizer(&device).error();
     };
-    constexpr qint64 MostOfTables = PackageData::MaxTableBytes / ArchiveMembers::PackedByteCost;
+    constexpr qint64 MostOfTables = Limits::MaxTableBytes / ArchiveMembers::PackedByteCost;
     const QByteArray most = zip({{latin("base.apk"), withTable(MostOfTables - Some)}});
     QCOMPARE(error(most), Package::NoError);
     QCOMPARE(normalizerError(most), PackageNormalizer::NoError);

@@ -22,7 +22,7 @@ const QString tooManyStepsBack = QStringLiteral("too many steps back");
 const QString fault = QStringLiteral("fault");
 
 // What the chunks of these tests are made of, and what their readers do with them.
-enum ChunkType : int {
+enum TestChunk : int {
     Unread = 0x0010,
     Number,           ///< 4 bytes are read
     Rest,             ///< everything is read
@@ -31,6 +31,12 @@ enum ChunkType : int {
     CountedContainer, ///< chunks follow a number
 };
 constexpr int TypeCount = CountedContainer - Unread + 1;
+
+// As a signed number, which the lines for unexpected chunks show.
+int typeOf(const ChunkWalker &walker)
+{
+    return qint16(walker.type());
+}
 
 // Reads from the chunk's body; whether chunks follow.
 bool readBody(Extractor &reader, int type)
@@ -101,7 +107,7 @@ void walk(Extractor &reader, Visitor &visitor)
 {
     ChunkWalker chunk(&reader);
     while (!visitor.isDone() && chunk.next()) {
-        if (visitor.visit(reader, chunk.type(), chunk.headerSize()))
+        if (visitor.visit(reader, typeOf(chunk), chunk.headerSize()))
             chunk.enter();
     }
 }
@@ -284,7 +290,7 @@ void TestChunkWalker::chunkIsFramed()
     Extractor reader(&device);
     ChunkWalker walker(&reader);
     QVERIFY(walker.next());
-    QCOMPARE(walker.type(), int(Unread));
+    QCOMPARE(typeOf(walker), int(Unread));
     QCOMPARE(walker.headerSize(), 12);
     QCOMPARE(reader.position, 8);
     QCOMPARE(reader.boundary, 17);
@@ -339,7 +345,7 @@ void TestChunkWalker::nothingIsReadBeforeTheFirstStep()
     SequentialDevice device(leaf());
     Extractor reader(&device);
     const ChunkWalker walker(&reader);
-    QCOMPARE(walker.type(), 0);
+    QCOMPARE(typeOf(walker), 0);
     QCOMPARE(walker.headerSize(), 0);
     QCOMPARE(reader.boundary, Unbounded);
     QCOMPARE(device.delivered(), 0);
@@ -391,7 +397,7 @@ void TestChunkWalker::whatIsUnreadIsSkipped()
     QVERIFY(walker.next());
     reader.getu8_vector(read);
     QVERIFY(walker.next());
-    QCOMPARE(walker.type(), int(Number));
+    QCOMPARE(typeOf(walker), int(Number));
     QCOMPARE(reader.position, 34);
     QCOMPARE(reader.boundary, 38);
     QCOMPARE(device.delivered(), 34);
@@ -406,9 +412,9 @@ void TestChunkWalker::containerThatIsNotEnteredIsSkipped()
     QVERIFY(walker.next());
     walker.enter();
     QVERIFY(walker.next());
-    QCOMPARE(walker.type(), int(Container));
+    QCOMPARE(typeOf(walker), int(Container));
     QVERIFY(walker.next());
-    QCOMPARE(walker.type(), int(Number));
+    QCOMPARE(typeOf(walker), int(Number));
     QVERIFY(!walker.next());
 }
 
@@ -520,7 +526,7 @@ void TestChunkWalker::destructorClosesWhatIsOpen()
         ChunkWalker walker(&reader);
         for (int i = 1; i <= steps; ++i) {
             QVERIFY(walker.next());
-            if (i < steps && walker.type() == Container)
+            if (i < steps && typeOf(walker) == Container)
                 walker.enter();
         }
         if (entered)

@@ -7,7 +7,7 @@
 #include "LogCapture.h"
 #include "Walker.h"
 #include "document/XmlLoader.h"
-#include "format/ResourceTypes.h"
+#include "format/ChunkView.h"
 #include "stream/Extractor.h"
 
 #include <QtTest>
@@ -15,7 +15,6 @@
 #include <functional>
 
 using namespace fixture;
-using namespace ResourceTypes;
 
 /*
  * Files that were made to do harm: to overflow the stack, to take gigabytes, to take minutes. Each is loaded, and what
@@ -69,12 +68,12 @@ QString documentFault(const QByteArray &bytes)
     return ok ? QString() : lines.value(0).section(QStringLiteral(": "), 1, 1);
 }
 
-QByteArray nested(int type, const QByteArray &header, int depth, const QByteArray &innermost = QByteArray())
+QByteArray nested(ChunkType type, const QByteArray &header, int depth, const QByteArray &innermost = QByteArray())
 {
     QByteArray headers;
-    const int own = ChunkHeaderSize + int(header.size());
+    const int own = ChunkView::HeaderSize + int(header.size());
     for (int i = depth; i > 0; --i)
-        headers += Bytes().u16(type).u16(own).u32(qint64(own) * i + innermost.size()).raw(header).data();
+        headers += Bytes().u16(int(type)).u16(own).u32(qint64(own) * i + innermost.size()).raw(header).data();
     return headers + innermost;
 }
 
@@ -85,12 +84,12 @@ QByteArray nestedElements(int depth)
     builder.start(name).end(name);
     const QByteArray all = builder.build();
     // Both nodes of the builder, each as often as it takes.
-    const int poolEnd = ChunkHeaderSize + int(builder.pool().size());
+    const int poolEnd = ChunkView::HeaderSize + int(builder.pool().size());
     const int startSize = int(peek32(all, poolEnd + 4));
-    const QByteArray body = all.mid(ChunkHeaderSize, builder.pool().size())
+    const QByteArray body = all.mid(ChunkView::HeaderSize, builder.pool().size())
                             + all.mid(poolEnd, startSize).repeated(depth)
                             + all.mid(poolEnd + startSize).repeated(depth);
-    return chunk(XmlDocumentChunk, QByteArray(), body);
+    return chunk(ChunkType::Xml, QByteArray(), body);
 }
 
 // An element with @p count attributes, all with names of their own in one namespace.
@@ -105,15 +104,15 @@ QByteArray manyAttributes(int count)
     Bytes records;
     for (int i = 0; i < count; ++i) {
         pool.string(QString::number(i));
-        records.raw(attributeRecord(1, 3 + i, -1, DecimalValue, i));
+        records.raw(attributeRecord(1, 3 + i, -1, Integer, i));
     }
     ElementFields fields;
     fields.name = 2;
     fields.attributeCount = count;
-    return chunk(XmlDocumentChunk, QByteArray(),
-                 pool.build() + nodeChunk(StartNamespaceChunk, Bytes().u32(0).u32(1).data())
-                     + nodeChunk(StartElementChunk, elementBody(fields, records.data()))
-                     + nodeChunk(EndElementChunk, Bytes().u32(-1).u32(2).data()));
+    return chunk(ChunkType::Xml, QByteArray(),
+                 pool.build() + nodeChunk(ChunkType::XmlStartNamespace, Bytes().u32(0).u32(1).data())
+                     + nodeChunk(ChunkType::XmlStartElement, elementBody(fields, records.data()))
+                     + nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(2).data()));
 }
 
 // Elements that have as many attributes as may be, with names as long as may be that differ in their ends, all in a
@@ -127,11 +126,11 @@ QByteArray longNames()
     Bytes records;
     for (int i = 0; i < fields.attributeCount; ++i) {
         pool.string(QStringLiteral("%1").arg(i, XmlLoader::MaxNameLength - 1, 10, QLatin1Char('n')));
-        records.raw(attributeRecord(1, 2 + i, -1, DecimalValue, i));
+        records.raw(attributeRecord(1, 2 + i, -1, Integer, i));
     }
-    const QByteArray element = nodeChunk(StartElementChunk, elementBody(fields, records.data()))
-                               + nodeChunk(EndElementChunk, Bytes().u32(-1).u32(0).data());
-    return chunk(XmlDocumentChunk, QByteArray(),
+    const QByteArray element = nodeChunk(ChunkType::XmlStartElement, elementBody(fields, records.data()))
+                               + nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(0).data());
+    return chunk(ChunkType::Xml, QByteArray(),
                  pool.build() + element.repeated(XmlLoader::MaxNodes / (1 + XmlLoader::MaxAttributes)));
 }
 
@@ -140,9 +139,9 @@ QByteArray equalNames(int length, int elements)
 {
     const QString name(length, QLatin1Char('n'));
     ElementFields fields;
-    const QByteArray element =
-        nodeChunk(StartElementChunk, elementBody(fields)) + nodeChunk(EndElementChunk, Bytes().u32(-1).u32(1).data());
-    return chunk(XmlDocumentChunk, QByteArray(),
+    const QByteArray element = nodeChunk(ChunkType::XmlStartElement, elementBody(fields))
+                               + nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(1).data());
+    return chunk(ChunkType::Xml, QByteArray(),
                  PoolBuilder(Encoding::Utf16).string(name).string(name).build() + element.repeated(elements));
 }
 
@@ -158,12 +157,12 @@ QByteArray distinctValues()
         Bytes records;
         for (int j = i; j < i + 200; ++j) {
             pool.string(QString::number(j, 36));
-            records.raw(attributeRecord(-1, j, j, StringValue, 0));
+            records.raw(attributeRecord(-1, j, j, String, 0));
         }
-        nodes.raw(nodeChunk(StartElementChunk, elementBody(fields, records.data())));
-        nodes.raw(nodeChunk(EndElementChunk, Bytes().u32(-1).u32(0).data()));
+        nodes.raw(nodeChunk(ChunkType::XmlStartElement, elementBody(fields, records.data())));
+        nodes.raw(nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(0).data()));
     }
-    return chunk(XmlDocumentChunk, QByteArray(), pool.build() + nodes.data());
+    return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
 // Namespaces that are all different, never released.
@@ -173,9 +172,9 @@ QByteArray distinctNamespaces(int count)
     Bytes nodes;
     for (int i = 0; i < count; ++i) {
         pool.string(QString::number(i, 36));
-        nodes.raw(nodeChunk(StartNamespaceChunk, Bytes().u32(i).u32(i).data()));
+        nodes.raw(nodeChunk(ChunkType::XmlStartNamespace, Bytes().u32(i).u32(i).data()));
     }
-    return chunk(XmlDocumentChunk, QByteArray(), pool.build() + nodes.data());
+    return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
 // Starts of one URI, then ends, bound to prefixes by @p prefixOf and released by @p releasedOf; indices into the pool.
@@ -187,10 +186,10 @@ QByteArray manyBindings(int count, const std::function<int(int)> &boundAt, const
         pool.string(QString::number(i));
     Bytes nodes;
     for (int i = 0; i < count; ++i)
-        nodes.raw(nodeChunk(StartNamespaceChunk, Bytes().u32(1 + boundAt(i)).u32(0).data()));
+        nodes.raw(nodeChunk(ChunkType::XmlStartNamespace, Bytes().u32(1 + boundAt(i)).u32(0).data()));
     for (int i = 0; i < count; ++i)
-        nodes.raw(nodeChunk(EndNamespaceChunk, Bytes().u32(1 + releasedAt(i)).u32(0).data()));
-    return chunk(XmlDocumentChunk, QByteArray(), pool.build() + nodes.data());
+        nodes.raw(nodeChunk(ChunkType::XmlEndNamespace, Bytes().u32(1 + releasedAt(i)).u32(0).data()));
+    return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
 // A pool in which @p count offsets, @p distance bytes apart, lead into one long string.
@@ -216,11 +215,11 @@ QByteArray elementsWithValue(const QByteArray &pool, int count, const std::funct
     for (int i = 0; i < count; i += PerElement) {
         Bytes records;
         for (int j = 0; j < PerElement; ++j)
-            records.raw(attributeRecord(-1, j, valueOf(i + j), StringValue, 0));
-        nodes.raw(nodeChunk(StartElementChunk, elementBody(fields, records.data())));
-        nodes.raw(nodeChunk(EndElementChunk, Bytes().u32(-1).u32(0).data()));
+            records.raw(attributeRecord(-1, j, valueOf(i + j), String, 0));
+        nodes.raw(nodeChunk(ChunkType::XmlStartElement, elementBody(fields, records.data())));
+        nodes.raw(nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(0).data()));
     }
-    return chunk(XmlDocumentChunk, QByteArray(), pool + nodes.data());
+    return chunk(ChunkType::Xml, QByteArray(), pool + nodes.data());
 }
 
 QByteArray localeOf(int number)
@@ -292,15 +291,14 @@ void TestHostile::smallStackIsEnough_data()
     QTest::addColumn<Load>("load");
     addRow("elements nested in elements", nestedElements(100000), loadAndPrintDocument);
     addRow("elements nested up to the ceiling", nestedElements(XmlLoader::MaxElementDepth), loadAndPrintDocument);
-    addRow("documents nested in documents", nested(XmlDocumentChunk, QByteArray(), 400000), loadDocument);
-    addRow("tables nested in tables", nested(TableChunk, Bytes().u32(1).data(), 100000), loadTable);
-    addRow("references that lead to themselves", stringInLocales(1, ReferenceValue, 0x7f010000),
-           [](const QByteArray &b) {
-               SequentialDevice device(b);
-               ApkResources resources;
-               resources.load(&device);
-               resources.lookupByLocale(QStringLiteral("@string/0"), 0x7fffffff);
-           });
+    addRow("documents nested in documents", nested(ChunkType::Xml, QByteArray(), 400000), loadDocument);
+    addRow("tables nested in tables", nested(ChunkType::Table, Bytes().u32(1).data(), 100000), loadTable);
+    addRow("references that lead to themselves", stringInLocales(1, Reference, 0x7f010000), [](const QByteArray &b) {
+        SequentialDevice device(b);
+        ApkResources resources;
+        resources.load(&device);
+        resources.lookupByLocale(QStringLiteral("@string/0"), 0x7fffffff);
+    });
 }
 
 void TestHostile::smallStackIsEnough()
@@ -324,7 +322,7 @@ void TestHostile::boundsHold_data()
     addRow("pool that claims 20 million strings", pool, loadTable);
     poke32(pool, PoolBuilder::CountAt, 0x7fffffff);
     addRow("pool that claims 0x7fffffff strings", pool, loadTable);
-    QByteArray map = chunk(ResourceIdMapChunk);
+    QByteArray map = chunk(ChunkType::XmlResourceMap);
     poke32(map, 4, 0x7ffffffc);
     addRow("resource-id map that claims 2 GB", map, loadDocument);
 
@@ -338,9 +336,9 @@ void TestHostile::boundsHold_data()
                elementsWithValue(shifted, 20000, itself), loadDocument);
     }
     addRow("comments that name a long string",
-           chunk(XmlDocumentChunk, QByteArray(),
+           chunk(ChunkType::Xml, QByteArray(),
                  PoolBuilder(Encoding::Utf16).string(QString(30000, QLatin1Char('x'))).build()
-                     + nodeChunk(LastXmlNodeChunk, QByteArray(), 0).repeated(50000)),
+                     + nodeChunk(ChunkType::XmlLastNode, QByteArray(), 0).repeated(50000)),
            loadDocument);
 
     addRow("attributes of one element", manyAttributes(32767), loadDocument);
@@ -348,9 +346,10 @@ void TestHostile::boundsHold_data()
         "attributes up to the ceiling, in many elements",
         [] {
             const QByteArray one = manyAttributes(XmlLoader::MaxAttributes);
-            const int poolSize = int(peek32(one, ChunkHeaderSize + 4));
-            return chunk(XmlDocumentChunk, QByteArray(),
-                         one.mid(ChunkHeaderSize, poolSize) + one.mid(ChunkHeaderSize + poolSize).repeated(45));
+            const int poolSize = int(peek32(one, ChunkView::HeaderSize + 4));
+            return chunk(ChunkType::Xml, QByteArray(),
+                         one.mid(ChunkView::HeaderSize, poolSize)
+                             + one.mid(ChunkView::HeaderSize + poolSize).repeated(45));
         }(),
         loadDocument);
     addRow("attributes with long names", longNames(), loadDocument);
@@ -363,7 +362,7 @@ void TestHostile::boundsHold_data()
            loadDocument);
     addRow("bindings of one URI, none released", manyBindings(20000, nothing, [](int) { return 1; }), loadDocument);
 
-    addRow("locales that refer to themselves", stringInLocales(300, ReferenceValue, 0x7f010000), loadTable);
+    addRow("locales that refer to themselves", stringInLocales(300, Reference, 0x7f010000), loadTable);
     PackageBuilder configs;
     configs.types({QStringLiteral("string")});
     QByteArray chunks;
@@ -371,16 +370,15 @@ void TestHostile::boundsHold_data()
         chunks += TypeBuilder(1, ConfigBuilder(8).mcc(i & 0x7f).mnc(i >> 7).build()).build();
     addRow("distinct configurations", TableBuilder().package(configs.chunk(chunks)).build(), loadTable);
     addRow("one long string as the value of many configurations",
-           stringInLocales(5000, StringValue, 0, {QString(30000, QLatin1Char('x'))}), loadTable);
+           stringInLocales(5000, String, 0, {QString(30000, QLatin1Char('x'))}), loadTable);
 
     QByteArray still = chunk(0x7777);
     poke32(still, 4, 0);
     // The chunk before it is where a seek back leads to, and from there it comes again.
-    const QByteArray restless =
-        chunk(XmlDocumentChunk, QByteArray(), chunk(0x7777) + still + QByteArray(1 << 20, '\0'));
+    const QByteArray restless = chunk(ChunkType::Xml, QByteArray(), chunk(0x7777) + still + QByteArray(1 << 20, '\0'));
     addRow("document of a chunk that moves nothing", restless, loadDocument);
     addRow("table of a chunk that moves nothing",
-           chunk(TableChunk, Bytes().u32(1).data(), still + QByteArray(1 << 20, '\0')), loadTable);
+           chunk(ChunkType::Table, Bytes().u32(1).data(), still + QByteArray(1 << 20, '\0')), loadTable);
     addRow("the same on a random-access device", restless, [](const QByteArray &b) {
         QBuffer device;
         device.setData(b);
@@ -397,10 +395,10 @@ void TestHostile::boundsHold_data()
            loadTable);
 
     addRow("launchers that share a label of 300 locales",
-           package(stringInLocales(300, StringValue, 0, {QStringLiteral("label")}), launcherManifest(2000, 0x7f010000)),
+           package(stringInLocales(300, String, 0, {QStringLiteral("label")}), launcherManifest(2000, 0x7f010000)),
            loadPackage);
     addRow("launchers whose label refers to itself in 300 locales",
-           package(stringInLocales(300, ReferenceValue, 0x7f010000), launcherManifest(2000, 0x7f010000)), loadPackage);
+           package(stringInLocales(300, Reference, 0x7f010000), launcherManifest(2000, 0x7f010000)), loadPackage);
 }
 
 void TestHostile::boundsHold()
@@ -431,8 +429,8 @@ void TestHostile::nodesUpToTheCeiling()
         const QString name = QStringLiteral("a");
         XmlBuilder one;
         one.empty(name);
-        const QByteArray nodes = one.build().mid(ChunkHeaderSize + one.pool().size());
-        return chunk(XmlDocumentChunk, QByteArray(), one.pool() + nodes.repeated(elements));
+        const QByteArray nodes = one.build().mid(ChunkView::HeaderSize + one.pool().size());
+        return chunk(ChunkType::Xml, QByteArray(), one.pool() + nodes.repeated(elements));
     };
     QCOMPARE(documentFault(document(XmlLoader::MaxNodes)), QString());
     QCOMPARE(documentFault(document(XmlLoader::MaxNodes + 1)), QStringLiteral("too many nodes in XML document"));
@@ -450,9 +448,9 @@ void TestHostile::namesUpToTheCeiling()
         XmlBuilder one;
         one.startNamespace(QStringLiteral("p"), ns).start(name, {}, ns).end(name, ns);
         const int poolSize = int(one.pool().size());
-        const QByteArray all = one.build().mid(ChunkHeaderSize + poolSize);
+        const QByteArray all = one.build().mid(ChunkView::HeaderSize + poolSize);
         const int bindingSize = int(peek32(all, 4));
-        return chunk(XmlDocumentChunk, QByteArray(),
+        return chunk(ChunkType::Xml, QByteArray(),
                      one.pool() + all.left(bindingSize) + all.mid(bindingSize).repeated(elements));
     };
     constexpr int Length = XmlLoader::MaxNameLength;
@@ -474,9 +472,9 @@ void TestHostile::androidNamesUpToTheCeiling()
             .start(element, {androidText(QStringLiteral("name"), element)})
             .end(element);
         const QByteArray before = one.pool() + one.resourceIdMap();
-        const QByteArray nodes = one.build().mid(ChunkHeaderSize + before.size());
+        const QByteArray nodes = one.build().mid(ChunkView::HeaderSize + before.size());
         const int bindingSize = int(peek32(nodes, 4));
-        return chunk(XmlDocumentChunk, QByteArray(),
+        return chunk(ChunkType::Xml, QByteArray(),
                      before + nodes.left(bindingSize) + nodes.mid(bindingSize).repeated(elements));
     };
     constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
@@ -497,7 +495,7 @@ void TestHostile::referencesUpToTheCeiling()
         XmlBuilder names;
         QVector<Attribute> attributes;
         for (int i = 0; i < PerElement; ++i)
-            attributes.append({QString(), QString::number(i), QString(), ReferenceValue, 0x7f010007});
+            attributes.append({QString(), QString::number(i), QString(), Reference, 0x7f010007});
         const QString name = QStringLiteral("e");
         for (int i = 0; i < count; i += PerElement)
             names.empty(name, attributes.mid(0, count - i));
@@ -538,7 +536,7 @@ void TestHostile::nameUpToTheCeiling()
         else if (place == QLatin1String("URI of an element"))
             builder.start(e, {}, name).end(e, name);
         else
-            builder.empty(e, {{name, e, e, StringValue, 0}});
+            builder.empty(e, {{name, e, e, String, 0}});
         return builder.build();
     };
     QCOMPARE(documentFault(document(XmlLoader::MaxNameLength)), QString());
@@ -550,8 +548,8 @@ void TestHostile::logIsShort_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<Load>("load");
     const QByteArray unknown = chunk(0x7777).repeated(1000);
-    addRow("unknown chunks in a document", chunk(XmlDocumentChunk, QByteArray(), unknown), loadDocument);
-    addRow("unknown chunks in a table", chunk(TableChunk, Bytes().u32(1).data(), unknown), loadTable);
+    addRow("unknown chunks in a document", chunk(ChunkType::Xml, QByteArray(), unknown), loadDocument);
+    addRow("unknown chunks in a table", chunk(ChunkType::Table, Bytes().u32(1).data(), unknown), loadTable);
     addRow("unknown chunks in a package", TableBuilder().package(PackageBuilder().chunk(unknown)).build(), loadTable);
     addRow("unknown pools in a package",
            TableBuilder().package(PackageBuilder().chunk(PoolBuilder().build().repeated(1000))).build(), loadTable);
@@ -590,7 +588,7 @@ void TestHostile::valuesOfOneStringShareIt()
     QCOMPARE(element.attribute(QStringLiteral("a")), text);
     QVERIFY(element.attribute(QStringLiteral("a")).isSharedWith(element.attribute(QStringLiteral("b"))));
 
-    SequentialDevice table(stringInLocales(2, StringValue, 0, {text}));
+    SequentialDevice table(stringInLocales(2, String, 0, {text}));
     ApkResources resources;
     QVERIFY(resources.load(&table));
     const QString reference = QStringLiteral("@string/0");
@@ -604,8 +602,7 @@ void TestHostile::valuesOfOneStringShareIt()
 
 void TestHostile::labelsOfOneReferenceAreShared()
 {
-    PackageDevice device(stringInLocales(2, StringValue, 0, {QStringLiteral("label")}),
-                         launcherManifest(2, 0x7f010000));
+    PackageDevice device(stringInLocales(2, String, 0, {QStringLiteral("label")}), launcherManifest(2, 0x7f010000));
     ApkFile apk(&device);
     const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(false);
     QCOMPARE(launchers.size(), 2);

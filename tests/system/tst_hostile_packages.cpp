@@ -5,7 +5,6 @@
 #include "Bytes.h"
 #include "Devices.h"
 #include "Pictures.h"
-#include "format/ResourceTypes.h"
 #include "launchers/IconLookup.h"
 #include "launchers/LauncherFinder.h"
 #include "launchers/VisibilityRules.h"
@@ -19,7 +18,6 @@
 #include <functional>
 
 using namespace fixture;
-using namespace ResourceTypes;
 
 /*
  * Packages in which each part is small and sound, and the parts multiply each other: launchers and what their icons,
@@ -89,7 +87,7 @@ QByteArray localeOf(int number)
 void addLocales(PackageBuilder &package, int entry, int count)
 {
     for (int i = 0; i < count; ++i)
-        package.type(TypeBuilder(1, localeOf(i)).value(entry, StringValue, 0));
+        package.type(TypeBuilder(1, localeOf(i)).value(entry, String, 0));
 }
 
 QByteArray table(const PackageBuilder &package, const QStringList &strings = {QStringLiteral("text")})
@@ -107,7 +105,7 @@ QByteArray chain(int length)
 {
     TypeBuilder type(1);
     for (int i = 0; i < length; ++i)
-        type.value(i, ReferenceValue, 0x7f010000 + i + 1);
+        type.value(i, Reference, 0x7f010000 + i + 1);
     return table(strings().type(type));
 }
 
@@ -118,8 +116,8 @@ QByteArray copiesOfManyLocales(int entries, int locales)
     TypeBuilder own(1, ConfigBuilder(16).locale("zz", "zz").build());
     TypeBuilder byDefault(1);
     for (int i = 0; i < entries; ++i) {
-        own.value(i + 1, StringValue, 0);
-        byDefault.value(i + 1, ReferenceValue, 0x7f010000);
+        own.value(i + 1, String, 0);
+        byDefault.value(i + 1, Reference, 0x7f010000);
     }
     package.type(own).type(byDefault);
     addLocales(package, 0, locales);
@@ -181,7 +179,7 @@ void TestHostilePackages::boundsHold_data()
     QStringList texts{QStringLiteral("nothing")};
     for (int i = 0; i < 10000; ++i) {
         texts.append(QStringLiteral("@string/") + QString(i % 100, QLatin1Char('0')) + QString::number(4294967296 + i));
-        aliases.type(TypeBuilder(1, localeOf(i)).value(0, StringValue, 0).value(1, StringValue, i + 1));
+        aliases.type(TypeBuilder(1, localeOf(i)).value(0, String, 0).value(1, String, i + 1));
     }
     addRow("texts in the table for one entry of many values", table(aliases, texts), launchersThatRefer(1, icon));
 
@@ -228,12 +226,12 @@ void TestHostilePackages::boundsHold_data()
     addRow("table of nothing, inflated", chunk(0x7777, QByteArray(), QByteArray(int(Extractor::MaxBytes), '\0')),
            smallManifest());
     const QByteArray none = chunk(0x7777).repeated(1 << 23);
-    addRow("chunks of nothing, inflated: table", chunk(TableChunk, Bytes().u32(1).data(), none), smallManifest());
-    addRow("chunks of nothing, inflated: document", emptyTable(), chunk(XmlDocumentChunk, QByteArray(), none));
+    addRow("chunks of nothing, inflated: table", chunk(ChunkType::Table, Bytes().u32(1).data(), none), smallManifest());
+    addRow("chunks of nothing, inflated: document", emptyTable(), chunk(ChunkType::Xml, QByteArray(), none));
     TypeBuilder type(1, ConfigBuilder(4).build());
     addRow("chunks of no values, inflated", table(strings().chunk(type.build().repeated(1 << 20))), smallManifest());
     for (int i = 0; i < 1000; ++i)
-        type.value(999 - i, DecimalValue, i);
+        type.value(999 - i, Integer, i);
     addRow("values, inflated", table(strings().chunk(type.build().repeated(5000))), smallManifest());
 }
 
@@ -266,8 +264,8 @@ void TestHostilePackages::labelsUpToTheCeiling()
     const auto labels = [](int locales) {
         PackageBuilder package = strings();
         addLocales(package, 0, locales - 1);
-        package.type(TypeBuilder(1, ConfigBuilder(16).locale("zz", "zz").build()).value(0, ReferenceValue, 0x7f010000))
-            .type(TypeBuilder(1).value(1, StringValue, 0));
+        package.type(TypeBuilder(1, ConfigBuilder(16).locale("zz", "zz").build()).value(0, Reference, 0x7f010000))
+            .type(TypeBuilder(1).value(1, String, 0));
         return asked(table(package),
                      launchers(2, [](int i) { return QVector<Attribute>{androidReference(label, 0x7f010000 + i)}; }));
     };
@@ -286,7 +284,7 @@ void TestHostilePackages::iconsUpToTheCeiling()
     const QString path = QStringLiteral("icon.png");
     const auto widthOfSecond = [&path](int length) {
         PackageBuilder package = strings();
-        package.type(TypeBuilder(1).value(0, StringValue, 0).value(1, StringValue, 1));
+        package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
         const QByteArray resources =
             TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
         const QByteArray document =
@@ -318,10 +316,10 @@ void TestHostilePackages::iconReferencesThatWaitForTheCeiling()
     const QString path = QStringLiteral("icon.png");
     const auto iconsBesideTexts = [&path](int length) {
         PackageBuilder package = strings();
-        package.type(TypeBuilder(1, localeOf(1)).value(0, ReferenceValue, 0x7f010001));
-        package.type(TypeBuilder(1, localeOf(2)).value(0, ReferenceValue, 0x7f010002));
+        package.type(TypeBuilder(1, localeOf(1)).value(0, Reference, 0x7f010001));
+        package.type(TypeBuilder(1, localeOf(2)).value(0, Reference, 0x7f010002));
         addLocales(package, 1, 3);
-        package.type(TypeBuilder(1).value(2, StringValue, 1));
+        package.type(TypeBuilder(1).value(2, String, 1));
         const QByteArray resources =
             TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
         const QByteArray document =
@@ -360,10 +358,10 @@ void TestHostilePackages::statesUpToTheCeiling()
         PackageBuilder package = strings();
         for (int i = 0; i < ResourcePackage::MaxValues; ++i) {
             TypeBuilder type(1, ConfigBuilder(8).mcc(1 + i % 1000).mnc(1 + i / 1000).build());
-            type.value(0, BooleanValue, 0);
-            package.type(i < values ? type.value(1, BooleanValue, 0) : type);
+            type.value(0, Boolean, 0);
+            package.type(i < values ? type.value(1, Boolean, 0) : type);
         }
-        package.type(TypeBuilder(1).value(2, BooleanValue, 0));
+        package.type(TypeBuilder(1).value(2, Boolean, 0));
         return asked(table(package),
                      launchers(3, [](int i) { return QVector<Attribute>{androidReference(enabled, 0x7f010000 + i)}; }))
             .size();
@@ -374,7 +372,7 @@ void TestHostilePackages::statesUpToTheCeiling()
     // The text of a reference may be too long, and then none after it hides anything.
     const auto shownBehind = [](int length) {
         PackageBuilder package = strings();
-        package.type(TypeBuilder(1).value(0, BooleanValue, 0));
+        package.type(TypeBuilder(1).value(0, Boolean, 0));
         const QByteArray document = launchers(
             2,
             [length](int i) {

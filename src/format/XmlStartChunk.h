@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef XMLSTARTCHUNK_H
+#define XMLSTARTCHUNK_H
+
+#include "format/ChunkView.h"
+#include "format/TypedValue.h"
+
+/**
+ * The start of an element in a binary XML document. Every chunk from ChunkType::XmlFirstNode to XmlLastNode has a node
+ * header: after the chunk header, the line u32 and the comment u32 (the index of a string, NoString for none). The body
+ * of this chunk, with offsets from the end of the node header:
+ *
+ * | offset | width    | field                                                          |
+ * |--------|----------|----------------------------------------------------------------|
+ * | 0      | u32, u32 | namespace, name: indices of strings, NoString for none         |
+ * | 8      | u16      | attribute start: offset of the first attribute                 |
+ * | 10     | u16      | attribute size: of each, at least 20                           |
+ * | 12     | u16      | attribute count                                                |
+ * | 14     | 3 x u16  | numbers of the id, class and style attribute                   |
+ *
+ * An attribute:
+ *
+ * | offset | width    | field                                                          |
+ * |--------|----------|----------------------------------------------------------------|
+ * | 0      | u32, u32 | namespace, name: indices of strings                            |
+ * | 8      | u32      | raw value: index of the text in the source, NoString for none  |
+ * | 12     | 8 bytes  | value (see TypedValue)                                         |
+ *
+ * The string of a name has a resource id when the document's map of resource ids (ChunkType::XmlResourceMap: u32 each)
+ * has one at its index. Tools that shrink packages empty the names of such attributes. Meets raw input.
+ */
+class XmlStartChunk
+{
+public:
+    static constexpr int NodeHeaderSize = 16;
+    static constexpr int FieldsSize = 14; ///< from the namespace to the attribute count
+    static constexpr int AttributeSize = 20;
+    static constexpr quint32 NoString = 0xffffffff;
+
+    struct Attribute {
+        quint32 name = NoString;
+        quint32 raw = NoString;
+        TypedValue value;
+    };
+
+    /// @p chunk is of the type ChunkType::XmlStartElement.
+    explicit XmlStartChunk(const ChunkView &chunk)
+        : m_body(chunk.bytes().from(qMax(chunk.headerSize(), NodeHeaderSize)))
+    {
+    }
+
+    /// Whether all attributes are within the chunk.
+    bool isValid() const
+    {
+        return attributeCount() == 0
+               || (recordSize() >= AttributeSize && m_body.has(start(), recordSize() * attributeCount()));
+    }
+    quint32 name() const { return m_body.u32(4); }
+    int attributeCount() const { return m_body.u16(12); }
+    /// Precondition: isValid(), and @p number is less than attributeCount().
+    Attribute attribute(int number) const
+    {
+        const ByteView record = m_body.part(start() + number * recordSize(), recordSize());
+        return {record.u32(4), record.u32(8), TypedValue::read(record, 12)};
+    }
+
+private:
+    qint64 start() const { return m_body.u16(8); }
+    qint64 recordSize() const { return m_body.u16(10); }
+
+    ByteView m_body;
+};
+
+#endif
