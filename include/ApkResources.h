@@ -114,8 +114,7 @@ public:
     QMap<QString, QString> lookupByLocale(const QString &ref, int depth) const;
 
 private:
-    friend class LocaleLookup;
-    friend class ValueTextCache;
+    friend class ApkResourcesData;
 
     QSharedDataPointer<ApkResourcesData> d;
 };

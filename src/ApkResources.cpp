@@ -2,17 +2,13 @@
 #include "ApkResources.h"
 
 #include "document/XmlLoader.h"
-#include "format/ResourceTypes.h"
 #include "stream/Extractor.h"
-#include "stream/TwosComplement.h"
 #include "table/ApkResourcesData.h"
 #include "table/LocaleLookup.h"
 #include "table/ResourceReference.h"
 #include "table/ResourcesLoader.h"
 
 #include <QDomDocument>
-
-#include <utility>
 
 ApkResources::ApkResources() : d(new ApkResourcesData) {}
 
@@ -21,6 +17,11 @@ ApkResources::ApkResources(const ApkResources &other) = default;
 ApkResources &ApkResources::operator=(const ApkResources &other) = default;
 
 ApkResources::~ApkResources() = default;
+
+const ApkResourcesData &ApkResourcesData::of(const ApkResources &resources)
+{
+    return *resources.d;
+}
 
 bool ApkResources::load(QIODevice *device)
 {
@@ -46,19 +47,12 @@ QDomDocument ApkResources::loadXml(QIODevice *device, bool *ok) const
 
 QString ApkResources::refToString(int ref) const
 {
-    const int packageId = ResourceId::package(quint32(ref));
-    for (const ResourcePackage &package : std::as_const(d->packages)) {
-        if (package.id() == packageId)
-            return package.refToString(ref);
-    }
-    return QStringLiteral("@?%1").arg(twosComplement(ref), 8, 16, QLatin1Char('0'));
+    return d->refToString(ref);
 }
 
 QString ApkResources::valueToString(int type, int data) const
 {
-    if (type == int(ValueType::Reference) || type == int(ValueType::Attribute))
-        return refToString(data);
-    return d->stringPool.valueToString(type, data);
+    return d->valueToString(type, data);
 }
 
 QStringList ApkResources::lookupAll(const QString &ref) const
@@ -83,5 +77,5 @@ QMap<QString, QString> ApkResources::lookupAllByConfig(const QString &ref) const
 
 QMap<QString, QString> ApkResources::lookupByLocale(const QString &ref, int depth) const
 {
-    return LocaleLookup(*this).byReference(ref, depth);
+    return LocaleLookup(*d).byReference(ref, depth);
 }

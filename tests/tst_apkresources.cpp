@@ -816,7 +816,7 @@ void TestApkResources::randomTablesAnswerByTheRecursiveRule()
 void TestApkResources::oneRunAnswersTheSameTwice()
 {
     const ApkResources table = chain(3);
-    LocaleLookup lookup(table);
+    LocaleLookup lookup(ApkResourcesData::of(table));
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(lookup.byReference("plain", 2), (Texts{{"", "plain"}}));
         QCOMPARE(lookup.byReference("@string/0", 2), (Texts{{"", "@string/3"}}));

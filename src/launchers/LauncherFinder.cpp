@@ -6,6 +6,7 @@
 #include "format/Allowance.h"
 #include "launchers/IconLookup.h"
 #include "launchers/VisibilityRules.h"
+#include "table/ApkResourcesData.h"
 #include "table/LocaleLookup.h"
 
 #include <QDomElement>
@@ -90,7 +91,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
     VisibilityRules rules(m_resources);
     IconLookup icons(m_resources, m_archive, [this] { return decodingBytes(m_manifest); });
-    LocaleLookup labels(m_resources);
+    LocaleLookup labels(ApkResourcesData::of(m_resources));
     Allowance classCharacters(MaxClassCharacters);
     for (int i = 0; i < filters.length(); ++i) {
         const QDomElement filter = filters.item(i).toElement();

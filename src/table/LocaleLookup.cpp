@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "table/LocaleLookup.h"
 
-#include "ApkResources.h"
 #include "format/ResourceTypes.h"
 #include "table/ApkResourcesData.h"
 #include "table/ResourceReference.h"
@@ -18,7 +17,7 @@ QMap<QString, QString> LocaleLookup::byReference(const QString &ref, int depth)
         return {{QString(), ref}};
     if (!m_values.spend(ref.size() / CharactersOfAValue))
         return {};
-    const ResourceReference reference(ref, *m_resources.d);
+    const ResourceReference reference(ref, m_table);
     if (reference.package() == nullptr)
         return {};
     const ResourcePackage &package = *reference.package();
@@ -42,10 +41,10 @@ QMap<QString, QString> LocaleLookup::inPackage(const ResourcePackage &package, i
 LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int typeId, int entry, int depth)
 {
     Texts values;
-    for (const ResourceEntry &value : package.m_values.values(typeId, entry)) {
+    for (const ResourceEntry &value : package.values(typeId, entry)) {
         if (!m_values.spend(1))
             break;
-        const QString locale = package.m_configs.at(value.configIndex()).locale();
+        const QString locale = package.config(value).locale();
         if (values.contains(locale))
             continue;
         if (depth == 0 || value.dataType() != int(ValueType::Reference)) {
@@ -56,7 +55,7 @@ LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int t
             put(values, locale, text);
             continue;
         }
-        const Texts referenced = byReference(m_resources.refToString(value.data()), depth - 1);
+        const Texts referenced = byReference(m_table.refToString(value.data()), depth - 1);
         // The locales of the referenced resource are taken from here on, also from this resource's own later values.
         if (locale.isEmpty())
             addMissing(values, referenced);

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "table/ResourcePackage.h"
 
-#include "ApkResources.h"
 #include "format/ResourceTable.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
 #include "stream/TwosComplement.h"
 #include "table/EntryOffsets.h"
-#include "table/LocaleLookup.h"
-#include "table/ValueTextCache.h"
 
 #include <QDebug>
 #include <QStringBuilder>
@@ -222,29 +219,4 @@ QString ResourcePackage::refToString(int ref) const
         ResourceId::package(id) != ResourceId::ApplicationPackage ? m_name + QLatin1Char(':') : QString();
     return QLatin1Char('@') % prefix % m_typeNames.at(typeId - 1) % QLatin1Char('/')
            % QString::number(ResourceId::entry(id));
-}
-
-QStringList ResourcePackage::lookupAll(const QString &type, int entry, const ApkResources &res) const
-{
-    ValueTextCache texts(res);
-    QStringList values;
-    for (const ResourceEntry &value : m_values.values(typeId(type), entry))
-        values.append(texts.text(value.dataType(), value.data()));
-    return values;
-}
-
-QMap<QString, QString> ResourcePackage::lookupAllByConfig(const QString &type, int entry, const ApkResources &res) const
-{
-    ValueTextCache texts(res);
-    QMap<QString, QString> values;
-    for (const ResourceEntry &value : m_values.values(typeId(type), entry)) {
-        values.insert(m_configs.at(value.configIndex()).toString(), texts.text(value.dataType(), value.data()));
-    }
-    return values;
-}
-
-QMap<QString, QString> ResourcePackage::lookupByLocale(const QString &type, int entry, const ApkResources &res,
-                                                       int depth) const
-{
-    return LocaleLookup(res).inPackage(*this, typeId(type), entry, depth);
 }

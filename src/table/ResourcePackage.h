@@ -19,7 +19,6 @@
 class ApkResources;
 class EntryOffsets;
 class Extractor;
-class LocaleLookup;
 
 /**
  * One package of a resource table (chunk type 0x0200): its name, the names of its types, and every simple value of
@@ -94,14 +93,19 @@ public:
     QMap<QString, QString> lookupAllByConfig(const QString &type, int entry, const ApkResources &res) const;
     QMap<QString, QString> lookupByLocale(const QString &type, int entry, const ApkResources &res, int depth) const;
 
+    /// The id of the first type with the name @p type; 0 when there is none.
+    int typeId(const QString &type) const { return int(m_typeNames.indexOf(type)) + 1; }
+    /// The values of the entry with index @p entry of a type, in the order of the file.
+    ResourceValues::Range values(int typeId, int entry) const { return m_values.values(typeId, entry); }
+    /// The configuration of @p value, which is one of values().
+    const ResourceConfig &config(const ResourceEntry &value) const { return m_configs.at(value.configIndex()); }
+
     /// The steps of load(): one chunk within the package, one type chunk after its header, one entry of it.
     void parseChunk();
     void parseTypeChunk(int headerSize);
     void parseEntry(int typeId, int entryIndex, int configIndex);
 
 private:
-    friend class LocaleLookup;
-
     struct ByBytes {
         bool operator()(const ResourceConfig &left, const ResourceConfig &right) const
         {
@@ -115,8 +119,6 @@ private:
     int indexOfConfig(const ResourceConfig &config);
     void sortValues();
     void readTypeNames();
-    /// The id of the first type of that name; 0 for none.
-    int typeId(const QString &type) const { return int(m_typeNames.indexOf(type)) + 1; }
 
     int m_id = -1;
     QString m_name;

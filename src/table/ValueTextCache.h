@@ -6,19 +6,19 @@
 
 #include <QString>
 
-class ApkResources;
+class ApkResourcesData;
 
-/// The texts of a table's values, as ApkResources::valueToString() gives them; values that are one string share it.
+/// The texts of a table's values, as ApkResources::valueToString() returns them. Each string is decoded once.
 class ValueTextCache
 {
 public:
-    /// Of @p resources, which must outlive this object and stay as they are.
-    explicit ValueTextCache(const ApkResources &resources);
+    /// @p table must outlive this object and stay unchanged.
+    explicit ValueTextCache(const ApkResourcesData &table);
 
     QString text(int dataType, int data);
 
 private:
-    const ApkResources &m_resources;
+    const ApkResourcesData &m_table;
     StringCache m_strings;
 };
 
