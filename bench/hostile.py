@@ -1,12 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""hostile.py PROGRAMS RESULTS [PAGE] | --programs: measures the files that were made to do harm, in the tests that hold
-their bounds.
+"""hostile.py PROGRAMS RESULTS [PAGE] | --programs: measures the hostile files, in the tests that hold their bounds.
 
-PROGRAMS is the directory of the test programs, which append what each row took to the file that SORREL_COSTS names.
-Writes all rows to RESULTS/hostile.json, for the report, and prints a table of the slowest rows of each test and its
-largest one, which takes the place of the table in the Markdown page PAGE. Time is processor time against inflating 64 MiB
-in the same run; figures are medians. --programs prints the names of the programs.
+PROGRAMS is the directory of the test programs, which append the cost of each row to the file in SORREL_COSTS. Writes all rows
+to RESULTS/hostile.json, for the report. Prints a table of the slowest rows of each test and its largest one, and replaces the
+table in the Markdown page PAGE with it. Time is processor time as a ratio to inflating 64 MiB in the same run; figures are
+medians. --programs prints the names of the programs.
 """
 
 import json
@@ -95,7 +94,7 @@ def table(reference, rows):
     lines += [f"| {row['program']} | {row['row']} | {row['seconds'] / reference:.2f} | {row['memory'] / 2**20:.1f} MiB |"
               for row in shown(rows)]
     slowest = max(row["seconds"] for row in rows)
-    lines += ["", f"The table is of {len(rows)} files. Inflating 64 MiB took {reference:.2f} s, the slowest file "
+    lines += ["", f"{len(rows)} files were measured. Inflating 64 MiB took {reference:.2f} s, and the slowest file took "
               f"{slowest:.1f} s."]
     return "\n".join(lines)
 
