@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ApkLauncherInfo.h"
 
-#include "ApkLauncherInfoData.h"
+#include "launchers/ApkLauncherInfoData.h"
 
 ApkLauncherInfo::ApkLauncherInfo() : d(new ApkLauncherInfoData) {}
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "launchers/LauncherFinder.h"
 
-#include "ApkLauncherInfoData.h"
 #include "document/AndroidNamespace.h"
 #include "format/Allowance.h"
+#include "launchers/ApkLauncherInfoData.h"
 #include "launchers/IconLookup.h"
 #include "launchers/VisibilityRules.h"
 #include "table/ApkResourcesData.h"
