@@ -65,11 +65,6 @@ int indexOfAndroidAttribute(quint32 id)
     return found != std::end(AndroidAttributes) && found->id == id ? int(found - std::begin(AndroidAttributes)) : -1;
 }
 
-QByteArray local8Bit(const QString &text)
-{
-    return text.toLocal8Bit();
-}
-
 } // namespace
 
 XmlLoader::XmlLoader() : m_pool(QString()), m_strings(m_pool) {}
@@ -86,7 +81,7 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
     parseChunk();
     reader->release();
     if (reader->failed())
-        qDebug("XmlLoader error: %s", local8Bit(reader->errorString()).constData());
+        qDebug("XmlLoader error: %s", reader->errorString().toLocal8Bit().constData());
 }
 
 void XmlLoader::parseChunk()
@@ -119,8 +114,8 @@ void XmlLoader::parseChunk()
             parseResourceIdMap(chunk.headerSize());
             break;
         default:
-            if (m_reader->mayTell())
-                qDebug("Unexpected chunk 0x%04x", unsigned(qint16(chunk.type())));
+            m_reader->diagnostics().add(SORREL_LOGGER,
+                                        {Diagnostics::Code::UnexpectedDocumentChunk, unsigned(qint16(chunk.type()))});
         }
     }
 }
@@ -242,8 +237,8 @@ QDomElement XmlLoader::createElement(int namespaceIndex, const QString &name)
     if (namespaceIndex < 0)
         return m_document.createElement(name);
     const QString uri = nameAt(namespaceIndex);
-    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
-        qDebug("Unknown namespace %s for element %s", local8Bit(uri).constData(), local8Bit(name).constData());
+    if (!m_namespaces.isBound(uri))
+        m_reader->diagnostics().add(SORREL_LOGGER, {Diagnostics::Code::UnknownElementNamespace, 0, uri, name});
     return m_document.createElementNS(uri, qualifiedName(uri, name));
 }
 
@@ -275,8 +270,8 @@ void XmlLoader::parseAttribute(QDomElement &element)
         return;
     }
     const QString uri = nameAt(namespaceIndex);
-    if (!m_namespaces.isBound(uri) && m_reader->mayTell())
-        qDebug("Unknown namespace %s", local8Bit(uri).constData());
+    if (!m_namespaces.isBound(uri))
+        m_reader->diagnostics().add(SORREL_LOGGER, {Diagnostics::Code::UnknownAttributeNamespace, 0, uri});
     element.setAttributeNS(uri, qualifiedName(uri, name), value);
 }
 
@@ -299,8 +294,8 @@ QString XmlLoader::qualifiedAndroidName(int attribute)
     QString qualified = qualifiedName(androidNamespace, QLatin1String(AndroidAttributes[attribute].name));
     if (m_namespaces.isBound(androidNamespace))
         known = qualified;
-    else if (m_reader->mayTell())
-        qDebug("Android namespace not defined");
+    else
+        m_reader->diagnostics().add(SORREL_LOGGER, {Diagnostics::Code::NoAndroidNamespace});
     return qualified;
 }
 

@@ -43,18 +43,12 @@ void Extractor::setDevice(QIODevice *device)
     m_boundaries.clear();
     m_stepsBack = 0;
     m_regions = 0;
-    m_lines = 0;
+    m_diagnostics.clear();
 }
 
 void Extractor::setDeviceError()
 {
     setError(m_source.isTooLong() ? QStringLiteral("file too long") : QStringLiteral("file too short"));
-}
-
-bool Extractor::mayTell()
-{
-    m_lines = qMin(m_lines + 1, MaxLines + 1);
-    return m_lines <= MaxLines;
 }
 
 void Extractor::setError(const QString &text)

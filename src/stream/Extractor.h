@@ -5,6 +5,7 @@
 #include <SorrelExport.h>
 
 #include "stream/DeviceReader.h"
+#include "stream/Diagnostics.h"
 
 #include <QByteArray>
 #include <QSharedPointer>
@@ -52,8 +53,6 @@ public:
     static constexpr int MaxBytes = DeviceReader::MaxBytes;
     /// Regions that are opened at most. A chunk is one, and may be 8 bytes long.
     static constexpr int MaxRegions = 1 << 20;
-    /// Lines that mayTell() grants.
-    static constexpr int MaxLines = 100;
 
     /**
      * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's; the reader does not
@@ -71,10 +70,12 @@ public:
     void setError(const QString &text);
     [[gnu::used]] SORREL_EXPORT bool failed() const { return !m_error->isEmpty(); }
 
-    /// Whether one more line about what is read may go to the debug log. It may MaxLines times, so that the log stays
-    /// short when a file has thousands of places that are worth a line.
-    bool mayTell();
+    /// The oddities of what was read since the device was set.
+    Diagnostics &diagnostics() { return m_diagnostics; }
+    const Diagnostics &diagnostics() const { return m_diagnostics; }
 
+    /// The recorded error alone; empty without one.
+    QString fault() const { return *m_error; }
     /// The recorded error, then ": " and the device's own error text, which a QIODevice practically always has.
     QString errorString() const;
 
@@ -180,7 +181,7 @@ private:
     void setDeviceError();
 
     DeviceReader m_source;
-    int m_lines = 0; ///< that mayTell() granted
+    Diagnostics m_diagnostics;
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;

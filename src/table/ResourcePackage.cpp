@@ -7,7 +7,6 @@
 #include "stream/TwosComplement.h"
 #include "table/EntryOffsets.h"
 
-#include <QDebug>
 #include <QStringBuilder>
 
 #include <algorithm>
@@ -69,8 +68,8 @@ void ResourcePackage::parseChunk()
             parseStringPool(chunk.headerSize());
             break;
         default:
-            if (m_reader->mayTell())
-                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+            m_reader->diagnostics().add(SORREL_LOGGER,
+                                        {Diagnostics::Code::UnexpectedTableChunk, unsigned(chunk.type())});
         }
     }
 }
@@ -82,8 +81,9 @@ void ResourcePackage::parseStringPool(int headerSize)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
         StringPool(m_name + QLatin1String(" keys")).load(m_reader, headerSize); // for its faults alone
-    else if (m_reader->mayTell())
-        qDebug("Skipping unknown string pool at %x", unsigned(m_reader->position));
+    else
+        m_reader->diagnostics().add(SORREL_LOGGER,
+                                    {Diagnostics::Code::UnknownStringPool, unsigned(m_reader->position)});
 }
 
 void ResourcePackage::parseTypeChunk(int headerSize)

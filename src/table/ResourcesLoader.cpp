@@ -38,8 +38,8 @@ void ResourcesLoader::parseChunk()
             parsePackage(chunk.headerSize());
             break;
         default:
-            if (m_reader->mayTell())
-                qDebug("Skipping unexpected 0x%04x chunk", unsigned(quint16(chunk.type())));
+            m_reader->diagnostics().add(SORREL_LOGGER,
+                                        {Diagnostics::Code::UnexpectedTableChunk, unsigned(chunk.type())});
         }
     }
 }

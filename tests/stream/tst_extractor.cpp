@@ -447,7 +447,7 @@ private slots:
     void errorBoundaryOutOfBounds();
     void errorFileTooLong();
     void bytesAtHandStopAtTheCeiling();
-    void linesAreGrantedUpToTheCeiling();
+    void diagnosticsAreOfOneDevice();
     void errorTooManyStepsBack();
     void errorTooManyChunks();
 };
@@ -1805,16 +1805,14 @@ void TestExtractor::bytesAtHandStopAtTheCeiling()
     QCOMPARE(reader.errorString(), QStringLiteral("file too long: Unknown error"));
 }
 
-void TestExtractor::linesAreGrantedUpToTheCeiling()
+void TestExtractor::diagnosticsAreOfOneDevice()
 {
     SequentialDevice device({});
     Extractor reader(&device);
-    for (int i = 0; i < Extractor::MaxLines; ++i)
-        QVERIFY(reader.mayTell());
-    QVERIFY(!reader.mayTell());
-    QVERIFY(!reader.mayTell());
+    reader.diagnostics().add(SORREL_LOGGER, {Diagnostics::Code::NoAndroidNamespace});
+    QCOMPARE(reader.diagnostics().items().size(), 1);
     reader.setDevice(&device);
-    QVERIFY(reader.mayTell());
+    QVERIFY(reader.diagnostics().items().isEmpty());
 }
 
 void TestExtractor::errorTooManyStepsBack()

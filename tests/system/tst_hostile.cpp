@@ -574,7 +574,7 @@ void TestHostile::logIsShort()
     QFETCH(Load, load);
     const LogCapture log;
     load(bytes);
-    QCOMPARE(log.lines().size(), int(Extractor::MaxLines));
+    QCOMPARE(log.lines().size(), int(Diagnostics::MaxItems));
 }
 
 void TestHostile::valuesOfOneStringShareIt()
