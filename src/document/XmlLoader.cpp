@@ -80,7 +80,7 @@ void XmlLoader::load(Extractor *reader, const ApkResources &resources)
     m_nameCharacters = 0;
     parseChunk();
     reader->release();
-    if (reader->failed())
+    if (reader->failed() && !reader->diagnostics().isQuiet())
         qDebug("XmlLoader error: %s", reader->errorString().toLocal8Bit().constData());
 }
 

@@ -36,5 +36,6 @@ void Diagnostics::add(const QMessageLogger &logger, const Item &item)
     if (m_items.size() == MaxItems)
         return;
     m_items.append(item);
-    print(logger, item);
+    if (!m_isQuiet)
+        print(logger, item);
 }

@@ -11,7 +11,7 @@
 
 /**
  * The oddities that libsorrel's readers skipped in a table or document, or accepted as they are. Each is printed on Qt's
- * debug log when it is added, and kept. A fault is no oddity: it ends the reading, and is on the Extractor.
+ * debug log when it is added, and kept. A fault is no oddity: it is on the Extractor, and the loader prints it.
  */
 class Diagnostics
 {
@@ -34,6 +34,10 @@ public:
     /// Oddities that are printed and kept of one table or document; further ones are dropped.
     static constexpr int MaxItems = 100;
 
+    /// From now on nothing is printed. For callers that read items().
+    void setQuiet() { m_isQuiet = true; }
+    bool isQuiet() const { return m_isQuiet; }
+
     /// Prints @p item by @p logger, and keeps it.
     void add(const QMessageLogger &logger, const Item &item);
     /// In the order in which they were added.
@@ -42,6 +46,7 @@ public:
 
 private:
     QVector<Item> m_items;
+    bool m_isQuiet = false;
 };
 
 #endif

@@ -18,7 +18,7 @@ void ResourcesLoader::load(ApkResourcesData *data, Extractor *reader)
     reader->release();
     if (!reader->failed())
         data->valid = true;
-    else
+    else if (!reader->diagnostics().isQuiet())
         qDebug("Error extracting resources: %s", reader->errorString().toLocal8Bit().constData());
 }
 

@@ -16,6 +16,7 @@ private slots:
     void eachIsPrinted();
     void linesAreOfTheCaller();
     void itemsUpToTheCeiling();
+    void quietOnesAreKept();
 };
 
 void TestDiagnostics::eachIsPrinted_data()
@@ -71,6 +72,16 @@ void TestDiagnostics::itemsUpToTheCeiling()
     QCOMPARE(diagnostics.items().size(), int(Diagnostics::MaxItems));
     diagnostics.clear();
     diagnostics.add(SORREL_LOGGER, {Code::NoAndroidNamespace});
+    QCOMPARE(diagnostics.items().size(), 1);
+}
+
+void TestDiagnostics::quietOnesAreKept()
+{
+    const LogCapture log;
+    Diagnostics diagnostics;
+    diagnostics.setQuiet();
+    diagnostics.add(SORREL_LOGGER, {Code::NoAndroidNamespace});
+    QVERIFY(log.lines().isEmpty());
     QCOMPARE(diagnostics.items().size(), 1);
 }
 

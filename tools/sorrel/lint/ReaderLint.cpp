@@ -1,63 +1,26 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ReaderLint.h"
 
-#include "LibraryLog.h"
-#include "ManifestScan.h"
-#include "RawBytes.h"
+#include "AttributeTexts.h"
 #include "SequentialBytes.h"
-#include "TableScan.h"
+#include "TableEncodings.h"
 
-#include <ApkResources.h>
+#include "archive/ZipArchive.h"
+#include "document/XmlLoader.h"
+#include "format/Limits.h"
+#include "stream/Extractor.h"
+#include "table/ApkResourcesData.h"
+#include "table/ResourcesLoader.h"
+
 #include <SorrelKit/PackageNormalizer.h>
 
-#include <quazip.h>
-#include <quazipfile.h>
-
-#include <QDomDocument>
-#include <QFileInfo>
-#include <QStringList>
-
 using namespace LintChecks;
+using Code = Diagnostics::Code;
 
 namespace {
 
 const QLatin1String tableName("resources.arsc");
 const QLatin1String manifestName("AndroidManifest.xml");
-constexpr qint64 MaxTableBytes = 128 << 20;
-constexpr qint64 MaxManifestBytes = 16 << 20;
-constexpr quint16 UntypedChunk = 0;
-
-// Those of the member that there are, up to @p maxBytes.
-bool readMember(QuaZip *archive, const QString &name, qint64 maxBytes, QByteArray *bytes)
-{
-    constexpr qint64 PieceSize = 64 << 10;
-    if (!archive->setCurrentFile(name, QuaZip::csDefault))
-        return false;
-    QuaZipFile file(archive);
-    if (!file.open(QIODevice::ReadOnly))
-        return false;
-    while (bytes->size() < maxBytes) {
-        const QByteArray piece = file.read(qMin(PieceSize, maxBytes - bytes->size()));
-        if (piece.isEmpty())
-            break;
-        // Where the room does not do, Qt 6 appends to a copy, and has both for a while; this moves the bytes.
-        const qint64 needed = bytes->size() + piece.size();
-        if (bytes->capacity() < needed)
-            bytes->reserve(int(qMin(2 * needed, maxBytes)));
-        *bytes += piece;
-    }
-    return true;
-}
-
-// What follows @p start in a line about a fault; the device has nothing to say about it.
-QString faultIn(const QMap<QString, int> &lines, const QString &start)
-{
-    for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
-        if (line.key().startsWith(start))
-            return line.key().mid(start.size()).section(QLatin1Char(':'), 0, 0);
-    }
-    return {};
-}
 
 QString listed(const QStringList &names)
 {
@@ -72,25 +35,20 @@ QString listed(const QStringList &names)
 
 QString times(int count)
 {
-    constexpr int MostLines = 100; // that libsorrel tells of one file
-    if (count >= MostLines)
-        return QStringLiteral("%1 times or more").arg(MostLines);
+    if (count >= Diagnostics::MaxItems)
+        return QStringLiteral("%1 times or more").arg(int(Diagnostics::MaxItems));
     return count == 1 ? QStringLiteral("once") : QStringLiteral("%1 times").arg(count);
 }
 
-QString apkFileText(int code)
+QString nameOf(const Diagnostics::Item &item)
 {
-    switch (code) {
-    case 2:
-        return QStringLiteral("could not find resources.arsc");
-    case 3:
-        return QStringLiteral("could not parse resources.arsc");
-    case 4:
-        return QStringLiteral("could not find AndroidManifest.xml");
-    case 5:
-        return QStringLiteral("could not parse AndroidManifest.xml");
+    switch (item.code) {
+    case Code::UnknownElementNamespace:
+        return QStringLiteral("%1 for element %2").arg(item.uri, item.name);
+    case Code::UnknownAttributeNamespace:
+        return item.uri;
     default:
-        return QStringLiteral("no error");
+        return QStringLiteral("0x%1").arg(item.number, 4, 16, QLatin1Char('0'));
     }
 }
 
@@ -122,15 +80,13 @@ void ReaderLint::run()
 
 bool ReaderLint::readMembers()
 {
-    QuaZip archive(m_fileName);
-    // Opening a pipe would wait for somebody to write to it.
-    if (!QFileInfo(m_fileName).isFile() || !archive.open(QuaZip::mdUnzip))
+    ZipArchive archive(m_fileName);
+    if (!archive.open())
         return false;
-    // QuaZip finds the last of several members of one name, as ApkFile does, once it was asked for all names.
-    for (bool more = archive.goToFirstFile(); more && !archive.getCurrentFileName().isEmpty();)
-        more = archive.goToNextFile();
-    m_hasTable = readMember(&archive, tableName, MaxTableBytes, &m_table);
-    m_hasManifest = readMember(&archive, manifestName, MaxManifestBytes, &m_manifest);
+    m_hasTable = archive.contains(tableName);
+    m_hasManifest = archive.contains(manifestName);
+    m_table = archive.file(tableName, Limits::MaxTableBytes);
+    m_manifest = archive.file(manifestName, Limits::MaxManifestBytes);
     return true;
 }
 
@@ -152,16 +108,16 @@ void ReaderLint::checkPackage()
 
 void ReaderLint::checkEncodings()
 {
-    const TableScan scan(m_table);
+    const TableEncodings encodings(m_table);
     const QString text = QStringLiteral("The resource table has %1, which ApkFile does not read; SorrelKit does, and "
                                         "PackageNormalizer writes them anew for ApkFile.");
-    if (scan.isSparse())
+    if (encodings.isSparse())
         m_findings->add(SparseTable, tableName, text.arg(QStringLiteral("sparse types")));
-    if (scan.hasShortOffsets())
+    if (encodings.hasShortOffsets())
         m_findings->add(ShortOffsetsTable, tableName, text.arg(QStringLiteral("types with offsets of 16 bits")));
-    if (scan.isCompact())
+    if (encodings.isCompact())
         m_findings->add(CompactTable, tableName, text.arg(QStringLiteral("compact entries")));
-    if (scan.hasSharedEntries())
+    if (encodings.hasSharedEntries())
         m_findings->add(
             SharedEntriesTable, tableName,
             QStringLiteral("Resources share entries of the resource table, and ApkFile finds the last one's "
@@ -171,8 +127,8 @@ void ReaderLint::checkEncodings()
 void ReaderLint::readTable()
 {
     if (!m_hasTable) {
-        setError(NoTable);
-        // One that is there and cannot be read is told as such.
+        setError(PackageError::NoResources);
+        // tellError() reports a table that exists and cannot be read.
         if (m_package.error() == SorrelKit::Package::BadTable)
             return;
         m_findings->add(
@@ -181,101 +137,101 @@ void ReaderLint::readTable()
                            "read the manifest, SorrelKit and Android do not."));
         return;
     }
-    const LibraryLog log;
     SequentialBytes device(m_table);
-    ApkResources resources;
-    // Of a table that was misread, the lines before the fault may be about anything.
-    if (resources.load(&device))
-        tellTableLines(log.lines());
-    else
-        setError(BadTable, faultIn(log.lines(), QStringLiteral("Error extracting resources: ")));
+    Extractor reader(&device);
+    reader.diagnostics().setQuiet();
+    ApkResourcesData table;
+    ResourcesLoader().load(&table, &reader);
+    if (reader.failed()) {
+        // The diagnostics of a table that was misread may be about anything.
+        setError(PackageError::BadResources, reader.fault());
+        return;
+    }
+    const QVector<Diagnostics::Item> &items = reader.diagnostics().items();
+    report(UnknownTableChunk, tableName, items, {Code::UnexpectedTableChunk},
+           QStringLiteral("The resource table has chunks of types that libsorrel skips, %1 (%2)."));
+    report(UnknownStringPool, tableName, items, {Code::UnknownStringPool},
+           QStringLiteral("The resource table has string pools that nothing refers to, %1."));
 }
 
 void ReaderLint::readManifest()
 {
     if (!m_hasManifest || m_manifest.isEmpty()) {
-        setError(m_hasManifest ? BadManifest : NoManifest);
+        setError(m_hasManifest ? PackageError::BadManifest : PackageError::NoManifest);
         return;
     }
-    const bool isUntyped = RawBytes(m_manifest).u16(0) == UntypedChunk;
+    const bool isUntyped = ChunkType(ByteView(m_manifest).u16(0)) == ChunkType::Untyped;
     if (isUntyped && m_package.isValid())
         m_findings->add(
             UntypedManifest, manifestName,
             QStringLiteral("The manifest's first chunk has no type, and ApkFile finds nothing in it and tells "
                            "no error; Android and SorrelKit read it, and PackageNormalizer sets the type for "
                            "ApkFile."));
-    const ManifestScan scan(m_manifest);
-    if (scan.differentTexts() > 0)
+    const AttributeTexts texts(m_manifest);
+    if (texts.differentTexts() > 0)
         m_findings->add(
             DifferentText, manifestName,
             QStringLiteral("Attributes of the manifest were written as texts that are not their values, %1 (%2); "
                            "ApkFile takes the texts, SorrelKit and Android take the values.")
-                .arg(times(scan.differentTexts()), listed(scan.namesOfDifferentTexts())));
-    const LibraryLog log;
+                .arg(times(texts.differentTexts()), listed(texts.names())));
     SequentialBytes device(m_manifest);
-    bool isRead = true;
-    // Names of resources make no difference here, and so the table is left out.
-    ApkResources().loadXml(&device, &isRead);
-    if (!isRead)
-        setError(BadManifest, faultIn(log.lines(), QStringLiteral("XmlLoader error: ")));
+    Extractor reader(&device);
+    reader.diagnostics().setQuiet();
+    // The names of resources make no difference here, so the table is left out.
+    XmlLoader().load(&reader, ApkResources());
+    if (reader.failed())
+        setError(PackageError::BadManifest, reader.fault());
     if (!isUntyped)
-        tellManifestLines(log.lines());
+        reportManifest(reader.diagnostics().items());
 }
 
-void ReaderLint::tellTableLines(const QMap<QString, int> &lines)
+void ReaderLint::reportManifest(const QVector<Diagnostics::Item> &items)
 {
-    tellLines(UnknownTableChunk, tableName, lines, QStringLiteral("Skipping unexpected "),
-              QStringLiteral("The resource table has chunks of types that libsorrel skips, %1 (%2)."));
-    tellLines(UnknownStringPool, tableName, lines, QStringLiteral("Skipping unknown string pool at "),
-              QStringLiteral("The resource table has string pools that nothing refers to, %1."));
+    report(UnknownManifestChunk, manifestName, items, {Code::UnexpectedDocumentChunk},
+           QStringLiteral("The manifest has chunks of types that libsorrel skips, %1 (%2)."));
+    report(UndeclaredNamespace, manifestName, items, {Code::UnknownElementNamespace, Code::UnknownAttributeNamespace},
+           QStringLiteral("The manifest uses namespaces that it does not declare, %1 (%2), and readers that go by "
+                          "prefixes do not find what is in them."));
+    report(UndeclaredNamespace, manifestName, items, {Code::NoAndroidNamespace},
+           QStringLiteral("The manifest uses Android's attributes and does not declare their namespace, %1, and "
+                          "readers that go by prefixes do not find them."));
 }
 
-void ReaderLint::tellManifestLines(const QMap<QString, int> &lines)
+// One finding for all items of @p codes: their number, and the names of some.
+void ReaderLint::report(const LintCheck &check, const QString &subject, const QVector<Diagnostics::Item> &items,
+                        const QVector<Code> &codes, const QString &text)
 {
-    tellLines(UnknownManifestChunk, manifestName, lines, QStringLiteral("Unexpected chunk "),
-              QStringLiteral("The manifest has chunks of types that libsorrel skips, %1 (%2)."));
-    tellLines(UndeclaredNamespace, manifestName, lines, QStringLiteral("Unknown namespace "),
-              QStringLiteral("The manifest uses namespaces that it does not declare, %1 (%2), and readers that go by "
-                             "prefixes do not find what is in them."));
-    tellLines(UndeclaredNamespace, manifestName, lines, QStringLiteral("Android namespace not defined"),
-              QStringLiteral("The manifest uses Android's attributes and does not declare their namespace, %1, and "
-                             "readers that go by prefixes do not find them."));
-}
-
-// One finding for all lines that begin with @p start: how many there are, and what follows in some of them.
-void ReaderLint::tellLines(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
-                           const QString &start, const QString &text)
-{
-    QStringList names;
+    QSet<QString> known;
     int count = 0;
-    for (auto line = lines.cbegin(); line != lines.cend(); ++line) {
-        if (!line.key().startsWith(start))
+    for (const Diagnostics::Item &item : items) {
+        if (!codes.contains(item.code))
             continue;
-        count += line.value();
-        QString name = line.key().mid(start.size());
-        if (name.endsWith(QLatin1String(" chunk")))
-            name.chop(6);
-        names.append(name);
+        ++count;
+        known.insert(nameOf(item));
     }
+    if (count == 0)
+        return;
+    QStringList names = known.values();
+    names.sort();
     const bool isNamed = text.contains(QLatin1String("%2"));
-    if (count > 0)
-        m_findings->add(check, subject, isNamed ? text.arg(times(count), listed(names)) : text.arg(times(count)));
+    m_findings->add(check, subject, isNamed ? text.arg(times(count), listed(names)) : text.arg(times(count)));
 }
 
-void ReaderLint::setError(ApkFileError error, const QString &fault)
+void ReaderLint::setError(PackageError::Code error, const QString &fault)
 {
-    if (m_error != NoError)
+    if (m_error != PackageError::NoError)
         return;
     m_error = error;
     m_fault = fault;
 }
 
-// What both readers refuse is damaged; what one of them refuses is told for that one.
+// A package that both readers refuse is damaged. Otherwise the finding names the reader that refuses it.
 void ReaderLint::tellError()
 {
     using SorrelKit::Package;
     using SorrelKit::PackageNormalizer;
-    const QString otherReads = m_error == NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
+    const QString otherReads =
+        m_error == PackageError::NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
     if (m_package.error() == Package::NoManifest)
         m_findings->add(LintChecks::NoManifest, QString(),
                         QStringLiteral("There is no manifest that can be read: this is no Android package."));
@@ -287,12 +243,12 @@ void ReaderLint::tellError()
                         QStringLiteral("The resource table cannot be read (%1), and labels and icons are missing.")
                                 .arg(m_package.errorString())
                             + otherReads);
-    if (m_package.error() != Package::NoError || m_error == NoError)
+    if (m_package.error() != Package::NoError || m_error == PackageError::NoError)
         return;
     const QString fault = m_fault.isEmpty() ? QString() : QStringLiteral(": ") + FindingList::shortened(m_fault);
     m_findings->add(ApkFileRefuses, QString(),
                     QStringLiteral("ApkFile alone does not read the package (code %1, %2%3); SorrelKit does%4.")
-                        .arg(QString::number(m_error), apkFileText(m_error), fault,
+                        .arg(QString::number(m_error), PackageError::text(m_error), fault,
                              PackageNormalizer(m_fileName).isNeeded()
                                  ? QStringLiteral(", and so does ApkFile through PackageNormalizer")
                                  : QString()));

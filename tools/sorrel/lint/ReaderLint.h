@@ -3,46 +3,38 @@
 #define READERLINT_H
 
 #include "FindingList.h"
+#include "archive/PackageError.h"
+#include "stream/Diagnostics.h"
 
 #include <SorrelKit/Package.h>
 
 #include <QByteArray>
-#include <QMap>
 #include <QString>
+#include <QVector>
 
 /**
- * What is odd in the manifest and in the resource table of a package, and what libsorrel's ApkFile and SorrelKit make
- * of them. Both members are read once; libsorrel decodes the bytes that the other checks looked at.
+ * Checks the manifest and the resource table of a package, and whether libsorrel's ApkFile and SorrelKit read them. Both
+ * members are read from the archive once.
  */
 class ReaderLint
 {
 public:
-    /// Of the package @p package, in the file @p fileName.
+    /// @p package is the one in the file @p fileName.
     ReaderLint(const QString &fileName, const SorrelKit::Package &package, FindingList *findings);
 
     void run();
 
 private:
-    /// The codes of ApkFile::getError() that are found here.
-    enum ApkFileError : int {
-        NoError = 0,
-        NoTable = 2,
-        BadTable = 3,
-        NoManifest = 4,
-        BadManifest = 5
-    };
-
     bool readMembers();
     void checkPackage();
     void checkEncodings();
     void readTable();
     void readManifest();
-    void tellTableLines(const QMap<QString, int> &lines);
-    void tellManifestLines(const QMap<QString, int> &lines);
-    void tellLines(const LintCheck &check, const QString &subject, const QMap<QString, int> &lines,
-                   const QString &start, const QString &text);
+    void reportManifest(const QVector<Diagnostics::Item> &items);
+    void report(const LintCheck &check, const QString &subject, const QVector<Diagnostics::Item> &items,
+                const QVector<Diagnostics::Code> &codes, const QString &text);
     void tellError();
-    void setError(ApkFileError error, const QString &fault = QString());
+    void setError(PackageError::Code error, const QString &fault = QString());
 
     QString m_fileName;
     SorrelKit::Package m_package;
@@ -51,7 +43,7 @@ private:
     bool m_hasManifest = false;
     QByteArray m_table;
     QByteArray m_manifest;
-    ApkFileError m_error = NoError;
+    PackageError::Code m_error = PackageError::NoError; ///< that ApkFile has
     QString m_fault;
 };
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ZipDirectory.h"
 
-#include "RawBytes.h"
+#include "format/ByteView.h"
 
 #include <QFileInfo>
 
@@ -44,7 +44,7 @@ void ZipDirectory::findEnd()
         other = int(tail.lastIndexOf(endSignature, other - 1));
         m_hasOtherDirectory = other >= 0 && isDirectoryEnd(tail, other, tailAt);
     }
-    const RawBytes end(tail.mid(at));
+    const ByteView end = ByteView(tail).from(at);
     m_isMultiDisk = end.u16(4) != end.u16(6) || (end.u16(4) != 0 && end.u16(4) != InZip64);
     m_memberCount = end.u16(10);
     const qint64 size = end.u32(12);
@@ -60,16 +60,17 @@ void ZipDirectory::findEnd()
 // An archive within the archive has an end as well, whose offsets count from its own start.
 bool ZipDirectory::isDirectoryEnd(const QByteArray &tail, int at, qint64 tailAt)
 {
-    const RawBytes end(tail.mid(at, EndSize));
+    const ByteView end = ByteView(tail).part(at, EndSize);
     const qint64 offset = end.u32(16);
-    return end.u16(10) > 0 && offset + end.u32(12) == tailAt + at
-           && RawBytes(read(offset, 4)).u32(0) == MemberSignature;
+    const QByteArray signature = read(offset, 4);
+    return end.u16(10) > 0 && offset + end.u32(12) == tailAt + at && ByteView(signature).u32(0) == MemberSignature;
 }
 
 void ZipDirectory::readMembers(qint64 at, qint64 size)
 {
     m_isCut = size > MaxBytes;
-    const RawBytes directory(read(at, qMin(size, MaxBytes)));
+    const QByteArray content = read(at, qMin(size, MaxBytes));
+    const ByteView directory(content);
     qint64 position = 0;
     while (m_members.size() < m_memberCount && directory.has(position, MemberSize)
            && directory.u32(position) == MemberSignature) {
@@ -85,7 +86,7 @@ void ZipDirectory::readMembers(qint64 at, qint64 size)
         member.compressedSize = directory.u32(position + 20);
         member.size = directory.u32(position + 24);
         member.headerAt = m_leadingBytes + directory.u32(position + 42);
-        member.name = directory.part(position + MemberSize, nameSize);
+        member.name = directory.part(position + MemberSize, nameSize).toByteArray();
         m_members.append(member);
         position += recordSize;
     }
@@ -94,7 +95,8 @@ void ZipDirectory::readMembers(qint64 at, qint64 size)
 ZipDirectory::LocalHeader ZipDirectory::localHeader(const Member &member)
 {
     LocalHeader header;
-    const RawBytes bytes(read(member.headerAt, LocalSize + member.name.size()));
+    const QByteArray content = read(member.headerAt, LocalSize + member.name.size());
+    const ByteView bytes(content);
     if (!bytes.has(0, LocalSize) || bytes.u32(0) != LocalSignature)
         return header;
     header.isFound = true;
@@ -103,7 +105,7 @@ ZipDirectory::LocalHeader ZipDirectory::localHeader(const Member &member)
     header.crc = bytes.u32(14);
     header.compressedSize = bytes.u32(18);
     header.size = bytes.u32(22);
-    header.name = bytes.part(LocalSize, bytes.u16(26));
+    header.name = bytes.part(LocalSize, bytes.u16(26)).toByteArray();
     // One that is longer is known by its length to be another.
     if (bytes.u16(26) > member.name.size())
         header.name += "...";

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "AttributeTexts.h"
 #include "Bytes.h"
-#include "ManifestScan.h"
 
 #include <QtTest>
 
@@ -29,7 +29,7 @@ QByteArray manifestWith(const QVector<Attribute> &attributes, Encoding encoding 
 
 Q_DECLARE_METATYPE(fixture::Attribute)
 
-class TestManifestScan : public QObject
+class TestAttributeTexts : public QObject
 {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ private slots:
     void everyPrefixIsAnswered();
 };
 
-void TestManifestScan::textsAgreeWithValues_data()
+void TestAttributeTexts::textsAgreeWithValues_data()
 {
     QTest::addColumn<Attribute>("attribute");
     QTest::addColumn<bool>("agrees");
@@ -81,19 +81,18 @@ void TestManifestScan::textsAgreeWithValues_data()
     row("label that is a float, written as a text", writtenAs(label(Float, 0x3f800000), latin("Bank")), false);
 }
 
-void TestManifestScan::textsAgreeWithValues()
+void TestAttributeTexts::textsAgreeWithValues()
 {
     QFETCH(Attribute, attribute);
     QFETCH(bool, agrees);
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
-        const ManifestScan scan(manifestWith({attribute}, encoding));
-        QVERIFY(scan.isRegular());
-        QCOMPARE(scan.differentTexts(), agrees ? 0 : 1);
-        QCOMPARE(scan.namesOfDifferentTexts(), agrees ? QStringList() : QStringList{attribute.name});
+        const AttributeTexts texts(manifestWith({attribute}, encoding));
+        QCOMPARE(texts.differentTexts(), agrees ? 0 : 1);
+        QCOMPARE(texts.names(), agrees ? QStringList() : QStringList{attribute.name});
     }
 }
 
-void TestManifestScan::stringsOfEveryLength_data()
+void TestAttributeTexts::stringsOfEveryLength_data()
 {
     QTest::addColumn<int>("length");
     // Lengths are written in one byte or two, one word or two.
@@ -101,70 +100,70 @@ void TestManifestScan::stringsOfEveryLength_data()
         QTest::newRow(QByteArray::number(length).constData()) << length;
 }
 
-void TestManifestScan::stringsOfEveryLength()
+void TestAttributeTexts::stringsOfEveryLength()
 {
     QFETCH(int, length);
     const QString text(length - 1, QLatin1Char('x'));
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
         const Attribute same = writtenAs(androidText(latin("label"), text + 'a'), text + 'a');
-        QCOMPARE(ManifestScan(manifestWith({same}, encoding)).differentTexts(), 0);
+        QCOMPARE(AttributeTexts(manifestWith({same}, encoding)).differentTexts(), 0);
         const Attribute other = writtenAs(androidText(latin("label"), text + 'a'), text + 'b');
-        QCOMPARE(ManifestScan(manifestWith({other}, encoding)).differentTexts(), 1);
+        QCOMPARE(AttributeTexts(manifestWith({other}, encoding)).differentTexts(), 1);
     }
 }
 
 // Android does so too: the name of the package is one.
-void TestManifestScan::attributesWithoutAnIdAreTakenAsWritten()
+void TestAttributeTexts::attributesWithoutAnIdAreTakenAsWritten()
 {
     const Attribute package = writtenAs(plainText(latin("package"), latin("a")), latin("b"));
-    QCOMPARE(ManifestScan(manifestWith({package})).differentTexts(), 0);
+    QCOMPARE(AttributeTexts(manifestWith({package})).differentTexts(), 0);
 }
 
-void TestManifestScan::namesAreListedOnce()
+void TestAttributeTexts::namesAreListedOnce()
 {
     const auto other = [](const QString &name) { return writtenAs(androidText(name, latin("a")), latin("b")); };
-    const ManifestScan scan(manifestWith({other(latin("label")), other(latin("name")), other(latin("label"))}));
-    QCOMPARE(scan.differentTexts(), 3);
-    QCOMPARE(scan.namesOfDifferentTexts(), QStringList({latin("label"), latin("name")}));
+    const AttributeTexts texts(manifestWith({other(latin("label")), other(latin("name")), other(latin("label"))}));
+    QCOMPARE(texts.differentTexts(), 3);
+    QCOMPARE(texts.names(), QStringList({latin("label"), latin("name")}));
     XmlBuilder builder;
     QVector<Attribute> attributes;
-    for (int i = 0; i <= ManifestScan::MaxNames; ++i) {
+    for (int i = 0; i <= AttributeTexts::MaxNames; ++i) {
         attributes.append(other(QString::number(i)));
         builder.attributeId(attributes.last().name, 0x01010001 + i);
     }
-    const ManifestScan many(builder.empty(latin("e"), attributes).build());
-    QCOMPARE(many.differentTexts(), ManifestScan::MaxNames + 1);
-    QCOMPARE(many.namesOfDifferentTexts().size(), int(ManifestScan::MaxNames));
+    const AttributeTexts many(builder.empty(latin("e"), attributes).build());
+    QCOMPARE(many.differentTexts(), AttributeTexts::MaxNames + 1);
+    QCOMPARE(many.names().size(), int(AttributeTexts::MaxNames));
 }
 
-void TestManifestScan::comparingHasABudget()
+void TestAttributeTexts::comparingHasABudget()
 {
     constexpr int Length = 1 << 14;
-    constexpr int Most = ManifestScan::MaxCompared / Length;
+    constexpr int Most = AttributeTexts::MaxCompared / Length;
     const QString text(Length - 1, QLatin1Char('x'));
     const Attribute other = writtenAs(androidText(latin("label"), text + 'a'), text + 'b');
     const auto found = [&](int count) {
-        return ManifestScan(manifestWith(QVector<Attribute>(count, other))).differentTexts();
+        return AttributeTexts(manifestWith(QVector<Attribute>(count, other))).differentTexts();
     };
     QCOMPARE(found(Most / 2), Most / 2);
     QVERIFY(found(2 * Most) <= Most / 2 + 1);
 }
 
-void TestManifestScan::everyPrefixIsAnswered()
+void TestAttributeTexts::everyPrefixIsAnswered()
 {
     const Attribute other = writtenAs(androidText(latin("label"), latin("a")), latin("b"));
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
         const QByteArray bytes = manifestWith({other}, encoding);
         for (int at = 0; at < bytes.size(); ++at) {
-            QVERIFY(!ManifestScan(bytes.left(at)).isRegular());
+            QVERIFY(AttributeTexts(bytes.left(at)).differentTexts() <= 1);
             for (const int value : {0x00, 0x7f, 0xff}) {
                 QByteArray damaged = bytes;
                 poke8(damaged, at, value);
-                QVERIFY(ManifestScan(damaged).differentTexts() <= 1);
+                QVERIFY(AttributeTexts(damaged).differentTexts() <= 1);
             }
         }
     }
 }
 
-QTEST_GUILESS_MAIN(TestManifestScan)
-#include "tst_manifestscan.moc"
+QTEST_GUILESS_MAIN(TestAttributeTexts)
+#include "tst_attributetexts.moc"
