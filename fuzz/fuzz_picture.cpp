@@ -3,6 +3,7 @@
 
 #include "ZipBuilder.h"
 #include "launchers/ArchiveImages.h"
+#include "launchers/LauncherFinder.h"
 #include "picture/PictureStripper.h"
 
 #include <QBuffer>
@@ -19,9 +20,10 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     QuaZip archive(&buffer);
     if (!archive.open(QuaZip::mdUnzip))
         qFatal("the archive of one picture cannot be opened");
-    const QImage image = ArchiveImages(&archive).image(name);
+    Budget budget(LauncherFinder::MaxWork, LauncherFinder::MaxBytes);
+    const QImage image = ArchiveImages(&archive, budget).image(name);
     if (qMax(image.width(), image.height()) > PictureStripper::MaxSide
-        || image.sizeInBytes() > ArchiveImages::MaxDecodingBytes)
+        || image.sizeInBytes() > PictureDecoder::MaxBytes)
         qFatal("a picture of %d x %d was not refused", image.width(), image.height());
     return 0;
 }

@@ -10,8 +10,6 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr int CharactersOfAValue = 16; ///< which take about as much time
-
 bool mayHaveALaunchersIcon(const XmlElement &element)
 {
     return element.name.startsWith(QLatin1String("activity")) || element.name == QLatin1String("application")
@@ -26,11 +24,11 @@ QStringList IconMembers::paths(const XmlElement &manifest)
     return m_paths;
 }
 
-// As deep as XmlReader::MaxDepth, which is the deepest that a document can be.
+// Recursion ends at XmlReader::MaxDepth: no document is nested deeper.
 void IconMembers::search(const XmlElement &element)
 {
     const XmlAttribute *const icon = mayHaveALaunchersIcon(element) ? element.attribute(Attr::Icon) : nullptr;
-    // ApkFile takes the text that it was written as, where there is one.
+    // ApkFile prefers the text that the attribute was written as.
     if (icon != nullptr)
         add(icon->raw);
     if (icon != nullptr && icon->value.isReference())
@@ -46,11 +44,12 @@ void IconMembers::follow(quint32 resource)
     QVector<quint32> pending{resource};
     while (!pending.isEmpty()) {
         const quint32 id = pending.takeLast();
-        if (m_followed.contains(id) || m_characters.isSpent() || !m_references.spend(1))
+        const qint64 work = Budget::LookupWork + Budget::ValueWork * m_table.typeChunkCount(id);
+        if (m_followed.contains(id) || !m_budget.spendWork(work) || !m_budget.holdBytes(ReferenceBytes))
             continue;
         m_followed.insert(id);
         for (const ResourceValue &value : m_table.values(id)) {
-            if (value.isMap || !m_characters.spend(CharactersOfAValue))
+            if (value.isMap || !m_budget.spendWork(Budget::ValueWork))
                 continue;
             if (value.value.isReference()) {
                 pending.append(value.value.data);
@@ -64,8 +63,9 @@ void IconMembers::follow(quint32 resource)
 
 void IconMembers::add(const QString &path)
 {
-    if (path.isEmpty() || !m_characters.spend(path.size()) || path.size() > MaxPathLength || m_paths.size() == MaxPaths
-        || m_known.contains(path))
+    if (path.isEmpty() || !m_budget.chargeWork(Budget::ByteWork * path.size()) || path.size() > MaxPathLength
+        || m_paths.size() == MaxPaths || m_known.contains(path)
+        || !m_budget.holdBytes(qint64(sizeof(QChar)) * path.size()))
         return;
     m_known.insert(path);
     m_paths.append(path);

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_ICONMEMBERS_H
 #define SORRELKIT_ICONMEMBERS_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "format/ResourceTable.h"
 #include "format/XmlElement.h"
 
@@ -13,29 +13,28 @@
 namespace SorrelKit {
 
 /**
- * What the icons of a package lead to in its archive, where libsorrel looks for picture files: the values, in every
+ * Finds the members of a package's archive where libsorrel looks for the pictures of icons: the values, in every
  * configuration, of the attribute `icon` of applications, activities, their aliases and intent filters, with references
- * followed. Whether there is such a member, and whether it is a picture, is not known here.
+ * followed. Does not check whether a member exists or is a picture.
  */
 class IconMembers
 {
 public:
-    /// Paths at most, as many as libsorrel looks for.
+    /// The budget of PackageNormalizer::normalized(): finding the pictures and reading them. All of them stay in memory.
+    static constexpr qint64 MaxWork = 1 << 27;
+    static constexpr qint64 MaxBytes = 64 << 20;
+    /// Paths at most. A package with ten launchers in each density has a hundred.
     static constexpr int MaxPaths = 4096;
-    /// Characters of a path at most; a ZIP archive has room for 65535 bytes of a name.
+    /// Characters of a path; a ZIP archive has room for 65,535 bytes of a name.
     static constexpr int MaxPathLength = 4096;
-    /// References that are looked up at most: each one goes over all types of a kind, of which a table may have 65536.
-    static constexpr int MaxReferences = 1024;
-    /// Characters of the paths, of which each value counts 16 more. Strings may stand within each other in a table.
-    static constexpr int MaxCharacters = 1 << 22;
+    /// The bytes that a followed reference holds.
+    static constexpr qint64 ReferenceBytes = 64;
 
-    /// Looks up references in @p table, which outlives this object.
-    explicit IconMembers(const ResourceTable &table)
-        : m_table(table), m_references(MaxReferences), m_characters(MaxCharacters)
-    {
-    }
+    /// Looks up references in @p table. Both outlive this object.
+    IconMembers(const ResourceTable &table, Budget &budget) : m_table(table), m_budget(budget) {}
 
-    /// The paths that @p manifest leads to, each once, in the order in which they were found; up to the ceilings.
+    /// The paths that @p manifest leads to, each once, in the order in which they are found. Paths that do not fit in the
+    /// budget are left out.
     QStringList paths(const XmlElement &manifest);
 
 private:
@@ -44,10 +43,9 @@ private:
     void add(const QString &path);
 
     const ResourceTable &m_table;
-    Allowance m_references;
-    Allowance m_characters;
+    Budget &m_budget;
     QSet<quint32> m_followed; ///< resources; ends references that lead back
-    QSet<quint32> m_strings;  ///< of the table, that were taken for paths
+    QSet<quint32> m_strings;  ///< strings of the table that are among the paths
     QSet<QString> m_known;    ///< paths
     QStringList m_paths;
 };

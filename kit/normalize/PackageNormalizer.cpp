@@ -3,14 +3,15 @@
 
 #include "archive/PackageError.h"
 #include "archive/ZipArchive.h"
+#include "format/Budget.h"
 #include "format/ChunkView.h"
 #include "format/ResourceTable.h"
 #include "format/XmlReader.h"
-#include "launchers/ArchiveImages.h"
 #include "normalize/IconMembers.h"
 #include "normalize/TableRewriter.h"
 #include "package/PackageData.h"
 #include "package/PackageSet.h"
+#include "picture/PictureFile.h"
 
 #include <ApkFile.h>
 
@@ -21,8 +22,6 @@
 
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
-
-#include <limits>
 
 namespace SorrelKit {
 
@@ -36,10 +35,9 @@ struct Member {
     QByteArray content;
 };
 
-// What is open of a package; null when it cannot be opened.
 struct OpenPackage {
-    std::unique_ptr<ZipArchive> set; ///< that the package is the base of; outlives it
-    std::unique_ptr<ZipArchive> files;
+    std::unique_ptr<ZipArchive> set;   ///< the set whose base the package is; outlives it
+    std::unique_ptr<ZipArchive> files; ///< null when the package cannot be opened
 };
 
 QByteArray emptyTable()
@@ -52,12 +50,12 @@ QByteArray emptyTable()
     return bytes;
 }
 
-// Of no compression: what reads the archive has it in memory anyway.
+// Members are stored: the reader of the archive has all of it in memory anyway.
 QByteArray archiveOf(const QVector<Member> &members)
 {
     constexpr int Stored = 0;
-    constexpr qint64 RoomForNames = 512; ///< of a member, with what the archive says about it
-    // The same bytes at any time.
+    constexpr qint64 RoomForNames = 512; ///< a member's name and headers
+    // A fixed date, so that the result has the same bytes at any time.
     const QDateTime earliest(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
     qint64 size = 0;
     for (const Member &member : members)
@@ -105,10 +103,10 @@ public:
     bool isNeeded = false;
 
 private:
-    OpenPackage openPackage();
-    void loadTable(const OpenPackage &package);
+    OpenPackage openPackage(Budget &budget);
+    void loadTable(const OpenPackage &package, Budget &budget);
     void loadManifest(ZipArchive &archive);
-    QVector<Member> pictures(const QStringList &paths);
+    QVector<Member> pictures(const QStringList &paths, Budget &budget);
     void setError(PackageNormalizer::Error code, const QString &text = QString());
 
     QString fileName;
@@ -125,14 +123,14 @@ void PackageNormalizerPrivate::setError(PackageNormalizer::Error code, const QSt
     isNeeded = false;
 }
 
-OpenPackage PackageNormalizerPrivate::openPackage()
+OpenPackage PackageNormalizerPrivate::openPackage(Budget &budget)
 {
     OpenPackage package;
     package.files = device != nullptr ? std::make_unique<ZipArchive>(device) : std::make_unique<ZipArchive>(fileName);
     if (!package.files->open()) {
         package.files.reset();
     } else if (!package.files->contains(QLatin1String(manifestName)) && PackageSet::isSet(*package.files)) {
-        PackageSet set(*package.files);
+        PackageSet set(*package.files, budget);
         if (set.base() != nullptr) {
             package.set = std::move(package.files);
             package.files = std::move(set.base());
@@ -146,26 +144,29 @@ void PackageNormalizerPrivate::load()
     if (isLoaded)
         return;
     isLoaded = true;
-    const OpenPackage package = openPackage();
+    Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+    const OpenPackage package = openPackage(budget);
     if (package.files == nullptr) {
         setError(PackageNormalizer::CannotOpen);
         return;
     }
     isNeeded = package.set != nullptr;
     loadManifest(*package.files);
-    loadTable(package);
+    loadTable(package, budget);
 }
 
-void PackageNormalizerPrivate::loadTable(const OpenPackage &package)
+void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &budget)
 {
     if (!package.files->contains(QLatin1String(tableName))) {
         table = emptyTable();
-        isNeeded = isNeeded || !manifest.isEmpty(); // else it is no package
+        isNeeded = isNeeded || !manifest.isEmpty(); // without a manifest, the archive is no package
         return;
     }
-    // As PackageData reads it: a package in a set may take more than the set has bytes.
-    Allowance cost(package.set != nullptr ? PackageData::MaxTableBytes : std::numeric_limits<qint64>::max());
-    const QByteArray original = package.files->file(QLatin1String(tableName), TableRewriter::MaxTableBytes, &cost);
+    // As in PackageData: a package that is compressed in a set may list tables that are empty and take long.
+    const QString name = QLatin1String(tableName);
+    const QByteArray original = package.set != nullptr
+                                    ? package.files->file(name, TableRewriter::MaxTableBytes, &budget)
+                                    : package.files->file(name, TableRewriter::MaxTableBytes);
     QString text;
     table = TableRewriter::rewritten(original, &text);
     if (!text.isEmpty())
@@ -174,7 +175,7 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package)
         isNeeded = true;
 }
 
-// Android does not look at the type of the manifest's chunk.
+// Android ignores the type of the manifest's chunk.
 void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
 {
     manifest = archive.file(QLatin1String(manifestName), Manifest::MaxBytes);
@@ -184,18 +185,18 @@ void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
     isNeeded = true;
 }
 
-QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths)
+QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths, Budget &budget)
 {
     QVector<Member> members;
-    const OpenPackage package = openPackage();
+    Budget opening(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+    const OpenPackage package = openPackage(opening);
     if (package.files == nullptr)
         return members;
-    Allowance cost(ArchiveImages::MaxReadBytes);
     for (const QString &path : paths) {
         if (path == QLatin1String(tableName) || path == QLatin1String(manifestName))
             continue;
-        const QByteArray content = package.files->file(path, ArchiveImages::MaxFileBytes, &cost);
-        if (!content.isEmpty() && !XmlReader::isDocument(content))
+        const QByteArray content = package.files->file(path, PictureFile::MaxBytes, &budget);
+        if (!content.isEmpty() && !XmlReader::isDocument(content) && budget.holdBytes(content.size()))
             members.append({path, content});
     }
     return members;
@@ -209,9 +210,10 @@ QByteArray PackageNormalizerPrivate::normalized()
     QVector<Member> members{{QLatin1String(tableName), table}};
     if (!manifest.isEmpty())
         members.append({QLatin1String(manifestName), manifest});
+    Budget budget(IconMembers::MaxWork, IconMembers::MaxBytes);
     const ResourceTable resources(table);
-    const QStringList paths = IconMembers(resources).paths(XmlReader(manifest).root());
-    return archiveOf(members + pictures(paths));
+    const QStringList paths = IconMembers(resources, budget).paths(XmlReader(manifest).root());
+    return archiveOf(members + pictures(paths, budget));
 }
 
 std::unique_ptr<ApkFile> PackageNormalizerPrivate::original() const

@@ -69,10 +69,10 @@ const IconFileLookup::Kind &IconFileLookup::kindOf(const QString &path)
     QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readCost);
     if (XmlReader::isDocument(bytes)) {
         const XmlReader reader(bytes);
-        m_readCost.spend(reader.characters());
+        m_readCost.chargeWork(reader.characters());
         kind.name = reader.root().name;
     } else {
-        const PictureFile picture = m_decoder.open(std::move(bytes));
+        const PictureFile picture = PictureFile::opened(std::move(bytes), &m_pictureSteps);
         kind.name = QString::fromLatin1(picture.format());
         kind.size = picture.size();
     }

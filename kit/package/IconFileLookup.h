@@ -4,7 +4,8 @@
 
 #include "archive/FileSource.h"
 #include "format/Allowance.h"
-#include "picture/PictureDecoder.h"
+#include "format/Budget.h"
+#include "picture/PictureFile.h"
 #include "resources/ResourceResolver.h"
 
 #include <QHash>
@@ -61,9 +62,9 @@ private:
 
     const ResourceResolver &m_resolver;
     FileSource &m_files;
-    Allowance m_readCost{MaxReadCost};
+    Budget m_readCost{MaxReadCost, 0};
     Allowance m_steps{MaxSteps};
-    PictureDecoder m_decoder{MaxPictureSteps};
+    Budget m_pictureSteps{MaxPictureSteps, 0};
     QHash<QString, Kind> m_kinds; ///< by path
     QHash<quint32, QVector<File>> m_ofResources;
 };

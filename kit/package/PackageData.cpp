@@ -50,7 +50,7 @@ void PackageData::read()
             readTable(*m_outer);
         return;
     }
-    PackageSet set(*m_outer);
+    PackageSet set(*m_outer, m_reading);
     if (set.base() == nullptr) {
         setError(PackageError::NoManifest, QStringLiteral("the set has no base package"));
         return;
@@ -92,12 +92,13 @@ void PackageData::readTable(ZipArchive &archive)
     // A package may have no resources, and splits for processors have none.
     if (!archive.contains(path))
         return;
-    // A package that is compressed in a set may list tables that are empty and take long; a file is read once.
+    // A package that is compressed in a set may list tables that are empty and take long.
     const bool isOfASet = !m_members.empty();
     const QByteArray bytes =
-        isOfASet ? archive.file(path, m_tableBytes.left(), &m_tableBytes) : archive.file(path, m_tableBytes.left());
-    const auto table = QSharedPointer<const ResourceTable>::create(bytes, int(m_typeChunks.left()));
-    m_typeChunks.spend(table->typeChunkCount());
+        isOfASet ? archive.file(path, m_tableBytesLeft, &m_reading) : archive.file(path, m_tableBytesLeft);
+    m_tableBytesLeft -= bytes.size();
+    const auto table = QSharedPointer<const ResourceTable>::create(bytes, m_typeChunksLeft);
+    m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
     if (!table->fault().isEmpty())
         setError(PackageError::BadResources, table->fault());
     m_tables.append(table);
@@ -111,10 +112,10 @@ void PackageData::setError(PackageError::Code error, const QString &fault)
     m_fault = fault;
 }
 
-QByteArray PackageData::file(const QString &path, qint64 maxBytes, Allowance *cost)
+QByteArray PackageData::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
     ZipArchive *const holder = m_members.empty() ? m_outer.get() : m_holders.value(path);
-    return holder != nullptr ? holder->file(path, maxBytes, cost) : QByteArray();
+    return holder != nullptr ? holder->file(path, maxBytes, budget) : QByteArray();
 }
 
 QStringList PackageData::nativeAbis()

@@ -4,7 +4,7 @@
 
 #include "archive/PackageError.h"
 #include "archive/ZipArchive.h"
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "format/Limits.h"
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
@@ -27,9 +27,13 @@ namespace SorrelKit {
 class PackageData : public DrawingSource, private FileSource
 {
 public:
-    /// Bytes of all tables at most, those of splits included: libsorrel's limit for one. Type chunks of all tables are at
-    /// most as many as one may have (ResourceTable).
+    /// Bytes of all tables, those of splits included: libsorrel's limit for one table. All tables together also have at
+    /// most as many type chunks as one may have (ResourceTable::MaxTypeChunks).
     static constexpr qint64 MaxTableBytes = Limits::MaxTableBytes;
+    /// The budget of reading the packages of a set: their directories, manifests and tables, and the packages that are
+    /// compressed in the set, which stay in memory. A package alone is read once, whatever that costs.
+    static constexpr qint64 MaxReadingWork = 1 << 28;
+    static constexpr qint64 MaxReadingBytes = 256 << 20;
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
@@ -70,7 +74,7 @@ public:
     QVector<ResolvedValue> launcherIcons(int count) const override;
 
 private:
-    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
+    QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     void read();
     bool readManifest(ZipArchive &archive);
     void readTable(ZipArchive &archive);
@@ -85,8 +89,9 @@ private:
     Manifest m_manifest;
     QStringList m_splits;
     QVector<QSharedPointer<const ResourceTable>> m_tables;
-    Allowance m_tableBytes{MaxTableBytes};
-    Allowance m_typeChunks{ResourceTable::MaxTypeChunks};
+    Budget m_reading{MaxReadingWork, MaxReadingBytes};
+    qint64 m_tableBytesLeft = MaxTableBytes;
+    int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     ResourceResolver m_resolver;
     IconFileLookup m_iconFiles{m_resolver, *this};
 };

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageSet.h"
 
-#include "format/Allowance.h"
 #include "format/XmlReader.h"
 #include "package/Manifest.h"
 
@@ -16,7 +15,7 @@ bool isPackage(const QString &path)
     return path.endsWith(QLatin1String(".apk"), Qt::CaseInsensitive);
 }
 
-// How likely a package of this path is the base, most likely first.
+// Sorts the likeliest names of a base package first.
 int rank(const QString &path)
 {
     const QString name = path.section(QLatin1Char('/'), -1).toLower();
@@ -36,7 +35,7 @@ bool PackageSet::isSet(ZipArchive &archive)
     return std::any_of(names.cbegin(), names.cend(), isPackage);
 }
 
-PackageSet::PackageSet(ZipArchive &archive)
+PackageSet::PackageSet(ZipArchive &archive, Budget &budget)
 {
     QStringList paths;
     for (const QString &path : archive.names().mid(0, MaxMembers)) {
@@ -45,16 +44,16 @@ PackageSet::PackageSet(ZipArchive &archive)
     }
     std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) { return rank(a) < rank(b); });
 
-    Allowance inflated(MaxInflatedBytes);
-    Allowance members(MaxPackageMembers);
-    Allowance manifests(MaxManifests);
     QString application;
     for (const QString &path : paths) {
-        std::unique_ptr<ZipArchive> package = archive.archive(path, &inflated);
-        if (package == nullptr || !package->open(&members))
+        std::unique_ptr<ZipArchive> package = archive.archive(path, &budget);
+        if (package == nullptr || !package->open(&budget))
             continue;
-        const XmlReader reader(package->file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes, &manifests));
-        if (!manifests.spend(reader.characters()))
+        const QByteArray bytes = package->file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes, &budget);
+        if (!budget.spendWork(Budget::DocumentByteWork * bytes.size()))
+            continue;
+        const XmlReader reader(bytes);
+        if (!budget.chargeWork(Budget::DocumentByteWork * reader.characters()))
             break;
         const Manifest manifest(reader.root());
         if (!reader.fault().isEmpty())

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int Stored = 0;
 
-// Up to a buffer of 16 KiB more than the decoder used: they were read in any case.
+// Up to 16 KiB beyond the data that the decoder has used: minizip reads a buffer at a time.
 qint64 position(QuaZip *archive)
 {
     return qint64(unzGetCurrentFileZStreamPos64(archive->getUnzFile()));
@@ -26,33 +26,33 @@ void ArchiveMembers::visitNames(QuaZip *archive, const std::function<bool(const 
     }
 }
 
-QByteArray ArchiveMembers::content(QuaZip *archive, qint64 maxBytes, Allowance *cost, qint64 expectedBytes)
+QByteArray ArchiveMembers::content(QuaZip *archive, qint64 maxBytes, Budget *budget, qint64 expectedBytes)
 {
     constexpr qint64 PieceSize = 64 << 10;
     QuaZipFile file(archive);
     int method = Stored;
     int level = 0;
-    if (cost->left() == 0 || !file.open(QIODevice::ReadOnly, &method, &level, false))
+    if (budget->workLeft() == 0 || !file.open(QIODevice::ReadOnly, &method, &level, false))
         return {};
-    const qint64 costPerByte = method == Stored ? 1 : PackedByteCost;
-    // No more is taken from the archive than the directory says, and than there is.
-    if (qBound(qint64(0), file.csize(), archive->getIoDevice()->size()) > cost->left() / costPerByte)
+    const qint64 workPerByte = method == Stored ? Budget::ByteWork : Budget::PackedByteWork;
+    // Reading takes no more from the archive than the directory says, and no more than the archive has.
+    if (qBound(qint64(0), file.csize(), archive->getIoDevice()->size()) > budget->workLeft() / workPerByte)
         return {};
     const qint64 start = position(archive);
-    const qint64 most = qMin(maxBytes, cost->left());
+    const qint64 most = qMin(maxBytes, budget->workLeft() / Budget::ByteWork);
     QByteArray bytes;
     bytes.reserve(int(expectedBytes));
     while (bytes.size() <= most) {
-        // One byte more than may be shows that there is one.
+        // One byte above the limit shows that the member is too long.
         const QByteArray piece = file.read(qMin(PieceSize, most + 1 - bytes.size()));
         if (piece.isEmpty())
             break;
-        // Where the room does not do, Qt 6 appends to a copy, and has both for a while; this moves the bytes.
+        // Qt 6 appends to a copy when the capacity is too small, and holds both for a while. reserve() moves the bytes.
         const qint64 needed = bytes.size() + piece.size();
         if (bytes.capacity() < needed)
             bytes.reserve(int(qMin(2 * needed, most + 1)));
         bytes += piece;
     }
-    cost->spend(qMax(qint64(bytes.size()), costPerByte * (position(archive) - start)));
+    budget->chargeWork(qMax(Budget::ByteWork * bytes.size(), workPerByte * (position(archive) - start)));
     return bytes.size() > most ? QByteArray() : bytes;
 }

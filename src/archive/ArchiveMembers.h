@@ -2,7 +2,7 @@
 #ifndef ARCHIVEMEMBERS_H
 #define ARCHIVEMEMBERS_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 
 #include <QByteArray>
 #include <QString>
@@ -13,30 +13,27 @@ class QuaZip;
 
 /**
  * Reads the directory and the members of ZIP archives from strangers. A directory may list the same bytes under any
- * number of names, and deflated data may take long and deliver nothing, so that reading has a budget.
+ * number of names, and deflated data may take long and deliver nothing, so reading spends from a budget.
  */
 namespace ArchiveMembers {
 
-/// The cost of a byte of compressed data; a byte that a member delivers, or that is stored as it is, costs 1. The
-/// slowest deflated data, empty blocks with codes of their own, takes 73 ns a byte, and usual data 5 ns for each byte
-/// delivered. The cost is below that ratio, so that a budget has room for pictures, which deflating makes no smaller.
-constexpr int PackedByteCost = 4;
-
 /**
- * Calls @p visit for the name of each member of @p archive, which is open, in the order of the directory, until it
- * returns false; up to a member without a name, where QuaZip::setCurrentFile() stops looking. QuaZip keeps where each
- * of them is: after a visit to all of them setCurrentFile() finds the last of several members of one name. Without it,
- * it finds the first of them, or the last that it met while it looked for others.
+ * Calls @p visit with the name of each member of @p archive, which is open, in the order of the directory, until it
+ * returns false. Ends at a member without a name, where QuaZip::setCurrentFile() stops searching as well. QuaZip
+ * remembers the place of each visited member. After a visit to all members, setCurrentFile() therefore finds the last of
+ * several members of one name; without it, it finds the first one, or the last one that it passed in earlier searches.
  */
 void visitNames(QuaZip *archive, const std::function<bool(const QString &)> &visit);
 
 /**
- * The content of the current member of @p archive, or what comes before the fault in a damaged one. Empty when it
- * cannot be opened, has more than @p maxBytes, or its compressed data could cost more than @p cost has left. What was
- * read is taken off @p cost: the bytes that were delivered or those that were taken from the archive, whichever cost
- * more. @p expectedBytes are reserved from the start.
+ * The content of the current member of @p archive; of a damaged one, the bytes before the fault. Empty when the member
+ * cannot be opened, has more than @p maxBytes, or its compressed data could cost more work than @p budget has left.
+ *
+ * Reading costs Budget::ByteWork for each delivered byte, or Budget::PackedByteWork for each compressed byte taken from
+ * the archive, whichever is more. @p expectedBytes are reserved from the start. No bytes are held: the caller knows how
+ * long it keeps the content.
  */
-QByteArray content(QuaZip *archive, qint64 maxBytes, Allowance *cost, qint64 expectedBytes = 0);
+QByteArray content(QuaZip *archive, qint64 maxBytes, Budget *budget, qint64 expectedBytes = 0);
 
 } // namespace ArchiveMembers
 

@@ -2,22 +2,21 @@
 #ifndef FILESOURCE_H
 #define FILESOURCE_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 
 #include <QByteArray>
 #include <QString>
 
-/// The members of a package, or of a package and its splits, by their paths. Drawables are read through this.
+/// The members of a package, or of a package and its splits, by their paths.
 class FileSource
 {
 public:
     virtual ~FileSource() = default;
 
-    /// The content of the member @p path; empty when there is none, it cannot be read, has more than @p maxBytes, or could
-    /// cost more than @p cost has left. Of a member that is damaged later on, what comes before. What reading cost is taken
-    /// off @p cost: the bytes that were delivered or, when it was more, what was taken from the archive for them
-    /// (ArchiveMembers::content()).
-    virtual QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) = 0;
+    /// The content of the member @p path; of a damaged one, the bytes before the fault. Empty when there is no such
+    /// member, it cannot be read, has more than @p maxBytes, or could cost more work than @p budget has left. Reading
+    /// costs work as in ArchiveMembers::content().
+    virtual QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) = 0;
 };
 
 #endif

@@ -44,19 +44,21 @@ ZipArchive::ZipArchive(std::unique_ptr<QIODevice> device)
 
 ZipArchive::~ZipArchive() = default;
 
-bool ZipArchive::open(Allowance *members)
+bool ZipArchive::open(Budget *budget)
 {
     if (m_archive->isOpen())
         return true;
-    // Opening anything but a file may wait forever: a FIFO, for one, does until somebody writes to it.
+    // Opening anything but a regular file may block forever: a FIFO waits for a writer.
     if (!m_fileName.isNull() && !QFileInfo(m_fileName).isFile())
         return false;
     const QIODevice *device = m_archive->getIoDevice();
     if (device->isOpen() || !m_archive->open(QuaZip::mdUnzip))
         return false;
     bool isWhole = true;
+    qint64 heldBytes = 0;
     ArchiveMembers::visitNames(m_archive.get(), [&](const QString &name) {
-        isWhole = members == nullptr || members->spend(1);
+        isWhole = budget == nullptr || (budget->spendWork(MemberWork) && budget->holdBytes(MemberBytes));
+        heldBytes += budget != nullptr && isWhole ? MemberBytes : 0;
         if (isWhole && !m_known.contains(name)) {
             m_known.insert(name);
             m_names.append(name);
@@ -67,30 +69,32 @@ bool ZipArchive::open(Allowance *members)
         m_known.clear();
         m_names.clear();
         m_archive->close();
+        if (budget != nullptr)
+            budget->releaseBytes(heldBytes);
     }
     return isWhole;
 }
 
 QByteArray ZipArchive::file(const QString &path, qint64 maxBytes)
 {
-    Allowance any(std::numeric_limits<qint64>::max());
+    Budget any(std::numeric_limits<qint64>::max(), 0);
     return file(path, maxBytes, &any);
 }
 
-QByteArray ZipArchive::file(const QString &path, qint64 maxBytes, Allowance *cost)
+QByteArray ZipArchive::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
     if (!select(path))
         return {};
     unz_file_info64 info{};
     unzGetCurrentFileInfo64(m_archive->getUnzFile(), &info, nullptr, 0, nullptr, 0, nullptr, 0);
-    // No member delivers more than the directory says, so that one which is too long costs nothing.
+    // A member delivers no more than the directory says, so one that is too long is not read at all.
     const qint64 size = qint64(info.uncompressed_size);
     if (size < 0 || size > maxBytes)
         return {};
-    return ArchiveMembers::content(m_archive.get(), maxBytes, cost, qMin(size, MaxTrustedSize));
+    return ArchiveMembers::content(m_archive.get(), maxBytes, budget, qMin(size, MaxTrustedSize));
 }
 
-std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Allowance *inflated)
+std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *budget)
 {
     if (!select(path))
         return nullptr;
@@ -112,11 +116,10 @@ std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Allowance *
         m_innerBytes += size;
         return std::unique_ptr<ZipArchive>(new ZipArchive(std::make_unique<RangeDevice>(device, start, size)));
     }
-    if (inflatedSize < 0 || inflatedSize > inflated->left())
+    if (inflatedSize < 0 || !budget->holdBytes(inflatedSize))
         return nullptr;
-    // Also of one that turns out to be damaged: it takes as long.
+    // A member that turns out to be damaged counts too: reading it takes as long.
     m_innerBytes += size;
-    inflated->spend(inflatedSize);
     const QByteArray bytes = file(path, inflatedSize);
     return bytes.isEmpty() ? nullptr : std::make_unique<ZipArchive>(bytes);
 }

@@ -3,7 +3,6 @@
 #define ZIPARCHIVE_H
 
 #include "archive/FileSource.h"
-#include "format/Allowance.h"
 
 #include <QIODevice>
 #include <QSet>
@@ -13,12 +12,17 @@
 
 class QuaZip;
 
-/// The members of a ZIP archive. It is opened by open(), stays open, and is closed with this object.
+/// The members of a ZIP archive. open() opens it; it stays open as long as this object lives.
 class ZipArchive : public FileSource
 {
 public:
-    /// Bytes that a member takes from the start because the archive says that it has them; for more it must deliver.
+    /// Bytes that are reserved for a member because the directory claims them; above this, memory grows with the bytes
+    /// that the member delivers.
     static constexpr qint64 MaxTrustedSize = 1 << 20;
+    /// The work that a member of an archive within another one costs when the directory is read, and the bytes that it
+    /// holds. A compressed archive may list a thousand times as many members as its bytes have room for.
+    static constexpr qint64 MemberWork = 2048;
+    static constexpr qint64 MemberBytes = 256;
 
     /// The archive in the file @p fileName.
     explicit ZipArchive(const QString &fileName);
@@ -28,26 +32,29 @@ public:
     explicit ZipArchive(const QByteArray &bytes);
     ~ZipArchive() override;
 
-    /// False when there is no such file, it is no regular file or no archive, or the device is open or sequential; and when
-    /// it has more members than @p members has left, of which they are taken off. Its directory is gone over here.
-    bool open(Allowance *members = nullptr);
+    /// Opens the archive and reads its directory. False when the file is missing, is no regular file or no archive, or
+    /// the device is open already or sequential. With a @p budget, also false when the members do not fit in it.
+    bool open(Budget *budget = nullptr);
 
-    /// As its base says. A member that is too long is not read at all, and one that is damaged ends where the fault is. Of
-    /// several members of one name the last counts, as in libsorrel.
-    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
-    /// The same for a member that is read once, whatever it costs.
+    /// See FileSource. A member that is too long is not read at all. Of several members of one name the last counts, as
+    /// in libsorrel.
+    QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
+    /// The same without a budget, for a member that is read once.
     QByteArray file(const QString &path, qint64 maxBytes);
     /**
-     * The archive in the member @p path, not yet open; null when there is no such member. One that is stored as it is gets
-     * read where it stands, and this object outlives it. One that is compressed is kept in memory, and what the archive
-     * says that it has is taken off @p inflated; null when there is not as much left, or it is damaged from its start.
-     * All of these together take no more of this archive than it has, as they do not overlap in a sound one; null for one
-     * that would be too much.
+     * The archive in the member @p path, not yet open; null when there is no such member.
+     *
+     * A stored member is read in place, so this object must outlive the result. A compressed member is kept in memory:
+     * it holds the bytes that the directory claims, and the result is null when @p budget has fewer left, or the
+     * member is damaged from its first byte.
+     *
+     * All members that were returned together have no more bytes than this archive, as members do not overlap in a
+     * sound archive; the result is null when one would exceed that.
      */
-    std::unique_ptr<ZipArchive> archive(const QString &path, Allowance *inflated);
-    /// Whether there is the member @p path. The archive is not asked.
+    std::unique_ptr<ZipArchive> archive(const QString &path, Budget *budget);
+    /// Whether the member @p path exists. Does not read the archive.
     bool contains(const QString &path) const { return m_known.contains(path); }
-    /// The paths of all members, each once, in the order of the archive; up to the first that is empty.
+    /// The paths of all members, each once, in the order of the archive; ends at the first empty one.
     const QStringList &names() const { return m_names; }
 
 private:
@@ -62,7 +69,7 @@ private:
     std::unique_ptr<QuaZip> m_archive;
     QStringList m_names;
     QSet<QString> m_known;   ///< the same
-    qint64 m_innerBytes = 0; ///< of this archive, that members have which were handed out as archives
+    qint64 m_innerBytes = 0; ///< bytes of this archive in the members that archive() returned
 };
 
 #endif

@@ -22,14 +22,24 @@ public:
     static constexpr qint64 PackedByteWork = 4;
     /// A value, or another small record, that is looked at or stored.
     static constexpr qint64 ValueWork = 16;
-    /// A resource that is looked up in all type chunks of its type, besides ByteWork for each of these chunks.
+    /// A resource that is looked up, besides ValueWork for each type chunk of its type.
     static constexpr qint64 LookupWork = 64;
+    /// A byte of a binary XML document whose elements are made, or a character of its names and texts.
+    static constexpr qint64 DocumentByteWork = 8;
 
     Budget(qint64 work, qint64 bytes) : m_work(work), m_bytes(bytes) {}
 
     /// Takes @p work off. False, and nothing is taken, when less was left.
     bool spendWork(qint64 work) { return take(&m_work, work); }
-    /// Takes @p bytes off until they are released(). False, and nothing is taken, when less was left.
+    /// Takes off @p work that was done before its cost was known: all that is left when it was more. False then.
+    bool chargeWork(qint64 work)
+    {
+        if (spendWork(work))
+            return true;
+        m_work = 0;
+        return false;
+    }
+    /// Takes @p bytes off until releaseBytes(). False, and nothing is taken, when less was left.
     bool holdBytes(qint64 bytes) { return take(&m_bytes, bytes); }
     /// Gives back @p bytes that were held.
     void releaseBytes(qint64 bytes) { m_bytes += bytes; }

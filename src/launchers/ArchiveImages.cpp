@@ -10,26 +10,17 @@ QImage ArchiveImages::image(const QString &path)
     const auto known = m_images.constFind(path);
     if (known != m_images.cend())
         return *known;
-    if (m_images.size() >= MaxMembers)
+    if (m_archive == nullptr || !m_budget.spendWork(MemberWork))
         return {};
-    // A failure is remembered too, so that it costs once.
-    QImage image = decoded(memberBytes(path));
+    // A failure is remembered too, so it costs once.
+    QImage image = m_decoder.decoded(PictureFile::opened(memberBytes(path), &m_budget));
     m_images.insert(path, image);
     return image;
 }
 
 QByteArray ArchiveImages::memberBytes(const QString &path)
 {
-    if (m_archive == nullptr || m_readBytes.left() == 0 || !m_archive->setCurrentFile(path, QuaZip::csDefault))
+    if (!m_archive->setCurrentFile(path, QuaZip::csDefault))
         return {};
-    return ArchiveMembers::content(m_archive, MaxFileBytes, &m_readBytes);
-}
-
-QImage ArchiveImages::decoded(QByteArray bytes)
-{
-    if (bytes.isEmpty())
-        return {};
-    if (!m_decoder)
-        m_decoder.emplace(m_mayDecode());
-    return m_decoder->decoded(m_decoder->open(std::move(bytes)));
+    return ArchiveMembers::content(m_archive, PictureFile::MaxBytes, &m_budget);
 }

@@ -10,18 +10,23 @@
 
 namespace {
 
-constexpr int CharactersOfAValue = 16; ///< which take about as much time
-
+qint64 workFor(const QString &value)
+{
+    return Budget::ValueWork + Budget::ByteWork * value.size();
 }
+
+} // namespace
 
 QList<QImage> IconLookup::images(const QString &icon)
 {
-    if (!m_characters.spend(CharactersOfAValue + icon.size()))
+    if (!m_budget.spendWork(workFor(icon)))
         return {};
     const auto known = m_known.constFind(icon);
     if (known != m_known.cend())
         return *known;
     const QList<QImage> found = resolved(icon);
+    m_budget.releaseBytes(m_heldBytes);
+    m_heldBytes = 0;
     m_known.insert(icon, found);
     return found;
 }
@@ -50,11 +55,16 @@ QList<QImage> IconLookup::resolved(const QString &icon)
 QStringList IconLookup::values(const QString &reference)
 {
     QStringList values;
-    if (m_characters.isSpent())
+    // The table makes all values before their cost is known, so a lookup that did not fit is the last one.
+    m_isOver = m_isOver || !m_budget.spendWork(Budget::LookupWork);
+    if (m_isOver)
         return values;
     for (const QString &value : m_resources.lookupAll(reference)) {
-        if (!m_characters.spend(CharactersOfAValue + value.size()))
+        const qint64 bytes = ValueBytes + qint64(sizeof(QChar)) * value.size();
+        m_isOver = !m_budget.spendWork(workFor(value)) || !m_budget.holdBytes(bytes);
+        if (m_isOver)
             break;
+        m_heldBytes += bytes;
         values.append(value);
     }
     return values;

@@ -2,7 +2,7 @@
 #ifndef ICONLOOKUP_H
 #define ICONLOOKUP_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "launchers/ArchiveImages.h"
 
 #include <QImage>
@@ -10,33 +10,32 @@
 #include <QMap>
 #include <QString>
 
-#include <functional>
-#include <utility>
-
 class ApkResources;
 class QuaZip;
 
 /**
- * The pictures that icon references lead to, in every configuration. What a reference led to is remembered while this
- * object lives, so that launchers with one icon share its pictures.
+ * Finds the pictures behind icon references, in every configuration. Results are remembered while this object lives, so
+ * launchers with one icon share its pictures.
+ *
+ * A reference and each of its values cost work, by their length. Launchers may all start at different places of one
+ * chain of references, and a path may be as long as the table.
  */
 class IconLookup
 {
 public:
-    /// Characters of the references, and of the values that they lead to, while this object lives; each counts 16 more.
-    /// Launchers may all start elsewhere in one chain of references, and a path may be as long as the table.
-    static constexpr int MaxCharacters = 1 << 22;
+    /// The bytes that a value holds while an icon is resolved, besides two for each character.
+    static constexpr qint64 ValueBytes = 128;
 
-    /// Resolves by @p resources, which outlives this object; the others are as for ArchiveImages.
-    IconLookup(const ApkResources &resources, QuaZip *archive, std::function<qint64()> decodingBytes)
-        : m_resources(resources), m_images(archive, std::move(decodingBytes)), m_characters(MaxCharacters)
+    /// Resolves references with @p resources. @p archive may be null; then there are no pictures. All outlive this object.
+    IconLookup(const ApkResources &resources, QuaZip *archive, Budget &budget)
+        : m_resources(resources), m_images(archive, budget), m_budget(budget)
     {
     }
 
     /**
      * The pictures of @p icon, a reference or a path in the archive, each once. The values of the icon itself come in
-     * the table's order; those of a reference among them stand in its place in reverse order, which is kept so on
-     * purpose. What is no readable picture is left out, and all that comes after MaxCharacters.
+     * the table's order. The values of a reference among them take its place in reverse order, which is kept on
+     * purpose. Values that are no readable picture are left out, and so are values that do not fit in the budget.
      */
     QList<QImage> images(const QString &icon);
 
@@ -46,8 +45,10 @@ private:
 
     const ApkResources &m_resources;
     ArchiveImages m_images;
+    Budget &m_budget;
+    qint64 m_heldBytes = 0; ///< for the icon that is being resolved
+    bool m_isOver = false;
     QMap<QString, QList<QImage>> m_known;
-    Allowance m_characters;
 };
 
 #endif

@@ -2,7 +2,7 @@
 #include "launchers/LauncherFinder.h"
 
 #include "document/AndroidNamespace.h"
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "launchers/ApkLauncherInfoData.h"
 #include "launchers/IconLookup.h"
 #include "launchers/VisibilityRules.h"
@@ -34,7 +34,7 @@ bool isLauncherFilter(const QDomElement &filter)
                                            QStringLiteral("android.intent.action.MAIN"));
 }
 
-// The attribute of the first of filter, activity and application that has it.
+// The attribute of the innermost element that has it: filter, activity, application.
 QString innermostAttribute(const QDomElement &filter, const QString &name)
 {
     QDomElement element = filter;
@@ -56,7 +56,7 @@ QString className(const QDomElement &activity, const QString &package)
     return name.startsWith(dot) ? package + name : name;
 }
 
-// Elements and attributes.
+// The number of elements and attributes.
 int nodeCount(const QDomDocument &document)
 {
     int count = 0;
@@ -71,10 +71,15 @@ int nodeCount(const QDomDocument &document)
     return count;
 }
 
-qint64 decodingBytes(const QDomDocument &manifest)
+qint64 bytesOf(const QDomDocument &manifest)
 {
-    const qint64 nodes = qMax(0, nodeCount(manifest) - LauncherFinder::FreeNodes);
-    return ArchiveImages::MaxDecodingBytes - nodes * LauncherFinder::NodeBytes;
+    return qint64(LauncherFinder::NodeBytes) * qMax(0, nodeCount(manifest) - LauncherFinder::FreeNodes);
+}
+
+bool hasRoomFor(const QString &className, Budget &budget)
+{
+    return budget.spendWork(Budget::ByteWork * className.size())
+           && budget.holdBytes(LauncherFinder::ClassCharacterBytes * className.size());
 }
 
 } // namespace
@@ -89,10 +94,12 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     QList<ApkLauncherInfo> launchers;
     const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QLatin1String(""));
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
-    VisibilityRules rules(m_resources);
-    IconLookup icons(m_resources, m_archive, [this] { return decodingBytes(m_manifest); });
-    LocaleLookup labels(ApkResourcesData::of(m_resources));
-    Allowance classCharacters(MaxClassCharacters);
+    Budget budget(MaxWork, MaxBytes);
+    if (filters.length() > 0)
+        budget.holdBytes(bytesOf(m_manifest));
+    VisibilityRules rules(m_resources, budget);
+    IconLookup icons(m_resources, m_archive, budget);
+    LocaleLookup labels(ApkResourcesData::of(m_resources), budget);
     for (int i = 0; i < filters.length(); ++i) {
         const QDomElement filter = filters.item(i).toElement();
         if (!isLauncherFilter(filter))
@@ -111,7 +118,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
             info.d->icons = icons.images(icon);
         info.d->package = package;
         info.d->className = className(activity, package);
-        if (!classCharacters.spend(info.d->className.size()))
+        if (!hasRoomFor(info.d->className, budget))
             break;
         const QString label = innermostAttribute(filter, QStringLiteral("label"));
         if (!label.isEmpty())

@@ -11,24 +11,28 @@
 
 class QuaZip;
 
-/// The launcher entries of a manifest, as ApkFile::getLauncherInfo() answers them.
+/// Finds the launcher entries of a manifest for ApkFile::getLauncherInfo(), within one budget for a call.
 class LauncherFinder
 {
 public:
-    /// Characters of the classes of all entries; each class has the package's name in it, which may be long. The list
-    /// ends before the entry that would exceed it.
-    static constexpr int MaxClassCharacters = 1 << 22;
-    /// Elements and attributes of a manifest that leave decoding the whole of ArchiveImages::MaxDecodingBytes. Each one
-    /// more takes NodeBytes off it, so that a large manifest, its labels and large pictures keep the bounds together.
+    /// The work of one call, some 0.7 s: reading and decoding icons, following references, labels, and classes.
+    static constexpr qint64 MaxWork = 1 << 27;
+    /// The bytes that a call holds: a decoded picture of 4096 x 4096, and names and labels beside it.
+    static constexpr qint64 MaxBytes = 65 << 20;
+    /// The bytes that a character of a class holds: twice what it takes, so that classes leave room for the rest.
+    static constexpr qint64 ClassCharacterBytes = 4;
+    /// Elements and attributes of a manifest that hold nothing. Each one more holds NodeBytes, so that a large
+    /// manifest, its labels and large pictures keep the bounds together.
     static constexpr int FreeNodes = 8192;
     /// An attribute is two nodes of a DOM, with four strings each, which are larger in Qt 6.
     static constexpr int NodeBytes = 600 + 8 * int(sizeof(QString) - sizeof(void *));
 
-    /// In @p manifest. @p resources resolves its references, @p archive has the icon files, and stays the caller's;
-    /// without one, entries have no icons.
+    /// Resolves the references of @p manifest with @p resources. The icon files are in @p archive, which stays the
+    /// caller's and may be null: entries have no icons then.
     LauncherFinder(const QDomDocument &manifest, const ApkResources &resources, QuaZip *archive);
 
-    /// The entries that Android shows, or all of them, in the order of the manifest.
+    /// The entries that Android shows, or all of them, in the order of the manifest. The list ends before the first entry
+    /// whose class does not fit in the budget: each class contains the package's name, which may be long.
     QList<ApkLauncherInfo> launchers(bool includeDisabled) const;
 
 private:

@@ -7,12 +7,6 @@
 
 #include <QDomElement>
 
-namespace {
-
-constexpr int CharactersOfAValue = 16; ///< which take about as much time
-
-}
-
 bool VisibilityRules::isShown(const QDomElement &activity, const QDomElement &application)
 {
     const QString no = QStringLiteral("false");
@@ -25,13 +19,16 @@ QString VisibilityRules::resolved(const QString &value)
 {
     if (!ResourceReference::isMarked(value))
         return value;
-    if (!m_values.spend(value.size() / CharactersOfAValue))
+    // The values are counted by a lookup that costs as well, so one that does not fit is the last one.
+    m_isOver = m_isOver || !m_budget.spendWork(Budget::ByteWork * value.size());
+    if (m_isOver)
         return {};
     const auto known = m_known.constFind(value);
     if (known != m_known.cend())
         return *known;
-    // By configuration there may be fewer: of those that look alike the last one counts.
-    if (!m_values.spend(m_resources.lookupAll(value).size()))
+    // The map by configuration may be smaller: of configurations with one text, the last one counts.
+    m_isOver = !m_budget.spendWork(StateWork * m_resources.lookupAll(value).size());
+    if (m_isOver)
         return {};
     return *m_known.insert(value, m_resources.lookupAllByConfig(value).value(QString()));
 }

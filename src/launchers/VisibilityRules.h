@@ -2,7 +2,7 @@
 #ifndef VISIBILITYRULES_H
 #define VISIBILITYRULES_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 
 #include <QMap>
 #include <QString>
@@ -10,20 +10,20 @@
 class ApkResources;
 class QDomElement;
 
-/// Which launcher entries Android shows. What a reference says is remembered while this object lives.
+/// Decides which launcher entries Android shows. The values of references are remembered while this object lives.
 class VisibilityRules
 {
 public:
-    /// Values that references have in all, while this object lives; 16 characters of a reference count as one. From
-    /// there on a reference says nothing. Thousands of texts may mean one resource of thousands of configurations.
-    static constexpr int MaxValues = 1 << 17;
+    /// The work that each value of a reference costs: the text of its configuration is made and compared with others.
+    static constexpr qint64 StateWork = 512;
 
-    /// References are resolved by @p resources, which outlives this object.
-    explicit VisibilityRules(const ApkResources &resources) : m_resources(resources), m_values(MaxValues) {}
+    /// Resolves references with @p resources. Both outlive this object.
+    VisibilityRules(const ApkResources &resources, Budget &budget) : m_resources(resources), m_budget(budget) {}
 
     /**
-     * Whether @p activity, an element of @p application, is shown. Only the activity's "enabled" is resolved; that of
-     * the application, and "exported", count as written: kept so on purpose.
+     * Whether @p activity, an element of @p application, is shown. Only the activity's "enabled" is resolved; the
+     * application's "enabled", and "exported", count as written: kept so on purpose. A reference that does not fit in
+     * the budget hides nothing, and neither do all that follow.
      */
     bool isShown(const QDomElement &activity, const QDomElement &application);
 
@@ -31,8 +31,9 @@ private:
     QString resolved(const QString &value);
 
     const ApkResources &m_resources;
+    Budget &m_budget;
+    bool m_isOver = false;
     QMap<QString, QString> m_known;
-    Allowance m_values;
 };
 
 #endif

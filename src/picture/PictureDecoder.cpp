@@ -11,7 +11,7 @@
 
 namespace {
 
-/// The canvas of an animation with @p frame at its place. Qt's plugin does not initialise the pixels around a frame.
+/// The frame of an animation at its place on the canvas. Qt's plugin leaves the pixels around it uninitialized.
 QImage onCanvas(QImage frame, const PictureFile &file)
 {
     constexpr size_t PixelSize = 4;
@@ -28,36 +28,9 @@ QImage onCanvas(QImage frame, const PictureFile &file)
     return image;
 }
 
-} // namespace
-
-PictureFile PictureDecoder::open(QByteArray file)
+QImage decodedByQt(const PictureFile &file)
 {
-    if (m_bytes.left() == 0)
-        return {};
-    PictureFile opened(std::move(file));
-    m_bytes.spend(opened.steps());
-    return opened;
-}
-
-bool PictureDecoder::isOverfull(const PictureFile &file)
-{
-    if (qstrcmp(file.format(), "png") != 0)
-        return false;
-    const qint64 most = PngPicture::maxUnpacked(file.bytes());
-    if (most > m_unpacking.left())
-        return PngPicture::isOverfull(file.bytes());
-    m_unpacking.spend(most);
-    return false;
-}
-
-QImage PictureDecoder::decoded(const PictureFile &file)
-{
-    if (!file.isAccepted() || file.decodingBytes() > m_bytes.left())
-        return {};
-    m_bytes.spend(file.decodingBytes());
-    if (isOverfull(file))
-        return {};
-    // A QBuffer shares the bytes: Qt's WebP plugin refuses sequential devices, and libjpeg reads a buffer in place.
+    // Shares the bytes. Qt's WebP plugin refuses sequential devices, and libjpeg reads a buffer in place.
     QBuffer buffer;
     buffer.setData(file.bytes());
     buffer.open(QIODevice::ReadOnly);
@@ -69,4 +42,32 @@ QImage PictureDecoder::decoded(const PictureFile &file)
         return {};
     QImage image = reader.read();
     return image.isNull() || file.canvas().isEmpty() ? image : onCanvas(std::move(image), file);
+}
+
+} // namespace
+
+QImage PictureDecoder::decoded(const PictureFile &file)
+{
+    const qint64 bytes = file.decodingBytes();
+    if (!file.isAccepted() || bytes > MaxBytes || !m_budget.holdBytes(bytes))
+        return {};
+    QImage image;
+    if (m_budget.spendWork(Budget::ByteWork * bytes) && !isOverfull(file))
+        image = decodedByQt(file);
+    m_budget.releaseBytes(bytes - qMin(bytes, qint64(image.sizeInBytes())));
+    return image;
+}
+
+bool PictureDecoder::isOverfull(const PictureFile &file)
+{
+    if (qstrcmp(file.format(), "png") != 0)
+        return false;
+    const qint64 most = PngPicture::maxUnpacked(file.bytes());
+    if (most <= MaxUnpacking - m_unpacking) {
+        m_unpacking += most;
+        return false;
+    }
+    // Unpacking ends after the rows and a little more. A picture that there is no work left for counts as overfull.
+    return !m_budget.spendWork(Budget::ByteWork * (file.decodingBytes() + PngPicture::MaxExcess))
+           || PngPicture::isOverfull(file.bytes());
 }

@@ -2,37 +2,36 @@
 #ifndef PICTUREDECODER_H
 #define PICTUREDECODER_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "picture/PictureFile.h"
 
 #include <QImage>
 
 /**
- * Decodes picture files within a budget for all of them, in bytes that decoding takes; the time grows with these bytes. A
- * picture that does not fit in the rest of the budget is refused and spends nothing, so that a smaller one after it may
- * fit. A picture that cannot be decoded spends as much as one that can.
+ * Decodes picture files within a budget. A picture costs PictureFile::decodingBytes() of work, whether or not it can be
+ * decoded, and holds as many bytes while it is decoded; the bytes of the result stay held. A picture that does not fit is
+ * refused and takes nothing, so a smaller one after it may fit.
  */
 class PictureDecoder
 {
 public:
-    /// Bytes that the pixels of all PNG files together may unpack to, judged by the size of the files. Beyond this sum,
-    /// each file is checked before it is decoded, in a third of the time of decoding.
+    /// Bytes that decoding one picture takes: 4096 x 4096 pixels of 32 bits, and no more.
+    static constexpr qint64 MaxBytes = 64 << 20;
+    /// Bytes that the pixels of PNG files may unpack to in all, judged by the size of the files. Above that, each file is
+    /// unpacked once before it is decoded, to see whether it holds more than its rows; this costs work too.
     static constexpr qint64 MaxUnpacking = 256 << 20;
 
-    explicit PictureDecoder(qint64 bytes) : m_bytes(bytes) {}
+    /// @p budget outlives this object.
+    explicit PictureDecoder(Budget &budget) : m_budget(budget) {}
 
-    /// Opens @p file and spends its steps. Refuses every file when the budget is spent.
-    PictureFile open(QByteArray file);
-    /// The picture in @p file, the first one of an animation. A null image when it is refused or cannot be decoded.
+    /// The picture in @p file; of an animated one, the first. A null image when it is refused or cannot be decoded.
     QImage decoded(const PictureFile &file);
-
-    qint64 bytesLeft() const { return m_bytes.left(); }
 
 private:
     bool isOverfull(const PictureFile &file);
 
-    Allowance m_bytes;
-    Allowance m_unpacking{MaxUnpacking};
+    Budget &m_budget;
+    qint64 m_unpacking = 0;
 };
 
 #endif

@@ -55,3 +55,12 @@ PictureFile::PictureFile(QByteArray bytes) : m_bytes(std::move(bytes))
     if (!isAccepted())
         m_bytes.clear();
 }
+
+PictureFile PictureFile::opened(QByteArray bytes, Budget *budget)
+{
+    if (budget->workLeft() == 0)
+        return {};
+    PictureFile file(std::move(bytes));
+    budget->chargeWork(Budget::ByteWork * file.steps());
+    return file;
+}

@@ -2,6 +2,8 @@
 #ifndef PICTUREFILE_H
 #define PICTUREFILE_H
 
+#include "format/Budget.h"
+
 #include <QByteArray>
 #include <QPoint>
 #include <QSize>
@@ -22,10 +24,15 @@
 class PictureFile
 {
 public:
+    /// Bytes of one picture file at most, after inflating. The size that the archive claims for it does not count.
+    static constexpr qint64 MaxBytes = 16 << 20;
+
     /// A file that is refused.
     PictureFile() = default;
     /// Takes @p bytes in place when nobody shares them.
     explicit PictureFile(QByteArray bytes);
+    /// The same, and takes steps() off @p budget. Every file is refused when no work is left.
+    static PictureFile opened(QByteArray bytes, Budget *budget);
 
     bool isAccepted() const { return *m_format != '\0'; }
     /// The name of Qt's decoder for the picture, such as "png"; empty when the file is refused.

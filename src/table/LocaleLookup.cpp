@@ -5,17 +5,17 @@
 #include "table/ApkResourcesData.h"
 #include "table/ResourceReference.h"
 
-namespace {
-
-constexpr int CharactersOfAValue = 32; ///< which take about as much memory and time
-
+bool LocaleLookup::spend(qint64 work, qint64 bytes)
+{
+    m_isOver = m_isOver || !m_budget.spendWork(work) || !m_budget.holdBytes(bytes);
+    return !m_isOver;
 }
 
 QMap<QString, QString> LocaleLookup::byReference(const QString &ref, int depth)
 {
     if (!ResourceReference::isMarked(ref))
         return {{QString(), ref}};
-    if (!m_values.spend(ref.size() / CharactersOfAValue))
+    if (!spend(CharacterWork * ref.size()))
         return {};
     const ResourceReference reference(ref, m_table);
     if (reference.package() == nullptr)
@@ -32,7 +32,7 @@ QMap<QString, QString> LocaleLookup::inPackage(const ResourcePackage &package, i
     if (known != m_known.cend())
         return *known;
     const Texts values = resolved(package, typeId, entry, depth);
-    if (m_values.isSpent())
+    if (m_isOver)
         return {};
     m_known.insert(key, values);
     return values;
@@ -42,21 +42,21 @@ LocaleLookup::Texts LocaleLookup::resolved(const ResourcePackage &package, int t
 {
     Texts values;
     for (const ResourceEntry &value : package.values(typeId, entry)) {
-        if (!m_values.spend(1))
+        if (!spend(ValueWork))
             break;
         const QString locale = package.config(value).locale();
         if (values.contains(locale))
             continue;
         if (depth == 0 || value.dataType() != int(ValueType::Reference)) {
             const QString text = m_texts.text(value.dataType(), value.data());
-            // A string of the table is shared by all who have it; any other text is made for this value alone.
+            // Values share the strings of the table; any other text is made for this value alone.
             if (value.dataType() != int(ValueType::String))
-                m_values.spend(text.size() / CharactersOfAValue);
+                spend(CharacterWork * text.size(), qint64(sizeof(QChar)) * text.size());
             put(values, locale, text);
             continue;
         }
         const Texts referenced = byReference(m_table.refToString(value.data()), depth - 1);
-        // The locales of the referenced resource are taken from here on, also from this resource's own later values.
+        // From here on, the locales of the referenced resource hide this resource's own later values.
         if (locale.isEmpty())
             addMissing(values, referenced);
         else
@@ -71,7 +71,7 @@ void LocaleLookup::addMissing(Texts &values, const Texts &others)
         values = others;
         return;
     }
-    for (auto other = others.cbegin(); other != others.cend() && m_values.spend(1); ++other) {
+    for (auto other = others.cbegin(); other != others.cend() && spend(ValueWork); ++other) {
         if (!values.contains(other.key()))
             put(values, other.key(), other.value());
     }
@@ -79,7 +79,8 @@ void LocaleLookup::addMissing(Texts &values, const Texts &others)
 
 void LocaleLookup::put(Texts &values, const QString &locale, const QString &text)
 {
-    // A map that is shared is copied before it takes a value.
-    if (values.isDetached() || m_values.spend(values.size()))
+    // A shared map is copied before it takes a value.
+    const bool hasRoom = values.isDetached() || spend(ValueWork * values.size(), ValueBytes * values.size());
+    if (hasRoom && spend(0, ValueBytes))
         values.insert(locale, text);
 }

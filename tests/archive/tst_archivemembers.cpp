@@ -14,7 +14,7 @@ using namespace fixture;
 namespace {
 
 constexpr qint64 Plenty = 1 << 30;
-constexpr int PackedByteCost = ArchiveMembers::PackedByteCost;
+constexpr qint64 PackedByteWork = Budget::PackedByteWork;
 
 // Offsets in an entry of the central directory.
 constexpr int CentralPackedSizeAt = 20;
@@ -48,10 +48,10 @@ struct OpenZip {
         });
         return names;
     }
-    QByteArray content(Allowance *cost, qint64 maxBytes = Plenty)
+    QByteArray content(Budget *budget, qint64 maxBytes = Plenty)
     {
         zip.setCurrentFile(name, QuaZip::csDefault);
-        return ArchiveMembers::content(&zip, maxBytes, cost);
+        return ArchiveMembers::content(&zip, maxBytes, budget);
     }
     qint64 packedSize()
     {
@@ -119,7 +119,7 @@ void TestArchiveMembers::lastOfSeveralIsFoundFromThenOn()
 {
     OpenZip archive(zip({{name, "1"}, {name, "2"}, {QStringLiteral("z"), "z"}, {name, "3"}}));
     archive.names();
-    Allowance cost(Plenty);
+    Budget cost(Plenty, 0);
     for (int i = 0; i < 2; ++i) {
         QCOMPARE(archive.content(&cost), QByteArray("3"));
         QVERIFY(archive.zip.setCurrentFile(QStringLiteral("z"), QuaZip::csDefault));
@@ -131,38 +131,38 @@ void TestArchiveMembers::storedBytesCostOneEach()
 {
     const QByteArray bytes = noise(100000);
     OpenZip archive(zip({{name, bytes}}, Compression::Stored));
-    Allowance cost(Plenty);
+    Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost), bytes);
-    QCOMPARE(cost.left(), Plenty - bytes.size());
+    QCOMPARE(cost.workLeft(), Plenty - bytes.size());
 }
 
 void TestArchiveMembers::deliveredBytesCostOneEach()
 {
     const QByteArray bytes(100000, 'x');
     OpenZip archive(zip({{name, bytes}}));
-    QVERIFY(archive.packedSize() < bytes.size() / PackedByteCost);
-    Allowance cost(Plenty);
+    QVERIFY(archive.packedSize() < bytes.size() / PackedByteWork);
+    Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost), bytes);
-    QCOMPARE(cost.left(), Plenty - bytes.size());
+    QCOMPARE(cost.workLeft(), Plenty - bytes.size());
 }
 
 void TestArchiveMembers::packedBytesCostMore()
 {
     const QByteArray bytes = noise(100000);
     OpenZip archive(zip({{name, bytes}}));
-    Allowance cost(Plenty);
+    Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost), bytes);
-    QCOMPARE(cost.left(), Plenty - PackedByteCost * archive.packedSize());
+    QCOMPARE(cost.workLeft(), Plenty - PackedByteWork * archive.packedSize());
 }
 
 void TestArchiveMembers::packedBytesThatDeliverNothingCostAsMuch()
 {
     constexpr int Size = 100000;
     OpenZip archive(zipOfDeflated({{name, deflatedBehindEmptyBlocks(Size)}}, 1000));
-    Allowance cost(Plenty);
+    Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost), QByteArray());
     QVERIFY(archive.packedSize() >= Size);
-    QCOMPARE(cost.left(), Plenty - PackedByteCost * archive.packedSize());
+    QCOMPARE(cost.workLeft(), Plenty - PackedByteWork * archive.packedSize());
 }
 
 // What is claimed and was not read; and no more can be read than there is.
@@ -175,9 +175,9 @@ void TestArchiveMembers::sizesThatAreClaimedCostNothing()
     constexpr int LocalPackedSizeAt = 18;
     poke32(bytes, LocalPackedSizeAt, 0x7fffffff);
     OpenZip archive(bytes);
-    Allowance cost(PackedByteCost * qint64(bytes.size()));
+    Budget cost(PackedByteWork * qint64(bytes.size()), 0);
     QCOMPARE(archive.content(&cost), content);
-    QVERIFY(cost.left() > 0);
+    QVERIFY(cost.workLeft() > 0);
 }
 
 void TestArchiveMembers::costsUpToWhatIsLeft_data()
@@ -190,7 +190,7 @@ void TestArchiveMembers::costsUpToWhatIsLeft_data()
     const QByteArray packed = zip({{name, odd}});
     QTest::newRow("stored") << zip({{name, even}}, Compression::Stored) << even << qint64(5000);
     QTest::newRow("delivered") << zip({{name, even}}) << even << qint64(5000);
-    QTest::newRow("packed") << packed << odd << PackedByteCost * OpenZip(packed).packedSize();
+    QTest::newRow("packed") << packed << odd << PackedByteWork * OpenZip(packed).packedSize();
 }
 
 void TestArchiveMembers::costsUpToWhatIsLeft()
@@ -199,10 +199,10 @@ void TestArchiveMembers::costsUpToWhatIsLeft()
     QFETCH(QByteArray, content);
     QFETCH(qint64, cost);
     OpenZip opened(archive);
-    Allowance enough(cost);
+    Budget enough(cost, 0);
     QCOMPARE(opened.content(&enough), content);
-    QCOMPARE(enough.left(), qint64(0));
-    Allowance tooLittle(cost - 1);
+    QCOMPARE(enough.workLeft(), qint64(0));
+    Budget tooLittle(cost - 1, 0);
     QCOMPARE(opened.content(&tooLittle), QByteArray());
 }
 
@@ -210,11 +210,11 @@ void TestArchiveMembers::filesUpToTheCeiling()
 {
     const QByteArray bytes(70000, 'x');
     OpenZip archive(zip({{name, bytes}}));
-    Allowance cost(Plenty);
+    Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost, bytes.size()), bytes);
     QCOMPARE(archive.content(&cost, bytes.size() - 1), QByteArray());
     // It was read in any case.
-    QCOMPARE(cost.left(), Plenty - 2 * bytes.size());
+    QCOMPARE(cost.workLeft(), Plenty - 2 * bytes.size());
 }
 
 void TestArchiveMembers::nothingIsReadWhenNothingIsLeft()
@@ -223,11 +223,11 @@ void TestArchiveMembers::nothingIsReadWhenNothingIsLeft()
     OpenZip archive(zipOfDeflated({{name, deflatedBehindEmptyBlocks(Size)}}, 1000));
     archive.zip.setCurrentFile(name, QuaZip::csDefault);
     const qint64 before = archive.device.bytesRead();
-    Allowance cost(PackedByteCost * Size - 1);
+    Budget cost(PackedByteWork * Size - 1, 0);
     QCOMPARE(ArchiveMembers::content(&archive.zip, Plenty, &cost), QByteArray());
     QVERIFY(archive.device.bytesRead() - before < 1000);
     // A smaller one after it may fit.
-    QCOMPARE(cost.left(), qint64(PackedByteCost * Size - 1));
+    QCOMPARE(cost.workLeft(), qint64(PackedByteWork * Size - 1));
 }
 
 QTEST_GUILESS_MAIN(TestArchiveMembers)

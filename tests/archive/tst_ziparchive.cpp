@@ -4,7 +4,6 @@
 #include "Cost.h"
 #include "Devices.h"
 #include "Pictures.h"
-#include "archive/ArchiveMembers.h"
 #include "archive/RangeDevice.h"
 #include "archive/ZipArchive.h"
 #include "package/PackageData.h"
@@ -25,6 +24,8 @@ using namespace SorrelKit;
 using namespace fixture;
 
 namespace {
+
+constexpr qint64 Plenty = 1 << 30;
 
 QString latin(const char *text)
 {
@@ -183,14 +184,14 @@ void TestArchiveFiles::readingHasABudget()
     const QByteArray nothing = deflatedBehindEmptyBlocks(1000);
     ZipArchive archive(zipOfDeflated({{latin("a"), nothing}}, 100));
     QVERIFY(archive.open());
-    const qint64 each = ArchiveMembers::PackedByteCost * qint64(nothing.size());
-    Allowance cost(2 * each + 1);
+    const qint64 each = Budget::PackedByteWork * qint64(nothing.size());
+    Budget cost(2 * each + 1, 0);
     for (int left = 2; left > 0; --left) {
-        QCOMPARE(cost.left(), left * each + 1);
+        QCOMPARE(cost.workLeft(), left * each + 1);
         archive.file(latin("a"), 1000, &cost);
     }
     archive.file(latin("a"), 1000, &cost);
-    QCOMPARE(cost.left(), qint64(1));
+    QCOMPARE(cost.workLeft(), qint64(1));
 }
 
 void TestArchiveFiles::lastOfSeveralMembersOfOneNameCounts()
@@ -222,15 +223,20 @@ void TestArchiveFiles::whatIsMissingIsKnownWithoutReading()
 
 void TestArchiveFiles::membersUpToTheCeiling()
 {
-    Allowance enough(4);
+    Budget enough(4 * ZipArchive::MemberWork, 4 * ZipArchive::MemberBytes);
     ZipArchive archive(zip(members()));
     QVERIFY(archive.open(&enough));
-    QCOMPARE(enough.left(), qint64(1));
-    Allowance tooFew(2);
-    ZipArchive tooMany(zip(members()));
-    QVERIFY(!tooMany.open(&tooFew));
-    QCOMPARE(tooMany.names(), QStringList());
-    QCOMPARE(tooMany.file(latin("a.txt"), 10), QByteArray());
+    QCOMPARE(enough.workLeft(), ZipArchive::MemberWork);
+    QCOMPARE(enough.bytesLeft(), ZipArchive::MemberBytes);
+    for (Budget tooFew :
+         {Budget(3 * ZipArchive::MemberWork - 1, Plenty), Budget(Plenty, 3 * ZipArchive::MemberBytes - 1)}) {
+        const qint64 bytes = tooFew.bytesLeft();
+        ZipArchive tooMany(zip(members()));
+        QVERIFY(!tooMany.open(&tooFew));
+        QCOMPARE(tooMany.names(), QStringList());
+        QCOMPARE(tooMany.file(latin("a.txt"), 10), QByteArray());
+        QCOMPARE(tooFew.bytesLeft(), bytes);
+    }
 }
 
 void TestArchiveFiles::devicesThatAreOpenOrSequential()
@@ -277,14 +283,14 @@ void TestArchiveFiles::archivesInArchives()
     QFETCH(Compression, compression);
     ZipArchive outer(zip({{latin("in.apk"), zip(members())}, {latin("text"), "no archive"}}, compression));
     QVERIFY(outer.open());
-    Allowance inflated(1 << 20);
+    Budget inflated(0, 1 << 20);
     const auto inner = outer.archive(latin("in.apk"), &inflated);
     QVERIFY(inner != nullptr);
     QVERIFY(!inner->contains(latin("a.txt")));
     QVERIFY(inner->open());
     QCOMPARE(inner->file(latin("a.txt"), 10), QByteArray("first"));
     QCOMPARE(inner->names().size(), 3);
-    QCOMPARE(inflated.left() < 1 << 20, compression == Compression::Deflated);
+    QCOMPARE(inflated.bytesLeft() < 1 << 20, compression == Compression::Deflated);
     QVERIFY(outer.archive(latin("nowhere"), &inflated) == nullptr);
     const auto text = outer.archive(latin("text"), &inflated);
     QVERIFY(text != nullptr);
@@ -297,7 +303,7 @@ void TestArchiveFiles::archivesMayBeReadInTurns()
     const QVector<Member> two{{latin("x"), QByteArray(200000, '2')}};
     ZipArchive outer(zip({{latin("1"), zip(one)}, {latin("2"), zip(two)}, {latin("3"), "three"}}, Compression::Stored));
     QVERIFY(outer.open());
-    Allowance inflated(0);
+    Budget inflated(0, 0);
     const auto first = outer.archive(latin("1"), &inflated);
     const auto second = outer.archive(latin("2"), &inflated);
     QVERIFY(first->open() && second->open());
@@ -314,21 +320,20 @@ void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
     QByteArray bytes = zip({{latin("1"), inner}, {latin("2"), inner}, {latin("3"), inner}});
     ZipArchive outer(bytes);
     QVERIFY(outer.open());
-    Allowance inflated(2 * inner.size());
+    Budget inflated(0, 2 * inner.size());
     QVERIFY(outer.archive(latin("1"), &inflated) != nullptr);
-    QCOMPARE(inflated.left(), qint64(inner.size()));
+    QCOMPARE(inflated.bytesLeft(), qint64(inner.size()));
     QVERIFY(outer.archive(latin("2"), &inflated) != nullptr);
-    QCOMPARE(inflated.left(), qint64(0));
+    QCOMPARE(inflated.bytesLeft(), qint64(0));
     QVERIFY(outer.archive(latin("3"), &inflated) == nullptr);
-    QVERIFY(!inflated.isSpent());
-    // One that is damaged takes off what it said, as it took the time.
+    // A damaged one holds what the directory claims.
     const int sizeAt = directoryAt(bytes) + 24;
     poke32(bytes, sizeAt, 5000);
     ZipArchive liar(bytes);
     QVERIFY(liar.open());
-    Allowance other(6000);
+    Budget other(0, 6000);
     liar.archive(latin("1"), &other);
-    QCOMPARE(other.left(), qint64(1000));
+    QCOMPARE(other.bytesLeft(), qint64(1000));
 }
 
 void TestArchiveFiles::archivesThatOverlap_data()
@@ -349,7 +354,7 @@ void TestArchiveFiles::archivesThatOverlap()
     ZipArchive outer(withNames(zip({{latin("a"), inner}}, compression), names));
     QVERIFY(outer.open());
     QCOMPARE(outer.names().size(), 4);
-    Allowance inflated(10 * inner.size());
+    Budget inflated(0, 10 * inner.size());
     QVERIFY(outer.archive(latin("a"), &inflated) != nullptr);
     QVERIFY(outer.archive(latin("b"), &inflated) == nullptr);
 }
@@ -429,7 +434,8 @@ void TestArchiveFiles::setsAreOneApplication()
                             {latin("splits/base-master.apk"), package("org.example")}}));
     QVERIFY(archive.open());
     QVERIFY(PackageSet::isSet(archive));
-    PackageSet set(archive);
+    Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+    PackageSet set(archive, budget);
     QVERIFY(set.base() != nullptr);
     QCOMPARE(set.base()->file(latin("AndroidManifest.xml"), 1 << 20), manifestOf("org.example"));
     QCOMPARE(set.splits().size(), size_t(1));
@@ -452,13 +458,14 @@ void TestArchiveFiles::manifestsOfASetAreLimitedTogether()
     const QByteArray package =
         zip({{latin("AndroidManifest.xml"), builder.empty(latin("manifest"), attributes).build()}});
     QVector<Member> packages{{latin("base.apk"), zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}})}};
-    for (int i = 0; i < 8; ++i)
+    for (int i = 0; i < 4; ++i)
         packages.append({latin("%1.apk").arg(i), package});
     ZipArchive archive(zip(packages));
     QVERIFY(archive.open());
-    PackageSet set(archive);
+    Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+    PackageSet set(archive, budget);
     QVERIFY(set.base() != nullptr);
-    QCOMPARE(set.splits().size(), size_t(PackageSet::MaxManifests / (240 * Length)));
+    QCOMPARE(set.splits().size(), size_t(PackageData::MaxReadingWork / (Budget::DocumentByteWork * 240 * Length)));
 }
 
 void TestArchiveFiles::tablesOfASetAreLimitedTogether()
@@ -494,7 +501,6 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
 void TestArchiveFiles::membersOfASetAreLimitedTogether()
 {
     constexpr int Most = 65534; ///< that the end of an archive has room for
-    constexpr int Rest = int(PackageSet::MaxPackageMembers % Most);
     const QByteArray base = zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}});
     const auto split = [](int members) {
         QStringList names;
@@ -502,23 +508,30 @@ void TestArchiveFiles::membersOfASetAreLimitedTogether()
             names.append(QString::number(i).rightJustified(19, QLatin1Char('0')));
         return withNames(zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}}), names);
     };
-    QVector<Member> packages{{latin("base.apk"), base}};
-    while (packages.size() <= PackageSet::MaxPackageMembers / Most)
-        packages.append({QStringLiteral("%1.apk").arg(packages.size()),
-                         packages.size() == 1 ? split(Most) : packages.last().content});
-    const auto splits = [&packages](const QByteArray &last) {
-        ZipArchive archive(zip(packages + QVector<Member>{{latin("last.apk"), last}}));
-        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+    struct Result {
+        int splits = -1;
+        qint64 workLeft = 0;
     };
-    // The base has one.
-    QCOMPARE(splits(split(Rest - 1)), int(packages.size()));
-    QCOMPARE(splits(split(Rest)), int(packages.size()) - 1);
+    const auto read = [&base](const QVector<QByteArray> &packages) {
+        QVector<Member> members{{latin("base.apk"), base}};
+        for (const QByteArray &package : packages)
+            members.append({QStringLiteral("%1.apk").arg(members.size()), package});
+        ZipArchive archive(zip(members));
+        Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+        return archive.open() ? Result{int(PackageSet(archive, budget).splits().size()), budget.workLeft()} : Result();
+    };
+    const QByteArray full = split(Most);
+    const Result before = read({full, split(1)});
+    QCOMPARE(before.splits, 2);
+    const int rest = int(before.workLeft / ZipArchive::MemberWork);
+    QVERIFY(rest < Most);
+    QCOMPARE(read({full, split(rest + 1)}).splits, 2);
+    QCOMPARE(read({full, split(rest + 2)}).splits, 1);
 }
 
 // A package that is compressed in a set may have a thousand times the bytes that the set has.
 void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
 {
-    constexpr int Some = 1000;
     constexpr int Size = 1 << 20; ///< that the members claim
     const auto packed = [](const QByteArray &bytes) { return deflatedBehindEmptyBlocks(0, bytes); };
     const QByteArray base = zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))}}, Size);
@@ -526,11 +539,14 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
         const QByteArray manifest = deflatedBehindEmptyBlocks(int(bytes), manifestOf("org.example", "config.de"));
         const QByteArray split = zipOfDeflated({{latin("AndroidManifest.xml"), manifest}}, Size);
         ZipArchive archive(zip({{latin("base.apk"), base}, {latin("de.apk"), split}}));
-        return archive.open() ? int(PackageSet(archive).splits().size()) : -1;
+        Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+        return archive.open() ? int(PackageSet(archive, budget).splits().size()) : -1;
     };
-    constexpr qint64 MostOfManifests = PackageSet::MaxManifests / ArchiveMembers::PackedByteCost;
-    QCOMPARE(splits(MostOfManifests - Some), 1);
-    QCOMPARE(splits(MostOfManifests + Some), 0);
+    // The rest of the work is for directories and for making the elements.
+    constexpr qint64 Most = PackageData::MaxReadingWork / Budget::PackedByteWork;
+    constexpr int Some = 100'000;
+    QCOMPARE(splits(Most - Some), 1);
+    QCOMPARE(splits(Most), 0);
 
     const auto withTable = [&](qint64 bytes) {
         return zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))},
@@ -545,16 +561,15 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
         PackageDevice device(bytes);
         return PackageNormalizer(&device).error();
     };
-    constexpr qint64 MostOfTables = Limits::MaxTableBytes / ArchiveMembers::PackedByteCost;
-    const QByteArray most = zip({{latin("base.apk"), withTable(MostOfTables - Some)}});
+    const QByteArray most = zip({{latin("base.apk"), withTable(Most - Some)}});
     QCOMPARE(error(most), Package::NoError);
     QCOMPARE(normalizerError(most), PackageNormalizer::NoError);
-    const QByteArray tooMuch = zip({{latin("base.apk"), withTable(MostOfTables + Some)}});
+    const QByteArray tooMuch = zip({{latin("base.apk"), withTable(Most)}});
     QCOMPARE(error(tooMuch), Package::BadTable);
     QCOMPARE(normalizerError(tooMuch), PackageNormalizer::BadTable);
     // The table of a file is read once, and no longer than the file.
-    QCOMPARE(error(withTable(MostOfTables + Some)), Package::NoError);
-    QCOMPARE(normalizerError(withTable(MostOfTables + Some)), PackageNormalizer::NoError);
+    QCOMPARE(error(withTable(Most)), Package::NoError);
+    QCOMPARE(normalizerError(withTable(Most)), PackageNormalizer::NoError);
 }
 
 // Each of hundreds of packages would have to be asked for each of thousands of paths.

@@ -20,14 +20,14 @@ Q_DECLARE_METATYPE(QImage)
 
 namespace {
 
-constexpr qint64 Budget = 64 << 20;
+constexpr qint64 Plenty = 1 << 30;
 constexpr int HeaderEndOfPng = 33;
 const QByteArray packedTextStart("k\0\0", 3);
 
 QImage decoded(const QByteArray &file)
 {
-    PictureDecoder decoder(Budget);
-    return decoder.decoded(decoder.open(file));
+    Budget budget(Plenty, Plenty);
+    return PictureDecoder(budget).decoded(PictureFile(file));
 }
 
 /// As a host has it that knows nothing of what is in the file.
@@ -95,6 +95,7 @@ private slots:
     void pixelsThatBreakOff();
     void excessOfPixelsUpToTheCeiling();
     void unpackingUpToTheCeiling();
+    void decodingUpToTheBudget();
     void codesThatAreNotMadeYetEndAGif();
     void sidesOfAnIconUpToTheCeiling();
     void scansOfThumbnailDoNotCount();
@@ -345,11 +346,49 @@ void TestPictureFile::unpackingUpToTheCeiling()
     const QByteArray overfull = overfullPng(1 << 20);
     const qint64 most = PngPicture::maxUnpacked(overfull);
     QVERIFY(most >= 1 << 20);
-    PictureDecoder decoder(Budget);
+    Budget budget(Plenty, Plenty);
+    PictureDecoder decoder(budget);
     for (qint64 i = 0; i < PictureDecoder::MaxUnpacking / most; ++i)
-        QVERIFY(!decoder.decoded(decoder.open(overfull)).isNull());
-    QVERIFY(decoder.decoded(decoder.open(overfull)).isNull());
-    QVERIFY(!decoder.decoded(decoder.open(blackPng(50, 50))).isNull());
+        QVERIFY(!decoder.decoded(PictureFile(overfull)).isNull());
+    const qint64 before = budget.workLeft();
+    QVERIFY(decoder.decoded(PictureFile(overfull)).isNull());
+    const qint64 work = before - budget.workLeft();
+    // A picture is looked at as long as there is work left for that, and decoded after it.
+    const PictureFile good(blackPng(1024, 1024));
+    QVERIFY(PngPicture::maxUnpacked(good.bytes()) > most);
+    QVERIFY(!decoder.decoded(good).isNull());
+    QVERIFY(work >= PngPicture::MaxExcess + 2 * PictureFile(overfull).decodingBytes());
+    QVERIFY(budget.chargeWork(budget.workLeft() - 2 * good.decodingBytes() - PngPicture::MaxExcess + 1));
+    QVERIFY(decoder.decoded(good).isNull());
+}
+
+void TestPictureFile::decodingUpToTheBudget()
+{
+    const PictureFile file(gif(QSize(64, 64), QSize(64, 64)));
+    const qint64 each = file.decodingBytes();
+    const auto isDecoded = [&file](qint64 work, qint64 bytes) {
+        Budget budget(work, bytes);
+        return !PictureDecoder(budget).decoded(file).isNull();
+    };
+    QVERIFY(isDecoded(each, each));
+    QVERIFY(!isDecoded(each - 1, each));
+    QVERIFY(!isDecoded(each, each - 1));
+    // The picture stays held, and what decoding it took besides does not.
+    Budget budget(2 * each, Plenty);
+    const QImage image = PictureDecoder(budget).decoded(file);
+    QVERIFY(image.sizeInBytes() < each);
+    QCOMPARE(budget.bytesLeft(), Plenty - image.sizeInBytes());
+    QCOMPARE(budget.workLeft(), each);
+    // A picture that does not fit takes nothing; one that fails takes the work.
+    Budget small(each - 1, Plenty);
+    PictureDecoder(small).decoded(file);
+    QCOMPARE(small.workLeft(), each - 1);
+    QCOMPARE(small.bytesLeft(), Plenty);
+    Budget failing(Plenty, Plenty);
+    const PictureFile broken(blackPng(64, 64, 8, false, false));
+    QVERIFY(PictureDecoder(failing).decoded(broken).isNull());
+    QCOMPARE(failing.workLeft(), Plenty - broken.decodingBytes());
+    QCOMPARE(failing.bytesLeft(), Plenty);
 }
 
 void TestPictureFile::codesThatAreNotMadeYetEndAGif()
@@ -395,12 +434,12 @@ void TestPictureFile::nothingIsOpenedWithoutABudget()
     const QByteArray file = webpOfManyCodes(64, 100);
     const PictureFile opened(file);
     QVERIFY(opened.steps() > 1000);
-    PictureDecoder decoder(opened.steps() + 1);
-    QVERIFY(decoder.open(file).isAccepted());
-    QCOMPARE(decoder.bytesLeft(), qint64(1));
-    QVERIFY(decoder.open(file).isAccepted());
-    QCOMPARE(decoder.bytesLeft(), qint64(0));
-    QVERIFY(!decoder.open(file).isAccepted());
+    Budget budget(opened.steps() + 1, 0);
+    QVERIFY(PictureFile::opened(file, &budget).isAccepted());
+    QCOMPARE(budget.workLeft(), qint64(1));
+    QVERIFY(PictureFile::opened(file, &budget).isAccepted());
+    QCOMPARE(budget.workLeft(), qint64(0));
+    QVERIFY(!PictureFile::opened(file, &budget).isAccepted());
 }
 
 QTEST_GUILESS_MAIN(TestPictureFile)

@@ -6,8 +6,8 @@
 #include "LogCapture.h"
 #include "Pictures.h"
 #include "Walker.h"
-#include "archive/ArchiveMembers.h"
 #include "launchers/ArchiveImages.h"
+#include "launchers/LauncherFinder.h"
 #include "picture/JpegPicture.h"
 #include "picture/PictureFile.h"
 #include "picture/PictureStripper.h"
@@ -32,7 +32,7 @@ namespace {
 
 constexpr qint64 MiB = 1 << 20;
 // The largest picture takes all that there is for decoding; opening a package takes 1 to 3 MiB without pictures.
-constexpr qint64 FixedMemory = ArchiveImages::MaxDecodingBytes + 4 * MiB;
+constexpr qint64 FixedMemory = PictureDecoder::MaxBytes + 4 * MiB;
 
 QString memberName(int number)
 {
@@ -93,6 +93,26 @@ QVector<QSize> iconSizes(const QByteArray &bytes)
     QVector<QSize> sizes;
     for (const ApkLauncherInfo &launcher : apk.getLauncherInfo(false))
         sizes.append(launcher.icons().isEmpty() ? QSize() : launcher.icons().constFirst().size());
+    return sizes;
+}
+
+/// The sizes of the pictures in an archive of @p files, looked for one after another within @p budget.
+QVector<QSize> sizesWithin(Budget budget, const QVector<QByteArray> &files)
+{
+    QVector<Member> members;
+    for (const QByteArray &file : files)
+        members.append({memberName(int(members.size())), file});
+    QByteArray bytes = zip(members);
+    QBuffer buffer(&bytes);
+    QuaZip archive(&buffer);
+    if (!archive.open(QuaZip::mdUnzip))
+        qFatal("no archive");
+    ArchiveImages images(&archive, budget);
+    QVector<QSize> sizes;
+    for (int i = 0; i < files.size(); ++i) {
+        const QImage image = images.image(memberName(i));
+        sizes.append(image.isNull() ? QSize() : image.size());
+    }
     return sizes;
 }
 
@@ -280,7 +300,7 @@ void TestPictures::decodingUpToTheCeiling()
     QFETCH(QByteArray, file);
     QFETCH(bool, isDecoded);
     QVERIFY(PictureFile(file).isAccepted());
-    QCOMPARE(PictureFile(file).decodingBytes() <= ArchiveImages::MaxDecodingBytes, isDecoded);
+    QCOMPARE(PictureFile(file).decodingBytes() <= PictureDecoder::MaxBytes, isDecoded);
     QCOMPARE(decodedSize(file).isValid(), isDecoded);
 }
 
@@ -312,7 +332,7 @@ void TestPictures::prefixCodesAreCounted()
     // Each has a table of 256 entries for each of its five codes at the least.
     QVERIFY(many.decodingBytes() - few.decodingBytes() >= qint64(999) * 5 * 256 * 4);
     QCOMPARE(decodedSize(webpOfManyCodes(512, 16384)), QSize());
-    QVERIFY(PictureFile(webpOfManyCodes(512, 16384)).decodingBytes() > ArchiveImages::MaxDecodingBytes);
+    QVERIFY(PictureFile(webpOfManyCodes(512, 16384)).decodingBytes() > PictureDecoder::MaxBytes);
 }
 
 void TestPictures::losslessPicturesOfManyKinds_data()
@@ -355,8 +375,7 @@ void TestPictures::losslessPicturesOfManyKinds()
     const PictureFile check(buffer.data());
     QVERIFY(check.isAccepted());
     // An icon as large as they come takes a fraction of what there is.
-    QVERIFY2(check.decodingBytes() <= ArchiveImages::MaxDecodingBytes / 4,
-             qPrintable(QString::number(check.decodingBytes())));
+    QVERIFY2(check.decodingBytes() <= PictureDecoder::MaxBytes / 4, qPrintable(QString::number(check.decodingBytes())));
     QCOMPARE(decodedSize(buffer.data()), image.size());
 }
 
@@ -406,21 +425,21 @@ void TestPictures::filesUpToTheCeiling()
         const QByteArray png = blackPng(5, 5);
         return png + QByteArray(int(size) - png.size(), '\0');
     };
-    QCOMPARE(decodedSize(ofSize(ArchiveImages::MaxFileBytes)), QSize(5, 5));
-    QCOMPARE(decodedSize(ofSize(ArchiveImages::MaxFileBytes + 1)), QSize());
+    QCOMPARE(decodedSize(ofSize(PictureFile::MaxBytes)), QSize(5, 5));
+    QCOMPARE(decodedSize(ofSize(PictureFile::MaxBytes + 1)), QSize());
 }
 
 void TestPictures::readingHasABudget()
 {
-    // Files that are no pictures take of it too.
-    constexpr int Files = int(ArchiveImages::MaxReadBytes / ArchiveImages::MaxFileBytes);
+    // Files that are no pictures cost work too.
     const QByteArray png = blackPng(5, 5) + QByteArray(4000, '\0');
-    const QVector<QByteArray> large(Files - 1, QByteArray(int(ArchiveImages::MaxFileBytes), '\0'));
-    const QByteArray rest = png + QByteArray(int(ArchiveImages::MaxFileBytes) - 2 * png.size(), '\0');
-    QCOMPARE(iconSizes(packageOf(large + QVector<QByteArray>{rest, png})).mid(Files - 1),
-             QVector<QSize>(2, QSize(5, 5)));
-    QCOMPARE(iconSizes(packageOf(large + QVector<QByteArray>{rest + '\0', png, png})).mid(Files - 1),
-             QVector<QSize>({QSize(5, 5), QSize(), QSize()}));
+    const QVector<QByteArray> files{QByteArray(int(MiB), '\0'), png};
+    const qint64 work = 2 * ArchiveImages::MemberWork + MiB + png.size() + PictureFile(png).decodingBytes();
+    QCOMPARE(sizesWithin(Budget(work, MiB), files), QVector<QSize>({QSize(), QSize(5, 5)}));
+    QCOMPARE(sizesWithin(Budget(work - 1, MiB), files), QVector<QSize>({QSize(), QSize()}));
+    // A file that turns out to be too long has cost all that was left.
+    QCOMPARE(sizesWithin(Budget(work, MiB), {files.at(0), QByteArray(int(MiB), '\0'), png}),
+             QVector<QSize>({QSize(), QSize(), QSize()}));
 }
 
 // A small file has them under thousands of names.
@@ -428,7 +447,8 @@ void TestPictures::packedBytesThatDeliverNothingTakeOfTheBudget()
 {
     constexpr int Names = 1000;
     constexpr int Size = 1 << 18;
-    constexpr qint64 MostPacked = ArchiveImages::MaxReadBytes / ArchiveMembers::PackedByteCost;
+    constexpr qint64 Work = 64 * MiB;
+    constexpr qint64 MostPacked = Work / Budget::PackedByteWork;
     QStringList names;
     for (int i = 1; i < Names; ++i)
         names.append(memberName(i));
@@ -436,7 +456,8 @@ void TestPictures::packedBytesThatDeliverNothingTakeOfTheBudget()
     PackageDevice device(bytes);
     QuaZip archive(&device);
     QVERIFY(archive.open(QuaZip::mdUnzip));
-    ArchiveImages images(&archive);
+    Budget budget(Work, MiB);
+    ArchiveImages images(&archive, budget);
     qint64 bytesRead = device.bytesRead();
     for (int i = 0; i < Names; ++i)
         QVERIFY(images.image(memberName(i)).isNull());
@@ -452,38 +473,56 @@ void TestPictures::decodingHasABudget()
     const QByteArray less = blackPng(4096, 2047);
     const QByteArray small = blackPng(64, 64);
     const QSize size(4096, 2048);
-    QCOMPARE(iconSizes(packageOf({half, half, small})), QVector<QSize>({size, size, QSize()}));
-    // What does not fit leaves what is there for others.
-    QCOMPARE(iconSizes(packageOf({half, less, half, small})),
-             QVector<QSize>({size, QSize(4096, 2047), QSize(), QSize(64, 64)}));
+    // The names of classes take some of the last MiB.
+    const QByteArray rest = blackPng(512, 512);
+    QCOMPARE(LauncherFinder::MaxBytes, 65 * MiB);
+    QCOMPARE(PictureFile(rest).decodingBytes(), MiB);
+    QCOMPARE(iconSizes(packageOf({half, half, rest, small})), QVector<QSize>({size, size, QSize(), QSize(64, 64)}));
+    // A picture that does not fit takes nothing from those that follow.
+    QCOMPARE(iconSizes(packageOf({half, less, half, rest})),
+             QVector<QSize>({size, QSize(4096, 2047), QSize(), QSize(512, 512)}));
 }
 
 void TestPictures::failedDecodingTakesOfTheBudget()
 {
     const QByteArray broken = blackPng(4096, 4096, 8, false, false);
-    const QByteArray small = blackPng(64, 64);
-    QCOMPARE(iconSizes(packageOf({broken, small})), QVector<QSize>({QSize(), QSize()}));
+    const QByteArray half = blackPng(4096, 2048);
+    const QSize size(4096, 2048);
+    QCOMPARE(LauncherFinder::MaxWork, 128 * MiB);
+    QCOMPARE(iconSizes(packageOf({broken, half, half, blackPng(64, 64)})),
+             QVector<QSize>({QSize(), size, QSize(), QSize(64, 64)}));
 }
 
 void TestPictures::membersHaveABudget()
 {
-    const QByteArray file = packageOfOne(blackPng(2, 2), ArchiveImages::MaxMembers + 1);
-    QVector<QSize> expected(ArchiveImages::MaxMembers, QSize(2, 2));
-    expected.append(QSize());
-    QCOMPARE(iconSizes(file), expected);
+    const QByteArray png = blackPng(2, 2);
+    QByteArray bytes = zip({{QStringLiteral("good"), png}}, Compression::Stored);
+    QBuffer buffer(&bytes);
+    QuaZip archive(&buffer);
+    QVERIFY(archive.open(QuaZip::mdUnzip));
+    const auto isFoundAfter = [&](int missing) {
+        Budget budget(100 * ArchiveImages::MemberWork + png.size() + PictureFile(png).decodingBytes(), MiB);
+        ArchiveImages images(&archive, budget);
+        for (int i = 0; i < missing; ++i)
+            images.image(QString::number(i));
+        return !images.image(QStringLiteral("good")).isNull();
+    };
+    QVERIFY(isFoundAfter(99));
+    QVERIFY(!isFoundAfter(100));
 }
 
 void TestPictures::failuresAreRemembered()
 {
-    QByteArray bytes = zip({{QStringLiteral("bad"), QByteArray(int(ArchiveImages::MaxFileBytes), '\0')},
+    QByteArray bytes = zip({{QStringLiteral("bad"), QByteArray(int(PictureFile::MaxBytes), '\0')},
                             {QStringLiteral("good"), blackPng(2, 2)}});
     QBuffer buffer(&bytes);
     QuaZip archive(&buffer);
     QVERIFY(archive.open(QuaZip::mdUnzip));
-    ArchiveImages images(&archive);
+    Budget budget(2 * PictureFile::MaxBytes, MiB);
+    ArchiveImages images(&archive, budget);
     for (int i = 0; i < 10; ++i)
         QVERIFY(images.image(QStringLiteral("bad")).isNull());
-    // Read ten times, it would have left nothing.
+    // Reading it twice would have left nothing.
     QCOMPARE(images.image(QStringLiteral("good")).size(), QSize(2, 2));
 }
 
@@ -535,8 +574,7 @@ void TestPictures::boundsHold_data()
     };
     // None of many files is kept while the next one is read.
     const auto rowOfMany = [](const char *name, const QByteArray &file, int count) {
-        QTest::newRow(name) << packageOfOne(file, count)
-                            << qMin(qint64(file.size()) * count, ArchiveImages::MaxFileBytes);
+        QTest::newRow(name) << packageOfOne(file, count) << qMin(qint64(file.size()) * count, PictureFile::MaxBytes);
     };
     row("PNG as large as may be", blackPng(4096, 4096));
     row("PNG of a text that claims a gigabyte", blackPng(2, 2).left(33) + QByteArray("\x49\x46\x46\x12tEXt") + "k");
@@ -590,7 +628,7 @@ void TestPictures::boundsHold_data()
     const QByteArray almost = blackPng(4096, 3050);
     QTest::newRow("the same, with a little left") << packageOf({almost, bomb}) << qint64(almost.size() + bomb.size());
     QTest::newRow("zeros that unpack a thousandfold")
-        << packageOf({QByteArray(int(512 * MiB), '\0')}) << ArchiveImages::MaxFileBytes;
+        << packageOf({QByteArray(int(512 * MiB), '\0')}) << PictureFile::MaxBytes;
     rowOfMany("many small PNG", blackPng(2, 2), 5000);
     rowOfMany("many PNG", blackPng(512, 512), 5000);
     rowOfMany("many PNG with packed texts", textBomb("zTXt", packedTextStart, 1), 5000);

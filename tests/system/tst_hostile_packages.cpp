@@ -5,15 +5,22 @@
 #include "Bytes.h"
 #include "Devices.h"
 #include "Pictures.h"
+#include "document/AndroidNamespace.h"
+#include "format/ResourceTypes.h"
 #include "launchers/IconLookup.h"
 #include "launchers/LauncherFinder.h"
 #include "launchers/VisibilityRules.h"
+#include "picture/PictureFile.h"
 #include "stream/Extractor.h"
 #include "table/LocaleLookup.h"
 #include "table/ResourcePackage.h"
 #include "table/ResourcesLoader.h"
 
+#include <QBuffer>
+#include <QDomDocument>
 #include <QtTest>
+
+#include <quazip/quazip.h>
 
 #include <functional>
 
@@ -131,6 +138,15 @@ QByteArray manyLocales(int locales)
     return table(package);
 }
 
+ApkResources loaded(const QByteArray &bytes)
+{
+    SequentialDevice device(bytes);
+    ApkResources resources;
+    if (!resources.load(&device))
+        qFatal("no table");
+    return resources;
+}
+
 void addRow(const char *name, const QByteArray &resources, const QByteArray &document,
             const QVector<Member> &members = {})
 {
@@ -150,13 +166,13 @@ private slots:
     void boundsHold_data();
     void boundsHold();
 
-    void localesUpToTheCeiling();
-    void labelsUpToTheCeiling();
-    void iconsUpToTheCeiling();
-    void iconReferencesThatWaitForTheCeiling();
+    void localesUpToTheBudget();
+    void labelsUpToTheBudget();
+    void iconsUpToTheBudget();
+    void iconReferencesThatWaitForTheBudget();
     void picturesBesideALargeManifest();
-    void statesUpToTheCeiling();
-    void classesUpToTheCeiling();
+    void statesUpToTheBudget();
+    void classesUpToTheBudget();
 };
 
 void TestHostilePackages::boundsHold_data()
@@ -243,22 +259,19 @@ void TestHostilePackages::boundsHold()
     QVERIFY2(excess.isEmpty(), qPrintable(excess));
 }
 
-void TestHostilePackages::localesUpToTheCeiling()
+void TestHostilePackages::localesUpToTheBudget()
 {
     // Two own values, and those of another resource: each is looked at once there, and once more where they are added.
     const auto count = [](int locales) {
-        SequentialDevice device(copiesOfManyLocales(1, locales));
-        ApkResources resources;
-        if (!resources.load(&device))
-            qFatal("no table");
-        return resources.lookupByLocale(QStringLiteral("@string/1"), 1).size();
+        return loaded(copiesOfManyLocales(1, locales)).lookupByLocale(QStringLiteral("@string/1"), 1).size();
     };
-    constexpr int Most = (LocaleLookup::MaxValues - 2) / 2;
+    constexpr qint64 References = 2 * 9 * LocaleLookup::CharacterWork;
+    constexpr int Most = int((LocaleLookup::MaxWork - References) / LocaleLookup::ValueWork - 2) / 2;
     QCOMPARE(count(Most), Most + 1);
     QCOMPARE(count(Most + 1), 0);
 }
 
-void TestHostilePackages::labelsUpToTheCeiling()
+void TestHostilePackages::labelsUpToTheBudget()
 {
     // A label in many locales, and one in a single locale after it.
     const auto labels = [](int locales) {
@@ -269,65 +282,69 @@ void TestHostilePackages::labelsUpToTheCeiling()
         return asked(table(package),
                      launchers(2, [](int i) { return QVector<Attribute>{androidReference(label, 0x7f010000 + i)}; }));
     };
-    // One that refers to itself is looked at on each level.
+    // The first one refers to itself, so that each level has a map. The rest holds the second label, and the classes.
     constexpr int Levels = 6;
-    constexpr int Most = (LocaleLookup::MaxValues - 1) / Levels;
+    constexpr qint64 Values = LauncherFinder::MaxBytes / LocaleLookup::ValueBytes;
+    constexpr int Most = int((Values - 2) / Levels);
+    static_assert(Values - 2 < Levels * (Most + 1) && Values < Levels * (Most + 1));
     QCOMPARE(labels(Most).at(0).labels().size(), Most);
     QCOMPARE(labels(Most).at(1).label(QString()), QStringLiteral("text"));
     QCOMPARE(labels(Most + 1).size(), 2);
     QCOMPARE(labels(Most + 1).at(1).labels().size(), 0);
 }
 
-void TestHostilePackages::iconsUpToTheCeiling()
+void TestHostilePackages::iconsUpToTheBudget()
 {
-    // The path of the first icon is as long as the second one leaves room for; there is nothing at it.
+    // The first icon is a path of this length with nothing at it; the second one is a picture.
     const QString path = QStringLiteral("icon.png");
-    const auto widthOfSecond = [&path](int length) {
-        PackageBuilder package = strings();
-        package.type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
-        const QByteArray resources =
-            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
-        const QByteArray document =
-            launchers(2, [](int i) { return QVector<Attribute>{androidReference(icon, 0x7f010000 + i)}; });
-        const QList<QImage> icons = asked(resources, document, {{path, picture(7, 7, 0)}}).at(1).icons();
-        return icons.isEmpty() ? 0 : icons.constFirst().width();
+    const QByteArray png = picture(7, 7, 0);
+    QByteArray bytes = zip({{path, png}}, Compression::Stored);
+    const auto widthOfSecond = [&](Budget budget, int length, bool isReference) {
+        const PackageBuilder package = strings().type(TypeBuilder(1).value(0, String, 0).value(1, String, 1));
+        const QString missing(length, QLatin1Char('p'));
+        const ApkResources resources = loaded(table(package, {missing, path}));
+        QBuffer buffer(&bytes);
+        QuaZip archive(&buffer);
+        if (!archive.open(QuaZip::mdUnzip))
+            qFatal("no archive");
+        IconLookup lookup(resources, &archive, budget);
+        lookup.images(isReference ? QStringLiteral("@string/0") : missing);
+        return lookup.images(QStringLiteral("@string/1")).value(0).width();
     };
-    constexpr int CharactersOfAValue = 16;
+    constexpr int Length = 1000;
     const int reference = int(QStringLiteral("@string/0").size());
-    const int most = IconLookup::MaxCharacters - 4 * CharactersOfAValue - 2 * reference - int(path.size());
-    QCOMPARE(widthOfSecond(most), 7);
-    QCOMPARE(widthOfSecond(most + 1), 0);
-    // The reference itself may be too long, and nothing comes after it.
-    const QByteArray document = launchers(
-        2,
-        [&path](int i) {
-            const QString longest(IconLookup::MaxCharacters, QLatin1Char('p'));
-            return QVector<Attribute>{androidText(icon, i == 0 ? longest : path)};
-        },
-        QStringLiteral("org.x"), Encoding::Utf16);
-    const QList<ApkLauncherInfo> found = asked(emptyTable(), document, {{path, picture(7, 7, 0)}});
-    QCOMPARE(found.size(), 2);
-    QVERIFY(found.at(1).icons().isEmpty());
+    const qint64 held = IconLookup::ValueBytes + 2 * Length;
+    for (const bool isReference : {true, false}) {
+        const qint64 ofPictures = 2 * ArchiveImages::MemberWork + png.size() + PictureFile(png).decodingBytes();
+        const qint64 work = 4 * Budget::ValueWork + 2 * Budget::LookupWork + (isReference ? reference : Length) + Length
+                            + reference + path.size() + ofPictures;
+        QCOMPARE(widthOfSecond(Budget(work, held), Length, isReference), 7);
+        QCOMPARE(widthOfSecond(Budget(work - 1, held), Length, isReference), 0);
+        QCOMPARE(widthOfSecond(Budget(work + 1, held), Length + 1, isReference), 0);
+    }
 }
 
-void TestHostilePackages::iconReferencesThatWaitForTheCeiling()
+void TestHostilePackages::iconReferencesThatWaitForTheBudget()
 {
     // An icon that is first a resource of three texts, then one of a path.
     const QString path = QStringLiteral("icon.png");
-    const auto iconsBesideTexts = [&path](int length) {
+    QByteArray bytes = zip({{path, picture(7, 7, 0)}});
+    const auto iconsBesideTexts = [&](int length) {
         PackageBuilder package = strings();
         package.type(TypeBuilder(1, localeOf(1)).value(0, Reference, 0x7f010001));
         package.type(TypeBuilder(1, localeOf(2)).value(0, Reference, 0x7f010002));
         addLocales(package, 1, 3);
         package.type(TypeBuilder(1).value(2, String, 1));
-        const QByteArray resources =
-            TableBuilder().strings({QString(length, QLatin1Char('p')), path}, Encoding::Utf16).package(package).build();
-        const QByteArray document =
-            launchers(1, [](int) { return QVector<Attribute>{androidReference(icon, 0x7f010000)}; });
-        return asked(resources, document, {{path, picture(7, 7, 0)}}).at(0).icons().size();
+        const ApkResources resources = loaded(table(package, {QString(length, QLatin1Char('p')), path}));
+        QBuffer buffer(&bytes);
+        QuaZip archive(&buffer);
+        if (!archive.open(QuaZip::mdUnzip))
+            qFatal("no archive");
+        Budget budget(LauncherFinder::MaxWork, 3000);
+        return IconLookup(resources, &archive, budget).images(QStringLiteral("@string/0")).size();
     };
     QCOMPARE(iconsBesideTexts(100), 1);
-    QCOMPARE(iconsBesideTexts(IconLookup::MaxCharacters / 2), 0);
+    QCOMPARE(iconsBesideTexts(1000), 0);
 }
 
 void TestHostilePackages::picturesBesideALargeManifest()
@@ -347,50 +364,48 @@ void TestHostilePackages::picturesBesideALargeManifest()
         });
         return !asked(emptyTable(), document, {{icon, blackPng(4096, 4096)}}).at(0).icons().isEmpty();
     };
-    QVERIFY(isDecoded(LauncherFinder::FreeNodes));
-    QVERIFY(!isDecoded(LauncherFinder::FreeNodes + 1));
+    const qint64 path = IconLookup::ValueBytes + 2 * icon.size();
+    const qint64 rest = LauncherFinder::MaxBytes - PictureDecoder::MaxBytes - path;
+    const int most = LauncherFinder::FreeNodes + int(rest / LauncherFinder::NodeBytes);
+    QVERIFY(isDecoded(most));
+    QVERIFY(!isDecoded(most + 1));
 }
 
-void TestHostilePackages::statesUpToTheCeiling()
+void TestHostilePackages::statesUpToTheBudget()
 {
-    // Three activities: the first two have states with many values, the third is disabled by its one value.
-    const auto shown = [](int values) {
-        PackageBuilder package = strings();
-        for (int i = 0; i < ResourcePackage::MaxValues; ++i) {
-            TypeBuilder type(1, ConfigBuilder(8).mcc(1 + i % 1000).mnc(1 + i / 1000).build());
-            type.value(0, Boolean, 0);
-            package.type(i < values ? type.value(1, Boolean, 0) : type);
+    // The first entry has three states, the second one hides what refers to it.
+    PackageBuilder package = strings();
+    for (int i = 0; i < 3; ++i)
+        package.type(TypeBuilder(1, localeOf(i)).value(0, Boolean, 0));
+    package.type(TypeBuilder(1).value(1, Boolean, 0));
+    const ApkResources resources = loaded(table(package));
+    const auto isSecondShown = [&resources](Budget budget, const QString &first) {
+        VisibilityRules rules(resources, budget);
+        QDomDocument document;
+        const QDomElement parent = document.createElement(application);
+        bool isShown = false;
+        for (const QString &reference : {first, QStringLiteral("@string/1")}) {
+            QDomElement activity = document.createElement(QStringLiteral("activity"));
+            activity.setAttributeNS(androidNamespace, QStringLiteral("android:enabled"), reference);
+            isShown = rules.isShown(activity, parent);
         }
-        package.type(TypeBuilder(1).value(2, Boolean, 0));
-        return asked(table(package),
-                     launchers(3, [](int i) { return QVector<Attribute>{androidReference(enabled, 0x7f010000 + i)}; }))
-            .size();
+        return isShown;
     };
-    constexpr int Most = VisibilityRules::MaxValues - ResourcePackage::MaxValues - 1;
-    QCOMPARE(shown(Most), 2);
-    QCOMPARE(shown(Most + 1), 3);
+    const QString first = QStringLiteral("@string/0");
+    const qint64 work = 4 * VisibilityRules::StateWork + 2 * first.size();
+    QVERIFY(!isSecondShown(Budget(work, 0), first));
+    QVERIFY(isSecondShown(Budget(work - 1, 0), first));
     // The text of a reference may be too long, and then none after it hides anything.
-    const auto shownBehind = [](int length) {
-        PackageBuilder package = strings();
-        package.type(TypeBuilder(1).value(0, Boolean, 0));
-        const QByteArray document = launchers(
-            2,
-            [length](int i) {
-                const QString zeros(length, QLatin1Char('0'));
-                return QVector<Attribute>{
-                    androidText(enabled, QStringLiteral("@string/") + (i == 0 ? zeros : QString()) + '0')};
-            },
-            QStringLiteral("org.x"), Encoding::Utf16);
-        return asked(table(package), document).size();
-    };
-    QCOMPARE(shownBehind(100), 0);
-    QCOMPARE(shownBehind(16 * (VisibilityRules::MaxValues + 1)), 2);
+    const QString longest = QStringLiteral("@string/") + QString(int(work), QLatin1Char('0'));
+    QVERIFY(isSecondShown(Budget(work, 0), longest));
+    QVERIFY(!isSecondShown(Budget(work + longest.size(), 0), longest));
 }
 
-void TestHostilePackages::classesUpToTheCeiling()
+void TestHostilePackages::classesUpToTheBudget()
 {
     constexpr int Length = 1 << 14;
-    constexpr int Most = LauncherFinder::MaxClassCharacters / Length;
+    constexpr int Most = int(LauncherFinder::MaxBytes / (LauncherFinder::ClassCharacterBytes * Length));
+    static_assert(7 * Most + 10 < LauncherFinder::FreeNodes, "the manifest holds nothing");
     const auto found = [](int count) {
         const QByteArray document = launchers(
             count, [](int) { return QVector<Attribute>{androidText(QStringLiteral("name"), QStringLiteral(".A"))}; },

@@ -7,6 +7,7 @@
 #include "drawable/source/DrawableError.h"
 #include "drawable/source/PictureCache.h"
 #include "format/Allowance.h"
+#include "format/Budget.h"
 #include "format/XmlElement.h"
 #include "resources/ResourceResolver.h"
 
@@ -126,7 +127,7 @@ private:
     int m_depth = 0;
     Allowance m_drawables;
     Allowance m_xmlBytes;
-    Allowance m_readBytes{MaxReadBytes};
+    Budget m_readBytes{MaxReadBytes, 0};
     Allowance m_pathSegments;
     PictureCache m_pictures;
     QHash<QString, QBrush> m_brushes; ///< by path

@@ -10,7 +10,7 @@ void PictureCache::add(const QString &path, QByteArray bytes)
     Picture picture;
     // The chunk that says what may be stretched is none that a decoder is handed.
     picture.patch = NinePatch::read(bytes);
-    picture.file = m_decoder.open(std::move(bytes));
+    picture.file = PictureFile::opened(std::move(bytes), &m_budget);
     picture.size = picture.file.size();
     const qint64 openBytes = m_openBytes + picture.file.bytes().size();
     if (openBytes > MaxOpenBytes)

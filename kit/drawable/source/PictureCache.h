@@ -3,7 +3,7 @@
 #define SORRELKIT_PICTURECACHE_H
 
 #include "drawable/source/NinePatch.h"
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "picture/PictureDecoder.h"
 
 #include <QByteArray>
@@ -52,7 +52,8 @@ private:
     };
 
     QHash<QString, Picture> m_pictures;
-    PictureDecoder m_decoder{MaxDecodingBytes};
+    Budget m_budget{MaxDecodingBytes, MaxDecodingBytes};
+    PictureDecoder m_decoder{m_budget};
     qint64 m_openBytes = 0;
     qint64 m_heldBytes = 0;
 };

@@ -8,8 +8,8 @@
 #include "LogCapture.h"
 #include "archive/ZipArchive.h"
 #include "format/AndroidAttributes.h"
-#include "launchers/ArchiveImages.h"
 #include "normalize/IconMembers.h"
+#include "picture/PictureFile.h"
 
 #include <SorrelKit/PackageNormalizer.h>
 
@@ -226,8 +226,8 @@ private slots:
     void picturesUpToTheCeiling();
     void pathsUpToTheCeiling();
     void pathLengthsUpToTheCeiling();
-    void referencesUpToTheCeiling();
-    void charactersUpToTheCeiling();
+    void referencesUpToTheBudget();
+    void charactersUpToTheBudget();
     void aHostileTableIsAnswered();
 
     void everyByteMayBeDamaged();
@@ -762,19 +762,22 @@ void TestPackageNormalizer::picturesUpToTheCeiling()
         Normalized it(package(resources, manifest({androidReference("icon", 0x7f010000)}), members));
         return it.members().size() - 2;
     };
-    constexpr qint64 Most = ArchiveImages::MaxFileBytes;
-    constexpr int Full = int(ArchiveImages::MaxReadBytes / Most);
+    constexpr qint64 Most = PictureFile::MaxBytes;
+    // The path of the last one takes a few of the bytes.
+    constexpr int Full = int(IconMembers::MaxBytes / Most) - 1;
     QCOMPARE(taken({1, 1}), 2);
     QCOMPARE(taken({Most, Most + 1, 1}), 2);
-    QCOMPARE(taken(QVector<qint64>(Full, Most)), Full);
-    QCOMPARE(taken(QVector<qint64>(Full, Most) << 1), Full);
+    QCOMPARE(taken(QVector<qint64>(Full, Most) << Most - 1000), Full + 1);
+    QCOMPARE(taken(QVector<qint64>(Full, Most) << Most), Full);
+    QCOMPARE(taken(QVector<qint64>(Full, Most) << Most << 1), Full + 1);
     // One that is too large is not read, and costs nothing.
     QCOMPARE(taken(QVector<qint64>(Full, Most + 1) << 1), 1);
 }
 
 /// The paths of a manifest with these icons, in @p resources.
 QStringList pathsOf(const QVector<TypedValue> &icons, const QStringList &texts,
-                    const QByteArray &resources = emptyTable())
+                    const QByteArray &resources = emptyTable(),
+                    Budget budget = Budget(IconMembers::MaxWork, IconMembers::MaxBytes))
 {
     XmlElement root;
     root.name = "application";
@@ -785,7 +788,7 @@ QStringList pathsOf(const QVector<TypedValue> &icons, const QStringList &texts,
         root.children.append(activity);
     }
     const ResourceTable table(resources);
-    return IconMembers(table).paths(root);
+    return IconMembers(table, budget).paths(root);
 }
 
 QStringList pathsOf(const QStringList &texts)
@@ -817,30 +820,31 @@ void TestPackageNormalizer::pathLengthsUpToTheCeiling()
     QCOMPARE(pathsOf({longest + 'x', longest, "next"}), (QStringList{longest, "next"}));
 }
 
-void TestPackageNormalizer::referencesUpToTheCeiling()
+void TestPackageNormalizer::referencesUpToTheBudget()
 {
+    constexpr int Count = 100;
+    constexpr qint64 Each = Budget::LookupWork + 2 * Budget::ValueWork + 3; // of one chunk, one value, and a path
+    constexpr qint64 Bytes = IconMembers::ReferenceBytes + 2 * 3;
     QStringList texts;
-    for (int i = 0; i <= IconMembers::MaxReferences; ++i)
-        texts.append(QString::number(i));
-    const QStringList most = texts.mid(0, IconMembers::MaxReferences);
-    QCOMPARE(pathsOf(references(int(most.size())), {}, tableOf(texts)), most);
-    QCOMPARE(pathsOf(references(int(texts.size())), {}, tableOf(texts)), most);
-    // One that is asked for again costs nothing.
-    QCOMPARE(pathsOf(references(int(most.size())) + references(int(most.size())), {}, tableOf(texts)), most);
+    for (int i = 0; i < Count; ++i)
+        texts.append(QString::number(100 + i));
+    const QStringList most = texts.mid(0, Count - 1);
+    const QByteArray resources = tableOf(texts);
+    const QVector<TypedValue> all = references(Count);
+    QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each, Count * Bytes)), texts);
+    QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each - 1, Count * Bytes)), most);
+    QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each, Count * Bytes - 1)), most);
+    // A reference that is followed already costs nothing.
+    QCOMPARE(pathsOf(all + all, {}, resources, Budget(Count * Each, Count * Bytes)), texts);
 }
 
-void TestPackageNormalizer::charactersUpToTheCeiling()
+void TestPackageNormalizer::charactersUpToTheBudget()
 {
-    // Each value counts its characters, and 16 more.
-    constexpr int Each = 1 << 14;
-    QStringList texts;
-    for (int i = 0; i < IconMembers::MaxCharacters / Each; ++i)
-        texts.append(QString::number(i).leftJustified(Each - 16, 'x'));
-    QVERIFY(pathsOf(references(int(texts.size())), {}, tableOf(texts)).isEmpty()); // too long for paths, each of them
-    texts.last() = "path";
-    QCOMPARE(pathsOf(references(int(texts.size())), {}, tableOf(texts)), QStringList{"path"});
-    texts.first().append(QString(Each, 'x'));
-    QVERIFY(pathsOf(references(int(texts.size())), {}, tableOf(texts)).isEmpty());
+    // The first path is too long, and costs its characters.
+    const QStringList texts{QString(IconMembers::MaxPathLength + 1, 'x'), "path"};
+    const qint64 work = 2 * (Budget::LookupWork + 2 * Budget::ValueWork) + texts.first().size() + texts.last().size();
+    QCOMPARE(pathsOf(references(2), {}, tableOf(texts), Budget(work, 1000)), QStringList{"path"});
+    QVERIFY(pathsOf(references(2), {}, tableOf(texts), Budget(work - 1, 1000)).isEmpty());
 }
 
 void TestPackageNormalizer::aHostileTableIsAnswered()

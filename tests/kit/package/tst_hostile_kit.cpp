@@ -642,7 +642,7 @@ void TestHostileKit::addSets()
     addBytes("tables of nothing in the packages of a set", zip(tables, Compression::Stored),
              PackageData::MaxTableBytes);
     addBytes("manifests of nothing in the packages of a set", zip(manifests, Compression::Stored),
-             PackageSet::MaxManifests);
+             PackageData::MaxReadingWork / Budget::DocumentByteWork);
     QByteArray set = base;
     for (int i = 0; i < 200; ++i)
         set = zip({{QStringLiteral("base.apk"), set}}, Compression::Stored);

@@ -150,12 +150,12 @@ QString described(const DrawableError &error)
     return described(IconErrorTable::iconError(error));
 }
 
-QByteArray Files::file(const QString &path, qint64 maxBytes, Allowance *cost)
+QByteArray Files::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
     ++m_reads;
     ++m_timesRead[path];
     const QByteArray bytes = m_files.value(path);
-    return bytes.size() <= maxBytes && bytes.size() <= cost->left() && cost->spend(bytes.size()) ? bytes : QByteArray();
+    return bytes.size() <= maxBytes && budget->spendWork(bytes.size()) ? bytes : QByteArray();
 }
 
 void Files::add(const QString &path, const QImage &picture)

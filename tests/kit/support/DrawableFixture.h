@@ -53,7 +53,7 @@ QString described(const SorrelKit::DrawableError &error);
 class Files : public FileSource
 {
 public:
-    QByteArray file(const QString &path, qint64 maxBytes, Allowance *cost) override;
+    QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
     void add(const QString &path, const QImage &picture);
     /// How often a file was asked for.

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""limits.py SOURCE: whether every limit in docs/limits.md is a constant of the sources and has the value that the page gives,
-and whether the page has every limit that a class of the libraries declares."""
+"""limits.py SOURCE: whether every limit and every cost in docs/limits.md is a constant of the sources and has the value that the
+page gives, and whether the page has every limit and every cost of a budget that a class of the libraries declares."""
 
 import pathlib
 import re
@@ -9,9 +9,12 @@ import sys
 
 SOURCE = pathlib.Path(sys.argv[1])
 ROW = re.compile(r"^\| (`[^|]*) \| ([^|]*) \|", re.MULTILINE)
-CONSTANT = re.compile(r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+)\s*(?:=\s*|\{)([^;}]+)")
+# A constant beside its value: what a call may cost, and what something costs.
+COST = re.compile(r"`(\w+)::(\w+)`: ([0-9][0-9,]*(?: [KMG]iB)?)")
+CONSTANT = re.compile(
+    r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+|\w+(?:Work|Bytes))\s*(?:=\s*|\{)([^;}]+)")
 # What a format or a representation sets, and attribute ids.
-NO_LIMITS = {("PictureSample", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
+NO_LIMITS = {("LauncherFinder", "NodeBytes"), ("PictureSample", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
              ("WebpLossless", "MaxLength"), ("AndroidAttributes", "MinSdkVersion"), ("AndroidAttributes", "MaxSdkVersion"),
              ("AndroidAttributes", "MinLevel"), ("AndroidAttributes", "MaxLevel")}
 UNITS = {"KiB": 1 << 10, "MiB": 1 << 20, "GiB": 1 << 30}
@@ -52,8 +55,18 @@ def stated(text):
 def main():
     known = constants(["src", "kit", "tools"])
     faults, described = [], set()
-    for limit, values in ROW.findall((SOURCE / "docs/limits.md").read_text()):
-        title, numbers = limit.split(": ")[0], list(stated(values))
+    page = (SOURCE / "docs/limits.md").read_text()
+    for owner, name, number in COST.findall(page):
+        described.add((owner, name))
+        if (owner, name) not in known:
+            faults.append(f"there is no {owner}::{name}")
+        elif value(known[owner, name][0], owner, known) != next(stated(number)):
+            faults.append(f"{owner}::{name} is {known[owner, name][0]}, not {number}")
+    for limit, values in ROW.findall(page):
+        title = limit.split(": ")[0]
+        if not re.search(r"\b(Max|Min|Free)\w+`", title):
+            continue
+        numbers = list(stated(values))
         # A constant that no class has is named with its file.
         file = re.search(r"\((\w+)\.cpp\)", title)
         owner = file and file[1]
