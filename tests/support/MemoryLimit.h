@@ -4,7 +4,8 @@
 
 namespace fixture {
 
-/// Whether the tools of this build limit their memory. AddressSanitizer keeps more data than the program, so it has no limit.
+/// Whether the tools of this build limit their memory. AddressSanitizer keeps more data than the program, so it has no
+/// limit.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool canLimitMemory = false;
 #elif defined(__has_feature)

@@ -7,14 +7,14 @@ namespace {
 
 constexpr ushort FirstByteHalf = 0xdc80;
 constexpr ushort LastByteHalf = 0xdcff;
-constexpr ushort ByteHalves = 0xdc00; ///< what is added to a byte
+constexpr ushort ByteHalves = 0xdc00; ///< added to a byte
 
 bool isContinuation(uchar byte)
 {
     return (byte & 0xc0) == 0x80;
 }
 
-// Bytes of a character of UTF-8 by its first one; 0 for a byte that begins none.
+// The size of a UTF-8 character by its first byte; 0 for a byte that begins no character.
 int sizeByLead(uchar lead)
 {
     if (lead < 0x80)
@@ -26,7 +26,7 @@ int sizeByLead(uchar lead)
     return lead >= 0xf0 && lead <= 0xf4 ? 4 : 0;
 }
 
-// Bytes of the character of UTF-8 at @p at; 0 when there is none.
+// The size of the UTF-8 character at @p at; 0 when there is none.
 int characterSize(const QByteArray &bytes, int at)
 {
     const auto byte = [&](int offset) { return uchar(bytes.at(at + offset)); };
@@ -37,7 +37,7 @@ int characterSize(const QByteArray &bytes, int at)
         if (!isContinuation(byte(i)))
             return 0;
     }
-    // Longer than need be, a half of a surrogate pair, or beyond U+10FFFF.
+    // An overlong form, half of a surrogate pair, or beyond U+10FFFF.
     if ((byte(0) == 0xe0 && byte(1) < 0xa0) || (byte(0) == 0xed && byte(1) > 0x9f)
         || (byte(0) == 0xf0 && byte(1) < 0x90) || (byte(0) == 0xf4 && byte(1) > 0x8f))
         return 0;
@@ -57,9 +57,9 @@ QStringList argumentTexts(int argc, char *argv[])
 QString argumentText(const QByteArray &bytes)
 {
     QString text;
-    int valid = 0; // bytes up to here are in the text
+    int valid = 0; // the text has the bytes up to here
     const auto appendValid = [&](int end) {
-        // Qt leaves out a byte order mark at the front of what it decodes.
+        // Qt drops a byte order mark at the start of its input.
         const QByteArray marked = 'x' + bytes.mid(valid, end - valid);
         text += QString::fromUtf8(marked.constData(), marked.size()).mid(1);
     };

@@ -7,17 +7,17 @@
 #include <QStringList>
 
 /**
- * Arguments of a program as texts, which QCommandLineParser takes, from which their bytes can be had again. On Linux an
- * argument, as the name of a file, is any bytes but NUL; only for people it is text.
+ * Arguments of a program as texts for QCommandLineParser, with a way back to their bytes. On Linux an argument may have
+ * any bytes except NUL, as a file name may.
  *
- * Arguments are read as UTF-8 in every locale. Each byte that is no UTF-8 becomes a half of a surrogate pair that is alone,
- * U+DC80 to U+DCFF, which UTF-8 never decodes to; printableText() and jsonText() show it as U+FFFD.
+ * Arguments are read as UTF-8 in every locale. A byte that is not UTF-8 becomes a lone half of a surrogate pair, U+DC80
+ * to U+DCFF, which UTF-8 never decodes to. printableText() and jsonText() show it as U+FFFD.
  */
 QStringList argumentTexts(int argc, char *argv[]);
 
-/// @p bytes as such a text.
+/// The text for @p bytes.
 QString argumentText(const QByteArray &bytes);
-/// The bytes that argumentText() made @p text of.
+/// The bytes of @p text, which argumentText() made.
 QByteArray argumentBytes(const QString &text);
 
 #endif

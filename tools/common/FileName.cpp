@@ -14,7 +14,7 @@ namespace {
 const QByteArray scheme("file://");
 const QByteArray thisMachine("localhost");
 
-// The directory that relative paths start from, with a '/' at its end; the root when it is gone.
+// The current directory, with a '/' at its end; the root when the current directory was removed.
 QByteArray workingDirectory()
 {
     char *const path = ::getcwd(nullptr, 0);
@@ -38,7 +38,7 @@ QByteArray FileName::pathOfUri() const
     if (startsWithAnyCase(encoded, thisMachine))
         encoded.remove(0, thisMachine.size());
     const QByteArray bytes = QByteArray::fromPercentEncoding(encoded);
-    // A path ends at its first NUL: what is opened would not be what the URI names.
+    // A path ends at its first NUL, so the program would open another file than the URI names.
     return bytes.startsWith('/') && !bytes.contains('\0') ? bytes : QByteArray();
 }
 
@@ -49,7 +49,7 @@ QString FileName::forQt() const
     const QString name = QFile::decodeName(m_path);
     if (QFile::encodeName(name) != m_path)
         return {};
-    // With a '/' in it Qt does not look among its own resources.
+    // A '/' in the name keeps Qt from looking among its own resources.
     return name.startsWith(QLatin1Char('/')) ? name : QStringLiteral("./") + name;
 }
 

@@ -9,41 +9,42 @@
 #include <QString>
 
 /**
- * The name of a file, as it came on the command line or out of a directory: a path, or where a program takes one a
- * `file://` URI.
+ * The name of a file, from the command line or from a directory: a path, or a `file://` URI for programs that accept
+ * one.
  *
- * On Linux a name is any bytes but NUL and '/', in no encoding. It is kept as these bytes up to where the file is opened;
- * only for people it is read as UTF-8.
+ * On Linux a name may have any bytes except NUL and '/', in no encoding. This class keeps the bytes. It reads them as
+ * UTF-8 only for people.
  */
 class FileName
 {
 public:
     FileName() = default;
-    /// The path, as the system has it.
+    /// A path in the bytes of the system.
     explicit FileName(const QByteArray &path) : m_path(path) {}
-    /// An argument, as argumentTexts() has it.
+    /// An argument from argumentTexts().
     explicit FileName(const QString &argument) : FileName(argumentBytes(argument)) {}
 
-    /// The path, as the system takes it.
+    /// The path in the bytes of the system.
     const QByteArray &path() const { return m_path; }
-    /// As path(), for a name that may be a URI of a file on this machine; empty for any other URI.
+    /// The path, or the path of a `file://` URI of this machine; empty for any other URI.
     QByteArray pathOfUri() const;
-    /// The name as Qt takes it, and never as one of Qt's own resources; null when Qt has none, since the name is no text in
-    /// the encoding that Qt reads names in.
+    /// The name for Qt, which never names one of Qt's own resources. Null when the name is no text in the encoding that
+    /// Qt uses for file names.
     QString forQt() const;
-    /// Why a file without a name for Qt is not written.
+    /// The error text for writing to a file without a name for Qt.
     static QString notForQtText() { return QStringLiteral("the name is not UTF-8, and no file is written to it"); }
 
-    /// The name for messages and reports; U+FFFD stands for each byte that is no UTF-8.
+    /// The name for messages and reports, with U+FFFD for each byte that is not UTF-8.
     QString text() const;
-    /// The path as an absolute `file://` URI, which keeps every byte: all but letters, digits and "-._~/" as %XX.
+    /// The path as an absolute `file://` URI, which keeps every byte: everything except letters, digits and "-._~/" is
+    /// %XX.
     QByteArray uri() const;
-    /// What reports say about the file: "file", its text(), and, when that is not all of the name, "uri".
+    /// The members of a report about the file: "file", its text(), and "uri" when the text does not have every byte.
     QJsonObject toJson() const;
 
-    /// Whether it is "-", which stands for standard output or input.
+    /// Whether it is "-", which means standard output or input.
     bool isDash() const { return m_path == "-"; }
-    /// Whether both lead to one file that exists, by whatever links.
+    /// Whether both are the same existing file, through any links.
     bool isSameFile(const FileName &other) const;
 
 private:

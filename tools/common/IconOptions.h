@@ -8,24 +8,24 @@
 #include <QCommandLineParser>
 #include <QString>
 
-/// The options `--size` and `--shape` of what draws icons; the second alone, of what draws them in sizes of its own.
+/// The options `--size` and `--shape` of commands that draw icons. Commands with fixed sizes use only `--shape`.
 class IconOptions
 {
 public:
-    /// The largest picture that the library draws, in pixels a side.
+    /// The largest width and height that the library draws, in pixels.
     static constexpr int MaxSize = 1024;
 
-    /// Icons have @p defaultSize pixels a side when nothing else is asked for.
+    /// @p defaultSize is the width and height without the option `--size`.
     explicit IconOptions(int defaultSize);
 
     void addTo(QCommandLineParser &parser) const { parser.addOptions({m_size, m_shape}); }
     void addShapeTo(QCommandLineParser &parser) const { parser.addOption(m_shape); }
-    /// Takes both from @p parser; false, and errorText() tells why, when one makes no sense.
+    /// Reads both from @p parser. Returns false and sets errorText() when one is invalid.
     bool read(const QCommandLineParser &parser) { return readSize(parser) && readShape(parser); }
-    /// The same for `--shape` alone.
+    /// The same for only `--shape`.
     bool readShape(const QCommandLineParser &parser);
 
-    /// Pixels a side, at least 1; what is above MaxSize as it was asked for.
+    /// Width and height in pixels, at least 1. May be above MaxSize.
     int size() const { return m_pixels; }
     SorrelKit::IconMask mask() const { return m_mask; }
     QString errorText() const { return m_error; }

@@ -8,7 +8,7 @@
 
 namespace {
 
-// What stands for the character of @p size units at @p first in a text; empty when it stands for itself.
+// The escape for the character of @p size units at @p first; empty when it needs none.
 QByteArray escapeOf(const QString &text, int first, int size, char32_t character)
 {
     switch (character) {
@@ -27,7 +27,7 @@ QByteArray escapeOf(const QString &text, int first, int size, char32_t character
     case '\t':
         return "\\t";
     case QChar::ReplacementCharacter:
-        return "\xef\xbf\xbd"; // it may be a half of a surrogate pair
+        return "\xef\xbf\xbd"; // the character may be half of a surrogate pair
     default:
         break;
     }
@@ -59,7 +59,7 @@ QByteArray numberText(double number)
                      : QByteArray::number(number, 'g', QLocale::FloatingPointShortest);
 }
 
-// Reports are nested a few levels deep, whatever a package holds.
+// The recursion ends: every report has only a few levels.
 void appendValue(QByteArray &json, const QJsonValue &value)
 {
     const char *separator = "";

@@ -6,9 +6,10 @@
 #include <QJsonObject>
 
 /**
- * @p object as JSON on one line, without the line's end; keys are in the order of their code units. It is valid UTF-8 and
- * valid JSON whatever its texts hold: a half of a surrogate pair that is alone becomes U+FFFD. Each character that
- * steersText() is escaped (`\u009b`, or a pair of escapes), which is the same JSON value, and harmless on a terminal.
+ * @p object as JSON on one line, without the end of the line. Keys are in the order of their code units. The result is
+ * valid UTF-8 and valid JSON for all texts: a lone half of a surrogate pair becomes U+FFFD. Each character for which
+ * steersText() is true is escaped (`\u009b`, or a pair of escapes). The JSON value stays the same, and is harmless on a
+ * terminal.
  */
 QByteArray jsonText(const QJsonObject &object);
 

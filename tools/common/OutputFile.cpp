@@ -16,14 +16,14 @@ OutputFile::OutputFile(const FileName &name)
         return;
     }
     auto file = std::make_unique<QSaveFile>(path);
-    // Where nothing can be made beside the file, but it can be written itself, that is better than nothing.
+    // Write directly when no temporary file can be made beside the file.
     file->setDirectWriteFallback(true);
     m_file = std::move(file);
 }
 
 bool OutputFile::commit()
 {
-    // A disk that is full is told by what is flushed; QSaveFile alone would take what there was room for.
+    // flush() reports a full disk. QSaveFile alone would keep the part that fits.
     if (!m_file->flush() || m_file->error() != QFileDevice::NoError) {
         m_isCut = true;
         return false;
@@ -36,7 +36,7 @@ QString OutputFile::errorString() const
 {
     if (m_file == nullptr)
         return FileName::notForQtText();
-    // Of a write that was cut short, no reason is known.
+    // The system gives no reason for a short write.
     return m_isCut && m_file->error() == QFileDevice::WriteError ? QStringLiteral("not all of it could be written")
                                                                  : m_file->errorString();
 }

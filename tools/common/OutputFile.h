@@ -10,26 +10,26 @@
 #include <memory>
 
 /**
- * A file that a user names for output. A regular file is there in whole or not at all, and an old one of that name is kept
- * until then. Anything else (a pipe, a terminal, a device) is never replaced by a file: it is written as it is.
+ * A file that a user names for output. A regular file is written whole or not at all, and an old file of that name
+ * stays until then. A pipe, a terminal or a device is never replaced by a file, but written directly.
  */
 class OutputFile
 {
 public:
     explicit OutputFile(const FileName &name);
 
-    /// False, too, when Qt has no name for the file.
+    /// Also returns false when Qt has no name for the file.
     bool open() { return m_file != nullptr && m_file->open(QIODevice::WriteOnly); }
-    /// What to write to, when it is open.
+    /// The device to write to, when it is open.
     QIODevice *device() { return m_file.get(); }
-    /// Puts what was written into its place; false when not all of it could be written, to the disk either.
+    /// Puts the written data in place. Returns false when not all of it reached the disk.
     bool commit();
-    /// Why open() or commit() failed.
+    /// The error text after open() or commit() failed.
     QString errorString() const;
 
 private:
-    std::unique_ptr<QFileDevice> m_file; ///< null when Qt has no name for it
-    bool m_isCut = false;                ///< the file took less than was written
+    std::unique_ptr<QFileDevice> m_file; ///< null when Qt has no name for the file
+    bool m_isCut = false;                ///< whether a write was short
 };
 
 #endif

@@ -8,7 +8,7 @@ PackageFile::PackageFile(const FileName &name) : m_name(name), m_pathForQt(name.
 {
     if (!m_pathForQt.isNull())
         return;
-    // The descriptor names the file and opens nothing, so that a pipe is not waited for.
+    // O_PATH does not open the file, so a pipe does not block.
     m_descriptor = ::open(name.path().constData(), O_PATH | O_CLOEXEC);
     m_pathForQt = QStringLiteral("/proc/self/fd/%1").arg(m_descriptor);
 }

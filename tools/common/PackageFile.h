@@ -5,10 +5,10 @@
 #include "FileName.h"
 
 /**
- * The file of a package, by a name of any bytes.
+ * The file of a package, whose name may have any bytes.
  *
- * The libraries and Qt take names as text, and not every name is text in the encoding that Qt reads names in. For one that
- * is not, this object holds a descriptor of the file, and the text leads to that through /proc.
+ * The libraries and Qt take names as text, but some names are no text in the encoding that Qt uses for file names. For
+ * such a name, this object has a descriptor of the file, and pathForQt() is its path below /proc.
  */
 class PackageFile
 {
@@ -19,7 +19,8 @@ public:
     const FileName &name() const { return m_name; }
     /// The name for messages.
     QString text() const { return m_name.text(); }
-    /// What leads to the file for Qt, while this object lives. When there is no file, nothing can be opened by it.
+    /// A path of the file for Qt, which is valid while this object exists. Opening it fails when the file does not
+    /// exist.
     QString pathForQt() const { return m_pathForQt; }
 
 private:

@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QImage>
 
-/// The bytes of a PNG file that holds @p picture, with its texts; empty for a null picture.
+/// The bytes of a PNG file with @p picture and its texts; empty for a null picture.
 QByteArray pngBytes(const QImage &picture);
 
 #endif

@@ -46,7 +46,7 @@ constexpr Script scripts[] = {
     {"Tibt", QLocale::TibetanScript, ""},
 };
 
-// Countries that stand for a script, or for a region of several countries.
+// Countries of a script, or of a region with several countries.
 struct Countries {
     const char *language;
     const char *of;
@@ -130,7 +130,7 @@ QStringList countriesOf(const Countries (&table)[Count], const QString &language
     return {};
 }
 
-// The script that the language is written in where no country says otherwise; empty when none is known.
+// The default script of the language; empty when none is known.
 QString usualScript(const QString &language)
 {
     const QLocale locale(language);
@@ -150,7 +150,7 @@ QString modifierOf(const QString &scriptCode)
     return {};
 }
 
-// The script that the country @p region stands for; empty when it stands for none.
+// The script of the country @p region; empty when the country implies none.
 QString scriptOfCountry(const QString &language, const QString &region)
 {
     for (const Countries &row : scriptCountries) {
@@ -161,7 +161,7 @@ QString scriptOfCountry(const QString &language, const QString &region)
     return {};
 }
 
-// Where the script decides which locales these are, with the regions that stand for it; else what the modifier is.
+// Replaces the script of @p tag by @p regions or by a modifier. Returns false when the script has no locale.
 bool resolveScript(Tag &tag, QStringList &regions)
 {
     const QString usual = usualScript(tag.language);

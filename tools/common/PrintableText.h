@@ -5,20 +5,20 @@
 #include <QString>
 
 /**
- * Whether @p character steers a terminal, or changes how the text around it is shown: control characters (C0, DEL and C1),
- * separators of lines and paragraphs, everything that sets, overrides or isolates directions, the byte order mark, and
- * tag characters, which are invisible.
+ * Whether @p character controls a terminal, or changes the text around it: control characters (C0, DEL and C1),
+ * separators of lines and paragraphs, characters that set, override or isolate directions, the byte order mark, and the
+ * invisible tag characters.
  */
 bool steersText(char32_t character);
 
 /**
- * @p text as a terminal may show it: on one line, and steering nothing. Each character that steersText(), and each half of
- * a surrogate pair that is alone, becomes U+FFFD.
+ * @p text in a form that is safe for a terminal, on one line. Each character for which steersText() is true, and each
+ * lone half of a surrogate pair, becomes U+FFFD.
  */
 QString printableText(const QString &text);
 
-/// Calls @p take(first, size, character) for each character of @p text: its first UTF-16 unit, how many units it has, and
-/// its code point. A half of a surrogate pair that is alone is passed as U+FFFD.
+/// Calls @p take(first, size, character) for each character of @p text: the index of its first UTF-16 unit, its number
+/// of units, and its code point. A lone half of a surrogate pair is passed as U+FFFD.
 template <typename Take>
 void forEachCharacter(const QString &text, const Take &take)
 {

@@ -16,7 +16,7 @@ constexpr bool canLimitMemory = !__has_feature(address_sanitizer);
 constexpr bool canLimitMemory = true;
 #endif
 
-// A handler may do little, and allocate nothing.
+// A signal handler must not allocate.
 QByteArray timeMessage;
 const char *timeMessageBytes = nullptr;
 size_t timeMessageSize = 0;
@@ -49,7 +49,7 @@ void ProcessLimits::limitProcessorTime(int seconds, const QByteArray &message, i
     struct sigaction action = {};
     action.sa_handler = handleTooMuchTime;
     ::sigaction(SIGXCPU, &action, nullptr);
-    // Whoever has started the process may have blocked it.
+    // The parent process may have blocked the signal.
     sigset_t timeSignal = {};
     ::sigemptyset(&timeSignal);
     ::sigaddset(&timeSignal, SIGXCPU);
@@ -68,7 +68,7 @@ void ProcessLimits::allowMoreProcessorTime()
 
 bool ProcessLimits::endWithParent(pid_t parent)
 {
-    // The parent may have ended before this call, which then has no effect.
+    // prctl() has no effect when the parent has ended before.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     return ::getppid() == parent;
 }

@@ -6,22 +6,22 @@
 
 #include <sys/types.h>
 
-/// Limits that the kernel holds this process to. None is raised above what the process was started with.
+/// Limits of this process that the kernel enforces. None exceeds the limit that the process started with.
 namespace ProcessLimits {
 
 /**
- * The process gets at most @p bytes of data, not counting code; what needs more throws std::bad_alloc. 0 takes the limit
- * away again. Programs with AddressSanitizer have no limit: it keeps more data than the program.
+ * Limits the data of the process to @p bytes, not counting code. A larger allocation throws std::bad_alloc. 0 removes
+ * the limit. Programs with AddressSanitizer have no limit, because it keeps more data than the program.
  */
 void limitMemory(qint64 bytes);
 
-/// After @p seconds of processor time the process prints @p message on standard error, and exits with @p status, wherever
-/// it is. Called once.
+/// After @p seconds of processor time, the process prints @p message on standard error and exits with @p status. Call
+/// it once.
 void limitProcessorTime(int seconds, const QByteArray &message, int status);
-/// The process runs on to its end, so that what it has begun to write is whole.
+/// Removes that limit, so the process can finish writing a file.
 void allowMoreProcessorTime();
 
-/// The process is killed when its parent ends. False when the parent is gone already, as it is not @p parent.
+/// Kills the process when its parent ends. Returns false when @p parent has ended already.
 bool endWithParent(pid_t parent);
 
 } // namespace ProcessLimits

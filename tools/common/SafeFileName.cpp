@@ -19,7 +19,7 @@ bool isSafeFirst(uint character)
     return isSafe(character) && character != '.' && character != '-';
 }
 
-// Of the text's own units, as two texts that are no Unicode may have the same UTF-8.
+// The hash is of UTF-16 units: two texts with lone surrogates may have the same UTF-8.
 QString hashOf(const QString &name)
 {
     QByteArray bytes;

@@ -4,19 +4,17 @@
 
 #include <QString>
 
-/// Bytes that are left for a name where the file system takes 255, with an ending and what a temporary file adds.
+/// Bytes for a name on a file system that allows 255, without the extension and the suffix of a temporary file.
 constexpr int MaxFileNameBytes = 200;
 
 /**
- * A name out of a package as the name of a file, which is one below the directory that it is put into, whatever the
- * name says: not empty, without '/' and control characters, with neither '.' nor '-' at its front, in at most @p
- * maxBytes bytes of UTF-8 (64 at least).
+ * Converts a name from a package to a file name that always stays in its directory. The result is not empty, has no '/'
+ * and no control characters, begins with neither '.' nor '-', and has at most @p maxBytes bytes of UTF-8 (at least 64).
  *
- * A name stays as it is when it has letters, marks and digits of any script, '.', '_' and '-' alone, and is short
- * enough: so do those of Java ("org.example.notes.ListActivity"). In all others, other characters become '_'; the name
- * is cut where it is too long, between two characters; and "~" with 32 hexadecimal digits of its SHA-256 follows. No
- * name that stays as it is holds a "~", so that two names are never the same file. They may be where a file system
- * takes capital letters for small ones.
+ * A short enough name of letters, marks and digits of any script, '.', '_' and '-' stays the same, such as the names of
+ * Java ("org.example.notes.ListActivity"). In any other name, other characters become '_', a long name is cut between
+ * two characters, and "~" with 32 hexadecimal digits of its SHA-256 follows. Unchanged names have no "~", so two names
+ * never give the same file, except on a file system that ignores case.
  */
 QString safeFileName(const QString &name, int maxBytes = MaxFileNameBytes);
 

@@ -6,15 +6,15 @@
 #include <QImage>
 
 /**
- * Pictures as PNG files, made by libpng. QImageWriter would load every image plugin of Qt first, with the libraries
- * that they need in turn, which takes as long as reading a package.
+ * Writes pictures as PNG with libpng. QImageWriter would first load every image plugin of Qt with its libraries, which
+ * takes as long as reading a package.
  *
- * The files are packed quickly rather than well: programs that make thumbnails for desktops write them anew.
+ * The compression is fast rather than small, because thumbnail programs of desktops compress the files again.
  */
 class PngFile
 {
 public:
-    /// The bytes of a file that holds @p image with 8 bits a channel; empty when memory does not suffice.
+    /// The bytes of a file with @p image in 8 bits per channel; empty when there is not enough memory.
     static QByteArray fromImage(const QImage &image);
 };
 

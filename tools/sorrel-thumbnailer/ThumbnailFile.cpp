@@ -12,7 +12,7 @@ namespace {
 
 bool writeAll(int descriptor, const QByteArray &bytes)
 {
-    // What is written in part has no error yet; the rest has.
+    // A short write has no error; the next write reports it.
     qsizetype written = 0;
     while (written < bytes.size()) {
         const ssize_t count = ::write(descriptor, bytes.constData() + written, size_t(bytes.size() - written));
@@ -34,9 +34,9 @@ bool exists(const QByteArray &path)
 
 bool ThumbnailFile::write(const QByteArray &bytes)
 {
-    // A file that gets too large is an error like any other then, and no end of the program.
+    // A file above the size limit is an error then, and does not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
-    constexpr mode_t AnyMode = 0666; // less what the user's mask takes off
+    constexpr mode_t AnyMode = 0666; // the umask applies
     int file = ::open(m_path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, AnyMode);
     const bool isNew = file >= 0;
     int error = isNew ? 0 : errno;
@@ -53,7 +53,7 @@ bool ThumbnailFile::write(const QByteArray &bytes)
         error = errno;
     if (error == 0)
         return true;
-    // A device has nothing to be emptied of.
+    // A device cannot be truncated.
     const int emptied = isNew ? ::unlink(m_path.constData()) : ::truncate(m_path.constData(), 0);
     Q_UNUSED(emptied)
     return fail(error);

@@ -6,21 +6,21 @@
 #include <QString>
 
 /**
- * A file that is written whole or not at all, and under its own name from the start: a sandbox may allow that name and
- * no file beside it, and a link or a device stays what it is.
+ * A file that is written whole or not at all, without a temporary file beside it: a sandbox may allow only this name. A
+ * link or a device stays as it is.
  *
- * When writing fails, a file that was made for it is removed, and one that was there before is left empty.
+ * When writing fails, a new file is removed, and an existing file is left empty.
  */
 class ThumbnailFile
 {
 public:
     explicit ThumbnailFile(const QByteArray &path) : m_path(path) {}
 
-    /// Writes @p bytes, in place of what the file holds. False when it fails.
+    /// Replaces the content of the file with @p bytes. Returns false on failure.
     bool write(const QByteArray &bytes);
     /// Writes @p bytes to standard output.
     bool writeToStandardOutput(const QByteArray &bytes);
-    /// Why writing failed, in English.
+    /// The error text after a failure, in English.
     QString errorString() const { return m_error; }
 
 private:

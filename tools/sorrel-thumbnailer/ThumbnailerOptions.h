@@ -10,28 +10,28 @@
 #include <QString>
 #include <QStringList>
 
-/// What the command line asks for.
+/// The options on the command line.
 class ThumbnailerOptions
 {
 public:
-    /// Pixels a side: those of a thumbnail when no number is given, and at most.
+    /// The default and the largest width and height of a thumbnail, in pixels.
     static constexpr int DefaultSize = 256;
     static constexpr int MaxSize = IconOptions::MaxSize;
 
     ThumbnailerOptions();
 
-    /// Takes @p arguments, the program's name first. False for wrong usage, which errorString() tells about.
+    /// Parses @p arguments, with the program's name first. Returns false and sets errorString() for wrong usage.
     bool parse(const QStringList &arguments);
     QString errorString() const { return m_error; }
 
-    /// Whether help or the version is asked for, and nothing else counts. Printing it, which takes a QCoreApplication,
-    /// ends the program.
+    /// Whether the help or the version is requested. Nothing else matters then. Printing it needs a QCoreApplication
+    /// and ends the program.
     bool isHelp() const { return m_parser.isSet(m_helpOption); }
     bool isVersion() const { return m_parser.isSet(m_versionOption); }
     [[noreturn]] void showHelp() { m_parser.showHelp(); }
     [[noreturn]] void showVersion() { m_parser.showVersion(); }
 
-    /// At most that many pixels a side, 1 to MaxSize.
+    /// The largest width and height in pixels, from 1 to MaxSize.
     int size() const { return m_size; }
     SorrelKit::IconMask mask() const { return m_iconOptions.mask(); }
     FileName input() const { return m_input; }
@@ -42,7 +42,7 @@ private:
     bool fail(const QString &text);
 
     QCommandLineParser m_parser;
-    /// For the shape alone: a size that is too large is none of its errors.
+    /// Only for the shape: this class reads the size itself, because a large one is no error.
     IconOptions m_iconOptions{DefaultSize};
     QCommandLineOption m_sizeOption;
     QCommandLineOption m_helpOption;

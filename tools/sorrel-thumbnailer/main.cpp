@@ -24,7 +24,7 @@ enum ExitStatus : int {
     WrongUsage = 2,
 };
 
-/// Far above what a package takes whose icon is worth waiting for; a package that was made to do harm may take any.
+/// Far above the needs of any real package. A hostile package would take more.
 constexpr int MaxProcessorSeconds = 60;
 constexpr qint64 MaxMemoryBytes = qint64(1024) << 20;
 
@@ -70,7 +70,7 @@ int writeThumbnail(const ThumbnailerOptions &options)
     const QByteArray png = PngFile::fromImage(icon);
     if (png.isEmpty())
         return fail(inputName, QStringLiteral("the icon could not be made a PNG file"));
-    // From here on nothing depends on the package, and what is begun shall be whole.
+    // The package cannot delay the rest, so the time limit must not interrupt the writing.
     ProcessLimits::allowMoreProcessorTime();
     ThumbnailFile output(options.output().path());
     if (isFile ? output.write(png) : output.writeToStandardOutput(png))
@@ -92,7 +92,7 @@ int writeThumbnailWithinLimits(const ThumbnailerOptions &options)
     }
 }
 
-// Standard error is for one line; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
+// Standard error gets one line. QT_LOGGING_RULES="*=true" also shows the messages of the libraries.
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
@@ -112,7 +112,7 @@ int main(int argc, char *argv[])
     if (!options.parse(argumentTexts(argc, argv)))
         return wrongUsage(options.errorString());
     if (options.isHelp() || options.isVersion()) {
-        // Made for them alone: it takes longer than a small package.
+        // Only help and version need it, and starting it takes longer than reading a small package.
         const QCoreApplication application(argc, argv);
         if (options.isVersion())
             options.showVersion();

@@ -12,7 +12,7 @@
 
 namespace {
 
-// Methods have numbers of the ZIP format (APPNOTE 4.4.5). Android reads the first two.
+// The numbers of methods are those of the ZIP format (APPNOTE 4.4.5). Android reads the first two.
 QString methodName(quint16 method)
 {
     switch (method) {
@@ -46,7 +46,7 @@ QString memberLine(const QuaZipFileInfo64 &member, const TextStyle &style)
              member.isEncrypted() ? style.warning(QStringLiteral(" (encrypted)")) : QString());
 }
 
-// What @p json says about the archive, and @p member. Sizes have 64 bits in the format, and 53 in JSON, which is more than a package can have.
+// Adds @p member to @p json. JSON numbers have 53 bits, which is more than the size of any package.
 QJsonObject memberJson(QJsonObject json, const QuaZipFileInfo64 &member)
 {
     json.insert(QStringLiteral("path"), member.name);
@@ -75,7 +75,7 @@ int FilesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const PackageFile file{FileName(parser.positionalArguments().constFirst())};
     QuaZip archive(file.pathForQt());
-    // Opening a pipe would wait for somebody to write to it.
+    // Opening a pipe would wait for a writer.
     if (!QFileInfo(file.pathForQt()).isFile() || !archive.open(QuaZip::mdUnzip)) {
         Console::complain(file.text(), QStringLiteral("could not open APK file"));
         return CannotRead;

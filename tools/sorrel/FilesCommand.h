@@ -6,7 +6,7 @@
 
 #include <QCommandLineOption>
 
-/// `sorrel files`: the members of a package, or set of packages, as its directory lists them.
+/// `sorrel files`: lists the members of a package or set of packages, in the order of its directory.
 class FilesCommand : public Command
 {
 public:

@@ -7,7 +7,7 @@
 
 #include <QCommandLineOption>
 
-/// `sorrel icon`: a package's icon, as a PNG file.
+/// `sorrel icon`: writes a package's icon as a PNG file.
 class IconCommand : public Command
 {
 public:

@@ -8,7 +8,7 @@
 
 #include <limits>
 
-/// `sorrel info`: what a host asks of packages before it shows or installs them.
+/// `sorrel info`: prints the facts that a host needs to show or install packages.
 class InfoCommand : public Command
 {
 public:

@@ -4,7 +4,7 @@
 
 #include "Command.h"
 
-/// `sorrel manifest`: the manifest of a package, as XML.
+/// `sorrel manifest`: prints the manifest of a package as XML.
 class ManifestCommand : public Command
 {
 public:

@@ -6,8 +6,8 @@
 
 #include <QCommandLineOption>
 
-/// `sorrel resources`: the resources of a package, or set of packages, with their names and values; or all values of
-/// one.
+/// `sorrel resources`: lists the resources of a package or set of packages with their names and values, or all values
+/// of one.
 class ResourcesCommand : public Command
 {
 public:

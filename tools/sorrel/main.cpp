@@ -65,7 +65,7 @@ QString overview(const Commands &commands)
                             "2 for wrong usage.");
 }
 
-// Help calls the program @p program, whatever path it was started by.
+// The help shows the name @p program, not the path of the program.
 [[noreturn]] void showHelp(QCommandLineParser &parser, const QString &program)
 {
     QByteArray name = program.toUtf8();
@@ -126,7 +126,7 @@ int runCommand(const Command &command, const QStringList &arguments)
     return console.finish() || status != Success ? status : CannotRead;
 }
 
-// Standard error is for one line a package; QT_LOGGING_RULES="*=true" shows what the libraries have to say.
+// Standard error gets one line for a package. QT_LOGGING_RULES="*=true" also shows the messages of the libraries.
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &text)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
@@ -137,7 +137,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 
 int main(int argc, char *argv[])
 {
-    // As QCoreApplication does, which most commands do without: to start it takes longer than a small package.
+    // QCoreApplication would do this, but most commands have none: starting it takes longer than reading a small
+    // package.
     std::setlocale(LC_ALL, "");
     QCoreApplication::setApplicationName(QStringLiteral("sorrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));

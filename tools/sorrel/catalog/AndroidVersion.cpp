@@ -5,7 +5,7 @@ namespace {
 
 constexpr int PreviewLevel = 10000;
 
-// From API level 1 on.
+// Index 0 is API level 1.
 constexpr const char *versions[] = {
     "1.0", "1.1", "1.5",   "1.6", "2.0", "2.0.1", "2.1", "2.2",  "2.3", "2.3.3", "3.0", "3.1",
     "3.2", "4.0", "4.0.3", "4.1", "4.2", "4.3",   "4.4", "4.4W", "5.0", "5.1",   "6.0", "7.0",

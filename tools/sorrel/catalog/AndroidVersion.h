@@ -4,12 +4,12 @@
 
 #include <QString>
 
-/// Versions of Android as people know them.
+/// The names of Android versions.
 class AndroidVersion
 {
 public:
-    /// The version that has the API level @p apiLevel, and the level ("Android 5.0 (21)"); the level alone when it is
-    /// newer than this list ("SDK 99"), and an empty text when it is none.
+    /// The version with the API level @p apiLevel, and the level: "Android 5.0 (21)". Only the level when it is newer
+    /// than this list ("SDK 99"), and an empty text when it is no level.
     static QString text(int apiLevel);
 };
 

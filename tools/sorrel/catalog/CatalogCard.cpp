@@ -22,7 +22,7 @@ QString counted(int count, const QString &thing)
     return QStringLiteral("%1 %2%3").arg(count).arg(thing, count == 1 ? QString() : QStringLiteral("s"));
 }
 
-// On one line, and not too long.
+// The text on one line, with a limited length.
 QString labelText(const QString &label)
 {
     QString text = label.simplified();
@@ -40,7 +40,7 @@ bool isLanguageTag(const QString &tag)
     return tag.isEmpty() || form.match(tag).hasMatch();
 }
 
-// By the first bytes, which is as far as a page can tell; nothing in it is more than base64.
+// The first bytes decide. The value can only contain base64.
 bool isPng(const QString &base64)
 {
     return base64.startsWith(QLatin1String("iVBORw0KGgo"))
@@ -50,7 +50,7 @@ bool isPng(const QString &base64)
               });
 }
 
-// Of a launcher, or of a package.
+// The icon of a launcher or of a package.
 QString defaultLabel(const QJsonObject &labelled)
 {
     return labelText(valueOf(labelled.value(QLatin1String("labels")).toObject(), ""));
@@ -184,12 +184,12 @@ Markup CatalogCard::icon() const
 
 Markup CatalogCard::head() const
 {
-    // The title of a package with launchers is the first one's label, which is written there.
+    // A package with launchers has the label of the first one as its title, which is written there.
     const Markup label = m_launchers.isEmpty() && m_package.contains(QLatin1String("labels"))
                              ? Markup::element("bdi", {{"data-labels", labelLines(m_package)}}, Markup::text(title()))
                              : Markup::element("bdi", title());
     Markup names = Markup::element("h2", {{"id", m_labelId}}, label);
-    // Without a label, the package's name is the title already.
+    // Without a label, the package name is the title already.
     if (!text("package").isEmpty() && title() != text("package"))
         names += Markup::element("code", {{"class", QStringLiteral("package")}, {"dir", QStringLiteral("ltr")}},
                                  Markup::text(text("package")));
@@ -213,7 +213,7 @@ Markup CatalogCard::problem() const
 
 Markup CatalogCard::facts() const
 {
-    // What could not be read has no version that it needs; the answer is then what every package gives.
+    // A package that could not be read has a default for its minimum version, which means nothing.
     if (text("package").isEmpty())
         return {};
     QString version = labelText(text("versionName"));
@@ -228,7 +228,7 @@ Markup CatalogCard::facts() const
                                + fact(QStringLiteral("Splits"), splits == 0 ? QString() : QString::number(splits)));
 }
 
-// The directory gives way first where there is no room for all of it.
+// Without enough space, the directory is shortened first.
 Markup CatalogCard::file() const
 {
     const QString path = text("file");
@@ -282,7 +282,7 @@ Markup CatalogCard::findings() const
     return fold(QStringLiteral("findings ") + worst, counts.join(QStringLiteral(", ")), items);
 }
 
-// A package that could not be read has that as an error.
+// A package that could not be read has an error as its finding.
 qint64 CatalogCard::rank() const
 {
     const qint64 most = RankStep - 1;

@@ -11,18 +11,18 @@
 /**
  * The card of one package on a CatalogPage: an item of a list.
  *
- * It shows labels as they are for every language. The script of the page finds the others in the attribute
- * `data-labels` of a launcher's label, or of the title where there is no launcher: a line each of a language tag, "="
- * and the label. What it sorts by is in `data-sdk` and `data-rank` of the card, of which the latter is 0 when there are
- * no findings, and grows with their severity and number.
+ * It shows the default labels. The script of the page finds the labels of languages in the attribute `data-labels` of a
+ * launcher's label, or of the title without a launcher: each line has a language tag, "=" and the label. The script
+ * sorts by `data-sdk` and `data-rank` of the card. `data-rank` is 0 without findings, and grows with their severity and
+ * number.
  */
 class CatalogCard
 {
 public:
-    /// Characters of a label that are kept; the rest is left out, which no home screen has room for either.
+    /// The length of a label on the page. Longer ones are cut; no home screen shows them either.
     static constexpr int MaxLabelLength = 300;
 
-    /// The card of @p package, as CatalogPage::add() takes it. @p number is that of no other card on the page.
+    /// The card of @p package, the argument of CatalogPage::add(). @p number is unique on the page.
     CatalogCard(const QJsonObject &package, int number);
 
     Markup markup() const;

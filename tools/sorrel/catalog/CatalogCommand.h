@@ -10,7 +10,7 @@
 
 #include <limits>
 
-/// `sorrel catalog`: a page that shows packages.
+/// `sorrel catalog`: writes a web page of packages.
 class CatalogCommand : public Command
 {
 public:
@@ -24,7 +24,7 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    /// Pixels a side of icons: twice what they are shown with, for the screens that have them.
+    /// Width and height of icons in pixels: twice their size on the page, for screens of high density.
     static constexpr int IconSize = 128;
 
     const ScanOptions m_scan;

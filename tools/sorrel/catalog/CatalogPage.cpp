@@ -22,7 +22,7 @@ QByteArray source(const QByteArray &content)
 
 } // namespace
 
-// To XML, style and script are sections of plain characters; to HTML, the marks around them are comments.
+// XML reads style and script as CDATA sections; HTML reads the marks around them as comments.
 CatalogPage::CatalogPage(QIODevice *output, const QString &title)
     : m_output(output),
       m_title(title),
@@ -41,14 +41,14 @@ void CatalogPage::add(const QJsonObject &package)
 bool CatalogPage::finish()
 {
     writeTemplate();
-    // A file may take bytes into its buffer that the disk has no room for.
+    // A file may buffer bytes that do not fit on the disk.
     auto *file = qobject_cast<QFileDevice *>(m_output);
     if (file != nullptr && !file->flush())
         m_hasFailed = true;
     return !m_hasFailed;
 }
 
-// Up to the cards, or to the end.
+// The template up to the cards, or to its end.
 void CatalogPage::writeTemplate()
 {
     for (;;) {
@@ -87,7 +87,7 @@ QByteArray CatalogPage::valueOf(const QByteArray &name) const
 
 void CatalogPage::write(const QByteArray &bytes)
 {
-    // What follows a gap would be a page that looks whole.
+    // After a gap, further output would make a page that looks whole.
     if (!m_hasFailed && m_output->write(bytes) != bytes.size())
         m_hasFailed = true;
 }

@@ -9,31 +9,31 @@
 class QIODevice;
 
 /**
- * Writes one page of HTML that shows packages, a card each. The page needs nothing but itself: style, script and
- * pictures are in it, and its policy lets a browser load and run nothing else. Without a script it is a plain list; the
- * script searches, sorts, filters and switches the language of the labels.
+ * Writes an HTML page with a card for each package. The page contains its style, script and pictures, and its policy
+ * forbids a browser to load or run anything else. The script searches, sorts, filters and switches the language of the
+ * labels. Without scripts the page is a plain list.
  *
- * The page is well-formed XML as well. Equal packages give equal bytes.
+ * The page is also well-formed XML. Equal packages give equal bytes.
  *
- * Cards are written as they are added, and nothing of them is kept.
+ * add() writes each card at once and keeps nothing in memory.
  */
 class CatalogPage
 {
 public:
-    /// Starts the page on @p output, which is open for writing and outlives this object. @p title is for people.
+    /// Starts the page with the heading @p title on @p output, which is open for writing and must outlive this object.
     CatalogPage(QIODevice *output, const QString &title);
 
     /**
-     * Writes a card of @p package: an object as PackageReport::toJson() makes it, with three more keys, each of which
-     * may be missing. "labels" is the application's label by language, as launchers have theirs; it is shown when there
-     * is no launcher. "icon" is a picture in the format PNG, in base64. "lint" is an array of findings, each an object
-     * of the texts "check" (the name of what was checked), "severity" ("note", "warning" or "error") and "text".
+     * Writes a card of @p package: the object of PackageReport::toJson(), with three optional keys. "labels" has the
+     * application's labels by language, in the form of a launcher's; the card shows them when there is no launcher.
+     * "icon" is a PNG picture in base64. "lint" is an array of findings: objects with the texts "check" (the name of
+     * the check), "severity" ("note", "warning" or "error") and "text".
      *
-     * Keys that are missing, or of another type, count as empty.
+     * Keys that are missing or have another type count as empty.
      */
     void add(const QJsonObject &package);
 
-    /// Writes what follows the last card. Returns whether @p output has taken the whole page. Called once.
+    /// Writes the end of the page. Returns whether @p output accepted the whole page. Call it once.
     bool finish();
 
 private:
@@ -45,7 +45,7 @@ private:
     QString m_title;
     QByteArray m_style;
     QByteArray m_script;
-    QByteArray m_template; ///< what of it is still to be written
+    QByteArray m_template; ///< the rest that is not written yet
     int m_count = 0;
     bool m_hasFailed = false;
 };

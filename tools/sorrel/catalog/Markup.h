@@ -8,36 +8,34 @@
 
 #include <initializer_list>
 
-/// An attribute of an element. The name is the program's own; the value may be anything.
+/// An attribute of an element. The name comes from the program; the value may be anything.
 struct MarkupAttribute {
     MarkupAttribute(const char *attributeName, const QString &value) : name(attributeName), lines(value) {}
     MarkupAttribute(const char *attributeName, const QStringList &values) : name(attributeName), lines(values) {}
 
     const char *name;
-    QStringList lines; ///< the value; more than one are set apart by line feeds, which a line itself cannot hold
+    QStringList lines; ///< the value, joined by line feeds; a line itself cannot have one
 };
 
 /**
- * Text for a page that is both HTML and well-formed XML. Markup is made of elements and of texts, and there is no way
- * to make it of a text as it is: each one, and each value of an attribute, goes through the same function, which leaves
- * nothing in it that either language could take for markup.
+ * Markup of a page that is both HTML and well-formed XML. It consists of elements and texts. One function escapes every
+ * text and every value of an attribute, so no text can become markup in either language.
  *
- * Characters that are not to be seen, or that change the direction of what stands beside them, become U+FFFD: controls,
- * separators of lines, embeddings, overrides and isolates of direction, halves of surrogate pairs, and what is no
- * character.
+ * Invisible characters, and those that change the direction of text around them, become U+FFFD: controls, line
+ * separators, embeddings, overrides and isolates of direction, halves of surrogate pairs, and noncharacters.
  */
 class Markup
 {
 public:
     Markup() = default;
 
-    /// @p text, to be read as it is.
+    /// The escaped @p text.
     static Markup text(const QString &text);
-    /// The element @p name, with a start and an end tag.
+    /// The element @p name with a start tag and an end tag.
     static Markup element(const char *name, std::initializer_list<MarkupAttribute> attributes, const Markup &content);
-    /// The element @p name without attributes that has the text @p content.
+    /// The element @p name with the text @p content and without attributes.
     static Markup element(const char *name, const QString &content) { return element(name, {}, text(content)); }
-    /// An element that HTML closes by itself, such as `img`.
+    /// An element without an end tag in HTML, such as `img`.
     static Markup voidElement(const char *name, std::initializer_list<MarkupAttribute> attributes);
     /// A line feed, between elements.
     static Markup lineFeed();

@@ -7,16 +7,16 @@
 
 class Console;
 
-/// Status that the program ends with.
+/// The exit status of the program.
 enum ExitStatus : int {
     Success = 0,    ///< every file was read
-    CannotRead = 1, ///< some file was not, or the output could not be written
+    CannotRead = 1, ///< a file was not read, or the output could not be written
     WrongUsage = 2,
 };
 
 /**
- * A subcommand: what it is called, what it takes, and what it does. main() makes all of them, parses the arguments for
- * the one that is asked for, and runs it.
+ * A subcommand: its name, its arguments and its work. main() makes all commands, parses the arguments for the requested
+ * one, and runs it.
  */
 class Command
 {
@@ -25,26 +25,25 @@ public:
     virtual ~Command() = default;
 
     virtual QString name() const = 0;
-    /// What it does, in one line.
+    /// A sentence for the help.
     virtual QString summary() const = 0;
-    /// More about it, for its own help; may be empty.
+    /// Further paragraphs for its own help; may be empty.
     virtual QString details() const { return QString(); }
-    /// How many arguments it takes.
+    /// The allowed number of arguments.
     virtual int minArguments() const { return 1; }
     virtual int maxArguments() const { return 1; }
-    /// Whether it is for the program itself, and in no help.
+    /// Whether only the program itself uses it, so no help lists it.
     virtual bool isInternal() const { return false; }
-    /// Whether it waits for events, for which there has to be a QCoreApplication. To start one takes longer than a small
-    /// package.
+    /// Whether it needs a QCoreApplication. Starting one takes longer than reading a small package.
     virtual bool waitsForEvents() const { return false; }
-    /// Names the arguments for the help; one package, unless a command says otherwise.
+    /// Adds the arguments for the help; one package by default.
     virtual void addArguments(QCommandLineParser &parser) const
     {
         parser.addPositionalArgument(QStringLiteral("FILE"), fileText());
     }
     virtual void addOptions(QCommandLineParser &parser) const { Q_UNUSED(parser) }
 
-    /// Does it; answers an ExitStatus. The number of arguments was checked.
+    /// Runs the command and returns an ExitStatus. The number of arguments was checked before.
     virtual int run(const QCommandLineParser &parser, Console &console) const = 0;
 
 protected:

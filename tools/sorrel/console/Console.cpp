@@ -22,7 +22,7 @@ bool wantsColor()
 
 Console::Console() : m_isTerminal(isatty(STDOUT_FILENO) == 1), m_style(m_isTerminal && wantsColor())
 {
-    // That it cannot be opened is told by finish(), as for any other reason not to write.
+    // finish() reports a failure to open, like every other failure to write.
     m_output.open(stdout, QIODevice::WriteOnly);
 }
 

@@ -10,33 +10,33 @@
 #include <QString>
 
 /**
- * Standard output and standard error. Texts out of packages go through printableText() before they are written; errors
- * do so here.
+ * Standard output and standard error. Callers pass texts from packages through printableText(). This class does that
+ * for errors.
  */
 class Console
 {
 public:
     Console();
 
-    /// Styles for standard output: colours when it is a terminal, and the environment does not say NO_COLOR or TERM=dumb.
+    /// Styles for standard output. A terminal gets colours, unless the environment has NO_COLOR or TERM=dumb.
     const TextStyle &style() const { return m_style; }
     /// Whether standard output is a terminal.
     bool isTerminal() const { return m_isTerminal; }
-    /// Columns of the terminal; 0 when standard output is none, and lines may be of any length.
+    /// Columns of the terminal; 0 when standard output is no terminal, so lines have no limit.
     int columns() const;
 
     void write(const QByteArray &bytes) { m_output.write(bytes); }
     void write(const QString &text) { m_output.write(text.toUtf8()); }
-    /// @p object on a line of its own.
+    /// Writes @p object on a line of its own.
     void writeLine(const QJsonObject &object);
-    /// Hands over what was written so far; false when somebody does not take it, and nobody ever will.
+    /// Flushes the output. Returns false when the reader is gone, so further output is useless.
     bool flush() { return m_output.flush() && m_output.error() == QFileDevice::NoError; }
-    /// Hands over everything, and answers whether all of it was taken. When not, that is told.
+    /// Flushes the output. Prints an error and returns false when not all of it could be written.
     bool finish();
 
-    /// Tells on standard error what is wrong with @p subject, mostly a file.
+    /// Prints an error about @p subject, usually a file, on standard error.
     static void complain(const QString &subject, const QString &text);
-    /// Tells what is wrong with the arguments, and where help is: with `sorrel`, or one of its subcommands as @p program.
+    /// Prints an error about the arguments and a hint to the help of @p program, which is `sorrel` or a subcommand.
     static int wrongUsage(const QString &text, const QString &program = QStringLiteral("sorrel"));
 
 private:

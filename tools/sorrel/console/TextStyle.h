@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// Colours for texts on a terminal; where there are none, texts stay as they are. Texts are padded before they are styled.
+/// Colours for texts on a terminal. Without colours, texts stay the same. Pad a text before you style it.
 class TextStyle
 {
 public:
@@ -18,7 +18,7 @@ public:
     QString error(const QString &text) const { return styled("1;31", text); }
 
 private:
-    /// @p code is one of ECMA-48's for "select graphic rendition".
+    /// @p code is a parameter of "select graphic rendition" in ECMA-48.
     QString styled(const char *code, const QString &text) const
     {
         return m_isColored ? QStringLiteral("\033[%1m%2\033[0m").arg(QLatin1String(code), text) : text;

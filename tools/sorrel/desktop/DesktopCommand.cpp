@@ -76,7 +76,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
     const Package package(file.pathForQt());
     QList<Launcher> launchers;
     int status = Success;
-    // With a damaged table, good entries would be replaced by ones without labels and icons.
+    // With a damaged table, entries without labels and icons would replace good ones.
     if (package.error() == Package::NoError) {
         launchers = package.launchers();
     } else {

@@ -7,7 +7,7 @@
 
 #include <QCommandLineOption>
 
-/// `sorrel desktop`: desktop entries and icons of a package's launchers, for hosts that run it.
+/// `sorrel desktop`: writes desktop entries and icons of a package's launchers, for hosts that run it.
 class DesktopCommand : public Command
 {
 public:

@@ -13,7 +13,7 @@ using SorrelKit::Launcher;
 
 namespace {
 
-// Spaces at the ends are stripped by readers.
+// Readers strip spaces at both ends.
 QByteArray escaped(const QString &value)
 {
     QString text;
@@ -58,7 +58,7 @@ QString shownLabel(const QString &label)
     return text;
 }
 
-// The first that shows anything; the name of the file, when there is nothing else.
+// The first text that is visible; otherwise the name of the file.
 QString shownName(const Launcher &launcher, const QString &defaultLabel)
 {
     for (const QString &text : {defaultLabel, launcher.label(QLocale::c()), launcher.name()}) {
@@ -69,7 +69,7 @@ QString shownName(const Launcher &launcher, const QString &defaultLabel)
     return DesktopEntry::fileName(launcher);
 }
 
-// Of an icon, readers take these for the ending of a file.
+// Readers take these for the extension of an icon file.
 bool hasIconEnding(const QString &name)
 {
     for (const char *ending : {".png", ".svg", ".xpm"}) {
@@ -116,7 +116,7 @@ QString DesktopEntry::fileName(const Launcher &launcher)
 {
     const QString package = launcher.packageName();
     const QString name = launcher.name();
-    // What tells the two apart below is in neither of them.
+    // Neither name contains the separator used below.
     const bool isPlain = !hasIconEnding(name) && !hasAny(package + name, QLatin1String("-/"));
     if (!isPlain)
         return safeFileName(QStringLiteral("%1/%2/%3").arg(package, name, QString::number(package.size())));

@@ -10,38 +10,37 @@
 #include <QStringList>
 
 /**
- * The entry of a launcher for menus and home screens of freedesktop hosts, after the Desktop Entry Specification. It
- * says what the package says, and no more: there are no categories, and nothing on start-up notification.
+ * The entry of a launcher for menus and home screens of freedesktop hosts, in the form of the Desktop Entry
+ * Specification. It has only facts of the package: no categories, and nothing about start-up notification.
  *
- * Labels are those of the package: the default one as `Name`, each other language's as `Name[LOCALE]` of the locales
- * that posixLocales() has for it, the same as the default included. Ends of lines and tabs stay, escaped; other control
- * characters, and those that embed, override or isolate directions and would reach beyond the label, go. Labels above
- * MaxLabelLength are cut there.
+ * `Name` is the default label of the package. `Name[LOCALE]` is the label of a language, for each locale that
+ * posixLocales() returns for it, even when it equals the default. Line ends and tabs are escaped. Other control
+ * characters are removed, and so are characters that embed, override or isolate directions, because they would affect
+ * text beyond the label. Labels are cut at MaxLabelLength.
  */
 class DesktopEntry
 {
 public:
-    /// As many UTF-16 units as Android shows of a label.
+    /// The number of UTF-16 units that Android shows of a label.
     static constexpr int MaxLabelLength = 1000;
 
-    /// The entry of @p launcher, which @p command starts, with the icon of the name @p icon, or without one when that
-    /// is empty.
+    /// The entry of @p launcher, started by @p command, with the icon @p icon, or without an icon when it is empty.
     DesktopEntry(const SorrelKit::Launcher &launcher, const QString &command, const QString &icon);
 
-    /// The version of the package, for hosts that ask whether the entry is that of another one.
+    /// The version of the package. A host can compare it with the version of an installed entry.
     void setVersionCode(qint64 code) { m_versionCode = code; }
 
-    /// The file.
+    /// The content of the file.
     QByteArray toUtf8() const;
-    /// Languages of labels that no locale stands for; see posixLocales().
+    /// Languages of labels without a locale; see posixLocales().
     QStringList lostLanguages() const { return m_lostLanguages; }
 
     /**
-     * The name of the launcher's files, without an ending: one of its own for each launcher of each package, whatever
-     * their names are, and always the same. That of the activity or alias, when all in front of its last dot is the
-     * package ("org.example.notes.ListActivity"); else that of the package, a dash, and that of the activity or alias
-     * ("org.example.game-com.example.engine.Activity"), as packages may have a class of one name. safeFileName() tells
-     * what becomes of others.
+     * The name of the launcher's files, without an extension. It is stable, and unique for each launcher of each
+     * package. It is the name of the activity or alias when that begins with the package and has one further part
+     * ("org.example.notes.ListActivity"). Otherwise it is the package, a dash, and the name of the activity or alias
+     * ("org.example.game-com.example.engine.Activity"), because several packages may have a class of one name.
+     * safeFileName() converts all other names.
      */
     static QString fileName(const SorrelKit::Launcher &launcher);
 

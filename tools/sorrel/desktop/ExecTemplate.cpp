@@ -8,7 +8,7 @@ using SorrelKit::Launcher;
 
 namespace {
 
-// Those that have to be quoted; a backslash is needed in quotes for the first four.
+// Characters that need quotes. The first four also need a backslash in quotes.
 const QLatin1String escapedCharacters("\"`$\\");
 const QLatin1String reservedCharacters("\"`$\\'\t><~|&;*?#()");
 
@@ -17,7 +17,7 @@ bool contains(QLatin1String characters, QChar character)
     return std::find(characters.cbegin(), characters.cend(), character) != characters.cend();
 }
 
-// Far fewer than there are: what means nothing to any shell either.
+// A few safe characters, which mean nothing to any shell.
 bool needsNoQuotes(QChar character)
 {
     const ushort unit = character.unicode();
@@ -60,7 +60,7 @@ bool canBeArgument(const QString &name)
     return !hasControls && name.isValidUtf16();
 }
 
-// Why @p name cannot stand in a command, at the front of an argument when @p isFirst; empty when it can.
+// The error text when a command cannot contain @p name, at the start of an argument when @p isFirst; empty when it can.
 QString faultOf(const QString &name, bool isFirst)
 {
     if (name.isEmpty())
@@ -76,7 +76,7 @@ QString faultOf(const QString &name, bool isFirst)
 
 ExecTemplate::ExecTemplate(const QString &text)
 {
-    // A byte that is no UTF-8 is a half of a surrogate pair here, and there is no way to write it.
+    // A byte that is not UTF-8 is half of a surrogate pair here, which the file cannot contain.
     if (!text.isValidUtf16())
         m_error = QStringLiteral("The command is not UTF-8.");
     else

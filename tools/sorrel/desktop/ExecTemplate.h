@@ -8,38 +8,37 @@
 #include <QStringList>
 
 /**
- * A command to start launchers with, of which the key `Exec` of desktop entries is made.
+ * A command that starts launchers, for the key `Exec` of desktop entries.
  *
- * It is written as that key is: arguments stand apart by spaces; one in double quotes may hold spaces, and every
- * character that means something to a shell, of which ", `, $ and \ have a \ in front. There is no shell: outside
- * quotes such a character is a mistake. In any argument but the first, which is the program,
+ * It has the syntax of that key. Spaces separate arguments. An argument in double quotes may have spaces and characters
+ * that are special to a shell, with a \ before each ", `, $ and \. No shell runs, so such a character outside quotes is
+ * an error. The first argument is the program. In the other arguments, these codes are replaced:
  *
- * - %p stands for the name of the package;
- * - %a for the activity or alias, with its package, which is what Android calls the component, and starts;
- * - %c for the class that runs, with its package, which of an alias is its target's;
- * - %% for a percent sign.
+ * - %p by the name of the package;
+ * - %a by the activity or alias with its package, which is the component that Android starts;
+ * - %c by the class that runs, with its package; for an alias, this is the class of its target;
+ * - %% by a percent sign.
  *
- * Names come from strangers, and may be anything. Each stays the part of the one argument that it stands in, to the
- * letter.
+ * The names come from strangers and may have any characters. Each stays within its argument, unchanged.
  */
 class ExecTemplate
 {
 public:
     explicit ExecTemplate(const QString &text);
 
-    /// Why it makes no sense; empty when it does.
+    /// The error text of an invalid template; empty when it is valid.
     QString errorText() const { return m_error; }
-    /// The value of the key `Exec` that starts @p launcher, before it is escaped as any value is. Empty, and @p fault
-    /// tells why, when a name that it takes is missing, holds what no argument can (control characters but for tabs and
-    /// ends of lines, halves of surrogate pairs), or would be an option to the program for the dash that it begins
-    /// with.
+    /// The value of the key `Exec` that starts @p launcher, before the escapes that every value needs. Returns an empty
+    /// text and sets @p fault when a name is missing, when it has characters that no argument can have (control
+    /// characters except tabs and line ends, halves of surrogate pairs), or when it begins with a dash and the program
+    /// would read it as an option.
     QString command(const SorrelKit::Launcher &launcher, QString *fault) const;
 
 private:
     void split(const QString &text);
     void check();
 
-    QStringList m_arguments; ///< with their codes
+    QStringList m_arguments; ///< with codes, before their replacement
     QString m_error;
 };
 

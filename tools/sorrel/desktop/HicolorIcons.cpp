@@ -8,7 +8,7 @@ using SorrelKit::Launcher;
 
 namespace {
 
-// The largest size that needs no enlarging.
+// The largest size that does not enlarge a picture.
 int largestSize(const Launcher &launcher)
 {
     int largest = 0;
@@ -27,7 +27,7 @@ HicolorIcons::HicolorIcons(const Launcher &launcher, SorrelKit::IconMask mask)
     const int largest = largestSize(launcher);
     QStringList missing;
     for (const int size : sizes()) {
-        // A picture that is smaller than every size is enlarged to the first.
+        // A picture below the smallest size is enlarged to that size.
         if (size > largest && size != sizes().constFirst())
             break;
         QString fault;

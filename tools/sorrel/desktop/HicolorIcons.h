@@ -12,23 +12,23 @@
 #include <QVector>
 
 /**
- * A launcher's icon in the sizes that the icon theme hicolor has directories for. What the package draws in any size is
- * drawn in each; of an icon that is pictures alone, sizes above the largest of them would be blurred, and are left to
- * hosts, which scale themselves.
+ * A launcher's icon in the sizes of the icon theme hicolor. A drawable of any size is drawn in each. For an icon of
+ * picture files, sizes above the largest picture are skipped: they would be blurred, and hosts can scale icons
+ * themselves.
  */
 class HicolorIcons
 {
 public:
-    /// Draws them.
+    /// Draws the icons.
     HicolorIcons(const SorrelKit::Launcher &launcher, SorrelKit::IconMask mask);
 
-    /// Those that could be drawn, ascending.
+    /// The drawn icons, in ascending order of size.
     const QList<QImage> &pictures() const { return m_pictures; }
-    /// Why some, or all, were not, or not as the package describes them; each reason once.
+    /// The reasons why icons are missing or differ from the description in the package; each reason once.
     const QStringList &faults() const { return m_faults; }
 
     static QVector<int> sizes() { return {16, 22, 24, 32, 36, 48, 64, 72, 96, 128, 192, 256, 512}; }
-    /// Where below a directory of data the icon @p name is looked for, in this size.
+    /// The path of the icon @p name of this size, below a data directory.
     static QString path(const QString &name, int size);
 
 private:

@@ -15,7 +15,7 @@ using SorrelKit::Launcher;
 
 namespace {
 
-// A link that leads nowhere is there, too: it would be written through.
+// A dangling link counts as existing, because writing would follow it.
 bool isThere(const QString &path)
 {
     const QFileInfo info(path);
@@ -34,7 +34,7 @@ bool writeFile(const QString &path, const QByteArray &content)
         Console::complain(path, file.errorString());
         return false;
     }
-    // commit() takes for whole what a full disk has cut; flush() does not, but does not know why.
+    // commit() does not notice that a full disk cut the file. flush() does, but has no reason.
     if (file.write(content) == content.size() && file.flush() && file.commit())
         return true;
     Console::complain(path, QStringLiteral("it could not be written whole"));

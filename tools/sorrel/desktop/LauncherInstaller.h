@@ -19,19 +19,17 @@ struct LauncherFiles {
 };
 
 /**
- * Writes desktop entries, and icons, of the launchers of one package below a directory of data, such as
- * `~/.local/share`: `applications/NAME.desktop` and `icons/hicolor/SIZExSIZE/apps/NAME.png`. What goes wrong is told on
- * standard error.
+ * Writes desktop entries and icons of the launchers of one package below a data directory, such as `~/.local/share`:
+ * `applications/NAME.desktop` and `icons/hicolor/SIZExSIZE/apps/NAME.png`. Errors are printed on standard error.
  *
- * A file that is there is replaced when it was written for the same launcher, as its LauncherMark says. If any other is
- * in the way, nothing is written for the launcher. Icons in sizes that the launcher has no more are removed. Each file
- * is written whole or not at all; the entry comes last, and when it, or an icon, cannot be written, those that were not
- * there before are removed again.
+ * An existing file is replaced only when its LauncherMark is that of the same launcher. If any other file has the name,
+ * nothing is written for the launcher. Icons of sizes that the launcher no longer has are removed. Each file is written
+ * whole or not at all, and the entry comes last. When a file cannot be written, the new ones are removed again.
  */
 class LauncherInstaller
 {
 public:
-    /// For the package in the file @p package, below @p directory.
+    /// Writes below @p directory, for the package in the file @p package.
     LauncherInstaller(const QString &package, const QString &directory, const ExecTemplate &command);
 
     void setMask(SorrelKit::IconMask mask) { m_mask = mask; }

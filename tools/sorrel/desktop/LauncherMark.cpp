@@ -12,14 +12,14 @@ QString pictureKey()
     return QStringLiteral("X-Sorrel-Launcher");
 }
 
-// Opening a pipe would wait for somebody to write to it.
+// Opening a pipe would wait for a writer.
 bool isPlainFile(const QString &path)
 {
     const QFileInfo info(path);
     return info.isFile() && !info.isSymLink();
 }
 
-// What is none is not for a decoder, which has something to say about it.
+// The decoder would log a message about a file that is no PNG.
 bool isPng(const QString &path)
 {
     const QByteArray signature("\x89PNG\r\n\x1a\n");
@@ -47,7 +47,7 @@ void LauncherMark::putOn(QImage &picture) const
 
 bool LauncherMark::isOnEntry(const QString &path) const
 {
-    // Entries have the lines at their front.
+    // The lines are at the start of an entry.
     constexpr qint64 maxBytes = qint64(1) << 20;
     QFile file(path);
     return isPlainFile(path) && file.open(QIODevice::ReadOnly) && file.read(maxBytes).contains('\n' + entryLines());

@@ -9,10 +9,9 @@
 #include <QString>
 
 /**
- * What tells, in a file that was written for a launcher, which launcher that is: name of the package, and of the
- * activity or alias, in ASCII with all but letters, digits and "-._~" as %XX of its UTF-8. Desktop entries have them as
- * values of the keys X-Sorrel-Package and X-Sorrel-Component, by which hosts find what they have for a package; PNG
- * files as a text.
+ * Identifies the launcher of a written file: the name of the package, and of the activity or alias, in ASCII.
+ * Everything except letters, digits and "-._~" is %XX of its UTF-8. Desktop entries have both as values of the keys
+ * X-Sorrel-Package and X-Sorrel-Component, so hosts can find the entries of a package. PNG files have them as a text.
  */
 class LauncherMark
 {
@@ -21,10 +20,10 @@ public:
 
     /// The two lines of a desktop entry.
     QByteArray entryLines() const;
-    /// Makes the text part of a picture that is to become a PNG file.
+    /// Adds the text to a picture that is written as a PNG file later.
     void putOn(QImage &picture) const;
 
-    /// Whether the file at @p path has this mark. A symbolic link has none, wherever it leads.
+    /// Whether the file at @p path has this mark. A symbolic link never has one.
     bool isOnEntry(const QString &path) const;
     bool isOnPicture(const QString &path) const;
 

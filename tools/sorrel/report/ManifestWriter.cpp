@@ -33,7 +33,7 @@ QString xmlText(QString text)
     return text;
 }
 
-// ASCII letters, digits and what of XML's other name characters is a letter or digit to Unicode in the first plane.
+// ASCII letters and digits, and those name characters of XML that are letters or digits of Unicode's first plane.
 QString xmlName(QString name)
 {
     for (QChar &character : name) {
@@ -46,8 +46,8 @@ QString xmlName(QString name)
     return name;
 }
 
-// References are the same characters to XML, and harmless on a terminal. The characters below DEL are the writer's own
-// line ends, or were escaped by it.
+// XML reads a reference as the same character, and it is harmless on a terminal. The XML writer has escaped the
+// characters below DEL, except its own line ends.
 QByteArray withReferences(const QByteArray &xml)
 {
     constexpr char32_t Delete = 0x7f;
@@ -63,7 +63,7 @@ QByteArray withReferences(const QByteArray &xml)
     return safe.toUtf8();
 }
 
-// A DOM keeps attributes in no order; here it is that of their names, so that equal manifests print equally.
+// A DOM has no order of attributes. Sorting them by name prints equal manifests equally.
 QList<QDomAttr> sortedAttributes(const QDomElement &element)
 {
     QMap<QPair<QString, QString>, QDomAttr> attributes;

@@ -9,14 +9,14 @@
 #include <QXmlStreamWriter>
 
 /**
- * Writes a decoded manifest as indented XML 1.0 that any XML tool reads. Every namespace is declared on the root,
- * Android's as `android`. A compiled manifest may hold names and characters that XML does not know: in names they
- * become "_", in values U+FFFD. Characters that steersText() are written as references (`&#x9b;`).
+ * Writes a decoded manifest as indented XML 1.0. The root declares every namespace, and Android's prefix is `android`.
+ * A compiled manifest may have characters that XML does not allow: in names they become "_", in values U+FFFD.
+ * Characters for which steersText() is true are written as references (`&#x9b;`).
  */
 class ManifestWriter
 {
 public:
-    /// The XML of @p root and what is below it, as UTF-8.
+    /// The XML of @p root and its descendants, as UTF-8.
     static QByteArray toXml(const QDomElement &root);
 
 private:

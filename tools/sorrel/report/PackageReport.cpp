@@ -18,7 +18,7 @@ namespace {
 
 constexpr int MinKeyWidth = 16;
 
-// What the report says, in lines of a key and a value.
+// The report as lines with a key and a value.
 struct Row {
     QString key;
     QString value;
@@ -38,14 +38,14 @@ QString rowTexts(const QVector<Row> &rows, const TextStyle &style)
     return text;
 }
 
-// The language that the user has set, which is not the one that numbers are written in.
+// The language of the user's messages, which may differ from that of the number format.
 QLocale userLocale()
 {
     const QStringList languages = QLocale::system().uiLanguages();
     return languages.isEmpty() ? QLocale() : QLocale(languages.constFirst());
 }
 
-// The key in @p labels of the label that is shown in @p locale.
+// The key of the label in @p labels that is shown in @p locale.
 QString shownLanguage(const QMap<QString, QString> &labels, const QString &label, const QLocale &locale)
 {
     QString tag = locale.bcp47Name();
@@ -54,7 +54,7 @@ QString shownLanguage(const QMap<QString, QString> &labels, const QString &label
     return labels.value(tag) == label ? tag : labels.key(label);
 }
 
-// Pictures by their size, what is drawn in any size by its kind.
+// A picture file has its size; a drawable of any size has its kind.
 QString iconTexts(const QVector<IconFile> &icons)
 {
     QStringList texts;
@@ -160,7 +160,7 @@ QJsonObject PackageReport::toJson() const
     QJsonObject json = m_file.name().toJson();
     json.insert(QStringLiteral("error"), errorToJson(m_package.error(), errorText()));
     json.insert(QStringLiteral("package"), m_package.packageName());
-    // As a text: numbers in JSON have 53 bits.
+    // A string, because JSON numbers have 53 bits.
     json.insert(QStringLiteral("versionCode"), QString::number(m_package.versionCode()));
     json.insert(QStringLiteral("versionName"), m_package.versionName());
     json.insert(QStringLiteral("minSdkVersion"), m_package.minSdkVersion());

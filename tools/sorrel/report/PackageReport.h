@@ -12,24 +12,26 @@
 #include <QList>
 #include <QString>
 
-/// What `sorrel info` and `sorrel scan` tell about one package, or set of packages, read when the report is made.
+/// The report of `sorrel info` and `sorrel scan` about one package or set of packages. The constructor reads the
+/// package.
 class PackageReport
 {
 public:
     PackageReport(const FileName &file, const ReportContent &content);
 
-    /// What toJson() is for a package of which nothing is known but why it could not be read.
+    /// The result of toJson() for a package of which only the error is known.
     static QJsonObject failure(const FileName &file, int code, const QString &text);
 
     bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
     QString errorText() const { return m_package.errorString(); }
-    /// Whether there is something to tell, which may be so when a part could not be read.
+    /// Whether the report has any facts. It may have some even when a part could not be read.
     bool isValid() const { return m_package.isValid(); }
 
-    /// For a person, in lines, with the label in the user's language first. Characters that would steer a terminal are
-    /// shown as U+FFFD.
+    /// The report for people, in lines, with the label in the user's language first. Characters that control a terminal
+    /// become U+FFFD.
     QString toText(const TextStyle &style) const;
-    /// For a program. The keys are the same for a package that could not be read, with the answers the library gives.
+    /// The report for programs. A package that could not be read has the same keys, with the values that the library
+    /// returns.
     QJsonObject toJson() const;
 
 private:

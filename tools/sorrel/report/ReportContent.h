@@ -4,12 +4,12 @@
 
 #include <SorrelKit/IconMask.h>
 
-/// What a report of a package has beside what is always there.
+/// The optional parts of a report.
 struct ReportContent {
-    bool includesDisabled = false; ///< launchers that are not shown
-    int iconSize = 0;              ///< pixels a side of the icon; 0 for none
+    bool includesDisabled = false; ///< whether to add launchers that are not shown
+    int iconSize = 0;              ///< width and height of the icon in pixels; 0 for no icon
     SorrelKit::IconMask iconMask = SorrelKit::IconMask::None;
-    bool includesLint = false; ///< what is odd in it
+    bool includesLint = false; ///< whether to add the findings of lint
 };
 
 #endif

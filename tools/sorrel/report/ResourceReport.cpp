@@ -17,14 +17,14 @@ QString idText(quint32 id)
     return QStringLiteral("0x%1").arg(id, 8, 16, QLatin1Char('0'));
 }
 
-// Columns of a character on a terminal; 1 when the locale does not know it.
+// The columns of a character on a terminal; 1 when the locale does not know the character.
 int columnsOf(char32_t character)
 {
     const int columns = wcwidth(wchar_t(character));
     return columns < 0 ? 1 : columns;
 }
 
-// How many UTF-16 units at the start of @p text fit into @p columns; @p used is what they take.
+// The number of UTF-16 units at the start of @p text that fit into @p columns. Sets @p used to their columns.
 int fitting(const QString &text, int columns, int &used)
 {
     used = 0;
@@ -72,7 +72,7 @@ bool isMap(const Resources::Value &value)
     return value.type == QLatin1String("map");
 }
 
-// What a value is on one line: of a map its parent, if any, and how many items there are.
+// A value on one line. For a map, this is its parent, if any, and the number of its items.
 QString valueText(const Resources::Value &value)
 {
     if (!isMap(value))

@@ -10,24 +10,23 @@
 #include <QJsonObject>
 #include <QString>
 
-/// What `sorrel resources` tells about resources of one package, each text for a person ready for a terminal.
+/// The report of `sorrel resources` about one package. The texts for people are safe for a terminal.
 class ResourceReport
 {
 public:
-    /// The resources of @p package, whose file is called @p file.
+    /// Reports the resources of @p package in the file @p file.
     ResourceReport(const FileName &file, const SorrelKit::Package &package) : m_file(file), m_resources(package) {}
 
     const SorrelKit::Resources &resources() const { return m_resources; }
 
-    /// How wide the names of all resources are, or MaxNameWidth.
+    /// The width of the longest name, at most MaxNameWidth.
     int nameWidth() const;
-    /// The resource @p id on one line: its id, its name in @p nameWidth columns, and its default value. The line is
-    /// cut to
-    /// @p columns, unless that is 0.
+    /// The resource @p id on one line: its id, its name in @p nameWidth columns, and its default value. The line is cut
+    /// to @p columns, unless that is 0.
     QString toLine(quint32 id, int nameWidth, int columns, const TextStyle &style) const;
-    /// The resource @p id with all of its values, each by its configuration and with its items, on lines of their own.
+    /// The resource @p id with all its values, each with its configuration and its items on lines of their own.
     QString toText(quint32 id, const TextStyle &style) const;
-    /// The same for a program.
+    /// The same for programs.
     QJsonObject toJson(quint32 id) const;
 
 private:

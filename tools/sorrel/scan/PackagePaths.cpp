@@ -14,11 +14,11 @@
 
 namespace {
 
-/// What a directory has for a scan: names of packages, and of directories.
+/// The entries of a directory for a scan: names of packages and of directories.
 struct Entries {
     QList<QByteArray> files;
     QList<QByteArray> directories;
-    bool isComplete = false; ///< false when the directory cannot be read, to its end either
+    bool isComplete = false; ///< whether the directory was read to its end
 };
 
 struct DirectoryCloser {
@@ -35,7 +35,7 @@ bool hasPackageEnding(const QByteArray &name)
     return false;
 }
 
-// The type of an entry, as dirent has it; some file systems leave it to stat().
+// The type of an entry from dirent; some file systems need stat() for it.
 unsigned char typeOf(int directory, const dirent &entry)
 {
     struct stat status = {};
@@ -44,7 +44,7 @@ unsigned char typeOf(int directory, const dirent &entry)
     return uchar(IFTODT(status.st_mode));
 }
 
-// Directories are not entered by links, and a link to nothing is no file. Any other fault is reported when the file is read.
+// Links to directories are not followed, and a dangling link is no file. Reading the file reports any other fault.
 bool isLinkToFile(int directory, const char *link)
 {
     struct stat status = {};
@@ -109,10 +109,10 @@ void PackagePaths::addList(std::FILE *list, char separator)
     std::free(line);
 }
 
-// A loop, as directories may be nested to any depth.
+// A loop, not a recursion: directories may be nested to any depth.
 void PackagePaths::addDirectory(const QByteArray &directory)
 {
-    // A path of slashes alone keeps one.
+    // A path of only slashes keeps one.
     auto end = directory.size();
     while (end > 1 && directory.at(end - 1) == '/')
         --end;
@@ -125,7 +125,7 @@ void PackagePaths::addDirectory(const QByteArray &directory)
         const QByteArray prefix = current.endsWith('/') ? current : current + '/';
         for (const QByteArray &name : entries.files)
             m_files.append(FileName(prefix + name));
-        // The last one is next.
+        // The last directory is the next one.
         for (auto name = entries.directories.crbegin(); name != entries.directories.crend(); ++name)
             open.append(prefix + *name);
     }

@@ -10,23 +10,22 @@
 #include <cstdio>
 
 /**
- * The names of packages, out of what a user names: files, directories, and lists of both. Files that are named are taken
- * whatever they are called. Below directories, those that end in .apk, .apks, .xapk or .apkm are, in the order of their
- * names; links to directories are not followed, so that there are no circles. What is hidden is looked at, too. Names are
- * bytes throughout: one that is no text is a name like any other.
+ * Finds the packages in files, directories, and lists of both. A named file is always taken. Below a directory, files
+ * with the extensions .apk, .apks, .xapk and .apkm are taken, in the order of their names, including hidden ones. Links
+ * to directories are not followed, so there are no cycles. Names are bytes and need not be text.
  */
 class PackagePaths
 {
 public:
-    /// Something that could not be looked at, and why.
+    /// A path that could not be read, with the reason.
     struct Fault {
         FileName name;
         QString text;
     };
 
-    /// Adds a file, or what is below a directory. What does not exist is taken for a file, whose reading fails.
+    /// Adds a file, or the packages below a directory. A missing path counts as a file, and reading it fails later.
     void add(const FileName &name);
-    /// Adds each path of @p list, which is read to its end; @p separator stands behind each.
+    /// Adds each path of @p list, which is read to its end. @p separator follows each path.
     void addList(std::FILE *list, char separator);
 
     const QVector<FileName> &files() const { return m_files; }

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Reports for each worker that may wait until an earlier one is there.
+/// The number of reports for each worker that may wait for an earlier one.
 constexpr int WindowPerJob = 64;
 
 QString complaint(const QByteArray &report)

@@ -13,25 +13,24 @@
 
 #include <functional>
 
-/// Reads many packages by worker processes, shows progress, and tells on standard error what could not be read.
+/// Reads many packages with worker processes, shows progress, and prints errors on standard error.
 class PackageScan
 {
 public:
-    /// Gets a report, as JSON on one line, without the line's end. Answers whether to go on.
+    /// Receives a report as JSON on one line, without the line end. Returns whether to continue.
     using Take = std::function<bool(const QByteArray &report)>;
 
     PackageScan(const ScanOptions &options, const ReportContent &content) : m_options(options), m_content(content) {}
 
     /**
-     * Adds the packages that @p arguments name: files, directories with all packages below them, and "-" for a list on
-     * standard input.
+     * Adds the packages of @p arguments: files, all packages below directories, and "-" for a list on standard input.
      */
     void add(const QStringList &arguments);
     const QVector<FileName> &files() const { return m_files; }
 
     /**
-     * Reads the packages, and hands over a report of each: in the order in which they were added when @p isOrdered, and
-     * else as they come. Answers an ExitStatus.
+     * Reads the packages and passes on a report of each, in the order of addition when @p isOrdered. Returns an
+     * ExitStatus.
      */
     int run(bool isOrdered, const Take &take) const;
 

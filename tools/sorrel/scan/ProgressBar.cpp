@@ -31,7 +31,7 @@ void ProgressBar::setDone(int done)
 {
     if (!m_isShown || (m_isDrawn && m_sinceDrawn.elapsed() < DrawEveryMs))
         return;
-    // The cursor goes to the line's start, and what was there is erased.
+    // Moves the cursor to the start of the line and erases the line.
     std::fprintf(stderr, "\r\033[K%s", qPrintable(line(done)));
     m_sinceDrawn.restart();
     m_isDrawn = true;

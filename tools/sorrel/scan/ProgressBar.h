@@ -6,18 +6,18 @@
 #include <QString>
 
 /**
- * A line on standard error that tells how far a long work is: a bar, what was done of how much, how many a second, and the
- * time that is left. It is drawn at most ten times a second, and only on a terminal that can draw over a line.
+ * Shows progress in a line on standard error: a bar, the steps done and in total, the steps per second, and the
+ * remaining time. It is drawn at most ten times a second, and only on a terminal that can overwrite a line.
  */
 class ProgressBar
 {
 public:
-    /// For @p total steps. Draws nothing when it is not @p isWanted.
+    /// Shows the progress of @p total steps; draws nothing unless @p isWanted.
     ProgressBar(int total, bool isWanted);
     ~ProgressBar() { clear(); }
 
     void setDone(int done);
-    /// Takes the line away, so that others can be written; the next setDone() draws it again.
+    /// Erases the line, so other lines can be written. The next setDone() draws it again.
     void clear();
 
 private:

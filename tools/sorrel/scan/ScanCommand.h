@@ -10,7 +10,7 @@
 
 #include <limits>
 
-/// `sorrel scan`: reports of many packages, each a line of JSON.
+/// `sorrel scan`: prints a report of each package as a line of JSON.
 class ScanCommand : public Command
 {
 public:

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// Why a worker could not tell about a package. The codes follow on those of SorrelKit::Package::Error.
+/// The reasons why a worker could not report on a package. The codes continue those of SorrelKit::Package::Error.
 namespace ScanError {
 
 enum Code : int {
@@ -13,7 +13,7 @@ enum Code : int {
     WorkerDied = 103,
 };
 
-/// In English, as Package::errorString().
+/// The error text in English, in the form of Package::errorString().
 inline QString text(Code code)
 {
     switch (code) {

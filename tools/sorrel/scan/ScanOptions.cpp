@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int MaxJobs = 1024;
-/// A worker has some 10 MiB of data before it reads anything.
+/// A worker has about 10 MiB of data before it reads anything.
 constexpr int MinMegabytes = 32;
 constexpr int MaxMegabytes = 1 << 20;
 constexpr int DefaultMegabytes = 1024;

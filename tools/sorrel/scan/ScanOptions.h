@@ -8,20 +8,20 @@
 #include <QCommandLineParser>
 #include <QString>
 
-/// The options of what reads many packages by worker processes.
+/// The options of commands that read many packages with worker processes.
 class ScanOptions
 {
 public:
     ScanOptions();
 
     void addTo(QCommandLineParser &parser) const;
-    /// Takes them from @p parser; false, and errorText() tells why, when one makes no sense.
+    /// Reads them from @p parser. Returns false and sets errorText() when one is invalid.
     bool read(const QCommandLineParser &parser);
 
     int jobs() const { return m_jobCount; }
     const WorkerCommand::Limits &limits() const { return m_limits; }
     bool showsProgress() const { return m_showsProgress; }
-    /// What stands behind each path on standard input.
+    /// The separator behind each path on standard input.
     char separator() const { return m_separator; }
     QString errorText() const { return m_error; }
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-// An alarm that nobody handles ends the process, wherever it is.
+// An alarm without a handler ends the process at any point.
 void setAlarm(double seconds)
 {
     itimerval timer{};

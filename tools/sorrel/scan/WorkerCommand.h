@@ -9,23 +9,23 @@
 #include <QStringList>
 
 /**
- * `sorrel worker`, which a WorkerPool starts and people do not: reads paths from standard input, each with a NUL behind it,
- * and answers each by a line on standard output: the error's code, a space, and the report as JSON. It ends with its
- * input, and is killed when the process that started it ends, by a signal too.
+ * `sorrel worker`, which only WorkerPool starts. It reads paths from standard input, with a NUL after each, and prints
+ * a line for each on standard output: the error code, a space, and the report as JSON. It ends with its input, and the
+ * kernel kills it when its parent ends, even by a signal.
  *
- * The kernel ends it by SIGALRM when a file takes too long. When memory runs out, it answers so, and ends: what the
- * interrupted work has left behind is gone with it.
+ * The kernel ends it by SIGALRM when a file takes too long. When memory runs out, it reports that and ends, because the
+ * interrupted work leaves an unknown state.
  */
 class WorkerCommand : public Command
 {
 public:
-    /// Memory and time that one file may take. 0 is no limit.
+    /// Limits of memory and time for one file. 0 is no limit.
     struct Limits {
-        qint64 memory = 0; ///< bytes of data that the whole worker may have, not counting code
+        qint64 memory = 0; ///< bytes of data of the whole worker, not counting code
         double seconds = 0;
     };
 
-    /// The arguments that start a worker of this process.
+    /// The arguments that start a worker for this process.
     static QStringList commandLine(const ReportContent &content, const Limits &limits);
 
     QString name() const override { return QStringLiteral("worker"); }

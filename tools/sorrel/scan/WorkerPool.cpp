@@ -10,7 +10,7 @@ namespace {
 
 ScanError::Code errorOf(bool crashed, int exitCode)
 {
-    // Of a process that was ended by a signal, the exit code is the signal's number.
+    // After a signal, the exit code is the number of the signal.
     return crashed && exitCode == SIGALRM ? ScanError::TooMuchTime : ScanError::WorkerDied;
 }
 
@@ -98,7 +98,7 @@ void WorkerPool::read(Worker &worker)
     deliver(worker, code, report);
 }
 
-// Nothing more is asked of the process, which ends by itself.
+// The process gets no more input and ends by itself.
 void WorkerPool::letGo(Worker &worker)
 {
     QProcess *const process = worker.process.release();
@@ -110,7 +110,7 @@ void WorkerPool::letGo(Worker &worker)
 
 void WorkerPool::finish(Worker &worker, bool crashed, int exitCode)
 {
-    // This is called by the process, which deletes itself when it is done with that.
+    // The process calls this function, so it must be deleted later.
     worker.process->disconnect();
     worker.process.release()->deleteLater();
     if (worker.index >= 0)

@@ -18,36 +18,36 @@
 class QProcess;
 
 /**
- * Processes that read packages, each one file at a time, so that a file which ends or exhausts its process costs nothing
- * but its own answer. A process reads file after file; one that is gone is replaced when there is more to read.
+ * Processes that read packages, each one file at a time. A file that ends or exhausts its process loses only its own
+ * report. A process that ended is replaced while files remain.
  *
- * Takes a QCoreApplication.
+ * Needs a QCoreApplication.
  */
 class WorkerPool
 {
 public:
-    /// Bytes of an answer at most. A process that writes more is ended.
+    /// The maximum size of a report in bytes. A process that writes more is killed.
     static constexpr qint64 MaxAnswerBytes = 64 << 20;
 
-    /// What became of a file: its answer, without the line's end, or why there is none.
+    /// The outcome for a file: its report without the line end, or an error.
     struct Outcome {
         int index = 0;     ///< of the file
-        int errorCode = 0; ///< that of the report, or a ScanError::Code
+        int errorCode = 0; ///< of the report, or a ScanError::Code
         QByteArray report; ///< as JSON; empty when the process gave none
     };
-    /// Answers whether to go on.
+    /// Returns whether to continue.
     using Deliver = std::function<bool(const Outcome &outcome)>;
 
-    /// @p jobs processes, which are started with @p arguments by this program's own name.
+    /// A pool of @p jobs processes of this program, started with @p arguments.
     WorkerPool(const QStringList &arguments, int jobs);
     ~WorkerPool();
 
     /**
-     * Has each of @p files read, and hands over each outcome as it comes, until that is no longer wanted. At most @p
-     * window files are begun before the first one that is not done, so that a caller who puts outcomes in order keeps no
-     * more.
+     * Reads all @p files and passes on each outcome when it is ready, until the receiver returns false. At most @p
+     * window files are started after the first unfinished one, so a caller that sorts the outcomes keeps no more than
+     * that.
      *
-     * False when processes cannot be started, and errorText() tells why.
+     * Returns false and sets errorText() when no process can be started.
      */
     bool run(const QVector<FileName> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
 
@@ -56,7 +56,7 @@ public:
 private:
     struct Worker {
         std::unique_ptr<QProcess> process;
-        int index = -1; ///< of the file that it reads; -1 for none
+        int index = -1; ///< of its current file; -1 for none
         QByteArray answer;
     };
 
@@ -73,8 +73,8 @@ private:
     QVector<FileName> m_files;
     Deliver m_deliver;
     int m_window = 0;
-    int m_next = 0;   ///< index of the next file to hand out
-    int m_oldest = 0; ///< index of the first file that is not done
+    int m_next = 0;   ///< index of the next file to read
+    int m_oldest = 0; ///< index of the first unfinished file
     int m_done = 0;
     std::vector<bool> m_isDone; ///< by index
     QString m_error;
