@@ -22,17 +22,17 @@ int main(int argc, char *argv[])
         return 1;
     }
 
-    // Android's attributes are in a namespace; the prefix is up to the package.
+    // Android's attributes are in a namespace; the package chooses the prefix.
     const QString android = QStringLiteral("http://schemas.android.com/apk/res/android");
     const QString label =
         root.firstChildElement(QStringLiteral("application")).attributeNS(android, QStringLiteral("label"));
     if (!label.startsWith(QLatin1Char('@'))) {
-        // The text itself, the same in every language, or nothing.
+        // A literal text, which is the same in every language, or nothing.
         out << label << '\n';
         return 0;
     }
 
-    // A reference, such as "@string/12". Its values may be references again, which are followed five deep here.
+    // A reference, such as "@string/12". Its values may be references again, which are followed up to five times.
     const ApkResources resources = package.resources();
     const QMap<QString, QString> texts = resources.lookupByLocale(label, 5);
     out << label << '\n';

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// check-device PACKAGE API-LEVEL PROCESSOR...: tells whether a package, or set of packages, runs on a device of that API
-// level with those processors ("arm64-v8a"), as an installer asks before it installs. The status is 3 when it does not.
+// check-device PACKAGE API-LEVEL PROCESSOR...: shows whether a package or set of packages runs on a device with this
+// API level and these processors ("arm64-v8a"), as an installer checks it. The exit status is 3 when it does not.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <SorrelKit/Package.h>
@@ -20,7 +20,7 @@ int main(int argc, char *argv[])
     }
     const QStringList processors = arguments.mid(3);
 
-    // Any error is a reason not to install, though of some packages much can be told all the same.
+    // Do not install a package with an error, even when many facts could be read.
     const SorrelKit::Package package(arguments.at(1));
     if (package.error() != SorrelKit::Package::NoError) {
         err << arguments.at(1) << ": " << package.errorString() << '\n';

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// draw-resource PACKAGE RESOURCE PICTURE: draws any drawable of a package, by its name or id ("@drawable/logo",
-// "0x7f020003"), into a picture file.
+// draw-resource PACKAGE RESOURCE PICTURE: draws a drawable of a package into a picture file. RESOURCE is its name or id
+// ("@drawable/logo", "0x7f020003").
 #include <QCoreApplication>
 #include <QTextStream>
 #include <SorrelKit/DrawableRenderer.h>
@@ -16,7 +16,7 @@ int main(int argc, char *argv[])
         return 2;
     }
 
-    // The copies that the objects below keep share what the package has read.
+    // The objects below keep copies of the package, which share its data.
     const SorrelKit::Package package(arguments.at(1));
     if (!package.isValid()) {
         err << arguments.at(1) << ": " << package.errorString() << '\n';
@@ -31,7 +31,7 @@ int main(int argc, char *argv[])
     SorrelKit::DrawableRenderer renderer(package);
     renderer.setMask(SorrelKit::IconMask::Squircle);
     const QImage picture = renderer.render(id, 256);
-    // A picture may come with an error, which then tells what of it is missing.
+    // A picture may have an error, which then names its missing part.
     if (!renderer.errorString().isEmpty())
         err << arguments.at(1) << ": " << renderer.errorString() << '\n';
     if (picture.isNull())

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// home-screen PACKAGE [LANGUAGE]: lists what a home screen shows of a package, or set of packages, to a user of LANGUAGE
-// ("de-AT"; that of the session by default): label, component to start, and where the icon comes from.
+// home-screen PACKAGE [LANGUAGE]: lists the launchers of a package or set of packages for a user of LANGUAGE ("de-AT";
+// by default the language of the session): the label, the component to start, and the files of the icon.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <SorrelKit/Launcher.h>
@@ -17,8 +17,8 @@ int main(int argc, char *argv[])
     const QString fileName = application.arguments().at(1);
     const QLocale locale = argc == 3 ? QLocale(application.arguments().at(2)) : QLocale();
 
-    // A package is valid when its manifest could be read. It may have an error all the same: with a damaged resource
-    // table, launchers have no icons, and labels only as far as they stand in the manifest.
+    // A package is valid when its manifest could be read. It may still have an error: with a damaged resource table,
+    // launchers have no icons, and only the labels that are in the manifest.
     const SorrelKit::Package package(fileName);
     if (package.error() != SorrelKit::Package::NoError)
         err << fileName << ": " << package.errorString() << '\n';
@@ -26,12 +26,12 @@ int main(int argc, char *argv[])
         return 1;
 
     for (const SorrelKit::Launcher &launcher : package.launchers()) {
-        // The list has all entries, those included that the package has switched off.
+        // The list has all entries, including disabled ones.
         if (!launcher.isShown())
             continue;
         out << launcher.label(locale) << '\n';
 
-        // The component is the name to start by. For an alias, the class that then runs has another one.
+        // A host starts the component. For an alias, the class that runs has another name.
         out << "  starts " << launcher.packageName() << '/' << launcher.name();
         if (launcher.isAlias())
             out << ", which runs " << launcher.className();

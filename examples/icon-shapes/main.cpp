@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// icon-shapes PACKAGE: draws the icon of a package, or set of packages, in every outline that the kit knows, as PNG files
-// in the current directory.
+// icon-shapes PACKAGE: draws the icon of a package or set of packages in every outline of the kit, as PNG files in the
+// current directory.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <SorrelKit/IconMask.h>
@@ -22,7 +22,7 @@ int main(int argc, char *argv[])
         return 1;
     }
 
-    // Only adaptive icons are cut; others keep the outline that they have.
+    // Only adaptive icons are cut. Others keep their own outline.
     const struct {
         SorrelKit::IconMask mask;
         QString fileName;
@@ -39,7 +39,7 @@ int main(int argc, char *argv[])
             err << fileName << ": " << (error.isEmpty() ? QStringLiteral("no icon") : error) << '\n';
             return 1;
         }
-        // There is a picture, though not quite the one that the package describes.
+        // There is a picture, but it differs from the description in the package.
         if (!error.isEmpty())
             err << fileName << ": " << error << '\n';
         if (!icon.save(shape.fileName)) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// list-components PACKAGE: says what a package is, and lists the components that its manifest declares.
+// list-components PACKAGE: shows the name of a package and lists the components that its manifest declares.
 #include <ApkFile.h>
 #include <QCoreApplication>
 #include <QTextStream>
@@ -14,8 +14,8 @@ int main(int argc, char *argv[])
     }
     const QString fileName = application.arguments().at(1);
 
-    // Nothing is opened here: the first query reads the package, and later ones are answered from memory. No query throws;
-    // what failed last is told by a code, which stays 0 when nothing did.
+    // The constructor opens nothing. The first query reads the package, and later ones use its data in memory. No query
+    // throws. A code shows the last failure, and is 0 without one.
     ApkFile package(fileName);
     const QDomElement root = package.getManifest().documentElement();
     if (package.getError() != 0) {
@@ -24,7 +24,7 @@ int main(int argc, char *argv[])
     }
 
     out << package.mainPackage() << " runs from API level " << package.minSdkVersion() << '\n';
-    // Android's attributes are in a namespace; the prefix is up to the package.
+    // Android's attributes are in a namespace; the package chooses the prefix.
     const QString android = QStringLiteral("http://schemas.android.com/apk/res/android");
     QDomElement component = root.firstChildElement(QStringLiteral("application")).firstChildElement();
     for (; !component.isNull(); component = component.nextSiblingElement())

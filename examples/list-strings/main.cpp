@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// list-strings PACKAGE: lists the texts of a package, or set of packages, by name, with all of their translations.
+// list-strings PACKAGE: lists the texts of a package or set of packages by name, with all translations.
 #include <QCoreApplication>
 #include <QTextStream>
 #include <SorrelKit/Resources.h>
@@ -14,7 +14,7 @@ int main(int argc, char *argv[])
     }
     const QString fileName = application.arguments().at(1);
 
-    // A package with a damaged table is valid, as its manifest can be read, and yet has an error.
+    // A package with a damaged table has an error, but it is valid, because its manifest can be read.
     const SorrelKit::Package package(fileName);
     if (package.error() != SorrelKit::Package::NoError) {
         err << fileName << ": " << package.errorString() << '\n';
@@ -27,13 +27,13 @@ int main(int argc, char *argv[])
         if (!name.startsWith(QLatin1String("string/")))
             continue;
         out << name << '\n';
-        // References are not followed; they are spelled out, "@string/other".
+        // References are not followed, but printed: "@string/other".
         for (const SorrelKit::Resources::Value &value : resources.values(id)) {
             out << "  " << (value.configuration.isEmpty() ? QStringLiteral("default") : value.configuration) << ": "
                 << value.text << '\n';
         }
     }
-    // Nearly every package is far below the limits; of one that is not, some texts may be missing.
+    // Above the limits, some texts may be missing. Nearly every package is far below them.
     if (!resources.isComplete())
         err << fileName << ": too large to list completely\n";
     return 0;

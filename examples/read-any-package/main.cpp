@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// read-any-package PACKAGE: lists the launchers by ApkFile, as list-launchers does, also of packages that ApkFile refuses
-// by itself: those of newer build tools, and sets of packages.
+// read-any-package PACKAGE: lists the launchers with ApkFile, as list-launchers does. It also reads packages that
+// ApkFile alone refuses: those of newer build tools, and sets of packages.
 #include <ApkFile.h>
 #include <QCoreApplication>
 #include <QTextStream>
@@ -22,12 +22,12 @@ int main(int argc, char *argv[])
     if (normalizer.isNeeded())
         out << "rewritten in memory\n";
 
-    // This is all that a program for ApkFile has to change. The answer is never null; what cannot be read gives an
-    // ApkFile that says so.
+    // A program for ApkFile needs only this change. The result is never null: a package that cannot be read gives an
+    // ApkFile with an error.
     const std::unique_ptr<ApkFile> package = normalizer.apkFile();
     const QList<ApkLauncherInfo> launchers = package->getLauncherInfo(false);
     if (package->getError() != 0) {
-        // The normalizer names the fault, too, when it is one that it looks for.
+        // The normalizer also names some faults.
         const bool isNamed = normalizer.error() != SorrelKit::PackageNormalizer::NoError;
         err << fileName << ": " << (isNamed ? normalizer.errorString() : package->getErrorString()) << '\n';
         return 1;
