@@ -49,7 +49,7 @@ def reference_seconds(packed):
 
 
 def costs(programs, program, tests):
-    """What each row of the tests took. Of several measurements of one row, as of several sizes, the slowest counts."""
+    """The costs of each row of the tests. When a row has several measurements, such as two sizes, the slowest counts."""
     with tempfile.NamedTemporaryFile() as file:
         environment = dict(os.environ, SORREL_COSTS=file.name, QT_QPA_PLATFORM="offscreen")
         subprocess.run([programs / program, *tests], env=environment, stdout=subprocess.DEVNULL, check=True)

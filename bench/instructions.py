@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """Counts the instructions of the main rows under Callgrind, and compares them with the baseline.
 
-Counts are of the whole process between start and stop, with Qt, QuaZip, zlib and the C library in it. They are the same
-in every run on one machine; other versions of the compiler or of a library give others, which is said when it is so.
+Counts are of the whole process between start and stop, including Qt, QuaZip, zlib and the C library. They are the same in every
+run on one machine. Other versions of the compiler or of a library give other counts; the script prints a note then.
 """
 
 import argparse
@@ -20,13 +20,13 @@ from pathlib import Path
 TOLERANCE = 0.05
 BASELINE = Path(__file__).with_name("instructions.json")
 FRAMEWORK = Path("/usr/share/android-framework-res/framework-res.apk")
-# The longest first, so that no processor is left with it at the end.
+# The longest row first, so no processor starts it at the end.
 ROWS = ["resources/framework", "floor/framework", "manifest/generated", "resources/generated", "launchers/generated",
         "floor/generated", "manifest/atlas", "resources/atlas", "launchers/atlas", "floor/atlas"]
 
 
 def gather_packages(build, directory):
-    """The packages under names of their own, so that no path has a part in the counts."""
+    """The packages under fixed names, because the length of a path changes the counts."""
     directory.mkdir(exist_ok=True)
     shutil.copyfile(build / "samples/atlas.aapt2.apk", directory / "atlas.apk")
     shutil.copyfile(build / "packages/generated-100k.apk", directory / "generated.apk")
@@ -35,7 +35,7 @@ def gather_packages(build, directory):
 
 def counted(build, directory, row):
     program = (build / "bin/bench_instructions").resolve()
-    # The seed makes the order in hash tables the same in every run.
+    # The seed fixes the order in hash tables.
     environment = {"PATH": os.environ["PATH"], "QT_HASH_SEED": "0", "LC_ALL": "C.UTF-8"}
     with tempfile.TemporaryDirectory() as scratch:
         out = Path(scratch) / "out"

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Makes the report, or the plots, of what the benchmarks left in the build tree.
+"""Makes the report or the plots from the results of the benchmarks in the build tree.
 
-Every row of the report is a ratio of two things that were measured in the same run. Besides the library's own
-sections, it has one for each file *.json of the form
+Every row of the report is a ratio of two measurements of the same run. Besides the library's own sections, the report has one
+for each file *.json of the form
 {"section": title, "rows": [{"name": ..., "value": ..., "against": ..., "ratio": ..., "target": ...}]}.
 """
 
@@ -85,7 +85,7 @@ def print_rows(title, text, rows):
 
 
 def medians(path):
-    """What Google Benchmark measured: the median in seconds and those of the counters, by the row's name."""
+    """The results of Google Benchmark by row: the median in seconds and the medians of the counters."""
     found = {}
     unit = {"ns": 1e-9, "us": 1e-6, "ms": 1e-3, "s": 1}
     for item in json.loads(path.read_text())["benchmarks"]:
@@ -119,7 +119,7 @@ def query_rows(times, packages):
 
 
 def exponent(points):
-    """Of the power law that fits best, by least squares of the logarithms."""
+    """The exponent of the power law that fits best, by least squares of the logarithms."""
     logs = [(math.log(x), math.log(y)) for x, y in points]
     mean_x = sum(x for x, _ in logs) / len(logs)
     mean_y = sum(y for _, y in logs) / len(logs)
@@ -135,7 +135,7 @@ def series_title(kind, shape):
 
 
 def in_order(series):
-    """By the numbers in the titles, dense before mostly empty; results come in the order in which they were measured."""
+    """Sorts by the numbers in the titles, dense before mostly empty; results are in the order of measurement."""
     def place(title):
         kind, *shape = title.split(", ")
         return kind != "table", int(shape[0].split()[0]) if kind == "table" else 0, shape[-1]

@@ -24,7 +24,7 @@ def seconds(command, paths):
 
 
 def medians(ways, paths):
-    """The median time of each way, all of them measured in turns."""
+    """The median time of each way, measured in turns."""
     times = {name: [] for name in ways}
     for _ in range(RUNS):
         for name, command in ways.items():
@@ -54,7 +54,7 @@ def main():
         for name, value in times.items():
             print(f"| {name} | {round(len(files) / value, -1):.0f} |")
 
-        # One file for each worker, so that a further worker is a further start and a further file.
+        # One file for each worker, so each further worker adds one start and one file.
         few = {jobs: [sorrel, "scan", "-j", str(jobs), "-"] for jobs in (1, 41)}
         starts = medians(few, "".join(path + "\n" for path in files[:41]).encode())
         print(f"\n40 workers more for the same 41 files take {(starts[41] - starts[1]) * 1000:.0f} ms more: "

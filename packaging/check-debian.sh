@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check-debian.sh PACKAGES: whether the packages for Debian in the directory PACKAGES, where scripts/package.sh puts
-# them, can be installed in a fresh Debian 12, used there by what debian/tests has, upgraded, and removed without a
-# trace. As root, or by sudo.
+# check-debian.sh PACKAGES: installs the Debian packages in the directory PACKAGES, made by scripts/package.sh, in a fresh
+# Debian 12, runs debian/tests there, upgrades them, and checks that removing them leaves no trace. Needs root, or sudo.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 if [ "$(id -u)" -ne 0 ]; then
@@ -12,7 +11,7 @@ packages=$(cd "$1" && pwd)
 export LC_ALL=C.UTF-8
 umask 022
 work=$(mktemp -d)
-# In memory, where there is plenty: some 20 000 files are written, and thrown away again.
+# In memory if there is enough: about 20 000 files are written and removed again.
 if awk '/^MemAvailable:/ { exit $2 < 4000000 }' /proc/meminfo && mount -t tmpfs tmpfs "$work"; then
     trap 'umount "$work"; rmdir "$work"' EXIT
 else
@@ -31,7 +30,7 @@ say() {
 inside() {
     "$here/chroot.sh" run "$root" "$@"
 }
-# quietly COMMAND...: says what a command said when it fails.
+# quietly COMMAND...: runs a command and prints its output only when it fails.
 quietly() {
     "$@" > "$work/output" 2>&1 || {
         cat "$work/output" >&2
@@ -44,7 +43,7 @@ debs=("$packages"/*_*.deb)
 [[ -f $dsc && -f ${debs[0]} ]] || fail "$packages has no packages"
 names=()
 for deb in "${debs[@]}"; do
-    # Debug information is looked at by nobody here.
+    # This check does not install debug information.
     [[ $deb == *-dbgsym_* ]] || names+=("$(dpkg-deb -f "$deb" Package)")
 done
 version=$(dpkg-deb -f "${debs[0]}" Version)
@@ -52,7 +51,7 @@ version=$(dpkg-deb -f "${debs[0]}" Version)
 
 dpkg-source --no-check -x "$dsc" "$work/source" >/dev/null
 
-# What the packages and their tests name, by the first of what would do.
+# The dependencies of the packages and their tests, with the first of alternatives.
 mapfile -t needed < <({
     for deb in "${debs[@]}"; do
         dpkg-deb -f "$deb" Pre-Depends Depends Recommends
@@ -63,7 +62,7 @@ mapfile -t needed < <({
 say "making a Debian 12 with ${needed[*]}"
 quietly "$here/chroot.sh" make "$root" "${needed[@]}"
 
-# Every file, and what is in those that packages share. Left out is what apt, dpkg and ldconfig keep for themselves.
+# Lists every file, and the content of files that packages share, without the data of apt, dpkg and ldconfig.
 snapshot() {
     (
         cd "$root"
@@ -75,7 +74,7 @@ snapshot() {
 }
 snapshot > "$work/before"
 
-# The packages as they are, and as a version that sorts before this one; without compression, as they are read once.
+# The packages, and copies of them with a version before this one. The copies are not compressed, because they are read once.
 mkdir -p "$root/root/new" "$root/root/old"
 for name in "${names[@]}"; do
     cp "$packages/${name}_${version}"_*.deb "$root/root/new"
@@ -86,7 +85,7 @@ for name in "${names[@]}"; do
 done
 cp -R "$work/source" "$root/root/source"
 
-# installed VERSION: whether all packages are there in that version, and as they were packed.
+# installed VERSION: checks that all packages are installed in that version, with unchanged files.
 installed() {
     local state
     state=$(inside dpkg-query -W -f '${db:Status-Abbrev} ${Package} ${Version}\n' "${names[@]}")
@@ -117,7 +116,7 @@ broken=$(inside sh -c "dpkg -L ${names[*]} | sort -u | while read -r file; do
 done")
 [ -z "$broken" ] || fail "these links lead nowhere:"$'\n'"$broken"
 
-# As autopkgtest has it: a test fails by its status, and by what it says to standard error.
+# As in autopkgtest, a test fails by its status or by any output on standard error.
 for test in $(sed -n 's/^Tests: //p' "$work/source/debian/tests/control"); do
     say "debian/tests/$test"
     status=0
@@ -131,7 +130,7 @@ done
 
 say "removing and purging"
 quietly inside "${apt[@]}" remove "${names[@]}"
-# Nothing is left to purge: of a package that apt has forgotten, dpkg only says so.
+# Nothing is left to purge; dpkg only prints a message about an unknown package.
 quietly inside dpkg --purge "${names[@]}"
 snapshot > "$work/after"
 diff "$work/before" "$work/after" >&2 || fail "this is left, or lost, when the packages are gone"

@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# A Debian 12 of one's own in a directory, to try packages and instructions in. As root, or by sudo.
+# chroot.sh: makes a Debian 12 in a directory, to try packages and instructions. Needs root, or sudo.
 #
-# chroot.sh make DIRECTORY [PACKAGE...]    makes it, with these packages of Debian and what they take
-# chroot.sh run DIRECTORY COMMAND...       runs a command there, as root, in /root and with an environment of its own
-# chroot.sh remove DIRECTORY               removes it
+# chroot.sh make DIRECTORY [PACKAGE...]    make it, with these packages of Debian and their dependencies
+# chroot.sh run DIRECTORY COMMAND...       run a command there, as root, in /root and with a clean environment
+# chroot.sh remove DIRECTORY               remove it
 #
-# The packages come from where this machine has its Debian 12 from. Where that is another system, SORREL_APT_SOURCES
-# names a file with lines for /etc/apt/sources.list.
+# The packages come from the Debian 12 sources of this machine. On another system, SORREL_APT_SOURCES names a file with lines
+# for /etc/apt/sources.list.
 set -euo pipefail
 
 fail() {
@@ -15,7 +15,7 @@ fail() {
     exit 2
 }
 
-# sources: this machine's own sources of Debian 12.
+# sources: prints the Debian 12 sources of this machine.
 sources() {
     apt-get indextargets --format '$(CODENAME) deb $(REPO_URI) $(RELEASE) $(COMPONENT)' \
         'Created-By: Packages' 'Origin: Debian' | sed -nE 's/^bookworm(-updates|-security)? (deb .*)/\2/p'
@@ -28,7 +28,7 @@ make_chroot() {
     else
         lines=$(sources)
         if [ -z "$lines" ]; then
-            # Whose they are, apt knows once it has fetched their lists.
+            # apt knows the origin of a source only after it has fetched its lists.
             apt-get update -qq
             lines=$(sources)
         fi
@@ -39,10 +39,10 @@ make_chroot() {
         eval "$(apt-config shell value $name)"
         [ -z "$value" ] || options+=(--aptopt="$name \"$value\"")
     done
-    # What is thrown away need not be safe on the disk.
+    # The system is temporary, so dpkg need not wait for the disk.
     mmdebstrap --quiet --variant=apt --dpkgopt=force-unsafe-io "${options[@]}" \
         ${packages[@]:+--include="${packages[*]}"} bookworm "$directory" - <<<"$lines"
-    # Packages that bring services have none started.
+    # No package may start a service.
     printf '#!/bin/sh\nexit 101\n' > "$directory/usr/sbin/policy-rc.d"
     chmod +x "$directory/usr/sbin/policy-rc.d"
 }
@@ -53,7 +53,7 @@ run_chroot() {
     for name in http_proxy https_proxy no_proxy; do
         [ -z "${!name:-}" ] || environment+=("$name=${!name}")
     done
-    # The mounts are gone with the command, whatever ends it.
+    # The mounts end with the command.
     # shellcheck disable=SC2016
     exec unshare --mount --propagation private bash -euc '
         directory=$1

@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Sorrel beside other programs that read packages; each row is a ratio of two medians of runs that alternated.
+"""Compares Sorrel with other readers of packages; each row is a ratio of two medians of alternating runs.
 
 peers.py [FILE.apk...]          measures, and writes one JSON file for each section of the report
-peers.py --check [FILE.apk...]  holds what Sorrel answers against what Android's own resource library answers
+peers.py --check [FILE.apk...]  compares the results of Sorrel with those of Android's own resource library
 
-Without files: the sample packages of the build, and Debian's framework-res.apk where it is installed. What another
-program is missing for is told in its row.
+Without files, it takes the sample packages of the build, and Debian's framework-res.apk if it is installed. A row shows when its
+other program is missing.
 
-The library's program keeps libsorrel's rules where those differ from Android's, and the command Android's: an activity of
-two filters is one entry, and a label behind a reference is looked up in the user's language at each step. The sample
-"notes" differs for both reasons.
+The program with the library follows the rules of libsorrel, and the command follows those of Android: an activity with two
+filters is one entry, and each step of a label's references is looked up in the user's language. The sample "notes" differs for
+both reasons.
 """
 
 import argparse
@@ -74,7 +74,7 @@ def runs_of(command, repetitions):
 
 
 def failure(runs):
-    """What is wrong with these runs, in a few words; empty when nothing is."""
+    """A short error text for these runs; empty without an error."""
     if not runs:
         return MISSING
     for run in runs:
@@ -90,7 +90,7 @@ def median(runs, key="real_time"):
 
 
 def milliseconds(runs):
-    """The median as a text; Google Benchmark's own unit is the nanosecond."""
+    """The median as a text; the unit of Google Benchmark is the nanosecond."""
     return f"{median(runs) / 1e6:.3g} ms"
 
 
@@ -99,7 +99,7 @@ def mebibytes(runs):
 
 
 def row(name, ours, theirs, text, key, target=None):
-    """A row of the report; the ratio is missing when one side is, or failed."""
+    """A row of the report; it has no ratio when one side is missing or failed."""
     wrong = failure(ours), failure(theirs)
     measured = not any(wrong) and all(median(side, key) > 0 for side in (ours, theirs))
     shown = [text(side) if side and not side[0].get("error_occurred") else "-" for side in (ours, theirs)]
@@ -122,7 +122,7 @@ def in_process_rows(options):
 
 
 def process_runs(options, files):
-    """Each command on these files: sorrel takes them all at once, the others one by one."""
+    """Runs each command on these files: sorrel on all at once, the others on one at a time."""
     command = [program(options, "bench_processes"), f"sorrel={options.sorrel}", "info", "--json", *files]
     for name in ("aapt", "aapt2"):
         path = shutil.which(name)
@@ -175,16 +175,16 @@ def measure(options):
 
 
 def answer(command):
-    """What a program answers of a package, reduced to what both tell; None when it fails."""
+    """The output of a program about a package, reduced to the facts that both print; None when it fails."""
     result = subprocess.run(command, stdout=subprocess.PIPE, check=False)
     return common_part(json.loads(result.stdout)) if result.returncode == 0 else None
 
 
 def common_labels(labels):
-    """The labels that both programs tell alike. What Sorrel keeps on purpose is taken out of the comparison, as
-    docs/kept-behaviours.md has it: locales with a language of three letters or a region of three digits, which come
-    out garbled; labels behind more than five references, which come out as the text of the last one followed; and
-    characters beyond Unicode's first plane, which come out as six replacement characters when aapt2 wrote them."""
+    """The labels that both programs should print alike. The comparison skips kept behaviours (docs/kept-behaviours.md):
+    locales with a language of three letters or a region of three digits, which are garbled; labels behind more than five
+    references, which end as a reference text; and characters beyond Unicode's first plane, which become six replacement
+    characters in files of aapt2."""
     return {
         locale: re.sub("[\U00010000-\U0010ffff]", 6 * "\ufffd", text)
         for locale, text in labels.items()
@@ -193,7 +193,7 @@ def common_labels(labels):
 
 
 def common_part(info):
-    """What both programs tell of a package."""
+    """The facts about a package that both programs print."""
     launchers = [{"class": launcher["class"], "labels": common_labels(launcher["labels"])}
                  for launcher in info["launchers"]]
     return {"package": info["package"], "minSdkVersion": info["minSdkVersion"], "launchers": launchers}

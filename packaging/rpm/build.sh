@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# build.sh TARBALL WORK RESULTS [RPMBUILD-OPTION...]: builds the source package and the packages for RPM of TARBALL,
-# the original sources that scripts/package.sh makes, in the directory WORK, looks at them with rpmlint, and puts them
-# into the directory RESULTS.
+# build.sh TARBALL WORK RESULTS [RPMBUILD-OPTION...]: builds the RPM packages and the source package of TARBALL in the
+# directory WORK, checks them with rpmlint, and puts them into the directory RESULTS. scripts/package.sh makes TARBALL.
 set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 tarball=$1 work=$2 results=$3
@@ -19,8 +18,8 @@ cp "$tarball" "$work/SOURCES"
 cp "$here/sorrel.spec" "$work/SPECS"
 options=(--define "_topdir $work" --define "_smp_mflags -j$(nproc)")
 if ! rpm -q rpm >/dev/null 2>&1; then
-    # Where rpm is not the system's own, it does not know what is installed, so that it is not asked; it brings nothing
-    # to keep debug information apart by, has no flags for hardening, and its script to compress pages takes another
+    # On a system without RPM packages, rpm does not know what is installed, so dependencies are not checked. There it also
+    # cannot separate debug information, has no flags for hardening, and its script to compress manual pages needs another
     # shell.
     options+=(--nodeps --define "debug_package %{nil}" --define "_build_id_links none"
         --define "optflags -O2 -fstack-protector-strong -D_FORTIFY_SOURCE=2"

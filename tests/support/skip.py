@@ -6,8 +6,8 @@ import sys
 
 
 def skip(kind, reason):
-    """Ends the test as skipped, because this machine cannot run tests of the kind. It fails when SORREL_TESTS_REQUIRE
-    lists the kind."""
+    """Ends the test as skipped, because this machine cannot run tests of this kind. Fails when SORREL_TESTS_REQUIRE lists
+    the kind."""
     reason = ", ".join(str(reason).strip().splitlines())
     if kind in os.environ.get("SORREL_TESTS_REQUIRE", "").split(","):
         sys.exit(f"SORREL_TESTS_REQUIRE lists {kind}, but: {reason}")

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# For scripts to source.
+# Other scripts source this file.
 
-# skip KIND REASON: ends the test as skipped, because this machine cannot run tests of the kind. It fails when
+# skip KIND REASON: ends the test as skipped, because this machine cannot run tests of this kind. Fails when
 # SORREL_TESTS_REQUIRE lists the kind.
 skip() {
     if [[ ",${SORREL_TESTS_REQUIRE:-}," == *",$1,"* ]]; then
@@ -12,7 +12,7 @@ skip() {
     exit 77
 }
 
-# need_sandbox: skips the test where bubblewrap cannot make a sandbox.
+# need_sandbox: skips the test when bubblewrap cannot make a sandbox.
 need_sandbox() {
     local message
     message=$(bwrap --unshare-all --ro-bind / / true 2>&1) || skip sandbox "${message%%$'\n'*}"

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# completions.sh PROGRAM: whether Bash, Zsh and fish, with what is installed beside PROGRAM, offer every
-# option that `PROGRAM --help` describes and no other; whether they offer the subcommands that it lists, and for each the
-# options of `PROGRAM SUBCOMMAND --help`.
+# completions.sh PROGRAM: checks that Bash, Zsh and fish, with the completions installed beside PROGRAM, offer exactly the options
+# in `PROGRAM --help`, the subcommands in it, and for each subcommand the options in `PROGRAM SUBCOMMAND --help`.
 set -euo pipefail
 program=$1
 export LC_ALL=C.UTF-8 TERM=dumb
@@ -31,7 +30,7 @@ offers_options() {
     known=$(options "$@")
     [ -n "$known" ] || fault "'$* --help' describes no options"
     for shell in bash fish zsh; do
-        # Dashes are completed as they are typed.
+        # A shell may offer long options only after two dashes.
         offered=$({ "in_$shell" "$share" "$@" -; "in_$shell" "$share" "$@" --; } | grep '^-' | sort -u) || true
         missing=$(comm -13 <(echo "$offered") <(echo "$known"))
         [ -z "$missing" ] || fault "$shell does not offer for '$*': $(paste -sd ' ' <<<"$missing")"

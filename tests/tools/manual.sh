@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# manual.sh MANPAGE PROGRAM: whether the manual page has nothing that mandoc or groff warn about, has
-# the sections that it should have, names every option that `PROGRAM --help` describes, and no long option that is
-# unknown. The options of each subcommand that PROGRAM lists stand in the subsection whose heading begins with its name,
-# or in OPTIONS.
+# manual.sh MANPAGE PROGRAM: checks that mandoc and groff accept the manual page without warnings, and that the page has all
+# sections, names every option in `PROGRAM --help`, and names no unknown long option. The options of a subcommand are in the
+# subsection whose heading begins with its name, or in OPTIONS.
 set -euo pipefail
 page=$1 program=$2
 export LC_ALL=C.UTF-8
@@ -24,14 +23,14 @@ warnings=$(mandoc -T lint -W warning "$page" || true)
 warnings=$(groff -mandoc -t -ww -T utf8 -P-c "$page" 2>&1 >/dev/null || true)
 [ -z "$warnings" ] || fault "groff says:"$'\n'"$warnings"
 
-# As it is shown, on long lines and without bold type: sections begin in the first column, subsections in the fourth.
+# The page as text with long lines and without bold type. Sections begin in the first column, subsections in the fourth.
 text=$(mandoc -T ascii -O width=200 "$page" | sed 's/.\x08//g')
 for section in NAME SYNOPSIS DESCRIPTION OPTIONS "EXIT STATUS" FILES EXAMPLES "SEE ALSO"; do
     grep -qx "$section" <<<"$text" || fault "the section $section is missing"
 done
 grep -qE "^ +$program - " <<<"$text" || fault "the section NAME does not name $program"
 
-# part HEADING: the text from a heading that begins with the word HEADING to the next heading.
+# part HEADING: prints the text from a heading that begins with the word HEADING to the next heading.
 part() {
     awk -v heading="$1" '/^(   )?[^ ]/ { inside = index($0 " ", heading " ") == match($0, /[^ ]/) } inside' <<<"$text"
 }

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# zsh -f offers.zsh FUNCTIONS WORD...: what Zsh offers in place of the last WORD, a line each, with the completion
-# functions of the directory FUNCTIONS. Presses the Tab key in a shell with a terminal of its own, whose completion
-# writes to a file what it adds to its list. Uses the current directory.
+# zsh -f offers.zsh FUNCTIONS WORD...: prints the completions that Zsh offers for the last WORD, one per line, with the
+# completion functions of the directory FUNCTIONS. It presses the Tab key in a shell with its own terminal, whose completion
+# writes its list to a file in the current directory.
 zmodload zsh/zpty || exit 1
 site=$1
 shift
@@ -12,7 +12,7 @@ autoload -Uz compinit
 compinit -u -D
 compadd() {
     local -a offers
-    # With these options nothing is added to the list.
+    # These options add nothing to the list.
     if [[ ${@[1,(i)-(|-)]} != *-[OAD]* ]]; then
         builtin compadd -A offers "$@"
         print -rl -- $offers >> zsh.offers

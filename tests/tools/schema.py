@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""schema.py SCHEMA RELEASED SAMPLES: whether what the installed `sorrel info --json` and `sorrel scan` print is what SCHEMA
-says, and nothing that it does not say; and whether SCHEMA still says what it said in the version whose properties RELEASED
-lists, as properties are only ever added. `schema.py --list SCHEMA` prints such a list."""
+"""schema.py SCHEMA RELEASED SAMPLES: checks the output of the installed `sorrel info --json` and `sorrel scan` against SCHEMA:
+it has no other properties, and SCHEMA still has all properties of the version in RELEASED, because properties are only added.
+`schema.py --list SCHEMA` prints a list in the form of RELEASED."""
 
 import copy
 import glob
@@ -18,7 +18,7 @@ import jsonschema
 
 
 def properties(schema, path=""):
-    """Every property below `schema`, with its type and whether it is always there, as lines."""
+    """Every property below `schema` as a line, with its type and whether it is required."""
     if "$ref" in schema:
         yield from properties(ROOT["$defs"][schema["$ref"].rsplit("/", 1)[1]], path)
         return
@@ -32,7 +32,7 @@ def properties(schema, path=""):
 
 
 def closed(schema):
-    """The same schema, without room for properties that it does not name."""
+    """The same schema, which forbids properties that it does not name."""
     if isinstance(schema, dict):
         schema = {key: closed(value) for key, value in schema.items()}
         if "properties" in schema and isinstance(schema["properties"], dict):
@@ -47,7 +47,7 @@ def output(*arguments):
 
 
 def refuses(validator, report, change):
-    """Whether a report that `change` has altered is no longer valid; else the validation proves nothing."""
+    """Checks that a report altered by `change` is invalid; otherwise the validation proves nothing."""
     altered = copy.deepcopy(report)
     change(altered)
     return not validator.is_valid(altered)

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# For scripts to source: what the real shells offer for a command that is installed. $tests is the directory of this
-# file; the current directory is empty, and theirs to write to.
+# Other scripts source this file. It prints the completions of real shells for an installed command. $tests is the directory of
+# this file. The current directory is empty, and the shells may write to it.
 
-# in_bash SHARE PROGRAM WORD...: what Bash offers, a line each, in place of the last WORD, with the completions of the
-# data directory SHARE. Calls the function that is registered, as readline does.
+# in_bash SHARE PROGRAM WORD...: prints the completions of Bash for the last WORD, one per line, with the files of the data
+# directory SHARE. It calls the registered function, as readline does.
 in_bash() {
     bash --norc --noprofile -c '
         set +e
@@ -18,7 +18,7 @@ in_bash() {
         done' in_bash "$@"
 }
 
-# in_fish SHARE PROGRAM WORD...: what fish offers, found by its own means.
+# in_fish SHARE PROGRAM WORD...: prints the completions of fish.
 in_fish() {
     local share=$1
     shift
@@ -26,7 +26,7 @@ in_fish() {
         fish -c 'complete -C "$argv"' -- "$@" | cut -f 1
 }
 
-# in_zsh SHARE PROGRAM WORD...: what Zsh offers.
+# in_zsh SHARE PROGRAM WORD...: prints the completions of Zsh.
 in_zsh() {
     local share=$1
     shift

@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""follow.py PAGE PACKAGE PART...: does what PAGE tells a reader to do in the parts of these titles, with PACKAGE as
-~/app.apk, and fails where one of its commands does. A file that the page shows is named by its first line.
+"""follow.py PAGE PACKAGE PART...: runs the commands of PAGE in the parts with these titles, with PACKAGE as ~/app.apk, and
+fails when a command fails. The first line of a file on the page is its name.
 
-It is for a system of its own, where the page's checkout is the working directory; root takes the place of sudo. With
---prefix PREFIX --libdir LIBDIR, a part is followed from where its program begins, in a temporary directory, against what
-is installed there: nothing is installed, and nothing of the system changed."""
+It needs a system of its own, with the checkout as the working directory; root needs no sudo. With --prefix PREFIX --libdir
+LIBDIR, it follows a part from the start of its program, in a temporary directory, with the files installed in PREFIX. It then
+installs nothing and changes nothing in the system."""
 
 import argparse
 import os
@@ -22,7 +22,7 @@ TO_THE_PROGRAM = "cd ../launchers"
 
 
 def steps(text):
-    """The files that a part of the page shows, as pairs of a name and a content, and its commands, as strings."""
+    """The files of a part of the page, as pairs of name and content, and its commands, as strings."""
     for kind, body in BLOCK.findall(text):
         if kind != "console":
             yield re.match(r"(?://|#) (\S+)\n", body)[1], body
@@ -34,7 +34,7 @@ def steps(text):
 
 
 def script(work):
-    """The steps as a program of Bash, which begins in the checkout."""
+    """The steps as a Bash script that starts in the checkout."""
     lines = ["set -euo pipefail", 'if ! command -v sudo >/dev/null; then sudo() { "$@"; }; fi']
     for step in work:
         if isinstance(step, str):
@@ -61,7 +61,7 @@ def follow(work, package, checkout, program, environment):
 
 
 def follow_installed(work, package, prefix, libdir):
-    """Follows a part from where its program begins, with what is below PREFIX in the place of what the system has."""
+    """Follows a part from the start of its program, with the files below PREFIX instead of those of the system."""
     with tempfile.TemporaryDirectory() as directory:
         root = pathlib.Path(directory)
         (root / "sorrel").mkdir()

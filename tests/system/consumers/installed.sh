@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# installed.sh PREFIX LIBDIR VERSION SUFFIX: whether what is installed below PREFIX is what installed.txt lists, and no
-# more but documentation, which is an option; the libraries have their sonames and the tools, pkg-config and qmake know the
-# version.
+# installed.sh PREFIX LIBDIR VERSION SUFFIX: checks that exactly the files of installed.txt are installed below PREFIX, besides
+# the optional documentation, that the libraries have their sonames, and that the tools, pkg-config and qmake know the version.
 set -euo pipefail
 prefix=$1 libdir=$2 version=$3 suffix=$4
 export LC_ALL=C
@@ -15,7 +14,7 @@ fail() {
 package=Sorrel${suffix/-qt/-Qt}
 expected=$(sed -e '/^#/d' -e "s|@libdir@|$libdir|g; s|@version@|$version|g; s|@suffix@|$suffix|g; s|@package@|$package|g" \
     "$(dirname "$0")/installed.txt" | sort)
-# CMake names the file with a library's place after the type of build.
+# The name of one CMake file contains the build type.
 actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%P\n' |
     sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
 diff <(echo "$expected") <(echo "$actual") >&2 || fail "what is installed (right) is not what installed.txt lists (left)"

@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh PROGRAMS KEPT DOCUMENT...: whether every test that the documents name (`tst_x`, `tst_x::function`) is among
-# the test programs in the directory PROGRAMS, whether KEPT names every test called keeps..., and whether the files
-# that the documents link to are there.
+# check.sh PROGRAMS KEPT DOCUMENT...: checks that every test in the documents (`tst_x`, `tst_x::function`) exists in a test
+# program of the directory PROGRAMS, that KEPT names every test called keeps..., and that linked files exist.
 set -euo pipefail
 programs=$1 kept=$2
 shift 2

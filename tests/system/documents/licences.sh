@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# licences.sh SOURCE: whether every file below SOURCE is licensed in a way that `reuse` understands, and every file of code
-# names its licence itself, as it may be taken out of here alone.
+# licences.sh SOURCE: checks that `reuse` finds the licence of every file below SOURCE, and that every source file names its
+# licence itself, because it may be copied alone.
 set -euo pipefail
 cd "$1"
 

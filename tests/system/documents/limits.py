@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""limits.py SOURCE: whether every limit and every cost in docs/limits.md is a constant of the sources and has the value that the
-page gives, and whether the page has every limit and every cost of a budget that a class of the libraries declares."""
+"""limits.py SOURCE: checks that every limit and every cost in docs/limits.md is a constant of the sources with the value that the
+page gives, and that the page has every limit and every cost of a budget that a class of the libraries declares."""
 
 import pathlib
 import re
@@ -13,7 +13,7 @@ ROW = re.compile(r"^\| (`[^|]*) \| ([^|]*) \|", re.MULTILINE)
 COST = re.compile(r"`(\w+)::(\w+)`: ([0-9][0-9,]*(?: [KMG]iB)?)")
 CONSTANT = re.compile(
     r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+|\w+(?:Work|Bytes))\s*(?:=\s*|\{)([^;}]+)")
-# What a format or a representation sets, and attribute ids.
+# Constants of a format or a representation, and attribute ids.
 NO_LIMITS = {("LauncherFinder", "NodeBytes"), ("PictureSample", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
              ("WebpLossless", "MaxLength"), ("AndroidAttributes", "MinSdkVersion"), ("AndroidAttributes", "MaxSdkVersion"),
              ("AndroidAttributes", "MinLevel"), ("AndroidAttributes", "MaxLevel")}
@@ -21,7 +21,7 @@ UNITS = {"KiB": 1 << 10, "MiB": 1 << 20, "GiB": 1 << 30}
 
 
 def constants(directories):
-    """The expression of each constant by the name of its class, which is that of its file, and its own name."""
+    """The expression of each constant by the name of its class, which is the name of its file, and by its own name."""
     found = {}
     for directory in directories:
         for path in sorted((SOURCE / directory).rglob("*")):
@@ -32,7 +32,7 @@ def constants(directories):
 
 
 def value(expression, owner, known):
-    """The value of a C++ expression of numbers and of constants of the same class or of another one."""
+    """The value of a C++ expression of numbers and constants of any class."""
     expression = re.sub(r"'|\bqint64\b|\bquint32\b|(?<=[0-9])(LL|U|L)\b", "", expression.replace("\n", " "))
 
     def referred(match):
@@ -46,7 +46,7 @@ def value(expression, owner, known):
 
 
 def stated(text):
-    """The numbers in the page's column for values."""
+    """The numbers in the column for values."""
     for part in re.split(r"[,;] ", text):
         number, unit = re.match(r"([0-9.,]+) ?(\w*)", part).groups()
         yield float(number.replace(",", "")) * UNITS.get(unit, 1)
@@ -67,7 +67,7 @@ def main():
         if not re.search(r"\b(Max|Min|Free)\w+`", title):
             continue
         numbers = list(stated(values))
-        # A constant that no class has is named with its file.
+        # A constant outside of a class is named with its file.
         file = re.search(r"\((\w+)\.cpp\)", title)
         owner = file and file[1]
         for index, (named, name) in enumerate(re.findall(r"`(?:(\w+)::)?((?:Max|Min|Free)\w+)`", title)):

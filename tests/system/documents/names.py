@@ -1,16 +1,15 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""names.py SOURCE BUILD BIN: checks that the pages in SOURCE name only what exists.
+"""names.py SOURCE BUILD BIN: checks names in the documents of SOURCE.
 
 - The README's table of build options has the options, and the defaults, of the CMake files.
-- The table of presets in docs/testing.md has the presets of CMakePresets.json with their compilers. The README names all of
-  them, and no page names another.
-- Files and directories of SOURCE that a page names in backquotes or runs as a command exist.
-- Commands and options of the programs in BIN and of the scripts that a page names are in their help or in their source.
-- The kinds of tests that a machine may be unable to run are the same in docs/testing.md, scripts/test.sh, .ci/run and the
-  tests.
-- Each alternative of a pattern that a page gives to `ctest -R` matches a test of the build tree BUILD, and the table of tests
-  about documents names tests."""
+- The table of presets in docs/testing.md has the presets of CMakePresets.json with their compilers. The README names all
+  presets, and no page names another one.
+- Files and directories of SOURCE in backquotes or in commands exist.
+- Commands and options of the programs in BIN and of the scripts are in their help or in their source.
+- The kinds of tests that may be skipped are the same in docs/testing.md, scripts/test.sh, .ci/run and the tests.
+- Each alternative of a pattern of `ctest -R` matches a test of the build tree BUILD. The table of tests about documents names
+  existing tests."""
 
 import glob
 import json
@@ -20,7 +19,7 @@ import subprocess
 import sys
 
 TOOLS = ("sorrel", "sorrel-thumbnailer")
-# Options in backquotes without their program, which is the first word here.
+# Options that the documents name without their program, and that program.
 OTHER_OPTIONS = {
     "-fsanitize": "gcc", "-fno-semantic-interposition": "gcc", "-Bsymbolic-functions": "ld", "-D": "cmake",
     "--prefix": "cmake", "-help": "Qt Test", "--with": "rpmbuild", "--nodeps": "rpmbuild",
@@ -39,7 +38,7 @@ def read(*parts):
 
 
 def compare(page, what, named, expected):
-    """Reports what is in one of two collections and not in the other."""
+    """Reports the names that only one of two collections has."""
     for name in sorted(set(named) - set(expected)):
         fault(page, f"names the {what} {name}, which does not exist")
     for name in sorted(set(expected) - set(named)):
@@ -116,7 +115,7 @@ def check_presets(source, pages):
 # Files, commands and options
 
 def code(text):
-    """What a page has in backquotes, and the commands of its consoles."""
+    """The texts in backquotes of a page, and the commands of its consoles."""
     text = text.replace("\\|", "|")
     consoles = re.findall(r"^ *```console\n(.*?)^ *```", text, re.MULTILINE | re.DOTALL)
     prose = re.sub(r"^ *```.*?^ *```", "", text, flags=re.MULTILINE | re.DOTALL)
@@ -136,7 +135,7 @@ def check_files(source, page, spans, commands):
 
 
 def help_of(program):
-    """What a program shows with --help."""
+    """The help text of a program."""
     return subprocess.run([*program, "--help"], stdout=subprocess.PIPE, text=True, check=True).stdout
 
 
@@ -167,7 +166,7 @@ class Tools:
         self.all = set().union(*self.options.values())
 
     def check_command(self, page, text, is_command):
-        """Checks the commands, and the options behind them, in a span or in a line of a console."""
+        """Checks the commands and their options in a span or in a line of a console."""
         for part in re.split(r"[|;&>]|\$\(", re.sub(r"'[^']*'|\"[^\"]*\"", "TEXT", text)):
             words = part.replace("\\\n", " ").split()
             while words and (re.match(r"\w+=", words[0]) or words[0] == "sudo"):

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh [--update] EXPECTED PROGRAMS SAMPLES: whether the commands in the text EXPECTED, those after "$ ", print what
-# stands below them; PROGRAMS is where they are looked for first. A status other than 0 is a line of its own. They are run
-# where the packages of the directory SAMPLES are, each under its name without the compiler's, with
+# check.sh [--update] EXPECTED PROGRAMS SAMPLES: checks that the commands in the text EXPECTED (lines with "$ ") print the lines
+# below them. PROGRAMS comes first on the path. A status other than 0 is printed as a line. The current directory has the
+# packages of the directory SAMPLES, named without the compiler, and:
 #     babel.apks    a set of packages: the base of babel, and its splits
 #     broken.apk    a package whose resource table is damaged
 #     text.apk      no package at all
-# With --update, EXPECTED gets what the commands print.
+# With --update, EXPECTED is replaced by the output of the commands.
 set -euo pipefail
 update=false
 [ "$1" != --update ] || { update=true; shift; }
@@ -33,7 +33,7 @@ echo "no package" >"$directory/text.apk"
 
 actual=$(
     cd "$directory"
-    # Apart from what the one who runs this has set.
+    # The user's environment must not matter.
     export LC_ALL=C.UTF-8 PATH="$programs:$PATH"
     export QT_LOGGING_RULES='*.debug=false'
     unset LANGUAGE

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""A screen of one's own, and a program that is started, looked at and used on it.
+"""A virtual screen, and a program that runs on it.
 
-Takes Debian's xvfb, xdotool, maim and python3-pil, and tesseract-ocr to read what is written on a picture.
+Needs Debian's xvfb, xdotool, maim and python3-pil, and tesseract-ocr to read the text on a picture.
 """
 
 import io
@@ -30,7 +30,7 @@ ForegroundNormal=252,252,252
 
 
 class Screen:
-    """An X server for as long as the block lasts."""
+    """An X server that ends with the block."""
 
     def __enter__(self):
         self.server = subprocess.Popen(["Xvfb", "-displayfd", "1", "-nolisten", "tcp", "-screen", "0", "1600x1200x24"],
@@ -47,8 +47,8 @@ class Screen:
 
 
 class Window:
-    """The window of a program with the title `title`, for as long as the block lasts; drawn twice as large with `scale` 2,
-    in dark colours with `dark`, for a user of the locale `locale`."""
+    """The window with the title `title` of a program, which ends with the block. `scale` 2 draws it twice as large, `dark` in
+    dark colours, and `locale` is the locale of the user."""
 
     def __init__(self, screen, command, title, scale=1, dark=False, locale="C.UTF-8"):
         self.home = tempfile.TemporaryDirectory()
@@ -58,7 +58,7 @@ class Window:
         for name in ("LANGUAGE", "XDG_CURRENT_DESKTOP", "QT_QPA_PLATFORMTHEME", "XAUTHORITY"):
             self.environment.pop(name, None)
         if dark:
-            # The colours that KDE has set, which Qt takes by itself.
+            # The colours of KDE, which Qt reads by itself.
             with open(os.path.join(self.home.name, "kdeglobals"), "w", encoding="utf-8") as file:
                 file.write(DARK)
             self.environment.update(QT_QPA_PLATFORMTHEME="kde", XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true",
@@ -93,7 +93,7 @@ class Window:
         return Image.open(io.BytesIO(self.run("maim", "--hidecursor", "--quality", "1", *of))).convert("RGB")
 
     def wait_for(self, condition, what, whole_screen=False):
-        """A picture of which `condition` is true, as soon as there is one."""
+        """Waits for a picture for which `condition` is true."""
         end = time.monotonic() + 120
         while True:
             picture = self.picture(whole_screen)
@@ -105,8 +105,7 @@ class Window:
 
 
 def words(picture):
-    """What is written on a picture: words, each with its middle from the left and from the top; rows from top to bottom, and
-    words from left to right."""
+    """The words on a picture, each with the coordinates of its middle, from top to bottom and from left to right."""
     file = io.BytesIO()
     picture.save(file, "png")
     table = subprocess.run(["tesseract", "-", "-", "--psm", "11", "tsv"], input=file.getvalue(), stdout=subprocess.PIPE,
@@ -125,5 +124,5 @@ def words(picture):
 
 
 def read(picture):
-    """What is written on a picture, in one line."""
+    """The text on a picture in one line."""
     return " ".join(word for word, _, _ in words(picture))

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# installed.sh EXAMPLES PREFIX LIBDIR PACKAGE: whether the examples in the directory EXAMPLES are built on what is installed
-# below PREFIX, by themselves: all of them are configured, and a small one, which is run, and the window's are built, the
-# latter by qmake, too.
+# installed.sh EXAMPLES PREFIX LIBDIR PACKAGE: checks that each example in the directory EXAMPLES is a project of its own for the
+# libraries installed below PREFIX. It configures all examples, builds and runs a small one, and builds launcher-grid by CMake
+# and by qmake.
 set -euo pipefail
 examples=$1 prefix=$2 libdir=$3 package=$4
 directory=$(mktemp -d)
@@ -20,7 +20,7 @@ cmake --build "$directory/all" --parallel 2 --target home-screen launcher-grid >
 "$directory/all/bin/examples/home-screen" "$package" >"$directory/log" || fail "home-screen fails"
 grep -qF 'starts org.example.notes/org.example.notes.ListActivity' "$directory/log" || fail "home-screen misses a launcher"
 
-# As if it were installed beside Qt.
+# As if the files were installed beside Qt.
 mkdir "$directory/qmake"
 cp "$examples/launcher-grid/main.cpp" "$directory/qmake"
 sed "s|\$\$\[QT_INSTALL_LIBS\]|$prefix/$libdir|" "$examples/launcher-grid/launcher-grid.pro" >"$directory/qmake/launcher-grid.pro"

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""launcher_grid.py PROGRAM SORREL SAMPLES: looks at the example launcher-grid, and uses it, as people do."""
+"""launcher_grid.py PROGRAM SORREL SAMPLES: uses the example launcher-grid as a person does, and checks its window."""
 
 import os
 import shutil
@@ -15,13 +15,13 @@ from display import Screen, Window, read, words
 PROGRAM, SORREL, SAMPLES = "", "", ""
 LABELS = ["Calculator", "Calendar", "Camera", "Chess", "Clock", "Contacts", "Mail", "Maps", "Music", "Phrasebook",
           "Reader", "Recorder", "Weather"]
-# The background of the icon of babel, and colours of foregrounds in suite: of the camera, the calculator, the reader.
+# The background of the icon of babel, and foreground colours in suite: camera, calculator and reader.
 BABEL = (0x20, 0x40, 0x80)
 COLOURS = [BABEL, (0x4F, 0xC3, 0xF7), (0xFF, 0x9F, 0x43), (0xD9, 0xD2, 0xFF)]
 
 
 def contains(*texts):
-    """Whether the texts are written somewhere; where a word ends is a matter of the font."""
+    """Whether the texts are on the picture; the font decides where a word ends."""
     def condition(picture):
         written = read(picture).replace(" ", "")
         return all(text.replace(" ", "") in written for text in texts)
@@ -29,7 +29,7 @@ def contains(*texts):
 
 
 def says(text):
-    """Whether `text` is what the status line says, twice as large as it is."""
+    """Whether the status line shows `text`, read at twice its size."""
     return lambda picture: contains(text)(picture.crop((0, picture.height - 60, picture.width, picture.height)))
 
 
@@ -55,7 +55,7 @@ class LauncherGrid(unittest.TestCase):
         with open(os.path.join(self.folder, "text.apk"), "w", encoding="utf-8") as file:
             file.write("no package")
         window = self.start(scale=2)
-        # Twelve launchers of suite, three of babel; those of kiosk are switched off.
+        # Twelve launchers of suite and three of babel; those of kiosk are disabled.
         picture = window.wait_for(says("Launchers: 15, unreadable: 1"), "the number of launchers")
         self.assertEqual([word for word in read(picture).split() if word in LABELS], LABELS)
         self.assertEqual(picture.getpixel((4, 4)), (255, 255, 255))
@@ -63,7 +63,7 @@ class LauncherGrid(unittest.TestCase):
         for colour in COLOURS:
             self.assertGreater(colours.get(colour, 0), 100, f"{colour} is missing")
 
-        # The icon is as sharp as the screen: what the kit draws at 144 pixels.
+        # The icon is sharp: the kit drew it at 144 pixels.
         icon = os.path.join(self.folder, "icon.png")
         subprocess.run([SORREL, "icon", "--shape", "squircle", "-s", "144", "-o", icon,
                         os.path.join(self.folder, "babel.apk")], check=True)
@@ -78,7 +78,7 @@ class LauncherGrid(unittest.TestCase):
         difference = ImageChops.difference(picture.crop(box), expected)
         self.assertLess(max(high for _, high in difference.getextrema()), 4)
 
-        # A letter chooses the launcher whose label begins with it, which is the last one; pointed at, it tells what it is.
+        # A letter selects the launcher whose label begins with it, which is the last one. Its tool tip shows the component.
         x, y = next((x, y) for word, x, y in words(picture) if word == "Weather")
         label = (x - 40, y - 20, x + 40, y + 20)
         window.focus()

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""tutorial.py TUTORIAL EXAMPLE: whether the pieces of C++ in TUTORIAL are the program in the directory EXAMPLE, whole and in
-order, but for empty lines; whether its build files are EXAMPLE's; and whether the program is as short as is said."""
+"""tutorial.py TUTORIAL EXAMPLE: checks that the pieces of C++ in TUTORIAL are the whole program in the directory EXAMPLE, in
+order and except for empty lines, that its build files are those of EXAMPLE, and that the program has at most 60 lines."""
 
 import difflib
 import os
@@ -24,7 +24,7 @@ def main():
     for language, name in (("cpp", "main.cpp"), ("cmake", "CMakeLists.txt"), ("qmake", "launcher-grid.pro")):
         with open(os.path.join(example, name), encoding="utf-8") as file:
             expected = lines_of(file.read())
-        # A licence is for a file.
+        # The tutorial does not show the line with the licence.
         shown = [expected[0]] + lines_of("".join(text for kind, text in blocks if kind == language))
         faults += difflib.unified_diff(expected, shown, name, os.path.basename(tutorial), lineterm="")
         if name == "main.cpp":

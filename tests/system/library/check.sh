@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh DIRECTORY NAME QT EXPORTS [--only]: whether the library NAME in DIRECTORY, made with Qt of the major version QT,
-# has its names, needs no library that it should not, and exports every symbol that EXPORTS lists; with --only, no other
-# functions.
+# check.sh DIRECTORY NAME QT EXPORTS [--only]: checks the library NAME in DIRECTORY, made with Qt of the major version QT: its file
+# names and soname, the libraries that it needs, and that it exports every symbol in EXPORTS; with --only, no other functions.
 set -euo pipefail
 directory=$1 name=$2 qt=$3 exports=$4 only=${5:-}
 library=$directory/$name.so.0.5.1

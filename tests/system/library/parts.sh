@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# parts.sh SOURCE CMAKE-OPTION...: checks that a plain configuration succeeds with the libraries' own dependencies alone and
-# reports what it leaves out and why, that a part that is asked for by name and cannot be built is an error, and that
-# BUILD_TESTING is understood.
+# parts.sh SOURCE CMAKE-OPTION...: checks that a plain configuration needs only the dependencies of the libraries and prints each
+# part that it leaves out with the reason, that a requested part without its requirements is an error, and that BUILD_TESTING
+# works.
 set -euo pipefail
 source=$1
 shift
@@ -14,7 +14,7 @@ fail() {
     cat "$work/output" >&2
     exit 1
 }
-# configure OPTION...: configures afresh; what cmake prints is in $work/output, with every line break as a space.
+# configure OPTION...: configures again; $work/output has the output of cmake with spaces for line breaks.
 configure() {
     local status=0
     cmake --fresh -S "$source" -B "$work/build" "$@" >"$work/printed" 2>&1 || status=$?
@@ -25,7 +25,7 @@ configure() {
 prints() {
     grep -qF -- "$1" "$work/output" || fail "cmake does not print: $1"
 }
-# What is installed here is not found.
+# Hides the installed requirements.
 hidden=(-D CMAKE_IGNORE_PATH=/usr/share/android-framework-res)
 for name in PNG Doxygen Qt5Widgets Qt5Test Qt5Svg Qt6Widgets Qt6Test Qt6Svg; do
     hidden+=(-D "CMAKE_DISABLE_FIND_PACKAGE_$name=ON")

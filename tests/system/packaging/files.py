@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""files.py PACKAGING PREFIX LIBDIR: whether the packages for Debian and for RPM take every file that is installed below
-PREFIX, one package each, and take nothing that is not installed. LIBDIR is where PREFIX has its libraries."""
+"""files.py PACKAGING PREFIX LIBDIR: checks that exactly one Debian package and one RPM package has each file installed below
+PREFIX, and that no package names a missing file. LIBDIR is the directory of the libraries in PREFIX."""
 
 import fnmatch
 import pathlib
@@ -10,17 +10,17 @@ import sys
 
 
 def debian_patterns(directory):
-    """What the .install files name, as (package, pattern) below the prefix."""
+    """The patterns of the .install files, as (package, pattern) below the prefix."""
     for file in sorted(directory.glob("*.install")):
         for line in file.read_text().splitlines():
             if line and not line.startswith("#"):
-                # Debian has its libraries in a directory for each architecture.
+                # Debian's directory of libraries has the name of the architecture.
                 pattern = re.sub("^usr/lib/[*]/", "LIBDIR/", line.split()[0])
                 yield file.stem, pattern.removeprefix("usr/")
 
 
 def rpm_patterns(spec):
-    """What the lists of files name, as (package, pattern) below the prefix."""
+    """The patterns of the lists of files, as (package, pattern) below the prefix."""
     macros = {"%{_bindir}": "bin", "%{_datadir}": "share", "%{_includedir}": "include", "%{_libdir}": "LIBDIR",
               "%{_mandir}": "share/man", "%{version}": "*"}
     package = None
@@ -36,7 +36,7 @@ def rpm_patterns(spec):
 
 
 def faults(kind, patterns, installed):
-    """What is wrong with `patterns` as those of all packages of a kind."""
+    """The faults of `patterns`, the patterns of all packages of a kind."""
     patterns = list(patterns)
     if not patterns:
         yield f"{kind}: no package has a file"

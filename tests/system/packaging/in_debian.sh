@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# in_debian.sh COMMAND...: runs a command that makes a Debian of its own, where this machine can make one.
+# in_debian.sh COMMAND...: runs a command that makes a Debian system, if this machine can make one.
 set -euo pipefail
 . "$(dirname "$0")/../../support/skip.sh"
 

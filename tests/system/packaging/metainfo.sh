@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# metainfo.sh METAINFO THUMBNAILER: whether appstreamcli finds nothing to say about METAINFO, and whether that names the
-# types which THUMBNAILER handles.
+# metainfo.sh METAINFO THUMBNAILER: checks that appstreamcli accepts METAINFO without a message, and that METAINFO names the
+# types of THUMBNAILER.
 set -euo pipefail
 metainfo=$1 thumbnailer=$2
 export LC_ALL=C.UTF-8

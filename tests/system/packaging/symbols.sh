@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# symbols.sh SOURCES: whether the symbols files of the packages for Debian promise every name that the lists of exports
-# have; and whether that of the kit, which exports no more, promises nothing else.
+# symbols.sh SOURCES: checks that the symbols files of the Debian packages have every name in the lists of exports, and that the
+# file of the kit, which exports nothing else, has no other name.
 set -euo pipefail
 sources=$1
 export LC_ALL=C

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh README SORREL PROGRAM KIT_PROGRAM SAMPLE KIT_SAMPLE: whether the README's output is what the commands print
-# about SAMPLE, and what the program for the kit prints about KIT_SAMPLE is right.
+# check.sh README SORREL PROGRAM KIT_PROGRAM SAMPLE KIT_SAMPLE: checks the README's output against the output of the commands
+# about SAMPLE, and the output of the program for the kit about KIT_SAMPLE.
 set -euo pipefail
 readme=$1 sorrel=$2 program=$3 kit_program=$4 sample=$5 kit_sample=$6
 export LC_ALL=C.UTF-8
@@ -11,7 +11,7 @@ fail() {
     exit 1
 }
 
-# The output of the block that starts with the command $1, up to a line "[...]".
+# shown COMMAND: the output of the block that starts with COMMAND, up to a line "[...]".
 shown() {
     awk -v command="\$ $1" '$0 == command { inside = 1; next } /^```$/ || /^\[\.\.\.\]$/ { inside = 0 } inside' "$readme"
 }

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""commands.py README SAMPLES: whether every command of the README that runs an installed tool prints what stands below it,
-up to a line "[...]". It is run where the packages are that the README speaks of: notes.apk, babel.apk and so on, and all of
-them below shelf. With --update, the README gets what the commands print."""
+"""commands.py README SAMPLES: checks that every command of the README that runs an installed tool prints the lines below it, up
+to a line "[...]". The current directory has the packages of the README, such as notes.apk and babel.apk, and the directory
+shelf with all of them. With --update, the README is rewritten with the output of the commands."""
 
 import os
 import re
@@ -11,7 +11,7 @@ import subprocess
 import sys
 import tempfile
 
-# The README's names for them.
+# The names of the samples in the README.
 PACKAGES = {"notes.apk": "notes.aapt.apk", "babel.apk": "babel.sparse.apk", "gallery.apk": "gallery.aapt2.apk",
             "kiosk.apk": "kiosk.aapt2.apk", "atlas.apk": "atlas.aapt2.apk", "toolbox.apk": "toolbox.aapt2.apk"}
 TOOL = re.compile(r"(^|[| ])sorrel(-thumbnailer)? ")
@@ -19,8 +19,8 @@ CUT = "[...]"
 
 
 def parts(text):
-    """The text as pairs of a command, or none, and lines: what a console prints below a command that runs a tool here, or
-    below another one of such a block, and everything between."""
+    """The text as pairs of a command, or none, and lines: the output below each command of a console, and everything
+    between."""
     command, lines, is_console = None, [], False
     for line in text.splitlines(keepends=True):
         if line.startswith("```"):

@@ -1,12 +1,12 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Opens a page of packages in a browser and uses it as people do.
+"""Opens a page of packages in a browser and uses it as a person does.
 
 catalog_browser.py [--hostile PAGE] [--many PAGE] [--shots DIRECTORY] PAGE
 
-PAGE shows the sample packages. --hostile: a page of packages that mean harm, and --many: one of 2000 packages, whose
-work is counted; make_catalog makes both. --shots: pictures of PAGE are put there.
+PAGE shows the sample packages. --hostile names a page of hostile packages, and --many a page of 2000 packages whose work is
+counted; make_catalog makes both. --shots writes pictures of PAGE to DIRECTORY.
 
-Takes Chromium, its driver and Selenium: Debian's chromium, chromium-driver and python3-selenium.
+Needs Chromium, its driver and Selenium: Debian's chromium, chromium-driver and python3-selenium.
 """
 
 import argparse
@@ -38,7 +38,7 @@ DRIVER = shutil.which("chromedriver")
 BROWSER = shutil.which("chromium")
 ARGUMENTS = argparse.Namespace()
 
-# What a card says, as a reader has it.
+# The facts on a card, as a reader sees them.
 CARDS = """
 return [...document.querySelectorAll(".card")].map((card) => ({
     file: card.querySelector(".file").textContent.split("/").pop(),
@@ -55,7 +55,7 @@ return [...document.querySelectorAll(".card")].map((card) => ({
 
 
 class LoopbackService(Service):
-    """The driver by its address: the name localhost need not resolve."""
+    """Starts the driver by its address, because the name localhost may not resolve."""
 
     @property
     def service_url(self):
@@ -66,7 +66,7 @@ class LoopbackService(Service):
 
 
 def folded(text):
-    """Without case and without marks on letters."""
+    """The text without case and without marks on letters."""
     decomposed = unicodedata.normalize("NFKD", text.casefold())
     return "".join(letter for letter in decomposed if not unicodedata.combining(letter)).replace("ς", "σ")
 
@@ -75,7 +75,7 @@ def start(languages="en-US,en", scripts=True):
     options = Options()
     options.binary_location = BROWSER
     arguments = ["--headless=new", "--disable-gpu", "--hide-scrollbars", "--window-size=1280,1000",
-                 # Names of hosts lead nowhere, so that nothing is loaded.
+                 # Host names do not resolve, so nothing is loaded.
                  "--host-resolver-rules=MAP * ~NOTFOUND", "--disable-dev-shm-usage"]
     if os.geteuid() == 0:
         arguments.append("--no-sandbox")
@@ -107,7 +107,7 @@ class PageTest(unittest.TestCase):
         self.open()
 
     def tearDown(self):
-        # Among them is whatever the policy of the page refused.
+        # The messages include everything that the policy of the page refused.
         self.assertEqual(self.driver.get_log("browser"), [])
 
     def open(self):
@@ -128,14 +128,14 @@ class PageTest(unittest.TestCase):
         return self.driver.find_element(By.ID, name)
 
     def lay_out_everything(self):
-        """What is far from the window, too."""
+        """Also shows the parts of the page that are far from the window."""
         self.run_script("""
             for (const card of document.querySelectorAll(".card"))
                 card.style.contentVisibility = "visible";
         """)
 
     def assert_fits(self, width):
-        """Nothing, folded or not, is wider than the window."""
+        """No element, folded or unfolded, is wider than the window."""
         self.resize(width, 740)
         self.open()
         self.lay_out_everything()
@@ -152,7 +152,7 @@ class PageTest(unittest.TestCase):
             self.assertLessEqual(max(sizes), width + 0.5)
 
     def contrasts(self):
-        """The contrast of each kind of text with what is behind it, as the W3C defines it."""
+        """The contrast of each kind of text with its background, as the W3C defines it."""
         return self.run_script("""
             for (const fold of document.querySelectorAll("details"))
                 fold.open = true;
@@ -215,7 +215,7 @@ class PageTest(unittest.TestCase):
         self.find("search").send_keys(text)
 
     def focused(self):
-        """The number of the focused card among those that are shown, or the id of what else has the focus."""
+        """The number of the focused card among the shown ones, or the id of another focused element."""
         return self.run_script("""
             const shown = [...document.querySelectorAll(".card:not([hidden])")];
             const number = shown.indexOf(document.activeElement);
@@ -306,7 +306,7 @@ class Searching(PageTest):
     def test_case_and_accents_do_not_matter(self):
         for text in ("sprachfuhrer", "SPRACHFÜHRER", "Guia de conversacion", "frasa", "phrasebook"):
             self.assertIn("babel.aapt2.apk", self.assert_finds(text, 1))
-        # Typed up to the middle of a word, the last letter is not the end of it.
+        # In the middle of a word, the last typed letter is not the end of the word.
         for text in ("Σημειώσ", "ΣΗΜΕΙΩΣΕΙΣ", "σημειωσεις"):
             self.assertIn("notes.aapt.apk", self.assert_finds(text, 2))
 
@@ -348,7 +348,7 @@ class Languages(PageTest):
         for language, file, title in (
                 ("", notes, "Notes"), ("de", notes, "Notizen"), ("de-AT", notes, "Notizen (AT)"),
                 ("en-GB", notes, "Jotter"), ("en-US", notes, "Notes US"), ("fr-CA", notes, "Carnet (Canada)"),
-                # A parent, a relative in the same script, and what is for every language.
+                # A parent, a relative in the same script, and the default.
                 ("de-AT", babel, "Sprachführer (AT)"), ("fr-FR", notes, "Carnet"),
                 ("fr-CA", babel, "Guide de conversation"), ("fr", babel, "Guide de conversation"),
                 ("zh-Hant-HK", notes, "筆記"), ("zh-TW", babel, "常用語手冊"), ("en-US", babel, "Phrasebook 🗼"),
@@ -637,12 +637,12 @@ class Hostile(PageTest):
 
 
 class Many(PageTest):
-    """How much work 2000 packages take: nodes that a script changes, and layouts that it asks for on the way."""
+    """The work of 2000 packages: the nodes that a script changes, and the layouts that it requests."""
 
     page = "many"
 
     def work(self, script):
-        """Records of changed nodes, and layouts until the script has run and the page is laid out anew."""
+        """The records of changed nodes, and the layouts until the page is laid out after the script."""
         def layouts():
             metrics = self.driver.execute_cdp_cmd("Performance.getMetrics", {})["metrics"]
             return next(metric["value"] for metric in metrics if metric["name"] == "LayoutCount")

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""What the tests of programs that make thumbnails share: files to make them of, and a look at what was made."""
+"""Shared code of the tests with thumbnail programs: the files, and the check of the thumbnails."""
 
 import hashlib
 import pathlib
@@ -20,7 +20,7 @@ def fail(text):
 
 
 def make_files(samples, directory):
-    """A package and a set of packages, from the sample packages in `samples`; their names take escapes in a URI."""
+    """Makes a package and a set of packages from `samples`, with names that need escapes in a URI."""
     samples, directory = pathlib.Path(samples), pathlib.Path(directory)
     package = directory / "Ä package #1.apk"
     package.write_bytes((samples / "notes.aapt2.apk").read_bytes())
@@ -38,13 +38,13 @@ def content_type(path):
 
 
 def pixels(pixbuf):
-    """Width, height and pixels, each with what makes it opaque."""
+    """Width, height and pixels with alpha."""
     opaque = pixbuf.add_alpha(False, 0, 0, 0)
     return opaque.get_width(), opaque.get_height(), opaque.get_pixels()
 
 
 def check_thumbnail(path, uri, thumbnail, size=SIZE):
-    """Whether the file `thumbnail` shows what the program itself writes for `path`, and names `uri`."""
+    """Checks that the file `thumbnail` has the picture that the program writes for `path`, and the text `uri`."""
     if thumbnail is None or not pathlib.Path(thumbnail).is_file():
         fail(f"there is no thumbnail of {path}")
     program = ["sorrel-thumbnailer", "-s", str(size), str(path), "-"]
@@ -59,12 +59,12 @@ def check_thumbnail(path, uri, thumbnail, size=SIZE):
         fail(f"{thumbnail} is not the picture that the program writes for {path}")
     if found.get_option("tEXt::Thumb::URI") != uri:
         fail(f"{thumbnail} is for {found.get_option('tEXt::Thumb::URI')}, not for {uri}")
-    # Some write parts of a second.
+    # Some programs write fractions of a second.
     modified = int(pathlib.Path(path).stat().st_mtime)
     if int(float(found.get_option("tEXt::Thumb::MTime"))) != modified:
         fail(f"{thumbnail} is not of the time {modified}")
 
 
 def cached(cache, uri, flavor="normal"):
-    """Where the thumbnail of `uri` is by the conventions."""
+    """The path of the thumbnail of `uri` in the conventions."""
     return pathlib.Path(cache) / "thumbnails" / flavor / (hashlib.md5(uri.encode()).hexdigest() + ".png")

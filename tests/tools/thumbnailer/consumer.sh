@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# consumer.sh tumbler|gnome SAMPLES: whether a program that makes thumbnails for desktops finds what is installed, and
-# makes those of a package and of a set of packages with it. SAMPLES is the directory of the sample packages.
+# consumer.sh tumbler|gnome SAMPLES: checks that a thumbnail program of a desktop finds the installed thumbnailer, and makes
+# thumbnails of a package and of a set of packages with it. SAMPLES is the directory of the sample packages.
 set -euo pipefail
 consumer=$1 samples=$2
 . "$(dirname "$0")/desktop.sh"
 . "$tests/../../support/skip.sh"
 
-# The Python that the Debian packages are for.
+# Debian's Python, which has the modules.
 python=/usr/bin/python3
 need $python python3
 # need_module NAME VERSION PACKAGE
@@ -28,10 +28,10 @@ case $consumer in
         need bwrap bubblewrap
         need_sandbox
         need_module GnomeDesktop 3.0 gir1.2-gnomedesktop-3.0
-        # Its sandbox has /usr and little else, so that what is installed is put there, for this command alone.
+        # The sandbox of GNOME has little besides /usr, so the files are mounted there, only for this command.
         export PATH=/usr/local/bin:/usr/bin:/bin XDG_DATA_DIRS=/usr/local/share:/usr/share
         export LD_LIBRARY_PATH=${LD_LIBRARY_PATH/#$prefix//usr/local}
-        # It allows no ptrace() either, which the sanitizer for leaks looks around with.
+        # The sandbox forbids ptrace(), which LeakSanitizer needs.
         export ASAN_OPTIONS=${ASAN_OPTIONS:+$ASAN_OPTIONS:}detect_leaks=0
         bwrap --dev-bind / / --bind "$prefix" /usr/local \
             $python "$tests/gnome.py" "$samples" "$directory/files"

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# For scripts to source: a desktop of its own, that knows what the program's prefix has for desktops and nothing of the
-# user's. Sets $prefix, $program and $directory, which is removed at the end of the script.
+# Other scripts source this file. It sets up a desktop environment with the files of the program's prefix and without those of
+# the user. Sets $prefix, $program and $directory, which is removed at the end of the script.
 
 tests=$(cd "$(dirname "$0")" && pwd)
 . "$tests/../options.sh"
@@ -23,7 +23,7 @@ fail() {
     exit 1
 }
 
-# The database of types is made anew from the installed file, for which it says what is wrong with it.
+# Makes the database of types from the installed file, and prints its faults.
 cp "$prefix/share/mime/packages/sorrel-mime.xml" "$directory/data/mime/packages"
 messages=$(update-mime-database "$directory/data/mime" 2>&1) || fail "update-mime-database fails: $messages"
 [ -z "$messages" ] || fail "update-mime-database says: $messages"

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""gnome.py SAMPLES DIRECTORY: has GNOME's thumbnail factory, which runs programs in a sandbox, make thumbnails of a
-package and of a set of packages, and looks at what is in the cache then."""
+"""gnome.py SAMPLES DIRECTORY: makes thumbnails of a package and of a set of packages with GNOME's thumbnail factory, which runs
+programs in a sandbox, and checks the files in the cache."""
 
 import os
 import sys

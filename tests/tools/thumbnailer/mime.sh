@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# mime.sh PACKAGE: whether the installed types are XML that the tools take, are found by the names of files, are handled
-# by the thumbnailer, and leave other archives what they are. PACKAGE is any package.
+# mime.sh PACKAGE: checks that the tools accept the XML of the installed types, that file names lead to these types, that the
+# thumbnailer handles them, and that other archives keep their types. PACKAGE is any package.
 set -euo pipefail
 package=$1
 . "$(dirname "$0")/desktop.sh"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# sandbox.sh SAMPLE: whether the program makes a thumbnail of SAMPLE, a package, in a sandbox without a network, as a
-# user of no privileges, with an empty environment, and with nothing to write to but the output file.
+# sandbox.sh SAMPLE: checks that the program makes a thumbnail of the package SAMPLE in a sandbox: without a network, as a user
+# without privileges, with an empty environment, and with only the output file to write to.
 set -euo pipefail
 sample=$1
 export LC_ALL=C.UTF-8
@@ -20,15 +20,15 @@ fail() {
     exit 1
 }
 
-# The system, and the program where it is installed, as they are.
+# The system and the installed program, read only.
 system=(--ro-bind /usr /usr --ro-bind-try /etc/ld.so.cache /etc/ld.so.cache --ro-bind "$prefix" "$prefix")
 for path in /bin /lib /lib32 /lib64; do
     [ ! -L $path ] || system+=(--symlink "$(readlink "$path")" "$path")
     [ -L $path ] || [ ! -d $path ] || system+=(--ro-bind "$path" "$path")
 done
 
-# sandbox INPUT ARGUMENT...: runs a command where the file INPUT is /in/package.apk, read only, and $directory/icon.png
-# is /out/icon.png; further arguments for bwrap are in $more.
+# sandbox INPUT ARGUMENT...: runs a command with the file INPUT as /in/package.apk, read only, and $directory/icon.png as
+# /out/icon.png. $more has further arguments for bwrap.
 more=()
 sandbox() {
     local input=$1
@@ -42,7 +42,7 @@ sandbox() {
 "$program" "$sample" "$directory/expected.png"
 [ -s "$directory/expected.png" ] || fail "the program writes nothing without a sandbox"
 
-# The sandbox is one.
+# The sandbox works.
 : > "$directory/icon.png"
 for path in /x /in/x /in/package.apk /out/x /dev/x /tmp/x "$prefix/x" /usr/x; do
     ! sandbox "$sample" /bin/sh -c ': >> "$0"' "$path" 2>/dev/null || fail "$path can be written to in the sandbox"
@@ -54,7 +54,7 @@ cmp "$directory/icon.png" "$directory/expected.png" || fail "the program writes 
 sandbox "$sample" "$program" file:///in/package.apk /out/icon.png || fail "the program takes no URI in the sandbox"
 cmp "$directory/icon.png" "$directory/expected.png" || fail "the program writes another picture for a URI"
 
-# Where it may write, it writes nothing.
+# The program writes nothing to a writable directory.
 mkdir "$directory/scratch"
 more=(--bind "$directory/scratch" /scratch --chdir /scratch --setenv HOME /scratch --setenv TMPDIR /scratch
     --setenv XDG_CACHE_HOME /scratch --setenv XDG_CONFIG_HOME /scratch --setenv XDG_RUNTIME_DIR /scratch)
@@ -65,7 +65,7 @@ sandbox "$sample" "$program" /in/package.apk icon.png || fail "the program fails
 cmp "$directory/scratch/icon.png" "$directory/expected.png" \
     || fail "the program writes another picture in its directory"
 
-# A package that cannot be read leaves what was there.
+# A package that cannot be read leaves the old file.
 more=()
 echo "no package" > "$directory/bad.apk"
 status=0

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""tumbler.py SAMPLES DIRECTORY: asks tumbler, on the session's bus, for thumbnails of a package and of a set of
-packages, as a file manager does, and looks at what is in the cache then."""
+"""tumbler.py SAMPLES DIRECTORY: requests thumbnails of a package and of a set of packages from tumbler on the session bus, as a
+file manager does, and checks the files in the cache."""
 
 import os
 import sys

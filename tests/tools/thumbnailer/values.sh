@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# values.sh: whether Bash, Zsh and fish offer the values of the program's options, each of which the program takes, and
-# packages by the names of their files.
+# values.sh: checks that Bash, Zsh and fish offer the values of the program's options and the names of packages, and that the
+# program accepts these values.
 set -euo pipefail
 export LC_ALL=C.UTF-8 TERM=dumb
 tests=$(cd "$(dirname "$0")/.." && pwd)
@@ -31,7 +31,7 @@ for shell in bash fish zsh; do
         grep -qE "(^|/)$file\$" <<<"$files" || { echo "$shell does not offer $file" >&2; status=1; }
     done
 done
-# A value is looked at before the file, which is missing.
+# The program checks a value before the missing file.
 for shape in circle none rounded squircle; do
     code=0
     sorrel-thumbnailer --shape $shape missing.apk icon.png 2>/dev/null || code=$?

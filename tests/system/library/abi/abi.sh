@@ -1,10 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# abi.sh LIBRARY BASELINE HEADERS...: whether programs that were linked with the library of BASELINE go on with LIBRARY: every
-# operation that the headers declare is still there, and every type that they show is laid out as before. What was added is
-# no matter. LIBRARY has debug information.
-# With --update, BASELINE is written anew.
-# A baseline names the Qt and the processor that it is for; without one for this machine's, the test is skipped.
+# abi.sh LIBRARY BASELINE HEADERS...: checks that programs linked with the library of BASELINE run with LIBRARY: every operation in
+# the headers still exists, and every type in them has the same layout. Additions are allowed. LIBRARY has debug information.
+# With --update, BASELINE is written again.
+# A baseline names its Qt and its processor. Without a baseline for this machine, the test is skipped.
 set -euo pipefail
 . "$(dirname "$0")/../../../support/skip.sh"
 update=
