@@ -49,7 +49,7 @@ class Extractor;
  * An attribute whose name has a known resource id is in the Android namespace under the name that belongs to the id,
  * whatever name and namespace the record gives: tools that shrink packages empty the names.
  */
-class SORREL_EXPORT XmlLoader
+class XmlLoader
 {
 public:
     /// Elements nested deeper are refused: Qt copies, frees and prints a DOM by recursion, on the host's stack.
@@ -65,7 +65,7 @@ public:
     static constexpr int MaxNameCharacters = 1 << 22;
 
     /// A loader for one document.
-    XmlLoader();
+    SORREL_EXPORT XmlLoader();
 
     /**
      * Decodes the document that starts at the reader's position; only the first chunk is read. @p resources renders
@@ -74,19 +74,19 @@ public:
      * element", and for the ceilings above "elements nested too deeply", "too many attributes in XML element", "too
      * many nodes in XML document", "too long name in XML document" and "too long names in XML document".
      */
-    void load(Extractor *reader, const ApkResources &resources);
+    SORREL_EXPORT void load(Extractor *reader, const ApkResources &resources);
 
     /// The document decoded last. QDomDocument copies share their tree.
     QDomDocument document() const { return m_document; }
 
     /// The steps of load(): one chunk with all that is nested in it, and the bodies of three kinds of chunk.
-    void parseChunk();
-    void parseNamespaceChunk(bool start);
-    void parseStartElementChunk();
-    void parseEndElementChunk();
+    SORREL_EXPORT void parseChunk();
+    SORREL_EXPORT void parseNamespaceChunk(bool start);
+    SORREL_EXPORT void parseStartElementChunk();
+    SORREL_EXPORT void parseEndElementChunk();
 
     /// Name of the well-known Android attribute with the resource id @p id ("label"), or null for any other id.
-    static const char *lookupAndroidAttribute(int id);
+    SORREL_EXPORT static const char *lookupAndroidAttribute(int id);
 
 private:
     Q_DISABLE_COPY(XmlLoader)

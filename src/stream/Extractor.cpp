@@ -5,12 +5,17 @@
 
 #include <cstring>
 #include <limits>
+#include <tuple>
 
 namespace {
 
 constexpr int Unbounded = std::numeric_limits<int>::max();
 constexpr int SkipBufferSize = 4096;
 constexpr int FirstArrayStep = 1 << 20;
+
+// A pointer to an inline function keeps it among the library's symbols.
+[[gnu::used]] constexpr auto exportedInline = std::make_tuple(&Extractor::failed, &Extractor::get8, &Extractor::get16,
+                                                              &Extractor::get32, &Extractor::skip, &Extractor::skip64);
 
 QString chunkTooShort()
 {

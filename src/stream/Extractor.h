@@ -40,9 +40,9 @@ class QIODevice;
  * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
  * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
  *
- * What decoders call for every field is inline. [[gnu::used]] keeps such a function among the library's symbols.
+ * Operations with SORREL_EXPORT are visible to programs; those that decoders call for every field are inline as well.
  */
-class SORREL_EXPORT Extractor
+class Extractor
 {
 public:
     /// How often a skip of a negative length is obeyed. No file that a build tool makes asks for one.
@@ -59,16 +59,16 @@ public:
      * touch it when it is destroyed. Within a region, a sequential device may be at an earlier byte than the reader;
      * it is at the same byte when the outermost region is closed, and after release().
      */
-    explicit Extractor(QIODevice *device);
+    SORREL_EXPORT explicit Extractor(QIODevice *device);
 
     /// Starts anew on @p device: no error, position 0, no boundary. The device before is left where it is.
-    void setDevice(QIODevice *device);
+    SORREL_EXPORT void setDevice(QIODevice *device);
 
     /// Leaves a sequential device behind the bytes that were consumed, also while a region is open.
     void release() { m_source.release(); }
 
-    void setError(const QString &text);
-    [[gnu::used]] SORREL_EXPORT bool failed() const { return !m_error->isEmpty(); }
+    SORREL_EXPORT void setError(const QString &text);
+    SORREL_EXPORT bool failed() const { return !m_error->isEmpty(); }
 
     /// The oddities of what was read since the device was set.
     Diagnostics &diagnostics() { return m_diagnostics; }
@@ -77,17 +77,17 @@ public:
     /// The recorded error alone; empty without one.
     QString fault() const { return *m_error; }
     /// The recorded error, then ": " and the device's own error text, which a QIODevice practically always has.
-    QString errorString() const;
+    SORREL_EXPORT QString errorString() const;
 
     /**
      * Where texts given to setError() are kept. One who may outlive the reader holds this weakly, and finds it gone
      * with the reader.
      */
-    QWeakPointer<QString> errorSink() const;
+    SORREL_EXPORT QWeakPointer<QString> errorSink() const;
 
-    [[gnu::used]] SORREL_EXPORT qint8 get8() { return getInteger<qint8>(); }
-    [[gnu::used]] SORREL_EXPORT qint16 get16() { return getInteger<qint16>(); }
-    [[gnu::used]] SORREL_EXPORT qint32 get32() { return getInteger<qint32>(); }
+    SORREL_EXPORT qint8 get8() { return getInteger<qint8>(); }
+    SORREL_EXPORT qint16 get16() { return getInteger<qint16>(); }
+    SORREL_EXPORT qint32 get32() { return getInteger<qint32>(); }
 
     /**
      * Consumes @p count bytes. A negative count moves the position back, but gives a sequential device nothing back:
@@ -96,9 +96,9 @@ public:
      * On a random-access device the seek goes to the old position plus twice the count. This is kept on purpose, for
      * compatibility; members of an archive are sequential and never take that branch.
      */
-    [[gnu::used]] SORREL_EXPORT void skip(int count) { skip64(count); }
+    SORREL_EXPORT void skip(int count) { skip64(count); }
     /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
-    [[gnu::used]] SORREL_EXPORT void skip64(qint64 count)
+    SORREL_EXPORT void skip64(qint64 count)
     {
         if (count > 0 && isAtHand(count))
             take(int(count));
@@ -122,9 +122,9 @@ public:
      * An array read; the argument counts bytes, not elements. Memory grows with what the device delivers: when it ran
      * short by more than MaxZeroTail bytes, the array ends that many after them.
      */
-    QVector<quint8> getu8_vector(int byteCount);
-    QVector<quint16> getu16_vector(int byteCount);
-    QVector<quint32> getu32_vector(int byteCount);
+    SORREL_EXPORT QVector<quint8> getu8_vector(int byteCount);
+    SORREL_EXPORT QVector<quint16> getu16_vector(int byteCount);
+    SORREL_EXPORT QVector<quint32> getu32_vector(int byteCount);
     /// As getu8_vector(), without the zeros at the end.
     QByteArray getBytes(int byteCount);
 
@@ -132,7 +132,7 @@ public:
      * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
      * that were read: fewer than @p count only when a fault was recorded.
      */
-    QVector<qint32> get32s(int count);
+    SORREL_EXPORT QVector<qint32> get32s(int count);
     /// The same into @p values, which have room for as many. Returns how many were read.
     int get32s(qint32 *values, int count);
 
@@ -140,11 +140,11 @@ public:
      * Opens a region of @p length bytes from here; nothing is read past its end until it is closed. One that would
      * end after the enclosing region records a fault, and is opened as wide as it claims to be.
      */
-    void pushBoundary(int length);
+    SORREL_EXPORT void pushBoundary(int length);
     /// pushBoundary() for a computed length, which may be out of the range of 32 bits, and then is out of bounds.
-    void pushBoundary64(qint64 length);
+    SORREL_EXPORT void pushBoundary64(qint64 length);
     /// Consumes what is left of the innermost region, and closes it. There must be one.
-    void popBoundary();
+    SORREL_EXPORT void popBoundary();
 
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
     qint64 remaining() const { return qint64(boundary) - position; }

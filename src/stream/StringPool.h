@@ -38,15 +38,15 @@ class Extractor;
  * no more memory than the chunk's data does. Strings may stand within each other, up to a ceiling: no tool writes such
  * a pool, and decoding one would multiply its data. Const operations only read.
  */
-class SORREL_EXPORT StringPool
+class StringPool
 {
 public:
     /// How many times the data the strings at distinct places may be, all together, when they are more than a little.
     static constexpr int MaxOverlap = 2;
 
     /// An empty pool; @p name is for error texts alone.
-    explicit StringPool(const QString &name);
-    void setName(const QString &name);
+    SORREL_EXPORT explicit StringPool(const QString &name);
+    SORREL_EXPORT void setName(const QString &name);
 
     /**
      * Reads a pool whose chunk header has just been read, within the boundary that was pushed for it; @p headerSize is
@@ -54,7 +54,7 @@ public:
      * one of the reader's own, "string pool contains bad count" (a negative one), "string pool contains bad index" (an
      * offset outside the data), "string extends past stringblock end" or "strings overlap in string pool".
      */
-    void load(Extractor *reader, int headerSize);
+    SORREL_EXPORT void load(Extractor *reader, int headerSize);
 
     /// Number of strings.
     int count() const { return int(m_offsets.size()); }
@@ -64,23 +64,23 @@ public:
      * reader that the pool was loaded through, while that exists. With SORREL_ASSERTIONS, a negative index is asserted
      * against: some documents have one.
      */
-    QString get(int index) const;
+    SORREL_EXPORT QString get(int index) const;
 
     /// Place of the string at @p index, from 0 to count() - 1, in the pool's data: two strings at one place are equal.
     qint32 offsetAt(int index) const { return m_offsets.at(index); }
 
     /// Index of the first string that equals @p text, or -1. Takes time in proportion to the pool.
-    int find(const QString &text) const;
+    SORREL_EXPORT int find(const QString &text) const;
 
     /**
      * The text of a typed value (see ResourceTypes) outside any table: a reference is only marked as one. Colours,
      * hexadecimal numbers and unknown types with the top bit set print with eight more digits f in front, and
      * dimensions and fractions as their data word; both are kept on purpose.
      */
-    QString valueToString(int type, int data) const;
+    SORREL_EXPORT QString valueToString(int type, int data) const;
 
     /// Drops the strings; the name stays.
-    void clear();
+    SORREL_EXPORT void clear();
 
 private:
     /// A string's text within the data: in bytes or units, by the encoding.

@@ -29,21 +29,21 @@ class Extractor;
  *
  * A plain value. 0 in a field means any; fields hold what was read, sign-extended from their width.
  */
-class SORREL_EXPORT ResourceConfig
+class ResourceConfig
 {
 public:
     /**
      * Reads a record at the reader's position, and consumes all of it. Fields that the record is too short for are 0,
      * and all are when the reader had failed by the time the size was read.
      */
-    void load(Extractor *reader);
+    SORREL_EXPORT void load(Extractor *reader);
 
     /**
      * The locale: language in lower case, then "-" and the country in upper case when there is one ("de", "pt-BR"). A
      * null string without a language. Languages of three letters, which the format packs into these two bytes, come
      * out garbled.
      */
-    QString locale() const;
+    SORREL_EXPORT QString locale() const;
 
     /**
      * The qualifiers as resource directories have them ("en-rUS-land-hdpi"), in the order of Android's directory
@@ -51,10 +51,10 @@ public:
      * default configuration. A density of 0xffff that was read is -1, and prints nothing instead of "nodpi"; this is
      * kept on purpose.
      */
-    QString toString() const;
+    SORREL_EXPORT QString toString() const;
 
     /// Whether every field is equal.
-    bool operator==(const ResourceConfig &other) const;
+    SORREL_EXPORT bool operator==(const ResourceConfig &other) const;
 
     int mcc = 0;
     int mnc = 0;

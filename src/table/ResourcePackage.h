@@ -60,7 +60,7 @@ class Extractor;
  * Entries are read in the order in which they stand, so that each must be listed in the offset array, and nothing may
  * stand between two of them. A value type: copies are independent. The const operations only read.
  */
-class SORREL_EXPORT ResourcePackage
+class ResourcePackage
 {
 public:
     /// Characters of a type's name, which is part of every reference text.
@@ -70,7 +70,7 @@ public:
     /// Values of one resource, one for each configuration that has any.
     static constexpr int MaxValues = 1 << 16;
 
-    ResourcePackage();
+    SORREL_EXPORT ResourcePackage();
 
     /**
      * Reads a package whose chunk header has just been read, within the boundary that was pushed for it. Faults are
@@ -79,19 +79,21 @@ public:
      * for the ceilings above "too long type name in resource table", "too many values in package" and "too many values
      * of one resource".
      */
-    void load(Extractor *reader, int headerSize);
+    SORREL_EXPORT void load(Extractor *reader, int headerSize);
 
     QString name() const { return m_name; }
     /// The package id; -1 before load().
     int id() const { return m_id; }
 
     /// Text of the resource id @p ref, as ApkResources::refToString() answers it for a resource of this package.
-    QString refToString(int ref) const;
+    SORREL_EXPORT QString refToString(int ref) const;
 
     /// The lookups of ApkResources, for the entry with index @p entry of the type named @p type. @p res renders values.
-    QStringList lookupAll(const QString &type, int entry, const ApkResources &res) const;
-    QMap<QString, QString> lookupAllByConfig(const QString &type, int entry, const ApkResources &res) const;
-    QMap<QString, QString> lookupByLocale(const QString &type, int entry, const ApkResources &res, int depth) const;
+    SORREL_EXPORT QStringList lookupAll(const QString &type, int entry, const ApkResources &res) const;
+    SORREL_EXPORT QMap<QString, QString> lookupAllByConfig(const QString &type, int entry,
+                                                           const ApkResources &res) const;
+    SORREL_EXPORT QMap<QString, QString> lookupByLocale(const QString &type, int entry, const ApkResources &res,
+                                                        int depth) const;
 
     /// The id of the first type with the name @p type; 0 when there is none.
     int typeId(const QString &type) const { return int(m_typeNames.indexOf(type)) + 1; }
@@ -101,9 +103,9 @@ public:
     const ResourceConfig &config(const ResourceEntry &value) const { return m_configs.at(value.configIndex()); }
 
     /// The steps of load(): one chunk within the package, one type chunk after its header, one entry of it.
-    void parseChunk();
-    void parseTypeChunk(int headerSize);
-    void parseEntry(int typeId, int entryIndex, int configIndex);
+    SORREL_EXPORT void parseChunk();
+    SORREL_EXPORT void parseTypeChunk(int headerSize);
+    SORREL_EXPORT void parseEntry(int typeId, int entryIndex, int configIndex);
 
 private:
     struct ByBytes {

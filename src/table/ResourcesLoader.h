@@ -21,7 +21,7 @@ class Extractor;
  *
  * Only the first chunk of the device is read. It may as well be a pool or a package, and tables may be nested.
  */
-class SORREL_EXPORT ResourcesLoader
+class ResourcesLoader
 {
 public:
     /// Packages of one table; a resource id has a byte for the package's.
@@ -34,10 +34,10 @@ public:
      * `valid` as it was, which is kept on purpose, and is told on Qt's debug log. What was read before it stays.
      * Besides those of the reader, pools and packages: "too many packages in resource table".
      */
-    void load(ApkResourcesData *data, Extractor *reader);
+    SORREL_EXPORT void load(ApkResourcesData *data, Extractor *reader);
 
     /// The step of load(): one chunk with all that is nested in it.
-    void parseChunk();
+    SORREL_EXPORT void parseChunk();
 
 private:
     Q_DISABLE_COPY(ResourcesLoader)
