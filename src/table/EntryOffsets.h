@@ -41,11 +41,8 @@ public:
     }
 
 private:
-    void appendGroup(const qint32 *offsets, int count);
     int search(qint64 offset);
 
-    int m_read = 0;                            ///< offsets that were read
-    int m_count = 0;                           ///< of these, entries that have one
     QVarLengthArray<EntryOffset, 128> m_items; ///< by offset, then by entry
     int m_next = 0;                            ///< the item after the one found last
 };

@@ -6,11 +6,11 @@
 
 #include <vector>
 
-/// One stored value of a resource: the value that it has in one configuration.
+/// The value of a resource in one configuration.
 class ResourceEntry
 {
 public:
-    /// Number of configurations that a value can be told to have one of.
+    /// Configurations of a package at most: an index has 24 bits, one of them for the sign.
     static constexpr int MaxConfigs = 1 << 23;
 
     ResourceEntry() = default;
@@ -24,7 +24,7 @@ public:
     int entryIndex() const { return m_entryIndex; }
     /// Index of the configuration among the package's distinct ones.
     int configIndex() const { return m_configAndType >> 8; }
-    /// ResourceTypes::ValueType, sign-extended from 8 bits.
+    /// One of ValueType, sign-extended from 8 bits.
     int dataType() const { return qint8(m_configAndType & 0xff); }
     /// The data word.
     int data() const { return m_data; }
@@ -36,14 +36,14 @@ private:
 };
 
 /**
- * The simple values of a package: for each resource those of its configurations, in the order of the file. A value takes
- * 12 bytes, where the file has 20 for it. Values are appended, then sorted, then looked up. A value type: copies
- * are independent. The const operations only read.
+ * The simple values of a package: for each resource the values of its configurations, in the order of the file. A value
+ * takes 12 bytes here and 20 in the file. Values are appended, then sorted, then looked up. A value type: copies are
+ * independent. The const operations only read.
  */
 class ResourceValues
 {
 public:
-    /// Type ids are signed bytes. What is given for one below 1 is dropped, as no lookup finds it.
+    /// Type ids are signed bytes. Values of a type below 1 are counted and dropped, because no lookup finds them.
     static constexpr int LargestTypeId = 0x7f;
 
     /// Consecutive values in the storage.
@@ -56,66 +56,29 @@ public:
 
     ResourceValues() : m_types(LargestTypeId + 1) {}
 
-    /// Makes room for @p count values of a type, which come next. Those of a type that mostly come together are sorted
-    /// when another type's begin, so that what they took on the way serves those.
+    /// Makes room for @p count more values of a type.
     void reserve(int typeId, int count);
     void append(int typeId, const ResourceEntry &value)
     {
         ++m_count;
         if (typeId > 0)
-            m_types[size_t(typeId)].append(value);
+            m_types[size_t(typeId)].push_back(value);
     }
     /// Number of values that were appended.
     int count() const { return m_count; }
 
-    /// Brings the values in the order in which they are looked up; each type takes time in proportion to its values.
+    /// Brings the values into the order of the lookups; each type takes time in proportion to its values.
     void sort();
 
-    /// Whether a resource has more than @p count values. Precondition: they are sorted.
+    /// Whether a resource has more than @p count values. Precondition: the values are sorted.
     bool hasResourceOfMoreThan(int count) const;
     /// The values of the resource with the index @p entry of a type, in the order of the file. Precondition: sorted.
     Range values(int typeId, int entry) const;
 
 private:
-    using Block = std::vector<ResourceEntry>;
-
-    class Values
-    {
-    public:
-        void append(const ResourceEntry &value)
-        {
-            if (m_blocks.empty())
-                m_blocks.emplace_back();
-            Block &block = m_blocks.back();
-            m_isSorted = m_isSorted && value.entryIndex() >= m_largest;
-            m_isSortedByBlock = m_isSortedByBlock && (block.empty() || value.entryIndex() >= block.back().entryIndex());
-            m_smallest = qMin(m_smallest, value.entryIndex());
-            m_largest = qMax(m_largest, value.entryIndex());
-            block.push_back(value);
-            ++m_appended;
-        }
-        void reserve(size_t count);
-        void sort();
-        void sortWhenMostAreNew();
-
-        const Block &sorted() const { return m_sorted; }
-
-    private:
-        Block sortedByCounting(size_t count) const;
-        template <typename Visit>
-        void visitInTiles(size_t count, const Visit &visit) const;
-
-        Block m_sorted;              ///< the values of an earlier sort()
-        std::vector<Block> m_blocks; ///< those that were appended since
-        size_t m_appended = 0;       ///< number of those
-        bool m_isSorted = true;      ///< all of them together
-        bool m_isSortedByBlock = true;
-        int m_smallest = 0; ///< of the entry indices, and 0
-        int m_largest = 0;
-    };
+    using Values = std::vector<ResourceEntry>;
 
     std::vector<Values> m_types; ///< by type id
-    int m_lastType = 0;          ///< of which values were appended
     int m_count = 0;
 };
 
