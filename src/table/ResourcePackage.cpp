@@ -16,7 +16,6 @@ namespace {
 
 using Layout = ResourceTable::Package;
 
-constexpr qint64 LargestMap = 1 << 14; ///< that may be at hand
 constexpr int LargestNamedTypeId = 0xff;
 
 static_assert(Extractor::MaxRegions < ResourceEntry::MaxConfigs, "each configuration takes a region of its own");
@@ -112,7 +111,7 @@ void ResourcePackage::parseTypeChunk(int headerSize)
                      int(qBound(qint64(0), m_reader->remaining() / EntryView::SimpleSize, qint64(offsets.count()))));
     const int base = m_reader->position;
     while (m_reader->remaining() >= 1 && !m_reader->failed()) {
-        parseEntriesAtHand(typeId, offsets, base, configIndex);
+        parseSimpleEntries(typeId, offsets, base, configIndex);
         if (m_reader->remaining() < 1)
             break;
         const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
@@ -124,27 +123,21 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     }
 }
 
-// The entries from here that are at hand as a whole, as nearly all are. What this stops before is left to parseEntry(),
-// which says what the fields are.
-void ResourcePackage::parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex)
+// Reads the simple entries from here that are in memory as a whole, as nearly all are: field by field, parseEntry() takes
+// three times as long. Stops at any other entry.
+void ResourcePackage::parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex)
 {
-    static_assert(EntryView::SimpleSize == EntryView::MapHeaderSize,
-                  "one look shows the kind of an entry and all that matters");
     while (const char *entry = m_reader->atHand(EntryView::SimpleSize)) {
-        const int size = qFromLittleEndian<qint16>(entry);
-        const int last = qFromLittleEndian<qint32>(entry + 12); // the data, or the number of items
-        const bool isMap = (qFromLittleEndian<qint16>(entry + 2) & EntryView::MapFlag) != 0;
-        const qint64 wholeSize = isMap ? size + qint64(last) * EntryView::ItemSize : EntryView::SimpleSize;
-        const bool isUsual = isMap ? size >= EntryView::MapHeaderSize && last >= 0 && wholeSize <= LargestMap
-                                   : size == EntryView::HeaderSize && m_values.count() < MaxEntries;
-        if (!isUsual || m_reader->atHand(int(wholeSize)) == nullptr)
+        const bool isMap = (qFromLittleEndian<quint16>(entry + 2) & EntryView::MapFlag) != 0;
+        if (isMap || qFromLittleEndian<quint16>(entry) != EntryView::HeaderSize || m_values.count() == MaxEntries)
             return;
         const int entryIndex = offsets.entryAt(qint64(m_reader->position) - base);
         if (entryIndex < 0)
             return;
-        if (!isMap)
-            m_values.append(typeId, {entryIndex, configIndex, qint8(entry[11]), last});
-        m_reader->take(int(wholeSize));
+        const char *value = entry + EntryView::HeaderSize;
+        const int data = qFromLittleEndian<qint32>(value + TypedValue::DataAt);
+        m_values.append(typeId, {entryIndex, configIndex, qint8(value[TypedValue::TypeAt]), data});
+        m_reader->take(EntryView::SimpleSize);
     }
 }
 

@@ -116,7 +116,7 @@ private:
     };
 
     void parseStringPool(int headerSize);
-    void parseEntriesAtHand(int typeId, EntryOffsets &offsets, int base, int configIndex);
+    void parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex);
     void store(int typeId, const ResourceEntry &value);
     int indexOfConfig(const ResourceConfig &config);
     void sortValues();
