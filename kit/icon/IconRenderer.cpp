@@ -5,6 +5,7 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
+#include "format/Budget.h"
 #include "icon/IconErrorTable.h"
 #include "package/IconFileLookup.h"
 
@@ -72,7 +73,7 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
     loader.setIconMask(mask);
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
     QImage image = isPicture ? QImage() : drawn(best, loader, size);
-    Allowance steps(IconFileLookup::MaxSteps);
+    Budget steps(ResourceResolver::MaxWork, 0);
     if (image.isNull())
         image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), loader, size);
     if (image.isNull())

@@ -11,12 +11,12 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     if (known != m_texts.cend())
         return *known;
     Texts texts;
-    if (!m_steps.spend(m_resolver.steps(id)))
+    if (!m_budget.spendWork(m_resolver.work(id)))
         return *m_texts.insert(id, texts);
     QSet<QString> keys;
-    // Best first: of the values for one language, the first counts.
+    // The best values come first, so the first one counts for each language.
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
-        if (!m_steps.spend(StepsPerValue))
+        if (!m_budget.spendWork(TagWork))
             break;
         const LanguageTag tag(value.languageTag);
         const QString key = tag.toString();
@@ -34,17 +34,19 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
 {
     for (int depth = 0; depth < ResourceResolver::MaxDepth; ++depth) {
         const Texts &candidates = texts(id);
-        if (!m_steps.spend(StepsPerChoice + StepsPerRelative * qint64(candidates.chooser.relatives(wanted))))
+        if (!m_budget.spendWork(ChoiceWork + ChoiceWork * candidates.chooser.relatives(wanted)))
             return std::nullopt;
         const int number = candidates.chooser.best(wanted);
         if (number < 0)
             return std::nullopt;
         const TypedValue &value = candidates.values.at(number).value;
         if (!value.isReference()) {
-            // One character more than may be shows that there is one.
-            const int longest = int(qMin(m_steps.left() + 1, qint64(ResourceTable::MaxStringLength)));
+            // One character above the limit shows that the text is too long.
+            const int longest = int(qMin(m_budget.workLeft() + 1, qint64(ResourceTable::MaxStringLength)));
             const QString text = ResourceResolver::withText(candidates.values.at(number), longest).plainText();
-            return m_steps.spend(text.size()) ? std::optional<QString>(text) : std::nullopt;
+            const bool hasRoom = m_budget.spendWork(Budget::ByteWork * text.size())
+                                 && m_budget.holdBytes(qint64(sizeof(QChar)) * text.size());
+            return hasRoom ? std::optional<QString>(text) : std::nullopt;
         }
         id = value.data;
     }
@@ -63,7 +65,7 @@ QVector<LanguageTag> LabelLookup::languages(quint32 id)
             continue;
         visited.insert(next);
         const Texts &candidates = texts(next);
-        if (!m_steps.spend(StepsPerChoice + StepsPerValue * qint64(candidates.tags.size())))
+        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.tags.size()))
             break;
         for (int i = 0; i < candidates.tags.size(); ++i) {
             const QString key = candidates.tags.at(i).toString();

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_LABELLOOKUP_H
 #define SORRELKIT_LABELLOOKUP_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "format/XmlElement.h"
 #include "language/LanguageTag.h"
 #include "language/LocaleChooser.h"
@@ -17,40 +17,43 @@
 namespace SorrelKit {
 
 /**
- * Resolves texts of the manifest in every language that a package is there in. A text may be a reference, whose value in
- * one language is a reference again: each is looked up in the language that the user has, as on a device, so that every
- * language gets the text that a device in this language shows.
+ * Resolves texts of the manifest in every language of a package. A text may be a reference, and its value in one language
+ * may be a reference again. Each is looked up in the user's language, as on a device, so every language gets the text
+ * that a device in this language shows.
  *
- * What one object may look at is limited, for all of its lookups together, as a table may have any number of values.
+ * All lookups of one object share a budget, as a table may have any number of values.
  */
 class LabelLookup
 {
 public:
-    /// What the lookups of a package's labels may take, once for each launcher, of which each has an equal part: a type
-    /// chunk that is looked into and a character of a text count one each, and one more is some 50 ns of anything else.
-    static constexpr qint64 MaxSteps = 1 << 22;
-    static constexpr int StepsPerValue = 32;
-    static constexpr int StepsPerChoice = 64;
-    static constexpr int StepsPerRelative = 64;
-    /// Languages of one text at most, in the order of the table. Packages have up to a hundred.
+    /// The budget for the labels of all launchers of a package; each launcher has an equal part. The bytes are those of the
+    /// texts.
+    static constexpr qint64 MaxWork = 1 << 26;
+    static constexpr qint64 MaxBytes = 8 << 20;
+    /// The work that a value costs, whose language tag is taken apart, and the work of choosing a value for a language,
+    /// once and for each value in the same language.
+    static constexpr qint64 TagWork = 512;
+    static constexpr qint64 ChoiceWork = 1024;
+    /// Languages of one text, in the order of the table. Packages have up to a hundred.
     static constexpr int MaxLanguages = 1024;
 
-    /// @p resolver outlives this object. As many others as make up @p launcherCount share what lookups may take.
+    /// @p resolver outlives this object. The budget is the part of one launcher among @p launcherCount.
     explicit LabelLookup(const ResourceResolver &resolver, int launcherCount = 1)
-        : m_resolver(resolver), m_steps(MaxSteps / qMax(1, launcherCount))
+        : m_resolver(resolver), m_budget(MaxWork / qMax(1, launcherCount), MaxBytes / qMax(1, launcherCount))
     {
     }
 
-    /// The text of @p attribute by language tag: those that some resource on the way has a value for, and the empty one
-    /// for all others. Empty when the attribute is missing or refers to nothing; incomplete when a limit is reached.
+    /// The text of @p attribute by language tag: one for each language in which a resource of the chain has a value, and
+    /// with the empty tag, the one for all other languages. Empty when the attribute is missing or refers to nothing;
+    /// incomplete when the budget is spent.
     QMap<QString, QString> labels(const XmlAttribute *attribute);
     /// The text of @p attribute in the language @p wanted; empty when there is none.
     QString label(const XmlAttribute *attribute, const LanguageTag &wanted);
-    /// Whether a limit was reached.
-    bool isSpent() const { return m_steps.isSpent(); }
+    /// Whether something did not fit in the budget.
+    bool isSpent() const { return m_budget.isSpent(); }
 
 private:
-    /// The values of a resource by language, the best of each.
+    /// The values of a resource by language; the best one for each.
     struct Texts {
         QVector<LanguageTag> tags;
         QVector<ResolvedValue> values; ///< for each tag
@@ -62,7 +65,7 @@ private:
     QVector<LanguageTag> languages(quint32 id);
 
     const ResourceResolver &m_resolver;
-    Allowance m_steps;
+    Budget m_budget;
     QHash<quint32, Texts> m_texts;
 };
 

@@ -15,8 +15,8 @@ QVector<IconFileLookup::File> IconFileLookup::files(const ResolvedValue &icon)
     if (known != m_ofResources.cend())
         return *known;
     QVector<File> files;
-    for (const ResolvedValue &candidate : candidates(icon, m_resolver, &m_steps)) {
-        const Kind &kind = kindOf(candidate.text);
+    for (const ResolvedValue &candidate : candidates(icon, m_resolver, &m_budget)) {
+        const Kind kind = kindOf(candidate.text);
         File file;
         file.path = candidate.text;
         file.density = candidate.density;
@@ -31,7 +31,7 @@ QVector<IconFileLookup::File> IconFileLookup::files(const ResolvedValue &icon)
 }
 
 QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, const ResourceResolver &resolver,
-                                                  Allowance *steps)
+                                                  Budget *budget)
 {
     if (icon.resource == 0)
         return {icon};
@@ -41,7 +41,7 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
     QVector<quint32> open{icon.resource};
     while (!open.isEmpty() && visited.size() < MaxFiles) {
         const quint32 id = open.takeFirst();
-        if (visited.contains(id) || !steps->spend(resolver.steps(id)))
+        if (visited.contains(id) || !budget->spendWork(resolver.work(id)))
             continue;
         visited.insert(id);
         for (const ResolvedValue &candidate : resolver.candidates(id)) {
@@ -50,7 +50,7 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
             if (candidate.value.type != ValueType::String || files.size() >= MaxFiles)
                 continue;
             const ResolvedValue file = ResourceResolver::withText(candidate);
-            if (!steps->spend(file.text.size()))
+            if (!budget->spendWork(Budget::ByteWork * file.text.size()))
                 return files;
             if (!paths.contains(file.text))
                 files.append(file);
@@ -60,23 +60,27 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
     return files;
 }
 
-const IconFileLookup::Kind &IconFileLookup::kindOf(const QString &path)
+IconFileLookup::Kind IconFileLookup::kindOf(const QString &path)
 {
     const auto known = m_kinds.constFind(path);
     if (known != m_kinds.cend())
         return *known;
     Kind kind;
-    QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readCost);
+    QByteArray bytes = m_files.file(path, PictureFile::MaxBytes, &m_budget);
     if (XmlReader::isDocument(bytes)) {
-        const XmlReader reader(bytes);
-        m_readCost.chargeWork(reader.characters());
-        kind.name = reader.root().name;
+        if (m_budget.spendWork(Budget::DocumentByteWork * bytes.size())) {
+            const XmlReader reader(bytes);
+            m_budget.chargeWork(Budget::DocumentByteWork * reader.characters());
+            kind.name = reader.root().name;
+        }
     } else {
-        const PictureFile picture = PictureFile::opened(std::move(bytes), &m_pictureSteps);
+        const PictureFile picture = PictureFile::opened(std::move(bytes), &m_budget);
         kind.name = QString::fromLatin1(picture.format());
         kind.size = picture.size();
     }
-    return *m_kinds.insert(path, kind);
+    if (m_budget.holdBytes(ResultBytes + qint64(sizeof(QChar)) * path.size()))
+        m_kinds.insert(path, kind);
+    return kind;
 }
 
 } // namespace SorrelKit

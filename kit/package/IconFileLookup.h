@@ -3,7 +3,6 @@
 #define SORRELKIT_ICONFILELOOKUP_H
 
 #include "archive/FileSource.h"
-#include "format/Allowance.h"
 #include "format/Budget.h"
 #include "picture/PictureFile.h"
 #include "resources/ResourceResolver.h"
@@ -16,26 +15,23 @@
 namespace SorrelKit {
 
 /**
- * Lists the files that a package has for icons: for those of all its launchers, of which a hostile package has a thousand,
- * each with files that take long to look at. All calls share the budgets below, and results are kept: an icon that was
- * listed, and a file that was looked at, cost nothing the next time. When a budget is spent, further files are missing.
+ * Lists the files of a package's icons. A hostile package has a thousand launchers, each with files that take long to
+ * inspect, so all calls spend from one budget. Results are kept: an icon that was listed and a file that was inspected
+ * cost nothing the next time. Files that do not fit in the budget are missing.
  */
 class IconFileLookup
 {
 public:
     /// Files of an icon, and references on the way to them.
     static constexpr int MaxFiles = 64;
-    static constexpr qint64 MaxFileBytes = 16 << 20;
-    /// The cost of reading the files (FileSource::file()), and the characters of the XML files among them, at most.
-    static constexpr qint64 MaxReadCost = 64 << 20;
-    /// Steps that looking at the pictures takes (PictureFile::steps()), at most.
-    static constexpr qint64 MaxPictureSteps = 64 << 20;
-    /// Steps that finding the files takes (ResourceResolver::steps() and characters of paths), at most: a table may have
-    /// thousands of type chunks for each resource. The largest applications take some thousands.
-    static constexpr qint64 MaxSteps = 1 << 20;
+    /// The bytes that a kept result holds, besides two for each character of the path.
+    static constexpr qint64 ResultBytes = 256;
 
-    /// Both outlive this object.
-    IconFileLookup(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
+    /// All outlive this object.
+    IconFileLookup(const ResourceResolver &resolver, FileSource &files, Budget &budget)
+        : m_resolver(resolver), m_files(files), m_budget(budget)
+    {
+    }
 
     /// A file that the package has for an icon.
     struct File {
@@ -45,26 +41,25 @@ public:
         int density = 0; ///< that the resource table has the file for
     };
 
-    /// The files for @p icon, a reference or a path, best first.
+    /// The files for @p icon, a reference or a path, in the order of Launcher::iconFiles().
     QVector<File> files(const ResolvedValue &icon);
 
-    /// The values that @p icon, a reference or a path, has in the configurations that @p resolver matches, each path once
-    /// and references followed. What finding them takes is taken off @p steps.
+    /// The values of @p icon, a reference or a path, in the configurations that @p resolver matches, each path once and
+    /// with references followed. Lookups and the characters of paths cost work. A table may have thousands of type chunks
+    /// for each resource; the largest applications take some thousands of units.
     static QVector<ResolvedValue> candidates(const ResolvedValue &icon, const ResourceResolver &resolver,
-                                             Allowance *steps);
+                                             Budget *budget);
 
 private:
     struct Kind {
-        QString name; ///< of the format, or of the root of XML; empty when it is neither
+        QString name; ///< of the picture's format, or of the root element of XML; empty for any other file
         QSize size;
     };
-    const Kind &kindOf(const QString &path);
+    Kind kindOf(const QString &path);
 
     const ResourceResolver &m_resolver;
     FileSource &m_files;
-    Budget m_readCost{MaxReadCost, 0};
-    Allowance m_steps{MaxSteps};
-    Budget m_pictureSteps{MaxPictureSteps, 0};
+    Budget &m_budget;
     QHash<QString, Kind> m_kinds; ///< by path
     QHash<quint32, QVector<File>> m_ofResources;
 };

@@ -21,11 +21,12 @@ Configuration anyPhone()
 } // namespace
 
 PackageData::PackageData(const QString &fileName)
-    : m_outer(std::make_unique<ZipArchive>(fileName)), m_resolver({}, anyPhone())
+    : m_outer(std::make_unique<ZipArchive>(fileName)), m_resolver({}, anyPhone(), &m_lookups)
 {
 }
 
-PackageData::PackageData(QIODevice *device) : m_outer(std::make_unique<ZipArchive>(device)), m_resolver({}, anyPhone())
+PackageData::PackageData(QIODevice *device)
+    : m_outer(std::make_unique<ZipArchive>(device)), m_resolver({}, anyPhone(), &m_lookups)
 {
 }
 
@@ -35,7 +36,7 @@ void PackageData::load()
         return;
     m_isLoaded = true;
     read();
-    m_resolver = ResourceResolver(m_tables, anyPhone());
+    m_resolver = ResourceResolver(m_tables, anyPhone(), &m_lookups);
 }
 
 void PackageData::read()

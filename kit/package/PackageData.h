@@ -35,6 +35,11 @@ public:
     static constexpr qint64 MaxReadingWork = 1 << 28;
     static constexpr qint64 MaxReadingBytes = 256 << 20;
 
+    /// The budget of all lookups for a package and its launchers, but for labels: facts of the manifest, and the files of
+    /// icons. Results are kept.
+    static constexpr qint64 MaxLookupWork = 1 << 28;
+    static constexpr qint64 MaxLookupBytes = 32 << 20;
+
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
 
@@ -92,8 +97,9 @@ private:
     Budget m_reading{MaxReadingWork, MaxReadingBytes};
     qint64 m_tableBytesLeft = MaxTableBytes;
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
+    Budget m_lookups{MaxLookupWork, MaxLookupBytes};
     ResourceResolver m_resolver;
-    IconFileLookup m_iconFiles{m_resolver, *this};
+    IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 
 } // namespace SorrelKit

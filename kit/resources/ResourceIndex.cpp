@@ -8,7 +8,7 @@ namespace SorrelKit {
 
 namespace {
 
-// What optimizers of packages write as the name of every entry.
+// The names that optimizers of packages write for every entry.
 bool isPlaceholder(const QString &name)
 {
     return name == QLatin1String("0_resource_name_obfuscated") || name == QLatin1String("(name removed)");
@@ -25,7 +25,7 @@ quint32 typeBits(quint8 packageId, quint8 typeId)
     return quint32(packageId) << 24 | quint32(typeId) << 16;
 }
 
-// A name, unless it is longer than names may be.
+// A name; empty when it is too long.
 QString nameAt(const StringPoolView &pool, qint64 index)
 {
     QString name = pool.at(index, ResourceIndex::MaxNameLength + 1);
@@ -40,11 +40,10 @@ ResourceIndex::ResourceIndex(QVector<QSharedPointer<const ResourceTable>> tables
     qint64 slotCount = 0;
     for (const Chunk &chunk : m_chunks)
         slotCount += chunk.type->slotCount();
-    // Memory is taken as far as values are written.
+    // reserve() touches no memory: only pages of written values count.
     m_slots.reserve(std::size_t(qMin(slotCount, qint64(MaxValues))));
-    Allowance looks(MaxSlots);
     for (int number = 0; number < chunkCount() && m_isComplete; ++number)
-        collectSlots(number, looks);
+        collectSlots(number);
     std::sort(m_slots.begin(), m_slots.end(),
               [](const Slot &a, const Slot &b) { return a.id != b.id ? a.id < b.id : a.chunk < b.chunk; });
 }
@@ -73,11 +72,12 @@ void ResourceIndex::collectTypes(const ResourceTable &table, const ResourceTable
     }
 }
 
-void ResourceIndex::collectSlots(int chunk, Allowance &looks)
+void ResourceIndex::collectSlots(int chunk)
 {
     const Chunk &source = m_chunks.at(std::size_t(chunk));
     const quint32 bits = typeBits(source.package->id, source.type->typeId());
-    m_isComplete = looks.spend(source.type->slotCount());
+    m_isComplete = source.type->slotCount() <= m_slotsLeft;
+    m_slotsLeft -= source.type->slotCount();
     int last = -1;
     for (int number = 0; number < source.type->slotCount() && m_isComplete; ++number) {
         const TypeChunk::Slot slot = source.type->slot(number);

@@ -2,7 +2,6 @@
 #ifndef SORRELKIT_RESOURCEINDEX_H
 #define SORRELKIT_RESOURCEINDEX_H
 
-#include "format/Allowance.h"
 #include "format/ResourceTable.h"
 
 #include <QHash>
@@ -16,23 +15,22 @@
 namespace SorrelKit {
 
 /**
- * Where each value of each resource stands in the tables of a package and its splits. Made by going over all offsets
- * once; a value takes 12 bytes here, and its resource is found by binary search.
+ * The places of all values of all resources in the tables of a package and its splits. The constructor reads all offsets
+ * once; a value takes 12 bytes here, and binary search finds its resource.
  *
  * Entries that do not end within their chunk are no values. The const operations only read.
  */
 class ResourceIndex
 {
 public:
-    /// Offsets of all type chunks at most that are looked at: as many as a table of 128 MiB has with 4 bytes each.
-    /// Those of further chunks are left out.
+    /// Offsets of all type chunks: as many as a table of 128 MiB has with 4 bytes each. Further chunks are left out.
     static constexpr qint64 MaxSlots = 1 << 25;
-    /// Values at most; further ones are left out.
+    /// Values of all resources; further ones are left out.
     static constexpr int MaxValues = 1 << 21;
     /// Characters of the name of a type or an entry; a longer one counts as missing. Build tools write identifiers.
     static constexpr int MaxNameLength = 256;
 
-    /// One value: its entry, the table and the package that it stands in, and for which configuration it is.
+    /// One value: its entry, with the table, the package and the configuration that it belongs to.
     struct Value {
         EntryView entry;
         const ResourceTable *table = nullptr;
@@ -50,14 +48,14 @@ public:
 
     explicit ResourceIndex(QVector<QSharedPointer<const ResourceTable>> tables);
 
-    /// Whether nothing was left out.
+    /// False when offsets or values were left out.
     bool isComplete() const { return m_isComplete; }
     /// The ids of all resources that have a value, ascending.
     QVector<quint32> ids() const;
     int chunkCount() const { return int(m_chunks.size()); }
 
-    /// The values of the resource @p id, in the order of the tables. 0 as the package of an id is the application's
-    /// own.
+    /// The values of the resource @p id, in the order of the tables. An id with package 0 belongs to the application's
+    /// own package.
     Range values(quint32 id) const;
     /// The values of all resources of the type @p typeId of the package @p packageId.
     Range valuesOfType(quint8 packageId, quint8 typeId) const;
@@ -65,12 +63,12 @@ public:
     Value value(int number) const;
     quint32 id(int number) const { return m_slots.at(std::size_t(number)).id; }
 
-    /// The name of the entry of value @p number; empty when there is none. Names that nothing can be referred to by
-    /// are none: those of digits alone, which are numbers of entries, and what optimizers write in place of every name.
+    /// The name of the entry of value @p number. Empty for names that no reference can use: digits alone, which are
+    /// numbers of entries, and the placeholder that optimizers write in place of every name.
     QString entryName(int number) const;
     /// The package's own id: that of the first package of the first table that has one.
     quint8 packageId() const { return m_packageId; }
-    /// The names of packages by their ids: of parts with the same id, that of the first.
+    /// The names of packages by their ids; of several packages with one id, the first name.
     const QMap<quint8, QString> &packageNames() const { return m_packageNames; }
     /// The name of a type that has values; empty when it has none.
     QString typeName(quint8 packageId, quint8 typeId) const;
@@ -90,7 +88,7 @@ private:
 
     void collectChunks();
     void collectTypes(const ResourceTable &table, const ResourceTable::Package &package);
-    void collectSlots(int chunk, Allowance &looks);
+    void collectSlots(int chunk);
     Range range(quint32 first, quint64 end) const;
 
     QVector<QSharedPointer<const ResourceTable>> m_tables;
@@ -99,6 +97,7 @@ private:
     QMap<quint8, QString> m_packageNames;
     QHash<quint32, QString> m_typeNames; ///< by the id of the type's first resource
     quint8 m_packageId = 0x7f;
+    qint64 m_slotsLeft = MaxSlots;
     bool m_isComplete = true;
 };
 

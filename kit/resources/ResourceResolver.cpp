@@ -10,7 +10,7 @@ namespace SorrelKit {
 
 namespace {
 
-// What @p value of @p table is, not followed.
+// The value of one table entry, without its text.
 ResolvedValue found(const ResourceTable &table, const ResourceValue &value, quint32 id)
 {
     ResolvedValue result;
@@ -24,8 +24,9 @@ ResolvedValue found(const ResourceTable &table, const ResourceValue &value, quin
 
 } // namespace
 
-ResourceResolver::ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device)
-    : m_tables(std::move(tables)), m_device(device)
+ResourceResolver::ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device,
+                                   Budget *budget)
+    : m_tables(std::move(tables)), m_device(device), m_sharedBudget(budget)
 {
 }
 
@@ -34,10 +35,11 @@ ResolvedValue ResourceResolver::best(quint32 id) const
     const auto known = m_best.constFind(id);
     if (known != m_best.cend())
         return *known;
-    if (!m_steps.spend(steps(id)))
+    if (!budget().spendWork(work(id)))
         return {};
     ResolvedValue value = bestOfTables(id);
-    m_best.insert(id, value);
+    if (budget().holdBytes(ResultBytes + qint64(sizeof(QChar)) * value.text.size()))
+        m_best.insert(id, value);
     return value;
 }
 
@@ -47,7 +49,7 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
     ResourceValue best;
     for (const auto &table : m_tables) {
         for (const ResourceValue &value : table->values(id)) {
-            // A locale's picture is none for everybody.
+            // Localized pictures are skipped: they are no defaults.
             if (value.isMap || value.configuration->hasLocale() || !value.configuration->matches(m_device))
                 continue;
             if (owner == nullptr || value.configuration->isBetterThan(*best.configuration, m_device)) {
@@ -58,9 +60,9 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
     }
     if (owner == nullptr)
         return {};
-    const int longest = int(qMin(m_steps.left(), qint64(ResourceTable::MaxStringLength)));
+    const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
     ResolvedValue value = withText(found(*owner, best, id), longest);
-    m_steps.spend(value.text.size());
+    budget().chargeWork(Budget::ByteWork * value.text.size());
     return value;
 }
 
@@ -113,12 +115,12 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
     return result;
 }
 
-qint64 ResourceResolver::steps(quint32 id) const
+qint64 ResourceResolver::work(quint32 id) const
 {
-    qint64 steps = StepsPerResource;
+    qint64 work = Budget::LookupWork;
     for (const auto &table : m_tables)
-        steps += table->typeChunkCount(id);
-    return steps;
+        work += Budget::ValueWork * table->typeChunkCount(id);
+    return work;
 }
 
 ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_RESOURCERESOLVER_H
 #define SORRELKIT_RESOURCERESOLVER_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "format/ResourceTable.h"
 
 #include <QHash>
@@ -11,63 +11,69 @@
 
 namespace SorrelKit {
 
-/// What a reference leads to.
+/// The value at the end of a chain of references.
 struct ResolvedValue {
     bool isNull() const { return value.isNull(); }
-    /// The text of a string, or what another value is as one: a label may be a number.
+    /// The text of a string, or of another value: a label may be a number.
     QString plainText() const { return value.type == ValueType::String ? text : value.plainText(); }
 
-    TypedValue value;                     ///< no reference, unless it is one to a resource that is not there
-    QString text;                         ///< of a string: a label, the path of a file
-    quint32 resource = 0;                 ///< the last resource on the way; 0 for a value that was no reference
-    int density = 0;                      ///< that the value is for
-    QString languageTag;                  ///< that the value is for; empty for every language
-    const ResourceTable *table = nullptr; ///< that a string is in
+    TypedValue value;                     ///< a reference only when the resource is missing
+    QString text;                         ///< for a string: a label, the path of a file
+    quint32 resource = 0;                 ///< the last resource of the chain; 0 for a value that was no reference
+    int density = 0;                      ///< of the value's configuration
+    QString languageTag;                  ///< of the value's configuration; empty for every language
+    const ResourceTable *table = nullptr; ///< the table whose pool has a string
 };
 
 /**
  * Looks up resources in the tables of a package and its splits, as a device of a given configuration does: the best
- * value, and of that, when it is a reference, again the best.
+ * value, and when that is a reference, again the best value of the resource that it names.
  *
- * References are followed up to MaxDepth in a row, which ends cycles as well. A table may have thousands of values for each
- * of thousands of resources, so that what resource() and resolved() look at is limited for all calls together. Their
- * answers are kept, and cost nothing the next time: an object is used from one thread.
+ * References are followed up to MaxDepth in a row, which ends cycles as well. A table may have thousands of values for
+ * each of thousands of resources, so resource() and resolved() spend from a budget. Their results are kept and cost
+ * nothing the next time. Not thread-safe.
  */
 class ResourceResolver
 {
 public:
     static constexpr int MaxDepth = 20;
-    /// What resource() and resolved() may take: a type chunk that is looked into and a character count one each, and a
-    /// resource another StepsPerResource. When nothing is left, a resource has no value.
-    static constexpr qint64 MaxSteps = 1 << 22;
-    static constexpr int StepsPerResource = 64;
-    /// Values that count among the candidates() of a resource, in the order of the table. The largest applications have a
-    /// value for each of a hundred languages, or of a dozen densities.
+    /// Values of a resource that candidates() compares, in the order of the table. The largest applications have a value
+    /// for each of a hundred languages, or of a dozen densities.
     static constexpr int MaxCandidates = 4096;
+    /// The budget of a resolver that is given none.
+    static constexpr qint64 MaxWork = 1 << 26;
+    static constexpr qint64 MaxBytes = 16 << 20;
+    /// The bytes that a kept result holds, besides two for each character of its text.
+    static constexpr qint64 ResultBytes = 256;
 
-    /// @p tables are looked through in their order; of values that are as good as each other, the first counts.
-    ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device);
+    /// Searches @p tables in their order; of equally good values the first counts. @p budget outlives this object and its
+    /// copies; without one, this object has its own. A resource that does not fit in the budget has no value.
+    ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device,
+                     Budget *budget = nullptr);
 
     const Configuration &device() const { return m_device; }
-    /// The same tables seen by @p device.
-    ResourceResolver forDevice(const Configuration &device) const { return {m_tables, device}; }
+    /// The same tables seen by @p device, with a budget as in the constructor.
+    ResourceResolver forDevice(const Configuration &device, Budget *budget = nullptr) const
+    {
+        return {m_tables, device, budget};
+    }
 
     /// The value of the resource @p id.
     ResolvedValue resource(quint32 id) const;
-    /// What @p value stands for: itself, or what it refers to. A string as value has no text here: its pool is that of
-    /// the document it is from. Null for an attribute of the theme, as there is no theme.
+    /// @p value itself, or the value that it refers to. A string has no text in the result: the document that it comes
+    /// from has the pool. Null for an attribute of the theme, as there is no theme.
     ResolvedValue resolved(const TypedValue &value) const;
-    /// Which values count: those for every language, or all.
+    /// The values that candidates() returns: those for every language, or all.
     enum class Locales {
         None,
         Any,
     };
-    /// Every value of the resource that matches the device but for its density, and as @p locales says; best first, none
-    /// followed, and without texts: there may be any number of values, and all of them one text.
+    /// The values of the resource that match the device, whatever their density, best first. References are not followed.
+    /// The values have no texts: any number of values may share one long text.
     QVector<ResolvedValue> candidates(quint32 id, Locales locales = Locales::None) const;
-    /// What candidates() takes for @p id: the type chunks that it looks into, and StepsPerResource.
-    qint64 steps(quint32 id) const;
-    /// @p value, one of the candidates(), with its text, or as many characters of it as @p maxLength.
+    /// The work that looking up @p id costs. resource() and resolved() spend it; callers of candidates() do so themselves.
+    qint64 work(quint32 id) const;
+    /// @p value, one of the candidates(), with its text, cut after @p maxLength characters.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;
@@ -75,11 +81,13 @@ public:
 private:
     ResolvedValue best(quint32 id) const;
     ResolvedValue bestOfTables(quint32 id) const;
+    Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }
 
     QVector<QSharedPointer<const ResourceTable>> m_tables;
     Configuration m_device;
-    mutable Allowance m_steps{MaxSteps};
-    mutable QHash<quint32, ResolvedValue> m_best; ///< what was looked up
+    Budget *m_sharedBudget;
+    mutable Budget m_ownBudget{MaxWork, MaxBytes};
+    mutable QHash<quint32, ResolvedValue> m_best; ///< kept results
 };
 
 } // namespace SorrelKit

@@ -14,10 +14,21 @@ void ResourcesData::load(const QVector<QSharedPointer<const ResourceTable>> &tab
     m_qualifiers.resize(std::size_t(m_index->chunkCount()));
 }
 
-bool ResourcesData::spend(qint64 steps)
+bool ResourcesData::spend(qint64 work, qint64 bytes)
 {
-    m_isComplete = m_steps.spend(steps) && m_isComplete;
-    return !m_steps.isSpent();
+    const bool hasRoom = m_budget.spendWork(work) && m_budget.holdBytes(bytes);
+    m_isComplete = m_isComplete && hasRoom;
+    return hasRoom;
+}
+
+bool ResourcesData::spendCharacters(qint64 characters)
+{
+    return spend(Budget::ByteWork * characters, qint64(sizeof(QChar)) * characters);
+}
+
+void ResourcesData::release()
+{
+    m_budget.releaseBytes(MaxBytes - m_budget.bytesLeft());
 }
 
 QString ResourcesData::configuration(const ResourceIndex::Value &source)
@@ -42,14 +53,14 @@ bool ResourcesData::isDefault(const ResourceIndex::Value &source)
 QVector<Resources::Value> ResourcesData::values(quint32 id)
 {
     QVector<Resources::Value> values;
-    Room room;
     const ResourceIndex::Range range = m_index->values(id);
     for (int number = range.first; number < range.end; ++number) {
         Resources::Value value;
-        if (!take(m_index->value(number), room, value))
+        if (!take(m_index->value(number), value))
             break;
         values.append(std::move(value));
     }
+    release();
     return values;
 }
 
@@ -57,66 +68,57 @@ Resources::Value ResourcesData::defaultValue(quint32 id)
 {
     const ResourceIndex::Range range = m_index->values(id);
     int chosen = range.first;
-    for (int number = range.first; number < range.end && spend(1); ++number) {
+    for (int number = range.first; number < range.end && spend(Budget::ByteWork); ++number) {
         if (isDefault(m_index->value(number))) {
             chosen = number;
             break;
         }
     }
-    Room room;
     Resources::Value value;
-    return !range.isEmpty() && take(m_index->value(chosen), room, value) ? value : Resources::Value();
+    const bool isWhole = !range.isEmpty() && take(m_index->value(chosen), value);
+    release();
+    return isWhole ? value : Resources::Value();
 }
 
-bool ResourcesData::take(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
+bool ResourcesData::take(const ResourceIndex::Value &source, Resources::Value &value)
 {
     value.configuration = configuration(source);
-    if (!spend(StepsPerValue) || !charge(int(value.configuration.size()), room))
+    if (!spend(Budget::ValueWork) || !spendCharacters(value.configuration.size()))
         return false;
     if (source.entry.isMap())
-        return takeItems(source, room, value);
+        return takeItems(source, value);
     value.type = ValueFormatter::typeWord(source.entry.value());
-    value.text = text(source.entry.value(), *source.table, room);
-    return !room.isFull;
+    return takeText(source.entry.value(), *source.table, value.text);
 }
 
-bool ResourcesData::takeItems(const ResourceIndex::Value &source, Room &room, Resources::Value &value)
+bool ResourcesData::takeItems(const ResourceIndex::Value &source, Resources::Value &value)
 {
     const EntryView &map = source.entry;
     const ValueFormatter texts(*m_names);
     value.type = QStringLiteral("map");
-    if (map.parent() != 0)
-        value.text = text({ValueType::Reference, map.parent()}, *source.table, room);
-    for (qint64 number = 0; number < map.itemCount() && !room.isFull; ++number) {
+    if (map.parent() != 0 && !takeText({ValueType::Reference, map.parent()}, *source.table, value.text))
+        return false;
+    for (qint64 number = 0; number < map.itemCount(); ++number) {
         const EntryView::Item item = map.item(number);
         const QString name = texts.itemName(map, item.name);
-        if (!room.items.spend(1) || !spend(StepsPerItem) || !charge(int(name.size()), room)) {
-            room.isFull = true;
-            m_isComplete = false;
-            break;
-        }
-        value.items.append({name, ValueFormatter::typeWord(item.value), text(item.value, *source.table, room)});
+        QString text;
+        if (!spend(Budget::LookupWork, ItemBytes) || !spendCharacters(name.size())
+            || !takeText(item.value, *source.table, text))
+            return false;
+        value.items.append({name, ValueFormatter::typeWord(item.value), text});
     }
-    return !room.isFull;
+    return true;
 }
 
-QString ResourcesData::text(const TypedValue &value, const ResourceTable &table, Room &room)
+bool ResourcesData::takeText(const TypedValue &value, const ResourceTable &table, QString &text)
 {
-    // One character more tells whether the text is whole.
-    QString text = ValueFormatter(*m_names).text(value, table, ResourceTable::MaxStringLength + 1);
+    // One character above the limit shows that the text is cut.
+    text = ValueFormatter(*m_names).text(value, table, ResourceTable::MaxStringLength + 1);
     if (text.size() > ResourceTable::MaxStringLength) {
         text.truncate(ResourceTable::MaxStringLength);
         m_isComplete = false;
     }
-    room.isFull = !charge(int(text.size()), room) || room.isFull;
-    return text;
-}
-
-bool ResourcesData::charge(int characters, Room &room)
-{
-    const bool hasRoom = room.characters.spend(characters);
-    m_isComplete = m_isComplete && hasRoom;
-    return spend(characters) && hasRoom;
+    return spendCharacters(text.size());
 }
 
 } // namespace SorrelKit

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_RESOURCESDATA_H
 #define SORRELKIT_RESOURCESDATA_H
 
-#include "format/Allowance.h"
+#include "format/Budget.h"
 #include "resources/ResourceIndex.h"
 #include "resources/ResourceNames.h"
 #include "resources/ValueFormatter.h"
@@ -14,18 +14,15 @@
 
 namespace SorrelKit {
 
-/// What copies of Resources share: where values stand, the texts of configurations, and what may still be taken.
+/// The data that copies of Resources share: the index of values, the texts of configurations, and the budget.
 class ResourcesData
 {
 public:
-    /// What all calls of values() and defaultValue() take together: a character one, a value StepsPerValue, an item
-    /// StepsPerItem.
-    static constexpr qint64 MaxSteps = 1 << 27;
-    static constexpr int StepsPerValue = 16;
-    static constexpr int StepsPerItem = 64;
-    /// Items, and characters of all texts, of one answer.
-    static constexpr int MaxItems = 1 << 16;
-    static constexpr qint64 MaxCharacters = 1 << 22;
+    /// The budget of all calls of values() and defaultValue() together, and the bytes that one of them holds.
+    static constexpr qint64 MaxWork = 1 << 27;
+    static constexpr qint64 MaxBytes = 8 << 20;
+    /// The bytes that an item of a map holds, besides two for each character.
+    static constexpr qint64 ItemBytes = 96;
 
     ResourcesData() = default;
 
@@ -42,15 +39,8 @@ public:
 private:
     Q_DISABLE_COPY(ResourcesData)
 
-    /// What one answer may still take.
-    struct Room {
-        Allowance items{MaxItems};
-        Allowance characters{MaxCharacters};
-        bool isFull = false; ///< whether something did not fit
-    };
-
-    /// Qualifiers of a type chunk, for which most values ask more than once. Long ones are not kept: a table may have
-    /// thousands that no build tool writes.
+    /// Qualifiers of a type chunk; most values need them more than once. Long ones are not kept: a hostile table may have
+    /// thousands.
     struct Qualifiers {
         QString text;
         bool isKnown = false;
@@ -58,18 +48,22 @@ private:
     };
     static constexpr int MaxKeptQualifiers = 64;
 
-    bool take(const ResourceIndex::Value &source, Room &room, Resources::Value &value);
-    bool takeItems(const ResourceIndex::Value &source, Room &room, Resources::Value &value);
-    QString text(const TypedValue &value, const ResourceTable &table, Room &room);
-    bool charge(int characters, Room &room);
-    bool spend(qint64 steps);
+    bool take(const ResourceIndex::Value &source, Resources::Value &value);
+    bool takeItems(const ResourceIndex::Value &source, Resources::Value &value);
+    /// Sets @p text; false when it does not fit.
+    bool takeText(const TypedValue &value, const ResourceTable &table, QString &text);
+    /// Spends on @p characters of a result.
+    bool spendCharacters(qint64 characters);
+    bool spend(qint64 work, qint64 bytes = 0);
+    /// Ends a call: the caller holds the result from then on.
+    void release();
     QString configuration(const ResourceIndex::Value &source);
     bool isDefault(const ResourceIndex::Value &source);
 
     std::unique_ptr<ResourceIndex> m_index;
     std::unique_ptr<ResourceNames> m_names;
     std::vector<Qualifiers> m_qualifiers; ///< by type chunk
-    Allowance m_steps{MaxSteps};
+    Budget m_budget{MaxWork, MaxBytes};
     bool m_isComplete = true;
 };
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "BinaryXml.h"
 #include "DrawableFixture.h"
 #include "Pictures.h"
+#include "format/XmlReader.h"
 #include "icon/IconErrorTable.h"
 #include "icon/IconRenderer.h"
 #include "package/IconFileLookup.h"
+#include "package/PackageData.h"
 #include "picture/PictureFile.h"
 
 #include <QtTest>
@@ -36,12 +39,14 @@ QByteArray blueXml()
 
 /// Icons: resources of a package, and its files.
 struct Icons {
-    explicit Icons(const PackageBuilder &package, const QStringList &strings = {})
-        : resolver({QSharedPointer<const ResourceTable>(
+    explicit Icons(const PackageBuilder &package, const QStringList &strings = {},
+                   Budget lookups = Budget(PackageData::MaxLookupWork, PackageData::MaxLookupBytes))
+        : budget(lookups),
+          resolver({QSharedPointer<const ResourceTable>(
                        new ResourceTable(TableBuilder().strings(strings).package(package).build()))},
                    Configuration::phone(160)),
           renderer(resolver, files),
-          lookup(resolver, files)
+          lookup(resolver, files, budget)
     {
     }
 
@@ -55,6 +60,7 @@ struct Icons {
     QImage icon(int size, quint32 id = First) { return renderer.icon(reference(id), size, IconMask::None); }
 
     Files files;
+    Budget budget;
     ResourceResolver resolver;
     IconRenderer renderer;
     IconFileLookup lookup;
@@ -94,6 +100,7 @@ private slots:
     void iconFiles();
     void iconFilesAreLookedAtOnce();
     void iconFilesHaveABudgetForReading();
+    void xmlFilesOfIconsHaveABudget();
     void iconFilesHaveABudgetForChecking();
     void iconFilesHaveABudgetForFinding();
 
@@ -304,8 +311,18 @@ void TestIconRenderer::iconFilesAreLookedAtOnce()
 
 namespace {
 
+constexpr qint64 Plenty = 1 << 30;
+
+// The work of finding the file of an icon, whose path has one character.
+constexpr qint64 workOfFinding(int typeChunks = 1)
+{
+    return Budget::LookupWork + Budget::ValueWork * typeChunks + Budget::ByteWork;
+}
+
 // How many of @p launchers launchers have a file of an icon when each has an icon of its own, and all files are @p file.
-int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1)
+int launchersWithAFile(int launchers, const QByteArray &file,
+                       Budget budget = Budget(PackageData::MaxLookupWork, PackageData::MaxLookupBytes),
+                       int typeChunks = 1)
 {
     TypeBuilder type(1);
     QStringList paths;
@@ -315,7 +332,7 @@ int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1
     }
     PackageBuilder package;
     package.type(type).chunk(TypeBuilder(1, densityOf(160)).build().repeated(typeChunks - 1));
-    Icons icons(package, paths);
+    Icons icons(package, paths, budget);
     for (const QString &path : paths)
         icons.files.add(path, file);
     int found = 0;
@@ -329,34 +346,46 @@ int launchersWithAFile(int launchers, const QByteArray &file, int typeChunks = 1
 void TestIconRenderer::iconFilesHaveABudgetForReading()
 {
     const QByteArray png = picture(48, 48, 0xff0000);
-    const QByteArray large = png + QByteArray(int(IconFileLookup::MaxFileBytes) - png.size(), '\0');
-    constexpr int Most = int(IconFileLookup::MaxReadCost / IconFileLookup::MaxFileBytes);
-    QCOMPARE(launchersWithAFile(Most, large), Most);
-    QCOMPARE(launchersWithAFile(Most + 2, large), Most);
+    const QByteArray large = png + QByteArray(int(PictureFile::MaxBytes) - png.size(), '\0');
+    QCOMPARE(launchersWithAFile(1, large), 1);
     QCOMPARE(launchersWithAFile(1, large + '\0'), 0);
+    const qint64 each = workOfFinding() + png.size();
+    // A file is inspected as long as any work is left.
+    QCOMPARE(launchersWithAFile(5, png, Budget(5 * each + 1, Plenty)), 5);
+    QCOMPARE(launchersWithAFile(5, png, Budget(5 * each, Plenty)), 4);
+    // Results that there are no bytes for are found anew.
+    QCOMPARE(launchersWithAFile(5, png, Budget(5 * each + 1, 0)), 5);
+}
+
+void TestIconRenderer::xmlFilesOfIconsHaveABudget()
+{
+    const QByteArray xml = binaryXml(element(latin("layer-list")));
+    const qint64 characters = XmlReader(xml).characters();
+    const qint64 each = workOfFinding() + xml.size() + Budget::DocumentByteWork * (xml.size() + characters);
+    QCOMPARE(launchersWithAFile(5, xml, Budget(5 * each, Plenty)), 5);
+    // The characters are known when the document is read.
+    const qint64 last = Budget::DocumentByteWork * characters;
+    QCOMPARE(launchersWithAFile(5, xml, Budget(5 * each - last, Plenty)), 5);
+    QCOMPARE(launchersWithAFile(5, xml, Budget(5 * each - last - 1, Plenty)), 4);
 }
 
 void TestIconRenderer::iconFilesHaveABudgetForChecking()
 {
-    const QByteArray file = webpOfManyCodes(512, 16384);
+    const QByteArray file = webpOfManyCodes(64, 100);
     const qint64 steps = PictureFile(file).steps();
-    QVERIFY(IconFileLookup::MaxPictureSteps / steps < IconFileLookup::MaxReadCost / file.size() - 2);
-    // The one that takes the last of the budget is looked at.
-    const int most = int((IconFileLookup::MaxPictureSteps + steps - 1) / steps);
-    QCOMPARE(launchersWithAFile(most, file), most);
-    QCOMPARE(launchersWithAFile(most + 2, file), most);
+    const qint64 each = workOfFinding() + file.size() + steps;
+    // The file that takes the last of the budget is inspected.
+    QCOMPARE(launchersWithAFile(5, file, Budget(5 * each - steps + 1, Plenty)), 5);
+    QCOMPARE(launchersWithAFile(5, file, Budget(5 * each - steps, Plenty)), 4);
 }
 
 void TestIconRenderer::iconFilesHaveABudgetForFinding()
 {
-    constexpr int Chunks = 1 << 15;
-    constexpr int Steps = Chunks + ResourceResolver::StepsPerResource + 1; // and the character of a path, or two
-    constexpr int Most = int(IconFileLookup::MaxSteps / Steps);
-    static_assert(Most > 10 && Most * (Steps + 1) < IconFileLookup::MaxSteps,
-                  "the second character makes no difference");
+    constexpr int Chunks = 1 << 12;
     const QByteArray png = picture(48, 48, 0xff0000);
-    QCOMPARE(launchersWithAFile(Most, png, Chunks), Most);
-    QCOMPARE(launchersWithAFile(Most + 2, png, Chunks), Most);
+    const qint64 each = workOfFinding(Chunks) + png.size();
+    QCOMPARE(launchersWithAFile(5, png, Budget(5 * each + 1, Plenty), Chunks), 5);
+    QCOMPARE(launchersWithAFile(5, png, Budget(4 * each + workOfFinding(Chunks) - 1, Plenty), Chunks), 4);
 }
 
 void TestIconRenderer::everyFaultHasACodeAndAText()

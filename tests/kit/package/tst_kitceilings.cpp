@@ -95,7 +95,8 @@ QVector<IconFileLookup::File> iconFiles(const PackageBuilder &package, const QVe
     ResolvedValue icon;
     icon.value = {ValueType::Reference, FirstString};
     icon.resource = FirstString;
-    return IconFileLookup(resolver, found).files(icon);
+    Budget budget(PackageData::MaxLookupWork, PackageData::MaxLookupBytes);
+    return IconFileLookup(resolver, found, budget).files(icon);
 }
 
 int iconFileCount(const QVector<QByteArray> &files)
@@ -151,11 +152,11 @@ private slots:
     void charactersOfAString();
     void charactersOfATablesString();
     void referencesInARow();
-    void stepsOfAResolver();
+    void budgetOfAResolver();
     void answersAreKept();
     void candidates();
     void languages();
-    void stepsOfLabels();
+    void budgetOfLabels();
     void launchers();
     void packagesOfASet();
     void membersOfASet();
@@ -221,23 +222,34 @@ void TestKitCeilings::referencesInARow()
     QCOMPARE(text(ResourceResolver::MaxDepth), QString());
 }
 
-void TestKitCeilings::stepsOfAResolver()
+void TestKitCeilings::budgetOfAResolver()
 {
-    // Each lookup takes the chunks of the type, and its own steps; none of these has a value but the last.
+    // None of the resources has a value but the last.
     constexpr int Chunks = 1024;
-    constexpr qint64 Lookup = Chunks + ResourceResolver::StepsPerResource;
-    constexpr int Most = int(ResourceResolver::MaxSteps / Lookup);
+    constexpr int Lookups = 10;
     const QByteArray table =
         tableOf(strings().chunk(emptyTypes(Chunks - 1)).type(TypeBuilder(StringType).value(0, String, 0)));
-    const auto textAfter = [&](int lookups) {
-        const ResourceResolver resolver = resolverOf(table);
-        for (int i = 1; i <= lookups; ++i)
+    const auto textWithin = [&](Budget budget) {
+        const ResourceResolver resolver = resolverOf(table).forDevice(Configuration::phone(160), &budget);
+        for (int i = 1; i < Lookups; ++i)
             resolver.resource(FirstString + quint32(i));
         return resolver.resource(FirstString).text;
     };
-    QVERIFY(ResourceResolver::MaxSteps % Lookup >= 4); // the characters of the text
-    QCOMPARE(textAfter(Most - 1), QStringLiteral("text"));
-    QCOMPARE(textAfter(Most), QString());
+    constexpr qint64 Work = Lookups * (Budget::LookupWork + Chunks * Budget::ValueWork);
+    constexpr int Length = 4;
+    QCOMPARE(textWithin(Budget(Work + Length, 0)), QStringLiteral("text"));
+    QCOMPARE(textWithin(Budget(Work + Length - 1, 0)), QStringLiteral("tex"));
+    QCOMPARE(textWithin(Budget(Work - 1, 0)), QString());
+    // A result that there are no bytes for is not kept, and costs again.
+    const auto isKept = [&](qint64 bytes) {
+        Budget budget(Work, bytes);
+        const ResourceResolver resolver = resolverOf(table).forDevice(Configuration::phone(160), &budget);
+        resolver.resource(FirstString);
+        const qint64 before = budget.workLeft();
+        return resolver.resource(FirstString).text == QLatin1String("text") && budget.workLeft() == before;
+    };
+    QVERIFY(isKept(ResourceResolver::ResultBytes + 2 * Length));
+    QVERIFY(!isKept(ResourceResolver::ResultBytes + 2 * Length - 1));
 }
 
 void TestKitCeilings::answersAreKept()
@@ -273,17 +285,17 @@ void TestKitCeilings::languages()
     QCOMPARE(count(LabelLookup::MaxLanguages + 1), LabelLookup::MaxLanguages);
 }
 
-void TestKitCeilings::stepsOfLabels()
+void TestKitCeilings::budgetOfLabels()
 {
     // One text among many chunks, which are looked into once.
     constexpr int Chunks = 1024;
     const ResourceResolver resolver =
         resolverOf(tableOf(strings().chunk(emptyTypes(Chunks - 1)).type(TypeBuilder(StringType).value(0, String, 0))));
     const XmlAttribute attribute = reference(Attr::Label, FirstString);
-    constexpr qint64 Steps = Chunks + ResourceResolver::StepsPerResource + LabelLookup::StepsPerValue
-                             + LabelLookup::StepsPerChoice + LabelLookup::StepsPerRelative + 4;
-    constexpr int Most = int(LabelLookup::MaxSteps / Steps);
-    QVERIFY(LabelLookup::MaxSteps / Most >= Steps && LabelLookup::MaxSteps / (Most + 1) < Steps);
+    constexpr qint64 Work =
+        Budget::LookupWork + Chunks * Budget::ValueWork + LabelLookup::TagWork + 2 * LabelLookup::ChoiceWork + 4;
+    constexpr int Most = int(LabelLookup::MaxWork / Work);
+    QVERIFY(LabelLookup::MaxWork / Most >= Work && LabelLookup::MaxWork / (Most + 1) < Work);
     LabelLookup enough(resolver, Most);
     QCOMPARE(enough.label(&attribute, LanguageTag()), QStringLiteral("text"));
     QVERIFY(!enough.isSpent());

@@ -98,9 +98,9 @@ class TestResourceLimits : public QObject
 private slots:
     void valuesUpToTheCeiling();
     void offsetsUpToTheCeiling();
-    void stepsUpToTheCeiling();
-    void itemsUpToTheCeiling();
-    void charactersUpToTheCeiling();
+    void workUpToTheBudget();
+    void itemsUpToTheBudget();
+    void charactersUpToTheBudget();
     void charactersOfAText();
     void sparseTypesOutOfOrder();
     void boundsHold_data();
@@ -136,12 +136,12 @@ void TestResourceLimits::offsetsUpToTheCeiling()
     QVERIFY(!more.isComplete());
 }
 
-void TestResourceLimits::stepsUpToTheCeiling()
+void TestResourceLimits::workUpToTheBudget()
 {
     // Values of 4096 characters, which are told apart from nothing.
     constexpr int Length = 4096;
-    constexpr qint64 PerValue = Length + ResourcesData::StepsPerValue;
-    constexpr int Most = int(ResourcesData::MaxSteps / PerValue);
+    constexpr qint64 PerValue = Length + Budget::ValueWork;
+    constexpr int Most = int(ResourcesData::MaxWork / PerValue);
     const ResourcesFixture fixture(tableOf(integers().chunk(sharedEntry(1, AllEntries, simpleEntry(String, 0))),
                                            {QString(Length, QLatin1Char('x'))}));
     for (int i = 0; i < Most; ++i)
@@ -154,26 +154,28 @@ void TestResourceLimits::stepsUpToTheCeiling()
     QCOMPARE(fixture.resources.name(0x7f010001), QStringLiteral("integer/key"));
 }
 
-void TestResourceLimits::itemsUpToTheCeiling()
+void TestResourceLimits::itemsUpToTheBudget()
 {
-    const ResourcesFixture most(tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(ResourcesData::MaxItems)))));
-    QCOMPARE(most.resources.values(0x7f010000).value(0).items.size(), int(ResourcesData::MaxItems));
+    // The name and the text of each item have one character.
+    constexpr int Most = int(ResourcesData::MaxBytes / (ResourcesData::ItemBytes + 2 * 2));
+    const ResourcesFixture most(tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(Most)))));
+    QCOMPARE(most.resources.values(0x7f010000).value(0).items.size(), Most);
     QVERIFY(most.resources.isComplete());
-    const ResourcesFixture more(tableOf(
-        integers().type(TypeBuilder(1).entry(0, mapOfItems(ResourcesData::MaxItems + 1)).value(1, Integer, 5))));
+    const ResourcesFixture more(
+        tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(Most + 1)).value(1, Integer, 5))));
     QVERIFY(more.resources.values(0x7f010000).isEmpty());
     QVERIFY(!more.resources.isComplete());
     // Of several values, those that do not fit are left out, and other answers have room of their own.
-    const ResourcesFixture several(tableOf(valuesOfOne(3, mapOfItems(ResourcesData::MaxItems / 2))));
+    const ResourcesFixture several(tableOf(valuesOfOne(3, mapOfItems(Most / 2))));
     QCOMPARE(several.resources.values(0x7f010000).size(), 2);
     QVERIFY(!several.resources.isComplete());
     QCOMPARE(several.resources.values(0x7f010000).size(), 2);
 }
 
-void TestResourceLimits::charactersUpToTheCeiling()
+void TestResourceLimits::charactersUpToTheBudget()
 {
     constexpr int Length = 1 << 14;
-    constexpr int Most = int(ResourcesData::MaxCharacters / Length);
+    constexpr int Most = int(ResourcesData::MaxBytes / (2 * Length));
     const QStringList text{QString(Length, QLatin1Char('x'))};
     const ResourcesFixture most(tableOf(valuesOfOne(Most, simpleEntry(String, 0)), text, Encoding::Utf16));
     QCOMPARE(most.resources.values(0x7f010000).size(), Most);

@@ -69,7 +69,7 @@ private slots:
     void referencesAreFollowed();
     void chainsEnd();
     void cyclesEnd();
-    void stepsAreTheChunksThatAreLookedInto();
+    void workGrowsWithTheChunksOfTheType();
     void coloursOfThePlatform();
     void attributesOfTheThemeAreNull();
     void mapsAndNullsAreNoValues();
@@ -165,13 +165,13 @@ void TestResourceResolver::cyclesEnd()
     QVERIFY(resolver.resource(First + 1).value.isReference());
 }
 
-void TestResourceResolver::stepsAreTheChunksThatAreLookedInto()
+void TestResourceResolver::workGrowsWithTheChunksOfTheType()
 {
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, Integer, 7)).type(TypeBuilder(1));
     const ResourceResolver resolver({tableOf(package)}, Configuration::phone(320));
-    QCOMPARE(resolver.steps(First) - ResourceResolver::StepsPerResource, qint64(2));
-    QCOMPARE(resolver.steps(0x7f020000) - ResourceResolver::StepsPerResource, qint64(0));
+    QCOMPARE(resolver.work(First), Budget::LookupWork + 2 * Budget::ValueWork);
+    QCOMPARE(resolver.work(0x7f020000), qint64(Budget::LookupWork));
 }
 
 void TestResourceResolver::coloursOfThePlatform()
@@ -233,7 +233,7 @@ void TestResourceResolver::severalTables()
     QCOMPARE(resolver.resource(First + 1).text, latin("other"));
     // Of equals, the first.
     QCOMPARE(resolver.resource(First + 3).text, latin("base"));
-    QCOMPARE(resolver.steps(First) - ResourceResolver::StepsPerResource, qint64(3));
+    QCOMPARE(resolver.work(First), Budget::LookupWork + 3 * Budget::ValueWork);
     const QVector<ResolvedValue> all = resolver.candidates(First);
     QCOMPARE(all.size(), 2);
     QCOMPARE(all.first().text, QString());
