@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "language/LanguageTag.h"
 
+#include "language/LanguageRegions.h"
+
 #include <QStringList>
 
 #include <algorithm>
@@ -16,20 +18,7 @@ struct Replacement {
 
 constexpr Replacement replacements[] = {{"iw", "he"}, {"in", "id"}, {"ji", "yi"}, {"tl", "fil"}};
 
-// Regions whose language has another parent than itself without a region.
-struct Kinship {
-    const char *language;
-    const char *parent;
-    const char *regions;
-};
-
-constexpr Kinship kinships[] = {
-    {"en", "en-150", "AT BE CH DE DK FI NL SE SI"},
-    {"es", "es-419", "AR BO BR BZ CL CO CR CU DO EC GT HN MX NI PA PE PR PY SV US UY VE"},
-    {"pt", "pt-PT", "AO CH CV FR GQ GW LU MO MZ ST TL"},
-};
-
-// Regions where English is not that of the rest of the world.
+// Regions where English follows that of the United States.
 constexpr char usEnglishRegions[] = "US AS BI GU MH MP PH PR UM VI";
 
 bool isAmong(const QString &region, const char *regions)
@@ -113,9 +102,9 @@ LanguageTag LanguageTag::parent() const
     }
     if (m_region.isEmpty())
         return {};
-    for (const Kinship &kinship : kinships) {
-        if (m_language == QLatin1String(kinship.language) && isAmong(m_region, kinship.regions))
-            return LanguageTag(QString::fromLatin1(kinship.parent));
+    for (const LanguageRegion &group : languageRegions) {
+        if (m_language == QLatin1String(group.language) && isAmong(m_region, group.countries))
+            return LanguageTag(m_language + QLatin1Char('-') + QLatin1String(group.region));
     }
     if (m_language == QLatin1String("en") && m_region != QLatin1String("001") && !isCloseToUsEnglish())
         return LanguageTag(QStringLiteral("en-001"));

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PosixLocale.h"
 
+#include "language/LanguageRegions.h"
+
 #include <QLocale>
 #include <QVector>
 
@@ -46,28 +48,18 @@ constexpr Script scripts[] = {
     {"Tibt", QLocale::TibetanScript, ""},
 };
 
-// Countries of a script, or of a region with several countries.
-struct Countries {
+// Countries that use one script of a language.
+struct ScriptCountries {
     const char *language;
-    const char *of;
-    const char *codes;
+    const char *script;
+    const char *countries;
 };
 
-constexpr Countries scriptCountries[] = {
+constexpr ScriptCountries scriptCountries[] = {
     {"az", "Arab", "IR"},
     {"pa", "Arab", "PK"},
     {"zh", "Hans", "CN SG"},
     {"zh", "Hant", "HK MO TW"},
-};
-
-constexpr Countries regionCountries[] = {
-    {"en", "001",
-     "AG AI AT AU BB BE BM BS BW BZ CA CC CH CK CM CX CY DE DG DK DM ER FI FJ FK FM GB GD GG GH "
-     "GI GM GY HK IE IL IM IN IO JE JM KE KI KN KY LC LR LS MG MO MS MT MU MV MW MY NA NF NG NL "
-     "NR NU NZ PG PK PN PW RW SB SC SD SE SG SH SI SL SS SX SZ TC TK TO TT TV TZ UG VC VG VU WS "
-     "ZA ZM ZW"},
-    {"en", "150", "AT BE CH DE DK FI NL SE SI"},
-    {"es", "419", "AR BO BR BZ CL CO CR CU DO EC GT HN MX NI PA PE PR PY SV US UY VE"},
 };
 
 struct Tag {
@@ -120,12 +112,25 @@ Tag parsed(const QString &text)
     return tag;
 }
 
-template <std::size_t Count>
-QStringList countriesOf(const Countries (&table)[Count], const QString &language, const QString &of)
+QStringList split(const char *countries)
 {
-    for (const Countries &row : table) {
-        if (language == QLatin1String(row.language) && of == QLatin1String(row.of))
-            return QString::fromLatin1(row.codes).split(QLatin1Char(' '));
+    return QString::fromLatin1(countries).split(QLatin1Char(' '));
+}
+
+QStringList countriesOfScript(const QString &language, const QString &script)
+{
+    for (const ScriptCountries &row : scriptCountries) {
+        if (language == QLatin1String(row.language) && script == QLatin1String(row.script))
+            return split(row.countries);
+    }
+    return {};
+}
+
+QStringList countriesOfRegion(const QString &language, const QString &region)
+{
+    for (const SorrelKit::LanguageRegion &row : SorrelKit::languageRegions) {
+        if (language == QLatin1String(row.language) && region == QLatin1String(row.region))
+            return split(row.countries);
     }
     return {};
 }
@@ -153,10 +158,9 @@ QString modifierOf(const QString &scriptCode)
 // The script of the country @p region; empty when the country implies none.
 QString scriptOfCountry(const QString &language, const QString &region)
 {
-    for (const Countries &row : scriptCountries) {
-        if (language == QLatin1String(row.language)
-            && QString::fromLatin1(row.codes).split(QLatin1Char(' ')).contains(region))
-            return QString::fromLatin1(row.of);
+    for (const ScriptCountries &row : scriptCountries) {
+        if (language == QLatin1String(row.language) && split(row.countries).contains(region))
+            return QString::fromLatin1(row.script);
     }
     return {};
 }
@@ -166,7 +170,7 @@ bool resolveScript(Tag &tag, QStringList &regions)
 {
     const QString usual = usualScript(tag.language);
     if (tag.region.isEmpty()) {
-        regions = countriesOf(scriptCountries, tag.language, tag.script.isEmpty() ? usual : tag.script);
+        regions = countriesOfScript(tag.language, tag.script.isEmpty() ? usual : tag.script);
         if (!regions.isEmpty() || tag.script.isEmpty())
             return true;
     } else if (tag.script.isEmpty()) {
@@ -196,7 +200,7 @@ QStringList posixLocales(const QString &text)
     if (regions.isEmpty())
         regions.append(tag.region);
     if (!tag.region.isEmpty() && isDigit(tag.region.at(0).unicode())) {
-        regions = countriesOf(regionCountries, tag.language, tag.region);
+        regions = countriesOfRegion(tag.language, tag.region);
         if (regions.isEmpty() && tag.region == QLatin1String("001"))
             regions.append(QString());
     }
