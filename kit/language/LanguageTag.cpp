@@ -64,7 +64,7 @@ LanguageTag::LanguageTag(const QLocale &locale) : LanguageTag(locale.name())
     if (isEmpty())
         *this = LanguageTag(QStringLiteral("en-US"));
     m_script = locale.script();
-    // Written out where it is not the one that everybody expects, so that parents keep it.
+    // Qt's BCP 47 name has the script where it is not the usual one. It is kept, so that parents have it too.
     const QStringList parts = locale.bcp47Name().split(QLatin1Char('-'));
     for (const QString &part : parts) {
         if (part.size() == 4 && isAll(part, &QChar::isLetter))
@@ -113,7 +113,7 @@ LanguageTag LanguageTag::parent() const
         parent.m_region = QStringLiteral("HK");
         return parent;
     }
-    // Without its region the language may be written in another script; this one stays what it is.
+    // The script stays, although the language without its region may be written in another one.
     parent.m_region.clear();
     return parent;
 }

@@ -8,37 +8,37 @@
 namespace SorrelKit {
 
 /**
- * A language tag after BCP 47, as far as resources are told apart by it: language, script, region, variant ("sr-Latn",
- * "es-419", "ca-ES-valencia"). The codes that Java and Android once wrote for Hebrew, Indonesian, Yiddish and Filipino
- * (`iw`, `in`, `ji`, `tl`) stand for today's.
+ * A BCP 47 language tag with the parts that resources distinguish: language, script, region, variant ("sr-Latn",
+ * "es-419", "ca-ES-valencia"). The old codes of Java and Android for Hebrew, Indonesian, Yiddish and Filipino (`iw`, `in`,
+ * `ji`, `tl`) become today's.
  */
 class LanguageTag
 {
 public:
-    /// The empty tag, of what is for every language.
+    /// The empty tag, for texts that are for every language.
     LanguageTag() = default;
-    /// What @p text says; parts that have no form of a tag's are left out.
+    /// The tag in @p text, separated by "-" or "_"; parts that fit no form are left out.
     explicit LanguageTag(const QString &text);
-    /// What @p locale stands for, its region included.
+    /// The tag of @p locale, with its region.
     explicit LanguageTag(const QLocale &locale);
 
     bool isEmpty() const { return m_language.isEmpty(); }
     QString language() const { return m_language; }
     QString region() const { return m_region; }
-    /// The script that is written, or that the language is written in where nothing is said; AnyScript when Qt knows none.
+    /// The script in the tag, or the usual script of the language and region; AnyScript when Qt knows none.
     QLocale::Script script() const { return m_script; }
     QString toString() const;
 
     /**
-     * The tag that this one's users are next content with: without the variant, with the region that stands for several
-     * ("es-419" for Mexico, "en-001" and "en-150", "pt-PT" for Angola, "zh-Hant-HK" for Macau), then without region.
-     * Empty when there is none.
+     * The next best tag for users of this one: without the variant; then with a region of several countries ("es-419" for
+     * Mexico, "en-001", "en-150") or the region that this one follows ("pt-PT" for Angola, "zh-Hant-HK" for Macau); then
+     * without a region. Empty when there is none.
      */
     LanguageTag parent() const;
-    /// Whether this is English as it is written in the United States and what belongs to them.
+    /// Whether this is English of the United States or a region that follows it, or English without a region.
     bool isCloseToUsEnglish() const;
 
-    /// Whether both mean the same, whether or not they write out the script.
+    /// Whether both tags mean the same, also when only one of them names its script.
     friend bool operator==(const LanguageTag &a, const LanguageTag &b)
     {
         return a.m_language == b.m_language && a.m_script == b.m_script && a.m_region == b.m_region

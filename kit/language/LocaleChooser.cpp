@@ -5,7 +5,8 @@ namespace SorrelKit {
 
 namespace {
 
-// A language's own region comes first: "fr-FR" is the French of those for whom there is none. Then the smallest.
+// A language's home region is the best one: "fr-FR" serves all French users without a text of their own. Otherwise the
+// alphabetically first tag wins.
 bool isBetterRelative(const LanguageTag &tag, const LanguageTag &other)
 {
     const auto isAtHome = [](const LanguageTag &relative) {
@@ -57,7 +58,7 @@ int LocaleChooser::relative(const LanguageTag &wanted) const
         const LanguageTag &tag = m_tags.at(number);
         if (tag.script() != wanted.script())
             continue;
-        // What is for every language is the English of the United States in most applications.
+        // In most applications, the value for every language is the English of the United States.
         if (hasDefault && wanted.isCloseToUsEnglish() && !tag.isCloseToUsEnglish())
             continue;
         if (best < 0 || isBetterRelative(tag, m_tags.at(best)))

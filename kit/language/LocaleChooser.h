@@ -10,19 +10,20 @@
 namespace SorrelKit {
 
 /**
- * Chooses among the languages that a resource is there in, as Android 7 and later do: the one that is asked for, or its
- * closest parent; else a relative, which is the same language in the same script for another region; else what is for
- * every language. A text in a script that the user may not read is never chosen.
+ * Chooses among the languages of a resource as Android 7 and later do: the wanted language or its closest parent; else a
+ * relative, which is the same language in the same script for another region; else the value for every language. Never
+ * chooses a text in a script that the user may not read.
  */
 class LocaleChooser
 {
 public:
-    /// Adds a language that there is something in; the empty one is for every language. Its number is the count so far.
+    /// Adds a language of the resource; the empty tag is for every language. Languages are numbered from 0.
     void add(const LanguageTag &tag);
 
-    /// The number of the best for @p wanted; -1 when there is none.
+    /// The number of the best language for @p wanted; -1 when no language fits.
     int best(const LanguageTag &wanted) const;
-    /// How many languages have been added that are @p wanted but for script, region and variant, which best() compares.
+    /// The number of added tags with the language of @p wanted, whatever their script, region and variant. best() compares
+    /// all of them.
     int relatives(const LanguageTag &wanted) const { return int(m_byLanguage.value(wanted.language()).size()); }
 
 private:

@@ -12,38 +12,37 @@ namespace SorrelKit {
 
 /**
  * Rewrites a resource table so that libsorrel reads all of it: every type chunk gets the classic form (see TypeRewriter).
- * A type chunk that has it, and every other chunk, stays as it is to the byte, and so does the order of them all. What
- * changes besides are the sizes of the table and its packages, and where a package's header says that its pools are, when
- * a type before them has changed its size. A table header of more than 12 bytes is cut to these, behind which libsorrel
- * expects the first chunk.
+ * All other chunks, and type chunks in that form, are copied byte for byte, and the order of chunks stays. Two things
+ * follow from changed types: the sizes of the table and its packages, and the offsets of string pools in the headers of
+ * packages. A table header of more than 12 bytes is cut to 12: libsorrel expects the first chunk there.
  *
- * What libsorrel itself refuses, such as a damaged string pool, is not looked at. Meets raw input. Takes the table and the
- * result, and what a TypeRewriter takes; the time goes with their sizes.
+ * Meets raw input. Does not check what libsorrel itself refuses, such as a damaged string pool. Needs the memory of the
+ * table, of the result and of a TypeRewriter, and time in proportion to their sizes.
  */
 class TableRewriter
 {
 public:
-    /// Bytes of a rewritten table at most: those that libsorrel reads. Thousands of resources may share one entry, which
-    /// the classic form repeats, and a sparse type of one entry may take 256 KiB for the offsets of those that have none.
+    /// Bytes of a rewritten table, as many as libsorrel reads. Thousands of resources may share one entry, which the classic
+    /// form repeats, and a sparse type of one entry may need 256 KiB of offsets for resources without an entry.
     static constexpr qint64 MaxTableBytes = Limits::MaxTableBytes;
 
-    /// Whether libsorrel reads @p table as it is: the table can be rewritten, and nothing in it would change.
+    /// Whether libsorrel reads all of @p table: the table can be rewritten, and the result would be the same.
     static bool isClassic(const QByteArray &table);
 
     /**
-     * The table rewritten; @p table itself when it is classic. On a fault an empty array, and @p fault, which may be null,
-     * is set to what it is, in English:
+     * The rewritten table; @p table itself when it is classic. On a fault, returns an empty array and sets @p fault, which
+     * may be null, to an English text:
      *
      * | fault                                  | meaning                                                         |
      * |----------------------------------------|-----------------------------------------------------------------|
      * | "not a resource table"                 | no table chunk that ends within the bytes                       |
-     * | "damaged header in resource table"     | that of the table or a package does not have the fields it should |
+     * | "damaged header in resource table"     | the header of the table or of a package is too short            |
      * | "damaged chunk in resource table"      | a chunk ends after the one around it, or is no chunk            |
      * | "table within resource table"          |                                                                 |
      * | "string pool not found in resource table" | a package's header leads to no chunk                         |
      * | "damaged type in resource table"       | TypeRewriter::fault()                                           |
      * | "damaged entry in resource table"      | TypeRewriter::fault()                                           |
-     * | "resource table takes too much memory" | rewritten, it would exceed MaxTableBytes                        |
+     * | "resource table takes too much memory" | the result would exceed MaxTableBytes                           |
      */
     static QByteArray rewritten(const QByteArray &table, QString *fault = nullptr);
 
@@ -56,7 +55,7 @@ private:
     QByteArray write() const;
 
     ChunkView m_table;
-    ByteView m_rest; ///< what follows the table
+    ByteView m_rest; ///< the bytes after the table
     QString m_fault;
     qint64 m_size = 0; ///< of the result
     bool m_isClassic = true;

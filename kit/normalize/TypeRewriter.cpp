@@ -11,11 +11,11 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr int SmallestConfiguration = 4; ///< which is its size alone
+constexpr int SmallestConfiguration = 4; ///< a configuration that consists of its size
 
 constexpr quint16 CompactDataTypeMask = 0xff00;
 
-// A plain copy: what is copied and where it goes do not overlap.
+// memcpy() will do: source and target do not overlap.
 void copy(const ByteView &bytes, char *to)
 {
     std::copy_n(bytes.data(), bytes.size(), reinterpret_cast<uchar *>(to));
@@ -48,14 +48,14 @@ void expand(const EntryView &entry, char *to)
 
 } // namespace
 
-/// Where the maps of a chunk go, asked for by where they stand.
+/// The new places of a chunk's maps by their old ones.
 class TypeRewriter::MapPlaces
 {
 public:
-    /// The place of the map at @p from, which is @p to when it has none yet.
+    /// The new place of the map at @p from; @p to becomes its place when it has none yet.
     qint64 place(qint64 from, qint64 to)
     {
-        // Those that come in the order in which they stand, as nearly all do, are kept without being sought.
+        // Nearly all maps come in the order of their offsets; these need no search.
         if (m_inOrder.empty() || m_inOrder.back().first < from) {
             m_inOrder.emplace_back(from, to);
             return to;
@@ -107,7 +107,7 @@ bool TypeRewriter::isInOrder() const
     return true;
 }
 
-// Of the slots of a sparse chunk, those that a search finds, by index.
+// The slots of a sparse chunk that a binary search finds, by index.
 std::vector<TypeChunk::Slot> TypeRewriter::foundSlots() const
 {
     std::vector<TypeChunk::Slot> found;

@@ -11,32 +11,36 @@
 namespace SorrelKit {
 
 /**
- * A type chunk, and its classic form, which libsorrel reads: an offset u32 for each resource; the entries in the order of
- * their resources, from where the header says to the end of the chunk, with nothing between them; none compact. libsorrel
- * goes over the entries as they stand, and keeps simple values alone. So each simple entry has one offset, while a map
- * may be shared there, too: it stands where the first of its resources has it.
+ * Rewrites a type chunk in the classic form that libsorrel reads:
  *
- * What the chunk says stays: header and configuration to the last byte, and for each resource the entry that
- * TypeChunk::offset() finds. In a sparse chunk that is the first of several entries for one resource; one that the search
- * cannot find, because the indices do not ascend, is none.
+ * - an offset u32 for each resource;
+ * - the entries in the order of their resources, from the offset in the header to the end of the chunk, without gaps;
+ * - no compact entries.
  *
- * Meets raw input. Takes up to 2 MiB for the places of the entries, and up to 5 MiB more while it is made. The bytes of
- * the chunk outlive it.
+ * libsorrel reads the entries one after another and keeps only simple values. Each simple entry therefore has one offset.
+ * Resources may share a map; it is stored at the place of the first of them.
+ *
+ * Header and configuration are copied byte for byte, and each resource keeps the entry that TypeChunk::offset() finds. In
+ * a sparse chunk with several entries for one resource, that is the first one; an entry that the search cannot find,
+ * because the indices do not ascend, is dropped.
+ *
+ * Meets raw input. Needs up to 2 MiB for the places of the entries, and up to 5 MiB more in the constructor. The bytes of
+ * the chunk outlive this object.
  */
 class TypeRewriter
 {
 public:
-    /// Bytes of a chunk's header, and of an entry's, at most: libsorrel takes these sizes for signed.
+    /// Bytes of the header of a chunk or of an entry: libsorrel reads these sizes as signed numbers.
     static constexpr int MaxHeaderSize = 0x7fff;
 
     /// @p chunk is of the type ChunkType::Type.
     explicit TypeRewriter(const ChunkView &chunk);
 
-    /// What is wrong with the chunk, in English; empty when it can be rewritten: "damaged type in resource table",
-    /// "damaged entry in resource table". Besides damage, these are larger headers than libsorrel takes.
+    /// The fault of the chunk, in English; empty when it can be rewritten: "damaged type in resource table", "damaged entry
+    /// in resource table". A header above MaxHeaderSize counts as damaged.
     QString fault() const { return m_fault; }
-    /// Whether the chunk is in the classic form already. Bytes between the offsets and the entries do not count; libsorrel
-    /// skips them. Precondition: no fault().
+    /// Whether the chunk is in the classic form already, except for bytes between the offsets and the entries, which
+    /// libsorrel skips. Precondition: no fault().
     bool isClassic() const { return m_isClassic; }
     /// Bytes of the classic form. Precondition: no fault().
     qint64 size() const { return m_isClassic ? m_chunk.size() : entriesStart() + m_entriesSize; }
@@ -44,10 +48,10 @@ public:
     void appendTo(QByteArray *table) const;
 
 private:
-    /// Where the entry of a resource comes from, and where it goes.
+    /// The old and the new place of a resource's entry.
     struct Place {
         int index;       ///< of the resource
-        bool isRepeated; ///< whether the entry stands there already
+        bool isRepeated; ///< whether another resource has put the entry there already
         qint64 from;     ///< offset in the chunk
         qint64 to;       ///< offset in the classic form
     };
@@ -65,7 +69,7 @@ private:
     TypeChunk m_type;
     QString m_fault;
     std::vector<Place> m_places; ///< by index
-    int m_resourceCount = 0;     ///< that there will be offsets for
+    int m_resourceCount = 0;     ///< number of offsets in the classic form
     qint64 m_entriesSize = 0;
     bool m_isClassic = false;
 };

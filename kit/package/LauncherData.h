@@ -10,13 +10,13 @@
 
 namespace SorrelKit {
 
-/// The data of a Launcher. The entry points into the manifest of the package, which is kept for that.
+/// The data of a Launcher. The entry points into the manifest of the package, which this object keeps alive.
 class LauncherData : public QSharedData
 {
 public:
     QSharedPointer<PackageData> package;
     Manifest::LauncherEntry entry;
-    int launcherCount = 1; ///< of the package, which share what lookups of labels may take
+    int launcherCount = 1; ///< of the package; they share the budget for labels
 
     bool isValid() const { return entry.activity != nullptr; }
     /// The attribute @p id, as Manifest::innermostAttribute() finds it; a null pointer for an entry of nothing.

@@ -10,19 +10,17 @@
 
 namespace SorrelKit {
 
-/**
- * The parts of a decoded manifest that are asked for: elements by their place, attributes of Android's by their ids.
- * Values are as they stand; whoever asks resolves references.
- */
+/// Finds elements of a decoded manifest by their place, and attributes of Android's namespace by their ids. Does not
+/// resolve references.
 class Manifest
 {
 public:
-    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers are into the
-    /// manifest's elements.
+    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers lead to elements
+    /// of the manifest.
     struct LauncherEntry {
         const XmlElement *activity = nullptr;
         const XmlElement *filter = nullptr;
-        const XmlElement *target = nullptr; ///< of an alias, when the application has it
+        const XmlElement *target = nullptr; ///< the activity that an alias names; may be null
         QString name;                       ///< of the activity or alias, completed
         QString className;                  ///< of the class that runs, completed
         bool isAlias = false;
@@ -40,7 +38,7 @@ public:
     const XmlElement &root() const { return m_root; }
     /// The attribute `package`.
     QString packageName() const { return m_packageName; }
-    /// The attribute `split`, which a split has in place of being a package of its own; empty for a base.
+    /// The attribute `split`, which only splits have; empty for a base.
     QString splitName() const;
     /// The element `application`; a null pointer when there is none.
     const XmlElement *application() const;
@@ -50,13 +48,14 @@ public:
     const XmlAttribute *innermostAttribute(const LauncherEntry &entry, quint32 id) const;
     /// The attribute @p id of the first of the root's children of the name @p element that has it.
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
-    /// Each activity and each alias once, for its first such filter, in the order of the manifest; up to MaxLaunchers.
+    /// One entry for each activity and alias, with its first launcher filter, in the order of the manifest; up to
+    /// MaxLaunchers.
     QVector<LauncherEntry> launchers() const;
-    /// @p name as the name of a class: with the package in front when it begins with a dot, or has none. No
-    /// name stays none.
+    /// @p name as the full name of a class: with the package in front when it begins with a dot or has no dot. An empty name
+    /// stays empty.
     QString completed(const QString &name) const;
 
-    /// The text of the attribute @p id of @p element; empty when it has none.
+    /// The text of the attribute @p id of @p element; empty when the element has no such attribute.
     static QString text(const XmlElement &element, quint32 id);
 
 private:

@@ -156,7 +156,7 @@ bool PackageData::isTrue(const XmlAttribute *attribute, bool fallback) const
     const ResolvedValue value = resolved(attribute);
     if (const auto boolean = value.value.boolean())
         return *boolean;
-    // Tools that write manifests anew may leave the text alone.
+    // Tools that rewrite manifests may keep the text alone.
     if (value.text == QLatin1String("true") || value.text == QLatin1String("false"))
         return value.text == QLatin1String("true");
     return fallback;

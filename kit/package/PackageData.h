@@ -21,8 +21,8 @@
 namespace SorrelKit {
 
 /**
- * What Package and its launchers share: the archive, or those of a set, what was read of them, and why something could
- * not be. Read on first use. The files of a base come before those of its splits.
+ * The data that Package and its launchers share: the archives, the decoded manifest and tables, and the error. Read on
+ * first use. Files of the base hide those of its splits with the same path.
  */
 class PackageData : public DrawingSource, private FileSource
 {
@@ -35,15 +35,15 @@ public:
     static constexpr qint64 MaxReadingWork = 1 << 28;
     static constexpr qint64 MaxReadingBytes = 256 << 20;
 
-    /// The budget of all lookups for a package and its launchers, but for labels: facts of the manifest, and the files of
-    /// icons. Results are kept.
+    /// The budget of all lookups for a package and its launchers except those of labels: facts of the manifest, and the
+    /// files of icons. Results are kept.
     static constexpr qint64 MaxLookupWork = 1 << 28;
     static constexpr qint64 MaxLookupBytes = 32 << 20;
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
 
-    /// Opens and reads the package, unless that was done.
+    /// Opens and reads the package when it is called for the first time.
     void load();
 
     PackageError::Code error() const { return m_error; }
@@ -56,11 +56,11 @@ public:
     /// Names of the processors that there is native code for.
     QStringList nativeAbis();
 
-    /// The text of @p attribute, with references followed; for a phone that speaks no language in particular.
+    /// The text of @p attribute, with references followed; for a phone without a language.
     QString text(const XmlAttribute *attribute) const;
-    /// Whether @p attribute is true; @p fallback when it is missing or neither.
+    /// Whether @p attribute is true; @p fallback when it is missing or no boolean.
     bool isTrue(const XmlAttribute *attribute, bool fallback) const;
-    /// What @p attribute stands for.
+    /// The value of @p attribute, with references followed.
     ResolvedValue resolved(const XmlAttribute *attribute) const;
     /// The icon that @p attribute names. A reference stays one: it is resolved for the icon's size later.
     ResolvedValue iconValue(const XmlAttribute *attribute) const;
@@ -85,9 +85,9 @@ private:
     void readTable(ZipArchive &archive);
     void setError(PackageError::Code error, const QString &fault = QString());
 
-    std::unique_ptr<ZipArchive> m_outer;                ///< what was opened; of a set, the set
-    std::vector<std::unique_ptr<ZipArchive>> m_members; ///< of a set: the base, then the splits
-    QHash<QString, ZipArchive *> m_holders;             ///< of a set, by path: the first of them that has a member
+    std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
+    std::vector<std::unique_ptr<ZipArchive>> m_members; ///< the packages of a set: the base, then the splits
+    QHash<QString, ZipArchive *> m_holders;             ///< the first package of a set that has a member, by path
     bool m_isLoaded = false;
     PackageError::Code m_error = PackageError::NoError;
     QString m_fault;

@@ -9,7 +9,7 @@ namespace {
 
 constexpr quint32 FirstColor = 0x01060000;
 
-// By ascending id, from FirstColor on without a gap.
+// Sorted by id, from FirstColor on without a gap.
 constexpr quint32 colors[] = {
     0xffaaaaaa, // darker_gray
     0xffffffff, // primary_text_dark

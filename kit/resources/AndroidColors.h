@@ -9,8 +9,8 @@
 namespace SorrelKit {
 
 /**
- * The colour of the platform (`@android:color/...`) with the resource id @p id, when it is one of those that applications
- * may refer to and that are the same on every device. Of those that are lists of states, the default one.
+ * The platform colour (`@android:color/...`) with the resource id @p id, when applications may refer to it and it is the
+ * same on every device. For a list of states, the default colour.
  */
 std::optional<quint32> androidColor(quint32 id);
 

@@ -9,12 +9,12 @@
 namespace SorrelKit {
 
 /**
- * The qualifiers of @p configuration as the name of a resource directory has them, in the order of Android's manual
- * ("de-rAT-land-hdpi-v21"); empty for the default one. A locale with a script, a variant or a system of digits has its
- * BCP 47 form, with "+" and a "b" ahead ("b+sr+Latn").
+ * The qualifiers of @p configuration as in the name of a resource directory ("de-rAT-land-hdpi-v21"); empty for the
+ * default configuration. A locale with a script, a variant or a system of digits is written as a BCP 47 tag, with "b" in
+ * front and "+" in place of "-" ("b+sr+Latn").
  *
- * What no directory can be for is told as the name of the field and its number ("orientation=9"), so that
- * configurations that differ have different texts.
+ * A value that no directory name can express is written as the field and its number ("orientation=9"), so different
+ * configurations have different texts.
  */
 QString configurationText(const Configuration &configuration);
 

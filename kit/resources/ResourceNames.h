@@ -8,22 +8,20 @@
 
 namespace SorrelKit {
 
-/**
- * The names of resources, `[package:]type/entry`, and the resources that names stand for. What they look like to a
- * caller, Resources::name() and Resources::find() say.
- */
+/// Converts between the ids of resources and their names, `[package:]type/entry`. Resources::name() and
+/// Resources::find() document the forms.
 class ResourceNames
 {
 public:
     /// @p index outlives this object.
     explicit ResourceNames(const ResourceIndex &index) : m_index(index) {}
 
-    /// Empty when the resource has no value.
+    /// The name of @p id; empty when the resource has no value.
     QString name(quint32 id) const;
-    /// The text of a reference to @p id after @p mark, '@' or '?': "@string/app_name", or "@0x7f010003" when the tables
-    /// have no value for it.
+    /// The text of a reference to @p id that begins with @p mark, '@' or '?': "@string/app_name", or "@0x7f010003" when
+    /// the tables have no value for it.
     QString reference(quint32 id, QChar mark) const;
-    /// 0 when there is none.
+    /// The resource that @p reference names; 0 when it does not exist.
     quint32 find(const QString &reference) const;
 
 private:

@@ -18,7 +18,7 @@ QString nullText(quint32 data)
     return data == 1 ? QStringLiteral("@empty") : QStringLiteral("@null");
 }
 
-// As few digits as read back as the same number.
+// The fewest digits that read back as the same number.
 QString floatText(quint32 data)
 {
     constexpr int MaxDigits = 9;
@@ -34,7 +34,7 @@ QString floatText(quint32 data)
     return text;
 }
 
-// The number of a dimension or fraction, with as few decimals as tell it from its neighbours.
+// The number of a dimension or fraction, with the fewest decimals that distinguish it from its neighbours.
 QString complexText(quint32 data, int factor)
 {
     constexpr int MantissaBits[] = {0, 7, 15, 23};

@@ -44,7 +44,7 @@ qint64 BufferedFile::readData(char *data, qint64 size)
     return delivered;
 }
 
-// A member is read in pieces one after another; in a directory, QIODevice asks for as much, after a step elsewhere.
+// Members are read in consecutive pieces of this size. QIODevice asks for as many bytes of a directory, but after a seek.
 bool BufferedFile::isPartOfMuch(qint64 size) const
 {
     return size > WindowSize / 2 || (size == WindowSize / 2 && m_at == m_lastEnd);
@@ -53,7 +53,7 @@ bool BufferedFile::isPartOfMuch(qint64 size) const
 qint64 BufferedFile::readKept(char *data, qint64 size)
 {
     if (!isKept(size)) {
-        // Those who go through a directory step back a little for every member; those who look for its end go backwards.
+        // Reading the directory seeks back a few bytes for each member; the search for its end reads backwards.
         const bool goesBackwards = m_at < m_windowAt;
         m_windowAt = goesBackwards ? qMax(qint64(0), m_at + size - WindowSize) : m_at - m_at % PageSize;
         m_window.resize(WindowSize);

@@ -7,24 +7,24 @@
 #include <QIODevice>
 
 /**
- * A file that is read as ZIP libraries read archives: a few bytes at a time, and for every member of the directory a
- * few bytes back. A part of the file is kept in memory, so that such steps ask nothing of the system; QFile alone asks
- * it for a seek at every step, and for its whole buffer anew after every step back.
+ * A file for ZIP libraries, which read a few bytes at a time and seek back a few bytes for every member of the directory.
+ * A window of the file stays in memory, so these steps need no system call. QFile alone would seek at every step, and
+ * fill its whole buffer again after every step back.
  *
- * Random-access, read-only. A file that shrinks while it is open ends early, and does no harm.
+ * Random-access, read-only. A file that shrinks while it is open ends early and does no harm.
  */
 class BufferedFile : public QIODevice
 {
 public:
-    /// Bytes of the file that are kept. Large reads, and those that go on where a read of 16 KiB ended, go past them.
+    /// Bytes of the window. Large reads bypass it, and so do reads that continue a read of 16 KiB.
     static constexpr int WindowSize = 1 << 15;
 
-    /// The file of that name, which open() opens; QIODevice::ReadOnly is the one mode that there is.
+    /// The file with this name; open() opens it, in the mode QIODevice::ReadOnly alone.
     explicit BufferedFile(const QString &name) : m_file(name) {}
 
     bool open(OpenMode mode) override;
     void close() override;
-    /// The size that the file had when it was opened.
+    /// The size of the file when it was opened.
     qint64 size() const override { return m_size; }
     bool seek(qint64 position) override;
 
@@ -40,10 +40,10 @@ private:
 
     QFile m_file;
     qint64 m_size = 0;
-    qint64 m_at = 0;       ///< where readData() goes on
-    qint64 m_lastEnd = 0;  ///< where it ended last
-    QByteArray m_window;   ///< bytes of the file,
-    qint64 m_windowAt = 0; ///< from here on
+    qint64 m_at = 0;       ///< offset of the next read
+    qint64 m_lastEnd = 0;  ///< offset after the last read
+    QByteArray m_window;   ///< bytes of the file
+    qint64 m_windowAt = 0; ///< offset of the window
 };
 
 #endif

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// The error codes of an ApkFile, as ApkFile::getError() answers them.
+/// The error codes of ApkFile::getError().
 namespace PackageError {
 
 enum Code : int {
@@ -16,7 +16,7 @@ enum Code : int {
     BadManifest = 5,
 };
 
-/// The text of @p code, in English; "unknown error" for any other number.
+/// The text of @p code, in English; "unknown error" for an unknown number.
 QString text(int code);
 
 } // namespace PackageError

@@ -10,7 +10,7 @@ RangeDevice::RangeDevice(QIODevice *device, qint64 start, qint64 size)
 
 bool RangeDevice::open(OpenMode mode)
 {
-    // What QIODevice would keep of the bytes, the device below keeps already.
+    // Unbuffered: the device below has a buffer already.
     return mode == ReadOnly && QIODevice::open(mode | Unbuffered);
 }
 

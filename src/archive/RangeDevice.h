@@ -4,13 +4,13 @@
 
 #include <QIODevice>
 
-/// A range of bytes of another device as a device of its own, random-access and read-only: a package that stands in an
-/// archive as it is. The other device stays the caller's, is open and random-access, and may be read by others meanwhile,
-/// in the same thread.
+/// A range of bytes of another device as a device of its own, random-access and read-only: a package that is stored
+/// uncompressed in an archive. The other device is open and random-access, and stays the caller's. Others may read it in
+/// the same thread meanwhile.
 class RangeDevice : public QIODevice
 {
 public:
-    /// The @p size bytes of @p device from @p start on, or those of them that there are.
+    /// The @p size bytes of @p device from @p start on, cut where the device ends.
     RangeDevice(QIODevice *device, qint64 start, qint64 size);
 
     bool open(OpenMode mode) override;

@@ -5,13 +5,14 @@
 #include <QtGlobal>
 
 /**
- * What one public call may cost: work, which bounds its time, and bytes, which bound its memory. The call makes a budget
- * and passes it down; every class that works for the call spends from it before it does something that costs. What is
- * sound one by one may be too much together, as when thousands of launchers each refer to thousands of values.
+ * The limit of what one public call may cost: work, which bounds its time, and bytes, which bound its memory. The call
+ * makes a budget and passes it down; every class that works for the call spends from it before it does something that
+ * costs. Things that are harmless one by one may be too much together: thousands of launchers may each refer to thousands
+ * of values.
  *
- * One unit of work is about the time that inflating a byte takes, some 5 ns. The constants below are the cost of everything
- * else in this unit. When the budget has no room for something, that is left out, and whatever is smaller may still fit;
- * isSpent() says that something was left out.
+ * One unit of work takes about as long as inflating a byte, some 5 ns. The constants below are the costs of other things in
+ * this unit; costs that only one class spends are constants of that class. The caller leaves out what does not fit in the
+ * rest of the budget; smaller things after it may still fit.
  */
 class Budget
 {
