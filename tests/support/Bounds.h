@@ -9,13 +9,13 @@
 namespace fixture {
 
 /**
- * What any input may take on the heap.
+ * The bounds of heap use for any input.
  *
- * Memory: 64 MiB and six times the bytes that were read of the file, after inflating. Tests allow 48 MiB of the 64, and
- * leave the rest for what is not on the heap.
+ * Memory: 64 MiB and six times the inflated bytes that were read. Tests allow 48 of the 64 MiB, because some memory is
+ * not on the heap.
  *
- * Work, for each MiB of the file, and for a smaller one: bytes and blocks that are allocated, freed ones included. Work
- * that allocates nothing is bounded by budgets of its own, which docs/limits.md lists.
+ * Work: bytes and blocks of all allocations, including freed ones, for each MiB of the file or for a smaller file.
+ * Budgets bound the work that allocates nothing; docs/limits.md lists them.
  */
 class Bounds
 {
@@ -25,8 +25,8 @@ public:
     static constexpr qint64 Allocated = qint64(4) << 30;
     static constexpr qint64 Allocations = 24'000'000;
 
-    /// What is wrong with @p taken by a file of @p fileSize bytes that inflates to @p inflatedSize; empty when nothing.
-    /// @p fixedMemory takes the place of FixedMemory.
+    /// The error text when @p taken exceeds the bounds for a file of @p fileSize bytes that inflates to @p
+    /// inflatedSize; empty otherwise. @p fixedMemory replaces FixedMemory.
     static QString excess(const Cost &taken, qint64 fileSize, qint64 inflatedSize, qint64 fixedMemory = FixedMemory);
 };
 

@@ -7,8 +7,8 @@
 
 namespace fixture {
 
-/// Bytes as a sequential device, which counts all of them as available. Open from the start, unbuffered unless @p mode
-/// says otherwise; a member of an archive is buffered.
+/// Bytes as a sequential device, which counts all of them as available. It is open from the start, and unbuffered
+/// unless @p mode is another one; a member of an archive is buffered.
 class SequentialDevice : public QIODevice
 {
 public:
@@ -16,13 +16,13 @@ public:
 
     bool isSequential() const override { return true; }
     qint64 bytesAvailable() const override { return QIODevice::bytesAvailable() + m_bytes.size() - m_at; }
-    /// Bytes that the device has delivered, those included that QIODevice keeps for the next read.
+    /// Bytes that the device has delivered, including those that QIODevice keeps for the next read.
     int delivered() const { return m_at; }
-    /// Bytes that were taken from the device, without those.
+    /// The same without the bytes that QIODevice keeps.
     int taken() const { return m_at - int(QIODevice::bytesAvailable()); }
-    /// Largest number of bytes that one read delivers; by default, as many as are asked for.
+    /// The largest number of bytes that one read delivers; by default the requested number.
     void setLargestRead(int count) { m_largestRead = count; }
-    /// What a read at the end answers: 0 by default.
+    /// The result of a read at the end: 0 by default.
     void setAnswerAtEnd(int answer) { m_answerAtEnd = answer; }
     /// The text of errorString(); by default QIODevice's own.
     void setErrorText(const QString &text) { setErrorString(text); }

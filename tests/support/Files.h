@@ -7,8 +7,8 @@
 
 namespace fixture {
 
-/// Writes @p bytes to a new file @p path, in place of one that is there; its directories are made when they are missing.
-/// Returns the path; ends the test when the file cannot be written.
+/// Replaces the file @p path by a new one with @p bytes, and makes missing directories. Returns the path. Ends the test
+/// when the file cannot be written.
 QString writeFile(const QString &path, const QByteArray &bytes);
 
 } // namespace fixture

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <malloc.h>
 
-// The C library's own allocator, which has these names besides the usual ones.
+// Further names of the C library's allocator.
 extern "C" {
 void *__libc_malloc(std::size_t size);
 void *__libc_calloc(std::size_t count, std::size_t size);
@@ -81,7 +81,7 @@ void *realloc(void *block, std::size_t size) noexcept
 {
     const std::size_t before = block != nullptr ? malloc_usable_size(block) : 0;
     void *moved = __libc_realloc(block, size);
-    // A block that could not be made larger stays as it is; one of no bytes is freed.
+    // A block that cannot grow stays as it is; a block of size 0 is freed.
     if (moved == nullptr && size != 0)
         return nullptr;
     usedBytes.fetch_sub(before);

@@ -12,8 +12,8 @@
 namespace fixture {
 
 /**
- * What QString::toLocal8Bit() writes, for as long as this object lives. In Qt 6 it is UTF-8, and nothing else; this is
- * the one place of the tests that asks for Qt's version.
+ * Sets the encoding of QString::toLocal8Bit() while this object exists. In Qt 6 the encoding is always UTF-8. No other
+ * place in the tests checks Qt's version.
  */
 class LocalEncoding
 {

@@ -8,7 +8,7 @@
 
 namespace fixture {
 
-/// Catches what is written to Qt's log while it lives; one at a time.
+/// Collects the messages of Qt's log while it exists. Only one object may exist at a time.
 class LogCapture
 {
 public:

@@ -8,17 +8,17 @@ class ApkFile;
 class ApkResources;
 class QDomDocument;
 
-/// Visits everything that a caller can reach, and returns how many texts there were.
+/// Visits everything that a caller can reach, and returns the number of texts.
 namespace fixture {
 
 /**
- * Every resource of the application and the framework package that has a value, by each lookup. Entries have gaps;
- * a run of @p longestGap entries without a value is taken for the end of their type.
+ * Every resource with a value in the packages of the application and of the framework, by each lookup. After @p
+ * longestGap entries without a value, the type counts as finished.
  */
 qint64 visit(const ApkResources &resources, int longestGap = 1000);
-/// Every element and attribute, with lookups of the values that are references.
+/// Every element and attribute, with lookups of references.
 qint64 visit(const QDomDocument &document, const ApkResources &resources);
-/// Every query, and what is in their answers.
+/// Every query and its results.
 qint64 visit(ApkFile &apk, int longestGap = 1000);
 
 } // namespace fixture

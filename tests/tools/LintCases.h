@@ -10,18 +10,18 @@
 
 namespace fixture {
 
-/// A package in which one thing is odd.
+/// A package with one fault.
 struct LintCase {
-    const char *name; ///< of the check that finds it, with more behind a comma when there are several for one
+    const char *name; ///< of the check; several cases of one check have more text after a comma
     QByteArray bytes;
-    QJsonArray findings; ///< all that `sorrel lint --json` finds
-    int errorCode = 0;   ///< that it answers
+    QJsonArray findings; ///< all findings of `sorrel lint --json`
+    int errorCode = 0;   ///< in the output
 };
 
 /// At least one for each check.
 QVector<LintCase> lintCases();
 
-/// A finding, as `sorrel lint --json` writes it.
+/// A finding in the form of `sorrel lint --json`.
 QJsonObject finding(const char *check, const QString &severity, const QString &subject, const QByteArray &text);
 
 } // namespace fixture

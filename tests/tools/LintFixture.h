@@ -9,18 +9,18 @@
 #include <QString>
 #include <QVector>
 
-/// Packages in which `sorrel lint` finds nothing, in parts of which each can be put wrong.
+/// Packages without findings of `sorrel lint`. Each part can be made wrong.
 namespace fixture {
 
 constexpr qint64 LabelResource = 0x7f010000;
 constexpr qint64 IconResource = 0x7f020000;
 
-/// What a manifest of one launcher says.
+/// The content of a manifest with one launcher.
 struct LintManifest {
-    QString package = QStringLiteral("org.x"); ///< none when it is null
+    QString package = QStringLiteral("org.x"); ///< no package when it is null
     int minSdk = 23;
     int targetSdk = 23;
-    /// The activity's name, label and icon, and further attributes; none of what is left out.
+    /// The activity's name, label, icon and further attributes. Omitted ones are missing.
     QVector<Attribute> activity = {androidText(QStringLiteral("name"), QStringLiteral(".Main")),
                                    androidReference(QStringLiteral("label"), LabelResource),
                                    androidReference(QStringLiteral("icon"), IconResource)};
@@ -31,7 +31,7 @@ struct LintManifest {
 };
 QByteArray lintManifest(const LintManifest &manifest = {});
 
-/// The table's package, with the types string and drawable, and no value.
+/// The table's package with the types string and drawable, without values.
 PackageBuilder lintPackage();
 /// A label at LabelResource.
 TypeBuilder labelType();
@@ -52,9 +52,9 @@ Member xmlIcon(const QString &root);
 QByteArray lintPackageFile(const QByteArray &table = lintTable(), const QByteArray &manifest = lintManifest(),
                            const QVector<Member> &others = {});
 
-/// The same, stored: the members of the archive, and others.
+/// The members of the same archive, stored, and others.
 QVector<RawMember> lintMembers(const QVector<RawMember> &others = {}, const QByteArray &manifest = lintManifest());
-/// The same, made for Android 11; the resource table's bytes stand @p distance behind a multiple of 4.
+/// The same for Android 11, with the resource table @p distance bytes after a multiple of 4.
 QByteArray lintPackageWithTableAt(int distance);
 /// The same, with the chunk @p chunk in its manifest.
 QByteArray lintPackageWithChunk(const QByteArray &chunk);

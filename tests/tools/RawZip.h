@@ -7,28 +7,28 @@
 
 namespace fixture {
 
-/// A member as the archive says it is, which may be wrong. Fields that are below 0 are right.
+/// A member as the archive describes it, which may be wrong. Fields below 0 are set right.
 struct RawMember {
     QByteArray name;
     QByteArray content;
     int flags = 0;
-    int method = 0;                      ///< as both headers have it; the content is written as it is
+    int method = 0;                      ///< in both headers; the content is not compressed
     QByteArray localName = QByteArray(); ///< in the member's own header, unless it is null
     int localMethod = -1;
     qint64 localSize = -1;
     qint64 headerAt = -1;
-    int extraSize = 0; ///< bytes of an extra field, by which the content is moved
+    int extraSize = 0; ///< bytes of an extra field, which moves the content
 };
 
 /**
- * A ZIP archive that is written field by field, none of it compressed. @p before are bytes of the file in front of it,
- * which its offsets count.
+ * A ZIP archive that is written field by field, without compression. The bytes @p before come first in the file, and
+ * its offsets include them.
  */
 QByteArray rawZip(const QVector<RawMember> &members, const QByteArray &before = QByteArray());
-/// The same with its directory's place in a ZIP64 record.
+/// The same with the place of its directory in a ZIP64 record.
 QByteArray rawZip64(const QVector<RawMember> &members);
 
-/// Of the record at the end of an archive without a comment.
+/// The size of the record at the end of an archive without a comment.
 constexpr int ZipEndSize = 22;
 
 } // namespace fixture

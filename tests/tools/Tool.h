@@ -9,18 +9,19 @@
 
 namespace fixture {
 
-/// What a program answered.
+/// The result of a program.
 struct ToolRun {
     int status = -1; ///< -1 when it did not start, took more than 30 s, or crashed
     QByteArray output;
     QByteArray errors;
 };
 
-/// How a program is run.
+/// The environment of a program.
 struct ToolSetting {
-    QMap<QString, QString> environment; ///< beside what the test has, in the locale C.UTF-8; a null value removes one
-    QString outputFile;                 ///< in place of a pipe, when it is not null
-    QString directory;                  ///< to run in, when it is not null
+    /// Added to the environment of the test, in the locale C.UTF-8. A null value removes a variable.
+    QMap<QString, QString> environment;
+    QString outputFile; ///< instead of a pipe, when it is not null
+    QString directory;  ///< the working directory, when it is not null
     QByteArray input;
 };
 
@@ -28,11 +29,11 @@ struct ToolSetting {
 ToolRun runTool(const QString &program, const QStringList &arguments, const ToolSetting &setting = {});
 /// The same for `sorrel`.
 ToolRun runSorrel(const QStringList &arguments, const ToolSetting &setting = {});
-/// Runs @p script by Bash, for arguments and names of files that are no text, which QProcess does not pass.
+/// Runs @p script by Bash, for arguments and file names that are no text. QProcess cannot pass them.
 ToolRun runShell(const QString &script, const ToolSetting &setting = {});
-/// A word of Bash that stands for @p bytes.
+/// A word of Bash for @p bytes.
 QString shellWord(const QByteArray &bytes);
-/// Runs `sorrel` with a terminal of 80 columns for all three streams, which are one then. A terminal ends lines by CR LF.
+/// Runs `sorrel` with a terminal of 80 columns for all three streams. A terminal ends lines with CR LF.
 ToolRun runSorrelOnTerminal(const QStringList &arguments, const ToolSetting &setting = {});
 
 } // namespace fixture

@@ -15,7 +15,7 @@ using namespace SorrelKit;
 
 namespace {
 
-constexpr quint32 Mantissa = 0xffffff; // of a dimension, behind 8 bits for its unit
+constexpr quint32 Mantissa = 0xffffff; // of a dimension; the low 8 bits are its unit
 
 XmlAttribute attribute(quint32 id, ValueType type, quint32 data)
 {

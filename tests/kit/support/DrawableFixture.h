@@ -10,7 +10,7 @@
 #include <QHash>
 #include <QImage>
 
-/// Elements of drawables that are put together in code, and what they are drawn into.
+/// Builds elements of drawables in code, and draws them.
 namespace fixture {
 
 constexpr QRgb Red = 0xffff0000;
@@ -20,9 +20,9 @@ constexpr QRgb White = 0xffffffff;
 constexpr QRgb Black = 0xff000000;
 constexpr QRgb Nothing = 0;
 
-/// The part of @p image that is covered, from 0 to 1.
+/// The share of @p image that is covered, from 0 to 1.
 qreal coverage(const QImage &image);
-/// Where @p color is seen, as long as that is a rectangle; else an empty one.
+/// The rectangle in which @p color is visible; empty when the area is no rectangle.
 QRect areaOf(const QImage &image, QRgb color);
 /// Whether no channel of @p a and @p b differs by more than @p tolerance.
 bool isNear(QRgb a, QRgb b, int tolerance);
@@ -41,7 +41,7 @@ XmlAttribute pixels(quint32 id, int value);
 XmlAttribute percent(quint32 id, qreal value);
 XmlAttribute text(quint32 id, const QString &value);
 
-/// A colour that fills its bounds, as an element, and as the attribute of an item.
+/// A colour that fills its bounds, as an element and as the attribute of an item.
 XmlElement filled(QRgb value);
 XmlAttribute drawable(QRgb value);
 
@@ -56,9 +56,9 @@ public:
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
     void add(const QString &path, const QImage &picture);
-    /// How often a file was asked for.
+    /// The number of requests for a file.
     int reads() const { return m_reads; }
-    /// How often the file @p path was asked for.
+    /// The number of requests for the file @p path.
     int timesRead(const QString &path) const { return m_timesRead.value(path); }
 
 private:
@@ -78,12 +78,12 @@ public:
 
     QString error() const { return described(loader.error()); }
     SorrelKit::DrawablePointer load(const XmlElement &root) { return loader.fromElement(root); }
-    /// @p root in all of a picture of @p size.
+    /// @p root drawn into a whole picture of @p size.
     QImage draw(const XmlElement &root, QSize size, SorrelKit::IconMask mask = SorrelKit::IconMask::None);
 };
 
-/// The PNG of @p picture with the marks of a nine-patch: the borders of columns and rows that may be stretched, and the
-/// padding, left, right, top, bottom.
+/// The PNG of @p picture with the marks of a nine-patch: the borders of the columns and rows that stretch, and the
+/// padding in the order left, right, top, bottom.
 QByteArray ninePatchPng(const QImage &picture, const QVector<qint32> &columns, const QVector<qint32> &rows,
                         const QVector<qint32> &padding = {0, 0, 0, 0});
 

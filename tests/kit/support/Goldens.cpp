@@ -35,7 +35,7 @@ QString Goldens::compare(const QString &name, const QImage &image) const
     int different = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            // Premultiplied, or colours that cannot be seen would differ.
+            // Premultiplied, so that invisible colours do not differ.
             const auto pixel = [&](const QImage &of) { return reinterpret_cast<const QRgb *>(of.constScanLine(y))[x]; };
             const int by = difference(pixel(golden), pixel(image));
             if (by > MaxDifference)

@@ -18,7 +18,7 @@ inline QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
-/// Texts in UTF-8, as a list.
+/// A list of texts in UTF-8.
 inline QStringList names(std::initializer_list<const char *> texts)
 {
     QStringList list;
@@ -27,7 +27,7 @@ inline QStringList names(std::initializer_list<const char *> texts)
     return list;
 }
 
-/// The resources of a package, and the device that it is read from.
+/// The resources of a package, and its device.
 struct ResourcesFixture {
     explicit ResourcesFixture(const QByteArray &table) : device(table, smallManifest()) {}
 
@@ -52,8 +52,7 @@ inline QByteArray mapOf(const QVector<QByteArray> &items, qint64 parent = 0, int
     return bytes.data();
 }
 
-/// All that is answered about @p resources, in lines: of a resource its id and name, of a value and an item what it
-/// has.
+/// Everything about @p resources in lines: the id and name of each resource, and all members of each value and item.
 inline QStringList answers(const SorrelKit::Resources &resources)
 {
     const QLatin1Char bar('|');

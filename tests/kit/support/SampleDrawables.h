@@ -13,7 +13,7 @@
 
 #include <optional>
 
-/// The drawables of a sample application, found in its package, and drawn.
+/// Finds and draws the drawables of a sample application.
 class SampleDrawables
 {
 public:
@@ -26,16 +26,16 @@ public:
         QString error;
     };
 
-    /// The drawables of the application @p app, for a screen on which a dp is @p pixelsPerDp.
+    /// Reads the drawables of the application @p app, for a screen with @p pixelsPerDp pixels per dp.
     SampleDrawables(const QString &app, int pixelsPerDp);
 
-    /// False when there is no such package, or it has no table.
+    /// False when the package does not exist or has no table.
     bool isOpen() const { return m_resolver.has_value(); }
-    /// All of them, by their names.
+    /// All drawables by name.
     QVector<Drawable> all() const;
-    /// The size that @p drawable has of itself; an empty one when it could not be loaded.
+    /// The intrinsic size of @p drawable; empty when it could not be loaded.
     QSizeF intrinsicSize(const Drawable &drawable);
-    /// @p drawable, filling a picture of @p side pixels, adaptive icons cut to @p mask.
+    /// @p drawable in a picture of @p side by @p side pixels; adaptive icons are cut to @p mask.
     Drawing draw(const Drawable &drawable, int side, SorrelKit::IconMask mask);
 
 private:
@@ -44,7 +44,7 @@ private:
     std::optional<SorrelKit::ResourceResolver> m_resolver;
 };
 
-/// What a mask is called in the names of files.
+/// The name of a mask in file names.
 QString maskName(SorrelKit::IconMask mask);
 
 #endif

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // contact_sheet FILE APP...: writes a picture of all drawables of the sample applications, each with its name, on a
-// checkerboard: in two sizes and, where it is an adaptive icon, in every mask.
+// checkerboard and in two sizes. An adaptive icon is drawn in every mask.
 
 #include "SampleDrawables.h"
 
@@ -42,7 +42,7 @@ bool appendApp(QVector<Cell> *cells, const QString &app)
     if (!samples.isOpen())
         return false;
     for (const SampleDrawables::Drawable &drawable : samples.all()) {
-        // A part that stands within another one's file, and is drawn there.
+        // This part is inside the file of another drawable, which draws it.
         if (drawable.name.startsWith(QLatin1Char('$')))
             continue;
         if (!drawable.name.contains(QLatin1String("adaptive"))) {

@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <QVector>
 
-/// Packages whose launchers become desktop entries, and what hosts say of those.
+/// Packages for desktop entries, and host programs that read the entries.
 namespace fixture {
 
 /// An activity for home screens.
@@ -22,23 +22,22 @@ struct Activity {
 /// A manifest of the package @p name with these activities.
 QByteArray manifestOf(const QString &name, const QVector<Activity> &activities);
 
-/// Makes a program at @p path that keeps the arguments that it is started with.
+/// Makes a program at @p path that stores its arguments.
 void makeRecorder(const QString &path);
-/// The arguments that the program was last started with, waiting for that up to a minute; they are forgotten then.
-/// Without any, there is one that says so.
+/// Waits up to a minute for the program to start, and returns and removes its stored arguments. Without a start,
+/// returns one argument that says so.
 QStringList recordedArguments(const QString &path);
 
-/// What desktop-file-validate finds wrong with, or would do otherwise in, the entry at @p path; empty when there is
-/// nothing.
+/// The errors and hints of desktop-file-validate about the entry at @p path; empty when there are none.
 QString entryFaults(const QString &path);
-/// Starts what the entry at @p path starts, as GLib does it; what goes wrong, or an empty text.
+/// Starts the entry at @p path with GLib. Returns the error text, or an empty text.
 QString launchEntry(const QString &path);
-/// The name of the entry at @p path in each of @p locales, as GLib reads it; empty when it takes it for no entry.
+/// The name of the entry at @p path in each of @p locales, read by GLib; empty when GLib does not accept the entry.
 QMap<QString, QString> namesInLocales(const QString &path, const QStringList &locales);
-/// The line of the entry at @p path that begins with @p key, as it stands, without the key; null when there is none.
+/// The raw line of the entry at @p path that begins with @p key, without the key; null when there is none.
 QString rawValue(const QString &path, const QString &key);
 
-/// Every file and symbolic link below @p directory, by its path from there.
+/// Every file and symbolic link below @p directory, by its relative path.
 QStringList filesBelow(const QString &directory);
 QByteArray contentOf(const QString &path);
 

@@ -9,7 +9,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// How a program ended; status -1 when it could not be started, crashed or took too long.
+/// The result of a program. The status is -1 when it did not start, crashed or took too long.
 struct Run {
     int status = -1;
     QByteArray output;
@@ -19,14 +19,14 @@ struct Run {
 /**
  * An empty directory that `sorrel-thumbnailer` runs in.
  *
- * Names and arguments are bytes, each of which is a character here.
+ * Names and arguments are bytes. Each character of a text here is one byte.
  */
 class ThumbnailerRun
 {
 public:
     /// Runs the program in the locale @p locale.
     Run run(const QStringList &arguments, const char *locale = "C.UTF-8") const;
-    /// Runs a script of Bash.
+    /// Runs a Bash script.
     Run shell(const QString &script) const;
 
     /// The directory, and the path of the file @p name in it.
@@ -41,7 +41,7 @@ public:
     static QByteArray contentOf(const QString &path);
     /// Path of a sample package.
     static QString sample(const char *name);
-    /// A package with an icon in IconColor, for the application or for its one launcher ("activity") alone.
+    /// A package with an icon in IconColor, for the application or only for its launcher ("activity").
     static QByteArray iconPackage(const char *element = "application");
     static constexpr quint32 IconColor = 0xff2080c0;
 
