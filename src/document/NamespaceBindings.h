@@ -7,10 +7,9 @@
 #include <QVector>
 
 /**
- * The namespaces that are bound at one place of a document, and their prefixes. A URI may be bound several times, by
- * declarations within each other; the latest binding that is in force gives its prefix. Each operation takes
- * logarithmic time, amortized, however many bindings a URI has, and whatever the texts are: strangers choose them, who
- * could make all of them fall into one bucket of a hash table.
+ * The namespaces that are bound at one place of a document, and their prefixes. Nested declarations may bind a URI
+ * several times; the latest binding in force gives its prefix. Each operation takes logarithmic time, amortized. Maps,
+ * not hash tables, because strangers choose the texts and could put all of them into one bucket.
  */
 class NamespaceBindings
 {

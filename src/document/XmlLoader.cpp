@@ -125,7 +125,7 @@ void XmlLoader::skipNodeHeader()
     m_reader->get32(); // line number
     const int comment = m_reader->get32();
     if (comment >= m_pool.count())
-        m_pool.get(comment); // is a fault
+        m_pool.get(comment); // which is a fault
 }
 
 void XmlLoader::parseResourceIdMap(int headerSize)
@@ -155,7 +155,7 @@ void XmlLoader::parseEndElementChunk()
     if (m_reader->failed())
         return;
     if (namespaceIndex >= m_pool.count())
-        m_pool.get(namespaceIndex); // is a fault
+        m_pool.get(namespaceIndex); // which is a fault
     if (m_openElements.isEmpty() || name != m_openElements.constLast().tagName()) {
         m_reader->setError(QStringLiteral("closing tag does not match opening tag"));
         return;
@@ -188,7 +188,7 @@ void XmlLoader::parseStartElementChunk()
         m_document.appendChild(element);
     else
         m_openElements.last().appendChild(element);
-    // An element without a name is a null element, under which the next one is a top-level element again.
+    // An element without a name is a null element; the next one is a top-level element again.
     if (element.isNull())
         m_openElements.clear();
     else
@@ -215,7 +215,7 @@ bool XmlLoader::countNodes(int count)
     return m_nodes <= MaxNodes;
 }
 
-// A string of the pool that names something.
+// A string of the pool that is a name, a prefix or a URI.
 QString XmlLoader::nameAt(int index)
 {
     QString name = m_strings.get(index);
@@ -282,7 +282,7 @@ quint32 XmlLoader::resourceIdOf(int nameIndex) const
     return m_resourceIds.at(nameIndex);
 }
 
-// Nearly all names of a manifest: what is the same for every use is made once.
+// Nearly all names of a manifest are these, so each qualified name is made once.
 QString XmlLoader::qualifiedAndroidName(int attribute)
 {
     m_androidNames.resize(int(std::size(AndroidAttributes)));
@@ -299,7 +299,7 @@ QString XmlLoader::qualifiedAndroidName(int attribute)
     return qualified;
 }
 
-// The colon is there also without a prefix, for a URI that is not bound: kept on purpose.
+// A URI that is not bound gives a colon without a prefix, which is kept on purpose.
 QString XmlLoader::qualifiedName(const QString &uri, const QString &name)
 {
     const QString qualified = m_namespaces.prefix(uri) + QLatin1Char(':') + name;

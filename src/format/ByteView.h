@@ -9,8 +9,8 @@
 
 /**
  * Bytes of a file in memory, which the caller owns, read as integers by their offset. Integers are little-endian unless
- * the function's name contains "big". Meets raw input: bytes beyond the end read as 0, and a part is cut where the bytes
- * end. Callers that act on an offset or a count of the file check it by has() first.
+ * the function's name contains "big". Meets raw input: bytes beyond the end read as 0, and a part is cut where the
+ * bytes end. Callers that act on an offset or a count of the file check it by has() first.
  */
 class ByteView
 {

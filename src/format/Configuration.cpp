@@ -72,8 +72,8 @@ int keysOrder(int mine, int other, int actual)
     return order != 0 ? order : int(mine == actual) - int(other == actual);
 }
 
-// Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. A size that is not set
-// counts as normal, but loses to one that is set to normal.
+// Positive when @p mine is the closer of two screen sizes, neither of which is above the device's. A size that is not
+// set counts as normal, but loses to one that is set to normal.
 int screenSizeOrder(int mine, int other)
 {
     constexpr int Normal = 2;

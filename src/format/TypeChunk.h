@@ -24,11 +24,11 @@
  *
  * The offsets, by flags:
  *
- * | flags | offsets                                                                                              |
- * |-------|------------------------------------------------------------------------------------------------------|
- * | 0     | dense: u32 for each resource of the type, 0xffffffff for none                                        |
- * | 2     | short (Android 14): u16 for each resource of the type, in units of 4 bytes, 0xffff for none          |
- * | 1     | sparse: for each entry, the resource's index u16 and the offset u16 in units of 4 bytes, by ascending index |
+ * | flags | offsets                                                                                    |
+ * |-------|--------------------------------------------------------------------------------------------|
+ * | 0     | dense: u32 for each resource of the type, 0xffffffff for none                              |
+ * | 2     | short (Android 14): u16 for each resource of the type, in units of 4 bytes, 0xffff for none |
+ * | 1     | sparse: index u16 and offset u16 in units of 4 bytes, by ascending index                   |
  *
  * Meets raw input.
  */

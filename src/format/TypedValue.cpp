@@ -6,8 +6,8 @@
 
 namespace {
 
-// A dimension or fraction: a signed mantissa of 24 bits from bit 8 on, the position of its point in bits 4 and 5, and the
-// unit in bits 0 to 3.
+// A dimension or fraction: a signed mantissa of 24 bits from bit 8 on, the position of its point in bits 4 and 5, and
+// the unit in bits 0 to 3.
 qreal complexNumber(quint32 data)
 {
     constexpr int MantissaBits[] = {0, 7, 15, 23};

@@ -16,13 +16,13 @@ class XmlStartChunk;
  * Reads a binary XML document, as Android's build tools compile manifests and other XML resources. The document is a
  * chunk of the type ChunkType::Xml (or Untyped) with these chunks in it:
  *
- * | type (ChunkType)                  | body, after the chunk header and, for nodes, the node header (see XmlStartChunk) |
- * |-----------------------------------|------------------------------------------------------------------------------|
- * | StringPool                        | see StringPoolView; indices of strings refer to it                           |
- * | XmlResourceMap                    | u32 each: the resource id of the attribute whose name is the string at that index |
- * | XmlStartNamespace, XmlEndNamespace | u32 prefix, u32 URI                                                         |
- * | XmlStartElement                   | see XmlStartChunk                                                            |
- * | XmlEndElement                     | u32 namespace, u32 name                                                      |
+ * | type (ChunkType)                   | body, after the chunk header and the node header (see XmlStartChunk)      |
+ * |------------------------------------|---------------------------------------------------------------------------|
+ * | StringPool                         | see StringPoolView; indices of strings refer to it                        |
+ * | XmlResourceMap                     | u32 each: the resource id of the attribute with that string as its name   |
+ * | XmlStartNamespace, XmlEndNamespace | u32 prefix, u32 URI                                                       |
+ * | XmlStartElement                    | see XmlStartChunk                                                         |
+ * | XmlEndElement                      | u32 namespace, u32 name                                                   |
  *
  * This reader skips namespaces, texts and unknown chunks, and matches ends of elements by their order, whatever names
  * they have. Meets raw input.

@@ -51,8 +51,8 @@ bool ChunkWalker::open()
     m_headerSize = m_reader->get16();
     m_reader->pushBoundary64(qint64(m_reader->get32()) - ChunkView::HeaderSize);
     m_current = !m_reader->failed();
-    // The boundary of a chunk that could not be opened is not closed for it: the innermost container closes that one
-    // in place of its own, and so on, so that the outermost boundary is the one that stays.
+    // The boundary of a chunk that could not be opened stays on the stack. The innermost container closes it in place
+    // of its own, and so on, so that the outermost boundary remains.
     if (!m_current)
         closeContainers();
     return m_current;

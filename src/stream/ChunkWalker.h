@@ -7,28 +7,19 @@
 class Extractor;
 
 /**
- * Walks one chunk, and the chunks nested in it, in the order of the file. Everything in both of Android's compiled
- * formats is a chunk; each starts with this header:
- *
- * | offset | width | field                                                  |
- * |--------|-------|--------------------------------------------------------|
- * | 0      | u16   | type, one of ResourceTypes::ChunkType                  |
- * | 2      | u16   | size of the chunk's header, these 8 bytes included     |
- * | 4      | u32   | size of the whole chunk, header included               |
- *
- * While a chunk is current, the reader's boundary is its end, and what the caller leaves unread of it is skipped when
- * the walk goes on:
+ * Walks one chunk (see ChunkView) and the chunks nested in it, in the order of the file. While a chunk is current, its
+ * end is the reader's boundary, and the next step skips the bytes that the caller left unread:
  * @code
  * ChunkWalker chunk(reader);
  * while (chunk.next()) {
  *     switch (chunk.type()) {
- *     case XmlDocumentChunk: chunk.enter(); break;   // its children come next
- *     case StringPoolChunk: pool.load(reader, chunk.headerSize()); break;
+ *     case ChunkType::Xml: chunk.enter(); break;   // its children come next
+ *     case ChunkType::StringPool: pool.load(reader, chunk.headerSize()); break;
  *     }
  * }
  * @endcode
- * The nesting is kept in the reader's own boundaries, so that chunks nested without end cost no stack of the host's.
- * When the reader has failed, the chunks that are open are closed and the walk ends.
+ * The nesting is kept in the reader's boundaries, so chunks nested without end take no stack. When the reader has
+ * failed, the walker closes the open chunks and ends.
  */
 class ChunkWalker
 {
@@ -37,11 +28,11 @@ public:
     ~ChunkWalker();
 
     /**
-     * Finishes the current chunk and goes to the next: its first child after enter(), else its sibling, or that of
-     * the container that ends here. False when the outermost chunk has ended, or its header could not be read.
+     * Finishes the current chunk and goes to the next: after enter() its first child, else its sibling or the sibling
+     * of its container. False when the outermost chunk has ended or its header could not be read.
      */
     bool next();
-    /// Makes the current chunk a container: next() goes to what stands at the reader's position within it.
+    /// Makes the current chunk a container: next() goes to the chunk at the reader's position in it.
     void enter();
 
     ChunkType type() const { return m_type; }

@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr qint64 BufferSize = 1 << 14; ///< as much as QIODevice fetches at once
+constexpr qint64 BufferSize = 1 << 14; ///< the number of bytes that QIODevice fetches at once
 
 }
 
@@ -24,7 +24,7 @@ bool DeviceReader::look()
     release();
     if (!m_device->isSequential())
         return false;
-    // Not what the device itself could deliver besides, which its own bytesAvailable() counts.
+    // The device's own bytesAvailable() also counts bytes that it could still deliver.
     const qint64 buffered = m_device->QIODevice::bytesAvailable();
     const qint64 size = qMin(qMin(buffered, BufferSize), MaxBytes - m_taken);
     if (size <= 0)
@@ -40,7 +40,7 @@ bool DeviceReader::look()
 void DeviceReader::release()
 {
     const qint64 taken = m_next != nullptr ? m_next - m_buffer.constData() : 0;
-    // Not by QIODevice::skip(), which asks the device for no bytes in no place besides.
+    // QIODevice::skip() would make an extra call of the device, for no bytes.
     if (taken > 0)
         m_device->read(m_buffer.data(), taken);
     m_taken += taken;

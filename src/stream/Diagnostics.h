@@ -10,8 +10,8 @@
 #define SORREL_LOGGER QMessageLogger(QT_MESSAGELOG_FILE, QT_MESSAGELOG_LINE, QT_MESSAGELOG_FUNC)
 
 /**
- * The oddities that libsorrel's readers skipped in a table or document, or accepted as they are. Each is printed on Qt's
- * debug log when it is added, and kept. A fault is no oddity: it is on the Extractor, and the loader prints it.
+ * The oddities that libsorrel's readers skipped in a table or document, or accepted as they are. Each is printed on
+ * Qt's debug log when it is added, and kept. A fault is no oddity: it is on the Extractor, and the loader prints it.
  */
 class Diagnostics
 {

@@ -103,7 +103,7 @@ void Extractor::skipSlowly(qint64 count)
         move(count);
 }
 
-// Precondition: the position that this leads to is in bounds.
+// Precondition: the new position is in bounds.
 void Extractor::move(qint64 count)
 {
     if (count == 0)
@@ -145,16 +145,16 @@ bool Extractor::mayGetBytes(int byteCount, int width)
     return false;
 }
 
-// Returns the number of bytes that were delivered; the array is longer by as many as were asked for last.
+// Returns the number of delivered bytes. The array has room for the last request, and may be longer.
 template <typename Array>
 int Extractor::fill(Array &array, int byteCount)
 {
     constexpr int width = sizeof(*array.data());
-    // The array grows while the device delivers, so that a large claim alone takes no memory.
+    // Growing while the device delivers, so that a large claim alone takes no memory.
     int total = 0;
     while (total < byteCount) {
         const int step = qMin(byteCount - total, qMax(FirstArrayStep, total));
-        array.reserve((total + step) / width); // no more than that, as resize() alone would take
+        array.reserve((total + step) / width); // resize() alone would take more
         array.resize((total + step) / width);
         const int delivered = int(m_source.read(reinterpret_cast<char *>(array.data()) + total, step));
         total += qMax(0, delivered);

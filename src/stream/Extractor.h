@@ -21,23 +21,23 @@ class QIODevice;
  * The cursor through which every decoder reads: little-endian integers and arrays from a device, within a stack of
  * nested end positions, the boundaries.
  *
- * **The error contract.** A fault is recorded as a text and does not stop anything: a later read is attempted, and
- * delivers real data when it is in bounds. A failed integer read returns 0, and moves nothing; a failed array read
- * returns an empty array, or, when the device ran short, one of full size with zeros at its end. The last text
- * recorded is the one that errorString() tells. Decoders need not test every read: they test failed() before they act
- * on what they read, and in every loop whose count comes from the file.
+ * **The error contract.** A fault is recorded as a text and does not stop anything: later reads are attempted, and
+ * return real data when they are in bounds. A failed integer read returns 0 and moves nothing. A failed array read
+ * returns an empty array or, when the device ran short, one of full size with zeros at its end. errorString() returns
+ * the last text. Decoders need not test every read: they test failed() before they act on a result, and in every loop
+ * whose count comes from the file.
  *
  * | text                  | meaning                                                             |
  * |-----------------------|---------------------------------------------------------------------|
  * | "chunk too short"     | a read or skip would cross the innermost boundary                   |
- * | "file too short"      | the device delivered less than was asked for, or could not seek     |
+ * | "file too short"      | the device delivered fewer bytes than requested, or could not seek  |
  * | "bad input"           | the byte count of an array is negative, or no multiple of its width |
  * | "boundary out of bounds" | a region was opened that ends after the enclosing one            |
- * | "file too long"       | more than MaxBytes were asked of the device                         |
+ * | "file too long"       | more than MaxBytes were requested of the device                     |
  * | "too many steps back" | the file moved the reader back more than MaxStepsBack times         |
  * | "too many chunks"     | more than MaxRegions regions were opened                            |
  *
- * Integers are signed, as the callers mostly need them: those that are unsigned in the format are masked there.
+ * Integers are signed, because most callers need that; callers mask those that are unsigned in the format.
  * Positions are compared in 64 bits; one that would not fit 32 bits is out of bounds.
  *
  * Operations with SORREL_EXPORT are visible to programs; those that decoders call for every field are inline as well.
@@ -45,26 +45,25 @@ class QIODevice;
 class Extractor
 {
 public:
-    /// How often a skip of a negative length is obeyed. No file that a build tool makes asks for one.
+    /// Skips of a negative length at most. Files of build tools have none.
     static constexpr int MaxStepsBack = 256;
-    /// Largest number of zero bytes that an array gets for what the device did not deliver.
+    /// Zero bytes at most in an array, in place of bytes that the device did not deliver.
     static constexpr int MaxZeroTail = 1 << 24;
-    /// Bytes that are taken from the device at most. A member of an archive inflates to a thousand times its size.
     static constexpr int MaxBytes = DeviceReader::MaxBytes;
-    /// Regions that are opened at most. A chunk is one, and may be 8 bytes long.
+    /// Regions at most. Each chunk is one, and may have only 8 bytes.
     static constexpr int MaxRegions = 1 << 20;
 
     /**
-     * A reader at position 0 of @p device, unbounded. The device is open, and stays the caller's; the reader does not
-     * touch it when it is destroyed. Within a region, a sequential device may be at an earlier byte than the reader;
-     * it is at the same byte when the outermost region is closed, and after release().
+     * A reader at position 0 of @p device, unbounded. The device is open and belongs to the caller; the reader's
+     * destructor does not use it. Within a region, a sequential device may be at an earlier byte than the reader. Both
+     * are at the same byte when the outermost region is closed, and after release().
      */
     SORREL_EXPORT explicit Extractor(QIODevice *device);
 
-    /// Starts anew on @p device: no error, position 0, no boundary. The device before is left where it is.
+    /// Starts anew on @p device: no error, position 0, no boundary. The former device stays at its byte.
     SORREL_EXPORT void setDevice(QIODevice *device);
 
-    /// Leaves a sequential device behind the bytes that were consumed, also while a region is open.
+    /// Moves a sequential device to the end of the consumed bytes, also while a region is open.
     void release() { m_source.release(); }
 
     SORREL_EXPORT void setError(const QString &text);
@@ -80,8 +79,8 @@ public:
     SORREL_EXPORT QString errorString() const;
 
     /**
-     * Where texts given to setError() are kept. One who may outlive the reader holds this weakly, and finds it gone
-     * with the reader.
+     * The place of the recorded error. It ends with the reader; objects that may outlive the reader hold it weakly and
+     * set errors through it.
      */
     SORREL_EXPORT QWeakPointer<QString> errorSink() const;
 
@@ -90,14 +89,14 @@ public:
     SORREL_EXPORT qint32 get32() { return getInteger<qint32>(); }
 
     /**
-     * Consumes @p count bytes. A negative count moves the position back, but gives a sequential device nothing back:
-     * position and device then differ, as the format's readers have always had it.
+     * Consumes @p count bytes. A negative count moves the position back but not a sequential device: the two then
+     * differ, which is kept on purpose.
      *
      * On a random-access device the seek goes to the old position plus twice the count. This is kept on purpose, for
-     * compatibility; members of an archive are sequential and never take that branch.
+     * compatibility; members of an archive are sequential and never get there.
      */
     SORREL_EXPORT void skip(int count) { skip64(count); }
-    /// skip() for a computed count, which may be out of the range of 32 bits, and then is out of bounds.
+    /// skip() for a computed count. One beyond 32 bits is out of bounds.
     SORREL_EXPORT void skip64(qint64 count)
     {
         if (count > 0 && isAtHand(count))
@@ -107,11 +106,11 @@ public:
     }
 
     /**
-     * The next @p size bytes, more than 0, when they are in memory and end before the boundary, else null;
-     * they stay until the next read. take() consumes them. For decoders of small records.
+     * The next @p size bytes, more than 0, when they are in memory and end before the boundary, else null. The next
+     * read invalidates them. take() consumes them. For decoders of small records.
      */
     const char *atHand(int size) const { return isAtHand(size) ? m_source.next() : nullptr; }
-    /// Consumes @p size bytes that atHand() gave.
+    /// Consumes @p size bytes that atHand() returned.
     void take(int size)
     {
         m_source.take(size);
@@ -119,8 +118,8 @@ public:
     }
 
     /**
-     * An array read; the argument counts bytes, not elements. Memory grows with what the device delivers: when it ran
-     * short by more than MaxZeroTail bytes, the array ends that many after them.
+     * An array read; the argument counts bytes, not elements. Memory grows while the device delivers. When the device
+     * ran short, at most MaxZeroTail zero bytes follow.
      */
     SORREL_EXPORT QVector<quint8> getu8_vector(int byteCount);
     SORREL_EXPORT QVector<quint16> getu16_vector(int byteCount);
@@ -129,11 +128,11 @@ public:
     QByteArray getBytes(int byteCount);
 
     /**
-     * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns those
-     * that were read: fewer than @p count only when a fault was recorded.
+     * Reads @p count integers as that many calls of get32() would, and stops at the first that fails. Returns the
+     * integers that were read: fewer than @p count only when a fault was recorded.
      */
     SORREL_EXPORT QVector<qint32> get32s(int count);
-    /// The same into @p values, which have room for as many. Returns how many were read.
+    /// The same into @p values, which have room for @p count. Returns the number of integers that were read.
     int get32s(qint32 *values, int count);
 
     /**
@@ -141,9 +140,9 @@ public:
      * end after the enclosing region records a fault, and is opened as wide as it claims to be.
      */
     SORREL_EXPORT void pushBoundary(int length);
-    /// pushBoundary() for a computed length, which may be out of the range of 32 bits, and then is out of bounds.
+    /// pushBoundary() for a computed length. One beyond 32 bits is out of bounds.
     SORREL_EXPORT void pushBoundary64(qint64 length);
-    /// Consumes what is left of the innermost region, and closes it. There must be one.
+    /// Consumes the rest of the innermost region, and closes it. Precondition: a region is open.
     SORREL_EXPORT void popBoundary();
 
     /// Bytes from here to the innermost boundary; negative in a region of negative length.
@@ -185,7 +184,7 @@ private:
     QSharedPointer<QString> m_error;
     QStack<int> m_boundaries;
     int m_stepsBack = 0;
-    int m_regions = 0; ///< that were opened so far
+    int m_regions = 0; ///< number opened so far
 };
 
 #endif

@@ -8,13 +8,13 @@
 class StringPool;
 
 /**
- * The strings of a pool, each decoded once while this object lives, so that all who ask for one share its memory;
- * strings at one place of the pool's data are one. For the time of one operation: it grows with what is asked for.
+ * The strings of a pool, each decoded once and then shared. For the time of one operation: the cache grows with every
+ * string that is asked for.
  */
 class StringCache
 {
 public:
-    /// @p pool outlives the cache. When its content changes, clear() is called.
+    /// @p pool must outlive the cache. Call clear() when its content changes.
     explicit StringCache(const StringPool &pool) : m_pool(pool) {}
 
     /// As StringPool::get().

@@ -72,7 +72,7 @@ void StringPool::load(Extractor *reader, int headerSize)
     if (reader->failed())
         return;
 
-    // A bad offset alone does not end the load; its string, which cannot have room in the data, does.
+    // A bad offset alone does not end the load. Its string does, because it does not fit into the data.
     if (hasBadOffset)
         reader->setError(badIndex());
     const qint64 length = loaded.checkedLength();
@@ -84,7 +84,7 @@ void StringPool::load(Extractor *reader, int headerSize)
         *this = loaded;
 }
 
-// Returns whether an offset is outside the data. One that could not be read counts as 0, and comes after all that could.
+// Returns whether an offset is outside the data. Offsets that could not be read count as 0.
 bool StringPool::readOffsets(Extractor *reader, int stringCount, qint64 dataSize)
 {
     const auto isBad = [dataSize](qint32 offset) { return offset < 0 || offset >= dataSize; };
@@ -118,7 +118,7 @@ qint64 StringPool::checkedLength() const
     return total;
 }
 
-// Precondition: there is room for every string.
+// Precondition: every string fits into the data.
 bool StringPool::multipliesItsData(qint64 length) const
 {
     const qint64 most = MaxOverlap * qMax(dataLength(), SmallDataLength);

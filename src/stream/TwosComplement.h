@@ -4,8 +4,8 @@
 
 #include <QtGlobal>
 
-/// The 64 bits of @p number, to be written in a base other than 10: those of a negative number, Qt 5 writes as they are,
-/// and Qt 6 as an absolute value with a sign.
+/// The 64 bits of @p number, for printing in a base other than 10. Qt 5 prints the bits of a negative number, but Qt 6
+/// prints its absolute value with a sign.
 inline quint64 twosComplement(int number)
 {
     return quint64(qint64(number));

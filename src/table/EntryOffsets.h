@@ -6,7 +6,7 @@
 
 class Extractor;
 
-/// One offset of a type chunk, and the entry that it belongs to.
+/// One offset of a type chunk, and the index of its entry.
 struct EntryOffset {
     qint32 offset;
     int entry;
@@ -14,17 +14,16 @@ struct EntryOffset {
 Q_DECLARE_TYPEINFO(EntryOffset, Q_PRIMITIVE_TYPE);
 
 /**
- * The offset array of a type chunk, asked the other way round: which entry starts at this offset? Of several entries
- * with one offset, the last; the offset 0xffffffff means that the type has no value for the entry in this
- * configuration, and is never found.
+ * The dense offset array of a type chunk (see TypeChunk), for the reverse question: which entry starts at an offset? Of
+ * several entries with one offset, the last one. TypeChunk::NoDenseOffset is never found.
  *
- * Entries are read in the order in which they stand, and build tools write them in the order of their indices; asking
- * for ascending offsets costs a step each, anything else a binary search. Most offsets of a large table are none.
+ * Entries are read in their order in the file, which usually is that of their indices. Asking for ascending offsets
+ * costs a step each, anything else a binary search.
  */
 class EntryOffsets
 {
 public:
-    /// Reads the offsets of @p count entries from @p reader, or as many as there are before a fault.
+    /// Reads the offsets of @p count entries from @p reader, or as many as come before a fault.
     EntryOffsets(Extractor *reader, int count);
 
     /// Number of entries that have an offset.

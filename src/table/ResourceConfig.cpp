@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int LowerCase = 0x20; ///< set in letters of lower case
+constexpr int LowerCase = 0x20; ///< the bit that letters of lower case have
 
 struct Qualifier {
     int value;
@@ -108,7 +108,7 @@ QString ResourceConfig::locale() const
 {
     if (!isSet(language))
         return {};
-    // Every locale of a table is asked for with every label.
+    // A fast path: every locale of a table is formatted for every label.
     const bool hasCountry = isSet(country);
     if (std::all_of(language, language + 2, isLetter) && (!hasCountry || std::all_of(country, country + 2, isLetter))) {
         const char name[] = {char(language[0] | LowerCase), char(language[1] | LowerCase), '-',

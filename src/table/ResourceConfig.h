@@ -9,23 +9,8 @@
 class Extractor;
 
 /**
- * A configuration record: the qualifiers (language, density and so on) under which the values of a type chunk apply.
- * On the wire it starts with its own size; a shorter record, as older tools wrote it, ends between two groups:
- *
- * | offset | width         | fields                                                          |
- * |--------|---------------|-----------------------------------------------------------------|
- * | 0      | u32           | size of the record, this field included                         |
- * | 4      | u16, u16      | mcc, mnc                                                        |
- * | 8      | 2 + 2 bytes   | language, country                                               |
- * | 12     | u8, u8, u16   | orientation, touchscreen, density                               |
- * | 16     | u8, u8, u8, 1 | keyboard, navigation, input flags (keysHidden 0x03, navHidden 0x0c), padding |
- * | 20     | u16, u16      | screenWidth, screenHeight                                       |
- * | 24     | u16, u16      | sdkVersion, minor version (not kept)                            |
- * | 28     | u8            | screen layout (screenSize 0x0f, screenLong 0x30, layoutDirection 0xc0) |
- * | 29     | u8            | ui mode (uiModeType 0x0f, uiModeNight 0x30)                     |
- * | 30     | u16           | smallestScreenWidthDp                                           |
- * | 32     | u16, u16      | screenWidthDp, screenHeightDp                                   |
- * | 36     |               | newer fields (script, variant, ...), not kept                   |
+ * The configuration of a type chunk (see Configuration for the record). A shorter record, as older tools wrote it, ends
+ * between two groups of fields. Fields from the script on, and the minor version, are not kept.
  *
  * A plain value. 0 in a field means any; fields hold what was read, sign-extended from their width.
  */
@@ -33,23 +18,21 @@ class ResourceConfig
 {
 public:
     /**
-     * Reads a record at the reader's position, and consumes all of it. Fields that the record is too short for are 0,
-     * and all are when the reader had failed by the time the size was read.
+     * Reads a record at the reader's position, and consumes all of it. Fields beyond a short record are 0; all are when
+     * the reader had failed after the size was read.
      */
     SORREL_EXPORT void load(Extractor *reader);
 
     /**
-     * The locale: language in lower case, then "-" and the country in upper case when there is one ("de", "pt-BR"). A
-     * null string without a language. Languages of three letters, which the format packs into these two bytes, come
-     * out garbled.
+     * The locale: language in lower case, then "-" and the country in upper case if set ("de", "pt-BR"). A null string
+     * without a language. Languages of three letters, which the format packs into two bytes, are garbled.
      */
     SORREL_EXPORT QString locale() const;
 
     /**
-     * The qualifiers as resource directories have them ("en-rUS-land-hdpi"), in the order of Android's directory
-     * names except that the densities, sizes and modes that Android added later are left out; an empty string for the
-     * default configuration. A density of 0xffff that was read is -1, and prints nothing instead of "nodpi"; this is
-     * kept on purpose.
+     * The qualifiers as in the names of resource directories ("en-rUS-land-hdpi"), without the densities, sizes and
+     * modes that Android added later; an empty string for the default configuration. A density of 0xffff was read as
+     * -1, and prints nothing instead of "nodpi", which is kept on purpose.
      */
     SORREL_EXPORT QString toString() const;
 

@@ -79,7 +79,7 @@ void ResourcePackage::parseStringPool(int headerSize)
     if (chunkStart == m_typeStringsOffset)
         m_typeStrings.load(m_reader, headerSize);
     else if (chunkStart == m_keyStringsOffset)
-        StringPool(m_name + QLatin1String(" keys")).load(m_reader, headerSize); // for its faults alone
+        StringPool(m_name + QLatin1String(" keys")).load(m_reader, headerSize); // only for its faults
     else
         m_reader->diagnostics().add(SORREL_LOGGER,
                                     {Diagnostics::Code::UnknownStringPool, unsigned(m_reader->position)});
@@ -96,7 +96,7 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     config.load(m_reader);
     m_reader->popBoundary();
 
-    // A type id byte of 0x80 or more is negative, and passes; its entries are kept where no lookup finds them.
+    // A type id of 0x80 or more is negative here, and passes. No lookup finds its entries.
     if (typeId == 0 || typeId > m_typeStrings.count())
         m_reader->setError(QStringLiteral("Typechunk id out of range"));
     if (entryCount < 0 || TypeChunk::OffsetSize * qint64(entryCount) > m_reader->remaining())
@@ -123,8 +123,8 @@ void ResourcePackage::parseTypeChunk(int headerSize)
     }
 }
 
-// Reads the simple entries from here that are in memory as a whole, as nearly all are: field by field, parseEntry() takes
-// three times as long. Stops at any other entry.
+// Reads the simple entries from here that are in memory as a whole, as nearly all are: field by field, parseEntry()
+// takes three times as long. Stops at any other entry.
 void ResourcePackage::parseSimpleEntries(int typeId, EntryOffsets &offsets, int base, int configIndex)
 {
     while (const char *entry = m_reader->atHand(EntryView::SimpleSize)) {
@@ -170,7 +170,7 @@ void ResourcePackage::store(int typeId, const ResourceEntry &value)
 
 int ResourcePackage::indexOfConfig(const ResourceConfig &config)
 {
-    // The chunks of one type mostly come in the order of configurations that those of the type before had.
+    // Most types have their chunks in the same order of configurations as the previous type.
     const int expected = m_lastConfigIndex + 1;
     if (expected < m_configs.size() && m_configs.at(expected) == config)
         return m_lastConfigIndex = expected;

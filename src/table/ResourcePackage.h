@@ -21,63 +21,30 @@ class EntryOffsets;
 class Extractor;
 
 /**
- * One package of a resource table (chunk type 0x0200): its name, the names of its types, and every simple value of
- * every resource. A package chunk, with offsets from its start:
+ * One package of a resource table: its name, the names of its types, and every simple value of every resource. Its
+ * chunk is described at ResourceTable, with TypeChunk and EntryView for the types and entries in it.
  *
- * | offset | width        | field                                                                    |
- * |--------|--------------|--------------------------------------------------------------------------|
- * | 0      | 8 bytes      | chunk header, read by the caller                                         |
- * | 8      | u32          | package id: 0x7f for an application's own                                |
- * | 12     | 128 x u16    | package name, up to the first zero unit; the last unit never counts      |
- * | 268    | u32          | offset of the pool of type names; 0 for none                             |
- * | 272    | u32          | last public type, not used                                               |
- * | 276    | u32          | offset of the pool of key names; 0 for none                              |
- * | 280    | u32          | last public key, not used                                                |
- * | header size | chunks  | string pools (0x0001), type specs (0x0202, not used), types (0x0201)     |
- *
- * A type chunk holds the values of one type's resources in one configuration:
- *
- * | offset        | width           | field                                                            |
- * |---------------|-----------------|------------------------------------------------------------------|
- * | 0             | 8 bytes         | chunk header                                                     |
- * | 8             | u8, 3 bytes     | type id: 1 + index of its name; reserved                         |
- * | 12            | u32             | entry count                                                      |
- * | 16            | u32             | entries start: offset of the first entry                         |
- * | 20            |                 | configuration (see ResourceConfig)                               |
- * | header size   | entry count x u32 | offset of each entry from entries start; 0xffffffff for none   |
- * | entries start |                 | entries, one after another, to the chunk's end                   |
- *
- * An entry; its resource id is package id << 24 | type id << 16 | index in the offset array:
- *
- * | offset | width       | field                                                                       |
- * |--------|-------------|-----------------------------------------------------------------------------|
- * | 0      | u16         | size of this header                                                         |
- * | 2      | u16         | flags: 0x0001 for a map entry (style, array, plural)                        |
- * | 4      | u32         | index of its name in the pool of key names, not kept: entries are addressed by number |
- * | size   | 8 bytes     | simple entry: its value (see ResourceTypes)                                 |
- * | 8      | u32, u32    | map entry: parent, count; not stored, and skipped with its count x 12 bytes |
- *
- * Entries are read in the order in which they stand, so that each must be listed in the offset array, and nothing may
- * stand between two of them. A value type: copies are independent. The const operations only read.
+ * Only the classic encoding is read: dense offsets, and no compact entries. Entries are read one after another, so each
+ * must be in the offset array, and no bytes may be between two of them. Maps are skipped. The last unit of the name
+ * never counts. A value type: copies are independent. The const operations only read.
  */
 class ResourcePackage
 {
 public:
-    /// Characters of a type's name, which is part of every reference text.
+    /// Characters of a type's name at most; the name is part of every reference text.
     static constexpr int MaxTypeNameLength = 128;
-    /// Simple values in all.
+    /// Simple values of a package at most.
     static constexpr int MaxEntries = 1 << 22;
-    /// Values of one resource, one for each configuration that has any.
+    /// Values of one resource at most.
     static constexpr int MaxValues = 1 << 16;
 
     SORREL_EXPORT ResourcePackage();
 
     /**
-     * Reads a package whose chunk header has just been read, within the boundary that was pushed for it. Faults are
-     * left on the reader; the values that were read before one are kept. Besides the reader's own and the pools':
-     * "Typechunk id out of range", "Bogus entry count in type chunk", "resource table contains entry not in index", and
-     * for the ceilings above "too long type name in resource table", "too many values in package" and "too many values
-     * of one resource".
+     * Reads a package after its chunk header, within the boundary of the chunk. Faults are left on the reader; values
+     * that were read before a fault are kept. Besides the faults of the reader and the pools: "Typechunk id out of
+     * range", "Bogus entry count in type chunk", "resource table contains entry not in index", and for the ceilings
+     * above "too long type name in resource table", "too many values in package" and "too many values of one resource".
      */
     SORREL_EXPORT void load(Extractor *reader, int headerSize);
 
@@ -85,10 +52,10 @@ public:
     /// The package id; -1 before load().
     int id() const { return m_id; }
 
-    /// Text of the resource id @p ref, as ApkResources::refToString() answers it for a resource of this package.
+    /// Text of the resource id @p ref, as ApkResources::refToString() returns it for a resource of this package.
     SORREL_EXPORT QString refToString(int ref) const;
 
-    /// The lookups of ApkResources, for the entry with index @p entry of the type named @p type. @p res renders values.
+    /// The lookups of ApkResources, for the entry with index @p entry of the type @p type. @p res is the whole table.
     SORREL_EXPORT QStringList lookupAll(const QString &type, int entry, const ApkResources &res) const;
     SORREL_EXPORT QMap<QString, QString> lookupAllByConfig(const QString &type, int entry,
                                                            const ApkResources &res) const;
@@ -126,12 +93,12 @@ private:
     QString m_name;
     Extractor *m_reader = nullptr;                          ///< while loading
     std::map<ResourceConfig, int, ByBytes> m_configIndices; ///< while loading: indices in m_configs
-    int m_lastConfigIndex = -1;                             ///< while loading: of the type chunk before
+    int m_lastConfigIndex = -1;                             ///< while loading: of the previous type chunk
     StringPool m_typeStrings;
-    QVector<QString> m_typeNames; ///< of the types that have an id
+    QVector<QString> m_typeNames; ///< by type id, minus 1
     ResourceValues m_values;
     QVector<ResourceConfig> m_configs;
-    qint64 m_typeStringsOffset = 0; ///< position of the pool's chunk, 0 for none
+    qint64 m_typeStringsOffset = 0; ///< position of the pool's chunk in the file, 0 for none
     qint64 m_keyStringsOffset = 0;
 };
 

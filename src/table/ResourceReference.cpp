@@ -24,14 +24,14 @@ ResourceReference::ResourceReference(const QString &text, const ApkResourcesData
     if (!isMarked(text) || slash < 2 || slash == text.size() - 1
         || !std::all_of(text.cbegin() + slash + 1, text.cend(), isDigit))
         return;
-    // A colon that has nothing before it, or nothing after it, is part of the type's name.
+    // A colon at the start or the end is part of the type's name.
     const auto colon = text.indexOf(QLatin1Char(':'));
     const auto typeStart = colon > 1 && colon < slash - 1 ? colon + 1 : 1;
     const QStringView prefix = QStringView(text).mid(1, typeStart - 1);
-    const auto answers = [&prefix](const ResourcePackage &package) {
+    const auto matches = [&prefix](const ResourcePackage &package) {
         return (package.id() == ResourceId::ApplicationPackage && prefix.isEmpty()) || package.name() == prefix;
     };
-    const auto found = std::find_if(table.packages.cbegin(), table.packages.cend(), answers);
+    const auto found = std::find_if(table.packages.cbegin(), table.packages.cend(), matches);
     if (found == table.packages.cend())
         return;
     m_package = &*found;

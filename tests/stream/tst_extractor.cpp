@@ -44,7 +44,8 @@ QByteArray pattern(int size)
     return bytes.data();
 }
 
-// Remembers how many bytes each of its reads was asked for. QIODevice asks for none when its buffer was read to the end.
+// Remembers how many bytes each of its reads was asked for. QIODevice asks for none when its buffer was read to the
+// end.
 class RecordingDevice : public SequentialDevice
 {
 public:

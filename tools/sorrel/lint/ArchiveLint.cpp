@@ -15,14 +15,14 @@ constexpr quint16 Stored = 0;
 constexpr quint16 Deflated = 8;
 constexpr quint32 InZip64 = 0xffffffff;
 
-// Names are UTF-8 in packages, whatever their flags say; in what is not, each byte is a character.
+// Names in packages are UTF-8, whatever their flags say. In any other name each byte is a character.
 QString nameText(const QByteArray &name)
 {
     const QString text = QString::fromUtf8(name);
     return text.contains(QChar(QChar::ReplacementCharacter)) ? QString::fromLatin1(name) : text;
 }
 
-// Where sizes follow the data, the header need not have them.
+// When sizes follow the data, the header may lack them.
 bool isSame(quint32 local, quint32 central, bool mayFollow)
 {
     return local == central || (mayFollow && local == 0) || local == InZip64 || central == InZip64;

@@ -8,15 +8,15 @@
 #include <QSet>
 #include <QString>
 
-/// What is odd in the archive of a package, by its directory and the headers of its members. Nothing is unpacked.
+/// Checks the archive of a package: its directory and the headers of its members. Nothing is unpacked.
 class ArchiveLint
 {
 public:
     ArchiveLint(const QString &fileName, FindingList *findings);
 
-    /// Looks at all but what depends on the manifest.
+    /// Runs the checks that need no manifest.
     void run();
-    /// Looks at how the resource table is kept in a package that was made for the API level @p targetSdkVersion.
+    /// Checks how the archive stores the resource table of a package for the API level @p targetSdkVersion.
     void checkTable(int targetSdkVersion);
 
 private:

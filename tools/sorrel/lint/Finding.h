@@ -4,22 +4,23 @@
 
 #include <QString>
 
-/// How much what was found matters to those who read the package.
+/// How much a finding matters to readers of the package.
 enum class Severity {
-    Note,    ///< worth knowing; readers do with it
-    Warning, ///< some readers see something else, or nothing
-    Error,   ///< the package, or a part of it, cannot be read, or not be installed
+    Note,    ///< worth knowing; readers cope with it
+    Warning, ///< some readers see something else or nothing
+    Error,   ///< the package or a part of it cannot be read or installed
 };
 
 /// "note", "warning" or "error".
 QString severityName(Severity severity);
 
-/// Something odd in a package. Texts may hold what stands in the package, and go through printableText() to a terminal.
+/// Something odd in a package. Texts may contain texts of the package: pass them through printableText() for a
+/// terminal.
 struct Finding {
-    QString check; ///< name of the check that found it, as LintChecks.h has it
+    QString check; ///< name of the check, from LintChecks.h
     Severity severity = Severity::Note;
-    QString subject; ///< the member or launcher that it is about; empty for the package as a whole
-    QString text;    ///< what is odd, and what follows from it, in one English sentence
+    QString subject; ///< the member or launcher; empty for the whole package
+    QString text;    ///< the oddity and its consequence, in one English sentence
 };
 
 #endif

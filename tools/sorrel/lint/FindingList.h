@@ -10,9 +10,9 @@
 #include <array>
 
 /**
- * Findings about one package, in the order of LintChecks::All, and within one check in that in which they were added. A
- * check tells of MaxPerCheck members or launchers, and of how many more there are; subjects are cut to MaxLength
- * characters. So the list stays short whatever the package holds.
+ * Findings about one package, in the order of LintChecks::All, and within a check in the order in which they were
+ * added. The list stays short for any package: a check has at most MaxPerCheck findings and one with the number of the
+ * rest, and subjects are cut to MaxLength characters.
  */
 class FindingList
 {
@@ -23,7 +23,7 @@ public:
     void add(const LintCheck &check, const QString &subject, const QString &text);
     QVector<Finding> findings() const;
 
-    /// @p text, cut to what is shown of a text out of a package.
+    /// @p text of a package, cut to MaxLength characters.
     static QString shortened(const QString &text);
 
 private:

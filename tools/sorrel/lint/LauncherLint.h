@@ -10,8 +10,8 @@
 #include <QString>
 
 /**
- * What is odd in the launchers of a package: their classes, labels and icons. Icons are looked up and drawn once for
- * each resource. MaxLaunchers are looked at, and no further one is begun after MaxTime.
+ * Checks the launchers of a package: their classes, labels and icons. Icons are looked up and drawn once for each
+ * resource. At most MaxLaunchers are checked, and none begins after MaxTime.
  */
 class LauncherLint
 {
@@ -24,7 +24,7 @@ public:
     void run();
 
 private:
-    /// What is said about an icon.
+    /// The state of an icon.
     struct IconState {
         bool isXmlOnly = false;
         bool isDrawn = false;
@@ -36,7 +36,7 @@ private:
     IconState iconState(const SorrelKit::Launcher &launcher);
 
     SorrelKit::Package m_package;
-    QHash<quint32, IconState> m_icons; ///< by their resources
+    QHash<quint32, IconState> m_icons; ///< by resource id
     FindingList *m_findings;
 };
 

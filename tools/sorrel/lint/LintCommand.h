@@ -8,14 +8,14 @@
 
 #include <limits>
 
-/// `sorrel lint`: what is odd in packages, and what their readers would trip over.
+/// `sorrel lint`: reports what is odd in packages and which readers it affects.
 class LintCommand : public Command
 {
 public:
     QString name() const override { return QStringLiteral("lint"); }
     QString summary() const override { return QStringLiteral("Report what is wrong or unusual in packages."); }
     QString details() const override;
-    /// `--checks` takes none; run() asks for one otherwise.
+    /// `--checks` needs no file; otherwise run() requires one.
     int minArguments() const override { return 0; }
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override

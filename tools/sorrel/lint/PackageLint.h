@@ -9,26 +9,26 @@
 #include <QVector>
 
 /**
- * What is odd in the package, or set of packages, in a file, and what its readers would trip over: libsorrel's ApkFile,
- * SorrelKit, other readers of ZIP archives, Android. All is looked at when the object is made; the file is closed then.
+ * Checks the package, or set of packages, in a file for oddities that its readers may fail at: libsorrel's ApkFile,
+ * SorrelKit, other readers of ZIP archives, and Android. The constructor runs all checks and closes the file.
  * LintChecks.h has the checks.
  *
- * Time and memory are bounded as those of SorrelKit::Package are, of which this takes some times as much, and no
- * package ends the process. Objects may be made in several threads at a time.
+ * Time and memory are bounded like those of SorrelKit::Package; this takes a few times as much. No package ends the
+ * process. Several threads may construct objects at a time.
  */
 class PackageLint
 {
 public:
     explicit PackageLint(const QString &fileName);
 
-    /// SorrelKit::Package::error() and its text. There may be findings that tell why.
+    /// SorrelKit::Package::error() and its text. Findings may give the reason.
     int errorCode() const { return m_errorCode; }
     QString errorText() const { return m_errorText; }
     bool failed() const { return m_errorCode != 0; }
 
     /// In the order of LintChecks::All.
     const QVector<Finding> &findings() const { return m_findings; }
-    /// The same, as objects of "check", "severity" ("note", "warning", "error"), "subject" and "text".
+    /// The findings as objects of "check", "severity" ("note", "warning", "error"), "subject" and "text".
     QJsonArray toJson() const;
 
 private:

@@ -13,8 +13,8 @@
 #include <QVector>
 
 /**
- * Checks the manifest and the resource table of a package, and whether libsorrel's ApkFile and SorrelKit read them. Both
- * members are read from the archive once.
+ * Checks the manifest and the resource table of a package, and whether libsorrel's ApkFile and SorrelKit read them.
+ * Both members are read from the archive once.
  */
 class ReaderLint
 {

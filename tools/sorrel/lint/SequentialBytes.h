@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QIODevice>
 
-/// Bytes as a device that cannot seek, as a member of an archive is one; open from the start.
+/// Bytes as a sequential device, like a member of an archive. Open from the start.
 class SequentialBytes : public QIODevice
 {
 public:

@@ -7,9 +7,9 @@
 class TypeChunk;
 
 /**
- * The encodings that the types of a resource table are in (see TypeChunk and EntryView). libsorrel reads only the classic
- * one: dense offsets, no compact entries, and an entry of its own for each simple value. Chunks after a damaged one are
- * not looked at.
+ * The encodings that the types of a resource table are in (see TypeChunk and EntryView). libsorrel reads only the
+ * classic one: dense offsets, no compact entries, and an entry of its own for each simple value. Chunks after a damaged
+ * one are not looked at.
  */
 class TableEncodings
 {

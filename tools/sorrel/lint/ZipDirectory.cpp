@@ -57,7 +57,7 @@ void ZipDirectory::findEnd()
     readMembers(m_leadingBytes + offset, size);
 }
 
-// An archive within the archive has an end as well, whose offsets count from its own start.
+// The end of an archive within this one has offsets from its own start, so it does not match.
 bool ZipDirectory::isDirectoryEnd(const QByteArray &tail, int at, qint64 tailAt)
 {
     const ByteView end = ByteView(tail).part(at, EndSize);
@@ -106,7 +106,7 @@ ZipDirectory::LocalHeader ZipDirectory::localHeader(const Member &member)
     header.compressedSize = bytes.u32(18);
     header.size = bytes.u32(22);
     header.name = bytes.part(LocalSize, bytes.u16(26)).toByteArray();
-    // One that is longer is known by its length to be another.
+    // A longer name differs by its length.
     if (bytes.u16(26) > member.name.size())
         header.name += "...";
     header.dataAt = member.headerAt + LocalSize + bytes.u16(26) + bytes.u16(28);

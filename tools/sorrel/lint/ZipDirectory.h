@@ -8,19 +8,18 @@
 #include <QVector>
 
 /**
- * The directory of a ZIP archive, and the headers of its members, as the file has them: what a library that reads
- * archives makes up its mind about, and does not show. Nothing is unpacked. Fields have the names of the format
- * (APPNOTE 4.3).
+ * The directory of a ZIP archive and the headers of its members, as they are in the file. Libraries that read archives
+ * hide where the two differ. Nothing is unpacked.
  *
- * The end of the directory is the last one of the file, which is the one that libsorrel takes. Up to MaxBytes of a
- * directory are read, at once.
+ * The last end of a directory in the file counts, as for libsorrel.
  */
 class ZipDirectory
 {
 public:
+    /// Bytes of the directory that are read at most.
     static constexpr qint64 MaxBytes = 64 << 20;
 
-    /// What both a directory and a member's own header say.
+    /// The fields that the directory and a member's own header have in common.
     struct Header {
         quint16 flags = 0;
         quint16 method = 0;
@@ -30,35 +29,35 @@ public:
         QByteArray name;
     };
     struct Member : Header {
-        qint64 headerAt = 0; ///< where its own header is, in the file
+        qint64 headerAt = 0; ///< offset of its own header in the file
     };
     /// A member's own header.
     struct LocalHeader : Header {
         bool isFound = false;
-        qint64 dataAt = 0; ///< where its bytes are, in the file
+        qint64 dataAt = 0; ///< offset of its bytes in the file
     };
 
     explicit ZipDirectory(const QString &fileName);
 
-    /// Whether there is an end of a directory; all else is empty when there is none.
+    /// Whether the file has the end of a directory; without one, everything else is empty.
     bool isValid() const { return m_endAt >= 0; }
     bool isMultiDisk() const { return m_isMultiDisk; }
-    /// Whether sizes or offsets are in a ZIP64 directory, which is not read.
+    /// Whether sizes or offsets are in a ZIP64 directory. That one is not read.
     bool isZip64() const { return m_isZip64; }
-    /// Whether the directory is longer than MaxBytes, of which members() has the start.
+    /// Whether the directory is longer than MaxBytes. members() then has its start.
     bool isCut() const { return m_isCut; }
-    /// The number of members that the end claims.
+    /// The number of members according to the end of the directory.
     int memberCount() const { return m_memberCount; }
-    /// Those that the directory has, in its order.
+    /// The members in the order of the directory.
     const QVector<Member> &members() const { return m_members; }
-    /// Bytes in front of the archive, by which its offsets are off.
+    /// Bytes before the archive. Its offsets are too small by that number.
     qint64 leadingBytes() const { return m_leadingBytes; }
-    /// Bytes behind the archive and its comment.
+    /// Bytes after the archive and its comment.
     qint64 trailingBytes() const { return m_trailingBytes; }
-    /// Whether the end of another directory, which leads to members, stands near the end of the file.
+    /// Whether the end of another directory with members is near the end of the file.
     bool hasOtherDirectory() const { return m_hasOtherDirectory; }
 
-    /// The header of @p member itself. Of a name of another length its start alone.
+    /// The own header of @p member. A longer name is cut to the length of the member's.
     LocalHeader localHeader(const Member &member);
 
 private:
