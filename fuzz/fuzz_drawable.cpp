@@ -37,7 +37,8 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const fixture::LogCapture log;
     files.add(inputPath(), QByteArray(reinterpret_cast<const char *>(data), int(size)));
 
-    DrawableInflater loader(resolver, files, 1);
+    Budget budget = fixture::iconBudget();
+    DrawableInflater loader(resolver, files, budget, 1);
     loader.setIconMask(masks[size > 0 ? data[size - 1] % 4 : 0]);
     const DrawablePointer drawable = loader.fromResource(InputDrawable);
     if (drawable == nullptr) {
@@ -45,7 +46,7 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
             failed("there is no drawable, and no error");
         return 0;
     }
-    Canvas canvas(Size);
+    Canvas canvas(Size, budget);
     drawable->draw(canvas, QRectF(QPointF(), QSizeF(Size)));
     const QImage image = canvas.image();
     if (image.size() != Size || image.format() != QImage::Format_ARGB32_Premultiplied)

@@ -2,9 +2,7 @@
 #include "drawable/BitmapDrawable.h"
 
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/Downscaler.h"
 #include "drawable/paint/PaintBounds.h"
-#include "drawable/paint/PictureSample.h"
 #include "drawable/paint/VisibleArea.h"
 #include "drawable/source/DrawableAttributes.h"
 
@@ -111,41 +109,33 @@ void BitmapDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 void BitmapDrawable::paint(Canvas &canvas, const QRectF &target) const
 {
     const VisibleArea area(canvas.painter(), target);
-    const qint64 pixels = qint64(m_picture.width()) * m_picture.height();
-    const qint64 canvasPixels = qint64(canvas.size().width()) * canvas.size().height();
-    if (area.isEmpty() || !canvas.spend(2 + pixels / canvasPixels))
-        return;
-    canvas.painter().drawImage(area.part(), isTiled() ? tiled(area) : stretched(area));
+    const QSizeF size = isTiled() ? m_size : area.bounds().size();
+    const QSizeF scale = area.scale();
+    PicturePainter::paint(canvas, area, m_picture, {size.width() * scale.width(), size.height() * scale.height()},
+                          [&](QSize picture) { return isTiled() ? tiled(area, picture) : stretched(area, picture); });
 }
 
-QImage BitmapDrawable::stretched(const VisibleArea &area) const
+PicturePainter::Samples BitmapDrawable::stretched(const VisibleArea &area, QSize picture)
 {
     const QRectF &bounds = area.bounds();
-    const QImage picture =
-        Downscaler::scaled(m_picture, {bounds.width() * area.scale().width(), bounds.height() * area.scale().height()});
     const qreal x = picture.width() / bounds.width();
     const qreal y = picture.height() / bounds.height();
     const QRectF &part = area.part();
-    return PictureSample::resampled(
-        picture,
-        stretchedSamples(area.pixels().width(), picture.width(), (part.x() - bounds.x()) * x,
-                         part.width() * x / area.pixels().width()),
-        stretchedSamples(area.pixels().height(), picture.height(), (part.y() - bounds.y()) * y,
-                         part.height() * y / area.pixels().height()));
+    return {stretchedSamples(area.pixels().width(), picture.width(), (part.x() - bounds.x()) * x,
+                             part.width() * x / area.pixels().width()),
+            stretchedSamples(area.pixels().height(), picture.height(), (part.y() - bounds.y()) * y,
+                             part.height() * y / area.pixels().height())};
 }
 
-QImage BitmapDrawable::tiled(const VisibleArea &area) const
+PicturePainter::Samples BitmapDrawable::tiled(const VisibleArea &area, QSize picture) const
 {
-    const QImage picture =
-        Downscaler::scaled(m_picture, {m_size.width() * area.scale().width(), m_size.height() * area.scale().height()});
     const qreal x = picture.width() / m_size.width();
     const qreal y = picture.height() / m_size.height();
     const QRectF &part = area.part();
-    return PictureSample::resampled(picture,
-                                    tileSamples(area.pixels().width(), picture.width(), part.x() * x,
-                                                part.width() * x / area.pixels().width(), m_tileX),
-                                    tileSamples(area.pixels().height(), picture.height(), part.y() * y,
-                                                part.height() * y / area.pixels().height(), m_tileY));
+    return {tileSamples(area.pixels().width(), picture.width(), part.x() * x, part.width() * x / area.pixels().width(),
+                        m_tileX),
+            tileSamples(area.pixels().height(), picture.height(), part.y() * y,
+                        part.height() * y / area.pixels().height(), m_tileY)};
 }
 
 } // namespace SorrelKit

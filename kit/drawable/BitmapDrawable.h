@@ -4,6 +4,7 @@
 
 #include "drawable/color/TintedLayer.h"
 #include "drawable/paint/Gravity.h"
+#include "drawable/paint/PicturePainter.h"
 #include "drawable/source/Drawable.h"
 
 #include <QImage>
@@ -47,8 +48,8 @@ public:
 private:
     bool isTiled() const { return m_tileX != TileMode::Disabled || m_tileY != TileMode::Disabled; }
     void paint(Canvas &canvas, const QRectF &target) const;
-    QImage stretched(const VisibleArea &area) const;
-    QImage tiled(const VisibleArea &area) const;
+    static PicturePainter::Samples stretched(const VisibleArea &area, QSize picture);
+    PicturePainter::Samples tiled(const VisibleArea &area, QSize picture) const;
 
     QImage m_picture;
     QSizeF m_size;

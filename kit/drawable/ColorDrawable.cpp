@@ -15,7 +15,7 @@ DrawablePointer ColorDrawable::fromXml(const XmlElement &element, DrawableLoader
 void ColorDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 {
     const VisibleArea area(canvas.painter(), bounds);
-    if (!area.isEmpty() && canvas.spend())
+    if (!area.isEmpty() && canvas.spendPasses())
         canvas.painter().fillRect(area.part(), m_color);
 }
 

@@ -50,8 +50,9 @@ constexpr Kind kinds[] = {
 
 } // namespace
 
-DrawableInflater::DrawableInflater(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp)
-    : DrawableLoader(resolver, files, pixelsPerDp)
+DrawableInflater::DrawableInflater(const ResourceResolver &resolver, FileSource &files, Budget &budget,
+                                   qreal pixelsPerDp)
+    : DrawableLoader(resolver, files, budget, pixelsPerDp)
 {
 }
 

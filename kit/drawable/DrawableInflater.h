@@ -10,8 +10,8 @@ namespace SorrelKit {
 class DrawableInflater final : public DrawableLoader
 {
 public:
-    /// @p files outlives the inflater. Dimensions become pixels at @p pixelsPerDp.
-    DrawableInflater(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp);
+    /// @p files and @p budget outlive the inflater. Dimensions become pixels at @p pixelsPerDp.
+    DrawableInflater(const ResourceResolver &resolver, FileSource &files, Budget &budget, qreal pixelsPerDp);
 
 private:
     DrawablePointer makeColor(const QColor &color) override;

@@ -3,7 +3,7 @@
 
 #include "drawable/BitmapDrawable.h"
 #include "drawable/paint/Canvas.h"
-#include "drawable/paint/Downscaler.h"
+#include "drawable/paint/PicturePainter.h"
 #include "drawable/paint/VisibleArea.h"
 #include "drawable/source/DrawableAttributes.h"
 
@@ -64,24 +64,22 @@ void NinePatchDrawable::draw(Canvas &canvas, const QRectF &bounds) const
 
 void NinePatchDrawable::paint(Canvas &canvas, const VisibleArea &area) const
 {
-    const qint64 pixels = qint64(m_picture.width()) * m_picture.height();
-    const qint64 canvasPixels = qint64(canvas.size().width()) * canvas.size().height();
-    if (!canvas.spend(2 + pixels / canvasPixels))
-        return;
-    const qreal x = m_scale * area.scale().width();
-    const qreal y = m_scale * area.scale().height();
-    const QImage picture = Downscaler::scaled(m_picture, {m_picture.width() * x, m_picture.height() * y});
+    const QSizeF scale = area.scale();
     const QRectF &bounds = area.bounds();
     const QPointF offset = area.part().topLeft() - bounds.topLeft();
-    const StretchedSide width{picture.width(), qreal(picture.width()) / m_picture.width(),
-                              bounds.width() * area.scale().width(), x};
-    const StretchedSide height{picture.height(), qreal(picture.height()) / m_picture.height(),
-                               bounds.height() * area.scale().height(), y};
-    canvas.painter().drawImage(
-        area.part(),
-        PictureSample::resampled(
-            picture, width.samples(m_patch.columns(), offset.x() * area.scale().width(), area.pixels().width()),
-            height.samples(m_patch.rows(), offset.y() * area.scale().height(), area.pixels().height())));
+    const QSizeF fixedScale = scale * m_scale;
+    const auto samplesOf = [&](QSize picture) {
+        const StretchedSide width{picture.width(), qreal(picture.width()) / m_picture.width(),
+                                  bounds.width() * scale.width(), fixedScale.width()};
+        const StretchedSide height{picture.height(), qreal(picture.height()) / m_picture.height(),
+                                   bounds.height() * scale.height(), fixedScale.height()};
+        return PicturePainter::Samples{
+            width.samples(m_patch.columns(), offset.x() * scale.width(), area.pixels().width()),
+            height.samples(m_patch.rows(), offset.y() * scale.height(), area.pixels().height())};
+    };
+    PicturePainter::paint(canvas, area, m_picture,
+                          {m_picture.width() * fixedScale.width(), m_picture.height() * fixedScale.height()},
+                          samplesOf);
 }
 
 } // namespace SorrelKit

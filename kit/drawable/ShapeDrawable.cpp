@@ -123,7 +123,7 @@ void ShapeDrawable::draw(Canvas &canvas, const QRectF &bounds) const
     const QPainterPath path = outline(rect);
     const QBrush fill = m_gradient ? m_gradient->brush(rect, m_size) : QBrush(m_solid);
     const bool isFilled = m_kind != Kind::Line && (m_gradient || m_solid.alpha() > 0);
-    if (isFilled && canvas.spend())
+    if (isFilled && canvas.spendPasses())
         canvas.painter().fillPath(path, fill);
     paintStroke(canvas, path, 2 * (rect.width() + rect.height()));
 }
@@ -212,9 +212,8 @@ void ShapeDrawable::paintStroke(Canvas &canvas, const QPainterPath &path, qreal 
     const qreal dashes = m_stroke.dashCount(length);
     if (dashes > 0)
         pen.setDashPattern({m_stroke.dash / m_stroke.width, m_stroke.gap / m_stroke.width});
-    const qint64 canvasPixels = qint64(canvas.size().width()) * canvas.size().height();
-    const qreal cost = dashes * DashCost * (1 + m_stroke.width / DashCostWidth);
-    if (canvas.spend(1 + qint64(cost) / canvasPixels))
+    const qreal work = dashes * DashWork * (1 + m_stroke.width / DashWorkWidth);
+    if (canvas.spendPasses() && canvas.spendWork(qint64(work)))
         canvas.painter().strokePath(path, pen);
 }
 

@@ -37,9 +37,9 @@ public:
     static constexpr qreal MinDashPixels = 0.5;
     static constexpr qreal MinDashWidths = 0.125;
     static constexpr qreal MaxDashedWidth = 256;
-    /// Pixels that a dash counts for in a canvas's budget, and as many again for each so many pixels of its width.
-    static constexpr qreal DashCost = 4096;
-    static constexpr qreal DashCostWidth = 8;
+    /// The work for a dash, and as much again for each DashWorkWidth pixels of its width.
+    static constexpr qreal DashWork = 2048;
+    static constexpr qreal DashWorkWidth = 8;
 
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 

@@ -50,10 +50,7 @@ constexpr Row rows[] = {
     {Fault::NumberTooLarge, Code::Damaged, "too large a number in path data at %1"},
     {Fault::CoordinateTooLarge, Code::Damaged, "too large a coordinate in path data at %1"},
     {Fault::DrawablesTooDeep, Code::TooMuch, "drawables nested too deeply"},
-    {Fault::TooManyDrawables, Code::TooMuch, "too many drawables"},
-    {Fault::TooMuchXml, Code::TooMuch, "too much XML in drawables"},
     {Fault::GroupsTooDeep, Code::TooMuch, "groups of a vector nested too deeply"},
-    {Fault::TooManySegments, Code::TooMuch, "too many path segments"},
     {Fault::StrokeTooLong, Code::TooMuch, "too many segments in a path that is stroked"},
     {Fault::TooMuchDrawing, Code::TooMuch, "drawing takes too much"},
 };

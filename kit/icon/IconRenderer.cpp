@@ -68,8 +68,9 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
             setError({DrawableFault::NotDrawable, DrawableLoader::idText(best.resource)});
         return {};
     }
-    // One for all, so that no file is read and no picture decoded twice.
-    DrawableInflater loader(resolver, m_files, qreal(size) / IconDp);
+    Budget budget(MaxWork, MaxBytes);
+    // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
+    DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
     loader.setIconMask(mask);
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
     QImage image = isPicture ? QImage() : drawn(best, loader, size);
@@ -83,14 +84,13 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
 
 QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, int size)
 {
+    // Made first, so that loading leaves room for it.
+    Canvas canvas(QSize(size, size), loader.budget());
     const DrawablePointer drawable = loader.fromValue(value);
     if (drawable == nullptr) {
         setError(loader.error());
         return {};
     }
-    constexpr int PixelSize = 4;
-    const qint64 layers = (MaxDrawingBytes - loader.pictureBytes()) / (qint64(PixelSize) * size * size);
-    Canvas canvas(QSize(size, size), int(qMin(layers, qint64(Canvas::MaxLayers))));
     drawFitted(*drawable, sizeOf(*drawable, loader.pixelsPerDp()), canvas);
     setError(loader.error());
     if (canvas.isSpent())
@@ -117,9 +117,11 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
         const QImage image = loader.picture(picture.path);
         if (image.isNull())
             continue;
-        Canvas canvas(QSize(size, size));
+        Canvas canvas(QSize(size, size), loader.budget());
         drawFitted(BitmapDrawable(image, image.size()), image.size(), canvas);
-        return canvas.image();
+        if (!canvas.isSpent())
+            return canvas.image();
+        setError({DrawableFault::TooMuchDrawing, QString()});
     }
     return {};
 }

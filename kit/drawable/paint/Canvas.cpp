@@ -23,14 +23,21 @@ void prepare(QPainter *painter)
 
 } // namespace
 
-Canvas::Canvas(QSize size, int maxLayers)
-    : m_image(transparent(size)),
+Canvas::Canvas(QSize size, Budget &budget)
+    : m_budget(budget),
+      m_image(transparent(size)),
+      m_bytes(budget, m_image.sizeInBytes()),
       m_bottom(&m_image),
       m_painter(&m_bottom),
-      m_pixels(MaxPixels),
-      m_maxLayers(qMin(maxLayers, MaxLayers))
+      m_isSpent(!m_bytes)
 {
     prepare(m_painter);
+}
+
+bool Canvas::spendWork(qint64 work)
+{
+    m_isSpent = m_isSpent || !m_budget.spendWork(work);
+    return !m_isSpent;
 }
 
 QImage Canvas::image()
@@ -44,7 +51,12 @@ QImage Canvas::image()
 
 void Canvas::layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity)
 {
-    if (m_layers >= m_maxLayers || !spend(3))
+    if (m_layers >= MaxLayers)
+        return;
+    const HeldBytes bytes(m_budget, m_image.sizeInBytes());
+    if (!bytes)
+        return setCut();
+    if (!spendPasses(3))
         return;
     QImage image = transparent(size());
     {
@@ -72,6 +84,12 @@ void Canvas::maskedLayer(const QPainterPath &mask, const std::function<void()> &
     const auto cut = [&](QImage &layer) {
         if (change)
             change(layer);
+        const HeldBytes bytes(m_budget, layer.sizeInBytes());
+        if (!bytes) {
+            setCut();
+            layer.fill(Qt::transparent);
+            return;
+        }
         QImage kept(layer.size(), QImage::Format_ARGB32_Premultiplied);
         kept.fill(Qt::transparent);
         QPainter maskPainter(&kept);
@@ -83,7 +101,7 @@ void Canvas::maskedLayer(const QPainterPath &mask, const std::function<void()> &
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
         painter.drawImage(0, 0, kept);
     };
-    if (spend(2))
+    if (spendPasses(2))
         this->layer(paint, cut, opacity);
 }
 

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_CANVAS_H
 #define SORRELKIT_CANVAS_H
 
-#include "format/Allowance.h"
+#include "format/HeldBytes.h"
 
 #include <QImage>
 #include <QPainter>
@@ -13,58 +13,61 @@
 namespace SorrelKit {
 
 /**
- * A picture that drawables are painted on, with a budget for what painting takes, counted in pixels that are gone over.
- * A drawable spends() what it is about to paint, and leaves it out when there is not as much left.
+ * A picture that drawables are painted on. Painting costs work, and layers hold bytes, of the budget of the call. A drawable
+ * spends the work before it paints. Once there is too little work for something, nothing more is painted.
  */
 class Canvas
 {
 public:
-    /// Pixels that may be gone over while a picture is drawn, all layers together.
-    /// Enough for a thousand layers over all of a picture of 512 pixels.
-    static constexpr qint64 MaxPixels = qint64(1) << 28;
-    /// Sides of a picture at most.
+    /// Pixels of a side at most.
     static constexpr int MaxSide = 1024;
-    /// Layers in each other at most, each of which takes a picture's memory.
+    /// Layers in each other at most. Content in more layers is left out.
     static constexpr int MaxLayers = 8;
+    /// Pixels that are painted in one colour, or copied from a layer, for a unit of work. Both take about 1 ns a pixel.
+    static constexpr int PixelsPerWork = 4;
 
-    /// A canvas of @p size, transparent, in the format ARGB32_Premultiplied; with up to @p maxLayers in each other.
-    explicit Canvas(QSize size, int maxLayers = MaxLayers);
+    /// A transparent canvas of @p size, in the format ARGB32_Premultiplied. @p budget outlives it. Nothing is painted when
+    /// the budget has no room for the canvas.
+    Canvas(QSize size, Budget &budget);
 
-    /// Paints on the innermost layer, antialiased.
+    /// The painter of the innermost layer. It is antialiased.
     QPainter &painter() { return *m_painter; }
     QSize size() const { return m_image.size(); }
-    /// The picture, when everything is painted. The painter is as new then: its state is gone.
+    Budget &budget() { return m_budget; }
+    /// The finished picture. Resets the state of the painter.
     QImage image();
 
-    /// Takes what one pass over all of the canvas costs off the budget, @p passes times; false when there is not as much.
-    bool spend(qint64 passes = 1) { return m_pixels.spend(passes * qint64(size().width()) * size().height()); }
-    /// Takes off what @p pixels cost, for what is smaller than the canvas, or takes longer than a pass over it.
-    bool spendPixels(qint64 pixels) { return m_pixels.spend(pixels); }
-    /// The pixels that are left of the budget.
-    qint64 pixelsLeft() const { return m_pixels.left(); }
-    /// Whether something had to be left out.
-    bool isSpent() const { return m_pixels.isSpent(); }
+    /// Spends the work of @p passes over the whole canvas. Returns whether the drawable may paint.
+    bool spendPasses(qint64 passes = 1) { return spendWork(passes * size().width() * size().height() / PixelsPerWork); }
+    /// Spends @p work. Returns whether the drawable may paint.
+    bool spendWork(qint64 work);
+    /// Notes that the budget has no room for the bytes of something, which is left out.
+    void setCut() { m_isCut = true; }
+    /// Whether something was left out because the budget had no room for it.
+    bool isSpent() const { return m_isSpent || m_isCut; }
 
     /**
-     * Has @p paint paint on a transparent layer of the canvas's size, hands it to @p change, and puts it on the canvas
-     * with @p opacity. The painter's transformation holds on the layer as well, which may lie in a layer itself.
-     * Spends three passes. What is in more layers in each other than there may be is left out.
+     * Calls @p paint to paint on a transparent layer of the canvas's size, passes the layer to @p change, and paints it on the
+     * canvas with @p opacity. The layer keeps the painter's transformation. Layers may be nested. A layer costs three
+     * passes and holds its bytes.
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
     /// The same, and cuts the layer to @p mask, with smooth edges, after @p change, which may be empty. The mask has the
-    /// coordinates of painter(). Spends two passes more.
+    /// coordinates of painter(). Costs two passes more.
     void maskedLayer(const QPainterPath &mask, const std::function<void()> &paint,
                      const std::function<void(QImage &)> &change = {}, qreal opacity = 1);
 
 private:
     Q_DISABLE_COPY(Canvas)
 
+    Budget &m_budget;
     QImage m_image;
+    HeldBytes m_bytes;
     QPainter m_bottom;
     QPainter *m_painter; ///< of the innermost layer
-    Allowance m_pixels;
-    const int m_maxLayers;
     int m_layers = 0;
+    bool m_isSpent;       ///< no more is painted
+    bool m_isCut = false; ///< something was left out
 };
 
 } // namespace SorrelKit

@@ -56,15 +56,36 @@ int targetSide(int side, qreal wanted)
     return int(std::ceil(qBound(qreal(1), wanted - 1e-6, most)));
 }
 
+QSize targetSize(QSize picture, const QSizeF &size)
+{
+    return {targetSide(picture.width(), size.width()), targetSide(picture.height(), size.height())};
+}
+
+qint64 pixelCount(QSize size)
+{
+    return qint64(size.width()) * size.height();
+}
+
 } // namespace
+
+qint64 Downscaler::bytes(QSize picture, const QSizeF &size)
+{
+    constexpr qint64 PixelSize = 4;
+    const QSize target = targetSize(picture, size);
+    qint64 pixels = pixelCount(picture);
+    if (pixels > MaxDirectPixels)
+        pixels = qint64(picture.width() / blockSide(picture.width(), target.width()))
+                 * (picture.height() / blockSide(picture.height(), target.height()));
+    return PixelSize * (pixels + pixelCount(target));
+}
 
 QImage Downscaler::scaled(const QImage &picture, const QSizeF &size)
 {
-    const QSize target(targetSide(picture.width(), size.width()), targetSide(picture.height(), size.height()));
-    const bool isLarge = qint64(picture.width()) * picture.height() > MaxDirectPixels;
-    const QImage image = isLarge ? blockAverages(picture, blockSide(picture.width(), target.width()),
-                                                 blockSide(picture.height(), target.height()))
-                                 : picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const QSize target = targetSize(picture.size(), size);
+    const QImage image = pixelCount(picture.size()) > MaxDirectPixels
+                             ? blockAverages(picture, blockSide(picture.width(), target.width()),
+                                             blockSide(picture.height(), target.height()))
+                             : picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     return image.scaled(target.boundedTo(image.size()), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 

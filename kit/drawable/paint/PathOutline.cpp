@@ -11,9 +11,9 @@ namespace {
 
 constexpr int CurvePoints = 4;
 
-// What a pixel that an edge meets takes a painter, and a step of the search for it, in pixels painted in one colour.
-constexpr qint64 MeetingCost = 64;
-constexpr qint64 StepCost = 4;
+// The work of a painter for a pixel that an edge meets, and for a step of the search for that pixel.
+constexpr qint64 MeetingWork = 32;
+constexpr qint64 StepWork = 2;
 
 qreal length(QPointF vector)
 {
@@ -35,11 +35,11 @@ qreal sag(const QPointF *points)
 
 } // namespace
 
-PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxCost)
+PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxWork)
     : m_visible(visible),
       m_toPixels(toPixels),
       m_size(size),
-      m_maxCost(maxCost),
+      m_maxWork(maxWork),
       m_flatness(Tolerance / scaleOf(toPixels)),
       m_met(size.height())
 {
@@ -48,7 +48,7 @@ PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSiz
 bool PathOutline::add(const QPainterPath &path, const QTransform &transform)
 {
     m_polygons.setFillRule(path.fillRule());
-    for (int i = 0; i < path.elementCount() && edgeCost() <= m_maxCost; ++i) {
+    for (int i = 0; i < path.elementCount() && edgeWork() <= m_maxWork; ++i) {
         const QPainterPath::Element element = path.elementAt(i);
         if (element.isMoveTo()) {
             moveTo(transform.map(QPointF(element)));
@@ -63,18 +63,18 @@ bool PathOutline::add(const QPainterPath &path, const QTransform &transform)
         }
     }
     close();
-    return edgeCost() <= m_maxCost;
+    return edgeWork() <= m_maxWork;
 }
 
 // Every edge is looked at once for each band of rows that a painter goes through.
-qint64 PathOutline::edgeCost() const
+qint64 PathOutline::edgeWork() const
 {
-    constexpr qint64 EdgeCost = 8;
-    constexpr qint64 RowsPerPixel = 2;
+    constexpr qint64 EdgeWork = 4;
+    constexpr qint64 RowsPerWork = 4;
     if (m_polygons.elementCount() >= MaxPoints)
-        return m_maxCost + 1;
+        return m_maxWork + 1;
     const qint64 rows = row(m_bottomRight.y()) - row(m_topLeft.y());
-    return m_meetings * MeetingCost + m_steps * StepCost + m_polygons.elementCount() * (EdgeCost + rows / RowsPerPixel);
+    return m_meetings * MeetingWork + m_steps * StepWork + m_polygons.elementCount() * (EdgeWork + rows / RowsPerWork);
 }
 
 qint64 PathOutline::area() const
@@ -117,7 +117,7 @@ void PathOutline::lineTo(QPointF point)
 // Ends with the halvings, of which there are MaxHalvings within each other at most.
 void PathOutline::curveTo(const QPointF *points, int halvings)
 {
-    if (halvings == 0 || isAside(points, CurvePoints) || sag(points) <= m_flatness || edgeCost() > m_maxCost)
+    if (halvings == 0 || isAside(points, CurvePoints) || sag(points) <= m_flatness || edgeWork() > m_maxWork)
         return lineTo(points[3]);
     const QPointF middle = (points[1] + points[2]) / 2;
     const QPointF before = (points[0] + points[1]) / 2;

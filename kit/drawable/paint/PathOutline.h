@@ -29,8 +29,8 @@ public:
     static constexpr int MaxHalvings = 10;
 
     /// What is inside @p visible is kept. @p toPixels leads from its coordinates to those of a canvas of @p size. The
-    /// outline is given up when it costs more than @p maxCost.
-    PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxCost);
+    /// outline is given up when it costs more than @p maxWork.
+    PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxWork);
 
     /// Takes in @p path after @p transform, which leads to the coordinates of the visible rectangle. False when the
     /// outline is given up. Precondition: the coordinates are finite after the transformation.
@@ -38,8 +38,8 @@ public:
 
     /// The polygons, closed, with the fill rule of the path.
     const QPainterPath &polygons() const { return m_polygons; }
-    /// What finding the polygons' pixels takes, in pixels painted in one colour.
-    qint64 edgeCost() const;
+    /// The work of a painter to find the pixels of the polygons.
+    qint64 edgeWork() const;
     /// The pixels in the rectangle around the polygons.
     qint64 area() const;
 
@@ -57,7 +57,7 @@ private:
     QRectF m_visible;
     QTransform m_toPixels;
     QSize m_size;
-    qint64 m_maxCost;
+    qint64 m_maxWork;
     qreal m_flatness; ///< the tolerance in the coordinates of the visible rectangle
     QPainterPath m_polygons;
     QVector<int> m_met;    ///< pixels that edges meet, in each row of the canvas

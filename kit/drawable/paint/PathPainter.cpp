@@ -11,9 +11,11 @@ namespace SorrelKit {
 
 namespace {
 
-// What anything but filling takes, in pixels painted in one colour.
-constexpr qint64 ElementCost = 64;
-constexpr qint64 StrokedElementCost = 1024;
+// The work for an element of a path besides filling.
+constexpr qint64 ElementWork = 16;
+constexpr qint64 StrokedElementWork = 256;
+// Bytes for each point of an outline or a stroke: those of the path, and of the painter's copy.
+constexpr qint64 PointBytes = 48;
 
 // Nothing that is scaled by more can be told from nonsense, and coordinates stay finite.
 constexpr qreal MaxScale = 1e12;
@@ -26,7 +28,7 @@ bool isPaintable(const QTransform &transform)
            && std::isnormal(transform.determinant());
 }
 
-// What a pixel of the brush takes, as many times as one of a single colour.
+// The cost of a pixel of the brush, as a multiple of the cost in a single colour.
 qint64 costPerPixel(const QBrush &brush)
 {
     switch (brush.style()) {
@@ -94,14 +96,17 @@ void PathPainter::stroke(const QPainterPath &path, const QTransform &transform, 
     constexpr qreal UnitsPerPixel = 4;
     const QTransform toPixels = transform * m_toPixels;
     if (!isVisible(pen.brush(), opacity) || !isPaintable(toPixels) || path.elementCount() > MaxStrokedElements
-        || !m_canvas->spendPixels(path.elementCount() * StrokedElementCost))
+        || !m_canvas->spendWork(path.elementCount() * StrokedElementWork))
         return;
     const qreal pixels = std::sqrt(std::abs(toPixels.determinant()));
     const QTransform enlarged = QTransform::fromScale(pixels * UnitsPerPixel, pixels * UnitsPerPixel);
     QPainterPathStroker stroker(pen);
     stroker.setWidth(pen.widthF() > 0 ? pen.widthF() * enlarged.m11() : UnitsPerPixel);
-    paint(stroker.createStroke(enlarged.map(path)), enlarged.inverted() * transform,
-          transformed(pen.brush(), transform), opacity);
+    const QPainterPath outline = stroker.createStroke(enlarged.map(path));
+    const HeldBytes bytes(m_canvas->budget(), outline.elementCount() * PointBytes);
+    if (!bytes)
+        return m_canvas->setCut();
+    paint(outline, enlarged.inverted() * transform, transformed(pen.brush(), transform), opacity);
 }
 
 void PathPainter::paintMasked(const QVector<Mask> &masks, const std::function<void()> &paint)
@@ -115,8 +120,11 @@ void PathPainter::paintMasked(const QVector<Mask> &masks, const std::function<vo
 void PathPainter::cut(QImage *layer, const Mask &mask)
 {
     constexpr int Passes = 3;
-    const auto area = m_canvas->spend(Passes) ? outline(mask.path, mask.transform, 1) : std::nullopt;
-    if (!area) {
+    const auto area = m_canvas->spendPasses(Passes) ? outline(mask.path, mask.transform, 1) : std::nullopt;
+    const HeldBytes bytes(m_canvas->budget(), layer->sizeInBytes());
+    if (!bytes)
+        m_canvas->setCut();
+    if (!area || !bytes) {
         layer->fill(Qt::transparent);
         return;
     }
@@ -137,6 +145,9 @@ void PathPainter::paint(const QPainterPath &path, const QTransform &transform, c
     const auto area = isVisible(brush, opacity) ? outline(path, transform, costPerPixel(brush)) : std::nullopt;
     if (!area)
         return;
+    const HeldBytes bytes(m_canvas->budget(), area->polygons().elementCount() * PointBytes);
+    if (!bytes)
+        return m_canvas->setCut();
     QPainter &painter = m_canvas->painter();
     painter.setOpacity(opacity);
     painter.fillPath(area->polygons(), brush);
@@ -146,11 +157,11 @@ void PathPainter::paint(const QPainterPath &path, const QTransform &transform, c
 std::optional<PathOutline> PathPainter::outline(const QPainterPath &path, const QTransform &transform,
                                                 qint64 costPerPixel)
 {
-    if (m_visible.isEmpty() || !isPaintable(transform) || !m_canvas->spendPixels(path.elementCount() * ElementCost))
+    if (m_visible.isEmpty() || !isPaintable(transform) || !m_canvas->spendWork(path.elementCount() * ElementWork))
         return std::nullopt;
-    PathOutline outline(m_visible, m_toPixels, m_canvas->size(), m_canvas->pixelsLeft());
+    PathOutline outline(m_visible, m_toPixels, m_canvas->size(), m_canvas->budget().workLeft());
     outline.add(path, transform);
-    if (!m_canvas->spendPixels(outline.edgeCost() + outline.area() * costPerPixel))
+    if (!m_canvas->spendWork(outline.edgeWork() + outline.area() * costPerPixel / Canvas::PixelsPerWork))
         return std::nullopt;
     return outline;
 }

@@ -51,12 +51,9 @@ enum class DrawableFault {
     NumberTooLarge,
     CoordinateTooLarge,
 
-    // Ceilings.
+    // Ceilings, and the budget of the call.
     DrawablesTooDeep,
-    TooManyDrawables,
-    TooMuchXml,
     GroupsTooDeep,
-    TooManySegments,
     StrokeTooLong,
     TooMuchDrawing,
 

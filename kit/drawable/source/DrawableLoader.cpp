@@ -20,10 +20,8 @@ public:
     {
         if (m_loader->m_depth > MaxDepth)
             m_loader->setError(DrawableFault::DrawablesTooDeep);
-        else if (!m_loader->m_drawables.spend(1))
-            m_loader->setError(DrawableFault::TooManyDrawables);
         else
-            return true;
+            return m_loader->spendElement();
         return false;
     }
 
@@ -33,14 +31,17 @@ private:
     DrawableLoader *m_loader;
 };
 
-DrawableLoader::DrawableLoader(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp)
-    : m_resolver(resolver),
-      m_files(files),
-      m_pixelsPerDp(pixelsPerDp),
-      m_drawables(MaxDrawables),
-      m_xmlBytes(MaxXmlBytes),
-      m_pathSegments(MaxPathSegments)
+DrawableLoader::DrawableLoader(const ResourceResolver &resolver, FileSource &files, Budget &budget, qreal pixelsPerDp)
+    : m_resolver(resolver), m_files(files), m_budget(budget), m_pixelsPerDp(pixelsPerDp), m_pictures(budget)
 {
+}
+
+bool DrawableLoader::spendElement()
+{
+    if (m_budget.spendWork(ElementWork) && m_budget.holdBytes(ElementBytes))
+        return true;
+    setError(DrawableFault::TooMuchDrawing);
+    return false;
 }
 
 DrawablePointer DrawableLoader::fromResource(quint32 id)
@@ -69,8 +70,8 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
         const QColor color = this->color(value, QColor());
         return color.isValid() ? makeColor(color) : nullptr;
     }
-    const XmlElement root = parsed(bytes, value.text);
-    return root.isNull() ? nullptr : fromElement(root);
+    const Document document = parsed(bytes, value.text);
+    return document.root.isNull() ? nullptr : fromElement(document.root);
 }
 
 DrawablePointer DrawableLoader::fromElement(const XmlElement &element)
@@ -122,38 +123,44 @@ QBrush DrawableLoader::brush(const ResolvedValue &value, const QBrush &fallback)
     Level level(this);
     if (!level.isOpen())
         return fallback;
-    const XmlElement root = document(value.text);
-    const QBrush brush = root.isNull() ? QBrush() : makeBrush(root);
+    const Document document = this->document(value.text);
+    const QBrush brush = document.root.isNull() ? QBrush() : makeBrush(document.root);
     m_brushes.insert(value.text, brush);
     return brush.style() == Qt::NoBrush ? fallback : brush;
 }
 
 QByteArray DrawableLoader::file(const QString &path)
 {
-    QByteArray bytes = m_files.file(path, MaxFileBytes, &m_readBytes);
+    QByteArray bytes;
+    if (m_budget.spendWork(FileWork))
+        bytes = m_files.file(path, qMin(MaxFileBytes, m_budget.bytesLeft()), &m_budget);
     if (bytes.isEmpty())
         setError(DrawableFault::UnreadableFile, path);
     return bytes;
 }
 
-XmlElement DrawableLoader::document(const QString &path)
+DrawableLoader::Document DrawableLoader::document(const QString &path)
 {
     const QByteArray bytes = file(path);
-    return bytes.isEmpty() ? XmlElement() : parsed(bytes, path);
+    return bytes.isEmpty() ? Document{{}, {m_budget, 0}} : parsed(bytes, path);
 }
 
-XmlElement DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
+DrawableLoader::Document DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
 {
-    const bool isSmall = m_xmlBytes.spend(bytes.size());
-    const XmlReader reader(isSmall ? bytes : QByteArray(), m_xmlBytes.left());
-    if (!isSmall || !m_xmlBytes.spend(reader.characters())) {
-        setError(DrawableFault::TooMuchXml);
-        return {};
+    Document document{{}, {m_budget, bytes.size() * BytesPerXmlByte}};
+    if (!document.bytes || !m_budget.spendWork(bytes.size() * Budget::DocumentByteWork)) {
+        setError(DrawableFault::TooMuchDrawing);
+        return document;
     }
-    if (reader.fault().isEmpty())
-        return reader.root();
-    setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + reader.fault());
-    return {};
+    // Attributes may share a text, so that a few bytes are millions of characters.
+    const XmlReader reader(bytes, m_budget.workLeft() / Budget::DocumentByteWork);
+    if (!m_budget.chargeWork(reader.characters() * Budget::DocumentByteWork))
+        setError(DrawableFault::TooMuchDrawing);
+    else if (!reader.fault().isEmpty())
+        setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + reader.fault());
+    else
+        document.root = reader.root();
+    return document;
 }
 
 QByteArray DrawableLoader::documentBytes(const QString &path)

@@ -6,8 +6,7 @@
 #include "drawable/source/Drawable.h"
 #include "drawable/source/DrawableError.h"
 #include "drawable/source/PictureCache.h"
-#include "format/Allowance.h"
-#include "format/Budget.h"
+#include "format/HeldBytes.h"
 #include "format/XmlElement.h"
 #include "resources/ResourceResolver.h"
 
@@ -22,8 +21,8 @@ namespace SorrelKit {
 
 /**
  * Loads what drawables are made from: resources, XML documents, pictures, colours. It knows no kind of drawable; a derived
- * class (DrawableInflater) makes them. One loader serves one picture and has budgets for all of it, because drawables may
- * refer to each other any number of times.
+ * class (DrawableInflater) makes them. One loader serves one picture. Loading spends from the budget of the call, because
+ * drawables may refer to each other any number of times.
  *
  * A drawable that cannot be made is a null pointer, and error() keeps the first reason. A drawable of several parts leaves
  * out such a part and uses the others.
@@ -33,16 +32,22 @@ class DrawableLoader
 public:
     /// Drawables within each other at most, references included. This ends cycles.
     static constexpr int MaxDepth = 24;
-    /// Drawables that are made at most.
-    static constexpr int MaxDrawables = 4096;
-    /// Bytes of one file at most, and of all XML files, their characters included: elements take several times as much.
+    /// Bytes of one file at most.
     static constexpr qint64 MaxFileBytes = 8 << 20;
-    static constexpr qint64 MaxXmlBytes = 4 << 20;
-    /// The cost of reading files (FileSource::file()), at most. XML costs as often as it is read: thousands of drawables may
-    /// name one file.
-    static constexpr qint64 MaxReadBytes = 64 << 20;
-    /// Segments of paths at most, of all vectors. Each takes up to 72 bytes.
-    static constexpr qint64 MaxPathSegments = 1 << 17;
+    /// The cost of reading a file, besides its bytes. The archive takes some 20 µs, and allocates 300 KB for a while.
+    static constexpr qint64 FileWork = 8192;
+    /// The cost of a drawable, or of an element of a vector: 0.5 to 1.5 µs, and its bytes.
+    static constexpr qint64 ElementWork = 256;
+    static constexpr qint64 ElementBytes = 512;
+    /// Bytes of memory for each byte of an XML document, while its drawable is made. Elements without attributes, and short
+    /// strings, take most.
+    static constexpr qint64 BytesPerXmlByte = 5;
+
+    /// An XML document. It holds bytes of the budget while it lives.
+    struct Document {
+        XmlElement root; ///< null, with an error, when there is none
+        HeldBytes bytes;
+    };
 
     virtual ~DrawableLoader() = default;
 
@@ -64,8 +69,8 @@ public:
     QColor color(const ResolvedValue &value, const QColor &fallback);
     /// The same, but it may also name a gradient, whose coordinates are those of the drawable that asks.
     QBrush brush(const ResolvedValue &value, const QBrush &fallback);
-    /// The root of the XML file @p path; a null element, with error() set, when there is none.
-    XmlElement document(const QString &path);
+    /// The XML file @p path.
+    Document document(const QString &path);
     /// The content of the file @p path; empty, with error() set, when there is none.
     QByteArray file(const QString &path);
     /// Whether the file @p path is XML.
@@ -75,8 +80,6 @@ public:
     /// The picture in the file @p path, in its own pixels; a null image, with error() set, when there is none. Each is
     /// read and decoded once, whether there is one or not.
     QImage picture(const QString &path);
-    /// Bytes of all pictures that were made.
-    qint64 pictureBytes() const { return m_pictures.heldBytes(); }
     /// The parts of this picture that may be stretched.
     std::optional<NinePatch> ninePatch(const QString &path);
 
@@ -86,8 +89,10 @@ public:
 
     const ResourceResolver &resolver() const { return m_resolver; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
-    /// What is left of the segments that paths may have.
-    Allowance &pathSegments() { return m_pathSegments; }
+    /// The budget of the call.
+    Budget &budget() { return m_budget; }
+    /// Spends the cost of a drawable, or of an element of a vector. False, with an error, when there is no room for it.
+    bool spendElement();
     /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
     qreal scaleOf(int density) const;
 
@@ -99,8 +104,8 @@ public:
     void setError(DrawableFault fault, const QString &detail = QString());
 
 protected:
-    /// @p files outlives the loader. Dimensions become pixels at @p pixelsPerDp.
-    DrawableLoader(const ResourceResolver &resolver, FileSource &files, qreal pixelsPerDp);
+    /// @p files and @p budget outlive the loader. Dimensions become pixels at @p pixelsPerDp.
+    DrawableLoader(const ResourceResolver &resolver, FileSource &files, Budget &budget, qreal pixelsPerDp);
 
 private:
     Q_DISABLE_COPY(DrawableLoader)
@@ -117,18 +122,15 @@ private:
 
     /// The file @p path when it is XML; any other is opened as a picture, and empty here.
     QByteArray documentBytes(const QString &path);
-    XmlElement parsed(const QByteArray &bytes, const QString &path);
+    Document parsed(const QByteArray &bytes, const QString &path);
 
     const ResourceResolver m_resolver;
     FileSource &m_files;
+    Budget &m_budget;
     qreal m_pixelsPerDp;
     IconMask m_iconMask = IconMask::None;
     DrawableError m_error;
     int m_depth = 0;
-    Allowance m_drawables;
-    Allowance m_xmlBytes;
-    Budget m_readBytes{MaxReadBytes, 0};
-    Allowance m_pathSegments;
     PictureCache m_pictures;
     QHash<QString, QBrush> m_brushes; ///< by path
 };

@@ -8,15 +8,13 @@ namespace SorrelKit {
 void PictureCache::add(const QString &path, QByteArray bytes)
 {
     Picture picture;
-    // The chunk that says what may be stretched is none that a decoder is handed.
+    // PictureFile drops the chunk with the parts that may be stretched.
     picture.patch = NinePatch::read(bytes);
     picture.file = PictureFile::opened(std::move(bytes), &m_budget);
     picture.size = picture.file.size();
-    const qint64 openBytes = m_openBytes + picture.file.bytes().size();
-    if (openBytes > MaxOpenBytes)
+    const qint64 size = picture.file.bytes().size();
+    if (size > m_budget.bytesLeft() / OpenShare || !m_budget.holdBytes(size))
         picture = {};
-    else
-        m_openBytes = openBytes;
     m_pictures.insert(path, picture);
 }
 
@@ -26,10 +24,8 @@ QImage PictureCache::image(const QString &path)
     if (picture == m_pictures.end())
         return {};
     if (picture->file.isAccepted()) {
-        if (picture->file.decodingBytes() <= MaxHeldBytes - m_heldBytes)
-            picture->image = m_decoder.decoded(picture->file);
-        m_heldBytes += picture->image.sizeInBytes();
-        m_openBytes -= picture->file.bytes().size();
+        picture->image = m_decoder.decoded(picture->file);
+        m_budget.releaseBytes(picture->file.bytes().size());
         picture->file = {};
     }
     return picture->image;

@@ -17,30 +17,29 @@
 namespace SorrelKit {
 
 /**
- * The picture files that one icon needs, by their paths. Each is looked at once and decoded once, when it is asked for; that
- * one is no picture is kept as well. There are budgets for all of them.
+ * The picture files of one icon, by their paths. Each file is opened once, and decoded once when its picture is asked for; a
+ * file that is no picture is remembered, too. Open files and pictures hold bytes of the budget of the call, and decoding
+ * also costs work.
  */
 class PictureCache
 {
 public:
-    /// Bytes that decoding takes at most, all pictures together, which bounds the time.
-    static constexpr qint64 MaxDecodingBytes = 48 << 20;
-    /// Bytes that decoding one takes at most, together with the pictures that there are already: one of 2508 x 2508.
-    static constexpr qint64 MaxHeldBytes = 24 << 20;
-    /// Bytes at most of files that are open, which are kept until they are decoded.
-    static constexpr qint64 MaxOpenBytes = 12 << 20;
+    /// A file is opened when it takes no more than this part of the bytes that are left, so that the files for all
+    /// densities leave room to decode one.
+    static constexpr int OpenShare = 4;
+
+    /// @p budget outlives this object.
+    explicit PictureCache(Budget &budget) : m_budget(budget) {}
 
     bool contains(const QString &path) const { return m_pictures.contains(path); }
-    /// Takes in the file @p path. One that is no picture, or does not fit in what is left, is remembered as nothing.
+    /// Opens the file @p path. A file that is no picture, or does not fit in the budget, is remembered without a picture.
     void add(const QString &path, QByteArray bytes);
 
-    /// The size in pixels; an empty one for nothing. The picture is not decoded.
+    /// The size in pixels, found without decoding; empty when there is no picture.
     QSize size(const QString &path) const { return m_pictures.value(path).size; }
-    /// The picture; of an animated one, the first. A null image for nothing, or when it cannot be decoded.
+    /// The picture, the first one of an animation. A null image when there is none or it cannot be decoded.
     QImage image(const QString &path);
-    /// Bytes of all decoded pictures.
-    qint64 heldBytes() const { return m_heldBytes; }
-    /// Which parts of it may be stretched; nothing when it does not tell.
+    /// The parts that may be stretched; nothing when the file does not say.
     std::optional<NinePatch> ninePatch(const QString &path) const { return m_pictures.value(path).patch; }
 
 private:
@@ -51,11 +50,9 @@ private:
         std::optional<NinePatch> patch;
     };
 
+    Budget &m_budget;
     QHash<QString, Picture> m_pictures;
-    Budget m_budget{MaxDecodingBytes, MaxDecodingBytes};
     PictureDecoder m_decoder{m_budget};
-    qint64 m_openBytes = 0;
-    qint64 m_heldBytes = 0;
 };
 
 } // namespace SorrelKit

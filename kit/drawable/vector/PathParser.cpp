@@ -54,10 +54,12 @@ bool isInRange(QPointF point)
 
 } // namespace
 
-PathParser::PathParser(const QString &data, Allowance *segments) : m_data(data), m_segments(segments)
+PathParser::PathParser(const QString &data, Budget &budget) : m_data(data), m_budget(budget)
 {
-    if (spend(int(data.size()) / CharactersPerSegment))
+    if (m_budget.spendWork(data.size() * CharacterWork))
         read();
+    else
+        m_error = {DrawableFault::TooMuchDrawing, QString()};
 }
 
 void PathParser::read()
@@ -193,11 +195,11 @@ bool PathParser::readFlag(qreal *flag)
     return true;
 }
 
-bool PathParser::spend(int segments)
+bool PathParser::spendSegment()
 {
-    if (m_segments->spend(segments))
+    if (m_budget.spendWork(SegmentWork) && m_budget.holdBytes(SegmentBytes))
         return true;
-    m_error = {DrawableFault::TooManySegments, QString()};
+    m_error = {DrawableFault::TooMuchDrawing, QString()};
     return false;
 }
 
@@ -208,7 +210,7 @@ void PathParser::setFault(DrawableFault fault)
 
 void PathParser::moveTo(QPointF point)
 {
-    if (!spend(1))
+    if (!spendSegment())
         return;
     if (!isInRange(point))
         return setFault(DrawableFault::CoordinateTooLarge);
@@ -219,7 +221,7 @@ void PathParser::moveTo(QPointF point)
 
 void PathParser::lineTo(QPointF point)
 {
-    if (!spend(1))
+    if (!spendSegment())
         return;
     if (!isInRange(point))
         return setFault(DrawableFault::CoordinateTooLarge);
@@ -234,7 +236,7 @@ void PathParser::lineTo(QPointF point)
 
 void PathParser::curveTo(QPointF control1, QPointF control2, QPointF point)
 {
-    if (!spend(1))
+    if (!spendSegment())
         return;
     if (!isInRange(control1) || !isInRange(control2) || !isInRange(point))
         return setFault(DrawableFault::CoordinateTooLarge);
@@ -304,7 +306,7 @@ void PathParser::arcTo(qreal radiusX, qreal radiusY, qreal angle, bool isLarge, 
 
 void PathParser::close()
 {
-    if (!spend(1))
+    if (!spendSegment())
         return;
     if (m_path.elementCount() > 0 && m_path.elementAt(m_path.elementCount() - 1).isMoveTo())
         makeDot();

@@ -3,7 +3,7 @@
 #define SORRELKIT_PATHPARSER_H
 
 #include "drawable/source/DrawableError.h"
-#include "format/Allowance.h"
+#include "format/Budget.h"
 
 #include <QPainterPath>
 #include <QString>
@@ -30,11 +30,13 @@ namespace SorrelKit {
 class PathParser
 {
 public:
-    /// Characters that are read for one segment off the allowance, beside those that become segments.
-    static constexpr int CharactersPerSegment = 64;
+    /// The cost of a character, of a segment, and the bytes of a segment. A curve of 27 characters takes about 1 µs.
+    static constexpr qint64 CharacterWork = 8;
+    static constexpr qint64 SegmentWork = 16;
+    static constexpr qint64 SegmentBytes = 72;
 
-    /// Reads @p data. Each command takes its segments off @p segments; one that there are none left for is a fault.
-    PathParser(const QString &data, Allowance *segments);
+    /// Reads @p data. A segment that does not fit in @p budget is a fault. Its bytes stay held.
+    PathParser(const QString &data, Budget &budget);
 
     /// Of straight lines and cubic curves. The fill rule is the caller's to set.
     const QPainterPath &path() const { return m_path; }
@@ -49,7 +51,7 @@ private:
     bool isAtNumber() const;
     bool readNumber(qreal *number);
     bool readFlag(qreal *flag);
-    bool spend(int segments);
+    bool spendSegment();
     void setFault(DrawableFault fault);
 
     void moveTo(QPointF point);
@@ -61,7 +63,7 @@ private:
     void makeDot();
 
     const QString m_data;
-    Allowance *m_segments;
+    Budget &m_budget;
     int m_at = 0; ///< in the data
     DrawableError m_error;
     QPainterPath m_path;

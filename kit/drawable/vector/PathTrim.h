@@ -16,6 +16,9 @@ namespace SorrelKit {
 class PathTrim
 {
 public:
+    /// The work of trimmed() for an element of a path. A curve has three elements and takes about 0.8 µs.
+    static constexpr int ElementWork = 64;
+
     PathTrim() = default;
     /// Numbers beyond the range are brought into it.
     PathTrim(qreal start, qreal end, qreal offset);

@@ -30,10 +30,8 @@ VectorGroup::VectorGroup(const XmlElement &element, DrawableLoader &loader, int 
     if (element.name == QLatin1String("group"))
         m_transform = transformOf(DrawableAttributes(element, loader));
     for (const XmlElement &child : element.children) {
-        if (!loader.pathSegments().spend(SegmentsPerElement)) {
-            loader.setError(DrawableFault::TooManySegments);
+        if (!loader.spendElement())
             return;
-        }
         add(child, loader, depth);
     }
 }

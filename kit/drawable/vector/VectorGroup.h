@@ -23,8 +23,6 @@ class VectorGroup
 public:
     /// Groups within each other at most; what is deeper is left out, with an error.
     static constexpr int MaxDepth = 64;
-    /// What a path, a clip path or a group takes off the allowance of segments, beside its segments.
-    static constexpr int SegmentsPerElement = 8;
 
     /// The group that @p element is, within @p depth others.
     VectorGroup(const XmlElement &element, DrawableLoader &loader, int depth = 0);

@@ -72,7 +72,13 @@ std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, Drawabl
     path.m_strokeAlpha = attributes.alpha(Attr::StrokeAlpha);
     const PathTrim trim(attributes.number(Attr::TrimPathStart, 0), attributes.number(Attr::TrimPathEnd, 1),
                         attributes.number(Attr::TrimPathOffset, 0));
-    path.m_path = trim.trimmed(pathData(element, loader));
+    path.m_path = pathData(element, loader);
+    if (!trim.isNone()) {
+        if (loader.budget().spendWork(path.m_path.elementCount() * PathTrim::ElementWork))
+            path.m_path = trim.trimmed(path.m_path);
+        else
+            loader.setError(DrawableFault::TooMuchDrawing);
+    }
     if (path.m_path.isEmpty())
         return std::nullopt;
     path.m_path.setFillRule(attributes.integer(Attr::FillType, 0) == EvenOdd ? Qt::OddEvenFill : Qt::WindingFill);
@@ -84,7 +90,7 @@ std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, Drawabl
 QPainterPath VectorPath::pathData(const XmlElement &element, DrawableLoader &loader)
 {
     const QString data = DrawableAttributes(element, loader).text(Attr::PathData);
-    const PathParser parser(data, &loader.pathSegments());
+    const PathParser parser(data, loader.budget());
     if (parser.error())
         loader.setError(parser.error().fault, parser.error().detail);
     return parser.path();

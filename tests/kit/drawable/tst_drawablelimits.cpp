@@ -185,7 +185,7 @@ void TestDrawableLimits::check(const XmlElement &root, const QByteArray &picture
             return;
         drawable->intrinsicSize();
         drawable->padding();
-        Canvas canvas(QSize(Canvas::MaxSide, Canvas::MaxSide));
+        Canvas canvas(QSize(Canvas::MaxSide, Canvas::MaxSide), studio.budget);
         drawable->draw(canvas, QRectF(0, 0, Canvas::MaxSide, Canvas::MaxSide));
     });
     const QString excess = Bounds::excess(taken, 0, 0, MaxMemory);
@@ -344,7 +344,7 @@ void TestDrawableLimits::boundsThatCannotBePainted()
                          element("layer-list", {}, {element("item", {drawable(Red)})}),
                          element("adaptive-icon", {}, {element("background", {drawable(Red)})})};
     for (const XmlElement &root : roots) {
-        Canvas canvas(QSize(16, 16));
+        Canvas canvas(QSize(16, 16), studio.budget);
         const auto drawable = studio.load(root);
         QVERIFY2(drawable != nullptr, qPrintable(studio.error()));
         drawable->draw(canvas, bounds);

@@ -4,6 +4,7 @@
 #include "DrawableFixture.h"
 #include "drawable/DrawableInflater.h"
 #include "format/AndroidAttributes.h"
+#include "icon/IconRenderer.h"
 
 #include <QtTest>
 
@@ -46,7 +47,7 @@ QByteArray listOf(quint32 id, int count)
 /// Resources that are files, by the order of their names, and a loader of them.
 struct Resources {
     explicit Resources(const QStringList &paths, const char *type = "drawable", int copies = 1)
-        : loader(ResourceResolver({table(paths, latin(type), copies)}, Configuration::phone(160)), files, 1)
+        : loader(ResourceResolver({table(paths, latin(type), copies)}, Configuration::phone(160)), files, budget, 1)
     {
     }
 
@@ -62,6 +63,7 @@ struct Resources {
     }
 
     Files files;
+    Budget budget = iconBudget();
     DrawableInflater loader;
 };
 
@@ -85,11 +87,11 @@ private slots:
     void errorUnsupportedDrawable();
     void errorOfADocument();
     void errorNestedTooDeeply();
-    void errorTooManyDrawables();
     void picturesAreReadOnce();
-    void errorTooMuchXml();
-    void errorTooMuchXmlByItsCharacters();
-    void bytesThatAreReadHaveALimit();
+    void readingDocumentsHasABudget();
+    void charactersOfDocumentsHaveABudget();
+    void filesUpToTheCeiling();
+    void readingFilesHasABudget();
     void firstErrorIsKept();
 };
 
@@ -104,7 +106,7 @@ void TestDrawableLoader::filesAreToldApartByTheirContent()
     QCOMPARE(picture->intrinsicSize(), QSizeF(3, 2));
     const DrawablePointer color = resources.loader.fromResource(First + 1);
     QVERIFY(color != nullptr);
-    Canvas canvas(QSize(2, 2));
+    Canvas canvas(QSize(2, 2), resources.budget);
     color->draw(canvas, QRectF(0, 0, 2, 2));
     QCOMPARE(areaOf(canvas.image(), Blue), QRect(0, 0, 2, 2));
     QCOMPARE(described(resources.loader.error()), QString());
@@ -121,7 +123,7 @@ void TestDrawableLoader::coloursByTheirType()
     colors.files.add(latin("states"), states);
     const DrawablePointer color = colors.loader.fromResource(First);
     QVERIFY(color != nullptr);
-    Canvas canvas(QSize(2, 2));
+    Canvas canvas(QSize(2, 2), colors.budget);
     color->draw(canvas, QRectF(0, 0, 2, 2));
     QCOMPARE(areaOf(canvas.image(), Green), QRect(0, 0, 2, 2));
     // As a drawable the item has none.
@@ -141,7 +143,8 @@ void TestDrawableLoader::picturesAreDecodedOnce()
 void TestDrawableLoader::scalesOfDensities()
 {
     Files files;
-    const DrawableInflater loader(ResourceResolver({}, Configuration::phone(320)), files, 2);
+    Budget budget = iconBudget();
+    const DrawableInflater loader(ResourceResolver({}, Configuration::phone(320)), files, budget, 2);
     QCOMPARE(loader.scaleOf(320), 1.0);
     QCOMPARE(loader.scaleOf(160), 2.0);
     QCOMPARE(loader.scaleOf(640), 0.5);
@@ -213,18 +216,6 @@ void TestDrawableLoader::errorNestedTooDeeply()
     QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawables nested too deeply"));
 }
 
-// A list within a list, each of its parts one more.
-void TestDrawableLoader::errorTooManyDrawables()
-{
-    Resources resources({latin("a"), latin("b"), latin("c")});
-    resources.files.add(latin("a"), listOf(First + 1, 70));
-    resources.files.add(latin("b"), listOf(First + 2, 70));
-    resources.files.add(latin("c"),
-                        document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build());
-    resources.loader.fromResource(First);
-    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too many drawables"));
-}
-
 void TestDrawableLoader::picturesAreReadOnce()
 {
     Resources resources({latin("good"), latin("bad"), latin("none"), latin("nine")});
@@ -244,22 +235,23 @@ void TestDrawableLoader::picturesAreReadOnce()
     QCOMPARE(resources.files.timesRead(latin("nine")), 1);
 }
 
-void TestDrawableLoader::errorTooMuchXml()
+// A document is read, and costs, as often as something refers to it.
+void TestDrawableLoader::readingDocumentsHasABudget()
 {
     QByteArray large = document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build();
     large += QByteArray(1 << 20, '\0');
     Resources resources({latin("a")});
     resources.files.add(latin("a"), large);
-    const int most = int(DrawableLoader::MaxXmlBytes / large.size());
-    for (int i = 0; i < most; ++i)
-        QVERIFY(!resources.loader.document(latin("a")).isNull());
-    QCOMPARE(described(resources.loader.error()), QString());
-    QVERIFY(resources.loader.document(latin("a")).isNull());
-    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too much XML in drawables"));
+    int read = 0;
+    while (read < 100 && !resources.loader.document(latin("a")).root.isNull())
+        ++read;
+    QCOMPARE(read, int(IconRenderer::MaxWork
+                       / (large.size() * (Budget::ByteWork + Budget::DocumentByteWork) + DrawableLoader::FileWork)));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawing takes too much"));
 }
 
 // A few bytes may be millions of characters, as attributes share their texts.
-void TestDrawableLoader::errorTooMuchXmlByItsCharacters()
+void TestDrawableLoader::charactersOfDocumentsHaveABudget()
 {
     constexpr int Length = 1 << 13;
     constexpr int Copies = 128;
@@ -271,22 +263,34 @@ void TestDrawableLoader::errorTooMuchXmlByItsCharacters()
     const QByteArray bytes = builder.end(latin("color")).build();
     resources.files.add(latin("a"), bytes);
     int read = 0;
-    while (read < 100 && !resources.loader.document(latin("a")).isNull())
+    while (read < 100 && !resources.loader.document(latin("a")).root.isNull())
         ++read;
-    QCOMPARE(read, int(DrawableLoader::MaxXmlBytes / (bytes.size() + Copies * Length)));
+    QCOMPARE(read, int(IconRenderer::MaxWork / ((bytes.size() + Copies * Length) * Budget::DocumentByteWork)));
     QVERIFY(read > 1);
-    QCOMPARE(described(resources.loader.error()), latin("TooMuch: too much XML in drawables"));
+    QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawing takes too much"));
+    QCOMPARE(resources.budget.workLeft(), qint64(0));
 }
 
-void TestDrawableLoader::bytesThatAreReadHaveALimit()
+void TestDrawableLoader::filesUpToTheCeiling()
+{
+    const auto sizeOf = [](qint64 size) {
+        Resources resources({latin("a")});
+        resources.files.add(latin("a"), QByteArray(int(size), 'x'));
+        return resources.loader.file(latin("a")).size();
+    };
+    QCOMPARE(sizeOf(DrawableLoader::MaxFileBytes), int(DrawableLoader::MaxFileBytes));
+    QCOMPARE(sizeOf(DrawableLoader::MaxFileBytes + 1), 0);
+}
+
+void TestDrawableLoader::readingFilesHasABudget()
 {
     Resources resources({latin("a")});
     const QByteArray large(int(DrawableLoader::MaxFileBytes), 'x');
     resources.files.add(latin("a"), large);
-    const int most = int(DrawableLoader::MaxReadBytes / DrawableLoader::MaxFileBytes);
-    for (int i = 0; i < most; ++i)
+    constexpr int Most = int(IconRenderer::MaxWork / (DrawableLoader::MaxFileBytes + DrawableLoader::FileWork));
+    for (int i = 0; i < Most; ++i)
         QCOMPARE(resources.loader.file(latin("a")).size(), large.size());
-    QCOMPARE(described(resources.loader.error()), QString());
+    QVERIFY(!resources.loader.error());
     QVERIFY(resources.loader.file(latin("a")).isEmpty());
     QCOMPARE(described(resources.loader.error()), latin("Unreadable: a cannot be read"));
 }

@@ -135,7 +135,7 @@ void TestDrawables::adaptiveMonochromeIsKept()
     const auto without = studio.load(element("adaptive-icon", {}, {background}));
     QVERIFY(dynamic_cast<const AdaptiveIcon &>(*with).hasMonochrome());
     QVERIFY(!dynamic_cast<const AdaptiveIcon &>(*without).hasMonochrome());
-    Canvas canvas(QSize(8, 8));
+    Canvas canvas(QSize(8, 8), studio.budget);
     with->draw(canvas, QRectF(0, 0, 8, 8));
     QCOMPARE(canvas.image().pixel(4, 4), Red);
 }

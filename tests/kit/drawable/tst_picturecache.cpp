@@ -3,6 +3,7 @@
 #include "DrawableFixture.h"
 #include "Pictures.h"
 #include "drawable/source/PictureCache.h"
+#include "icon/IconRenderer.h"
 
 #include <QtTest>
 
@@ -13,19 +14,11 @@ namespace {
 
 const QString path = QStringLiteral("icon");
 
-/// The picture in @p file, which comes behind @p other, a file that was decoded.
-QImage imageBeside(const QByteArray &other, const QByteArray &file)
-{
-    PictureCache pictures;
-    pictures.add(QStringLiteral("other"), other);
-    pictures.image(QStringLiteral("other"));
-    pictures.add(path, file);
-    return pictures.image(path);
-}
+constexpr qint64 Plenty = qint64(1) << 40;
 
 } // namespace
 
-/// The budgets for the pictures of an icon. tst_drawableloader holds that each is read once.
+/// What the pictures of an icon take of its budget. tst_drawableloader holds that each is read once.
 class TestPictureCache : public QObject
 {
     Q_OBJECT
@@ -35,14 +28,15 @@ private slots:
     void sizesTakeNoDecoding();
     void picturesAreDecodedOnce();
     void picturesMayTellWhatIsStretched();
-    void heldUpToTheCeiling();
-    void decodingUpToTheCeiling();
-    void openFilesUpToTheCeiling();
+    void pictureTakesItsFileAndItsDecoding();
+    void pictureThatCannotBeDecodedTakesAsMuch();
+    void openFilesLeaveRoomForDecoding();
 };
 
 void TestPictureCache::nothingIsKnownOfOthers()
 {
-    PictureCache pictures;
+    Budget budget = iconBudget();
+    PictureCache pictures(budget);
     QVERIFY(!pictures.contains(path));
     QVERIFY(pictures.image(path).isNull());
     QVERIFY(pictures.size(path).isEmpty());
@@ -54,26 +48,31 @@ void TestPictureCache::nothingIsKnownOfOthers()
 
 void TestPictureCache::sizesTakeNoDecoding()
 {
-    PictureCache pictures;
+    Budget budget = iconBudget();
+    PictureCache pictures(budget);
     pictures.add(path, blackPng(4096, 4096, 8, false, false));
+    const qint64 workLeft = budget.workLeft();
     QCOMPARE(pictures.size(path), QSize(4096, 4096));
-    QCOMPARE(pictures.heldBytes(), qint64(0));
+    QCOMPARE(budget.workLeft(), workLeft);
 }
 
 void TestPictureCache::picturesAreDecodedOnce()
 {
-    PictureCache pictures;
+    Budget budget = iconBudget();
+    PictureCache pictures(budget);
     pictures.add(path, blackPng(20, 30));
     QCOMPARE(pictures.image(path).size(), QSize(20, 30));
-    QCOMPARE(pictures.heldBytes(), qint64(20 * 30 * 4));
+    QCOMPARE(IconRenderer::MaxBytes - budget.bytesLeft(), qint64(20 * 30 * 4));
     QCOMPARE(pictures.image(path).cacheKey(), pictures.image(path).cacheKey());
     QCOMPARE(pictures.size(path), QSize(20, 30));
-    QCOMPARE(pictures.heldBytes(), qint64(20 * 30 * 4));
+    QCOMPARE(IconRenderer::MaxBytes - budget.bytesLeft(), qint64(20 * 30 * 4));
+    QCOMPARE(IconRenderer::MaxWork - budget.workLeft(), PictureFile(blackPng(20, 30)).decodingBytes());
 }
 
 void TestPictureCache::picturesMayTellWhatIsStretched()
 {
-    PictureCache pictures;
+    Budget budget = iconBudget();
+    PictureCache pictures(budget);
     QImage image(4, 4, QImage::Format_ARGB32);
     image.fill(Red);
     pictures.add(path, ninePatchPng(image, {1, 2}, {1, 2}));
@@ -82,47 +81,53 @@ void TestPictureCache::picturesMayTellWhatIsStretched()
     QVERIFY(pictures.ninePatch(path));
 }
 
-void TestPictureCache::heldUpToTheCeiling()
+void TestPictureCache::pictureTakesItsFileAndItsDecoding()
 {
-    constexpr int Rows = int(PictureCache::MaxHeldBytes) / (4 * 2048);
-    QCOMPARE(imageBeside({}, blackPng(2048, Rows)).size(), QSize(2048, Rows));
-    QVERIFY(imageBeside({}, blackPng(2048, Rows + 1)).isNull());
-    QCOMPARE(imageBeside(blackPng(2048, 48), blackPng(2048, Rows - 48)).size(), QSize(2048, Rows - 48));
-    QVERIFY(imageBeside(blackPng(2048, 48), blackPng(2048, Rows - 47)).isNull());
+    const QByteArray file = blackPng(200, 100);
+    const PictureFile opened(file);
+    const auto sizeWithin = [&](qint64 work, qint64 bytes) {
+        Budget budget(work, bytes);
+        PictureCache pictures(budget);
+        pictures.add(path, file);
+        return pictures.image(path).size();
+    };
+    const qint64 work = opened.decodingBytes();
+    const qint64 bytes = opened.decodingBytes() + opened.bytes().size();
+    QCOMPARE(sizeWithin(work, bytes), QSize(200, 100));
+    QVERIFY(sizeWithin(work - 1, bytes).isEmpty());
+    QVERIFY(sizeWithin(work, bytes - 1).isEmpty());
 }
 
-void TestPictureCache::decodingUpToTheCeiling()
+void TestPictureCache::pictureThatCannotBeDecodedTakesAsMuch()
 {
-    // What cannot be decoded takes as much, and holds nothing.
-    PictureCache pictures;
-    constexpr int Rows = int(PictureCache::MaxHeldBytes) / (4 * 2048);
-    const QByteArray broken = blackPng(2048, Rows, 8, false, false);
-    pictures.add(QStringLiteral("first"), broken);
-    QVERIFY(pictures.image(QStringLiteral("first")).isNull());
-    pictures.add(QStringLiteral("second"), broken);
-    pictures.add(path, blackPng(2, 2));
-    QCOMPARE(pictures.size(path), QSize(2, 2));
-    QVERIFY(pictures.image(QStringLiteral("second")).isNull());
+    const QByteArray broken = blackPng(200, 100, 8, false, false);
+    const qint64 cost = PictureFile(broken).decodingBytes();
+    Budget budget(cost, Plenty);
+    PictureCache pictures(budget);
+    pictures.add(path, broken);
     QVERIFY(pictures.image(path).isNull());
-    QCOMPARE(PictureCache::MaxDecodingBytes, 2 * PictureCache::MaxHeldBytes);
+    QCOMPARE(budget.workLeft(), qint64(0));
+    QCOMPARE(budget.bytesLeft(), Plenty);
 }
 
-void TestPictureCache::openFilesUpToTheCeiling()
+void TestPictureCache::openFilesLeaveRoomForDecoding()
 {
-    // All of a BMP counts, as nothing is left of it.
+    // A BMP is kept as a whole.
     const auto bitmap = [](qint64 size) {
         const QByteArray file = picture(2, 2, 0, "BMP");
         return file + QByteArray(int(size) - file.size(), '\0');
     };
-    constexpr qint64 Most = PictureCache::MaxOpenBytes;
-    PictureCache pictures;
-    pictures.add(QStringLiteral("large"), bitmap(Most - 1000));
-    pictures.add(QStringLiteral("more"), bitmap(1001));
-    pictures.add(path, bitmap(1000));
+    constexpr qint64 Most = 4000;
+    Budget budget(Plenty, Most * PictureCache::OpenShare);
+    PictureCache pictures(budget);
+    pictures.add(QStringLiteral("large"), bitmap(Most + 1));
+    QVERIFY(pictures.size(QStringLiteral("large")).isEmpty());
+    pictures.add(path, bitmap(Most));
+    pictures.add(QStringLiteral("more"), bitmap(Most));
     QVERIFY(pictures.size(QStringLiteral("more")).isEmpty());
     QCOMPARE(pictures.image(path).size(), QSize(2, 2));
-    // Once it is decoded, a file is closed.
-    pictures.add(QStringLiteral("another"), bitmap(1000));
+    // Decoding closed the file.
+    pictures.add(QStringLiteral("another"), bitmap(Most - 100));
     QCOMPARE(pictures.size(QStringLiteral("another")), QSize(2, 2));
 }
 

@@ -293,9 +293,9 @@ QByteArray noisePng(int side)
 // Files of pictures that take about as much as decoding may, some with as much beside them as a file may have.
 QVector<Member> largePictures()
 {
-    const auto side = [](int bytesOfPixel) {
-        return int(std::sqrt(double(PictureCache::MaxHeldBytes) / bytesOfPixel)) - 8;
-    };
+    // With as much, an icon of 1024 pixels in layers still fits in the budget.
+    constexpr double Decoding = 24 << 20;
+    const auto side = [](int bytesOfPixel) { return int(std::sqrt(Decoding / bytesOfPixel)) - 8; };
     const auto webpOf = [](int width, int quality, QRgb color) {
         QImage image(width, width, QImage::Format_ARGB32);
         image.fill(color);
@@ -511,7 +511,7 @@ void TestHostileKit::addLayers()
                                                                   element(QStringLiteral("foreground"), toItself)})});
     QVector<Member> bombs;
     const QByteArray tooLarge(int(DrawableLoader::MaxFileBytes) + 1, '\0');
-    constexpr int Bombs = DrawableLoader::MaxReadBytes / DrawableLoader::MaxFileBytes + 1;
+    constexpr int Bombs = IconRenderer::MaxWork / DrawableLoader::MaxFileBytes + 1;
     for (int i = 1; i <= Bombs; ++i)
         bombs.append({QStringLiteral("res/%1.xml").arg(i), tooLarge});
     addDrawables(

@@ -164,9 +164,7 @@ private slots:
     void bytesOfAManifest();
     void inflatedBytesOfASet();
     void filesOfAnIcon();
-    void drawables();
     void layers();
-    void pixelsOfACanvas();
 };
 
 void TestKitCeilings::typeChunks()
@@ -393,22 +391,11 @@ void TestKitCeilings::filesOfAnIcon()
     QCOMPARE(iconFileCount(QVector<QByteArray>(IconFileLookup::MaxFiles + 1, png)), IconFileLookup::MaxFiles);
 }
 
-void TestKitCeilings::drawables()
-{
-    const auto error = [](int count) {
-        Studio studio;
-        const XmlElement layer = element(QStringLiteral("item"), {}, {filled(Red)});
-        studio.load(element(QStringLiteral("layer-list"), {}, Elements(count - 1, layer)));
-        return studio.error();
-    };
-    QCOMPARE(error(DrawableLoader::MaxDrawables), QString());
-    QCOMPARE(error(DrawableLoader::MaxDrawables + 1), QStringLiteral("TooMuch: too many drawables"));
-}
-
 void TestKitCeilings::layers()
 {
     const auto isPainted = [](int layers) {
-        Canvas canvas(QSize(1, 1));
+        Budget budget = iconBudget();
+        Canvas canvas(QSize(1, 1), budget);
         std::function<void(int)> paint = [&](int depth) {
             if (depth == 0)
                 canvas.painter().fillRect(0, 0, 1, 1, Qt::red);
@@ -420,24 +407,6 @@ void TestKitCeilings::layers()
     };
     QVERIFY(isPainted(Canvas::MaxLayers));
     QVERIFY(!isPainted(Canvas::MaxLayers + 1));
-}
-
-void TestKitCeilings::pixelsOfACanvas()
-{
-    // Layers that each cover all of it; the last one is blue.
-    constexpr QSize Size(512, 512);
-    constexpr int Most = int(Canvas::MaxPixels / Size.width() / Size.height());
-    const auto colorOf = [Size](int layers) {
-        Studio studio;
-        Elements items(layers - 1, element(QStringLiteral("item"), {drawable(Red)}));
-        items.append(element(QStringLiteral("item"), {drawable(Blue)}));
-        const DrawablePointer list = studio.load(element(QStringLiteral("layer-list"), {}, items));
-        Canvas canvas(Size);
-        list->draw(canvas, QRectF(QPointF(), Size));
-        return qMakePair(canvas.isSpent(), canvas.image().pixel(0, 0));
-    };
-    QCOMPARE(colorOf(Most), qMakePair(false, Blue));
-    QCOMPARE(colorOf(Most + 1), qMakePair(true, Red));
 }
 
 QTEST_GUILESS_MAIN(TestKitCeilings)

@@ -4,6 +4,7 @@
 #include "Pictures.h"
 #include "format/AndroidAttributes.h"
 #include "icon/IconErrorTable.h"
+#include "icon/IconRenderer.h"
 
 #include <QBuffer>
 #include <QtEndian>
@@ -163,15 +164,24 @@ void Files::add(const QString &path, const QImage &picture)
     add(path, pngOf(picture));
 }
 
-Studio::Studio() : loader(ResourceResolver({}, Configuration::phone(Configuration::MediumDensity)), files, 1) {}
+Budget iconBudget()
+{
+    return {IconRenderer::MaxWork, IconRenderer::MaxBytes};
+}
+
+Studio::Studio(const Budget &limits)
+    : budget(limits),
+      loader(ResourceResolver({}, Configuration::phone(Configuration::MediumDensity)), files, budget, 1)
+{
+}
 
 QImage Studio::draw(const XmlElement &root, QSize size, IconMask mask)
 {
     loader.setIconMask(mask);
+    Canvas canvas(size, budget);
     const DrawablePointer drawable = load(root);
     if (drawable == nullptr)
         return {};
-    Canvas canvas(size);
     drawable->draw(canvas, QRectF(QPointF(0, 0), QSizeF(size)));
     return canvas.image();
 }

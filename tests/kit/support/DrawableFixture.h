@@ -67,13 +67,17 @@ private:
     QHash<QString, int> m_timesRead;
 };
 
+/// The budget of an icon.
+Budget iconBudget();
+
 /// Loads drawables from elements, at one pixel for a dp, and draws them.
 class Studio
 {
 public:
-    Studio();
+    explicit Studio(const Budget &limits = iconBudget());
 
     Files files;
+    Budget budget;
     SorrelKit::DrawableInflater loader;
 
     QString error() const { return described(loader.error()); }

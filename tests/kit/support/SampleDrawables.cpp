@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "SampleDrawables.h"
 
-#include "drawable/DrawableInflater.h"
-#include "drawable/paint/Canvas.h"
+#include "DrawableFixture.h"
 #include "icon/IconErrorTable.h"
 
 #include <QFileInfo>
@@ -46,18 +45,21 @@ QVector<SampleDrawables::Drawable> SampleDrawables::all() const
 
 QSizeF SampleDrawables::intrinsicSize(const Drawable &drawable)
 {
-    const DrawablePointer loaded = DrawableInflater(*m_resolver, m_files, m_pixelsPerDp).fromResource(drawable.id);
+    Budget budget = fixture::iconBudget();
+    const DrawablePointer loaded =
+        DrawableInflater(*m_resolver, m_files, budget, m_pixelsPerDp).fromResource(drawable.id);
     return loaded == nullptr ? QSizeF() : loaded->intrinsicSize();
 }
 
 SampleDrawables::Drawing SampleDrawables::draw(const Drawable &drawable, int side, IconMask mask)
 {
-    DrawableInflater loader(*m_resolver, m_files, m_pixelsPerDp);
+    Budget budget = fixture::iconBudget();
+    DrawableInflater loader(*m_resolver, m_files, budget, m_pixelsPerDp);
     loader.setIconMask(mask);
     const DrawablePointer loaded = loader.fromResource(drawable.id);
     if (loaded == nullptr)
         return {QImage(), IconErrorTable::iconError(loader.error()).text()};
-    Canvas canvas(QSize(side, side));
+    Canvas canvas(QSize(side, side), budget);
     loaded->draw(canvas, QRectF(0, 0, side, side));
     return {canvas.image(), IconErrorTable::iconError(loader.error()).text()};
 }

@@ -150,7 +150,7 @@ void TestPathOutline::costsMoreTheMoreEdgesCross()
         for (int i = 0; i < lines; ++i)
             path.lineTo(i % 2 == 0 ? Side : 0, Side * qreal(i) / lines);
         PathOutline outline(visible, QTransform(), canvas, Plenty);
-        return outline.add(path, QTransform()) ? outline.edgeCost() : -1;
+        return outline.add(path, QTransform()) ? outline.edgeWork() : -1;
     };
     QVERIFY(cost(1) > 0);
     QVERIFY(cost(100) > 10 * cost(10) - cost(1));
@@ -163,9 +163,9 @@ void TestPathOutline::isGivenUpWhenItCostsTooMuch()
     const QPainterPath path = randomPath(&random, 0);
     PathOutline whole(visible, QTransform(), canvas, Plenty);
     QVERIFY(whole.add(path, QTransform()));
-    PathOutline enough(visible, QTransform(), canvas, whole.edgeCost());
+    PathOutline enough(visible, QTransform(), canvas, whole.edgeWork());
     QVERIFY(enough.add(path, QTransform()));
-    PathOutline tooLittle(visible, QTransform(), canvas, whole.edgeCost() - 1);
+    PathOutline tooLittle(visible, QTransform(), canvas, whole.edgeWork() - 1);
     QVERIFY(!tooLittle.add(path, QTransform()));
 }
 

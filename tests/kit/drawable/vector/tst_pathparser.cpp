@@ -63,8 +63,7 @@ private slots:
     void faults();
     void segmentsAreCounted_data();
     void segmentsAreCounted();
-    void textsAreCounted();
-    void whatIsBeyondTheAllowanceIsLeftOut();
+    void whatIsBeyondTheBudgetIsLeftOut();
     void anythingIsRead();
 };
 
@@ -163,8 +162,8 @@ void TestPathParser::commands()
 {
     QFETCH(QString, data);
     QFETCH(QString, expected);
-    Allowance segments(Plenty);
-    const PathParser parser(data, &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser(data, budget);
     QCOMPARE(described(parser.error()), QString());
     QCOMPARE(elements(parser.path()), expected);
 }
@@ -231,8 +230,8 @@ void TestPathParser::arcs()
     QFETCH(QPointF, center);
     QFETCH(QPointF, middle);
     QFETCH(int, curves);
-    Allowance segments(Plenty);
-    const PathParser parser(data, &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser(data, budget);
     QCOMPARE(described(parser.error()), QString());
     QCOMPARE(parser.path().elementCount(), 1 + 3 * curves);
     QVERIFY(offEllipse(parser.path(), center, 5, 5) < 0.001);
@@ -242,8 +241,8 @@ void TestPathParser::arcs()
 
 void TestPathParser::anArcTooSmallToReachIsEnlarged()
 {
-    Allowance segments(Plenty);
-    const PathParser parser("M0 0A2 1 0 0 1 8 0", &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser("M0 0A2 1 0 0 1 8 0", budget);
     QVERIFY(offEllipse(parser.path(), {4, 0}, 4, 2) < 0.001);
     QVERIFY(parser.path().pointAtPercent(0.5).y() < -1.9);
 }
@@ -251,11 +250,11 @@ void TestPathParser::anArcTooSmallToReachIsEnlarged()
 void TestPathParser::aTurnedArcIsTurned()
 {
     // An ellipse three times as wide as high, turned by a right angle, is three times as high as wide.
-    Allowance segments(Plenty);
-    const PathParser upright("M1 0A3 1 90 0 1 0 3", &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser upright("M1 0A3 1 90 0 1 0 3", budget);
     QVERIFY(offEllipse(upright.path(), {0, 0}, 1, 3) < 0.001);
     // Turned by 45 degrees clockwise, its long axis goes down to the right.
-    const PathParser slanted("M-3-3A3 0.5 45 0 1 3 3", &segments);
+    const PathParser slanted("M-3-3A3 0.5 45 0 1 3 3", budget);
     const QPainterPath turnedBack = QTransform().rotate(-45).map(slanted.path());
     QVERIFY(offEllipse(turnedBack, {0, 0}, std::sqrt(18), std::sqrt(18) / 6) < 0.001);
     QVERIFY(turnedBack.pointAtPercent(0.5).y() < 0);
@@ -296,8 +295,8 @@ void TestPathParser::whatIsTooShortToBeSeenHasCaps()
 {
     QFETCH(QString, data);
     QFETCH(int, elementCount);
-    Allowance segments(Plenty);
-    const PathParser parser(data, &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser(data, budget);
     QCOMPARE(described(parser.error()), QString());
     QCOMPARE(parser.path().elementCount(), elementCount);
     QPainterPathStroker stroker;
@@ -373,8 +372,8 @@ void TestPathParser::faults()
     QFETCH(QString, data);
     QFETCH(QString, fault);
     QFETCH(QString, kept);
-    Allowance segments(Plenty);
-    const PathParser parser(data, &segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser(data, budget);
     QCOMPARE(described(parser.error()), fault);
     QCOMPARE(elements(parser.path()), kept);
 }
@@ -394,34 +393,35 @@ void TestPathParser::segmentsAreCounted()
 {
     QFETCH(QString, data);
     QFETCH(qint64, segments);
-    Allowance allowance(Plenty);
-    const PathParser parser(data, &allowance);
-    QCOMPARE(described(parser.error()), QString());
-    QCOMPARE(Plenty - allowance.left(), segments);
+    Budget budget(Plenty, Plenty);
+    const PathParser parser(data, budget);
+    QVERIFY(!parser.error());
+    QCOMPARE(Plenty - budget.workLeft(), segments * PathParser::SegmentWork + data.size() * PathParser::CharacterWork);
+    QCOMPARE(Plenty - budget.bytesLeft(), segments * PathParser::SegmentBytes);
 }
 
-void TestPathParser::textsAreCounted()
+void TestPathParser::whatIsBeyondTheBudgetIsLeftOut()
 {
-    Allowance allowance(Plenty);
-    const PathParser parser(QString(64 * 100, ' '), &allowance);
-    QCOMPARE(described(parser.error()), QString());
-    QCOMPARE(Plenty - allowance.left(), qint64(100));
-    const PathParser another(QString(64 * int(Plenty), ' '), &allowance);
-    QCOMPARE(described(another.error()), QString("TooMuch: too many path segments"));
+    const QString data = "M1 2L3 4 5 6 7 8 9 10";
+    const qint64 characters = data.size() * PathParser::CharacterWork;
+    const QString tooMuch = "TooMuch: drawing takes too much";
+    for (const bool isWork : {true, false}) {
+        Budget budget(characters + (isWork ? 3 * PathParser::SegmentWork : Plenty),
+                      isWork ? Plenty : 3 * PathParser::SegmentBytes);
+        const PathParser parser(data, budget);
+        QCOMPARE(described(parser.error()), tooMuch);
+        QCOMPARE(elements(parser.path()), QString("M 1 2 L 3 4 L 5 6"));
+        const PathParser another("M1 2", budget);
+        QCOMPARE(described(another.error()), tooMuch);
+        QVERIFY(another.path().isEmpty());
+    }
+    // A text without a segment costs its characters.
+    Budget exact(100 * PathParser::CharacterWork, 0);
+    QVERIFY(!PathParser(QString(100, ' '), exact).error());
+    Budget tooLittle(100 * PathParser::CharacterWork - 1, 0);
+    QCOMPARE(described(PathParser(QString(100, ' '), tooLittle).error()), tooMuch);
 }
 
-void TestPathParser::whatIsBeyondTheAllowanceIsLeftOut()
-{
-    Allowance segments(3);
-    const PathParser parser("M1 2L3 4 5 6 7 8 9 10", &segments);
-    QCOMPARE(described(parser.error()), QString("TooMuch: too many path segments"));
-    QCOMPARE(elements(parser.path()), QString("M 1 2 L 3 4 L 5 6"));
-    const PathParser another("M1 2", &segments);
-    QCOMPARE(described(another.error()), QString("TooMuch: too many path segments"));
-    QVERIFY(another.path().isEmpty());
-}
-
-// Every text of what occurs in path data is read to its end or to a fault, and all coordinates are finite.
 void TestPathParser::anythingIsRead()
 {
     const QStringList pieces = {"M",    "m", "L", "h",  "v",  "C",   "s",         "Q",    "t",      "A", "a", "z",
@@ -433,8 +433,8 @@ void TestPathParser::anythingIsRead()
         QString data = "M1 1";
         for (int length = random.bounded(40); length > 0; --length)
             data += pieces.at(random.bounded(pieces.size())) + (random.bounded(2) == 0 ? " " : "");
-        Allowance segments(Plenty);
-        const PathParser parser(data, &segments);
+        Budget budget(Plenty, Plenty);
+        const PathParser parser(data, budget);
         whole += described(parser.error()).isEmpty() ? 1 : 0;
         for (int at = 0; at < parser.path().elementCount(); ++at) {
             const QPainterPath::Element element = parser.path().elementAt(at);

@@ -2,9 +2,11 @@
 #include "Bounds.h"
 #include "DrawableFixture.h"
 #include "drawable/paint/PathPainter.h"
+#include "drawable/vector/PathParser.h"
 #include "drawable/vector/VectorDrawable.h"
 #include "drawable/vector/VectorGroup.h"
 #include "format/AndroidAttributes.h"
+#include "icon/IconRenderer.h"
 
 #include <QRandomGenerator>
 #include <QtTest>
@@ -155,12 +157,9 @@ void TestVectorLimits::faultsLeaveOutTheRest_data()
                                  << "TooMuch: groups of a vector nested too deeply" << goodArea;
     QTest::newRow("groups that are deep enough")
         << vector({nested(good, VectorGroup::MaxDepth, {}), group({}, {})}) << "" << goodArea;
-    QTest::newRow("many segments") << vector(
-        {good, path(QString(DrawableLoader::MaxPathSegments, 'z')), path(everything)})
-                                   << "TooMuch: too many path segments" << goodArea;
-    QTest::newRow("many elements") << vector(Elements{good} + times(DrawableLoader::MaxPathSegments / 8, group({}, {}))
-                                             + Elements{path(everything)})
-                                   << "TooMuch: too many path segments" << goodArea;
+    const int tooMany = int(IconRenderer::MaxWork / PathParser::CharacterWork) + 1;
+    QTest::newRow("many characters") << vector({good, path(QString(tooMany, ' '))}) << "TooMuch: drawing takes too much"
+                                     << goodArea;
     QTest::newRow("a long stroke") << vector(
         {good, stroked("M0 0" + QString("h1h-1").repeated(PathPainter::MaxStrokedElements / 2), 8)})
                                    << "TooMuch: too many segments in a path that is stroked" << goodArea;
@@ -201,7 +200,7 @@ void TestVectorLimits::whatIsTooMuchIsLeftOut()
     const DrawablePointer drawable = studio.load(vector({path(everything), path(random("L", 20000, 2, 24))}));
     QVERIFY(drawable != nullptr);
     QCOMPARE(studio.error(), QString());
-    Canvas canvas(QSize(1024, 1024));
+    Canvas canvas(QSize(1024, 1024), studio.budget);
     drawable->draw(canvas, QRectF(0, 0, 1024, 1024));
     QVERIFY(canvas.isSpent());
     QCOMPARE(areaOf(canvas.image(), Red), QRect(0, 0, 1024, 1024));
@@ -213,7 +212,7 @@ void TestVectorLimits::hostile_data()
     const auto row = [](const char *name, const Elements &children, const Attributes &more = {}) {
         QTest::newRow(name) << vector(children, more);
     };
-    const int most = int(DrawableLoader::MaxPathSegments);
+    constexpr int most = 1 << 17;
     const int stroke = PathPainter::MaxStrokedElements;
     const XmlAttribute round = integer(Attr::StrokeLineJoin, 1);
     const XmlAttribute roundCap = integer(Attr::StrokeLineCap, 1);
@@ -303,7 +302,7 @@ void TestVectorLimits::boundsThatCannotBePainted()
     const DrawablePointer drawable = studio.load(
         vector({clipPath(everything), path(everything), stroked(everything, 3)}, {color(Attr::Tint, 0x8000ff00)}));
     QVERIFY(drawable != nullptr);
-    Canvas canvas(QSize(24, 24));
+    Canvas canvas(QSize(24, 24), studio.budget);
     drawable->draw(canvas, bounds);
     QCOMPARE(coverage(canvas.image()), 0.0);
     QVERIFY(!canvas.isSpent());
@@ -327,7 +326,7 @@ void TestVectorLimits::whatIsOutsideOfTheViewportIsNotSeen()
     const qreal opacity = attributes.size() == 1 && attributes.first().id == Attr::Alpha ? 0.5 : 1;
     Studio studio;
     const DrawablePointer drawable = studio.load(vector({beyond, cross}, attributes));
-    Canvas canvas(QSize(48, 48));
+    Canvas canvas(QSize(48, 48), studio.budget);
     drawable->draw(canvas, QRectF(6, 12, 24, 12));
     const QImage image = canvas.image();
     QVERIFY(qAbs(coverage(image) * 48 * 48 - opacity * 24 * 12) < 1);
@@ -335,7 +334,7 @@ void TestVectorLimits::whatIsOutsideOfTheViewportIsNotSeen()
         QVERIFY(qAbs(qAlpha(image.pixel(inside)) - 255 * opacity) < 1);
 
     // Turned, it has smooth edges around the same area.
-    Canvas turned(QSize(48, 48));
+    Canvas turned(QSize(48, 48), studio.budget);
     turned.painter().translate(24, 24);
     turned.painter().rotate(30);
     drawable->draw(turned, QRectF(-12, -6, 24, 12));
