@@ -14,8 +14,8 @@ namespace {
 
 constexpr qreal CornerRadius = 0.2;
 
-// The superellipse of degree 4 around (0, 0) with radius 1. From each axis to the diagonal, a cubic curve keeps within a
-// thousandth of it: its control points lie this far from the axis, and from the diagonal.
+// The superellipse of degree 4 around (0, 0) with radius 1. A cubic curve from each axis to the diagonal is within a
+// thousandth of it. The constants are the distances of its control points from the axis and from the diagonal.
 QPainterPath squircle()
 {
     constexpr qreal Diagonal = 0.8409; // the fourth root of 1/2
@@ -24,7 +24,7 @@ QPainterPath squircle()
     constexpr qreal Far = Diagonal + FromDiagonal;
     constexpr qreal Near = Diagonal - FromDiagonal;
     QPainterPath path(QPointF(1, 0));
-    // Where each quarter begins, and where it goes from there.
+    // The start of each quarter.
     for (const QPointF &start : {QPointF(1, 0), QPointF(0, 1), QPointF(-1, 0), QPointF(0, -1)}) {
         const auto point = [&](qreal along, qreal across) {
             return along * start + across * QPointF(-start.y(), start.x());
@@ -54,25 +54,28 @@ DrawablePointer layer(const XmlElement &icon, const QString &name, DrawableLoade
 
 } // namespace
 
-AdaptiveIcon::AdaptiveIcon(DrawablePointer background, DrawablePointer foreground, DrawablePointer monochrome,
-                           IconMask mask)
-    : m_background(std::move(background)),
-      m_foreground(std::move(foreground)),
-      m_monochrome(std::move(monochrome)),
-      m_mask(mask)
+AdaptiveIcon::AdaptiveIcon(DrawablePointer background, DrawablePointer foreground, IconMask mask)
+    : m_background(std::move(background)), m_foreground(std::move(foreground)), m_mask(mask)
 {
 }
 
 DrawablePointer AdaptiveIcon::fromXml(const XmlElement &element, DrawableLoader &loader)
 {
+    DrawablePointer monochrome;
+    if (loader.isMonochrome())
+        monochrome = layer(element, QStringLiteral("monochrome"), loader);
+    if (monochrome != nullptr) {
+        auto icon = std::make_unique<AdaptiveIcon>(nullptr, std::move(monochrome), IconMask::None);
+        icon->m_isMonochrome = true;
+        return icon;
+    }
     DrawablePointer background = layer(element, QStringLiteral("background"), loader);
     DrawablePointer foreground = layer(element, QStringLiteral("foreground"), loader);
     if (background == nullptr && foreground == nullptr) {
         loader.setError(DrawableFault::NoLayers, element.name);
         return nullptr;
     }
-    return std::make_unique<AdaptiveIcon>(std::move(background), std::move(foreground),
-                                          layer(element, QStringLiteral("monochrome"), loader), loader.iconMask());
+    return std::make_unique<AdaptiveIcon>(std::move(background), std::move(foreground), loader.iconMask());
 }
 
 QSizeF AdaptiveIcon::intrinsicSize() const
@@ -113,8 +116,10 @@ void AdaptiveIcon::draw(Canvas &canvas, const QRectF &bounds) const
     const QRectF visible = PaintBounds::clamped(bounds);
     if (visible.isEmpty())
         return;
+    const QRectF layer = layerBounds(visible);
+    if (m_isMonochrome)
+        return m_foreground->draw(canvas, layer);
     canvas.maskedLayer(outline(m_mask, visible), [&]() {
-        const QRectF layer = layerBounds(visible);
         if (m_background != nullptr) {
             ColorDrawable(Qt::black).draw(canvas, layer);
             m_background->draw(canvas, layer);

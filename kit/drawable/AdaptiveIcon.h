@@ -15,12 +15,15 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * An icon of layers that the device cuts to a shape (DrawableLoader::iconMask()): `adaptive-icon` with the elements `background`, `foreground` and
- * `monochrome`, each a drawable by reference or within the element. A layer that cannot be loaded is left out.
+ * An icon of layers that the device cuts to an outline (DrawableLoader::iconMask()): `adaptive-icon` with the elements
+ * `background`, `foreground` and `monochrome`. Each has a drawable, by reference or as a child. A layer that cannot be
+ * loaded is left out.
  *
- * Layers have LayerUnits to a side, of which the VisibleUnits in the middle can be seen: they are drawn into bounds that are
- * as much larger than those asked for. What the background lets through is black, as on a device. The monochrome
- * layer, which devices tint when the user wishes it, is kept and not drawn.
+ * A layer has LayerUnits a side, and the VisibleUnits in its middle are visible: layers are drawn into bounds that are
+ * larger than the icon's by this ratio. Transparent parts of the background are black, as on a device.
+ *
+ * DrawableLoader::isMonochrome() makes an icon draw its monochrome layer alone, on a transparent ground and not cut, as a
+ * device needs it that tints icons. An icon without this layer is drawn as usual.
  */
 class AdaptiveIcon : public Drawable
 {
@@ -28,11 +31,10 @@ public:
     static constexpr qreal LayerUnits = 108;
     static constexpr qreal VisibleUnits = 72;
 
-    AdaptiveIcon(DrawablePointer background, DrawablePointer foreground, DrawablePointer monochrome, IconMask mask);
+    AdaptiveIcon(DrawablePointer background, DrawablePointer foreground, IconMask mask);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
-    bool hasMonochrome() const { return m_monochrome != nullptr; }
-    /// The larger of the layers' sizes, as far as it can be seen.
+    /// The visible part of the larger layer.
     QSizeF intrinsicSize() const override;
     void draw(Canvas &canvas, const QRectF &bounds) const override;
 
@@ -42,8 +44,8 @@ public:
 private:
     DrawablePointer m_background;
     DrawablePointer m_foreground;
-    DrawablePointer m_monochrome;
     IconMask m_mask;
+    bool m_isMonochrome = false; ///< the foreground is the monochrome layer
 };
 
 } // namespace SorrelKit

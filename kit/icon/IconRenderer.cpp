@@ -26,6 +26,17 @@ int densityOf(int size)
     return qBound(1, size * Configuration::MediumDensity / IconRenderer::IconDp, 0xffff);
 }
 
+// The phone that the icon is drawn for.
+Configuration deviceOf(const IconRequest &request)
+{
+    Configuration device = Configuration::phone(densityOf(request.pixelSize()));
+    if (request.isNight())
+        device.uiModeNight = Configuration::Night;
+    if (request.platformVersion() > 0)
+        device.sdkVersion = request.platformVersion();
+    return device;
+}
+
 int side(QSize size)
 {
     return qMax(size.width(), size.height());
@@ -52,14 +63,24 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 
 } // namespace
 
-QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
+QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
 {
     m_error = {};
+    const int size = request.pixelSize();
     if (size < MinSize || size > MaxSize) {
         setError({DrawableFault::InvalidSize, QString()});
         return {};
     }
-    const ResourceResolver resolver = m_resolver.forDevice(Configuration::phone(densityOf(size)));
+    QImage image = square(icon, request);
+    image.setDevicePixelRatio(request.devicePixelRatio());
+    return image;
+}
+
+QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &request)
+{
+    const int size = request.pixelSize();
+    Budget budget(MaxWork, MaxBytes);
+    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request), &budget);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
@@ -68,15 +89,14 @@ QImage IconRenderer::icon(const ResolvedValue &icon, int size, IconMask mask)
             setError({DrawableFault::NotDrawable, DrawableLoader::idText(best.resource)});
         return {};
     }
-    Budget budget(MaxWork, MaxBytes);
     // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
     DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
-    loader.setIconMask(mask);
+    loader.setIconMask(request.mask());
+    loader.setMonochrome(request.isMonochrome());
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
     QImage image = isPicture ? QImage() : drawn(best, loader, size);
-    Budget steps(ResourceResolver::MaxWork, 0);
     if (image.isNull())
-        image = bestPicture(IconFileLookup::candidates(icon, resolver, &steps), loader, size);
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, size);
     if (image.isNull())
         setError({DrawableFault::UndecodableIcon, best.text});
     return image;

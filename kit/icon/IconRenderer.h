@@ -8,7 +8,7 @@
 #include "resources/ResourceResolver.h"
 
 #include <SorrelKit/IconError.h>
-#include <SorrelKit/IconMask.h>
+#include <SorrelKit/IconRequest.h>
 
 #include <QImage>
 #include <QVector>
@@ -38,12 +38,13 @@ public:
     /// Both outlive this object.
     IconRenderer(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
 
-    /// The icon that @p icon stands for, a reference or a path, as a square of @p size pixels.
-    QImage icon(const ResolvedValue &icon, int size, IconMask mask);
+    /// Draws the icon that the reference or path @p icon names. A null image, with an error, when it cannot be drawn.
+    QImage icon(const ResolvedValue &icon, const IconRequest &request);
     /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
     IconError error() const;
 
 private:
+    QImage square(const ResolvedValue &icon, const IconRequest &request);
     QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
     void setError(const DrawableError &error);

@@ -163,7 +163,7 @@ Configuration Configuration::phone(int density)
     device.screenLong = 2;
     device.layoutDirection = 1; // left to right
     device.uiModeType = 1;
-    device.uiModeNight = 1; // day
+    device.uiModeNight = Day;
     device.smallestScreenWidthDp = 411;
     device.screenWidthDp = 411;
     device.screenHeightDp = 914;

@@ -47,6 +47,12 @@ struct Configuration {
         NoDensity = 0xffff,  ///< for pictures that are never scaled
     };
 
+    /// Values of uiModeNight.
+    enum NightMode : int {
+        Day = 1,
+        Night = 2,
+    };
+
     /// Decodes the record at the start of @p record. Deprecated language codes are kept.
     static Configuration read(const ByteView &record);
     /// A current phone at @p density with the newest platform. No locale is set.

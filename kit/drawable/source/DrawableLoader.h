@@ -83,9 +83,12 @@ public:
     /// The parts of this picture that may be stretched.
     std::optional<NinePatch> ninePatch(const QString &path);
 
-    /// The outline of adaptive icons that are made from now on.
+    /// The outline of adaptive icons that are made from now on. IconMask::None by default.
     void setIconMask(IconMask mask) { m_iconMask = mask; }
     IconMask iconMask() const { return m_iconMask; }
+    /// Whether adaptive icons that are made from now on draw their monochrome layer alone. False by default.
+    void setMonochrome(bool isMonochrome) { m_isMonochrome = isMonochrome; }
+    bool isMonochrome() const { return m_isMonochrome; }
 
     const ResourceResolver &resolver() const { return m_resolver; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
@@ -129,6 +132,7 @@ private:
     Budget &m_budget;
     qreal m_pixelsPerDp;
     IconMask m_iconMask = IconMask::None;
+    bool m_isMonochrome = false;
     DrawableError m_error;
     int m_depth = 0;
     PictureCache m_pictures;

@@ -33,7 +33,7 @@ private slots:
     void adaptiveMasks();
     void adaptiveBackgroundIsOnBlack();
     void adaptiveSizeIsThatOfWhatIsSeen();
-    void adaptiveMonochromeIsKept();
+    void adaptiveMonochrome();
     void gravity_data();
     void gravity();
     void layersKeepTheirInsets();
@@ -127,17 +127,37 @@ void TestDrawables::adaptiveSizeIsThatOfWhatIsSeen()
     QCOMPARE(plain->intrinsicSize(), QSizeF(-1, -1));
 }
 
-void TestDrawables::adaptiveMonochromeIsKept()
+void TestDrawables::adaptiveMonochrome()
 {
-    Studio studio;
     const XmlElement background = element("background", {drawable(Red)});
-    const auto with = studio.load(element("adaptive-icon", {}, {background, element("monochrome", {drawable(Blue)})}));
-    const auto without = studio.load(element("adaptive-icon", {}, {background}));
-    QVERIFY(dynamic_cast<const AdaptiveIcon &>(*with).hasMonochrome());
-    QVERIFY(!dynamic_cast<const AdaptiveIcon &>(*without).hasMonochrome());
-    Canvas canvas(QSize(8, 8), studio.budget);
-    with->draw(canvas, QRectF(0, 0, 8, 8));
-    QCOMPARE(canvas.image().pixel(4, 4), Red);
+    const XmlElement foreground = element("foreground", {}, {element("sprite")});
+    const XmlElement inset = element("inset", {percent(Attr::Inset, 25)}, {filled(Blue)});
+    const XmlElement monochrome = element("monochrome", {}, {inset});
+    const auto draw = [](const XmlElement &root, bool isMonochrome, QString *error) {
+        Studio studio;
+        studio.loader.setMonochrome(isMonochrome);
+        const QImage image = studio.draw(root, {72, 72}, IconMask::Circle);
+        *error = studio.error();
+        return image;
+    };
+    QString error;
+    const XmlElement icon = element("adaptive-icon", {}, {background, foreground, monochrome});
+    // The other layers are not even loaded. The layer has 108 pixels, and its middle half is blue.
+    const QImage alone = draw(icon, true, &error);
+    QCOMPARE(areaOf(alone, Blue), QRect(9, 9, 54, 54));
+    QCOMPARE(alone.pixel(5, 36), Nothing);
+    QCOMPARE(error, QString());
+    QCOMPARE(draw(icon, false, &error).pixel(36, 36), Red);
+    QCOMPARE(error, QString("Unsupported: unsupported drawable <sprite>"));
+    // Not cut: a layer that is blue everywhere is so in the corners.
+    const XmlElement full = element("monochrome", {drawable(Blue)});
+    QCOMPARE(areaOf(draw(element("adaptive-icon", {}, {background, full}), true, &error), Blue), QRect(0, 0, 72, 72));
+    // Without the layer, the icon is drawn as usual.
+    const QImage usual = draw(element("adaptive-icon", {}, {background}), true, &error);
+    QCOMPARE(usual.pixel(36, 36), Red);
+    QCOMPARE(usual.pixel(0, 0), Nothing);
+    const QImage broken = draw(element("adaptive-icon", {}, {background, element("monochrome")}), true, &error);
+    QCOMPARE(broken.pixel(36, 36), Red);
 }
 
 void TestDrawables::gravity_data()

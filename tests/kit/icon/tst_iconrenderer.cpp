@@ -3,6 +3,7 @@
 #include "BinaryXml.h"
 #include "DrawableFixture.h"
 #include "Pictures.h"
+#include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 #include "icon/IconErrorTable.h"
 #include "icon/IconRenderer.h"
@@ -57,7 +58,8 @@ struct Icons {
         value.resource = id;
         return value;
     }
-    QImage icon(int size, quint32 id = First) { return renderer.icon(reference(id), size, IconMask::None); }
+    QImage icon(const IconRequest &request, quint32 id = First) { return renderer.icon(reference(id), request); }
+    QImage icon(int size, quint32 id = First) { return icon(IconRequest(size), id); }
 
     Files files;
     Budget budget;
@@ -97,6 +99,12 @@ private slots:
     void namesTellNothing();
     void sizesOfIcons();
     void pathsAreIcons();
+    void nightPrefersItsResources();
+    void platformVersionsDecide_data();
+    void platformVersionsDecide();
+    void monochromeLayers();
+    void devicePixelRatios_data();
+    void devicePixelRatios();
     void iconFiles();
     void iconFilesAreLookedAtOnce();
     void iconFilesHaveABudgetForReading();
@@ -254,8 +262,129 @@ void TestIconRenderer::pathsAreIcons()
     ResolvedValue path;
     path.value = {ValueType::String, 0};
     path.text = latin("red");
-    QVERIFY(isAll(icons.renderer.icon(path, 48, IconMask::None), Red));
+    QVERIFY(isAll(icons.renderer.icon(path, IconRequest(48)), Red));
     QCOMPARE(icons.lookup.files(path).size(), 1);
+}
+
+void TestIconRenderer::nightPrefersItsResources()
+{
+    constexpr int UiMode = 29;
+    constexpr int Night = 0x20;
+    // The icon is XML of a colour resource, which is another one at night.
+    PackageBuilder package;
+    package.type(TypeBuilder(1).value(0, String, 0).value(1, 0x1c, Green))
+        .type(TypeBuilder(1, ConfigBuilder().u8(UiMode, Night).build()).value(1, 0x1c, Blue));
+    Icons icons(package, {latin("icon.xml")});
+    XmlBuilder xml;
+    xml.attributeId(latin("color"), ColorId);
+    icons.files.add(latin("icon.xml"),
+                    xml.empty(latin("color"), {androidReference(latin("color"), First + 1)}).build());
+    IconRequest request(48);
+    QVERIFY(isAll(icons.icon(request), Green));
+    request.setNight(true);
+    QVERIFY(isAll(icons.icon(request), Blue));
+    request.setNight(false);
+    QVERIFY(isAll(icons.icon(request), Green));
+}
+
+void TestIconRenderer::platformVersionsDecide_data()
+{
+    QTest::addColumn<int>("version");
+    QTest::addColumn<QRgb>("color");
+    QTest::newRow("the newest") << 0 << Blue;
+    QTest::newRow("less than any") << -1 << Blue;
+    QTest::newRow("the oldest") << 1 << Red;
+    QTest::newRow("just before the first") << 20 << Red;
+    QTest::newRow("the first") << 21 << Green;
+    QTest::newRow("just before the second") << 25 << Green;
+    QTest::newRow("the second") << 26 << Blue;
+    QTest::newRow("a newer one") << 35 << Blue;
+}
+
+void TestIconRenderer::platformVersionsDecide()
+{
+    QFETCH(int, version);
+    QFETCH(QRgb, color);
+    const auto since = [](int sdkVersion) { return ConfigBuilder().sdkVersion(sdkVersion).build(); };
+    PackageBuilder package;
+    package.type(TypeBuilder(1).value(0, String, 0))
+        .type(TypeBuilder(1, since(21)).value(0, String, 1))
+        .type(TypeBuilder(1, since(26)).value(0, String, 2));
+    Icons icons(package, {latin("red.png"), latin("green.png"), latin("blue.xml")});
+    icons.files.add(latin("red.png"), picture(48, 48, 0xff0000));
+    icons.files.add(latin("green.png"), picture(48, 48, 0x00ff00));
+    icons.files.add(latin("blue.xml"), blueXml());
+    IconRequest request(48);
+    request.setPlatformVersion(version);
+    const QImage image = icons.icon(request);
+    QVERIFY(isAll(image, color));
+    QVERIFY(!icons.renderer.error());
+}
+
+void TestIconRenderer::monochromeLayers()
+{
+    const auto icon = [](bool hasMonochrome) {
+        XmlBuilder builder;
+        builder.attributeId(latin("drawable"), Attr::Drawable).start(latin("adaptive-icon"));
+        builder.empty(latin("background"), {androidReference(latin("drawable"), First + 2)});
+        if (hasMonochrome)
+            builder.empty(latin("monochrome"), {androidReference(latin("drawable"), First + 3)});
+        return builder.end(latin("adaptive-icon")).build();
+    };
+    PackageBuilder package;
+    package.type(
+        TypeBuilder(1).value(0, String, 0).value(1, String, 1).value(2, 0x1c, Red).value(3, 0x1c, qint64(0x80000000)));
+    Icons icons(package, {latin("with.xml"), latin("without.xml")});
+    icons.files.add(latin("with.xml"), icon(true));
+    icons.files.add(latin("without.xml"), icon(false));
+    IconRequest request(48);
+    QVERIFY(isAll(icons.icon(request), Red));
+    request.setMonochrome(true);
+    QVERIFY(isAll(icons.icon(request), 0x80000000));
+    QVERIFY(isAll(icons.icon(request, First + 1), Red));
+    // Not cut to the mask.
+    request.setMask(IconMask::Circle);
+    QVERIFY(isAll(icons.icon(request), 0x80000000));
+    QCOMPARE(icons.icon(request, First + 1).pixel(0, 0), Nothing);
+    QVERIFY(!icons.renderer.error());
+}
+
+void TestIconRenderer::devicePixelRatios_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    QTest::addColumn<int>("pixels");
+    QTest::newRow("none") << 1.0 << 24;
+    QTest::newRow("twice") << 2.0 << 48;
+    QTest::newRow("between") << 1.5 << 36;
+    QTest::newRow("the largest") << 1024.0 / 24 << 1024;
+    QTest::newRow("too large") << 1025.0 / 24 << 0;
+    QTest::newRow("nothing") << 0.0 << 0;
+    QTest::newRow("less than nothing") << -2.0 << 0;
+    QTest::newRow("infinite") << qInf() << 0;
+    QTest::newRow("no number") << qQNaN() << 0;
+}
+
+void TestIconRenderer::devicePixelRatios()
+{
+    QFETCH(qreal, ratio);
+    QFETCH(int, pixels);
+    // The picture follows the pixels, not the size.
+    PackageBuilder package;
+    package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0))
+        .type(TypeBuilder(1, densityOf(320)).value(0, String, 1));
+    Icons icons(package, {latin("24"), latin("1024")});
+    icons.files.add(latin("24"), picture(24, 24, 0xff0000));
+    icons.files.add(latin("1024"), picture(1024, 1024, 0x00ff00));
+    IconRequest request(24);
+    request.setDevicePixelRatio(ratio);
+    const QImage image = icons.icon(request);
+    QCOMPARE(image.size(), QSize(pixels, pixels));
+    if (pixels > 0) {
+        QCOMPARE(image.devicePixelRatio(), ratio);
+        QVERIFY(isAll(image, pixels == 24 ? Red : Green));
+    } else {
+        QCOMPARE(icons.renderer.error().code(), IconError::Code::InvalidSize);
+    }
 }
 
 void TestIconRenderer::iconFiles()
@@ -415,7 +544,7 @@ void TestIconRenderer::errorPictureHasSides()
 void TestIconRenderer::errorThereIsNoIcon()
 {
     Icons icons{PackageBuilder()};
-    QVERIFY(icons.renderer.icon({}, 48, IconMask::None).isNull());
+    QVERIFY(icons.renderer.icon({}, IconRequest(48)).isNull());
     QCOMPARE(described(icons.renderer.error()), latin("Missing: there is no icon"));
 }
 
