@@ -26,7 +26,7 @@ for library in sorrel sorrelkit; do
     said=$(PKG_CONFIG_PATH=$prefix/$libdir/pkgconfig pkg-config --modversion "$library$suffix")
     [ "$said" = "$version" ] || fail "pkg-config says $said of $library"
 done
-grep -qx "SORREL_VERSION = $version" "$prefix/$libdir/sorrel/sorrel$suffix.pri" || fail "qmake is told another version"
+grep -qx "SORREL_VERSION = $version" "$prefix/$libdir/sorrel/sorrel$suffix.pri" || fail "qmake has another version"
 for tool in sorrel sorrel-thumbnailer; do
     said=$("$prefix/bin/$tool" --version)
     [ "$said" = "$tool $version" ] || fail "$tool says $said"

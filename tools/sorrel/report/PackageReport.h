@@ -19,7 +19,7 @@ class PackageReport
 public:
     PackageReport(const FileName &file, const ReportContent &content);
 
-    /// The result of toJson() for a package of which only the error is known.
+    /// The result of toJson() for a package when only its error is known.
     static QJsonObject failure(const FileName &file, int code, const QString &text);
 
     bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
