@@ -22,8 +22,8 @@ class DrawableLoader;
  * A layer has LayerUnits a side, and the VisibleUnits in its middle are visible: layers are drawn into bounds that are
  * larger than the icon's by this ratio. Transparent parts of the background are black, as on a device.
  *
- * DrawableLoader::isMonochrome() makes an icon draw its monochrome layer alone, on a transparent ground and not cut, as a
- * device needs it that tints icons. An icon without this layer is drawn as usual.
+ * DrawableLoader::isMonochrome() makes an icon draw its monochrome layer alone, on a transparent ground and not cut, as
+ * a device needs it that tints icons. An icon without this layer is drawn as usual.
  */
 class AdaptiveIcon : public Drawable
 {

@@ -34,7 +34,7 @@ PictureSamples stretchedSamples(int count, int side, qreal start, qreal step)
     return samples;
 }
 
-// The pixel of a tile at @p index of all of its repetitions.
+// The pixel of a tile for the pixel @p index of the repeated tiles.
 int tilePixel(qint64 index, int side, TileMode mode)
 {
     switch (mode) {

@@ -18,9 +18,9 @@ class VisibleArea;
 struct ResolvedValue;
 
 /**
- * A picture: the file of one, or the element `bitmap` with `android:src`. It fills its bounds, or goes where its gravity
- * says in its own size, or is repeated over the bounds. Tiles begin at the painter's origin, as on Android, not in the
- * corner of the bounds. Shrinking averages, enlarging interpolates.
+ * A picture: a picture file, or the element `bitmap` with `android:src`. It fills its bounds, has its own size at the
+ * place of its gravity, or is repeated over the bounds. Tiles begin at the painter's origin, as on Android, not in the
+ * corner of the bounds. A smaller picture is made by averages, a larger one by interpolation.
  */
 class BitmapDrawable : public Drawable
 {
@@ -28,18 +28,18 @@ public:
     /// Values of `android:tileMode`.
     enum class TileMode : int {
         Disabled = -1,
-        Clamp = 0, ///< the outermost pixels go on
+        Clamp = 0, ///< the outermost pixels are repeated
         Repeat = 1,
         Mirror = 2,
     };
 
-    /// @p size is the picture's on the device, in pixels.
+    /// @p size is the size of the picture on the device, in pixels.
     BitmapDrawable(const QImage &picture, QSizeF size) : m_picture(picture), m_size(size) {}
-    /// The picture in the file that @p value names; null, with an error, when there is none.
+    /// The picture in the file that @p value names; null, with an error, when it cannot be decoded.
     static DrawablePointer fromFile(const ResolvedValue &value, DrawableLoader &loader);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
-    /// The size of @p picture on the device, enlarged by @p scale: whole pixels.
+    /// The size of @p picture on the device at @p scale, in whole pixels.
     static QSizeF sizeOf(const QImage &picture, qreal scale);
 
     QSizeF intrinsicSize() const override { return m_size; }

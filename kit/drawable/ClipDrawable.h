@@ -11,10 +11,10 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * A drawable of which as much is seen as its level says: `clip`, as in a bar of progress. `android:clipOrientation` tells
- * which sides become shorter, `android:gravity` what is left of them.
+ * A drawable that is cut to a part, as a progress bar is: `clip`. The level sets the size of the part,
+ * `android:clipOrientation` the sides that become shorter, and `android:gravity` the place of the part.
  *
- * The level is `android:level`, or 0, at which Android draws nothing, and so does this.
+ * The level is `android:level`, or 0. Nothing is drawn at level 0, as on Android.
  */
 class ClipDrawable : public Drawable
 {

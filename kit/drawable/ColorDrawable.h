@@ -12,7 +12,7 @@ namespace SorrelKit {
 
 class DrawableLoader;
 
-/// A colour that fills what it is drawn into: a colour resource, or the element `color` with `android:color`.
+/// A colour that fills its bounds: a colour resource, or the element `color` with `android:color`.
 class ColorDrawable : public Drawable
 {
 public:

@@ -10,7 +10,7 @@ namespace SorrelKit {
 
 class DrawableLoader;
 
-/// Elements of several items that show one item at a time. Each function makes the drawable of the item that is shown first.
+/// Elements of several items that show one item at a time. Each function makes the drawable of the first one shown.
 namespace DrawableContainer {
 
 /// `selector` and `animated-selector`: the first item for the default state.

@@ -6,7 +6,7 @@
 
 namespace SorrelKit {
 
-/// Makes drawables of resources. It has the table of all kinds of drawables, by the names of their XML elements.
+/// Makes drawables from resources. It has the table of the names of XML elements and the classes for them.
 class DrawableInflater final : public DrawableLoader
 {
 public:

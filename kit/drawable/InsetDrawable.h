@@ -11,12 +11,12 @@ namespace SorrelKit {
 class DrawableAttributes;
 class DrawableLoader;
 
-/// A drawable that keeps off the edges of its bounds: `inset`. `android:inset` is for all four, the others for one each, and
-/// each is a dimension or a fraction of the bounds.
+/// A drawable with a distance from the edges of its bounds: `inset`. `android:inset` is for all four edges,
+/// `android:insetLeft` and so on for one. Each is a dimension or a fraction of the bounds.
 class InsetDrawable : public Drawable
 {
 public:
-    /// Both parts of one edge's inset.
+    /// The inset of an edge: a number of pixels and a fraction of the side.
     struct Edge {
         qreal of(qreal side) const { return pixels + fraction * side; }
 
@@ -33,16 +33,16 @@ public:
     InsetDrawable(DrawablePointer drawable, const Edges &edges);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
-    /// As large as it must be for the drawable within to have its own size.
+    /// The size at which the inner drawable has its intrinsic size.
     QSizeF intrinsicSize() const override { return m_size; }
-    /// The insets, and what the drawable within asks for.
+    /// The insets and the padding of the inner drawable.
     QMarginsF padding() const override;
     void draw(Canvas &canvas, const QRectF &bounds) const override;
 
 private:
     DrawablePointer m_drawable;
     Edges m_edges;
-    QSizeF m_size; ///< kept, as drawables that ask each other would ask far too often
+    QSizeF m_size; ///< stored: computing it anew at each level would take exponential time
 };
 
 } // namespace SorrelKit

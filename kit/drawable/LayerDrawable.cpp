@@ -12,7 +12,7 @@ namespace {
 
 using Layer = LayerDrawable::Layer;
 
-// @android:id/mask, the layer of a ripple that is its shape.
+// @android:id/mask, the layer of a ripple that limits its waves.
 constexpr quint32 RippleMaskId = 0x0102002e;
 
 bool isRippleMask(const XmlElement &item)

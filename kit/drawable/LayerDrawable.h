@@ -13,12 +13,12 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * Drawables on top of each other, the first at the bottom: `layer-list`, and what of `ripple` and `transition` is seen when
- * nobody touches them: the layers of a ripple without the one that limits its waves, and the first of a transition.
+ * Drawables on top of each other, the first one at the bottom: `layer-list`, `ripple` and `transition`. A ripple shows
+ * its layers without its mask, and a transition its first layer, as before any touch.
  *
- * An item may have a size and a gravity of its own, and insets, of which those of start and end count for more than those of
- * left and right. Without a gravity, an item with a size of its own goes to the top left, and one without fills. Layers that
- * are nested (`android:paddingMode`, the default of layer lists) keep off the padding that those below them ask for.
+ * An item may have a size, a gravity and insets. The insets of start and end override those of left and right. Without
+ * a gravity, an item that has a size is at the top left, and any other item fills the bounds. Nested layers
+ * (`android:paddingMode`, the default of layer lists) stay inside the padding of the layers below them.
  */
 class LayerDrawable : public Drawable
 {
@@ -31,7 +31,7 @@ public:
     struct Layer {
         DrawablePointer drawable;
         QMarginsF insets;
-        QSizeF size{-1, -1}; ///< in place of the drawable's; -1 for none
+        QSizeF size{-1, -1}; ///< overrides the drawable's; -1 for none
         int gravity = 0;
         bool isVisible = true;
     };
@@ -39,7 +39,7 @@ public:
     LayerDrawable(std::vector<Layer> layers, PaddingMode paddingMode);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
-    /// That of the largest layer, with its insets.
+    /// The size of the largest layer, with its insets.
     QSizeF intrinsicSize() const override { return m_size; }
     QMarginsF padding() const override { return m_padding; }
     void draw(Canvas &canvas, const QRectF &bounds) const override;
@@ -47,7 +47,7 @@ public:
 private:
     std::vector<Layer> m_layers;
     PaddingMode m_paddingMode;
-    QSizeF m_size{-1, -1}; ///< kept, as drawables that ask each other would ask far too often; so is the
+    QSizeF m_size{-1, -1}; ///< stored, as the padding is: computing them anew at each level would take exponential time
     QMarginsF m_padding;
 };
 

@@ -16,15 +16,14 @@ class DrawableLoader;
 class VisibleArea;
 struct ResolvedValue;
 
-/// A picture of which some parts are stretched and others keep their size: the file of one, as build tools have compiled it,
-/// or the element `nine-patch` with `android:src`.
+/// A picture that is stretched in some parts and keeps its size in the others: a compiled `.9.png`, or the element
+/// `nine-patch` with `android:src`.
 class NinePatchDrawable : public Drawable
 {
 public:
-    /// @p scale is by what the picture is enlarged on the device.
+    /// @p scale is the number of pixels on the device for each pixel of the picture.
     NinePatchDrawable(const QImage &picture, NinePatch patch, qreal scale);
-    /// The picture in the file that @p value names; null, with an error, when it cannot be decoded or has nothing that may
-    /// be stretched.
+    /// The picture in the file that @p value names; null, with an error, when it cannot be decoded or is no nine-patch.
     static DrawablePointer fromFile(const ResolvedValue &value, DrawableLoader &loader);
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 

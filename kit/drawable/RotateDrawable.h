@@ -11,15 +11,15 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * A turned drawable: `rotate`, at `android:fromDegrees`, clockwise, as the level of a drawable is 0 at first. The point that
- * it turns about is the middle unless it is given: as a fraction of the bounds, or in pixels from their corner.
+ * A rotated drawable: `rotate`, by `android:fromDegrees` clockwise, its angle at level 0. The pivot is a fraction of
+ * the bounds, or in pixels from their corner; the middle by default.
  *
- * `animated-rotate` turns from 0 on, and is drawn as it starts.
+ * `animated-rotate` starts at 0 degrees, and is drawn so.
  */
 class RotateDrawable : public Drawable
 {
 public:
-    /// One coordinate of the point: pixels, or a part of the side.
+    /// A coordinate of the pivot: pixels, or a fraction of the side.
     struct Pivot {
         qreal value = 0.5;
         bool isFraction = true;

@@ -12,7 +12,7 @@ namespace {
 
 constexpr qreal NoShare = -1;
 
-// The share is a text, "30%", whose number may also be a fraction.
+// The share is a text, "30%", or a fraction.
 qreal share(const DrawableAttributes &attributes, quint32 id)
 {
     qreal share = attributes.ratio(id, NoShare);

@@ -12,10 +12,11 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * A drawable that is the smaller the lower its level is: `scale`. At the highest level it fills its bounds; at others
- * each side lacks its share (`android:scaleWidth`, `android:scaleHeight`, "30%") of what is missing to the highest level.
+ * A drawable whose size depends on its level: `scale`. It fills its bounds at the highest level. At a level that is
+ * lower by some part of the range, each side is shorter by its share (`android:scaleWidth`, `android:scaleHeight`,
+ * "30%") of this part.
  *
- * The level is `android:level`, or 0, at which Android draws nothing, and so does this.
+ * The level is `android:level`, or 0. Nothing is drawn at level 0, as on Android.
  */
 class ScaleDrawable : public Drawable
 {
@@ -30,9 +31,9 @@ public:
 private:
     DrawablePointer m_drawable;
     int m_level;
-    QSizeF m_shares{-1, -1}; ///< at most 1; a side that has none does not change
+    QSizeF m_shares{-1, -1}; ///< at most 1; a side without a share keeps its length
     int m_gravity = Gravity::Left;
-    bool m_hasMinimum = false; ///< the drawable's own size
+    bool m_hasMinimum = false; ///< a side is never shorter than the drawable's
 };
 
 } // namespace SorrelKit

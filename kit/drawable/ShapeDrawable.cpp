@@ -22,7 +22,7 @@ qreal positivePixels(const DrawableAttributes &attributes, quint32 id, qreal fal
     return qMax(qreal(0), attributes.pixels(id, fallback));
 }
 
-// What becomes of one colour when it is tinted.
+// The tint of a single colour.
 QColor tinted(const QColor &color, const Tint &tint)
 {
     QImage pixel(1, 1, QImage::Format_ARGB32_Premultiplied);
@@ -149,7 +149,7 @@ QPainterPath ShapeDrawable::outline(const QRectF &rect) const
 
 QPainterPath ShapeDrawable::roundedRectangle(const QRectF &rect) const
 {
-    // Corners that would overlap shrink, all by the same factor.
+    // When corners would overlap, all shrink by the same factor.
     qreal factor = 1;
     const auto fit = [&](Corner first, Corner second, qreal side) {
         const qreal sum = m_radii[first] + m_radii[second];

@@ -20,19 +20,19 @@ class DrawableLoader;
 class Tint;
 
 /**
- * A shape of few parameters: `shape`, with the elements `solid` or `gradient` (the last of them counts), `stroke`, `corners`,
- * `size` and `padding`. It is in the middle of its stroke, which goes along the edge of the bounds, within them.
+ * A rectangle, oval, line or ring: `shape`, with the elements `solid` or `gradient` (the last one counts), `stroke`,
+ * `corners`, `size` and `padding`. The stroke is inside of the bounds, and the outline of the shape is its middle.
  *
- * A line goes across, half way down, and has a stroke alone. A ring's radii are dimensions or parts of the width. One that
- * depends on the level, as it does unless `android:useLevel` is false, is drawn as at level 0, where it has no extent:
- * not at all.
+ * A line is horizontal, at half the height, and has only a stroke. The radii of a ring are dimensions or fractions of
+ * the width. A ring depends on the level unless `android:useLevel` is false. It has no extent at level 0, so it is not
+ * drawn.
  */
 class ShapeDrawable : public Drawable
 {
 public:
-    /// What is drawn through, as if it had no gaps: an outline that would have more dashes than this, dashes that with their
-    /// gap are shorter than a part of a pixel or of the stroke's width, and a stroke that is wider than any icon's. A painter
-    /// takes seconds for them, as each dash is a shape of its own.
+    /// A stroke is drawn without gaps when it would have more dashes than MaxDashes, when a dash and its gap are
+    /// shorter than MinDashPixels or MinDashWidths times the width, or when it is wider than MaxDashedWidth. A painter
+    /// makes a shape of each dash, and would take seconds.
     static constexpr qreal MaxDashes = 1024;
     static constexpr qreal MinDashPixels = 0.5;
     static constexpr qreal MinDashWidths = 0.125;
@@ -55,7 +55,7 @@ private:
         Line = 2,
         Ring = 3,
     };
-    /// A radius in pixels, or when that is negative, the width divided by the ratio.
+    /// A length in pixels. When it is negative, the length is the width divided by the ratio.
     struct RingLength {
         qreal of(qreal width) const;
 
@@ -69,7 +69,7 @@ private:
         qreal gap = 0;
 
         qreal period() const { return dash + gap; }
-        /// How many dashes an outline of @p length has; 0 when it is drawn through.
+        /// The number of dashes of an outline of @p length; 0 when it is drawn without gaps.
         qreal dashCount(qreal length) const;
     };
 
@@ -86,7 +86,7 @@ private:
     RingLength m_innerRadius{-1, 3};
     RingLength m_thickness{-1, 9};
     bool m_isAtLevel = false;
-    std::array<qreal, 4> m_radii{}; ///< from the top left on, clockwise
+    std::array<qreal, 4> m_radii{}; ///< clockwise from the top left
     QColor m_solid = Qt::transparent;
     std::optional<ShapeGradient> m_gradient;
     Stroke m_stroke;

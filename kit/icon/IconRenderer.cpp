@@ -15,7 +15,7 @@ namespace SorrelKit {
 
 namespace {
 
-// A picture file of an icon that nothing is decoded of yet.
+// A picture file of an icon, not decoded.
 struct Picture {
     QString path;
     QSize size;
@@ -42,7 +42,7 @@ int side(QSize size)
     return qMax(size.width(), size.height());
 }
 
-// An adaptive icon is made for its own units, whatever sizes its layers have.
+// The size of an adaptive icon is fixed, whatever sizes its layers have.
 QSizeF sizeOf(const Drawable &drawable, qreal pixelsPerDp)
 {
     constexpr qreal Units = AdaptiveIcon::VisibleUnits;
@@ -50,7 +50,7 @@ QSizeF sizeOf(const Drawable &drawable, qreal pixelsPerDp)
     return isAdaptive ? QSizeF(Units, Units) * pixelsPerDp : drawable.intrinsicSize();
 }
 
-// In the middle of the canvas, as large as fits.
+// Draws it in the middle of the canvas, as large as it fits.
 void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 {
     const QSizeF room = canvas.size();
@@ -126,7 +126,7 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
         if (!picture.size.isEmpty())
             pictures.append(picture);
     }
-    // The smallest of those that are large enough; then the others, the largest first.
+    // The pictures that are large enough first, from small to large; then the others, from large to small.
     std::stable_sort(pictures.begin(), pictures.end(), [size](const Picture &a, const Picture &b) {
         const bool isEnough = side(a.size) >= size;
         if (isEnough != (side(b.size) >= size))

@@ -18,20 +18,20 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * Chooses among what a package has for an icon, and makes a picture of it: what the newest platform takes when that is
- * XML or a colour, else the picture file whose size fits best.
+ * Draws icons. The resource that the device of the request prefers is drawn when it is XML or a colour. Otherwise, or
+ * when that fails, the picture file whose size fits best is used.
  */
 class IconRenderer
 {
 public:
-    /// Sides of a picture at least and at most.
+    /// Pixels of a side of a picture.
     static constexpr int MinSize = 1;
     static constexpr int MaxSize = 1024;
-    /// An icon's side on a device. Together with the pixels that are asked for, it gives the density of the screen.
+    /// The side of an icon in dp. The requested pixels divided by this side give the density of the device.
     static constexpr int IconDp = 48;
 
-    /// The budget of one icon. The work takes about 0.7 s. The bytes are enough for a picture of 2508 x 2508 pixels in a
-    /// masked icon of MaxSize.
+    /// The budget of one icon. The work takes about 0.7 s. The bytes are enough for a picture of 2508 x 2508 pixels in
+    /// a masked icon of MaxSize.
     static constexpr qint64 MaxWork = 128 << 20;
     static constexpr qint64 MaxBytes = 56 << 20;
 

@@ -76,8 +76,8 @@ bool JpegPicture::strip(PictureStripper *stripper)
 {
     constexpr int MaxComponents = 4;
     constexpr int ColorBytes = 4;
-    // A picture of several scans keeps the coefficients of all components, two bytes each, until the last scan; in blocks
-    // of 8 pixels, up to four of them side by side in a unit.
+    // A picture of several scans keeps the coefficients of all components, two bytes each, until the last scan; in
+    // blocks of 8 pixels, up to four of them side by side in a unit.
     constexpr int CoefficientBytes = 2;
     constexpr qint64 UnitSide = 32;
 

@@ -10,11 +10,12 @@
 
 /**
  * Reduces a picture file in memory to the parts that make its picture. The class of the format goes over the file once
- * and calls keep() for each of these parts, in the order of the file. keep() moves the part to the end of the parts kept
- * before, so that no second copy is needed. The class of the format also stores here the cost of decoding the picture.
+ * and calls keep() for each of these parts, in the order of the file. keep() moves the part to the end of the parts
+ * kept before, so that no second copy is needed. The class of the format also stores here the cost of decoding the
+ * picture.
  *
- * Precondition of keep(): the part begins after all kept parts. Its bytes overwrite others, so a class reads all that it
- * needs of a part first.
+ * Precondition of keep(): the part begins after all kept parts. Its bytes overwrite others, so a class reads all that
+ * it needs of a part first.
  */
 class PictureStripper
 {
@@ -25,7 +26,8 @@ public:
     /// Starts with nothing kept; @p file outlives this object.
     explicit PictureStripper(QByteArray *file);
 
-    /// The file. Bytes before the end of the kept parts may be overwritten; sizes and offsets stay those of the whole file.
+    /// The file. Bytes before the end of the kept parts may be overwritten; sizes and offsets stay those of the whole
+    /// file.
     const ByteView &file() const { return m_view; }
 
     /// Keeps the @p size bytes at @p at, or as many as exist. Returns their new address.

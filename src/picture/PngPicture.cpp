@@ -93,7 +93,8 @@ bool PngPicture::strip(PictureStripper *stripper)
     for (qint64 at = SignatureSize; type != End && file.has(at, ChunkHeader);) {
         const qint64 length = file.big32(at);
         type = file.big32(at + 4);
-        // Pixels may be cut off. For any other chunk, a decoder takes the memory that the chunk claims before reading it.
+        // Pixels may be cut off. For any other chunk, a decoder takes the memory that the chunk claims before reading
+        // it.
         if (type != Pixels && !file.has(at + ChunkHeader, length))
             break;
         hasPixels = hasPixels || type == Pixels;

@@ -7,13 +7,13 @@
 /**
  * The prefix codes of a WebP lossless stream (VP8L), read to find the memory that a decoder takes for them.
  *
- * A picture may have different prefix codes for each block of its pixels, in groups of five. A small picture, the entropy
- * image, has the number of the group of each block. A group may be as short as 20 bits in the file, but a decoder makes
- * lookup tables of up to 20 KB of it, so that 300 KB of file may take a gigabyte. The transforms come before the entropy
- * image. Some transforms are small pictures as well, and are read to get past them.
+ * A picture may have different prefix codes for each block of its pixels, in groups of five. A small picture, the
+ * entropy image, has the number of the group of each block. A group may be as short as 20 bits in the file, but a
+ * decoder makes lookup tables of up to 20 KB of it, so that 300 KB of file may take a gigabyte. The transforms come
+ * before the entropy image. Some transforms are small pictures as well, and are read to get past them.
  *
- * Meets raw input. Every bit is read once, and every round of a loop reads a bit. A stream that is cut off or contradicts
- * itself is not valid.
+ * Meets raw input. Every bit is read once, and every round of a loop reads a bit. A stream that is cut off or
+ * contradicts itself is not valid.
  */
 class WebpLossless
 {

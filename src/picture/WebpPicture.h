@@ -14,7 +14,8 @@
  * "VP8 " is a lossy picture, "VP8L" a lossless one; both have their size in the data. A file with further chunks starts
  * with "VP8X": flags u8, three bytes, width and height of the canvas less 1 as u24. "ALPH" is the transparency of the
  * picture after it: a u8 whose two lowest bits are not 0 when a lossless stream follows. An animation has six bytes in
- * "ANIM", and a frame in each "ANMF": left, top, width less 1, height less 1 and duration as u24, flags u8, then chunks.
+ * "ANIM", and a frame in each "ANMF": left, top, width less 1, height less 1 and duration as u24, flags u8, then
+ * chunks.
  *
  * strip() keeps the chunks of the picture, or of an animation's first frame as a file of its own. It drops colour
  * profiles, metadata, other frames and unknown chunks, because decoders list them.
@@ -22,7 +23,8 @@
 class WebpPicture
 {
 public:
-    /// Keeps the parts above; false when the file is no WebP, its picture is too large, or its prefix codes are damaged.
+    /// Keeps the parts above; false when the file is no WebP, its picture is too large, or its prefix codes are
+    /// damaged.
     static bool strip(PictureStripper *stripper);
 
 private:

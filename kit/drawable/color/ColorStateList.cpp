@@ -40,7 +40,7 @@ std::optional<QColor> ColorStateList::fromXml(const XmlElement &element, Drawabl
         loader.setError(DrawableFault::ColorListWithoutColor);
         return std::nullopt;
     }
-    // In whole numbers, as QColor rounds to them, by way of a float in Qt 6.
+    // With integers: QColor::setAlphaF() rounds differently in Qt 6, where it takes a float.
     QRgba64 rgba = color.rgba64();
     const qreal alpha = rgba.alpha() / qreal(Opaque) * attributes.number(Attr::Alpha, 1);
     rgba.setAlpha(quint16(qRound(qBound(qreal(0), alpha, qreal(1)) * Opaque)));

@@ -12,13 +12,13 @@ namespace SorrelKit {
 
 class DrawableLoader;
 
-/// Colour resources that have a colour for each state: the element `selector`, with elements `item`.
+/// Colour resources with a colour for each state: the element `selector`, with elements `item`.
 class ColorStateList
 {
 public:
-    /// The colour of the first item that is for the default state, as DrawableAttributes::isForDefaultState() has it, made as opaque as the
-    /// item's `android:alpha` says. When there is none, that of the first item, as Android has it. Nothing, with an
-    /// error, when that item has no colour.
+    /// The colour of the first item for the default state (DrawableAttributes::isForDefaultState()), or of the first
+    /// item when there is none, as on Android. Its opacity is multiplied by the item's `android:alpha`. Nothing, with
+    /// an error, when the item has no colour.
     static std::optional<QColor> fromXml(const XmlElement &element, DrawableLoader &loader);
 };
 

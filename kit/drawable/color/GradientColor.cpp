@@ -26,8 +26,8 @@ QGradient::Spread spread(int tileMode)
     }
 }
 
-// Qt has one colour for an offset. Of several that Android has there, the first and the last are seen, and these stand
-// next to each other, closer than a gradient is computed.
+// Qt allows one colour at an offset. Android allows several and shows the first and the last one. These two get offsets
+// that are closer than a gradient is computed.
 void append(QGradientStops *stops, qreal offset, const QColor &color)
 {
     constexpr qreal Step = 1e-6;
@@ -71,7 +71,7 @@ QGradientStops stopsOf(const XmlElement &element, DrawableLoader &loader)
     return stops;
 }
 
-// Qt's sweep runs counter-clockwise.
+// Qt's conical gradient is counter-clockwise.
 QGradientStops reversed(const QGradientStops &stops)
 {
     QGradientStops result;

@@ -13,21 +13,21 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * Colour resources that change from place to place: the element `gradient`. `android:type` is 0 for a linear one from
- * (startX, startY) to (endX, endY), 1 for a radial one of gradientRadius around (centerX, centerY), 2 for one that
- * sweeps around there, clockwise from three o'clock.
+ * Colour resources that are gradients: the element `gradient`. `android:type` is 0 for a linear gradient from (startX,
+ * startY) to (endX, endY), 1 for a radial gradient of gradientRadius around (centerX, centerY), and 2 for a sweep
+ * gradient around this centre, clockwise from three o'clock.
  *
- * Its colours are those of its elements `item`, each with an offset from 0 to 1, or else startColor, centerColor if there
- * is one, and endColor. An offset less than the one before it is taken for that. `android:tileMode` tells what is outside:
- * the outermost colours (0), or the gradient again (1), or to and fro (2).
+ * The colours are those of the elements `item`, each with an offset from 0 to 1. Without items, they are startColor,
+ * centerColor (which may be missing) and endColor. An offset less than the previous one counts as the previous one.
+ * `android:tileMode` sets the colours outside: the outermost ones (0), the gradient repeated (1) or mirrored (2).
  */
 class GradientColor
 {
 public:
-    /// Items that count. Painting tells no more than about a thousand colours of a gradient apart.
+    /// Items that are read. A painter distinguishes about a thousand colours of a gradient.
     static constexpr int MaxItems = 1024;
 
-    /// A brush in the coordinates of the drawable that is filled; nothing, with an error, when a radial one has no
+    /// A brush in the coordinates of the filled drawable; nothing, with an error, for a radial gradient without a
     /// radius.
     static std::optional<QBrush> fromXml(const XmlElement &element, DrawableLoader &loader);
 };

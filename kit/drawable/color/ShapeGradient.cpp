@@ -12,12 +12,12 @@ namespace {
 
 constexpr qreal Middle = 0.5;
 constexpr qreal MinRadius = 1e-3;
-// A centre that is farther away than this many times the shape's sides looks like any other.
+// In sides of the shape. A centre that is farther away makes no visible difference.
 constexpr qreal MaxRatio = 100;
-// A painter keeps one colour for each position.
+// A painter stores one colour for each position.
 constexpr qreal MinStopDistance = 1e-4;
 
-// The fraction's unit, in bits 0 to 3 of its data: of the thing itself, or of what contains it.
+// Bits 0 to 3 of a fraction's data are its base: the shape itself, or its parent.
 bool isFractionOfParent(const TypedValue &value)
 {
     constexpr quint32 UnitMask = 0xf;
@@ -97,7 +97,7 @@ void ShapeGradient::readColors(const XmlElement &element, DrawableLoader &loader
     m_stops = {{0, color(Attr::StartColor)}, {1, color(Attr::EndColor)}};
     if (!attributes.has(Attr::CenterColor))
         return;
-    // Along a line, the colour between lies where the centre is that is not in the middle.
+    // The centre colour of a linear gradient is at centerX or, when that is in the middle, at centerY.
     qreal position = Middle;
     if (m_kind == Kind::Linear)
         position = qFuzzyCompare(m_center.x(), Middle) ? m_center.y() : m_center.x();
@@ -134,7 +134,7 @@ QBrush ShapeGradient::brush(const QRectF &rect, const QSizeF &size) const
         return gradient;
     }
     case Kind::Sweep: {
-        // The painter's runs the other way round.
+        // Qt's conical gradient is counter-clockwise.
         QGradientStops stops;
         for (const QGradientStop &stop : m_stops)
             stops.prepend({1 - stop.first, stop.second});

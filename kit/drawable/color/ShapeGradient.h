@@ -16,23 +16,22 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * The element `gradient` of a shape. Its colours run across the shape's own rectangle: in a straight line at an angle that is
- * a multiple of 45 degrees (0 is from left to right, 90 from bottom to top; any other angle is from top to bottom), outwards
- * from a centre, or clockwise round it, from the right on.
+ * The element `gradient` of a shape, across the rectangle of the shape. A linear gradient has an angle that is a
+ * multiple of 45 degrees: 0 is from left to right, 90 from bottom to top; any other angle is from top to bottom. A
+ * radial gradient goes outwards from a centre, and a sweep gradient clockwise around it, from the right.
  *
- * One whose parts depend on the level (`android:useLevel`) is drawn as at level 0, where it is over before it has begun:
- * its last colour is everywhere.
+ * A gradient that depends on the level (`android:useLevel`) has its last colour everywhere, as at level 0.
  */
 class ShapeGradient
 {
 public:
-    /// The gradient that @p element describes; nothing, with an error, when its kind is unknown, or it is radial and has no
-    /// radius.
+    /// The gradient that @p element describes; nothing, with an error, for an unknown type or a radial gradient without
+    /// a radius.
     static std::optional<ShapeGradient> fromXml(const XmlElement &element, DrawableLoader &loader);
 
-    /// The brush for a shape in @p rect whose own size is @p size; a side that it has none for is that of the rectangle.
+    /// The brush for a shape in @p rect. @p size is the size of the shape; -1 means the side of the rectangle.
     QBrush brush(const QRectF &rect, const QSizeF &size) const;
-    /// Puts what @p change makes of each colour in its place.
+    /// Replaces each colour by @p change of it.
     void changeColors(const std::function<QColor(const QColor &)> &change);
 
 private:
@@ -50,7 +49,7 @@ private:
     Kind m_kind = Kind::Linear;
     QGradientStops m_stops;
     int m_angle = 0;
-    QPointF m_center{0.5, 0.5}; ///< in parts of the sides
+    QPointF m_center{0.5, 0.5}; ///< in fractions of the sides
     qreal m_radius = 0;
     enum class RadiusUnit {
         Pixels,

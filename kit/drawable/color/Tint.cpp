@@ -42,7 +42,7 @@ Tint::Mode modeOf(int value)
     }
 }
 
-// The product of two channels, where 255 is one.
+// The product of two channels, where 255 means 1.
 int product(int a, int b)
 {
     return (a * b + 127) / 255;
@@ -65,7 +65,7 @@ void Tint::apply(QImage *layer, qreal opacity) const
 {
     QPainter painter(layer);
     if (opacity < 1) {
-        // As QColor rounds it, which does so by way of a float in Qt 6.
+        // With integers: QColor::setAlphaF() rounds differently in Qt 6, where it takes a float.
         constexpr quint16 Opaque = 0xffff;
         const auto alpha = quint16(qRound(qMax(qreal(0), opacity) * Opaque));
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
@@ -84,7 +84,7 @@ bool Tint::isUnbounded() const
     return m_mode == Mode::SourceOver || m_mode == Mode::Screen || m_mode == Mode::Add;
 }
 
-// A painter's Multiply keeps each of the two where the other is transparent.
+// QPainter's Multiply shows each of the two where the other is transparent.
 void Tint::multiply(QImage *layer) const
 {
     const QRgb tint = qPremultiply(m_color.rgba());

@@ -12,27 +12,28 @@ namespace SorrelKit {
 class DrawableAttributes;
 class DrawableLoader;
 
-/// A colour that a drawable is coloured with after it is drawn: `android:tint` and `android:tintMode`.
+/// A colour that is blended with a finished drawable: `android:tint` and `android:tintMode`.
 class Tint
 {
 public:
-    /// Values of `android:tintMode`: how the tint is put on what is drawn.
+    /// Values of `android:tintMode`: the way of blending.
     enum class Mode : int {
         SourceOver = 3,
         SourceIn = 5,
         SourceAtop = 9,
-        Multiply = 14, ///< of all channels, the alpha as well, so that nothing gets more opaque
+        Multiply = 14, ///< all channels, alpha included, so that nothing becomes more opaque
         Screen = 15,
         Add = 16,
     };
 
     Tint(const QColor &color, Mode mode) : m_color(color), m_mode(mode) {}
-    /// The tint of an element; none when it has no colour. A mode that is none is SourceIn.
+    /// The tint of an element; nothing when it has no colour. An unknown mode counts as SourceIn.
     static std::optional<Tint> fromAttributes(const DrawableAttributes &attributes, DrawableLoader &loader);
 
-    /// Colours @p layer, of the format ARGB32_Premultiplied, after making it as opaque as @p opacity says.
+    /// Multiplies the opacity of @p layer, of the format ARGB32_Premultiplied, by @p opacity, and blends the tint with
+    /// it.
     void apply(QImage *layer, qreal opacity = 1) const;
-    /// Whether what is transparent gets a colour, too. Then it is the caller's to cut the layer to the drawable.
+    /// Whether transparent pixels get a colour, too. The caller must then cut the layer to the drawable.
     bool isUnbounded() const;
 
 private:

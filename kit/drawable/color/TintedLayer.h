@@ -22,8 +22,8 @@ public:
     /// The alpha and the tint of an element.
     TintedLayer(const DrawableAttributes &attributes, DrawableLoader &loader);
 
-    /// Calls @p paint to paint on @p canvas, changed and cut to @p extent. A layer that changes nothing is not made, and
-    /// not cut.
+    /// Calls @p paint to paint on @p canvas, changed and cut to @p extent. A layer that changes nothing is not made,
+    /// and not cut.
     void paint(Canvas &canvas, const QRectF &extent, const std::function<void()> &paint) const;
 
 private:

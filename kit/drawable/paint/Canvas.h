@@ -13,8 +13,8 @@
 namespace SorrelKit {
 
 /**
- * A picture that drawables are painted on. Painting costs work, and layers hold bytes, of the budget of the call. A drawable
- * spends the work before it paints. Once there is too little work for something, nothing more is painted.
+ * A picture that drawables are painted on. Painting costs work, and layers hold bytes, of the budget of the call. A
+ * drawable spends the work before it paints. Once there is too little work for something, nothing more is painted.
  */
 class Canvas
 {
@@ -26,8 +26,8 @@ public:
     /// Pixels that are painted in one colour, or copied from a layer, for a unit of work. Both take about 1 ns a pixel.
     static constexpr int PixelsPerWork = 4;
 
-    /// A transparent canvas of @p size, in the format ARGB32_Premultiplied. @p budget outlives it. Nothing is painted when
-    /// the budget has no room for the canvas.
+    /// A transparent canvas of @p size, in the format ARGB32_Premultiplied. @p budget outlives it. Nothing is painted
+    /// when the budget has no room for the canvas.
     Canvas(QSize size, Budget &budget);
 
     /// The painter of the innermost layer. It is antialiased.
@@ -47,13 +47,13 @@ public:
     bool isSpent() const { return m_isSpent || m_isCut; }
 
     /**
-     * Calls @p paint to paint on a transparent layer of the canvas's size, passes the layer to @p change, and paints it on the
-     * canvas with @p opacity. The layer keeps the painter's transformation. Layers may be nested. A layer costs three
-     * passes and holds its bytes.
+     * Calls @p paint to paint on a transparent layer of the canvas's size, passes the layer to @p change, and paints it
+     * on the canvas with @p opacity. The layer keeps the painter's transformation. Layers may be nested. A layer costs
+     * three passes and holds its bytes.
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
-    /// The same, and cuts the layer to @p mask, with smooth edges, after @p change, which may be empty. The mask has the
-    /// coordinates of painter(). Costs two passes more.
+    /// The same, and cuts the layer to @p mask, with smooth edges, after @p change, which may be empty. The mask has
+    /// the coordinates of painter(). Costs two passes more.
     void maskedLayer(const QPainterPath &mask, const std::function<void()> &paint,
                      const std::function<void(QImage &)> &change = {}, qreal opacity = 1);
 

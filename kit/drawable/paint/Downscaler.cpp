@@ -10,8 +10,8 @@ namespace {
 // A larger picture is not converted as a whole: the copy would take up to four times the memory of the picture.
 constexpr qint64 MaxDirectPixels = 2 << 20;
 
-// The average of each block of columns x rows pixels, without the incomplete blocks at the end. Converts a band of rows at a
-// time, so that it needs little memory.
+// The average of each block of columns x rows pixels, without the incomplete blocks at the end. Converts a band of rows
+// at a time, so that it needs little memory.
 QImage blockAverages(const QImage &picture, int columns, int rows)
 {
     QImage result(picture.width() / columns, picture.height() / rows, QImage::Format_ARGB32_Premultiplied);
@@ -42,8 +42,8 @@ QImage blockAverages(const QImage &picture, int columns, int rows)
     return result;
 }
 
-// The side of the blocks that are averaged before the fine scaling, which gets twice the pixels that it needs, but at most
-// MaxSide, to bound its memory.
+// The side of the blocks that are averaged before the fine scaling, which gets twice the pixels that it needs, but at
+// most MaxSide, to bound its memory.
 int blockSide(int side, int wanted)
 {
     constexpr int MaxSide = 2048;

@@ -18,8 +18,8 @@ constexpr int WorkPerPixel = 2;
 /// Bytes that scaled() takes for a picture of the size @p picture.
 qint64 bytes(QSize picture, const QSizeF &size);
 
-/// @p picture in the format ARGB32_Premultiplied, scaled down to @p size. A side that is shorter already keeps its length.
-/// Takes little memory besides the result, whatever the size of the picture.
+/// @p picture in the format ARGB32_Premultiplied, scaled down to @p size. A side that is shorter already keeps its
+/// length. Takes little memory besides the result, whatever the size of the picture.
 QImage scaled(const QImage &picture, const QSizeF &size);
 
 } // namespace Downscaler

@@ -8,10 +8,10 @@
 namespace SorrelKit {
 
 /**
- * Where something goes in what is larger or smaller than it: the value of `android:gravity`. Each axis has four bits: it is
- * specified (1), pulled to the start (2), pulled to the end (4), clipped (8); pulled both ways is filled, and neither way
- * centred, specified or not. The bits of the vertical axis are 4 above those of the horizontal one. Start and end are left
- * and right here: there is no text to be read from the right.
+ * The value of `android:gravity`: the place of a drawable in a container that is larger or smaller. Each axis has four
+ * bits: specified (1), pulled to the start (2), pulled to the end (4), clipped (8). Pulled both ways means filled;
+ * pulled neither way means centred, specified or not. The bits of the vertical axis are 4 above those of the horizontal
+ * one. Start and end are left and right, as nothing is laid out from right to left.
  */
 namespace Gravity {
 
@@ -24,7 +24,7 @@ constexpr int Fill = FillHorizontal | FillVertical;
 constexpr int HorizontalMask = 0x07;
 constexpr int VerticalMask = 0x70;
 
-/// What something of @p size takes of @p container.
+/// The rectangle for a drawable of @p size in @p container.
 QRectF apply(int gravity, const QSizeF &size, const QRectF &container);
 
 } // namespace Gravity

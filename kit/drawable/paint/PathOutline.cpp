@@ -11,7 +11,7 @@ namespace {
 
 constexpr int CurvePoints = 4;
 
-// The work of a painter for a pixel that an edge meets, and for a step of the search for that pixel.
+// The work of a painter for a pixel that an edge crosses, and for a step of the search for that pixel.
 constexpr qint64 MeetingWork = 32;
 constexpr qint64 StepWork = 2;
 
@@ -25,7 +25,7 @@ qreal scaleOf(const QTransform &transform)
     return qMax(std::hypot(transform.m11(), transform.m12()), std::hypot(transform.m21(), transform.m22()));
 }
 
-// By how much a curve is beside the line between its ends, at most.
+// The largest distance of a curve from the line between its ends.
 qreal sag(const QPointF *points)
 {
     constexpr qreal SagPerBend = 0.75;
@@ -66,7 +66,7 @@ bool PathOutline::add(const QPainterPath &path, const QTransform &transform)
     return edgeWork() <= m_maxWork;
 }
 
-// Every edge is looked at once for each band of rows that a painter goes through.
+// A painter goes through bands of rows and looks at every edge for each band.
 qint64 PathOutline::edgeWork() const
 {
     constexpr qint64 EdgeWork = 4;
@@ -96,7 +96,7 @@ void PathOutline::lineTo(QPointF point)
     m_isOpen = true;
     const QPointF ends[] = {m_point, point};
     if (!isAside(ends, 2)) {
-        // In parts of the way to the point; 1 for none.
+        // The position on the line, from 0 to 1; 1 when it does not cross.
         const auto cross = [](qreal from, qreal to, qreal border) {
             const bool isCrossing = (from < border && to > border) || (from > border && to < border);
             return isCrossing ? (border - from) / (to - from) : 1;
@@ -114,7 +114,7 @@ void PathOutline::lineTo(QPointF point)
     m_point = point;
 }
 
-// Ends with the halvings, of which there are MaxHalvings within each other at most.
+// The recursion ends: it is MaxHalvings deep at most.
 void PathOutline::curveTo(const QPointF *points, int halvings)
 {
     if (halvings == 0 || isAside(points, CurvePoints) || sag(points) <= m_flatness || edgeWork() > m_maxWork)
@@ -162,14 +162,14 @@ void PathOutline::count(QPointF from, QPointF to)
     const qreal width = qBound(qreal(0), std::abs(from.x() - to.x()), qreal(m_size.width()));
     const int met = 1 + int(width) / (last - first + 1);
     for (int i = first; i <= last; ++i) {
-        // Half of what is there on average.
+        // A search goes through half of the pixels on average.
         m_steps += met * qint64(qMin(m_met[i], m_size.width())) / 2;
         m_meetings += met;
         m_met[i] += met;
     }
 }
 
-// Whether all points are beyond the same side, so that only the way from the first to the last one matters.
+// Whether all points are outside of the same side. Then only the first and the last one matter.
 bool PathOutline::isAside(const QPointF *points, int count) const
 {
     const auto all = [&](auto test) { return std::all_of(points, points + count, test); };

@@ -11,29 +11,29 @@
 namespace SorrelKit {
 
 /**
- * The area of a path as polygons within a rectangle, which a painter can fill at a cost that is known before, wherever the
- * path was. What is outside of the rectangle is moved to its border, where it goes around the same points as before and
- * is not seen; curves there are not divided.
+ * The area of a path as polygons within a rectangle, so that the work of a painter is known before it fills them.
+ * Points outside of the rectangle are moved to its border. There they wind around the same points as before, and are
+ * not visible. Curves outside are not divided.
  *
- * A painter looks, for each pixel that an edge meets, through those that edges met in its row before. A path of some
- * thousand edges across all of a picture takes it half a minute; cost() tells.
+ * For each pixel that an edge crosses, a painter searches the pixels that other edges crossed in the same row. A few
+ * thousand edges across a whole picture take half a minute.
  */
 class PathOutline
 {
 public:
-    /// Points at most, so that neither these polygons nor what a painter makes of them take much memory.
+    /// Points at most. They bound the memory of the polygons and of a painter.
     static constexpr int MaxPoints = 1 << 18;
-    /// By how many pixels a polygon may be beside its curve.
+    /// The distance in pixels of a polygon from its curve at most.
     static constexpr qreal Tolerance = 0.02;
-    /// How often a curve is halved at most. That is enough for one around all of the largest canvas.
+    /// Halvings of a curve within each other at most. They suffice for a curve around the largest canvas.
     static constexpr int MaxHalvings = 10;
 
-    /// What is inside @p visible is kept. @p toPixels leads from its coordinates to those of a canvas of @p size. The
-    /// outline is given up when it costs more than @p maxWork.
+    /// Keeps the part inside @p visible. @p toPixels maps its coordinates to those of a canvas of @p size. The outline
+    /// is given up when it costs more than @p maxWork.
     PathOutline(const QRectF &visible, const QTransform &toPixels, QSize size, qint64 maxWork);
 
-    /// Takes in @p path after @p transform, which leads to the coordinates of the visible rectangle. False when the
-    /// outline is given up. Precondition: the coordinates are finite after the transformation.
+    /// Adds @p path. @p transform maps it to the coordinates of the visible rectangle. False when the outline is given
+    /// up. Precondition: the mapped coordinates are finite.
     bool add(const QPainterPath &path, const QTransform &transform);
 
     /// The polygons, closed, with the fill rule of the path.
@@ -60,12 +60,12 @@ private:
     qint64 m_maxWork;
     qreal m_flatness; ///< the tolerance in the coordinates of the visible rectangle
     QPainterPath m_polygons;
-    QVector<int> m_met;    ///< pixels that edges meet, in each row of the canvas
-    qint64 m_meetings = 0; ///< all of them
+    QVector<int> m_met;    ///< pixels that edges cross, in each row of the canvas
+    qint64 m_meetings = 0; ///< in all rows
     qint64 m_steps = 0;    ///< of the searches in the rows
-    QPointF m_start;       ///< of the figure, as given
-    QPointF m_point;       ///< where it is
-    QPointF m_pixel;       ///< where the polygon is on the canvas
+    QPointF m_start;       ///< the start of the figure
+    QPointF m_point;       ///< the current point of the path
+    QPointF m_pixel;       ///< the current point of the polygon, in pixels
     QPointF m_topLeft;     ///< of all polygons on the canvas
     QPointF m_bottomRight;
     bool m_isOpen = false;

@@ -17,7 +17,7 @@ constexpr qint64 StrokedElementWork = 256;
 // Bytes for each point of an outline or a stroke: those of the path, and of the painter's copy.
 constexpr qint64 PointBytes = 48;
 
-// Nothing that is scaled by more can be told from nonsense, and coordinates stay finite.
+// A larger scale has no sensible use. Within this range, coordinates stay finite.
 constexpr qreal MaxScale = 1e12;
 
 bool isPaintable(const QTransform &transform)
@@ -57,7 +57,7 @@ QBrush transformed(QBrush brush, const QTransform &transform)
 
 QRectF visiblePart(const QRectF &viewport, const QTransform &toPixels, QSize size)
 {
-    // A little more than the canvas, so that no border is in a pixel of it.
+    // A little more than the canvas, so that no border of the outline is visible.
     constexpr int Margin = 2;
     if (!isPaintable(toPixels))
         return {};
@@ -90,7 +90,7 @@ void PathPainter::fill(const QPainterPath &path, const QTransform &transform, co
     paint(path, transform, transformed(brush, transform), opacity);
 }
 
-// The stroker computes curves to a quarter of a unit, whatever it is told, so that it gets the path in parts of pixels.
+// QPainterPathStroker always computes curves to a quarter of a unit, so the path is enlarged to UnitsPerPixel.
 void PathPainter::stroke(const QPainterPath &path, const QTransform &transform, const QPen &pen, qreal opacity)
 {
     constexpr qreal UnitsPerPixel = 4;

@@ -20,8 +20,9 @@ struct Samples {
     PictureSamples rows;
 };
 
-/// Scales @p picture down to @p size when it is larger, and paints in @p area what @p samplesOf picks of the result, by the
-/// size that the result has. Spends the work and holds the bytes for this first; paints nothing when there is no room.
+/// Scales @p picture down to @p size when it is larger, and paints in @p area what @p samplesOf picks of the result, by
+/// the size that the result has. Spends the work and holds the bytes for this first; paints nothing when there is no
+/// room.
 void paint(Canvas &canvas, const VisibleArea &area, const QImage &picture, const QSizeF &size,
            const std::function<Samples(QSize)> &samplesOf);
 

@@ -11,17 +11,18 @@ struct PictureSample;
 /// The samples of all columns, or of all rows, of a picture.
 using PictureSamples = QVector<PictureSample>;
 
-/// The source of a column or a row of a resampled picture: two columns or rows of the original, and a position between them.
+/// The source of a column or a row of a resampled picture: two columns or rows of the original, and a position between
+/// them.
 struct PictureSample {
     static constexpr int MaxWeight = 256;
     /// Units of work for each pixel of resampled(). It takes about 10 ns.
     static constexpr int WorkPerPixel = 2;
 
-    /// The sample at @p position, in pixels from the edge of the original: the middle of its first pixel is at 0.5. Uses
-    /// the pixels from @p start up to, but not including, @p end; the outermost ones repeat beyond.
+    /// The sample at @p position, in pixels from the edge of the original: the middle of its first pixel is at 0.5.
+    /// Uses the pixels from @p start up to, but not including, @p end; the outermost ones repeat beyond.
     static PictureSample within(qreal position, int start, int end);
-    /// @p picture resampled by @p columns and @p rows. Both pictures have the format ARGB32_Premultiplied. The cost depends
-    /// on the size of the result alone.
+    /// @p picture resampled by @p columns and @p rows. Both pictures have the format ARGB32_Premultiplied. The cost
+    /// depends on the size of the result alone.
     static QImage resampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows);
 
     int first = 0;

@@ -18,9 +18,9 @@ struct StretchedSide {
     using Ranges = QVector<Range>;
 
     /**
-     * Samples for @p count pixels from @p start on, in pixels of the device; @p stretched is in order. The other parts keep
-     * their size. When they alone are too long, they shrink, and the stretched parts vanish. Without a stretched part, all
-     * of the side is stretched.
+     * Samples for @p count pixels from @p start on, in pixels of the device; @p stretched is in order. The other parts
+     * keep their size. When they alone are too long, they shrink, and the stretched parts vanish. Without a stretched
+     * part, all of the side is stretched.
      */
     PictureSamples samples(const Ranges &stretched, qreal start, int count) const;
 

@@ -9,11 +9,11 @@
 namespace SorrelKit {
 
 /**
- * The part of some bounds that is visible on the device of a painter, and its size in pixels. A drawable computes only this
- * part of a picture, however large the bounds are.
+ * The part of some bounds that is visible on the device of a painter, and its size in pixels. A drawable computes only
+ * this part of a picture, however large the bounds are.
  *
- * Unless the painter's transformation rotates, the bounds are first moved to whole pixels, where Android's always are. A
- * picture that needs no scaling stays sharp.
+ * Unless the painter's transformation rotates, the bounds are first moved to whole pixels, where Android's always are.
+ * A picture that needs no scaling stays sharp.
  */
 class VisibleArea
 {

@@ -13,10 +13,10 @@ namespace SorrelKit {
 class Canvas;
 
 /**
- * Something that Android draws: a picture, a colour, a shape, or drawables that are put together. DrawableLoader makes
- * them; one is drawn any number of times and does not change.
+ * A drawable of Android: a picture, a colour, a shape, or a combination of drawables. DrawableLoader makes it. A
+ * drawable does not change, and may be drawn any number of times.
  *
- * Sizes are in pixels at the density that the drawable was loaded for.
+ * Sizes are in pixels of the device that the drawable was loaded for.
  */
 class Drawable
 {
@@ -26,13 +26,12 @@ public:
 
     virtual ~Drawable() = default;
 
-    /// The size that it has of itself; a side that it has none for is -1, and takes whatever it is drawn into.
+    /// The size without a container. A side of -1 adapts to any container.
     virtual QSizeF intrinsicSize() const { return {-1, -1}; }
-    /// The space at its edges that it asks what it contains to keep. It does not change what is drawn, but where the layers
-    /// go that are above it in a layer list.
+    /// The space at the edges that content should keep free. It moves the layers above this one in a layer list.
     virtual QMarginsF padding() const { return {}; }
-    /// Draws it into @p bounds, which may lie anywhere and be empty. What does not fit into the canvas's budget is left
-    /// out, as Canvas::isSpent() tells.
+    /// Draws into @p bounds, which may be anywhere, and empty. Parts that do not fit in the budget are left out, and
+    /// Canvas::isSpent() is then true.
     virtual void draw(Canvas &canvas, const QRectF &bounds) const = 0;
 };
 

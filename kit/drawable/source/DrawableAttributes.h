@@ -14,8 +14,8 @@
 namespace SorrelKit {
 
 /**
- * The attributes of an element of a drawable, with references followed. Each is asked for by its resource id (namespace
- * Attr); one that is missing, refers to nothing or is of another type is answered by the fallback.
+ * The attributes of an element of a drawable, by their resource ids (namespace Attr), with references followed. An
+ * attribute that is missing, refers to nothing or has another type counts as the fallback.
  */
 class DrawableAttributes
 {
@@ -31,7 +31,7 @@ public:
     qreal pixels(quint32 id, qreal fallback) const;
     /// A dimension in pixels, or a fraction of @p base.
     qreal length(quint32 id, qreal base, qreal fallback) const;
-    /// A fraction as it is (0.5 for 50%), or a number.
+    /// A fraction (0.5 for 50%), or a number.
     qreal ratio(quint32 id, qreal fallback) const;
     /// A number from 0 to 1; 1 when it is missing.
     qreal alpha(quint32 id) const;
@@ -41,10 +41,10 @@ public:
     /// Whether this element, an `item` of a `selector` of drawables or colours, is for the default state: enabled, in a
     /// window that has the focus, and in no other state.
     ///
-    /// The states of an item are its boolean attributes, including an application's own. A true one asks for the state, a
-    /// false one for its absence. An item without states is for every state.
+    /// The states of an item are its boolean attributes, including an application's own. A true one asks for the state,
+    /// a false one for its absence. An item without states is for every state.
     bool isForDefaultState() const;
-    /// The value itself, for what may be of several types.
+    /// The value, for attributes of several types.
     ResolvedValue value(quint32 id) const { return m_loader.resolved(m_element.attribute(id)); }
 
 private:

@@ -10,12 +10,12 @@ namespace SorrelKit {
 enum class DrawableFault {
     None,
 
-    // Of a request. The detail is the resource id or the path of the icon.
+    // A request. The detail is the path of the icon.
     InvalidSize,
     NoIcon,
     UndecodableIcon,
 
-    // Of resources and files. The detail is the resource id or the path; DamagedDocument also has the reason.
+    // Resources and files. The detail is the resource id or the path; DamagedDocument also has the reason.
     NoValue,
     NotDrawable,
     UnreadableFile,
@@ -23,7 +23,7 @@ enum class DrawableFault {
     UndecodablePicture,
     NotNinePatch,
 
-    // Of elements. The detail is the name of the element, or the number of the shape or gradient.
+    // Elements. The detail is the name of the element, or the number of the shape or gradient.
     UnknownDrawable,
     UnknownColor,
     UnknownShape,
@@ -34,13 +34,13 @@ enum class DrawableFault {
     NoPicture,
     NoFirstItem,
 
-    // Of colours.
+    // Colours.
     GradientWithoutRadius,
     ColorListWithoutItem,
     ColorListWithoutColor,
     TintWithoutColor,
 
-    // Of vectors. The detail of a fault in path data is its offset.
+    // Vectors. The detail of a fault in path data is its offset.
     VectorWithoutViewport,
     VectorWithoutPath,
     AnimationWithoutVector,
@@ -51,7 +51,7 @@ enum class DrawableFault {
     NumberTooLarge,
     CoordinateTooLarge,
 
-    // Ceilings, and the budget of the call.
+    // Ceilings and the budget.
     DrawablesTooDeep,
     GroupsTooDeep,
     StrokeTooLong,

@@ -8,20 +8,19 @@
 
 namespace SorrelKit {
 
-/// Counts the drawables that are in each other while it lives.
+/// A level of drawables within each other, while it lives.
 class DrawableLoader::Level
 {
 public:
     explicit Level(DrawableLoader *loader) : m_loader(loader) { ++m_loader->m_depth; }
     ~Level() { --m_loader->m_depth; }
 
-    /// Whether there may be another drawable, and another level.
+    /// Whether there is room for this level. False, with an error, when there is none.
     bool isOpen()
     {
-        if (m_loader->m_depth > MaxDepth)
-            m_loader->setError(DrawableFault::DrawablesTooDeep);
-        else
+        if (m_loader->m_depth <= MaxDepth)
             return m_loader->spendElement();
+        m_loader->setError(DrawableFault::DrawablesTooDeep);
         return false;
     }
 

@@ -20,12 +20,12 @@
 namespace SorrelKit {
 
 /**
- * Loads what drawables are made from: resources, XML documents, pictures, colours. It knows no kind of drawable; a derived
- * class (DrawableInflater) makes them. One loader serves one picture. Loading spends from the budget of the call, because
- * drawables may refer to each other any number of times.
+ * Loads what drawables are made from: resources, XML documents, pictures, colours. It knows no kind of drawable; a
+ * derived class (DrawableInflater) makes them. One loader serves one picture. Loading spends from the budget of the
+ * call, because drawables may refer to each other any number of times.
  *
- * A drawable that cannot be made is a null pointer, and error() keeps the first reason. A drawable of several parts leaves
- * out such a part and uses the others.
+ * A drawable that cannot be made is a null pointer, and error() keeps the first reason. A drawable of several parts
+ * leaves out such a part and uses the others.
  */
 class DrawableLoader
 {
@@ -39,8 +39,8 @@ public:
     /// The cost of a drawable, or of an element of a vector: 0.5 to 1.5 µs, and its bytes.
     static constexpr qint64 ElementWork = 256;
     static constexpr qint64 ElementBytes = 512;
-    /// Bytes of memory for each byte of an XML document, while its drawable is made. Elements without attributes, and short
-    /// strings, take most.
+    /// Bytes of memory for each byte of an XML document, while its drawable is made. Elements without attributes, and
+    /// short strings, take most.
     static constexpr qint64 BytesPerXmlByte = 5;
 
     /// An XML document. It holds bytes of the budget while it lives.
@@ -51,36 +51,36 @@ public:
 
     virtual ~DrawableLoader() = default;
 
-    /// The drawable that is the resource @p id: a colour, a picture, or what an XML file describes.
+    /// The drawable of the resource @p id: a colour, a picture, or an XML file.
     DrawablePointer fromResource(quint32 id);
-    /// The drawable that @p value stands for: a colour, a file's path, or nothing.
+    /// The drawable of @p value, a colour or the path of a file.
     DrawablePointer fromValue(const ResolvedValue &value);
-    /// The drawable that @p element describes, by its name.
+    /// The drawable that @p element describes.
     DrawablePointer fromElement(const XmlElement &element);
-    /// The drawable of an element like `item`: its attribute `android:drawable` or, without one, its first child. Null, and
-    /// no error, when it has neither.
+    /// The drawable of an element like `item`: its attribute `android:drawable` or, without one, its first child. Null,
+    /// and no error, when it has neither.
     DrawablePointer fromItem(const XmlElement &item);
     /// The same, for an element that needs a drawable: sets an error when the result is null.
     DrawablePointer fromRequiredItem(const XmlElement &item);
 
-    /// What @p attribute stands for, its text included; null when the pointer is.
+    /// The value of @p attribute, with its text and its reference followed; a null value for a null pointer.
     ResolvedValue resolved(const XmlAttribute *attribute) const;
-    /// The colour that @p value is, or the default one of a colour state list that it names.
+    /// The colour @p value, or the default colour of the colour state list that it names.
     QColor color(const ResolvedValue &value, const QColor &fallback);
-    /// The same, but it may also name a gradient, whose coordinates are those of the drawable that asks.
+    /// The same, or the gradient that @p value names, in the coordinates of the drawable.
     QBrush brush(const ResolvedValue &value, const QBrush &fallback);
     /// The XML file @p path.
     Document document(const QString &path);
-    /// The content of the file @p path; empty, with error() set, when there is none.
+    /// The content of the file @p path; empty, with an error, when it cannot be read.
     QByteArray file(const QString &path);
     /// Whether the file @p path is XML.
     bool isDocument(const QString &path);
-    /// The size that the file @p path has as a picture, which is not decoded; empty, with error() set, when it is none.
+    /// The size of the picture file @p path, found without decoding; empty when it is no picture.
     QSize pictureSize(const QString &path);
-    /// The picture in the file @p path, in its own pixels; a null image, with error() set, when there is none. Each is
-    /// read and decoded once, whether there is one or not.
+    /// The picture in the file @p path; a null image, with an error, when it cannot be decoded. Each file is read and
+    /// decoded once, also when that fails.
     QImage picture(const QString &path);
-    /// The parts of this picture that may be stretched.
+    /// The parts of the picture @p path that may be stretched; nothing when it is no nine-patch.
     std::optional<NinePatch> ninePatch(const QString &path);
 
     /// The outline of adaptive icons that are made from now on. IconMask::None by default.
@@ -90,13 +90,12 @@ public:
     void setMonochrome(bool isMonochrome) { m_isMonochrome = isMonochrome; }
     bool isMonochrome() const { return m_isMonochrome; }
 
-    const ResourceResolver &resolver() const { return m_resolver; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
     /// The budget of the call.
     Budget &budget() { return m_budget; }
     /// Spends the cost of a drawable, or of an element of a vector. False, with an error, when there is no room for it.
     bool spendElement();
-    /// By what a picture for @p density is enlarged to have its size on this device; 1 when it is for no density.
+    /// Pixels of this device for each pixel of a picture for @p density; 1 for a picture that is never scaled.
     qreal scaleOf(int density) const;
 
     /// The first error; none when everything was loaded as described.
@@ -123,7 +122,8 @@ private:
     /// The brush that @p root, the root of a colour's document, describes; Qt::NoBrush, with an error, for none.
     virtual QBrush makeBrush(const XmlElement &root) = 0;
 
-    /// The file @p path when it is XML; any other is opened as a picture, and empty here.
+    /// The content of the file @p path when it is XML. Any other file is added to the pictures; the result is empty
+    /// then.
     QByteArray documentBytes(const QString &path);
     Document parsed(const QByteArray &bytes, const QString &path);
 

@@ -12,8 +12,8 @@
 namespace SorrelKit {
 
 /**
- * The parts of a picture that may be stretched. Build tools take them from the outermost pixels of a `.9.png`, cut these
- * pixels off, and store the parts in a chunk "npTc" of the PNG. All numbers are big-endian:
+ * The parts of a picture that may be stretched. Build tools take them from the outermost pixels of a `.9.png`, cut
+ * these pixels off, and store the parts in a chunk "npTc" of the PNG. All numbers are big-endian:
  *
  *     0   a flag u8, number of columns' borders u8, of rows' u8, of colours u8
  *     4   two offsets u32, which are not set

@@ -17,22 +17,23 @@
 namespace SorrelKit {
 
 /**
- * The picture files of one icon, by their paths. Each file is opened once, and decoded once when its picture is asked for; a
- * file that is no picture is remembered, too. Open files and pictures hold bytes of the budget of the call, and decoding
- * also costs work.
+ * The picture files of one icon, by their paths. Each file is opened once, and decoded once when its picture is asked
+ * for; a file that is no picture is remembered, too. Open files and pictures hold bytes of the budget of the call, and
+ * decoding also costs work.
  */
 class PictureCache
 {
 public:
-    /// A file is opened when it takes no more than this part of the bytes that are left, so that the files for all
-    /// densities leave room to decode one.
+    /// An open file takes 1/OpenShare of the remaining bytes at most. The files for all densities are open at once, and
+    /// must leave room to decode one of them.
     static constexpr int OpenShare = 4;
 
     /// @p budget outlives this object.
     explicit PictureCache(Budget &budget) : m_budget(budget) {}
 
     bool contains(const QString &path) const { return m_pictures.contains(path); }
-    /// Opens the file @p path. A file that is no picture, or does not fit in the budget, is remembered without a picture.
+    /// Opens the file @p path. A file that is no picture, or does not fit in the budget, is remembered without a
+    /// picture.
     void add(const QString &path, QByteArray bytes);
 
     /// The size in pixels, found without decoding; empty when there is no picture.

@@ -11,13 +11,13 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * The element `animated-vector`: a vector, its attribute `android:drawable` or its element `vector`, and what animates
- * it. It is drawn as it stands before anything moves.
+ * The element `animated-vector`: a vector (the attribute `android:drawable` or a child `vector`) and its animations.
+ * The vector is drawn as it is before the animations start.
  */
 class AnimatedVector
 {
 public:
-    /// The vector; null, with an error, when there is none.
+    /// The vector; null, with an error, when it is missing.
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 };
 

@@ -17,7 +17,7 @@ namespace {
 constexpr int MaxNumbers = 7; // of a command
 constexpr int NoCommand = -1;
 
-// How many numbers the command takes, in upper case.
+// The number of numbers of a command, an upper-case letter.
 int numberCount(char16_t command)
 {
     switch (command) {
@@ -78,7 +78,7 @@ void PathParser::read()
     }
 }
 
-// The command @p letter with all of its sets of numbers.
+// Reads all sets of numbers of the command @p letter.
 bool PathParser::readCommand(char16_t letter)
 {
     constexpr int LargeFlag = 3;
@@ -256,7 +256,7 @@ void PathParser::quadTo(QPointF control, QPointF point)
     m_quadControl = control;
 }
 
-// From its end points to its center: the unit circle that the ellipse is when it is turned back and scaled.
+// Converts from end points to a centre. The ellipse is rotated back and scaled to a unit circle.
 void PathParser::arcTo(qreal radiusX, qreal radiusY, qreal angle, bool isLarge, bool isClockwise, QPointF point)
 {
     constexpr qreal QuarterTurn = M_PI / 2;
@@ -267,7 +267,7 @@ void PathParser::arcTo(qreal radiusX, qreal radiusY, qreal angle, bool isLarge, 
     qreal x = turned.x() / std::abs(radiusX);
     qreal y = turned.y() / std::abs(radiusY);
     qreal distance = std::hypot(x, y);
-    // An ellipse too small to reach both points is enlarged until it does.
+    // An ellipse that is too small to reach both points is enlarged.
     const qreal enlargement = qMax(qreal(1), distance);
     x /= enlargement;
     y /= enlargement;
@@ -316,7 +316,7 @@ void PathParser::close()
     m_isOpen = false;
 }
 
-// QPainterPath leaves out lines to where it is.
+// QPainterPath drops lines to the current point.
 void PathParser::makeDot()
 {
     constexpr qreal DotLength = 1e-6;

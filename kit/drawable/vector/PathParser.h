@@ -11,26 +11,26 @@
 namespace SorrelKit {
 
 /**
- * Reads path data: letters for commands, each followed by its numbers, and by as many more sets of numbers as there are.
- * An upper-case letter's numbers are coordinates, a lower-case one's are relative to where the command begins.
+ * Reads path data: letters for commands, each followed by one or more sets of numbers. The numbers of an upper-case
+ * letter are coordinates. The numbers of a lower-case letter are relative to the start of the command.
  *
- *     M x y                move; what follows a first pair are lines
+ *     M x y                move; further pairs are lines
  *     L x y, H x, V y      line
- *     C x1 y1 x2 y2 x y    cubic curve; S x2 y2 x y has its first control point opposite of the last curve's second
- *     Q x1 y1 x y          quadratic curve; T x y has its control point opposite of the last curve's
- *     A rx ry angle large sweep x y    arc of an ellipse; the two flags, 0 or 1, need nothing to separate them
- *     Z                    closes the figure; what follows begins where that did
+ *     C x1 y1 x2 y2 x y    cubic curve; S x2 y2 x y mirrors the second control point of the previous curve
+ *     Q x1 y1 x y          quadratic curve; T x y mirrors the control point of the previous curve
+ *     A rx ry angle large sweep x y    arc of an ellipse; the two flags, 0 or 1, need no separator
+ *     Z                    closes the figure; the next figure begins at the start of this one
  *
- * Numbers are separated by white space and commas, which may be left out where a sign or a second point begins a number.
- * A path that begins with another command than M starts at the origin. A figure of one point is a line too short to be
- * seen, so that it has line caps.
+ * White space and commas separate numbers. They may be missing before a sign, or before a second decimal point. A path
+ * without an M at its start begins at the origin. A figure of one point becomes a tiny line, so that it has line caps.
  *
- * Meets raw input. What stands before a fault is kept.
+ * Meets raw input. The part before a fault is kept.
  */
 class PathParser
 {
 public:
-    /// The cost of a character, of a segment, and the bytes of a segment. A curve of 27 characters takes about 1 µs.
+    /// The work for a character and for a segment, and the bytes of a segment. A curve of 27 characters takes about 1
+    /// µs.
     static constexpr qint64 CharacterWork = 8;
     static constexpr qint64 SegmentWork = 16;
     static constexpr qint64 SegmentBytes = 72;
@@ -38,7 +38,7 @@ public:
     /// Reads @p data. A segment that does not fit in @p budget is a fault. Its bytes stay held.
     PathParser(const QString &data, Budget &budget);
 
-    /// Of straight lines and cubic curves. The fill rule is the caller's to set.
+    /// The path, of straight lines and cubic curves. The caller sets its fill rule.
     const QPainterPath &path() const { return m_path; }
     /// The fault in the data, with its offset as detail; no error when there is none.
     const DrawableError &error() const { return m_error; }
@@ -64,12 +64,12 @@ private:
 
     const QString m_data;
     Budget &m_budget;
-    int m_at = 0; ///< in the data
+    int m_at = 0; ///< the offset in the data
     DrawableError m_error;
     QPainterPath m_path;
-    QPointF m_point; ///< where the path is
-    QPointF m_start; ///< of the figure
-    /// Last control point of the command before, when that was a cubic or a quadratic curve; else where the path is.
+    QPointF m_point; ///< the current point
+    QPointF m_start; ///< the start of the figure
+    /// Last control point of the previous command if it was a cubic or a quadratic curve, else the current point.
     QPointF m_cubicControl;
     QPointF m_quadControl;
     bool m_isOpen = false; ///< whether the figure has begun

@@ -10,7 +10,7 @@ namespace SorrelKit {
 
 namespace {
 
-// Chords that a curve is measured by.
+// The number of chords that approximate the length of a curve.
 constexpr int Chords = 16;
 
 using Lengths = std::array<qreal, Chords + 1>;
@@ -34,7 +34,7 @@ public:
                + t * t * t * m_points[3];
     }
 
-    /// The lengths up to the end of each chord; the last one is that of all.
+    /// The lengths up to the end of each chord. The last one is the length of the segment.
     Lengths lengths() const
     {
         Lengths lengths{};
@@ -47,8 +47,8 @@ public:
         return lengths;
     }
 
-    /// Appends the part from @p from to @p to, lengths from the segment's start on, to @p path, whose figure is open
-    /// when it @p isContinued.
+    /// Appends the part between the lengths @p from and @p to to @p path. When it @p isContinued, the part belongs to
+    /// the current figure of the path.
     void appendPart(const Lengths &lengths, qreal from, qreal to, bool isContinued, QPainterPath *path) const
     {
         const qreal begin = parameter(lengths, from);
@@ -71,7 +71,7 @@ private:
                   + t * t * (m_points[3] - m_points[2]));
     }
 
-    // Where the length is reached.
+    // The parameter of the curve at a length.
     static qreal parameter(const Lengths &lengths, qreal length)
     {
         size_t chord = 1;
@@ -86,14 +86,14 @@ private:
     bool m_isCurve;
 };
 
-/// The segments of one figure of a path, one after another.
+/// The segments of one figure of a path, in order.
 class Figure
 {
 public:
     /// The figure that begins at element @p first of @p path, which outlives this object.
     Figure(const QPainterPath &path, int first) : m_path(path), m_first(first) {}
 
-    /// Calls @p use with each segment; returns the index of the element behind the figure.
+    /// Calls @p use with each segment. Returns the index of the element after the figure.
     template <typename Use>
     int forEach(Use use) const
     {
@@ -109,7 +109,7 @@ public:
         return at;
     }
 
-    /// Appends the part between two lengths to @p result, as a figure of its own.
+    /// Appends the part between two lengths to @p result, as a new figure.
     void appendPart(qreal from, qreal to, QPainterPath *result) const
     {
         qreal start = 0;

@@ -7,11 +7,10 @@
 namespace SorrelKit {
 
 /**
- * What a path's trimPathStart, trimPathEnd and trimPathOffset leave of it, in parts of its length from 0 to 1: from the
- * start to the end, both moved on by the offset. What is moved beyond the end of the path begins anew at its start.
+ * The attributes trimPathStart, trimPathEnd and trimPathOffset of a path, in fractions of its length. The part from the
+ * start to the end is kept, both moved by the offset. The part beyond the end of the path continues at its start.
  *
- * As on Android, this is of the first figure of the path that has a length; the others are gone, unless nothing is
- * trimmed.
+ * As on Android, only the first figure with a length is kept, unless nothing is trimmed.
  */
 class PathTrim
 {
@@ -20,11 +19,11 @@ public:
     static constexpr int ElementWork = 64;
 
     PathTrim() = default;
-    /// Numbers beyond the range are brought into it.
+    /// @p start and @p end are clamped to the range from 0 to 1.
     PathTrim(qreal start, qreal end, qreal offset);
 
     bool isNone() const { return m_start == 0 && m_end == 1; }
-    /// What is left of @p path.
+    /// The part of @p path that is kept.
     QPainterPath trimmed(const QPainterPath &path) const;
 
 private:

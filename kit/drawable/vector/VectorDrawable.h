@@ -15,18 +15,18 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * The element `vector`: paths in the coordinates of a viewport, stretched to the bounds. What is outside of the viewport
- * is not seen. A tint and an alpha hold for all of it together.
+ * The element `vector`: paths in the coordinates of a viewport, which is stretched to the bounds. The part outside of
+ * the viewport is not visible. A tint and an alpha apply to the whole vector.
  *
  * `android:autoMirrored` has no effect, as nothing is laid out from right to left.
  */
 class VectorDrawable : public Drawable
 {
 public:
-    /// Sides of a viewport, and of the size that a vector asks for, at most.
+    /// Sides of a viewport, and of the intrinsic size, at most.
     static constexpr qreal MaxSide = 1 << 20;
 
-    /// Null, with an error, when there is no viewport or nothing in it.
+    /// Null, with an error, when the viewport or all paths are missing.
     static DrawablePointer fromXml(const XmlElement &element, DrawableLoader &loader);
 
     QSizeF intrinsicSize() const override { return m_size; }

@@ -36,7 +36,7 @@ VectorGroup::VectorGroup(const XmlElement &element, DrawableLoader &loader, int 
     }
 }
 
-// Elements of other names have nothing to be seen.
+// Other elements are not visible.
 void VectorGroup::add(const XmlElement &element, DrawableLoader &loader, int depth)
 {
     if (element.name == QLatin1String("path")) {
@@ -62,7 +62,7 @@ void VectorGroup::draw(PathPainter *painter, const QTransform &transform) const
     drawFrom(0, painter, m_transform * transform);
 }
 
-// Goes deeper with each run of clip paths, until the canvas has as many layers in each other as it may.
+// Recurses once for each run of clip paths. Canvas::MaxLayers ends the recursion.
 void VectorGroup::drawFrom(size_t first, PathPainter *painter, const QTransform &transform) const
 {
     QVector<PathPainter::Mask> masks;

@@ -13,22 +13,22 @@
 namespace SorrelKit {
 
 /**
- * The element `group` of a vector, or the vector itself: elements `path`, `clip-path` and `group`, painted one after
- * another. A clip path holds for what follows it in its group, and several hold together.
+ * The element `group` of a vector, or the vector itself: elements `path`, `clip-path` and `group`, painted in order. A
+ * clip path cuts the elements after it in its group. Several clip paths cut to their intersection.
  *
- * A group is scaled, then turned clockwise, both around its pivot, and then moved.
+ * A group is scaled, then rotated clockwise, both around its pivot, and then translated.
  */
 class VectorGroup
 {
 public:
-    /// Groups within each other at most; what is deeper is left out, with an error.
+    /// Groups within each other at most. Deeper groups are left out, with an error.
     static constexpr int MaxDepth = 64;
 
-    /// The group that @p element is, within @p depth others.
+    /// Reads @p element, a group within @p depth other groups.
     VectorGroup(const XmlElement &element, DrawableLoader &loader, int depth = 0);
 
     bool isEmpty() const { return m_children.empty(); }
-    /// Paints with @p transform, which leads to the coordinates of the vector.
+    /// Paints the group. @p transform maps it to the coordinates of the vector.
     void draw(PathPainter *painter, const QTransform &transform = QTransform()) const;
 
 private:

@@ -16,19 +16,19 @@ class DrawableLoader;
 class PathPainter;
 
 /**
- * The element `path` of a vector: path data that is filled, then stroked. A stroke goes through the transformations of
- * the groups that it is in as the path does, so that it is wider or narrower with them, and not the same all around when
- * they scale by different factors; Android has it so since version 8. A stroke whose width is 0 is one pixel wide.
+ * The element `path` of a vector: path data that is filled, then stroked. The transformations of groups apply to the
+ * stroke, too. Its width grows and shrinks with them, and varies along the path when the two factors differ, as on
+ * Android since version 8. A stroke of width 0 is one pixel wide.
  */
 class VectorPath
 {
 public:
-    /// The path; nothing when there is none to be seen. Data that is damaged counts up to the fault, with an error.
+    /// The path; nothing when it is not visible. Damaged data is used up to the fault, with an error.
     static std::optional<VectorPath> fromXml(const XmlElement &element, DrawableLoader &loader);
-    /// The path data of @p element, an element of a vector.
+    /// The path data of @p element, a path or a clip path.
     static QPainterPath pathData(const XmlElement &element, DrawableLoader &loader);
 
-    /// Paints with @p transform, which leads to the coordinates of the vector.
+    /// Paints the path. @p transform maps it to the coordinates of the vector.
     void draw(PathPainter *painter, const QTransform &transform) const;
 
 private:

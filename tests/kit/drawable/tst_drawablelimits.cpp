@@ -53,7 +53,7 @@ QImage plain(int width, int height)
 
 } // namespace
 
-/// What drawables cannot be, and what hostile ones cost.
+/// Errors of drawables, and the cost of hostile ones.
 class TestDrawableLimits : public QObject
 {
     Q_OBJECT
@@ -179,7 +179,7 @@ void TestDrawableLimits::check(const XmlElement &root, const QByteArray &picture
     const Cost taken = cost([&]() {
         Studio studio;
         studio.files.add(picturePath, picture);
-        // Its size is asked for by whoever draws it.
+        // Renderers ask for the size and the padding, too.
         const auto drawable = studio.load(root);
         if (drawable == nullptr)
             return;
@@ -254,7 +254,7 @@ void TestDrawableLimits::hostile_data()
     QTest::newRow("scaled beyond") << element(
         "scale", {integer(Attr::Level, 1), text(Attr::ScaleWidth, "-1e300%"), text(Attr::ScaleHeight, "1e300%")},
         {filled(Red)});
-    // Sizes are asked for from within sizes, and paddings too.
+    // Sizes and paddings depend on inner sizes and paddings.
     XmlElement deep = filled(Red);
     for (int i = 0; i < 11; ++i)
         deep = element("layer-list", {}, {item(element("inset", {percent(Attr::Inset, 10)}, {deep}))});

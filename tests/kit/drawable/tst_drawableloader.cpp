@@ -29,7 +29,7 @@ XmlBuilder document()
     return builder;
 }
 
-// An element around what is the resource @p id.
+// An element around the resource @p id.
 QByteArray insetOf(quint32 id)
 {
     return document().empty(latin("inset"), {androidReference(latin("drawable"), id)}).build();
@@ -44,7 +44,7 @@ QByteArray listOf(quint32 id, int count)
     return builder.end(latin("layer-list")).build();
 }
 
-/// Resources that are files, by the order of their names, and a loader of them.
+/// Resources that are files, in the order of their paths, and their loader.
 struct Resources {
     explicit Resources(const QStringList &paths, const char *type = "drawable", int copies = 1)
         : loader(ResourceResolver({table(paths, latin(type), copies)}, Configuration::phone(160)), files, budget, 1)
@@ -126,7 +126,7 @@ void TestDrawableLoader::coloursByTheirType()
     Canvas canvas(QSize(2, 2), colors.budget);
     color->draw(canvas, QRectF(0, 0, 2, 2));
     QCOMPARE(areaOf(canvas.image(), Green), QRect(0, 0, 2, 2));
-    // As a drawable the item has none.
+    // As a drawable, the item has no drawable.
     Resources drawables({latin("states")});
     drawables.files.add(latin("states"), states);
     QVERIFY(drawables.loader.fromResource(First) == nullptr);
@@ -235,7 +235,7 @@ void TestDrawableLoader::picturesAreReadOnce()
     QCOMPARE(resources.files.timesRead(latin("nine")), 1);
 }
 
-// A document is read, and costs, as often as something refers to it.
+// A document is read, and costs work, for each reference to it.
 void TestDrawableLoader::readingDocumentsHasABudget()
 {
     QByteArray large = document().empty(latin("color"), {androidValue(latin("color"), 0x1c, Blue)}).build();
@@ -250,7 +250,7 @@ void TestDrawableLoader::readingDocumentsHasABudget()
     QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawing takes too much"));
 }
 
-// A few bytes may be millions of characters, as attributes share their texts.
+// A few bytes may be millions of characters, because attributes share their texts.
 void TestDrawableLoader::charactersOfDocumentsHaveABudget()
 {
     constexpr int Length = 1 << 13;

@@ -47,7 +47,7 @@ XmlElement ninePatch(const Attributes &attributes = {})
 
 } // namespace
 
-/// Pictures, where each of their pixels goes, and what becomes of them.
+/// Pictures: the place of each of their pixels, scaling, tiles and tints.
 class TestDrawablePictures : public QObject
 {
     Q_OBJECT
@@ -156,7 +156,7 @@ void TestDrawablePictures::shrinkingAverages()
 {
     QFETCH(QSize, size);
     QFETCH(QSize, target);
-    // A board of single black and white pixels: whatever takes some of them alone is not grey.
+    // A board of single black and white pixels: sampling only some of them would not give grey.
     QImage board(size, QImage::Format_RGB32);
     for (int y = 0; y < size.height(); ++y) {
         for (int x = 0; x < size.width(); ++x)
@@ -194,7 +194,7 @@ void TestDrawablePictures::enlargingInterpolates()
     Studio studio;
     studio.files.add(picturePath, picture);
     const QImage image = studio.draw(bitmap({}), {16, 4});
-    // The middles of the two are at 4 and 12; between them, each pixel takes an eighth more of the other.
+    // The middles of the two are at 4 and 12. Between them, the share of the other grows by an eighth each pixel.
     QCOMPARE(image.pixel(0, 0), Black);
     QCOMPARE(image.pixel(15, 3), White);
     for (int x = 4; x < 12; ++x)
@@ -233,7 +233,7 @@ void TestDrawablePictures::alphaAndTint()
     QVERIFY(isNear(pixel({color(Attr::Tint, Green)}), Green, 1));
     QVERIFY(isNear(pixel({color(Attr::Tint, Green), number(Attr::Alpha, 0.5F)}), 0x80008000, 1));
     QVERIFY(isNear(pixel({color(Attr::Tint, 0xffff0080), integer(Attr::TintMode, 14)}), 0xff800080, 1));
-    // An alpha that is none is cut to the range of one.
+    // An alpha out of range is clamped.
     QVERIFY(isNear(pixel({number(Attr::Alpha, 7)}), 0xff8000ff, 0));
     QVERIFY(isNear(pixel({number(Attr::Alpha, -7)}), Nothing, 0));
 }
@@ -255,7 +255,7 @@ void TestDrawablePictures::stretchesWhatIsMarked()
     Studio studio;
     studio.files.add(picturePath, ninePatchPng(counted(8, 6), {3, 5}, {2, 3}));
     const QImage image = studio.draw(ninePatch(), {20, 12});
-    // Of the columns, 3 stay at the left and 3 at the right; 14 are between. Of the rows, 2 at the top, 3 at the bottom.
+    // 3 columns stay at the left and 3 at the right, with 14 between. 2 rows stay at the top and 3 at the bottom.
     for (int y : {0, 1}) {
         for (int x : {0, 1, 2}) {
             QCOMPARE(image.pixel(x, y), countedPixel(x, y));
@@ -265,7 +265,7 @@ void TestDrawablePictures::stretchesWhatIsMarked()
     }
     for (int y = 2; y < 9; ++y)
         QCOMPARE(image.pixel(0, y), countedPixel(0, 2));
-    // The columns 3 and 4 are interpolated, and no others mixed into them.
+    // The columns 3 and 4 are interpolated with each other only.
     QCOMPARE(image.pixel(3, 0), countedPixel(3, 0));
     QCOMPARE(image.pixel(16, 0), countedPixel(4, 0));
     for (int x = 3; x < 16; ++x)
@@ -277,7 +277,7 @@ void TestDrawablePictures::stretchesInProportion()
     Studio studio;
     studio.files.add(picturePath, ninePatchPng(counted(10, 1), {1, 2, 4, 7}, {}));
     const QImage image = studio.draw(ninePatch(), {26, 1});
-    // 20 pixels for 1 column and 3: 5 and 15. What does not stretch: 1 column, then 2, then 3.
+    // 20 pixels for 1 column and 3: 5 and 15. The fixed parts have 1, 2 and 3 columns.
     QCOMPARE(image.pixel(0, 0), countedPixel(0, 0));
     for (int x = 1; x < 6; ++x)
         QCOMPARE(image.pixel(x, 0), countedPixel(1, 0));
@@ -352,11 +352,11 @@ void TestDrawablePictures::damagedMarks()
     QVERIFY(patch.has_value());
     QCOMPARE(patch->columns().size(), ranges);
     studio.files.add(picturePath, png);
-    // Whatever is stretched, the outermost columns are at the edges.
+    // The outermost columns are at the edges, whatever is stretched.
     const QImage image = studio.draw(ninePatch(), {30, 30});
     QCOMPARE(qRed(image.pixel(0, 0)), 0);
     QCOMPARE(qRed(image.pixel(29, 0)), 7 * 8);
-    // Cut anywhere, it has no marks, as long as they are not whole.
+    // A file that is cut before the end of the marks has none.
     const int chunkAt = int(png.indexOf("npTc"));
     for (int size = 0; size < chunkAt + 4 + 32 + 4 * columns.size(); ++size)
         QVERIFY(!NinePatch::read(png.left(size)));

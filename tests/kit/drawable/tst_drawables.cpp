@@ -22,7 +22,7 @@ XmlElement inset(const Attributes &attributes, const XmlElement &child)
 
 } // namespace
 
-/// Where drawables are painted, and in which colours: at points that are computed here.
+/// Places and colours of painted drawables, at points that are computed here.
 class TestDrawables : public QObject
 {
     Q_OBJECT
@@ -55,7 +55,7 @@ void TestDrawables::adaptiveLayersReachBeyondWhatIsSeen()
     const XmlElement icon = element("adaptive-icon", {},
                                     {element("background", {drawable(Red)}),
                                      element("foreground", {}, {inset({pixels(Attr::Inset, 36)}, filled(Blue))})});
-    // The layers have 108 pixels, from -18 on; what is 36 off their edges begins at 18.
+    // The layers have 108 pixels and begin at -18. Content 36 pixels from their edges begins at 18.
     const QImage image = studio.draw(icon, {72, 72});
     QCOMPARE(areaOf(image, Blue), QRect(18, 18, 36, 36));
     QCOMPARE(image.pixel(0, 0), Red);
@@ -67,7 +67,7 @@ void TestDrawables::adaptiveMasks_data()
     QTest::addColumn<int>("mask");
     QTest::addColumn<qreal>("area");
     QTest::addColumn<qreal>("diagonal");
-    // How much of the square is covered, and how far the edge is from its middle on the diagonal, in half diagonals.
+    // The covered part of the square, and the distance of the edge from its middle on the diagonal, in half diagonals.
     QTest::newRow("none") << int(IconMask::None) << 1.0 << 1.0;
     QTest::newRow("circle") << int(IconMask::Circle) << M_PI / 4 << std::sqrt(0.5);
     QTest::newRow("rounded square") << int(IconMask::RoundedSquare) << 1 - (4 - M_PI) * 0.2 * 0.2
@@ -95,7 +95,7 @@ void TestDrawables::adaptiveMasks()
     QCOMPARE(image.pixel(Side - 1 - within, within), Red);
     if (diagonal < 1)
         QCOMPARE(image.pixel(within + 5, within + 5), Nothing);
-    // A soft edge has pixels that are neither.
+    // A smooth edge has pixels between.
     bool isSoft = false;
     for (int x = 0; x < Side; ++x)
         isSoft = isSoft || (qAlpha(image.pixel(x, Side / 20)) % 255) != 0;
@@ -108,7 +108,7 @@ void TestDrawables::adaptiveBackgroundIsOnBlack()
     const XmlElement both = element("adaptive-icon", {}, {element("background", {drawable(0x80ff0000)})});
     QVERIFY(isNear(studio.draw(both, {8, 8}).pixel(4, 4), 0xff800000, 1));
     const XmlElement foreground = element("adaptive-icon", {}, {element("foreground", {drawable(0x80ff0000)})});
-    // As pixels are kept, colours are multiplied with the alpha.
+    // Pixels are stored premultiplied.
     QVERIFY(isNear(studio.draw(foreground, {8, 8}).pixel(4, 4), 0x80800000, 1));
 }
 
@@ -149,7 +149,7 @@ void TestDrawables::adaptiveMonochrome()
     QCOMPARE(error, QString());
     QCOMPARE(draw(icon, false, &error).pixel(36, 36), Red);
     QCOMPARE(error, QString("Unsupported: unsupported drawable <sprite>"));
-    // Not cut: a layer that is blue everywhere is so in the corners.
+    // The layer is not cut: its corners are blue, too.
     const XmlElement full = element("monochrome", {drawable(Blue)});
     QCOMPARE(areaOf(draw(element("adaptive-icon", {}, {background, full}), true, &error), Blue), QRect(0, 0, 72, 72));
     // Without the layer, the icon is drawn as usual.
@@ -220,7 +220,7 @@ void TestDrawables::layersWithoutASizeFill()
     const auto draw = [&](const Attributes &attributes) {
         return studio.draw(element("layer-list", {}, {element("item", attributes)}), {20, 20});
     };
-    // A colour has no size of its own, so that its gravity says nothing.
+    // A colour has no intrinsic size, so its gravity has no effect.
     QCOMPARE(areaOf(draw({drawable(Red), integer(Attr::Gravity, 0x11)}), Red), QRect(0, 0, 20, 20));
     QCOMPARE(areaOf(draw({drawable(Red), pixels(Attr::Width, 5)}), Red), QRect(0, 0, 5, 20));
     QCOMPARE(areaOf(draw({drawable(Red), pixels(Attr::Height, 5), integer(Attr::Gravity, 0x50)}), Red),

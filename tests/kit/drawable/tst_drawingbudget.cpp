@@ -35,7 +35,7 @@ XmlElement vector(const QString &data, const Attributes &more = {})
                    {element("path", Attributes{text(Attr::PathData, data), color(Attr::FillColor, Red)} + more)});
 }
 
-// Whether all of @p root is drawn within @p budget, which is left as drawing leaves it.
+// Whether all of @p root is drawn within @p budget. Spends from the budget.
 bool isDrawn(const XmlElement &root, Budget *budget)
 {
     QImage picture(100, 80, QImage::Format_ARGB32);
@@ -50,7 +50,7 @@ bool isDrawn(const XmlElement &root, Budget *budget)
     return drawable != nullptr && !studio.loader.error() && !canvas.isSpent();
 }
 
-// The fewest bytes that all of @p root is drawn within.
+// The smallest budget of bytes that suffices to draw all of @p root.
 qint64 bytesOf(const XmlElement &root)
 {
     qint64 tooLittle = 0;
@@ -65,7 +65,7 @@ qint64 bytesOf(const XmlElement &root)
 
 } // namespace
 
-/// Everything that drawing does is paid out of one budget. Reading files is in tst_drawableloader.
+/// All costs of drawing are spent from one budget. tst_drawableloader has those of reading files.
 class TestDrawingBudget : public QObject
 {
     Q_OBJECT
@@ -114,7 +114,7 @@ void TestDrawingBudget::everythingCosts_data()
                             << Bytes + CanvasBytes;
 }
 
-// At least the work and the bytes of the row, and exactly as much on either side of the budget.
+// Drawing costs the work and the bytes of the row, and little more. With one unit of work less, it is not complete.
 void TestDrawingBudget::everythingCosts()
 {
     QFETCH(XmlElement, root);

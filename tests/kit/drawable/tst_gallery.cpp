@@ -14,14 +14,14 @@ namespace {
 constexpr int PixelsPerDp = 2;
 constexpr int Side = 96;
 
-// Drawables that cannot be drawn in full, and why.
+// Drawables that are not drawn in full, and their errors.
 QString expectedError(const QString &name)
 {
     return name == QLatin1String("layers_partly") ? QStringLiteral("unsupported drawable <unknown-drawable>")
                                                   : QString();
 }
 
-// Drawables of which nothing is seen.
+// Drawables without visible content.
 bool isInvisible(const QString &name)
 {
     const QStringList names{"clip_at_level_0", "ripple_mask_alone", "scale_at_level_0", "shape_nothing",

@@ -18,7 +18,7 @@ constexpr qint64 Plenty = qint64(1) << 40;
 
 } // namespace
 
-/// What the pictures of an icon take of its budget. tst_drawableloader holds that each is read once.
+/// The cost of the pictures of an icon. tst_drawableloader tests that each is read once.
 class TestPictureCache : public QObject
 {
     Q_OBJECT

@@ -109,7 +109,7 @@ void TestShapes::cornersAreRound()
                                pixels(Attr::TopRightRadius, 40), pixels(Attr::BottomRightRadius, 30)});
     QVERIFY(std::abs(coverage(image) - (1 - missing(40) - missing(30) - missing(10))) < 0.002);
     QCOMPARE(image.pixel(0, 0), Red);
-    // On the diagonal, the edge is 0.29 of the radius off either side.
+    // On the diagonal, the edge is 0.29 of the radius from both sides.
     QCOMPARE(image.pixel(Side - 10, 9), Nothing);
     QCOMPARE(image.pixel(Side - 15, 14), Red);
     QCOMPARE(image.pixel(Side - 8, Side - 8), Nothing);
@@ -144,7 +144,7 @@ void TestShapes::strokeLiesOnTheFilling()
     QCOMPARE(areaOf(image, Red), QRect(8, 8, 24, 24));
     QCOMPARE(image.pixel(0, 0), Blue);
     const QImage translucent = studio.draw(shape({solid(Red), stroke(8, 0x800000ff)}), {40, 40});
-    // The filling goes to the middle of the stroke.
+    // The filling reaches to the middle of the stroke.
     QVERIFY(isNear(translucent.pixel(2, 20), 0x80000080, 1));
     QVERIFY(isNear(translucent.pixel(6, 20), 0xff7f0080, 1));
 }
@@ -183,7 +183,7 @@ void TestShapes::dashesUpToTheCeilings_data()
     constexpr auto MinPixels = float(ShapeDrawable::MinDashPixels);
     constexpr auto MinWidths = float(ShapeDrawable::MinDashWidths);
     constexpr auto MaxWidth = int(ShapeDrawable::MaxDashedWidth);
-    // The whole outline counts, which a line has twice.
+    // The whole outline counts. The outline of a line is twice its length.
     constexpr int Longest = int(ShapeDrawable::MaxDashes * ShapeDrawable::MinDashPixels) / 2;
     QTest::newRow("as many as may be") << Longest << 1 << MinPixels << true;
     QTest::newRow("more") << Longest + 1 << 1 << MinPixels << false;
@@ -425,7 +425,7 @@ void TestShapes::rotation_data()
 {
     QTest::addColumn<Attributes>("attributes");
     QTest::addColumn<QRect>("area");
-    // The left half of 40 by 40, and where it goes.
+    // The left half of 40 by 40, and its place.
     QTest::newRow("not") << Attributes{} << QRect(0, 0, 20, 40);
     QTest::newRow("90") << Attributes{number(Attr::FromDegrees, 90)} << QRect(0, 0, 40, 20);
     QTest::newRow("-90") << Attributes{number(Attr::FromDegrees, -90)} << QRect(0, 20, 40, 20);
@@ -448,7 +448,7 @@ void TestShapes::rotation()
     QCOMPARE(areaOf(image, Red), area);
     if (attributes.isEmpty())
         return;
-    // An animation starts without.
+    // An animation starts without rotation.
     QCOMPARE(areaOf(studio.draw(element("animated-rotate", attributes, {half}), {40, 40}), Red), QRect(0, 0, 20, 40));
 }
 

@@ -68,7 +68,7 @@ struct Icons {
     IconFileLookup lookup;
 };
 
-// Painting may lose one part in 255 of what a pixel at the edge is covered with.
+// Painting may lose 1/255 of the coverage of a pixel at the edge.
 bool isAll(const QImage &image, QRgb color)
 {
     for (int y = 0; y < image.height(); ++y) {
@@ -158,7 +158,7 @@ void TestIconRenderer::smallestPictureThatIsLargeEnough()
 {
     QFETCH(int, size);
     QFETCH(QRgb, color);
-    // What the table says about densities does not matter.
+    // The densities in the table do not matter.
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(640)).value(0, String, 0))
         .type(TypeBuilder(1, densityOf(160)).value(0, String, 1))
@@ -424,7 +424,7 @@ void TestIconRenderer::iconFilesAreLookedAtOnce()
     icons.files.add(latin("large"), picture(96, 96, 0xff0000));
     QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
     QCOMPARE(icons.files.reads(), 2);
-    // Another launcher has the same icon, or an icon of which one file is the same.
+    // Another launcher has the same icon, or an icon that shares a file.
     QCOMPARE(icons.lookup.files(Icons::reference(First)).size(), 1);
     QCOMPARE(icons.files.reads(), 2);
     QCOMPARE(icons.lookup.files(Icons::reference(First + 1)).size(), 2);
@@ -448,7 +448,8 @@ constexpr qint64 workOfFinding(int typeChunks = 1)
     return Budget::LookupWork + Budget::ValueWork * typeChunks + Budget::ByteWork;
 }
 
-// How many of @p launchers launchers have a file of an icon when each has an icon of its own, and all files are @p file.
+// The number of launchers that have an icon file. Each of @p launchers launchers has an icon of its own; all files are
+// @p file.
 int launchersWithAFile(int launchers, const QByteArray &file,
                        Budget budget = Budget(PackageData::MaxLookupWork, PackageData::MaxLookupBytes),
                        int typeChunks = 1)

@@ -36,7 +36,7 @@ Attribute off(const char *name)
     return androidText(latin(name), latin("false"));
 }
 
-// A package whose activities, with these attributes, are all launchers.
+// A package of launchers with these attributes.
 QByteArray packageOf(const Attributes &application, const Activities &activities)
 {
     XmlBuilder builder = XmlBuilder::manifest();
@@ -114,7 +114,7 @@ void TestPackageIcon::launchersThatAreTriedAreFew()
 {
     const Attributes missing{icon("missing.png")};
     const Attributes hidden{icon("red.png"), off("enabled")};
-    // Those that are not shown, and those without an icon of their own, do not count.
+    // Hidden launchers, and launchers without an icon of their own, do not count.
     Activities activities{{}, hidden, {}, missing, missing, missing, {icon("green.png")}};
     PackageDevice fourth(packageOf({}, activities));
     QCOMPARE(Package(&fourth).icon(Size).pixel(Size / 2, Size / 2), Green);

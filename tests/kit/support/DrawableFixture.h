@@ -10,7 +10,7 @@
 #include <QHash>
 #include <QImage>
 
-/// Builds elements of drawables in code, and draws them.
+/// Elements of drawables made in code, and a studio that draws them.
 namespace fixture {
 
 constexpr QRgb Red = 0xffff0000;
@@ -22,7 +22,7 @@ constexpr QRgb Nothing = 0;
 
 /// The share of @p image that is covered, from 0 to 1.
 qreal coverage(const QImage &image);
-/// The rectangle in which @p color is visible; empty when the area is no rectangle.
+/// The area of @p color when it is a rectangle; else an empty rectangle.
 QRect areaOf(const QImage &image, QRgb color);
 /// Whether no channel of @p a and @p b differs by more than @p tolerance.
 bool isNear(QRgb a, QRgb b, int tolerance);
@@ -41,7 +41,7 @@ XmlAttribute pixels(quint32 id, int value);
 XmlAttribute percent(quint32 id, qreal value);
 XmlAttribute text(quint32 id, const QString &value);
 
-/// A colour that fills its bounds, as an element and as the attribute of an item.
+/// A colour that fills its bounds: as an element, and as an attribute of an item.
 XmlElement filled(QRgb value);
 XmlAttribute drawable(QRgb value);
 
@@ -56,9 +56,9 @@ public:
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     void add(const QString &path, const QByteArray &bytes) { m_files.insert(path, bytes); }
     void add(const QString &path, const QImage &picture);
-    /// The number of requests for a file.
+    /// The number of calls of file().
     int reads() const { return m_reads; }
-    /// The number of requests for the file @p path.
+    /// The number of calls of file() for @p path.
     int timesRead(const QString &path) const { return m_timesRead.value(path); }
 
 private:
@@ -82,7 +82,7 @@ public:
 
     QString error() const { return described(loader.error()); }
     SorrelKit::DrawablePointer load(const XmlElement &root) { return loader.fromElement(root); }
-    /// @p root drawn into a whole picture of @p size.
+    /// Draws @p root into a picture of @p size.
     QImage draw(const XmlElement &root, QSize size, SorrelKit::IconMask mask = SorrelKit::IconMask::None);
 };
 

@@ -35,7 +35,7 @@ QString Goldens::compare(const QString &name, const QImage &image) const
     int different = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
-            // Premultiplied, so that invisible colours do not differ.
+            // Premultiplied, so that the colours of transparent pixels do not count.
             const auto pixel = [&](const QImage &of) { return reinterpret_cast<const QRgb *>(of.constScanLine(y))[x]; };
             const int by = difference(pixel(golden), pixel(image));
             if (by > MaxDifference)

@@ -7,13 +7,13 @@
 #include <QStringList>
 
 /**
- * The reference pictures of one sample application, in the directory golden/<app> beside the tests' sources. A person
- * has checked them. When SORREL_REDRAW_GOLDENS is set in the environment, compare() writes them instead of reading.
+ * Pictures of one sample application that a person has checked: the directory golden/<app> beside the sources of the
+ * tests. When SORREL_REDRAW_GOLDENS is set in the environment, compare() writes them instead of reading.
  */
 class Goldens
 {
 public:
-    /// The allowed difference for other processors: single steps in many places, more at a few edges.
+    /// The allowed difference, as other processors paint differently: single steps in many places, more at a few edges.
     static constexpr int MaxDifference = 32;  ///< of a channel, anywhere
     static constexpr int SmallDifference = 2; ///< of a channel, except in
     static constexpr double MaxShare = 0.01;  ///< this share of the pixels
@@ -21,7 +21,7 @@ public:
     explicit Goldens(const QString &app);
 
     static bool isRedrawing();
-    /// The error text when @p image differs from the golden @p name; empty when they are equal.
+    /// The difference of @p image from the golden @p name; empty when there is none.
     QString compare(const QString &name, const QImage &image) const;
     /// The names of all goldens.
     QStringList names() const;

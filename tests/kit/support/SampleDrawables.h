@@ -26,12 +26,12 @@ public:
         QString error;
     };
 
-    /// Reads the drawables of the application @p app, for a screen with @p pixelsPerDp pixels per dp.
+    /// The drawables of the application @p app, for a screen with @p pixelsPerDp pixels for each dp.
     SampleDrawables(const QString &app, int pixelsPerDp);
 
     /// False when the package does not exist or has no table.
     bool isOpen() const { return m_resolver.has_value(); }
-    /// All drawables by name.
+    /// All drawables, in the order of their names.
     QVector<Drawable> all() const;
     /// The intrinsic size of @p drawable; empty when it could not be loaded.
     QSizeF intrinsicSize(const Drawable &drawable);
@@ -44,7 +44,7 @@ private:
     std::optional<SorrelKit::ResourceResolver> m_resolver;
 };
 
-/// The name of a mask in file names.
+/// The name of a mask in names of files.
 QString maskName(SorrelKit::IconMask mask);
 
 #endif

@@ -42,7 +42,7 @@ bool appendApp(QVector<Cell> *cells, const QString &app)
     if (!samples.isOpen())
         return false;
     for (const SampleDrawables::Drawable &drawable : samples.all()) {
-        // This part is inside the file of another drawable, which draws it.
+        // A part of another file, which is drawn with that file.
         if (drawable.name.startsWith(QLatin1Char('$')))
             continue;
         if (!drawable.name.contains(QLatin1String("adaptive"))) {

@@ -18,7 +18,7 @@ constexpr qint64 Plenty = qint64(1) << 40;
 const QSize canvas(Side, Side);
 const QRectF visible(0, 0, Side, Side);
 
-// Enlarged, because a painter takes lines for curves that may be some tenths of a pixel beside them.
+// Enlarged, because a painter replaces curves by lines that are off by some tenths of a pixel.
 QImage filled(const QPainterPath &path)
 {
     QImage image(canvas * Enlargement, QImage::Format_ARGB32_Premultiplied);
@@ -30,7 +30,7 @@ QImage filled(const QPainterPath &path)
     return image;
 }
 
-// By how much the opacity of two images differs, on average of all pixels.
+// The average difference of the opacity of two images.
 double difference(const QImage &a, const QImage &b)
 {
     qint64 sum = 0;
@@ -67,7 +67,7 @@ QPainterPath randomPath(QRandomGenerator *random, int reach)
 
 } // namespace
 
-/// The polygons that are painted of a path, and the parts that trimming leaves of it.
+/// The polygons that are painted for a path, and the parts that trimming keeps.
 class TestPathOutline : public QObject
 {
     Q_OBJECT

@@ -29,7 +29,7 @@ QString elements(const QPainterPath &path)
     return words.join(' ');
 }
 
-// The farthest that a point on a path is from the ellipse around a center.
+// The largest distance of a point on a path from the ellipse around a center.
 qreal offEllipse(const QPainterPath &path, QPointF center, qreal radiusX, qreal radiusY)
 {
     qreal worst = 0;
@@ -208,8 +208,8 @@ void TestPathParser::arcs_data()
     QTest::addColumn<QPointF>("center");
     QTest::addColumn<QPointF>("middle");
     QTest::addColumn<int>("curves");
-    // Two circles of radius 5 go through (3, 0) and (3, 8): around (0, 4), and (6, 4). The angles of the arcs are 106 and
-    // 254 degrees.
+    // Two circles of radius 5 go through (3, 0) and (3, 8): around (0, 4), and (6, 4). The angles of the arcs are 106
+    // and 254 degrees.
     QTest::newRow("small, counter-clockwise") << "M3 0A5 5 0 0 0 3 8" << QPointF(6, 4) << QPointF(1, 4) << 2;
     QTest::newRow("small, clockwise") << "M3 0A5 5 0 0 1 3 8" << QPointF(0, 4) << QPointF(5, 4) << 2;
     QTest::newRow("large, counter-clockwise") << "M3 0A5 5 0 1 0 3 8" << QPointF(0, 4) << QPointF(-5, 4) << 3;
@@ -249,11 +249,11 @@ void TestPathParser::anArcTooSmallToReachIsEnlarged()
 
 void TestPathParser::aTurnedArcIsTurned()
 {
-    // An ellipse three times as wide as high, turned by a right angle, is three times as high as wide.
+    // An ellipse three times as wide as high, rotated by a right angle, is three times as high as wide.
     Budget budget(Plenty, Plenty);
     const PathParser upright("M1 0A3 1 90 0 1 0 3", budget);
     QVERIFY(offEllipse(upright.path(), {0, 0}, 1, 3) < 0.001);
-    // Turned by 45 degrees clockwise, its long axis goes down to the right.
+    // Rotated by 45 degrees clockwise, its long axis goes down to the right.
     const PathParser slanted("M-3-3A3 0.5 45 0 1 3 3", budget);
     const QPainterPath turnedBack = QTransform().rotate(-45).map(slanted.path());
     QVERIFY(offEllipse(turnedBack, {0, 0}, std::sqrt(18), std::sqrt(18) / 6) < 0.001);

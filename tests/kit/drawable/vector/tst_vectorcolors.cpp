@@ -203,7 +203,7 @@ void TestVectorColors::stops()
     QVERIFY(brush.has_value() && brush->gradient() != nullptr);
     QCOMPARE(textOf(brush->gradient()->stops()), expected);
 
-    // A sweep has them the other way around.
+    // A sweep gradient has them in reverse order.
     XmlElement sweep = root;
     sweep.attributes.append(integer(Attr::Type, 2));
     const auto sweepBrush = GradientColor::fromXml(sweep, studio.loader);
@@ -296,7 +296,7 @@ void TestVectorColors::coordinatesAreBounded()
             attributes.append(number(id, -3e38F));
         const auto brush = GradientColor::fromXml(gradient(attributes), studio.loader);
         QVERIFY(brush.has_value());
-        // Whatever colour that is.
+        // The color does not matter.
         QVERIFY(qGreen(colorAt(*brush, {5, 5})) == 0);
     }
 }

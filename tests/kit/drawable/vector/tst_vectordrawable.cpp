@@ -17,8 +17,8 @@ constexpr int PixelsPerDp = 2;
 constexpr int Side = 96;
 constexpr int TwinScale = 8;
 
-// What a vector and its twin may differ by. It is most where edges of one path meet in a pixel: a painter adds up what they
-// cover of it.
+// The allowed difference of a vector and its twin. It is largest where edges of one path meet in a pixel, because a
+// painter adds up their coverage.
 constexpr int MaxDifference = 96;  // of a channel, anywhere
 constexpr int SmallDifference = 8; // of a channel, in all but
 constexpr double MaxShare = 0.01;  // this share of the pixels
@@ -29,7 +29,7 @@ QString twinPath(const QString &name)
     return QStringLiteral(SORREL_TWINS_DIR "/%1.svg").arg(name);
 }
 
-// Drawn larger, because Qt draws a curve as lines that may be some tenths of a pixel beside it.
+// Enlarged, because Qt replaces a curve by lines that are off by some tenths of a pixel.
 QImage twin(const QString &name)
 {
     constexpr int LargeSide = Side * TwinScale;
@@ -44,7 +44,7 @@ QImage twin(const QString &name)
     return image.scaled(Side, Side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-// What is wrong with an image that should be another; empty when nothing is.
+// The difference of two images that should be equal; empty when there is none.
 QString difference(const QImage &image, const QImage &expected)
 {
     if (image.size() != expected.size() || image.format() != expected.format())
@@ -78,7 +78,7 @@ QString difference(const QImage &image, const QImage &expected)
         .arg(SmallDifference);
 }
 
-// The sizes of those that are not 24 dp wide and high, in pixels.
+// The sizes in pixels of the vectors that are not 24 dp wide and high.
 QSizeF expectedSize(const QString &name)
 {
     constexpr qreal PixelsPerInch = 160 * PixelsPerDp;
@@ -93,8 +93,8 @@ QSizeF expectedSize(const QString &name)
 
 } // namespace
 
-/// Draws each vector of the application "vectors", and compares it with its twin, an SVG file that says in other words what
-/// it should look like, as Qt draws that; or, where SVG has no words for it, with its golden picture.
+/// Draws each vector of the application "vectors", and compares it with its twin, an SVG file of the same picture that
+/// Qt draws. A vector with features that SVG does not have is compared with its golden picture.
 class TestVectorDrawable : public QObject
 {
     Q_OBJECT
@@ -123,7 +123,7 @@ void TestVectorDrawable::drawables_data()
     QTest::addColumn<SampleDrawables::Drawable>("drawable");
     m_names.clear();
     for (const SampleDrawables::Drawable &drawable : m_samples.all()) {
-        // What the compiler takes out of a file into one of its own.
+        // A part that the compiler moved into a file of its own.
         if (drawable.name.startsWith('$'))
             continue;
         m_names.append(drawable.name);

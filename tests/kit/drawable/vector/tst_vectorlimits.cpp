@@ -61,7 +61,7 @@ XmlElement nested(XmlElement inner, int count, const Attributes &attributes, con
     return inner;
 }
 
-// @p count times @p command with as many random @p numbers, from 0 to @p limit.
+// Repeats @p command @p count times, each with as many random numbers as @p numbers, from 0 to @p limit.
 QString random(const QString &command, int count, int numbers, double limit)
 {
     QRandomGenerator generator(1);
@@ -81,7 +81,7 @@ Elements times(int count, const XmlElement &element)
 
 } // namespace
 
-/// What vectors cannot be, and what hostile ones cost.
+/// Errors of vectors, and the cost of hostile ones.
 class TestVectorLimits : public QObject
 {
     Q_OBJECT
@@ -333,7 +333,7 @@ void TestVectorLimits::whatIsOutsideOfTheViewportIsNotSeen()
     for (QPoint inside : {QPoint(6, 12), QPoint(29, 23)})
         QVERIFY(qAbs(qAlpha(image.pixel(inside)) - 255 * opacity) < 1);
 
-    // Turned, it has smooth edges around the same area.
+    // Rotated, it has smooth edges around the same area.
     Canvas turned(QSize(48, 48), studio.budget);
     turned.painter().translate(24, 24);
     turned.painter().rotate(30);
