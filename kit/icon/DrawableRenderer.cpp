@@ -13,7 +13,9 @@ QImage DrawableRenderer::render(quint32 id, int size)
     reference.value = {ValueType::Reference, id};
     reference.resource = id;
     IconRenderer renderer(m_package.d->resolver(), m_package.d->files());
-    const QImage picture = renderer.icon(reference, size, m_mask);
+    IconRequest request(size);
+    request.setMask(m_mask);
+    const QImage picture = renderer.icon(reference, request);
     m_error = renderer.error().text();
     return picture;
 }

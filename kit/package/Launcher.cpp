@@ -86,7 +86,9 @@ QImage Launcher::icon(int size, IconMask mask, QString *error) const
     QString text = QStringLiteral("there is no icon");
     if (d->isValid()) {
         IconRenderer renderer(d->package->resolver(), d->package->files());
-        image = renderer.icon(d->package->iconValue(d->innermost(Attr::Icon)), size, mask);
+        IconRequest request(size);
+        request.setMask(mask);
+        image = renderer.icon(d->package->iconValue(d->innermost(Attr::Icon)), request);
         text = renderer.error().text();
     }
     if (error != nullptr)

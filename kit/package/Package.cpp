@@ -150,11 +150,13 @@ QImage Package::icon(int size, IconMask mask, QString *error) const
     loaded();
     IconRenderer renderer(d->resolver(), d->files());
     const std::optional<ResolvedValue> own = d->applicationIcon();
-    QImage image = renderer.icon(own.value_or(ResolvedValue()), size, mask);
+    IconRequest request(size);
+    request.setMask(mask);
+    QImage image = renderer.icon(own.value_or(ResolvedValue()), request);
     QString text = renderer.error().text();
     if (image.isNull()) {
         for (const ResolvedValue &icon : d->launcherIcons(MaxStandIns)) {
-            image = renderer.icon(icon, size, mask);
+            image = renderer.icon(icon, request);
             // An application's icon that cannot be drawn stays a fault; one that it does not have is none.
             if (!image.isNull() && !own)
                 text = renderer.error().text();
