@@ -154,7 +154,7 @@ void checkPackage(const QByteArray &bytes)
     PackageDevice device(bytes);
     const PackageNormalizer normalizer(&device);
     const bool isNeeded = normalizer.isNeeded();
-    const bool isGood = normalizer.error() == PackageNormalizer::NoError;
+    const bool isGood = normalizer.error().code() == SorrelKit::Error::Code::None;
     const QByteArray archive = normalizer.normalized();
     if (device.isOpen() || archive.isNull() == isGood || (isNeeded && !isGood))
         failed("the normalizer contradicts itself");

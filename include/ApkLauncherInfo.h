@@ -13,11 +13,11 @@
 class ApkLauncherInfoData;
 
 /**
- * One entry of a package that a home screen shows: what to start, under which name and with which picture.
+ * One entry of a package that a home screen shows: the class to start, its labels and its icons.
  *
- * ApkFile::getLauncherInfo() makes these. Copies share their data, so that they are cheap; the values stay valid when
- * the ApkFile is gone. No operation fails, sets an error code, or costs more than a reference count. A value is used
- * from one thread at a time; copies may be used in different threads.
+ * ApkFile::getLauncherInfo() returns these. Copies share their data and are cheap; the values stay valid when the ApkFile
+ * is gone. No operation fails, sets an error code, or costs more than a reference count. Use a value from one thread at a
+ * time; copies may be used in different threads.
  *
  * @since 0.5
  */
@@ -26,11 +26,11 @@ class SORREL_EXPORT ApkLauncherInfo
 public:
     /// An empty entry: empty texts, no labels, no icons. @since 0.5
     ApkLauncherInfo();
-    /// A copy of @p other, with which it shares its data. @since 0.5
+    /// A copy of @p other, which shares its data. @since 0.5
     ApkLauncherInfo(const ApkLauncherInfo &other);
-    /// Becomes a copy of @p other, with which it shares its data. @since 0.5
+    /// Becomes a copy of @p other, which shares its data. @since 0.5
     ApkLauncherInfo &operator=(const ApkLauncherInfo &other);
-    /// Takes nothing from copies, nor from what was answered. @since 0.5
+    /// Copies and returned values stay valid. @since 0.5
     ~ApkLauncherInfo();
 
     /// Name of the package that holds the activity ("org.example.notes"). @since 0.5
@@ -38,30 +38,30 @@ public:
 
     /**
      * Class name of the activity to start, with its package ("org.example.notes.MainActivity"). For an activity alias,
-     * that of the activity which it stands for: the alias's own name is not told.
+     * the class of its target; the alias's own name is not available.
      * @since 0.5
      */
     QString launcherClass() const;
 
     /**
-     * The label for exactly the locale @p locale, in the form that labels() uses ("de", "pt-BR"), or an empty string
-     * when there is none. Nothing is fallen back to: not the language without its region, not the default label. An
-     * empty @p locale asks for the default label.
+     * The label for exactly the locale @p locale, in the form of the keys of labels() ("de", "pt-BR"), or an empty string
+     * when there is none. There is no fallback to the language without its region, or to the default label. The default
+     * label has an empty @p locale.
      * @since 0.5
      */
     QString label(const QString &locale) const;
 
     /**
      * Every label, by locale: language in lower case, then "-" and the region in upper case when there is one ("de",
-     * "pt-BR"); the label for locales that have none of their own has an empty key. Empty when the entry has no
-     * label, or none that the resource table knows.
+     * "pt-BR"). The label for all other locales has an empty key. Empty when the entry has no label, or the resource
+     * table does not have it.
      * @since 0.5
      */
     QMap<QString, QString> labels() const;
 
     /**
-     * The icon in every size and variant that the package has as a picture file, in no order that a caller can rely
-     * on; sizes are in pixels (QImage::size()). Empty when there is none that can be decoded.
+     * The icon in every size and variant that the package has as a picture file, in no particular order; sizes are in
+     * pixels (QImage::size()). Empty when no file can be decoded.
      * @since 0.5
      */
     QList<QImage> icons() const;

@@ -27,7 +27,7 @@ report=build/coverage/report
 mkdir -p "$report"
 gcovr --root . --filter src/ build/coverage/src/CMakeFiles --json "$report/coverage.json"
 # The kit has figures of its own, in kit.html, and no bounds.
-gcovr --root . --filter kit/ build/coverage/kit/CMakeFiles/sorrelkit_objects.dir \
+gcovr --root . --filter kit/ build/coverage/kit/CMakeFiles \
     --html-details "$report/kit.html" --print-summary --output "$report/kit.txt"
 counted=(gcovr --root . --add-tracefile "$report/coverage.json")
 "${counted[@]}" --html-details "$report/index.html"

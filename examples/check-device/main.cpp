@@ -22,8 +22,8 @@ int main(int argc, char *argv[])
 
     // Do not install a package with an error, even when many facts could be read.
     const SorrelKit::Package package(arguments.at(1));
-    if (package.error() != SorrelKit::Package::NoError) {
-        err << arguments.at(1) << ": " << package.errorString() << '\n';
+    if (package.error()) {
+        err << arguments.at(1) << ": " << package.error().message() << '\n';
         return 1;
     }
 
@@ -31,7 +31,7 @@ int main(int argc, char *argv[])
     for (const QString &permission : package.permissions())
         out << "  asks for " << permission << '\n';
     for (const SorrelKit::Feature &feature : package.features())
-        out << "  " << (feature.isRequired ? "needs " : "can use ") << feature.name << '\n';
+        out << "  " << (feature.isRequired() ? "needs " : "can use ") << feature.name() << '\n';
 
     bool runs = true;
     if (package.minSdkVersion() > level) {

@@ -19,7 +19,7 @@ int main(int argc, char *argv[])
     // The objects below keep copies of the package, which share its data.
     const SorrelKit::Package package(arguments.at(1));
     if (!package.isValid()) {
-        err << arguments.at(1) << ": " << package.errorString() << '\n';
+        err << arguments.at(1) << ": " << package.error().message() << '\n';
         return 1;
     }
     const quint32 id = SorrelKit::Resources(package).find(arguments.at(2));
@@ -29,11 +29,12 @@ int main(int argc, char *argv[])
     }
 
     SorrelKit::DrawableRenderer renderer(package);
-    renderer.setMask(SorrelKit::IconMask::Squircle);
-    const QImage picture = renderer.render(id, 256);
+    SorrelKit::IconRequest request(256);
+    request.setMask(SorrelKit::IconMask::Squircle);
+    const QImage picture = renderer.drawable(id, request);
     // A picture may have an error, which then names its missing part.
-    if (!renderer.errorString().isEmpty())
-        err << arguments.at(1) << ": " << renderer.errorString() << '\n';
+    if (renderer.error())
+        err << arguments.at(1) << ": " << renderer.error().text() << '\n';
     if (picture.isNull())
         return 1;
     if (!picture.save(arguments.at(3))) {

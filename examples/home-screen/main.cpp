@@ -20,8 +20,8 @@ int main(int argc, char *argv[])
     // A package is valid when its manifest could be read. It may still have an error: with a damaged resource table,
     // launchers have no icons, and only the labels that are in the manifest.
     const SorrelKit::Package package(fileName);
-    if (package.error() != SorrelKit::Package::NoError)
-        err << fileName << ": " << package.errorString() << '\n';
+    if (package.error())
+        err << fileName << ": " << package.error().message() << '\n';
     if (!package.isValid())
         return 1;
 
@@ -38,9 +38,9 @@ int main(int argc, char *argv[])
         out << '\n';
 
         for (const SorrelKit::IconFile &file : launcher.iconFiles()) {
-            out << "  icon   " << file.path << " (" << file.kind;
-            if (!file.size.isEmpty())
-                out << ", " << file.size.width() << 'x' << file.size.height();
+            out << "  icon   " << file.path() << " (" << file.kind();
+            if (!file.size().isEmpty())
+                out << ", " << file.size().width() << 'x' << file.size().height();
             out << ")\n";
         }
     }

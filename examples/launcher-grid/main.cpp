@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // launcher-grid [FOLDER]: shows the launchers of the packages in a folder as a grid.
 #include <QtWidgets>
-#include <SorrelKit/Package.h>
+#include <SorrelKit/DrawableRenderer.h>
 
 struct Item : QListWidgetItem {
     using QListWidgetItem::QListWidgetItem;
@@ -10,13 +10,13 @@ struct Item : QListWidgetItem {
 
 static void addLaunchers(const SorrelKit::Package &package, QListWidget *grid)
 {
-    const qreal ratio = grid->devicePixelRatioF();
-    const int size = qRound(grid->iconSize().width() * ratio);
+    SorrelKit::IconRequest request(grid->iconSize().width());
+    request.setDevicePixelRatio(grid->devicePixelRatioF());
+    request.setMask(SorrelKit::IconMask::Squircle);
     for (const SorrelKit::Launcher &launcher : package.launchers()) {
         if (!launcher.isShown())
             continue;
-        QPixmap icon = QPixmap::fromImage(launcher.icon(size, SorrelKit::IconMask::Squircle));
-        icon.setDevicePixelRatio(ratio);
+        const QPixmap icon = QPixmap::fromImage(SorrelKit::DrawableRenderer(package).icon(launcher, request));
         auto *item = new Item(icon.isNull() ? grid->windowIcon() : icon, launcher.label());
         item->setToolTip("<p>" + (launcher.packageName() + "/" + launcher.name()).toHtmlEscaped() + "</p>");
         item->setTextAlignment(Qt::AlignHCenter | Qt::AlignTop);

@@ -16,8 +16,8 @@ int main(int argc, char *argv[])
 
     // A package with a damaged table has an error, but it is valid, because its manifest can be read.
     const SorrelKit::Package package(fileName);
-    if (package.error() != SorrelKit::Package::NoError) {
-        err << fileName << ": " << package.errorString() << '\n';
+    if (package.error()) {
+        err << fileName << ": " << package.error().message() << '\n';
         return 1;
     }
 
@@ -28,9 +28,9 @@ int main(int argc, char *argv[])
             continue;
         out << name << '\n';
         // References are not followed, but printed: "@string/other".
-        for (const SorrelKit::Resources::Value &value : resources.values(id)) {
-            out << "  " << (value.configuration.isEmpty() ? QStringLiteral("default") : value.configuration) << ": "
-                << value.text << '\n';
+        for (const SorrelKit::ResourceValue &value : resources.values(id)) {
+            out << "  " << (value.configuration().isEmpty() ? QStringLiteral("default") : value.configuration()) << ": "
+                << value.text() << '\n';
         }
     }
     // Above the limits, some texts may be missing. Nearly every package is far below them.

@@ -28,8 +28,8 @@ int main(int argc, char *argv[])
     const QList<ApkLauncherInfo> launchers = package->getLauncherInfo(false);
     if (package->getError() != 0) {
         // The normalizer also names some faults.
-        const bool isNamed = normalizer.error() != SorrelKit::PackageNormalizer::NoError;
-        err << fileName << ": " << (isNamed ? normalizer.errorString() : package->getErrorString()) << '\n';
+        const SorrelKit::Error error = normalizer.error();
+        err << fileName << ": " << (error ? error.message() : package->getErrorString()) << '\n';
         return 1;
     }
 

@@ -1,23 +1,84 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/DrawableRenderer.h>
 
+#include "icon/IconErrorTable.h"
 #include "icon/IconRenderer.h"
-#include "package/PackageData.h"
+#include "package/DrawingAccess.h"
+
+#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Package.h>
+
+using namespace SorrelKit::SORRELKIT_PRIVATE_NAMESPACE;
 
 namespace SorrelKit {
 
-QImage DrawableRenderer::render(quint32 id, int size)
+namespace {
+
+constexpr int MaxStandIns = 4;
+
+} // namespace
+
+class DrawableRendererPrivate
 {
-    m_package.d->load();
+public:
+    explicit DrawableRendererPrivate(const Package &owner) : package(owner) {}
+
+    QImage drawn(DrawingSource &source, const ResolvedValue &icon, const IconRequest &request)
+    {
+        IconRenderer renderer(source.resolver(), source.files());
+        QImage image = renderer.icon(icon, request);
+        error = renderer.error();
+        return image;
+    }
+
+    Package package;
+    IconError error;
+};
+
+DrawableRenderer::DrawableRenderer(const Package &package) : d(std::make_unique<DrawableRendererPrivate>(package)) {}
+DrawableRenderer::DrawableRenderer(DrawableRenderer &&other) noexcept = default;
+DrawableRenderer &DrawableRenderer::operator=(DrawableRenderer &&other) noexcept = default;
+DrawableRenderer::~DrawableRenderer() = default;
+
+QImage DrawableRenderer::icon(const IconRequest &request)
+{
+    DrawingSource &source = drawingSource(d->package);
+    const std::optional<ResolvedValue> own = source.applicationIcon();
+    QImage image = d->drawn(source, own.value_or(ResolvedValue()), request);
+    if (!image.isNull())
+        return image;
+    const IconError ownError = d->error;
+    for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns)) {
+        image = d->drawn(source, icon, request);
+        if (!image.isNull())
+            break;
+    }
+    // An icon of the application that cannot be drawn stays an error; an icon that it does not have is none.
+    if (image.isNull() || own)
+        d->error = ownError;
+    return image;
+}
+
+QImage DrawableRenderer::icon(const Launcher &launcher, const IconRequest &request)
+{
+    const LauncherIcon icon = launcherIcon(launcher);
+    if (icon.source != nullptr)
+        return d->drawn(*icon.source, icon.icon, request);
+    d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
+    return {};
+}
+
+QImage DrawableRenderer::drawable(quint32 id, const IconRequest &request)
+{
     ResolvedValue reference;
     reference.value = {ValueType::Reference, id};
     reference.resource = id;
-    IconRenderer renderer(m_package.d->resolver(), m_package.d->files());
-    IconRequest request(size);
-    request.setMask(m_mask);
-    const QImage picture = renderer.icon(reference, request);
-    m_error = renderer.error().text();
-    return picture;
+    return d->drawn(drawingSource(d->package), reference, request);
+}
+
+IconError DrawableRenderer::error() const
+{
+    return d->error;
 }
 
 } // namespace SorrelKit

@@ -103,4 +103,9 @@ bool operator==(const IconRequest &a, const IconRequest &b)
                && a.platformVersion() == b.platformVersion());
 }
 
+bool operator!=(const IconRequest &a, const IconRequest &b)
+{
+    return !(a == b);
+}
+
 } // namespace SorrelKit

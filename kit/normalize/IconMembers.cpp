@@ -48,7 +48,7 @@ void IconMembers::follow(quint32 resource)
         if (m_followed.contains(id) || !m_budget.spendWork(work) || !m_budget.holdBytes(ReferenceBytes))
             continue;
         m_followed.insert(id);
-        for (const ResourceValue &value : m_table.values(id)) {
+        for (const TableValue &value : m_table.values(id)) {
             if (value.isMap || !m_budget.spendWork(Budget::ValueWork))
                 continue;
             if (value.value.isReference()) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/PackageNormalizer.h>
 
-#include "archive/PackageError.h"
+#include "archive/BufferedFile.h"
 #include "archive/ZipArchive.h"
 #include "format/Budget.h"
 #include "format/ChunkView.h"
@@ -77,13 +77,18 @@ QByteArray archiveOf(const QVector<Member> &members)
     return good ? buffer.data() : QByteArray();
 }
 
-std::unique_ptr<ApkFile> apkFileOn(const QByteArray &archive)
+std::unique_ptr<ApkFile> apkFileOn(std::unique_ptr<QIODevice> device)
+{
+    auto package = std::make_unique<ApkFile>(device.get());
+    device.release()->setParent(package.get());
+    return package;
+}
+
+std::unique_ptr<QIODevice> bufferOf(const QByteArray &bytes)
 {
     auto buffer = std::make_unique<QBuffer>();
-    buffer->setData(archive);
-    auto package = std::make_unique<ApkFile>(buffer.get());
-    buffer.release()->setParent(package.get());
-    return package;
+    buffer->setData(bytes);
+    return buffer;
 }
 
 } // namespace
@@ -93,13 +98,13 @@ class PackageNormalizerPrivate
 public:
     explicit PackageNormalizerPrivate(const QString &name) : fileName(name) {}
     explicit PackageNormalizerPrivate(QIODevice *original) : device(original) {}
+    explicit PackageNormalizerPrivate(const QByteArray &path) : nativePath(path) {}
 
     void load();
     std::unique_ptr<ApkFile> original() const;
     QByteArray normalized();
 
-    PackageNormalizer::Error error = PackageNormalizer::NoError;
-    QString fault;
+    Error error;
     bool isNeeded = false;
 
 private:
@@ -107,26 +112,35 @@ private:
     void loadTable(const OpenPackage &package, Budget &budget);
     void loadManifest(ZipArchive &archive);
     QVector<Member> pictures(const QStringList &paths, Budget &budget);
-    void setError(PackageNormalizer::Error code, const QString &text = QString());
+    void fail(const Error &reason);
+
+    std::unique_ptr<ZipArchive> archive() const;
 
     QString fileName;
     QIODevice *device = nullptr;
+    QByteArray nativePath; ///< null for a file name or a device
     bool isLoaded = false;
     QByteArray table;
     QByteArray manifest;
 };
 
-void PackageNormalizerPrivate::setError(PackageNormalizer::Error code, const QString &text)
+void PackageNormalizerPrivate::fail(const Error &reason)
 {
-    error = code;
-    fault = text;
+    error = reason;
     isNeeded = false;
+}
+
+std::unique_ptr<ZipArchive> PackageNormalizerPrivate::archive() const
+{
+    if (device != nullptr)
+        return std::make_unique<ZipArchive>(device);
+    return nativePath.isNull() ? std::make_unique<ZipArchive>(fileName) : ZipArchive::atNativePath(nativePath);
 }
 
 OpenPackage PackageNormalizerPrivate::openPackage(Budget &budget)
 {
     OpenPackage package;
-    package.files = device != nullptr ? std::make_unique<ZipArchive>(device) : std::make_unique<ZipArchive>(fileName);
+    package.files = archive();
     if (!package.files->open()) {
         package.files.reset();
     } else if (!package.files->contains(QLatin1String(manifestName)) && PackageSet::isSet(*package.files)) {
@@ -147,7 +161,7 @@ void PackageNormalizerPrivate::load()
     Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
     const OpenPackage package = openPackage(budget);
     if (package.files == nullptr) {
-        setError(PackageNormalizer::CannotOpen);
+        fail(Error(Error::Code::CannotOpen));
         return;
     }
     isNeeded = package.set != nullptr;
@@ -170,7 +184,7 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &bud
     QString text;
     table = TableRewriter::rewritten(original, &text);
     if (!text.isEmpty())
-        setError(PackageNormalizer::BadTable, text);
+        fail(Error(Error::Code::BadTable, text));
     else if (table.constData() != original.constData())
         isNeeded = true;
 }
@@ -205,7 +219,7 @@ QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths, Bud
 QByteArray PackageNormalizerPrivate::normalized()
 {
     load();
-    if (error != PackageNormalizer::NoError)
+    if (error)
         return {};
     QVector<Member> members{{QLatin1String(tableName), table}};
     if (!manifest.isEmpty())
@@ -220,7 +234,9 @@ std::unique_ptr<ApkFile> PackageNormalizerPrivate::original() const
 {
     if (device != nullptr)
         return std::make_unique<ApkFile>(device);
-    return std::make_unique<ApkFile>(fileName);
+    if (nativePath.isNull())
+        return std::make_unique<ApkFile>(fileName);
+    return apkFileOn(BufferedFile::atNativePath(nativePath));
 }
 
 PackageNormalizer::PackageNormalizer(const QString &fileName) : d(std::make_unique<PackageNormalizerPrivate>(fileName))
@@ -229,6 +245,16 @@ PackageNormalizer::PackageNormalizer(const QString &fileName) : d(std::make_uniq
 
 PackageNormalizer::PackageNormalizer(QIODevice *device) : d(std::make_unique<PackageNormalizerPrivate>(device)) {}
 
+PackageNormalizer::PackageNormalizer(std::unique_ptr<PackageNormalizerPrivate> data) : d(std::move(data)) {}
+
+PackageNormalizer PackageNormalizer::fromNativePath(const QByteArray &path)
+{
+    const QByteArray known = path.isNull() ? QByteArray("") : path;
+    return PackageNormalizer(std::make_unique<PackageNormalizerPrivate>(known));
+}
+
+PackageNormalizer::PackageNormalizer(PackageNormalizer &&other) noexcept = default;
+PackageNormalizer &PackageNormalizer::operator=(PackageNormalizer &&other) noexcept = default;
 PackageNormalizer::~PackageNormalizer() = default;
 
 bool PackageNormalizer::isNeeded() const
@@ -245,20 +271,14 @@ QByteArray PackageNormalizer::normalized() const
 std::unique_ptr<ApkFile> PackageNormalizer::apkFile() const
 {
     if (isNeeded())
-        return apkFileOn(d->normalized());
+        return apkFileOn(bufferOf(d->normalized()));
     return d->original();
 }
 
-PackageNormalizer::Error PackageNormalizer::error() const
+Error PackageNormalizer::error() const
 {
     d->load();
     return d->error;
-}
-
-QString PackageNormalizer::errorString() const
-{
-    const QString text = PackageError::text(error());
-    return d->fault.isEmpty() ? text : text + QLatin1String(": ") + d->fault;
 }
 
 } // namespace SorrelKit

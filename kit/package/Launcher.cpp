@@ -2,8 +2,8 @@
 #include <SorrelKit/Launcher.h>
 
 #include "format/AndroidAttributes.h"
-#include "icon/IconRenderer.h"
 #include "language/LabelLookup.h"
+#include "package/IconFileData.h"
 #include "package/LauncherData.h"
 
 namespace SorrelKit {
@@ -11,7 +11,9 @@ namespace SorrelKit {
 Launcher::Launcher() : d(new LauncherData) {}
 Launcher::Launcher(LauncherData *data) : d(data) {}
 Launcher::Launcher(const Launcher &other) = default;
+Launcher::Launcher(Launcher &&other) noexcept = default;
 Launcher &Launcher::operator=(const Launcher &other) = default;
+Launcher &Launcher::operator=(Launcher &&other) noexcept = default;
 Launcher::~Launcher() = default;
 
 QString Launcher::packageName() const
@@ -70,30 +72,20 @@ quint32 Launcher::iconResource() const
     return icon != nullptr && icon->value.isReference() ? icon->value.data : 0;
 }
 
-QVector<IconFile> Launcher::iconFiles() const
+QList<IconFile> Launcher::iconFiles() const
 {
-    QVector<IconFile> files;
-    if (d->isValid()) {
-        for (const IconFileLookup::File &file : d->package->iconFiles(d->innermost(Attr::Icon)))
-            files.append({file.path, file.kind, file.size, file.density});
+    QList<IconFile> files;
+    if (!d->isValid())
+        return files;
+    for (const IconFileLookup::File &found : d->package->iconFiles(d->innermost(Attr::Icon))) {
+        IconFile file;
+        file.d->path = found.path;
+        file.d->kind = found.kind;
+        file.d->size = found.size;
+        file.d->density = found.density;
+        files.append(file);
     }
     return files;
-}
-
-QImage Launcher::icon(int size, IconMask mask, QString *error) const
-{
-    QImage image;
-    QString text = QStringLiteral("there is no icon");
-    if (d->isValid()) {
-        IconRenderer renderer(d->package->resolver(), d->package->files());
-        IconRequest request(size);
-        request.setMask(mask);
-        image = renderer.icon(d->package->iconValue(d->innermost(Attr::Icon)), request);
-        text = renderer.error().text();
-    }
-    if (error != nullptr)
-        *error = text;
-    return image;
 }
 
 } // namespace SorrelKit

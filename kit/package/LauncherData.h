@@ -6,7 +6,6 @@
 #include "package/PackageData.h"
 
 #include <QSharedData>
-#include <QSharedPointer>
 
 namespace SorrelKit {
 
@@ -14,7 +13,7 @@ namespace SorrelKit {
 class LauncherData : public QSharedData
 {
 public:
-    QSharedPointer<PackageData> package;
+    PackageDataPointer package;
     Manifest::LauncherEntry entry;
     int launcherCount = 1; ///< of the package; they share the budget for labels
 

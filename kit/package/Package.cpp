@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Package.h>
 
-#include "archive/PackageError.h"
 #include "format/AndroidAttributes.h"
-#include "icon/IconRenderer.h"
 #include "language/LabelLookup.h"
+#include "package/FeatureData.h"
 #include "package/LauncherData.h"
 #include "package/PackageData.h"
 
@@ -16,7 +15,6 @@ namespace {
 
 constexpr int FirstSdkVersion = 1;
 constexpr int PreviewSdkVersion = 10000;
-constexpr int MaxStandIns = 4;
 
 int sdkVersion(const PackageData &data, quint32 id, int fallback)
 {
@@ -37,60 +35,64 @@ quint32 versionPart(const PackageData &data, quint32 id)
 
 } // namespace
 
-Package::Package(const QString &fileName) : d(QSharedPointer<PackageData>::create(fileName)) {}
-Package::Package(QIODevice *device) : d(QSharedPointer<PackageData>::create(device)) {}
+Package::Package() : Package(QStringLiteral("")) {}
+Package::Package(const QString &fileName) : d(new PackageData(fileName)) {}
+Package::Package(QIODevice *device) : d(new PackageData(device)) {}
 Package::Package(const Package &other) = default;
+Package::Package(Package &&other) noexcept = default;
 Package &Package::operator=(const Package &other) = default;
+Package &Package::operator=(Package &&other) noexcept = default;
 Package::~Package() = default;
 
-Package::Error Package::error() const
+Package Package::fromNativePath(const QByteArray &path)
 {
-    return Error(loaded().error());
+    Package package;
+    package.d = new PackageData(path);
+    return package;
 }
 
-QString Package::errorString() const
+Error Package::error() const
 {
-    const QString fault = loaded().fault();
-    const QString text = PackageError::text(d->error());
-    return fault.isEmpty() ? text : text + QStringLiteral(": ") + fault;
+    const PackageData &data = d->loaded();
+    return Error(Error::Code(data.error()), data.fault());
 }
 
 bool Package::isValid() const
 {
-    return !loaded().manifest().root().isNull();
+    return !d->loaded().manifest().root().isNull();
 }
 
 QString Package::packageName() const
 {
-    return loaded().manifest().packageName();
+    return d->loaded().manifest().packageName();
 }
 
 QString Package::versionName() const
 {
-    return loaded().text(d->manifest().root().attribute(Attr::VersionName));
+    return d->loaded().text(d->manifest().root().attribute(Attr::VersionName));
 }
 
 qint64 Package::versionCode() const
 {
-    loaded();
+    d->loaded();
     return qint64(quint64(versionPart(*d, Attr::VersionCodeMajor)) << 32 | versionPart(*d, Attr::VersionCode));
 }
 
 int Package::minSdkVersion() const
 {
-    return sdkVersion(loaded(), Attr::MinSdkVersion, FirstSdkVersion);
+    return sdkVersion(d->loaded(), Attr::MinSdkVersion, FirstSdkVersion);
 }
 
 int Package::targetSdkVersion() const
 {
-    return sdkVersion(loaded(), Attr::TargetSdkVersion, minSdkVersion());
+    return sdkVersion(d->loaded(), Attr::TargetSdkVersion, minSdkVersion());
 }
 
 QStringList Package::permissions() const
 {
     QStringList permissions;
     QSet<QString> known;
-    for (const XmlElement &child : loaded().manifest().root().children) {
+    for (const XmlElement &child : d->loaded().manifest().root().children) {
         if (child.name != QLatin1String("uses-permission") && child.name != QLatin1String("uses-permission-sdk-23"))
             continue;
         const QString name = Manifest::text(child, Attr::Name);
@@ -104,75 +106,56 @@ QStringList Package::permissions() const
 QList<Feature> Package::features() const
 {
     QList<Feature> features;
-    for (const XmlElement &child : loaded().manifest().root().children) {
+    for (const XmlElement &child : d->loaded().manifest().root().children) {
         const QString name = Manifest::text(child, Attr::Name);
-        if (child.name == QLatin1String("uses-feature") && !name.isEmpty())
-            features.append({name, d->isTrue(child.attribute(Attr::Required), true)});
+        if (child.name == QLatin1String("uses-feature") && !name.isEmpty()) {
+            Feature feature;
+            feature.d->name = name;
+            feature.d->isRequired = d->isTrue(child.attribute(Attr::Required), true);
+            features.append(feature);
+        }
     }
     return features;
 }
 
-quint32 Package::openGlEsVersion() const
+QVersionNumber Package::openGlEsVersion() const
 {
     qint32 version = 0;
-    for (const XmlElement &child : loaded().manifest().root().children) {
+    for (const XmlElement &child : d->loaded().manifest().root().children) {
         if (child.name == QLatin1String("uses-feature"))
             version = qMax(version, d->resolved(child.attribute(Attr::GlEsVersion)).value.integer().value_or(0));
     }
-    return quint32(version);
+    constexpr quint32 MinorBits = 16;
+    const auto number = quint32(version);
+    return number != 0 ? QVersionNumber(int(number >> MinorBits), int(number & 0xffff)) : QVersionNumber();
 }
 
 QStringList Package::nativeAbis() const
 {
-    loaded();
-    return d->nativeAbis();
+    return d->loaded().nativeAbis();
 }
 
 QStringList Package::splits() const
 {
-    return loaded().splits();
+    return d->loaded().splits();
 }
 
 QMap<QString, QString> Package::labels() const
 {
-    return LabelLookup(loaded().resolver()).labels(d->manifest().applicationAttribute(Attr::Label));
+    return LabelLookup(d->loaded().resolver()).labels(d->manifest().applicationAttribute(Attr::Label));
 }
 
 QString Package::label(const QLocale &locale) const
 {
     const QString label =
-        LabelLookup(loaded().resolver()).label(d->manifest().applicationAttribute(Attr::Label), LanguageTag(locale));
+        LabelLookup(d->loaded().resolver()).label(d->manifest().applicationAttribute(Attr::Label), LanguageTag(locale));
     return label.isEmpty() ? packageName() : label;
-}
-
-QImage Package::icon(int size, IconMask mask, QString *error) const
-{
-    loaded();
-    IconRenderer renderer(d->resolver(), d->files());
-    const std::optional<ResolvedValue> own = d->applicationIcon();
-    IconRequest request(size);
-    request.setMask(mask);
-    QImage image = renderer.icon(own.value_or(ResolvedValue()), request);
-    QString text = renderer.error().text();
-    if (image.isNull()) {
-        for (const ResolvedValue &icon : d->launcherIcons(MaxStandIns)) {
-            image = renderer.icon(icon, request);
-            // An application's icon that cannot be drawn stays a fault; one that it does not have is none.
-            if (!image.isNull() && !own)
-                text = renderer.error().text();
-            if (!image.isNull())
-                break;
-        }
-    }
-    if (error != nullptr)
-        *error = text;
-    return image;
 }
 
 QList<Launcher> Package::launchers() const
 {
     QList<Launcher> launchers;
-    const QVector<Manifest::LauncherEntry> entries = loaded().manifest().launchers();
+    const QVector<Manifest::LauncherEntry> entries = d->loaded().manifest().launchers();
     for (const Manifest::LauncherEntry &entry : entries) {
         auto *const data = new LauncherData;
         data->package = d;
@@ -181,12 +164,6 @@ QList<Launcher> Package::launchers() const
         launchers.append(Launcher(data));
     }
     return launchers;
-}
-
-const PackageData &Package::loaded() const
-{
-    d->load();
-    return *d;
 }
 
 } // namespace SorrelKit

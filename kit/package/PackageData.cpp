@@ -30,13 +30,19 @@ PackageData::PackageData(QIODevice *device)
 {
 }
 
-void PackageData::load()
+PackageData::PackageData(const QByteArray &nativePath)
+    : m_outer(ZipArchive::atNativePath(nativePath)), m_resolver({}, anyPhone())
 {
-    if (m_isLoaded)
-        return;
-    m_isLoaded = true;
-    read();
-    m_resolver = ResourceResolver(m_tables, anyPhone(), &m_lookups);
+}
+
+PackageData &PackageData::loaded()
+{
+    if (!m_isLoaded) {
+        m_isLoaded = true;
+        read();
+        m_resolver = ResourceResolver(m_tables, anyPhone(), &m_lookups);
+    }
+    return *this;
 }
 
 void PackageData::read()

@@ -11,7 +11,9 @@
 #include "package/Manifest.h"
 #include "resources/ResourceResolver.h"
 
+#include <QExplicitlySharedDataPointer>
 #include <QHash>
+#include <QSharedData>
 #include <QString>
 #include <QStringList>
 
@@ -24,7 +26,7 @@ namespace SorrelKit {
  * The data that Package and its launchers share: the archives, the decoded manifest and tables, and the error. Read on
  * first use. Files of the base hide those of its splits with the same path.
  */
-class PackageData : public DrawingSource, private FileSource
+class PackageData : public QSharedData, public DrawingSource, private FileSource
 {
 public:
     /// Bytes of all tables, those of splits included: libsorrel's limit for one table. All tables together also have at
@@ -42,9 +44,11 @@ public:
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
+    /// The package in the file whose path the system knows by these bytes.
+    explicit PackageData(const QByteArray &nativePath);
 
-    /// Opens and reads the package when it is called for the first time.
-    void load();
+    /// This object, after the package was opened and read on first use.
+    PackageData &loaded();
 
     PackageError::Code error() const { return m_error; }
     /// The fault behind the error; may be empty.
@@ -101,6 +105,8 @@ private:
     ResourceResolver m_resolver;
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
+
+using PackageDataPointer = QExplicitlySharedDataPointer<PackageData>;
 
 } // namespace SorrelKit
 

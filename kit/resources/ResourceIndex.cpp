@@ -91,9 +91,9 @@ void ResourceIndex::collectSlots(int chunk)
     }
 }
 
-QVector<quint32> ResourceIndex::ids() const
+QList<quint32> ResourceIndex::ids() const
 {
-    QVector<quint32> ids;
+    QList<quint32> ids;
     for (const Slot &slot : m_slots) {
         if (ids.isEmpty() || ids.last() != slot.id)
             ids.append(slot.id);

@@ -51,7 +51,7 @@ public:
     /// False when offsets or values were left out.
     bool isComplete() const { return m_isComplete; }
     /// The ids of all resources that have a value, ascending.
-    QVector<quint32> ids() const;
+    QList<quint32> ids() const;
     int chunkCount() const { return int(m_chunks.size()); }
 
     /// The values of the resource @p id, in the order of the tables. An id with package 0 belongs to the application's

@@ -11,7 +11,7 @@ namespace SorrelKit {
 namespace {
 
 // The value of one table entry, without its text.
-ResolvedValue found(const ResourceTable &table, const ResourceValue &value, quint32 id)
+ResolvedValue found(const ResourceTable &table, const TableValue &value, quint32 id)
 {
     ResolvedValue result;
     result.value = value.value;
@@ -46,9 +46,9 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
     const ResourceTable *owner = nullptr;
-    ResourceValue best;
+    TableValue best;
     for (const auto &table : m_tables) {
-        for (const ResourceValue &value : table->values(id)) {
+        for (const TableValue &value : table->values(id)) {
             // Localized pictures are skipped: they are no defaults.
             if (value.isMap || value.configuration->hasLocale() || !value.configuration->matches(m_device))
                 continue;
@@ -96,11 +96,11 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
 {
     struct Candidate {
         const ResourceTable *table;
-        ResourceValue value;
+        TableValue value;
     };
     QVector<Candidate> candidates;
     for (const auto &table : m_tables) {
-        for (const ResourceValue &value : table->values(id)) {
+        for (const TableValue &value : table->values(id)) {
             const bool isWanted = locales == Locales::Any || !value.configuration->hasLocale();
             if (candidates.size() < MaxCandidates && isWanted && !value.isMap && value.configuration->matches(m_device))
                 candidates.append({table.data(), value});

@@ -50,21 +50,21 @@ bool ResourcesData::isDefault(const ResourceIndex::Value &source)
     return known.isKnown ? known.isDefault : configuration(source).isEmpty();
 }
 
-QVector<Resources::Value> ResourcesData::values(quint32 id)
+QList<ResourceValue> ResourcesData::values(quint32 id)
 {
-    QVector<Resources::Value> values;
+    QList<ResourceValue> values;
     const ResourceIndex::Range range = m_index->values(id);
     for (int number = range.first; number < range.end; ++number) {
-        Resources::Value value;
+        Parts value;
         if (!take(m_index->value(number), value))
             break;
-        values.append(std::move(value));
+        values.append(value.value());
     }
     release();
     return values;
 }
 
-Resources::Value ResourcesData::defaultValue(quint32 id)
+ResourceValue ResourcesData::defaultValue(quint32 id)
 {
     const ResourceIndex::Range range = m_index->values(id);
     int chosen = range.first;
@@ -74,28 +74,30 @@ Resources::Value ResourcesData::defaultValue(quint32 id)
             break;
         }
     }
-    Resources::Value value;
+    Parts value;
     const bool isWhole = !range.isEmpty() && take(m_index->value(chosen), value);
     release();
-    return isWhole ? value : Resources::Value();
+    return isWhole ? value.value() : ResourceValue();
 }
 
-bool ResourcesData::take(const ResourceIndex::Value &source, Resources::Value &value)
+bool ResourcesData::take(const ResourceIndex::Value &source, Parts &value)
 {
     value.configuration = configuration(source);
     if (!spend(Budget::ValueWork) || !spendCharacters(value.configuration.size()))
         return false;
     if (source.entry.isMap())
         return takeItems(source, value);
-    value.type = ValueFormatter::typeWord(source.entry.value());
+    value.type = ValueFormatter::type(source.entry.value());
+    value.typeName = ValueFormatter::typeName(source.entry.value());
     return takeText(source.entry.value(), *source.table, value.text);
 }
 
-bool ResourcesData::takeItems(const ResourceIndex::Value &source, Resources::Value &value)
+bool ResourcesData::takeItems(const ResourceIndex::Value &source, Parts &value)
 {
     const EntryView &map = source.entry;
     const ValueFormatter texts(*m_names);
-    value.type = QStringLiteral("map");
+    value.type = ResourceValue::Type::Map;
+    value.typeName = QStringLiteral("map");
     if (map.parent() != 0 && !takeText({ValueType::Reference, map.parent()}, *source.table, value.text))
         return false;
     for (qint64 number = 0; number < map.itemCount(); ++number) {
@@ -105,7 +107,7 @@ bool ResourcesData::takeItems(const ResourceIndex::Value &source, Resources::Val
         if (!spend(Budget::LookupWork, ItemBytes) || !spendCharacters(name.size())
             || !takeText(item.value, *source.table, text))
             return false;
-        value.items.append({name, ValueFormatter::typeWord(item.value), text});
+        value.items.append({name, ValueFormatter::type(item.value), ValueFormatter::typeName(item.value), text});
     }
     return true;
 }

@@ -7,7 +7,7 @@
 #include "resources/ResourceNames.h"
 #include "resources/ValueFormatter.h"
 
-#include <SorrelKit/Resources.h>
+#include <SorrelKit/ResourceValue.h>
 
 #include <memory>
 #include <vector>
@@ -33,11 +33,22 @@ public:
     const ResourceNames &names() const { return *m_names; }
     bool isComplete() const { return m_isComplete && m_index->isComplete(); }
 
-    QVector<Resources::Value> values(quint32 id);
-    Resources::Value defaultValue(quint32 id);
+    QList<ResourceValue> values(quint32 id);
+    ResourceValue defaultValue(quint32 id);
 
 private:
     Q_DISABLE_COPY(ResourcesData)
+
+    /// The parts of a value, while it is made.
+    struct Parts {
+        ResourceValue value() const { return {configuration, type, typeName, text, items}; }
+
+        QString configuration;
+        ResourceValue::Type type = ResourceValue::Type::Unknown;
+        QString typeName;
+        QString text;
+        QList<ResourceItem> items;
+    };
 
     /// Qualifiers of a type chunk; most values need them more than once. Long ones are not kept: a hostile table may have
     /// thousands.
@@ -48,8 +59,8 @@ private:
     };
     static constexpr int MaxKeptQualifiers = 64;
 
-    bool take(const ResourceIndex::Value &source, Resources::Value &value);
-    bool takeItems(const ResourceIndex::Value &source, Resources::Value &value);
+    bool take(const ResourceIndex::Value &source, Parts &value);
+    bool takeItems(const ResourceIndex::Value &source, Parts &value);
     /// Sets @p text; false when it does not fit.
     bool takeText(const TypedValue &value, const ResourceTable &table, QString &text);
     /// Spends on @p characters of a result.

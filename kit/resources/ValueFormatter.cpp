@@ -96,34 +96,62 @@ QString ValueFormatter::text(const TypedValue &value, const ResourceTable &table
     }
 }
 
-QString ValueFormatter::typeWord(const TypedValue &value)
+ResourceItem::Type ValueFormatter::type(const TypedValue &value)
 {
+    using Type = ResourceItem::Type;
     switch (value.type) {
     case ValueType::Null:
-        return QStringLiteral("null");
+        return Type::Null;
     case ValueType::Reference:
     case ValueType::DynamicReference:
-        return QStringLiteral("reference");
+        return Type::Reference;
     case ValueType::Attribute:
     case ValueType::DynamicAttribute:
-        return QStringLiteral("attribute");
+        return Type::Attribute;
     case ValueType::String:
-        return QStringLiteral("string");
+        return Type::String;
     case ValueType::Float:
-        return QStringLiteral("float");
+        return Type::Float;
     case ValueType::Dimension:
-        return QStringLiteral("dimension");
+        return Type::Dimension;
     case ValueType::Fraction:
-        return QStringLiteral("fraction");
+        return Type::Fraction;
     case ValueType::Boolean:
-        return QStringLiteral("boolean");
+        return Type::Boolean;
     default:
         break;
     }
     if (value.isColor())
+        return Type::Color;
+    return value.integer() ? Type::Integer : Type::Unknown;
+}
+
+QString ValueFormatter::typeName(const TypedValue &value)
+{
+    switch (type(value)) {
+    case ResourceItem::Type::Null:
+        return QStringLiteral("null");
+    case ResourceItem::Type::Reference:
+        return QStringLiteral("reference");
+    case ResourceItem::Type::Attribute:
+        return QStringLiteral("attribute");
+    case ResourceItem::Type::String:
+        return QStringLiteral("string");
+    case ResourceItem::Type::Float:
+        return QStringLiteral("float");
+    case ResourceItem::Type::Dimension:
+        return QStringLiteral("dimension");
+    case ResourceItem::Type::Fraction:
+        return QStringLiteral("fraction");
+    case ResourceItem::Type::Boolean:
+        return QStringLiteral("boolean");
+    case ResourceItem::Type::Color:
         return QStringLiteral("color");
-    return value.integer() ? QStringLiteral("integer")
-                           : QStringLiteral("type %1").arg(hexadecimal(quint32(value.type), 2));
+    case ResourceItem::Type::Integer:
+        return QStringLiteral("integer");
+    default:
+        return QStringLiteral("type %1").arg(hexadecimal(quint32(value.type), 2));
+    }
 }
 
 QString ValueFormatter::itemName(const EntryView &map, quint32 name) const

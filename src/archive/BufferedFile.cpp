@@ -3,15 +3,43 @@
 
 #include <cstring>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace {
 
 constexpr qint64 PageSize = 4096;
 
 } // namespace
 
+std::unique_ptr<BufferedFile> BufferedFile::atNativePath(const QByteArray &path)
+{
+    auto file = std::make_unique<BufferedFile>(QString());
+    file->m_nativePath = path.isNull() ? QByteArray("") : path;
+    return file;
+}
+
+bool BufferedFile::openFile()
+{
+    if (m_nativePath.isNull())
+        return m_file.open(ReadOnly | Unbuffered);
+    if (m_nativePath.contains('\0')) // the system would see a shorter path
+        return false;
+    // Without O_NONBLOCK, opening a FIFO waits for a writer.
+    const int descriptor = ::open(m_nativePath.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status = {};
+    if (descriptor >= 0 && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)
+        && m_file.open(descriptor, ReadOnly | Unbuffered, QFile::AutoCloseHandle))
+        return true;
+    if (descriptor >= 0)
+        ::close(descriptor);
+    return false;
+}
+
 bool BufferedFile::open(OpenMode mode)
 {
-    if (mode != ReadOnly || !m_file.open(ReadOnly | Unbuffered))
+    if (mode != ReadOnly || !openFile())
         return false;
     m_size = m_file.size();
     m_at = 0;

@@ -6,6 +6,8 @@
 #include <QFile>
 #include <QIODevice>
 
+#include <memory>
+
 /**
  * A file for ZIP libraries, which read a few bytes at a time and seek back a few bytes for every member of the directory.
  * A window of the file stays in memory, so these steps need no system call. QFile alone would seek at every step, and
@@ -21,6 +23,9 @@ public:
 
     /// The file with this name; open() opens it, in the mode QIODevice::ReadOnly alone.
     explicit BufferedFile(const QString &name) : m_file(name) {}
+    /// The file at @p path, the bytes that the system has for it. They need not be text in any encoding. Only a regular
+    /// file can be opened.
+    static std::unique_ptr<BufferedFile> atNativePath(const QByteArray &path);
 
     bool open(OpenMode mode) override;
     void close() override;
@@ -33,12 +38,14 @@ protected:
     qint64 writeData(const char *data, qint64 size) override;
 
 private:
+    bool openFile();
     bool isPartOfMuch(qint64 size) const;
     qint64 readKept(char *data, qint64 size);
     qint64 readFile(qint64 from, char *data, qint64 size);
     bool isKept(qint64 size) const;
 
     QFile m_file;
+    QByteArray m_nativePath; ///< null when m_file has the name
     qint64 m_size = 0;
     qint64 m_at = 0;       ///< offset of the next read
     qint64 m_lastEnd = 0;  ///< offset after the last read

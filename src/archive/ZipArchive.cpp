@@ -42,6 +42,11 @@ ZipArchive::ZipArchive(std::unique_ptr<QIODevice> device)
 {
 }
 
+std::unique_ptr<ZipArchive> ZipArchive::atNativePath(const QByteArray &path)
+{
+    return std::unique_ptr<ZipArchive>(new ZipArchive(BufferedFile::atNativePath(path)));
+}
+
 ZipArchive::~ZipArchive() = default;
 
 bool ZipArchive::open(Budget *budget)

@@ -30,6 +30,8 @@ public:
     explicit ZipArchive(QIODevice *device);
     /// The archive in @p bytes.
     explicit ZipArchive(const QByteArray &bytes);
+    /// The archive in the file at @p path, the bytes that the system has for it. They need not be text.
+    static std::unique_ptr<ZipArchive> atNativePath(const QByteArray &path);
     ~ZipArchive() override;
 
     /// Opens the archive and reads its directory. False when the file is missing, is no regular file or no archive, or

@@ -72,9 +72,9 @@ quint8 ResourceTable::ownerOf(quint32 id) const
     return ResourceId::package(id) == 0 ? packageId() : ResourceId::package(id);
 }
 
-QVector<ResourceValue> ResourceTable::values(quint32 id) const
+QVector<TableValue> ResourceTable::values(quint32 id) const
 {
-    QVector<ResourceValue> values;
+    QVector<TableValue> values;
     for (const Package &package : m_packages) {
         const auto types = package.types.constFind(ResourceId::type(id));
         if (package.id != ownerOf(id) || types == package.types.cend())
@@ -83,7 +83,7 @@ QVector<ResourceValue> ResourceTable::values(quint32 id) const
             const EntryView entry = type.entryAt(type.offset(ResourceId::entry(id)));
             if (!entry.isValid())
                 continue;
-            ResourceValue value;
+            TableValue value;
             value.isMap = entry.isMap();
             if (!value.isMap)
                 value.value = entry.value();

@@ -13,7 +13,7 @@
 #include <QVector>
 
 /// One value of a resource in a table.
-struct ResourceValue {
+struct TableValue {
     bool isMap = false;                           ///< an array, a style or a plural, whose items are not read
     TypedValue value;                             ///< when it is no map
     const Configuration *configuration = nullptr; ///< the table's own; the table outlives it
@@ -83,7 +83,7 @@ public:
 
     /// The values of the resource @p id, in the order of the table; at most one for each type chunk. A package may be
     /// in the table in several parts.
-    QVector<ResourceValue> values(quint32 id) const;
+    QVector<TableValue> values(quint32 id) const;
     /// The name of the resource's type ("mipmap"); empty when it has none.
     QString typeName(quint32 id) const;
     /// String @p index of the pool of values' texts, cut at @p maxLength characters.

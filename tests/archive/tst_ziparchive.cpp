@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "Cost.h"
 #include "Devices.h"
+#include "KitIcons.h"
 #include "Pictures.h"
 #include "archive/RangeDevice.h"
 #include "archive/ZipArchive.h"
@@ -485,16 +486,16 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
     constexpr int Most = ResourceTable::MaxTypeChunks;
     PackageDevice good(set(table(Most - 2), table(2)));
     const Package wholeSet(&good);
-    QCOMPARE(wholeSet.errorString(), latin("no error"));
+    QCOMPARE(wholeSet.error().message(), latin("no error"));
     PackageDevice many(set(table(Most - 2), table(3)));
     const Package tooManyTypes(&many);
-    QCOMPARE(tooManyTypes.error(), Package::BadTable);
-    QCOMPARE(tooManyTypes.errorString(), latin("could not parse resources.arsc: too many types in resource table"));
+    QCOMPARE(tooManyTypes.error().code(), SorrelKit::Error::Code::BadTable);
+    QCOMPARE(tooManyTypes.error().message(), latin("could not parse resources.arsc: too many types in resource table"));
     // Bytes behind a table are read with it.
     const QByteArray half = table(1) + QByteArray(int(Limits::MaxTableBytes / 2), '\0');
     PackageDevice large(set(half, half));
     const Package tooLarge(&large);
-    QCOMPARE(tooLarge.error(), Package::BadTable);
+    QCOMPARE(tooLarge.error().code(), SorrelKit::Error::Code::BadTable);
     QCOMPARE(tooLarge.packageName(), latin("org.example"));
 }
 
@@ -555,21 +556,21 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
     };
     const auto error = [](const QByteArray &bytes) {
         PackageDevice device(bytes);
-        return Package(&device).error();
+        return Package(&device).error().code();
     };
     const auto normalizerError = [](const QByteArray &bytes) {
         PackageDevice device(bytes);
-        return PackageNormalizer(&device).error();
+        return PackageNormalizer(&device).error().code();
     };
     const QByteArray most = zip({{latin("base.apk"), withTable(Most - Some)}});
-    QCOMPARE(error(most), Package::NoError);
-    QCOMPARE(normalizerError(most), PackageNormalizer::NoError);
+    QCOMPARE(error(most), SorrelKit::Error::Code::None);
+    QCOMPARE(normalizerError(most), SorrelKit::Error::Code::None);
     const QByteArray tooMuch = zip({{latin("base.apk"), withTable(Most)}});
-    QCOMPARE(error(tooMuch), Package::BadTable);
-    QCOMPARE(normalizerError(tooMuch), PackageNormalizer::BadTable);
+    QCOMPARE(error(tooMuch), SorrelKit::Error::Code::BadTable);
+    QCOMPARE(normalizerError(tooMuch), SorrelKit::Error::Code::BadTable);
     // The table of a file is read once, and no longer than the file.
-    QCOMPARE(error(withTable(Most)), Package::NoError);
-    QCOMPARE(normalizerError(withTable(Most)), PackageNormalizer::NoError);
+    QCOMPARE(error(withTable(Most)), SorrelKit::Error::Code::None);
+    QCOMPARE(normalizerError(withTable(Most)), SorrelKit::Error::Code::None);
 }
 
 // Each of hundreds of packages would have to be asked for each of thousands of paths.
@@ -583,7 +584,7 @@ void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
         QCOMPARE(package.splits().size(), 1);
         const Launcher launcher = package.launchers().constFirst();
         const qint64 before = device.bytesRead();
-        QVERIFY(launcher.icon(48).isNull());
+        QVERIFY(iconOf(launcher, 48).isNull());
         QVERIFY(launcher.iconFiles().isEmpty());
         QCOMPARE(device.bytesRead(), before);
     }
@@ -597,7 +598,7 @@ void TestArchiveFiles::firstPackageOfASetThatHasAFileCounts()
                               {latin("base.apk"), packageWithIcon("res/icon.png", {{path, picture(48, 48, 0)}})}}));
     const Package package(&device);
     QCOMPARE(package.splits().size(), 1);
-    QCOMPARE(package.launchers().constFirst().iconFiles().constFirst().size, QSize(48, 48));
+    QCOMPARE(package.launchers().constFirst().iconFiles().constFirst().size(), QSize(48, 48));
 }
 
 QTEST_GUILESS_MAIN(TestArchiveFiles)

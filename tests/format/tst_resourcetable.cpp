@@ -43,7 +43,7 @@ int answers(const ResourceTable &table)
 {
     int count = 0;
     for (const quint32 id : {0x7f010000u, 0x7f010002u, 0x7f010003u, 0x7f020001u, 0x7f020002u, 0x00010000u}) {
-        for (const ResourceValue &value : table.values(id))
+        for (const TableValue &value : table.values(id))
             count += 1 + int(table.string(value.value.data).size()) + value.configuration->density;
         count += int(table.typeName(id).size());
     }
@@ -93,7 +93,7 @@ void TestResourceTable::valuesOfEveryEncoding()
     const ResourceTable read(table(encoding));
     QCOMPARE(read.fault(), QString());
     QCOMPARE(read.typeChunkCount(), 3);
-    const QVector<ResourceValue> labels = read.values(0x7f010000);
+    const QVector<TableValue> labels = read.values(0x7f010000);
     QCOMPARE(labels.size(), 2);
     QVERIFY(!labels.at(0).configuration->hasLocale());
     QCOMPARE(read.string(labels.at(0).value.data), latin("Plain"));
@@ -102,11 +102,11 @@ void TestResourceTable::valuesOfEveryEncoding()
     QCOMPARE(read.typeChunkCount(0x7f010000), 2);
     QCOMPARE(read.typeChunkCount(0x7f020000), 1);
 
-    const QVector<ResourceValue> maps = read.values(0x7f010002);
+    const QVector<TableValue> maps = read.values(0x7f010002);
     QCOMPARE(maps.size(), 1);
     QVERIFY(maps.first().isMap);
     QVERIFY(maps.first().value.isNull());
-    const QVector<ResourceValue> references = read.values(0x7f010003);
+    const QVector<TableValue> references = read.values(0x7f010003);
     QCOMPARE(references.size(), 1);
     QVERIFY(!references.first().isMap && references.first().value.isReference());
     QCOMPARE(references.first().value.data, quint32(0x7f020001));

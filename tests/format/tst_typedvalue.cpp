@@ -3,7 +3,6 @@
 
 #include <QtTest>
 
-
 class TestTypedValue : public QObject
 {
     Q_OBJECT

@@ -198,7 +198,7 @@ void TestArchives::lastOfTwoIconsOfOneNameCounts()
             QCOMPARE(apk.getLauncherInfo(false).constFirst().icons().constFirst().width(), 5);
         PackageDevice other(zip(members));
         const SorrelKit::Launcher launcher = SorrelKit::Package(&other).launchers().constFirst();
-        QCOMPARE(launcher.iconFiles().constFirst().size, QSize(5, 5));
+        QCOMPARE(launcher.iconFiles().constFirst().size(), QSize(5, 5));
     }
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "ApkFile.h"
+#include "KitIcons.h"
 #include "Walker.h"
 
 #include <SorrelKit/Package.h>
@@ -91,7 +92,7 @@ void TestThreads::packageOfTheKitIsReadByAnObjectForEachThread()
         for (int round = 0; round < Rounds; ++round) {
             const SorrelKit::Package kitPackage(m_path);
             const bool isLabelled = kitPackage.label(QLocale("de")) == QLatin1String("Notizen");
-            const bool isDrawn = kitPackage.icon(32).pixel(16, 16) == 0xffff0000;
+            const bool isDrawn = iconOf(kitPackage, 32).pixel(16, 16) == 0xffff0000;
             good += isLabelled && isDrawn ? 1 : 0;
         }
     });

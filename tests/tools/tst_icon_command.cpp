@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Files.h"
+#include "KitIcons.h"
 #include "Tool.h"
 
 #include <SorrelKit/Package.h>
@@ -106,7 +107,7 @@ void TestIconCommand::sizesAndShapes()
     QCOMPARE(result.status, 0);
     const QImage icon = QImage::fromData(result.output, "PNG");
     QCOMPARE(icon.size(), QSize(size, size));
-    const QImage expected = Package(file).icon(size, mask);
+    const QImage expected = iconOf(Package(file), size, mask);
     QCOMPARE(icon.convertToFormat(expected.format()), expected);
 }
 

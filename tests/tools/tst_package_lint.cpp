@@ -182,7 +182,7 @@ void TestPackageLint::boundsHold()
     QFETCH(QByteArray, bytes);
     constexpr qint64 MaxMemory = qint64(256) << 20;
     const QString file = write(QStringLiteral("hostile.apk"), bytes);
-    const Cost taken = cost([&] { PackageLint(file).toJson(); });
+    const Cost taken = cost([&] { PackageLint(FileName(file)).toJson(); });
     QVERIFY(taken.ended);
     QVERIFY2(taken.memory < MaxMemory, qPrintable(QString::number(taken.memory)));
 }
@@ -191,7 +191,7 @@ bool TestPackageLint::endsForAll(const std::function<QByteArray(int)> &bytesOf, 
 {
     return cost([&] {
                for (int i = 0; i < count; ++i)
-                   PackageLint(write(QStringLiteral("damaged.apk"), bytesOf(i))).toJson();
+                   PackageLint(FileName(write(QStringLiteral("damaged.apk"), bytesOf(i)))).toJson();
            })
         .ended;
 }
@@ -253,7 +253,7 @@ void TestPackageLint::threadsFindTheSame()
         threads.emplace_back([&, thread] {
             for (int i = 0; i < Rounds * files.size(); ++i) {
                 const int index = (i + thread * int(files.size()) / Threads) % int(files.size());
-                if (PackageLint(files.at(index)).toJson() != expected.at(index))
+                if (PackageLint(FileName(files.at(index))).toJson() != expected.at(index))
                     ++different;
             }
         });
@@ -266,11 +266,11 @@ void TestPackageLint::theLogIsLeftAsItWas()
 {
     const QString file = write(QStringLiteral("odd.apk"), lintPackageWithChunk(chunk(0x0190)));
     const LogCapture log;
-    QCOMPARE(PackageLint(file).findings().size(), 1);
+    QCOMPARE(PackageLint(FileName(file)).findings().size(), 1);
     qDebug("after");
     QCOMPARE(log.texts(), QStringList{QStringLiteral("after")});
     QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, false);
-    QCOMPARE(PackageLint(file).findings().size(), 1);
+    QCOMPARE(PackageLint(FileName(file)).findings().size(), 1);
     qDebug("off");
     QCOMPARE(log.texts(), QStringList{QStringLiteral("after")});
     QLoggingCategory::defaultCategory()->setEnabled(QtDebugMsg, true);
@@ -285,7 +285,7 @@ void TestPackageLint::filesAreClosed()
     const auto before = openFiles();
     QVERIFY(before > 0);
     for (int i = 0; i < 100; ++i)
-        PackageLint{file};
+        PackageLint{FileName(file)};
     QCOMPARE(openFiles(), before);
 }
 

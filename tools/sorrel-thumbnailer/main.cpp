@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Arguments.h"
-#include "PackageFile.h"
+#include "FileName.h"
 #include "PngFile.h"
 #include "PrintableText.h"
 #include "ProcessLimits.h"
 #include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
 
+#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 
 #include <QCoreApplication>
@@ -58,14 +59,16 @@ int writeThumbnail(const ThumbnailerOptions &options)
     if (path.isEmpty())
         return fail(inputName, QStringLiteral("names no file of this machine"));
     const bool isFile = !options.output().isDash();
-    const PackageFile input{FileName(path)};
-    if (isFile && input.name().isSameFile(options.output()))
+    const FileName input(path);
+    if (isFile && input.isSameFile(options.output()))
         return fail(inputName, QStringLiteral("the thumbnail would replace the package"));
-    const Package package(input.pathForQt());
-    QString error;
-    const QImage icon = package.icon(options.size(), options.mask(), &error);
+    const Package package = Package::fromNativePath(input.path());
+    SorrelKit::IconRequest request(options.size());
+    request.setMask(options.mask());
+    SorrelKit::DrawableRenderer renderer(package);
+    const QImage icon = renderer.icon(request);
     if (icon.isNull())
-        return fail(inputName, package.error() != Package::NoError ? package.errorString() : error);
+        return fail(inputName, package.error() ? package.error().message() : renderer.error().text());
 
     const QByteArray png = PngFile::fromImage(icon);
     if (png.isEmpty())

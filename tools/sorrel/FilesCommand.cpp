@@ -2,13 +2,12 @@
 #include "FilesCommand.h"
 
 #include "Console.h"
-#include "PackageFile.h"
+#include "FileName.h"
 #include "PrintableText.h"
+#include "archive/BufferedFile.h"
 
 #include <quazip.h>
 #include <quazipfileinfo.h>
-
-#include <QFileInfo>
 
 namespace {
 
@@ -73,16 +72,16 @@ void FilesCommand::addOptions(QCommandLineParser &parser) const
 
 int FilesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
-    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
-    QuaZip archive(file.pathForQt());
-    // Opening a pipe would wait for a writer.
-    if (!QFileInfo(file.pathForQt()).isFile() || !archive.open(QuaZip::mdUnzip)) {
+    const FileName file(parser.positionalArguments().constFirst());
+    const std::unique_ptr<BufferedFile> device = BufferedFile::atNativePath(file.path());
+    QuaZip archive(device.get());
+    if (!archive.open(QuaZip::mdUnzip)) {
         Console::complain(file.text(), QStringLiteral("could not open APK file"));
         return CannotRead;
     }
     int status = Success;
     int count = 0;
-    const QJsonObject fileJson = file.name().toJson();
+    const QJsonObject fileJson = file.toJson();
     for (bool more = archive.goToFirstFile(); more; more = archive.goToNextFile(), ++count) {
         QuaZipFileInfo64 member;
         if (!archive.getCurrentFileInfo(&member))

@@ -2,10 +2,11 @@
 #include "IconCommand.h"
 
 #include "Console.h"
+#include "FileName.h"
 #include "OutputFile.h"
-#include "PackageFile.h"
 #include "PngBytes.h"
 
+#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 
 using SorrelKit::Launcher;
@@ -64,15 +65,17 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
         return Console::wrongUsage(QStringLiteral("A picture is not written to a terminal; '-o' names a file."),
                                    program);
 
-    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
-    if (!isStandardOutput && output.isSameFile(file.name()))
+    const FileName file(parser.positionalArguments().constFirst());
+    if (!isStandardOutput && output.isSameFile(file))
         return Console::wrongUsage(QStringLiteral("The picture would replace the package."), program);
-    const Package package(file.pathForQt());
+    const Package package = Package::fromNativePath(file.path());
     if (!package.isValid()) {
-        Console::complain(file.text(), package.errorString());
+        Console::complain(file.text(), package.error().message());
         return CannotRead;
     }
-    QString fault;
+    SorrelKit::IconRequest request(options.size());
+    request.setMask(options.mask());
+    SorrelKit::DrawableRenderer renderer(package);
     QImage picture;
     if (parser.isSet(m_launcher)) {
         const QList<Launcher> launchers = package.launchers();
@@ -81,10 +84,11 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
             Console::complain(file.text(), QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
             return CannotRead;
         }
-        picture = launcher->icon(options.size(), options.mask(), &fault);
+        picture = renderer.icon(*launcher, request);
     } else {
-        picture = package.icon(options.size(), options.mask(), &fault);
+        picture = renderer.icon(request);
     }
+    const QString fault = renderer.error().text();
     if (picture.isNull()) {
         Console::complain(file.text(), fault.isEmpty() ? QStringLiteral("there is no icon") : fault);
         return CannotRead;

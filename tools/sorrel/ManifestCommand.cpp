@@ -2,8 +2,8 @@
 #include "ManifestCommand.h"
 
 #include "Console.h"
+#include "FileName.h"
 #include "ManifestWriter.h"
-#include "PackageFile.h"
 
 #include <ApkFile.h>
 #include <SorrelKit/PackageNormalizer.h>
@@ -20,8 +20,8 @@ QString ManifestCommand::details() const
 
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const
 {
-    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
-    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer(file.pathForQt()).apkFile();
+    const FileName file(parser.positionalArguments().constFirst());
+    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer::fromNativePath(file.path()).apkFile();
     const QDomDocument manifest = apk->getManifest();
     if (apk->getError() != 0) {
         Console::complain(file.text(), apk->getErrorString());

@@ -2,8 +2,10 @@
 #include "ResourcesCommand.h"
 
 #include "Console.h"
-#include "PackageFile.h"
+#include "FileName.h"
 #include "ResourceReport.h"
+
+#include <SorrelKit/Package.h>
 
 #include <utility>
 
@@ -32,15 +34,15 @@ void ResourcesCommand::addOptions(QCommandLineParser &parser) const
 int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const QStringList arguments = parser.positionalArguments();
-    const PackageFile file{FileName(arguments.constFirst())};
-    const Package package(file.pathForQt());
-    const ResourceReport report(file.name(), package);
+    const FileName file(arguments.constFirst());
+    const Package package = Package::fromNativePath(file.path());
+    const ResourceReport report(file, package);
     int status = Success;
-    if (package.error() != Package::NoError) {
-        Console::complain(file.text(), package.errorString());
+    if (package.error()) {
+        Console::complain(file.text(), package.error().message());
         status = CannotRead;
     }
-    QVector<quint32> ids;
+    QList<quint32> ids;
     if (arguments.size() > 1) {
         ids.append(report.resources().find(arguments.at(1)));
         if (ids.constFirst() == 0) {

@@ -2,64 +2,85 @@
 #ifndef SORRELKIT_DRAWABLERENDERER_H
 #define SORRELKIT_DRAWABLERENDERER_H
 
-#include <SorrelKit/Export.h>
-#include <SorrelKit/IconMask.h>
+#include <SorrelKit/IconError.h>
+#include <SorrelKit/IconRequest.h>
+#include <SorrelKit/KitGuiExport.h>
 #include <SorrelKit/Package.h>
 
 #include <QImage>
-#include <QString>
+
+#include <memory>
 
 namespace SorrelKit {
 
+class DrawableRendererPrivate;
+
 /**
- * Draws drawable resources of a package: pictures, colours, and what XML files describe (adaptive icons, vectors, shapes,
- * layers and so on), in their default state, with the values that the newest platform takes.
+ * Draws the icons and the drawable resources of a package: pictures, colours, and XML files (adaptive icons, vectors,
+ * shapes, layers and so on), in their default state.
  *
  *     DrawableRenderer renderer{Package(fileName)};
- *     renderer.setMask(IconMask::Circle);
- *     const QImage picture = renderer.render(0x7f020000, 96);
+ *     IconRequest request(96);
+ *     request.setMask(IconMask::Circle);
+ *     const QImage icon = renderer.icon(request);
  *
- * Constructing an object reads nothing. It keeps a copy of the package, and so the archive open; copies of it draw by
- * themselves. It is used from the thread of the package, from one at a time.
+ * Each operation returns a square picture of IconRequest::pixelSize() pixels a side, in the format ARGB32_Premultiplied,
+ * transparent where nothing is drawn; a drawable that is not square is centred. The picture belongs to the caller.
  *
- * **Errors.** No operation throws, and none sets an error code: render() answers a null image, and errorString() tells
- * why. Of a package that cannot be read, every resource is missing; Package::error() tells what is wrong.
+ * An XML icon is drawn where the requested platform takes it. Else the smallest picture file that is large enough is taken,
+ * else the largest, and scaled. When an XML icon cannot be drawn, a picture file of the same icon takes its place.
  *
- * **Limits.** Drawing is bounded in time and memory, whatever the package holds; what does not fit is left out, and
- * errorString() says so. docs/limits.md lists the limits.
+ * **Errors.** No operation throws. An icon that cannot be drawn is a null image, and error() returns the reason. A package
+ * that cannot be read has no icon and no drawable; Package::error() returns the reason.
+ *
+ * **Cost.** Constructing an object reads nothing. It keeps a copy of the package, and so keeps the archive open. Each call
+ * reads the files and draws anew: nothing is kept. Drawing is limited in time and memory, for any package; a part that does
+ * not fit is left out, and error() reports that. docs/limits.md lists the limits.
+ *
+ * **Threads.** Use an object from the thread of its package, from one at a time.
  *
  * @since 0.5.1
  */
-class SORRELKIT_EXPORT DrawableRenderer
+class SORRELKITGUI_EXPORT DrawableRenderer
 {
 public:
-    /// For the resources of @p package, a copy of which this object keeps.
-    explicit DrawableRenderer(const Package &package) : m_package(package) {}
-
-    /// Cuts adaptive icons to the outline @p mask from the next render() on; IconMask::None by default.
-    void setMask(IconMask mask) { m_mask = mask; }
-    /// The outline that adaptive icons are cut to.
-    IconMask mask() const { return m_mask; }
+    /// For the icons and drawables of @p package. This object keeps a copy of it. @since 0.5.1
+    explicit DrawableRenderer(const Package &package);
+    /// Takes the value of @p other. @since 0.5.1
+    DrawableRenderer(DrawableRenderer &&other) noexcept;
+    /// Takes the value of @p other. @since 0.5.1
+    DrawableRenderer &operator=(DrawableRenderer &&other) noexcept;
+    /// Pictures stay valid. @since 0.5.1
+    ~DrawableRenderer();
+    /// Exchanges two renderers. @since 0.5.1
+    void swap(DrawableRenderer &other) noexcept { d.swap(other.d); }
 
     /**
-     * The resource @p id (0xPPTTEEEE) as a picture of @p size by @p size pixels, 1 to 1024, in the format
-     * ARGB32_Premultiplied, transparent where nothing is drawn; what is not square is centred. Chooses and falls back as
-     * Launcher::icon() does. A null image when there is no such resource, it cannot be drawn, or @p size is out of range;
-     * errorString() tells.
+     * The icon of the application. When it has none, or its icon cannot be drawn, the icon of the first launcher that is
+     * shown and has one of its own takes its place; up to four launchers are tried, each at the cost of an icon.
      *
-     * Reads the package when nothing did yet. Each call reads the files and draws anew: nothing is kept.
+     * error() is about the returned picture. When that replaces an icon of the application which cannot be drawn, or there
+     * is no picture, error() is about the application's icon.
+     * @since 0.5.1
      */
-    QImage render(quint32 id, int size);
-    /// Why the last render() was not, or not wholly, drawn as the package describes it, in English
-    /// (`unsupported drawable <x>`); empty when it was, and before the first one.
-    QString errorString() const { return m_error; }
+    QImage icon(const IconRequest &request);
+    /// The icon of @p launcher, which may belong to any package. @since 0.5.1
+    QImage icon(const Launcher &launcher, const IconRequest &request);
+    /// The drawable or colour resource @p id (0xPPTTEEEE). @since 0.5.1
+    QImage drawable(quint32 id, const IconRequest &request);
+
+    /// The reason why the last picture is missing, or not complete; no error before the first one. Reads nothing.
+    /// @since 0.5.1
+    IconError error() const;
 
 private:
-    Package m_package;
-    IconMask m_mask = IconMask::None;
-    QString m_error;
+    Q_DISABLE_COPY(DrawableRenderer)
+
+    std::unique_ptr<DrawableRendererPrivate> d;
 };
 
 } // namespace SorrelKit
+
+Q_DECLARE_SHARED(SorrelKit::DrawableRenderer)
 
 #endif

@@ -2,17 +2,60 @@
 #ifndef SORRELKIT_FEATURE_H
 #define SORRELKIT_FEATURE_H
 
+#include <SorrelKit/KitCoreExport.h>
+
+#include <QMetaType>
+#include <QSharedDataPointer>
 #include <QString>
 
 namespace SorrelKit {
 
-/// A feature of the device that a package uses (`uses-feature`). A plain value, which Package::features() makes.
-/// @since 0.5.1
-struct Feature {
-    QString name;           ///< as the platform calls it ("android.hardware.camera")
-    bool isRequired = true; ///< whether the package is for devices that have it alone
+class FeatureData;
+
+/**
+ * A feature of the device that a package uses (`uses-feature`). Package::features() returns these.
+ *
+ * The values stay valid when the package is gone. Copies share their data and are cheap. Every operation takes constant
+ * time and cannot fail. Different objects may be used in different threads.
+ *
+ * @since 0.5.1
+ */
+class SORRELKITCORE_EXPORT Feature
+{
+    Q_GADGET
+    Q_PROPERTY(QString name READ name CONSTANT)
+    Q_PROPERTY(bool required READ isRequired CONSTANT)
+
+public:
+    /// A feature without a name, which is required. @since 0.5.1
+    Feature();
+    /// A copy of @p other. @since 0.5.1
+    Feature(const Feature &other);
+    /// Takes the value of @p other. @since 0.5.1
+    Feature(Feature &&other) noexcept;
+    /// Becomes a copy of @p other. @since 0.5.1
+    Feature &operator=(const Feature &other);
+    /// Takes the value of @p other. @since 0.5.1
+    Feature &operator=(Feature &&other) noexcept;
+    /// Copies stay valid. @since 0.5.1
+    ~Feature();
+    /// Exchanges the values of two features. @since 0.5.1
+    void swap(Feature &other) noexcept { d.swap(other.d); }
+
+    /// The platform's name of the feature ("android.hardware.camera"). @since 0.5.1
+    QString name() const;
+    /// Whether the package is only for devices that have the feature. @since 0.5.1
+    bool isRequired() const;
+
+private:
+    friend class Package;
+
+    QSharedDataPointer<FeatureData> d;
 };
 
 } // namespace SorrelKit
+
+Q_DECLARE_SHARED(SorrelKit::Feature)
+Q_DECLARE_METATYPE(SorrelKit::Feature)
 
 #endif

@@ -2,9 +2,15 @@
 #ifndef SORRELKIT_ICONMASK_H
 #define SORRELKIT_ICONMASK_H
 
+#include <SorrelKit/KitGuiExport.h>
+
+#include <QObject>
+
 namespace SorrelKit {
 
-/// The outline that adaptive icons are cut to; what it is, is up to the device. Other icons keep the outline they have.
+Q_NAMESPACE_EXPORT(SORRELKITGUI_EXPORT)
+
+/// The outline that adaptive icons are cut to. On a device, its maker chooses the outline. Other icons keep their own.
 /// @since 0.5.1
 enum class IconMask {
     None,          ///< all of the visible square
@@ -12,6 +18,7 @@ enum class IconMask {
     RoundedSquare, ///< a square with rounded corners
     Squircle,      ///< a superellipse, between the two
 };
+Q_ENUM_NS(IconMask)
 
 } // namespace SorrelKit
 

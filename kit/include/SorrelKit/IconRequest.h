@@ -2,9 +2,10 @@
 #ifndef SORRELKIT_ICONREQUEST_H
 #define SORRELKIT_ICONREQUEST_H
 
-#include <SorrelKit/Export.h>
 #include <SorrelKit/IconMask.h>
+#include <SorrelKit/KitGuiExport.h>
 
+#include <QMetaType>
 #include <QSharedDataPointer>
 
 namespace SorrelKit {
@@ -12,55 +13,78 @@ namespace SorrelKit {
 class IconRequestData;
 
 /**
- * How an icon is to be drawn: its size, its outline, and the device that it is drawn for. New properties may be added;
- * their defaults keep the picture that older programs get.
+ * The size and the outline of an icon, and the device that it is drawn for. New properties may be added; their defaults
+ * keep the pictures of older programs.
  *
  *     IconRequest request(48);
  *     request.setDevicePixelRatio(2); // 96 x 96 pixels
  *     request.setMask(IconMask::Circle);
  *
- * Copies share their data and are cheap. Every operation takes constant time. Different objects may be used in
- * different threads.
+ * Copies share their data and are cheap. Every operation takes constant time and cannot fail; DrawableRenderer checks the
+ * values. Different objects may be used in different threads.
  *
  * @since 0.5.1
  */
-class SORRELKIT_EXPORT IconRequest
+class SORRELKITGUI_EXPORT IconRequest
 {
+    Q_GADGET
+    Q_PROPERTY(int size READ size WRITE setSize)
+    Q_PROPERTY(qreal devicePixelRatio READ devicePixelRatio WRITE setDevicePixelRatio)
+    Q_PROPERTY(int pixelSize READ pixelSize)
+    Q_PROPERTY(SorrelKit::IconMask mask READ mask WRITE setMask)
+    Q_PROPERTY(bool night READ isNight WRITE setNight)
+    Q_PROPERTY(bool monochrome READ isMonochrome WRITE setMonochrome)
+    Q_PROPERTY(int platformVersion READ platformVersion WRITE setPlatformVersion)
+
 public:
-    /// A square of @p size device-independent pixels a side; the other properties have their defaults.
+    /// A square with sides of @p size device-independent pixels; the other properties have their defaults. @since 0.5.1
     explicit IconRequest(int size = 48);
+    /// A copy of @p other. @since 0.5.1
     IconRequest(const IconRequest &other);
+    /// Takes the value of @p other. @since 0.5.1
     IconRequest(IconRequest &&other) noexcept;
+    /// Becomes a copy of @p other. @since 0.5.1
     IconRequest &operator=(const IconRequest &other);
+    /// Takes the value of @p other. @since 0.5.1
     IconRequest &operator=(IconRequest &&other) noexcept;
+    /// Copies stay valid. @since 0.5.1
     ~IconRequest();
-    /// Exchanges the values of two requests.
+    /// Exchanges the values of two requests. @since 0.5.1
     void swap(IconRequest &other) noexcept { d.swap(other.d); }
 
-    /// Side of the picture in device-independent pixels. 48 by default.
+    /// Side of the picture in device-independent pixels. 48 by default. @since 0.5.1
     int size() const;
+    /// Sets size(). @since 0.5.1
     void setSize(int size);
-    /// Pixels for each device-independent pixel. 1 by default. QImage::devicePixelRatio() of the picture has it, too.
+    /// Pixels for each device-independent pixel, which QImage::devicePixelRatio() of the picture returns, too. 1 by default.
+    /// @since 0.5.1
     qreal devicePixelRatio() const;
+    /// Sets devicePixelRatio(). @since 0.5.1
     void setDevicePixelRatio(qreal ratio);
-    /// Side of the picture in pixels: size() times devicePixelRatio(), rounded. 1 to 1024 can be drawn.
+    /// Side of the picture in pixels: size() times devicePixelRatio(), rounded. 1 to 1024 can be drawn. @since 0.5.1
     int pixelSize() const;
-    /// The outline that adaptive icons are cut to. IconMask::None by default.
+    /// The outline that adaptive icons are cut to. IconMask::None by default. @since 0.5.1
     IconMask mask() const;
+    /// Sets mask(). @since 0.5.1
     void setMask(IconMask mask);
-    /// Whether resources for the night mode (`-night`) are preferred. False by default.
+    /// Whether resources for the night mode (`-night`) are preferred. False by default. @since 0.5.1
     bool isNight() const;
+    /// Sets isNight(). @since 0.5.1
     void setNight(bool night);
-    /// Whether an adaptive icon that has a monochrome layer is drawn as that layer alone, in its own colours and on a
-    /// transparent ground, as a host needs it that tints icons. Other icons are drawn as usual. False by default.
+    /// Whether only the monochrome layer of an adaptive icon is drawn, in its own colours on a transparent background, for
+    /// hosts that tint icons. Icons without such a layer are drawn as usual. False by default. @since 0.5.1
     bool isMonochrome() const;
+    /// Sets isMonochrome(). @since 0.5.1
     void setMonochrome(bool monochrome);
-    /// API level of the platform whose choice of resources is followed. 0, the default, is the newest.
+    /// API level of the platform that resources are chosen for. 0, the default, is the newest. @since 0.5.1
     int platformVersion() const;
+    /// Sets platformVersion(). @since 0.5.1
     void setPlatformVersion(int version);
 
-    friend SORRELKIT_EXPORT bool operator==(const IconRequest &a, const IconRequest &b);
-    friend bool operator!=(const IconRequest &a, const IconRequest &b) { return !(a == b); }
+    /// Whether two values are equal. @since 0.5.1
+    friend SORRELKITGUI_EXPORT bool operator==(const IconRequest &a, const IconRequest &b);
+    /// Whether two values are different. @since 0.5.1
+    friend SORRELKITGUI_EXPORT bool operator!=(const IconRequest &a, const IconRequest &b);
 
 private:
     QSharedDataPointer<IconRequestData> d;
@@ -69,5 +93,6 @@ private:
 } // namespace SorrelKit
 
 Q_DECLARE_SHARED(SorrelKit::IconRequest)
+Q_DECLARE_METATYPE(SorrelKit::IconRequest)
 
 #endif

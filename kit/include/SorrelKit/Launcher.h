@@ -2,105 +2,119 @@
 #ifndef SORRELKIT_LAUNCHER_H
 #define SORRELKIT_LAUNCHER_H
 
-#include <SorrelKit/Export.h>
 #include <SorrelKit/IconFile.h>
-#include <SorrelKit/IconMask.h>
+#include <SorrelKit/KitCoreExport.h>
 
-#include <QImage>
+#include <QExplicitlySharedDataPointer>
+#include <QList>
 #include <QLocale>
 #include <QMap>
-#include <QSharedDataPointer>
-#include <QSize>
+#include <QMetaType>
 #include <QString>
-#include <QVector>
 
 namespace SorrelKit {
 
 class LauncherData;
 
 /**
- * An entry of a package that a home screen may show: what to start, under which name and with which picture.
+ * An entry of a package that a home screen may show: the component to start, its label and its icon.
  *
- * Package::launchers() makes these. Copies share their data, and are cheap. Labels, files and pictures are looked up when
- * they are asked for, in the package, which stays open as long as a launcher of it lives; for that reason a launcher is
- * used from the same thread as its package.
+ * Package::launchers() returns these. Copies share their data and are cheap. Labels and files are looked up in the package,
+ * which stays open while one of its launchers lives, on each call; only the list of icon files is kept. Use a launcher from
+ * the thread of its package, from one at a time. Returned values belong to the caller.
  *
- * No operation throws or sets an error code: what cannot be had is an empty text, an empty map, 0 or a null image, and
- * Package::error() tells of a package that is damaged. Nothing is kept between calls: what is asked twice is looked up
- * twice.
+ * No operation throws or sets an error code. A value that is missing or cannot be read is an empty text, an empty map or
+ * list, or 0; Package::error() returns the reason when the package is damaged. DrawableRenderer draws the icon.
  *
  * @since 0.5.1
  */
-class SORRELKIT_EXPORT Launcher
+class SORRELKITCORE_EXPORT Launcher
 {
-public:
-    /// An entry of nothing: empty texts, null pictures, and neither enabled nor exported.
-    Launcher();
-    /// A copy of @p other, with which it shares its data and the package.
-    Launcher(const Launcher &other);
-    /// Becomes a copy of @p other, with which it shares its data and the package.
-    Launcher &operator=(const Launcher &other);
-    /// Closes the package when nothing else keeps it.
-    ~Launcher();
+    Q_GADGET
+    Q_PROPERTY(QString packageName READ packageName CONSTANT)
+    Q_PROPERTY(QString name READ name CONSTANT)
+    Q_PROPERTY(QString className READ className CONSTANT)
+    Q_PROPERTY(bool alias READ isAlias CONSTANT)
+    Q_PROPERTY(bool enabled READ isEnabled CONSTANT)
+    Q_PROPERTY(bool exported READ isExported CONSTANT)
+    Q_PROPERTY(bool shown READ isShown CONSTANT)
+    Q_PROPERTY(QString label READ label CONSTANT)
+    Q_PROPERTY(quint32 iconResource READ iconResource CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::IconFile> iconFiles READ iconFiles CONSTANT)
 
-    /// Name of the package ("org.example.notes").
+public:
+    /// An entry of nothing: empty texts and lists, and neither enabled nor exported. @since 0.5.1
+    Launcher();
+    /// A copy of @p other. @since 0.5.1
+    Launcher(const Launcher &other);
+    /// Takes the value of @p other. @since 0.5.1
+    Launcher(Launcher &&other) noexcept;
+    /// Becomes a copy of @p other. @since 0.5.1
+    Launcher &operator=(const Launcher &other);
+    /// Takes the value of @p other. @since 0.5.1
+    Launcher &operator=(Launcher &&other) noexcept;
+    /// Closes the package when no other object uses it. @since 0.5.1
+    ~Launcher();
+    /// Exchanges two launchers. @since 0.5.1
+    void swap(Launcher &other) noexcept { d.swap(other.d); }
+
+    /// Name of the package ("org.example.notes"). @since 0.5.1
     QString packageName() const;
-    /// Name of the activity or alias, with its package: what Android calls the component, and starts.
+    /// Name of the activity or alias, with its package: the component that Android starts. @since 0.5.1
     QString name() const;
-    /// Name of the class that runs, with its package: the activity's, of an alias that of its target.
+    /// Name of the class that runs, with its package: that of the activity, or of an alias's target. @since 0.5.1
     QString className() const;
-    /// Whether this is an activity alias.
+    /// Whether this is an activity alias. @since 0.5.1
     bool isAlias() const;
-    /// Whether both the application and the activity or alias are enabled, as far as the package itself says: neither
-    /// has `android:enabled` false, references followed.
+    /// Whether neither the application nor the activity or alias has an `android:enabled` that is false, references
+    /// followed. @since 0.5.1
     bool isEnabled() const;
     /// Whether other applications, home screens among them, may start it: it has no `android:exported` that is false.
+    /// @since 0.5.1
     bool isExported() const;
-    /// isEnabled() and isExported(): whether home screens show it.
+    /// isEnabled() and isExported(): whether home screens show it. @since 0.5.1
     bool isShown() const;
 
     /**
      * The label by language tag after BCP 47 ("de", "pt-BR", "sr-Latn", "es-419", "fil"), with today's codes ("he", not
-     * "iw"). The empty key holds the label for all other languages. Empty when there is no label that can be had.
+     * "iw"). The empty key holds the label for all other languages. Empty when there is no label, or it cannot be read.
      *
-     * The label is the filter's, else the activity's or alias's, else, for an alias, its target's, else the application's.
-     * Looked up in every language on each call, which is as many lookups as there are languages. What that may take is
-     * limited for all launchers of a package together: with more than about a hundred launchers, each in a hundred languages,
-     * some are missing.
+     * The label is that of the intent filter, else of the activity or alias, else of an alias's target, else of the
+     * application. Each call looks it up in every language. The cost is limited for all launchers of a package together:
+     * with more than about a hundred launchers, each in a hundred languages, some labels are missing.
+     * @since 0.5.1
      */
     QMap<QString, QString> labels() const;
     /**
-     * The label that a device in @p locale shows, chosen as Android 7 and later do: the locale's own, else its closest
-     * parent's ("es-419" for Mexico, then "es"), else a relative's in the same language and script ("fr-FR" for
-     * Switzerland), else the default one. When there is no label, name(). Costs one lookup for each reference on the way.
+     * The label that a device in @p locale shows, chosen as Android 7 and later do: the locale's own, else that of its
+     * closest parent ("es-419" for Mexico, then "es"), else that of a relative in the same language and script ("fr-FR" for
+     * Switzerland), else the default one. name() when there is no label. Costs one lookup for each reference on the way.
+     * @since 0.5.1
      */
     QString label(const QLocale &locale = QLocale()) const;
 
-    /// Resource id of the icon (0x7f080000, say); 0 when there is none, or it is named by its path. Labels' order holds.
+    /// Resource id of the icon (for example 0x7f080000); 0 when there is none, or the manifest names a path. The icon is
+    /// looked up in the same order as the label. @since 0.5.1
     quint32 iconResource() const;
-    /// What the package has for the icon: each file once, best first as the newest platform has it on a screen of 160 dots
-    /// per inch. Files that cannot be read or decoded are left out. Reads each file once for all launchers of the package
-    /// together, and when that has taken as much as it may, leaves out the others.
-    QVector<IconFile> iconFiles() const;
     /**
-     * The icon as the newest platform draws it: a picture of @p size by @p size pixels, in the format
-     * ARGB32_Premultiplied, transparent where the icon is smaller or not square. An XML icon is drawn where the newest
-     * platform takes it; else the smallest picture file that is as large is taken, else the largest, and scaled. When an
-     * XML icon cannot be drawn, a picture file of the same icon takes its place.
-     *
-     * A null image when there is no icon, or none that can be had; @p size is 1 to 1024. When @p error is not null, it is
-     * set to why the icon was not, or not wholly, drawn as the package describes it, in English
-     * (`unsupported drawable <x>`), and to an empty text when it was. Reads the files and draws anew on each call.
+     * The files that the package has for the icon: each once, in the order in which the newest platform prefers them on a
+     * screen of 160 dots per inch. Files that cannot be read or decoded are left out. Each file is read once for all
+     * launchers of the package together; when that reaches its limit, the other files are left out.
+     * @since 0.5.1
      */
-    QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
+    QList<IconFile> iconFiles() const;
 
 private:
     friend class Package;
+    friend class PackageAccess;
     explicit Launcher(LauncherData *data);
 
-    QSharedDataPointer<LauncherData> d;
+    QExplicitlySharedDataPointer<LauncherData> d;
 };
 
 } // namespace SorrelKit
+
+Q_DECLARE_SHARED(SorrelKit::Launcher)
+Q_DECLARE_METATYPE(SorrelKit::Launcher)
 
 #endif

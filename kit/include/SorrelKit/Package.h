@@ -2,125 +2,139 @@
 #ifndef SORRELKIT_PACKAGE_H
 #define SORRELKIT_PACKAGE_H
 
-#include <SorrelKit/Export.h>
+#include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
+#include <SorrelKit/KitCoreExport.h>
 #include <SorrelKit/Launcher.h>
 
-#include <QImage>
+#include <QByteArray>
+#include <QExplicitlySharedDataPointer>
 #include <QList>
 #include <QLocale>
 #include <QMap>
-#include <QSharedPointer>
+#include <QMetaType>
 #include <QString>
 #include <QStringList>
+#include <QVersionNumber>
 
 class QIODevice;
 
-/// What libsorrelkit offers: packages and sets of packages as today's build tools make them.
+/// The kit: packages, and sets of packages, that today's build tools make.
 namespace SorrelKit {
 
 class PackageData;
 
 /**
- * An Android package as today's applications have it: with XML icons, tables in every encoding, labels in every
- * language. One that comes as a set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
+ * An Android package that any build tool made: with XML icons, resource tables in every encoding, labels in every language.
+ * A set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
  *
- * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the
- * resource table; both are kept. No query throws.
+ * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the resource
+ * table; both are kept. No query throws.
  *
- * **Errors.** error() is that of opening and reading, and does not change after the first query; the codes and texts are
- * those of libsorrel's ApkFile, with one difference: a package without a resource table is no failure, as it may have no
- * resources. With a damaged table, what the manifest says by itself is answered all the same. Without a manifest, every
- * query answers what it documents for a package that names nothing: empty texts and lists, 0, null images. What goes
- * wrong with a single label or icon is no error of the package; icon() tells of it by itself.
+ * **Errors.** error() is that of opening and reading, and does not change after the first query. A package without a
+ * resource table has no error, because it may have no resources. With a damaged table, the values in the manifest itself
+ * can still be read. Without a manifest, every query returns the value for a package that names nothing: empty texts and
+ * lists, or 0. A label or icon that cannot be read is no error of the package.
  *
- * **Threads and copies.** Copies share what was read, the open archive included, and are cheap. An object, its copies and
- * its launchers are used from one thread at a time; packages that were opened separately may be used in different ones.
+ * **Threads and copies.** Copies are cheap: they share the open archive and what was read. Use an object, its copies and
+ * its launchers from one thread at a time; packages that were opened separately may be used in different threads. Returned
+ * values belong to the caller.
  *
- * **Limits.** docs/limits.md lists them; SECURITY.md says what a host may rely on.
+ * **Limits.** docs/limits.md lists them; SECURITY.md describes the guarantees for hosts.
  *
  * @since 0.5.1
  */
-class SORRELKIT_EXPORT Package
+class SORRELKITCORE_EXPORT Package
 {
+    Q_GADGET
+    Q_PROPERTY(SorrelKit::Error error READ error CONSTANT)
+    Q_PROPERTY(bool valid READ isValid CONSTANT)
+    Q_PROPERTY(QString packageName READ packageName CONSTANT)
+    Q_PROPERTY(QString versionName READ versionName CONSTANT)
+    Q_PROPERTY(qint64 versionCode READ versionCode CONSTANT)
+    Q_PROPERTY(int minSdkVersion READ minSdkVersion CONSTANT)
+    Q_PROPERTY(int targetSdkVersion READ targetSdkVersion CONSTANT)
+    Q_PROPERTY(QStringList permissions READ permissions CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Feature> features READ features CONSTANT)
+    Q_PROPERTY(QStringList nativeAbis READ nativeAbis CONSTANT)
+    Q_PROPERTY(QStringList splits READ splits CONSTANT)
+    Q_PROPERTY(QString label READ label CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Launcher> launchers READ launchers CONSTANT)
+
 public:
-    /// Codes of failures, those of ApkFile::getError().
-    enum Error {
-        NoError = 0,     ///< "no error"
-        CannotOpen = 1,  ///< "could not open APK file": no such file, no regular file, no archive; an open device
-        BadTable = 3,    ///< "could not parse resources.arsc": labels and icons are missing
-        NoManifest = 4,  ///< "could not find AndroidManifest.xml"
-        BadManifest = 5, ///< "could not parse AndroidManifest.xml"
-    };
-
-    /// The package, or set of packages, in the file @p fileName. The file need not exist yet: the first query opens it,
-    /// and it stays open as long as this object, its copies and its launchers live.
+    /// No package: error() is Error::Code::CannotOpen. @since 0.5.1
+    Package();
+    /// The package, or set of packages, in the file @p fileName. The first query opens it, and it stays open while this
+    /// object, a copy or a launcher lives. @since 0.5.1
     explicit Package(const QString &fileName);
-    /// The package, or set, on @p device: random-access, not open, the caller's, and living at least as long as this
-    /// object, its copies and its launchers. The first query opens it.
+    /// The package, or set, on @p device, which is random-access and not open. The first query opens it. The device stays
+    /// the caller's and must outlive this object, its copies and its launchers. @since 0.5.1
     explicit Package(QIODevice *device);
-    /// A copy of @p other, with which it shares what was read, and what will be.
+    /// The package, or set, in the file at @p path: the bytes that the system has for the path, which need not be text in
+    /// any encoding. Else as the constructor for a file name. @since 0.5.1
+    static Package fromNativePath(const QByteArray &path);
+    /// A copy of @p other. @since 0.5.1
     Package(const Package &other);
-    /// Becomes a copy of @p other, with which it shares what was read, and what will be.
+    /// Takes the value of @p other. @since 0.5.1
+    Package(Package &&other) noexcept;
+    /// Becomes a copy of @p other. @since 0.5.1
     Package &operator=(const Package &other);
-    /// Closes the archive when no copy and no launcher is left.
+    /// Takes the value of @p other. @since 0.5.1
+    Package &operator=(Package &&other) noexcept;
+    /// Closes the archive when no copy and no launcher is left. @since 0.5.1
     ~Package();
+    /// Exchanges two packages. @since 0.5.1
+    void swap(Package &other) noexcept { d.swap(other.d); }
 
-    /// What failed when the package was opened and read; reads it when nothing did yet.
+    /// The first error in opening and reading the package. Reads it on first use. @since 0.5.1
     Error error() const;
-    /// The text of error(), in English, with the fault behind it when one is known ("could not parse resources.arsc:
-    /// damaged chunk in resource table").
-    QString errorString() const;
-    /// Whether the manifest was read; the table may be damaged all the same, which error() tells.
+    /// Whether the manifest was read; error() may report a damaged resource table all the same. @since 0.5.1
     bool isValid() const;
 
-    /// Name of the package ("org.example.notes"): the attribute `package` of the manifest's root.
+    /// Name of the package ("org.example.notes"): the attribute `package` of the manifest's root. @since 0.5.1
     QString packageName() const;
-    /// The version as people read it ("2.1"), a reference followed to its default; empty when there is none.
+    /// The version for people ("2.1"), a reference followed to its default; empty when there is none. @since 0.5.1
     QString versionName() const;
-    /// The version as Android compares it, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
+    /// The version that Android compares, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
+    /// @since 0.5.1
     qint64 versionCode() const;
-    /// The lowest API level that the package runs on; 1 when it names none, 10000 for the code name of a preview.
+    /// The lowest API level that the package runs on; 1 when the manifest has none, 10000 for the code name of a preview.
+    /// @since 0.5.1
     int minSdkVersion() const;
-    /// The API level that the package was made for; minSdkVersion() when it names none.
+    /// The API level that the package was made for; minSdkVersion() when the manifest has none. @since 0.5.1
     int targetSdkVersion() const;
-    /// Permissions that the package asks for ("android.permission.INTERNET"), each once, in the order of the manifest.
+    /// Permissions that the package requests ("android.permission.INTERNET"), each once, in the order of the manifest.
+    /// @since 0.5.1
     QStringList permissions() const;
-    /// Features with a name, in the order of the manifest.
+    /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
-    /// The version of OpenGL ES that is required, as 0xMMMMmmmm of major and minor; 0 when none is.
-    quint32 openGlEsVersion() const;
-    /// Names of the processors that there is native code for ("arm64-v8a"), ascending; empty when there is none, and the
-    /// package runs everywhere. Reads the directory of the archive on each call.
+    /// The required version of OpenGL ES, major and minor; a null version when none is required. @since 0.5.1
+    QVersionNumber openGlEsVersion() const;
+    /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there is no
+    /// native code, and the package runs on every processor. Goes over the names of all members on each call. @since 0.5.1
     QStringList nativeAbis() const;
-    /// Names of the splits that were read with the base ("config.de"); empty for a package by itself.
+    /// Names of the splits that were read with the base ("config.de"); empty for a single package. @since 0.5.1
     QStringList splits() const;
 
-    /// The application's labels by language tag, as Launcher::labels() has them; empty when there is none.
+    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. @since 0.5.1
     QMap<QString, QString> labels() const;
-    /// The application's label for @p locale, chosen as Launcher::label() has it; packageName() when there is none.
+    /// The application's label for @p locale, chosen as Launcher::label() does; packageName() when there is none.
+    /// @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
-    /**
-     * The application's icon, as Launcher::icon() has it. When the application has none, or none that can be had, that
-     * of the first launcher that is shown and has one of its own takes its place; up to four are tried, each at the cost
-     * of an icon. @p error is about the picture that is returned; when that stands in for an icon of the application,
-     * or there is none, it says why the application's could not be had.
-     */
-    QImage icon(int size, IconMask mask = IconMask::None, QString *error = nullptr) const;
 
-    /// Every entry for home screens, the ones that are not shown included; each activity or alias once, in the order of
-    /// the manifest, up to 1024 of them. Made anew on each call, which looks at the manifest alone.
+    /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of the
+    /// manifest, up to 1024 of them. Goes over the manifest on each call. @since 0.5.1
     QList<Launcher> launchers() const;
 
 private:
-    friend class DrawableRenderer;
-    friend class Resources;
+    friend class PackageAccess;
 
-    const PackageData &loaded() const;
-
-    QSharedPointer<PackageData> d;
+    QExplicitlySharedDataPointer<PackageData> d;
 };
 
 } // namespace SorrelKit
+
+Q_DECLARE_SHARED(SorrelKit::Package)
+Q_DECLARE_METATYPE(SorrelKit::Package)
 
 #endif

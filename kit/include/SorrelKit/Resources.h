@@ -2,105 +2,85 @@
 #ifndef SORRELKIT_RESOURCES_H
 #define SORRELKIT_RESOURCES_H
 
-#include <SorrelKit/Export.h>
+#include <SorrelKit/KitCoreExport.h>
 #include <SorrelKit/Package.h>
+#include <SorrelKit/ResourceValue.h>
 
-#include <QSharedPointer>
+#include <QExplicitlySharedDataPointer>
+#include <QList>
 #include <QString>
-#include <QVector>
 
 namespace SorrelKit {
 
-class ResourcesData;
+class ResourcesPrivate;
 
 /**
- * The resources of a package and its splits: what there is, under which names, and every value of it. Tables are read
- * in every encoding that build tools write (`ResTable_header` and what follows in Android's ResourceTypes.h).
+ * The resources of a package and its splits: their ids, their names, and every value. Tables are read in every encoding
+ * that build tools write (`ResTable_header` and the structures behind it in Android's ResourceTypes.h).
  *
  *     const Resources resources{Package(fileName)};
  *     for (quint32 id : resources.ids())
- *         print(resources.name(id), resources.defaultValue(id).text);
+ *         print(resources.name(id), resources.defaultValue(id).text());
  *
- * Constructing an object reads nothing. The first query reads the package as Package does, and goes over its tables
- * once, to know where each value stands; that takes 12 bytes a value, which the object keeps. Values and names are
- * decoded when they are asked for.
+ * Constructing an object reads nothing. The first query reads the package as Package does, and goes over its tables once
+ * to note the place of each value; the object keeps these notes, 12 bytes for each value. Values and names are decoded on
+ * each call.
  *
- * **Errors.** No query throws. A package that cannot be read, or has no table, has no resources: empty lists, empty
- * texts, 0. Package::error() tells what is wrong. Of a damaged table, what stands before the fault is answered.
+ * **Errors.** No query throws. A package that cannot be read, or has no table, has no resources: empty lists, empty texts,
+ * 0. Package::error() returns the reason. Of a damaged table, the part before the fault is used.
  *
- * **Limits.** Names, texts and values that are beyond the ceilings of docs/limits.md are left out, or cut, and then
- * isComplete() is false; names that are too long count as missing.
+ * **Limits.** Names, texts and values beyond the limits in docs/limits.md are left out or cut, and isComplete() then
+ * returns false. A name that is too long counts as missing.
  *
- * **Threads and copies.** Copies share what was found, and keep the package open, which is cheap. An object, its
- * copies and its package are used from one thread at a time. Answers are the caller's.
+ * **Threads and copies.** Copies are cheap: they share the package, which stays open, and what was read. Use an object,
+ * its copies and its package from one thread at a time. Returned values belong to the caller.
  *
  * @since 0.5.1
  */
-class SORRELKIT_EXPORT Resources
+class SORRELKITCORE_EXPORT Resources
 {
 public:
-    /// One item of an array, a style, a plural or an attribute's description. @since 0.5.1
-    struct Item {
-        /// Of an array the index ("0"); of a plural the quantity ("other"); of a style the attribute, as name() has
-        /// it, or its id ("0x010100d4") when the package has no such resource; of an attribute "type", "min", "max" or
-        /// "l10n", or the id of one of its words ("id/left").
-        QString name;
-        QString type; ///< as Value::type
-        QString text; ///< as Value::text
-    };
-
-    /// One value of a resource. @since 0.5.1
-    struct Value {
-        /// The qualifiers as a resource directory has them ("de-rAT-land-hdpi-v21", "b+sr+Latn"); empty for the
-        /// default.
-        QString configuration;
-        /// "string", "reference", "attribute" (of the theme), "color", "dimension", "fraction", "float", "integer",
-        /// "boolean", "null", or "map" for what has items; "type 0x09" for a type that has no word.
-        QString type;
-        /// As a resource file has it: a string as it is, which may be the path of a file in the package;
-        /// "@string/name", or "@0x01040000" for what the package does not have; "?attr/name"; "#aarrggbb"; "48dp";
-        /// "50%", and "50%p" of the parent; integers decimal or hexadecimal, as they are stored; "true"; "@null" and
-        /// "@empty". Of a map a reference to its parent, as styles have it; empty without one.
-        QString text;
-        QVector<Item> items; ///< of a map, in the order of the table
-    };
-
-    /// The resources of @p package, a copy of which this object keeps. @since 0.5.1
+    /// The resources of @p package. This object keeps a copy of it. @since 0.5.1
     explicit Resources(const Package &package);
-    /// A copy of @p other, with which it shares what was found, and the limits. @since 0.5.1
+    /// A copy of @p other. @since 0.5.1
     Resources(const Resources &other);
-    /// Becomes a copy of @p other, with which it shares what was found, and the limits. @since 0.5.1
+    /// Takes the value of @p other. @since 0.5.1
+    Resources(Resources &&other) noexcept;
+    /// Becomes a copy of @p other. @since 0.5.1
     Resources &operator=(const Resources &other);
-    /// Takes nothing from copies, nor from what was answered. @since 0.5.1
+    /// Takes the value of @p other. @since 0.5.1
+    Resources &operator=(Resources &&other) noexcept;
+    /// Copies and returned values stay valid. @since 0.5.1
     ~Resources();
+    /// Exchanges two objects. @since 0.5.1
+    void swap(Resources &other) noexcept { d.swap(other.d); }
 
     /**
-     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, ascending; empty when
-     * there are none. Goes over the values, up to two million of them, but decodes none.
+     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, in ascending order; empty
+     * when there are none. Goes over the values, up to two million of them, but decodes none.
      * @since 0.5.1
      */
-    QVector<quint32> ids() const;
+    QList<quint32> ids() const;
 
     /**
-     * The name of the resource @p id: "string/app_name". One of a package in the tables that is not the application's
-     * own, which is the first of the first table, has that package's name ahead: "com.example.library:string/ok".
-     * Where the table keeps no name for the entry, its decimal number takes the place: "string/12"; so it does for
-     * names of digits alone, and for the names that optimizers give to every resource. Where it keeps no name for the
-     * type, this is the id: "0x7f010003".
+     * The name of the resource @p id: "string/app_name". The name of another package precedes it
+     * ("com.example.library:string/ok"); the application's own package is the first one of the first table. The entry's
+     * decimal number ("string/12") replaces a name that is missing, consists of digits alone, or is the one that optimizers
+     * give to every resource. Returns the id ("0x7f010003") when the type has no name.
      *
-     * Empty when the resource has no value. Several resources may have one name. Costs a binary search. The characters
-     * may be any that are in the file.
+     * Empty when the resource has no value. Several resources may have one name. A name may contain any characters. Costs a
+     * binary search.
      * @since 0.5.1
      */
     QString name(quint32 id) const;
 
     /**
-     * The id of the resource that @p reference means: "@string/app_name", "string/app_name", with a package as name()
-     * has it or the application's own, "@string/12" with the entry as a decimal number, as ApkFile::getManifest() has
-     * it, or an id, "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one
-     * name the one with the lowest id.
+     * The id of the resource that @p reference names: "@string/app_name"; "string/app_name"; either of them with a package,
+     * as name() returns it; "@string/12" with the entry's decimal number, as ApkFile::getManifest() has it; or an id,
+     * "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one name, the one with
+     * the lowest id.
      *
-     * 0 when there is none that has a value. By name, decodes the names of all resources of the type.
+     * 0 when no such resource has a value. A search by name decodes the names of all resources of the type.
      * @since 0.5.1
      */
     quint32 find(const QString &reference) const;
@@ -109,29 +89,28 @@ public:
      * Every value of the resource @p id, base before splits, in the order of the tables; references are not followed.
      * Empty when there is no such resource.
      *
-     * One answer has up to 65,536 items and 4,194,304 characters. What all calls take together is limited, too, so
-     * that the values of all resources can be asked for whatever the package holds; beyond that, answers are empty.
+     * One call returns up to 65,536 items and 4,194,304 characters. All calls together are limited, too, far above what
+     * reading the values of all resources once takes; beyond that limit the list is empty. Decodes the values on each call.
      * @since 0.5.1
      */
-    QVector<Value> values(quint32 id) const;
+    QList<ResourceValue> values(quint32 id) const;
 
     /**
-     * The value of values() without qualifiers, or the first when each has some; a value of empty texts when there is
-     * no such resource. Costs less than all values, and counts for the same limits.
+     * The one of values() without qualifiers, or the first when all have some. A value of empty texts when there is no such
+     * resource. Costs less than values(), and counts against the same limits.
      * @since 0.5.1
      */
-    Value defaultValue(quint32 id) const;
+    ResourceValue defaultValue(quint32 id) const;
 
-    /// Whether no limit has left anything out so far, of the tables or of an answer. @since 0.5.1
+    /// Whether no limit has left anything out so far, of the tables or of a returned value. @since 0.5.1
     bool isComplete() const;
 
 private:
-    ResourcesData &loaded() const;
-
-    Package m_package;
-    QSharedPointer<ResourcesData> d;
+    QExplicitlySharedDataPointer<ResourcesPrivate> d;
 };
 
 } // namespace SorrelKit
+
+Q_DECLARE_SHARED(SorrelKit::Resources)
 
 #endif

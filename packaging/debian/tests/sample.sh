@@ -12,7 +12,7 @@ aapt2 link -I /usr/share/android-framework-res/framework-res.apk --manifest "$ap
 
 # check_example PROGRAM: checks the example home-screen, built against the installed libraries.
 check_example() {
-    ldd "$1" | grep -E 'libsorrel(kit)?\.so\.0 => /(usr/)?lib/'
+    ldd "$1" | grep -E 'libsorrelkitcore\.so\.0 => /(usr/)?lib/'
     "$1" "$sample" > "$work/answers"
     cat "$work/answers"
     grep -qx '  starts org.example.babel/org.example.babel.Phrasebook' "$work/answers"

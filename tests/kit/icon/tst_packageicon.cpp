@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "KitIcons.h"
 
 #include <SorrelKit/Package.h>
 
@@ -102,12 +103,12 @@ void TestPackageIcon::launcherStandsIn()
     PackageDevice device(packageOf(application, activities));
     const Package package(&device);
     QString actual = latin("unset");
-    const QImage image = package.icon(Size, IconMask::None, &actual);
+    const QImage image = iconOf(package, Size, IconMask::None, &actual);
     QCOMPARE(image.isNull(), color == NoColor);
     if (color != NoColor)
         QCOMPARE(image.pixel(Size / 2, Size / 2), color);
     QCOMPARE(actual, error);
-    QCOMPARE(package.icon(Size), image);
+    QCOMPARE(iconOf(package, Size), image);
 }
 
 void TestPackageIcon::launchersThatAreTriedAreFew()
@@ -117,10 +118,10 @@ void TestPackageIcon::launchersThatAreTriedAreFew()
     // Hidden launchers, and launchers without an icon of their own, do not count.
     Activities activities{{}, hidden, {}, missing, missing, missing, {icon("green.png")}};
     PackageDevice fourth(packageOf({}, activities));
-    QCOMPARE(Package(&fourth).icon(Size).pixel(Size / 2, Size / 2), Green);
+    QCOMPARE(iconOf(Package(&fourth), Size).pixel(Size / 2, Size / 2), Green);
     activities.insert(3, missing);
     PackageDevice fifth(packageOf({}, activities));
-    QVERIFY(Package(&fifth).icon(Size).isNull());
+    QVERIFY(iconOf(Package(&fifth), Size).isNull());
 }
 
 QTEST_GUILESS_MAIN(TestPackageIcon)

@@ -241,8 +241,8 @@ void TestPackageNormalizer::aClassicPackageIsHandedOutAsItIs()
     const QByteArray bytes = packageIn(TableEncoding::Dense);
     Normalized it(bytes);
     QVERIFY(!it.normalizer.isNeeded());
-    QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
-    QCOMPARE(it.normalizer.errorString(), QString("no error"));
+    QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::None);
+    QCOMPARE(it.normalizer.error().message(), QString("no error"));
     const std::unique_ptr<ApkFile> apk = it.normalizer.apkFile();
     QVERIFY(apk->open());
     QVERIFY(it.device.isOpen());
@@ -260,7 +260,7 @@ void TestPackageNormalizer::packagesInOtherFormsAnswerAsTheClassicOne()
             Normalized it(packageIn(encoding, isCompact));
             QCOMPARE(it.normalizer.isNeeded(), encoding != TableEncoding::Dense || isCompact);
             QCOMPARE(it.answers(), expected);
-            QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
+            QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::None);
             if (it.normalizer.isNeeded())
                 QCOMPARE(answersTo(packageIn(encoding, isCompact)).last(), QString("3"));
         }
@@ -314,14 +314,14 @@ void TestPackageNormalizer::aSetAnswersAsItsBase()
             Normalized it(zip({{"split.apk", package(emptyTable(), split.build())}, {"base.apk", packageIn(encoding)}},
                               compression));
             QVERIFY(it.normalizer.isNeeded());
-            QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
+            QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::None);
             QCOMPARE(answers(*it.normalizer.apkFile()), expected);
             QVERIFY(!it.device.isOpen());
         }
     }
     Normalized damaged(zip({{"base.apk", package(emptyTable().chopped(1), smallManifest())}}));
     QVERIFY(!damaged.normalizer.isNeeded());
-    QCOMPARE(damaged.normalizer.error(), PackageNormalizer::BadTable);
+    QCOMPARE(damaged.normalizer.error().code(), SorrelKit::Error::Code::BadTable);
 }
 
 void TestPackageNormalizer::aSetWithoutABaseIsNoPackage()
@@ -546,7 +546,7 @@ void TestPackageNormalizer::aManifestMayBeMissing()
     QVERIFY(apk->resources().isValid());
     apk->getManifest();
     QCOMPARE(apk->getError(), 4);
-    QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
+    QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::None);
 }
 
 void TestPackageNormalizer::aDamagedManifestStays()
@@ -606,7 +606,7 @@ void TestPackageNormalizer::devicesAreClosedAgain()
     QVERIFY(it.normalizer.isNeeded());
     QVERIFY(!it.device.isOpen());
     QVERIFY(it.normalizer.isNeeded());
-    QCOMPARE(it.normalizer.error(), PackageNormalizer::NoError);
+    QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::None);
     QCOMPARE(it.device.timesOpened(), 1);
     QVERIFY(!it.normalizer.normalized().isEmpty());
     QVERIFY(!it.device.isOpen());
@@ -648,13 +648,13 @@ void TestPackageNormalizer::couldNotOpen()
     QFETCH(QString, fileName);
     const PackageNormalizer normalizer(fileName);
     QVERIFY(!normalizer.isNeeded());
-    QCOMPARE(normalizer.error(), PackageNormalizer::CannotOpen);
-    QCOMPARE(normalizer.errorString(), QString("could not open APK file"));
+    QCOMPARE(normalizer.error().code(), SorrelKit::Error::Code::CannotOpen);
+    QCOMPARE(normalizer.error().message(), QString("could not open APK file"));
     QVERIFY(normalizer.normalized().isNull());
     const std::unique_ptr<ApkFile> apk = normalizer.apkFile();
     QVERIFY(!apk->open());
     QCOMPARE(apk->getError(), 1);
-    QCOMPARE(apk->getErrorString(), normalizer.errorString());
+    QCOMPARE(apk->getErrorString(), normalizer.error().message());
 }
 
 void TestPackageNormalizer::anOpenDeviceIsRefused()
@@ -663,11 +663,11 @@ void TestPackageNormalizer::anOpenDeviceIsRefused()
     QVERIFY(device.open(QIODevice::ReadOnly));
     const PackageNormalizer normalizer(&device);
     QVERIFY(!normalizer.isNeeded());
-    QCOMPARE(normalizer.error(), PackageNormalizer::CannotOpen);
+    QCOMPARE(normalizer.error().code(), SorrelKit::Error::Code::CannotOpen);
     QVERIFY(normalizer.normalized().isNull());
     QVERIFY(device.isOpen());
     QIODevice *none = nullptr;
-    QCOMPARE(PackageNormalizer(none).error(), PackageNormalizer::CannotOpen);
+    QCOMPARE(PackageNormalizer(none).error().code(), SorrelKit::Error::Code::CannotOpen);
     QCOMPARE(PackageNormalizer(none).apkFile()->open(), false);
 }
 
@@ -676,7 +676,7 @@ void TestPackageNormalizer::sequentialDevicesAreRefused()
     SequentialDevice device(packageIn(TableEncoding::Sparse));
     device.close();
     const PackageNormalizer normalizer(&device);
-    QCOMPARE(normalizer.error(), PackageNormalizer::CannotOpen);
+    QCOMPARE(normalizer.error().code(), SorrelKit::Error::Code::CannotOpen);
     QVERIFY(!normalizer.isNeeded());
 }
 
@@ -688,12 +688,13 @@ void TestPackageNormalizer::damagedTables()
                                    .build();
     Normalized it(package(damaged, manifest(), pictures()));
     QVERIFY(!it.normalizer.isNeeded());
-    QCOMPARE(it.normalizer.error(), PackageNormalizer::BadTable);
-    QCOMPARE(it.normalizer.errorString(), QString("could not parse resources.arsc: damaged entry in resource table"));
+    QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::BadTable);
+    QCOMPARE(it.normalizer.error().message(),
+             QString("could not parse resources.arsc: damaged entry in resource table"));
     QVERIFY(it.normalizer.normalized().isNull());
 
     const QByteArray none("no table");
-    QCOMPARE(Normalized(package(none, manifest())).normalizer.errorString(),
+    QCOMPARE(Normalized(package(none, manifest())).normalizer.error().message(),
              QString("could not parse resources.arsc: not a resource table"));
     QCOMPARE(Normalized(package(none, manifest())).answers().last(), QString("3"));
     // What the manifest needs does not count then.
@@ -709,7 +710,7 @@ void TestPackageNormalizer::tablesThatLibsorrelAloneReads()
     poke32(inner, PackageBuilder::KeyPoolOffsetAt, 0x7000);
     Normalized it(package(TableBuilder().strings({}).chunk(inner).build(), manifest()));
     QVERIFY(!it.normalizer.isNeeded());
-    QCOMPARE(it.normalizer.error(), PackageNormalizer::BadTable);
+    QCOMPARE(it.normalizer.error().code(), SorrelKit::Error::Code::BadTable);
     const std::unique_ptr<ApkFile> apk = it.normalizer.apkFile();
     QCOMPARE(apk->resources().lookupAll("@string/0"), QStringList{"5"});
     QCOMPARE(apk->getError(), 0);
@@ -872,9 +873,9 @@ void TestPackageNormalizer::everyByteMayBeDamaged()
         Normalized it(damaged);
         const bool isNeeded = it.normalizer.isNeeded();
         needed += int(isNeeded);
-        failed += int(it.normalizer.error() != PackageNormalizer::NoError);
-        QCOMPARE(it.normalizer.normalized().isNull(), it.normalizer.error() != PackageNormalizer::NoError);
-        QVERIFY(!isNeeded || it.normalizer.error() == PackageNormalizer::NoError);
+        failed += int(it.normalizer.error().code() != SorrelKit::Error::Code::None);
+        QCOMPARE(it.normalizer.normalized().isNull(), it.normalizer.error().code() != SorrelKit::Error::Code::None);
+        QVERIFY(!isNeeded || it.normalizer.error().code() == SorrelKit::Error::Code::None);
         const std::unique_ptr<ApkFile> apk = it.normalizer.apkFile();
         QVERIFY(!apk->isOpen());
         QVERIFY(!answers(*apk).isEmpty());

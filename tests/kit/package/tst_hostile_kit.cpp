@@ -4,6 +4,7 @@
 #include "Bounds.h"
 #include "Bytes.h"
 #include "DrawableFixture.h"
+#include "KitIcons.h"
 #include "PackageWalker.h"
 #include "Pictures.h"
 #include "drawable/source/PictureCache.h"
@@ -709,7 +710,7 @@ void TestHostileKit::iconsKeepTheirMemory()
     QFETCH(QByteArray, bytes);
     const Cost taken = cost([&bytes] {
         PackageDevice device(bytes);
-        if (Package(&device).launchers().first().icon(IconRenderer::MaxSize, IconMask::Circle).isNull())
+        if (iconOf(Package(&device).launchers().first(), IconRenderer::MaxSize, IconMask::Circle).isNull())
             qFatal("there is no icon");
     });
     QVERIFY(taken.ended);

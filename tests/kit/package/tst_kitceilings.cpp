@@ -347,7 +347,7 @@ void TestKitCeilings::typeChunksOfASet()
         const QByteArray rest = tableOf(strings().chunk(emptyTypes(chunks - ResourceTable::MaxTypeChunks / 2)));
         PackageDevice device(zip({{QStringLiteral("base.apk"), package(half, smallManifest())},
                                   {QStringLiteral("split.apk"), package(rest, manifest)}}));
-        return Package(&device).errorString();
+        return Package(&device).error().message();
     };
     QCOMPARE(error(ResourceTable::MaxTypeChunks), QStringLiteral("no error"));
     QCOMPARE(error(ResourceTable::MaxTypeChunks + 1),
@@ -360,7 +360,7 @@ void TestKitCeilings::bytesOfAManifest()
     const auto error = [](qint64 size) {
         const QByteArray manifest = smallManifest();
         PackageDevice device(emptyTable(), manifest + QByteArray(int(size - manifest.size()), '\0'));
-        return Package(&device).errorString();
+        return Package(&device).error().message();
     };
     QCOMPARE(error(Manifest::MaxBytes), QStringLiteral("no error"));
     QCOMPARE(error(Manifest::MaxBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));

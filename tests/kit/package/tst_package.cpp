@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "KitIcons.h"
 
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
@@ -12,8 +13,10 @@
 using namespace fixture;
 using SorrelKit::DrawableRenderer;
 using SorrelKit::Feature;
+using SorrelKit::IconError;
 using SorrelKit::IconFile;
 using SorrelKit::IconMask;
+using SorrelKit::IconRequest;
 using SorrelKit::Launcher;
 using SorrelKit::Package;
 
@@ -145,7 +148,7 @@ void TestPackage::nothingIsOpenedBeforeItIsAskedFor()
 {
     Opened opened(table(), manifest());
     QCOMPARE(opened.device.timesOpened(), 0);
-    QCOMPARE(opened.package.error(), Package::NoError);
+    QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::None);
     QCOMPARE(opened.device.timesOpened(), 1);
 }
 
@@ -155,7 +158,7 @@ void TestPackage::packageIsReadOnce()
     const Package copy = opened.package;
     QCOMPARE(copy.packageName(), latin("org.example.app"));
     QCOMPARE(opened.package.launchers().size(), 1);
-    QVERIFY(!copy.icon(48).isNull());
+    QVERIFY(!iconOf(copy, 48).isNull());
     QCOMPARE(opened.device.timesOpened(), 1);
 }
 
@@ -178,9 +181,9 @@ void TestPackage::labelsAndIcons()
     QCOMPARE(opened.package.label(QLocale("de")), latin("Deutsch"));
     QCOMPARE(launcher.iconResource(), IconResource);
     QString error = latin("unset");
-    QCOMPARE(launcher.icon(48, IconMask::Circle, &error).pixel(24, 24), 0xffff0000u);
+    QCOMPARE(iconOf(launcher, 48, IconMask::Circle, &error).pixel(24, 24), 0xffff0000u);
     QCOMPARE(error, QString());
-    QCOMPARE(opened.package.icon(48).size(), QSize(48, 48));
+    QCOMPARE(iconOf(opened.package, 48).size(), QSize(48, 48));
 }
 
 // A package that shows one label to those who read what was written, and another one on devices.
@@ -235,8 +238,8 @@ void TestPackage::labelThatRefersToItselfIsNone()
 void TestPackage::packageWithoutATableIsNoFailure()
 {
     Opened opened(zip({{latin("AndroidManifest.xml"), manifest({androidText(latin("label"), latin("Written"))})}}));
-    QCOMPARE(opened.package.error(), Package::NoError);
-    QCOMPARE(opened.package.errorString(), latin("no error"));
+    QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::None);
+    QCOMPARE(opened.package.error().message(), latin("no error"));
     QVERIFY(opened.package.isValid());
     QCOMPARE(opened.package.launchers().first().label(), latin("Written"));
 }
@@ -246,7 +249,7 @@ void TestPackage::manifestOfUnsetTypeIsRead()
     QByteArray document = manifest(labelAndIcon());
     poke16(document, 0, 0);
     Opened opened(table(), document);
-    QCOMPARE(opened.package.error(), Package::NoError);
+    QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::None);
     QCOMPARE(opened.package.label(), latin("Plain"));
 }
 
@@ -259,7 +262,7 @@ void TestPackage::copiesAndLaunchersKeepThePackage()
         launcher = package.launchers().first();
     }
     QCOMPARE(launcher.label(QLocale("de")), latin("Deutsch"));
-    QCOMPARE(launcher.icon(96).pixel(48, 48), 0xff00ff00u);
+    QCOMPARE(iconOf(launcher, 96).pixel(48, 48), 0xff00ff00u);
 }
 
 void TestPackage::emptyLauncher()
@@ -273,22 +276,22 @@ void TestPackage::emptyLauncher()
     QCOMPARE(launcher.label(), QString());
     QCOMPARE(launcher.iconResource(), 0u);
     QVERIFY(launcher.iconFiles().isEmpty());
-    QVERIFY(launcher.icon(48).isNull());
+    QVERIFY(iconOf(launcher, 48).isNull());
     QString error;
-    QVERIFY(launcher.icon(48, IconMask::None, &error).isNull());
+    QVERIFY(iconOf(launcher, 48, IconMask::None, &error).isNull());
     QCOMPARE(error, latin("there is no icon"));
 }
 
 void TestPackage::iconFilesAreThoseThatCanBeRead()
 {
     Opened opened(table(), manifest(labelAndIcon()), icons());
-    const QVector<IconFile> files = opened.package.launchers().first().iconFiles();
+    const QList<IconFile> files = opened.package.launchers().first().iconFiles();
     QCOMPARE(files.size(), 2);
-    QCOMPARE(files.at(0).path, latin("res/small.png"));
-    QCOMPARE(files.at(0).kind, latin("png"));
-    QCOMPARE(files.at(0).size, QSize(48, 48));
-    QCOMPARE(files.at(0).density, 160);
-    QCOMPARE(files.at(1).path, latin("res/large.png"));
+    QCOMPARE(files.at(0).path(), latin("res/small.png"));
+    QCOMPARE(files.at(0).kind(), latin("png"));
+    QCOMPARE(files.at(0).size(), QSize(48, 48));
+    QCOMPARE(files.at(0).density(), 160);
+    QCOMPARE(files.at(1).path(), latin("res/large.png"));
 }
 
 // A thousand launchers may have one icon, or icons of the same files.
@@ -316,7 +319,7 @@ void TestPackage::iconOfTheSizeThatFits()
     QFETCH(int, size);
     QFETCH(QRgb, color);
     Opened opened(table(), manifest(labelAndIcon()), icons());
-    const QImage icon = opened.package.icon(size);
+    const QImage icon = iconOf(opened.package, size);
     QCOMPARE(icon.size(), QSize(size, size));
     QCOMPARE(icon.format(), QImage::Format_ARGB32_Premultiplied);
     QCOMPARE(icon.pixel(size / 2, size / 2), color);
@@ -331,14 +334,14 @@ void TestPackage::iconThatIsAColour()
             .build();
     Opened opened(colours, manifest({androidReference(latin("icon"), 0x7f010000)}));
     QString error = latin("unset");
-    QCOMPARE(opened.package.icon(16, IconMask::None, &error).pixel(0, 0), 0xff112233u);
+    QCOMPARE(iconOf(opened.package, 16, IconMask::None, &error).pixel(0, 0), 0xff112233u);
     QCOMPARE(error, QString());
 }
 
 void TestPackage::iconByItsPath()
 {
     Opened opened(table(), manifest({androidText(latin("icon"), latin("res/large.png"))}), icons());
-    QCOMPARE(opened.package.icon(96).pixel(48, 48), 0xff00ff00u);
+    QCOMPARE(iconOf(opened.package, 96).pixel(48, 48), 0xff00ff00u);
     QCOMPARE(opened.package.launchers().first().iconResource(), 0u);
 }
 
@@ -346,13 +349,14 @@ void TestPackage::rendererDrawsAnyResource()
 {
     Opened opened(table(), manifest(), icons());
     DrawableRenderer renderer(opened.package);
-    QCOMPARE(renderer.mask(), IconMask::None);
-    renderer.setMask(IconMask::Squircle);
-    QCOMPARE(renderer.mask(), IconMask::Squircle);
-    QCOMPARE(renderer.render(IconResource, 96).pixel(1, 1), 0xff00ff00u);
-    QCOMPARE(renderer.errorString(), QString());
-    QVERIFY(renderer.render(0x7f020001, 96).isNull());
-    QCOMPARE(renderer.errorString(), latin("resource 0x7f020001 is no drawable"));
+    IconRequest request(96);
+    request.setMask(IconMask::Squircle);
+    QCOMPARE(renderer.drawable(IconResource, request).pixel(1, 1), 0xff00ff00u);
+    QCOMPARE(renderer.error(), IconError());
+    QVERIFY(renderer.drawable(0x7f020001, request).isNull());
+    QCOMPARE(renderer.error().text(), latin("resource 0x7f020001 is no drawable"));
+    QVERIFY(renderer.icon(Launcher(), request).isNull());
+    QCOMPARE(renderer.error(), IconError(IconError::Code::Missing, latin("there is no icon")));
 }
 
 void TestPackage::previewsOfThePlatform()
@@ -387,37 +391,37 @@ void TestPackage::densitySplitAddsItsIcons()
     Opened set(zip({{latin("split_config.xhdpi.apk"), split}, {latin("base.apk"), base}}, Compression::Stored));
     QCOMPARE(set.package.splits(), QStringList{latin("config.xhdpi")});
     QCOMPARE(set.package.launchers().first().iconFiles().size(), 2);
-    QCOMPARE(set.package.icon(96).pixel(48, 48), 0xff00ff00u);
-    QCOMPARE(set.package.icon(48).pixel(24, 24), 0xffff0000u);
+    QCOMPARE(iconOf(set.package, 96).pixel(48, 48), 0xff00ff00u);
+    QCOMPARE(iconOf(set.package, 48).pixel(24, 24), 0xffff0000u);
     Opened alone(base);
-    QCOMPARE(alone.package.icon(96).pixel(48, 48), 0xffff0000u);
+    QCOMPARE(iconOf(alone.package, 96).pixel(48, 48), 0xffff0000u);
 }
 
 void TestPackage::errorCouldNotOpen()
 {
     const Package missing(latin("/nonexistent.apk"));
-    QCOMPARE(missing.error(), Package::CannotOpen);
-    QCOMPARE(missing.errorString(), latin("could not open APK file"));
+    QCOMPARE(missing.error().code(), SorrelKit::Error::Code::CannotOpen);
+    QCOMPARE(missing.error().message(), latin("could not open APK file"));
     QVERIFY(!missing.isValid());
     QCOMPARE(missing.packageName(), QString());
     QCOMPARE(missing.versionCode(), qint64(0));
     QVERIFY(missing.launchers().isEmpty() && missing.labels().isEmpty() && missing.nativeAbis().isEmpty());
-    QVERIFY(missing.icon(48).isNull());
+    QVERIFY(iconOf(missing, 48).isNull());
     const QTemporaryDir directory;
-    QCOMPARE(Package(directory.path()).error(), Package::CannotOpen);
+    QCOMPARE(Package(directory.path()).error().code(), SorrelKit::Error::Code::CannotOpen);
     QBuffer noArchive;
     noArchive.setData("no archive");
-    QCOMPARE(Package(&noArchive).error(), Package::CannotOpen);
+    QCOMPARE(Package(&noArchive).error().code(), SorrelKit::Error::Code::CannotOpen);
     PackageDevice open(table(), manifest());
     open.open(QIODevice::ReadOnly);
-    QCOMPARE(Package(&open).error(), Package::CannotOpen);
+    QCOMPARE(Package(&open).error().code(), SorrelKit::Error::Code::CannotOpen);
 }
 
 void TestPackage::errorCouldNotParseTable()
 {
     Opened opened(table().chopped(1), manifest({androidText(latin("label"), latin("Written"))}));
-    QCOMPARE(opened.package.error(), Package::BadTable);
-    QCOMPARE(opened.package.errorString(), latin("could not parse resources.arsc: not a resource table"));
+    QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::BadTable);
+    QCOMPARE(opened.package.error().message(), latin("could not parse resources.arsc: not a resource table"));
     QVERIFY(opened.package.isValid());
     QCOMPARE(opened.package.label(), latin("Written"));
 }
@@ -425,19 +429,19 @@ void TestPackage::errorCouldNotParseTable()
 void TestPackage::errorCouldNotFindManifest()
 {
     Opened opened(zip({{latin("resources.arsc"), table()}}));
-    QCOMPARE(opened.package.error(), Package::NoManifest);
-    QCOMPARE(opened.package.errorString(), latin("could not find AndroidManifest.xml"));
+    QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::NoManifest);
+    QCOMPARE(opened.package.error().message(), latin("could not find AndroidManifest.xml"));
     QVERIFY(!opened.package.isValid());
 }
 
 void TestPackage::errorCouldNotParseManifest()
 {
     Opened text(table(), "<manifest/>");
-    QCOMPARE(text.package.error(), Package::BadManifest);
-    QCOMPARE(text.package.errorString(), latin("could not parse AndroidManifest.xml: not a binary XML document"));
+    QCOMPARE(text.package.error().code(), SorrelKit::Error::Code::BadManifest);
+    QCOMPARE(text.package.error().message(), latin("could not parse AndroidManifest.xml: not a binary XML document"));
     Opened other(table(), XmlBuilder().empty(latin("resources")).build());
-    QCOMPARE(other.package.error(), Package::BadManifest);
-    QCOMPARE(other.package.errorString(), latin("could not parse AndroidManifest.xml"));
+    QCOMPARE(other.package.error().code(), SorrelKit::Error::Code::BadManifest);
+    QCOMPARE(other.package.error().message(), latin("could not parse AndroidManifest.xml"));
     QVERIFY(!other.package.isValid());
 }
 
@@ -445,7 +449,7 @@ void TestPackage::errorThereIsNoIcon()
 {
     Opened opened(table(), manifest());
     QString error;
-    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QVERIFY(iconOf(opened.package, 48, IconMask::None, &error).isNull());
     QCOMPARE(error, latin("there is no icon"));
 }
 
@@ -453,7 +457,7 @@ void TestPackage::errorResourceIsNoDrawable()
 {
     Opened opened(table(), manifest({androidReference(latin("icon"), 0x01080093)}));
     QString error;
-    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QVERIFY(iconOf(opened.package, 48, IconMask::None, &error).isNull());
     QCOMPARE(error, latin("resource 0x01080093 is no drawable"));
 }
 
@@ -462,18 +466,18 @@ void TestPackage::errorPictureHasSides()
     Opened opened(table(), manifest(labelAndIcon()), icons());
     for (const int size : {-1, 0, 1025}) {
         QString error;
-        QVERIFY(opened.package.icon(size, IconMask::None, &error).isNull());
+        QVERIFY(iconOf(opened.package, size, IconMask::None, &error).isNull());
         QCOMPARE(error, latin("a picture has 1 to 1024 pixels a side"));
     }
-    QCOMPARE(opened.package.icon(1).size(), QSize(1, 1));
-    QCOMPARE(opened.package.icon(1024).size(), QSize(1024, 1024));
+    QCOMPARE(iconOf(opened.package, 1).size(), QSize(1, 1));
+    QCOMPARE(iconOf(opened.package, 1024).size(), QSize(1024, 1024));
 }
 
 void TestPackage::errorCannotBeReadOrDecoded()
 {
     Opened opened(table(), manifest(labelAndIcon()));
     QString error;
-    QVERIFY(opened.package.icon(48, IconMask::None, &error).isNull());
+    QVERIFY(iconOf(opened.package, 48, IconMask::None, &error).isNull());
     QCOMPARE(error, latin("res/small.png cannot be read or decoded"));
 }
 
@@ -485,8 +489,8 @@ void TestPackage::everyPrefixIsAnswered()
     for (int size = 0; size < bytes.size(); ++size) {
         Opened opened(bytes.left(size));
         if (size <= bytes.size() - LastRecordSize)
-            QCOMPARE(opened.package.error(), Package::CannotOpen);
-        if (opened.package.error() == Package::NoError)
+            QCOMPARE(opened.package.error().code(), SorrelKit::Error::Code::CannotOpen);
+        if (opened.package.error().code() == SorrelKit::Error::Code::None)
             QCOMPARE(opened.package.label(QLocale("de")), latin("Deutsch"));
         else
             QVERIFY(!opened.package.isValid());
@@ -503,7 +507,7 @@ void TestPackage::everyByteMayBeDamaged()
             poke8(damaged, at, value);
             Opened opened(damaged, manifest(labelAndIcon()), icons());
             labelled += int(opened.package.label(QLocale("de")) == latin("Deutsch"));
-            const QImage icon = opened.package.icon(8);
+            const QImage icon = iconOf(opened.package, 8);
             QVERIFY(icon.isNull() || icon.size() == QSize(8, 8));
         }
     }

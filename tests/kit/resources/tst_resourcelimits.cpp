@@ -150,7 +150,7 @@ void TestResourceLimits::workUpToTheBudget()
     QVERIFY(fixture.resources.values(0x7f010000).isEmpty());
     QVERIFY(!fixture.resources.isComplete());
     QVERIFY(fixture.resources.values(0x7f010001).isEmpty());
-    QCOMPARE(fixture.resources.defaultValue(0x7f010001).type, QString());
+    QCOMPARE(fixture.resources.defaultValue(0x7f010001).typeName(), QString());
     QCOMPARE(fixture.resources.name(0x7f010001), QStringLiteral("integer/key"));
 }
 
@@ -159,7 +159,7 @@ void TestResourceLimits::itemsUpToTheBudget()
     // The name and the text of each item have one character.
     constexpr int Most = int(ResourcesData::MaxBytes / (ResourcesData::ItemBytes + 2 * 2));
     const ResourcesFixture most(tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(Most)))));
-    QCOMPARE(most.resources.values(0x7f010000).value(0).items.size(), Most);
+    QCOMPARE(most.resources.values(0x7f010000).value(0).items().size(), Most);
     QVERIFY(most.resources.isComplete());
     const ResourcesFixture more(
         tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(Most + 1)).value(1, Integer, 5))));
@@ -183,7 +183,7 @@ void TestResourceLimits::charactersUpToTheBudget()
     const ResourcesFixture more(tableOf(valuesOfOne(Most + 1, simpleEntry(String, 0)), text, Encoding::Utf16));
     QCOMPARE(more.resources.values(0x7f010000).size(), Most);
     QVERIFY(!more.resources.isComplete());
-    QCOMPARE(more.resources.defaultValue(0x7f010000).text.size(), Length);
+    QCOMPARE(more.resources.defaultValue(0x7f010000).text().size(), Length);
 }
 
 void TestResourceLimits::charactersOfAText()
@@ -192,7 +192,7 @@ void TestResourceLimits::charactersOfAText()
         const int length = ResourceTable::MaxStringLength + extra;
         const ResourcesFixture fixture(tableOf(integers().type(TypeBuilder(1).value(0, String, 0)),
                                                {QString(length, QLatin1Char('x'))}, Encoding::Utf16));
-        QCOMPARE(fixture.resources.values(0x7f010000).value(0).text.size(), int(ResourceTable::MaxStringLength));
+        QCOMPARE(fixture.resources.values(0x7f010000).value(0).text().size(), int(ResourceTable::MaxStringLength));
         QCOMPARE(fixture.resources.isComplete(), extra == 0);
     }
 }
@@ -204,7 +204,7 @@ void TestResourceLimits::sparseTypesOutOfOrder()
     QByteArray bytes = type.build();
     poke16(bytes, type.offsetsAt() + 4, 2); // the second of 3, 5, 9
     const ResourcesFixture fixture(tableOf(integers().chunk(bytes)));
-    QCOMPARE(fixture.resources.ids(), (QVector<quint32>{0x7f010003, 0x7f010009}));
+    QCOMPARE(fixture.resources.ids(), (QList<quint32>{0x7f010003, 0x7f010009}));
 }
 
 void TestResourceLimits::boundsHold_data()

@@ -135,24 +135,24 @@ public:
     int compare()
     {
         int count = 0;
-        const QVector<quint32> ids = m_resources.ids();
-        if (ids.toList() != valued())
+        const QList<quint32> ids = m_resources.ids();
+        if (ids != valued())
             differences.append(QStringLiteral("%1 resources, and %2").arg(ids.size()).arg(valued().size()));
         for (const quint32 id : ids) {
             const Printed &theirs = m_printed[id];
-            const QVector<Resources::Value> values = m_resources.values(id);
+            const QList<SorrelKit::ResourceValue> values = m_resources.values(id);
             compareNames(id, theirs.name);
             if (values.size() != theirs.values.size())
                 tell(id, QString::number(values.size()), QString::number(theirs.values.size()));
-            for (const Resources::Value &value : values) {
+            for (const SorrelKit::ResourceValue &value : values) {
                 ++count;
-                const auto match = theirs.values.constFind(value.configuration);
+                const auto match = theirs.values.constFind(value.configuration());
                 if (match == theirs.values.cend())
-                    tell(id, value.configuration, latin("no such configuration"));
-                else if (value.type == QLatin1String("map"))
+                    tell(id, value.configuration(), latin("no such configuration"));
+                else if (value.type() == SorrelKit::ResourceValue::Type::Map)
                     compareMap(id, value, *match);
                 else if (!isSameValue(id, value, *match))
-                    tell(id, value.text, *match);
+                    tell(id, value.text(), *match);
             }
         }
         return count;
@@ -185,42 +185,43 @@ private:
     }
 
     // An id is told to be one; what it is stored as says nothing.
-    bool isSameValue(quint32 id, const Resources::Value &value, const QString &theirs) const
+    bool isSameValue(quint32 id, const SorrelKit::ResourceValue &value, const QString &theirs) const
     {
         const bool isId = m_resources.name(id).startsWith(latin("id/")) && theirs == latin("(id)");
-        return isId || isSame(value.type, value.text, theirs);
+        return isId || isSame(value.typeName(), value.text(), theirs);
     }
 
-    void compareMap(quint32 id, const Resources::Value &value, const QString &theirs)
+    void compareMap(quint32 id, const SorrelKit::ResourceValue &value, const QString &theirs)
     {
         const QString kind = theirs.section(QLatin1Char(')'), 0, 0).mid(1);
         bool isEqual = false;
         if (kind == QLatin1String("array"))
             isEqual = isSameArray(value, theirs);
         else if (kind == QLatin1String("plurals"))
-            isEqual =
-                isSameList(value, theirs, [](const Resources::Item &item) { return item.name + QLatin1Char('='); });
+            isEqual = isSameList(value, theirs,
+                                 [](const SorrelKit::ResourceItem &item) { return item.name() + QLatin1Char('='); });
         else if (kind == QLatin1String("style"))
             isEqual = theirs.section(QLatin1Char('\n'), 0, 0) == styleLine(value)
-                      && isSameList(value, theirs, [this](const Resources::Item &item) { return attributeName(item); });
+                      && isSameList(value, theirs,
+                                    [this](const SorrelKit::ResourceItem &item) { return attributeName(item); });
         else if (kind == QLatin1String("attr"))
             isEqual = isSameAttribute(value, theirs);
         if (!isEqual)
-            tell(id, value.configuration + QStringLiteral(" with %1 items").arg(value.items.size()), theirs);
+            tell(id, value.configuration() + QStringLiteral(" with %1 items").arg(value.items().size()), theirs);
     }
 
     // "name(0xid)=", or "0xid=" for what the table does not have.
-    QString attributeName(const Resources::Item &item) const
+    QString attributeName(const SorrelKit::ResourceItem &item) const
     {
-        const quint32 id = m_resources.find(item.name);
-        return id == 0 ? item.name + QLatin1Char('=')
-                       : QStringLiteral("%1(%2)=").arg(item.name.section(QLatin1Char('/'), 1), hexadecimal(id));
+        const quint32 id = m_resources.find(item.name());
+        return id == 0 ? item.name() + QLatin1Char('=')
+                       : QStringLiteral("%1(%2)=").arg(item.name().section(QLatin1Char('/'), 1), hexadecimal(id));
     }
 
-    QString styleLine(const Resources::Value &value) const
+    QString styleLine(const SorrelKit::ResourceValue &value) const
     {
-        QString line = QStringLiteral("(style) size=%1").arg(value.items.size());
-        const QString parent = value.text.mid(1);
+        QString line = QStringLiteral("(style) size=%1").arg(value.items().size());
+        const QString parent = value.text().mid(1);
         const quint32 id = m_resources.find(parent);
         if (id != 0 && !parent.startsWith(latin("0x")))
             line += QStringLiteral(" parent=%1 (%2)").arg(parent, hexadecimal(id));
@@ -231,15 +232,15 @@ private:
 
     // An item a line, in any order. A text of several lines goes on until the next item begins.
     template <typename Prefix>
-    bool isSameList(const Resources::Value &value, const QString &theirs, Prefix prefix) const
+    bool isSameList(const SorrelKit::ResourceValue &value, const QString &theirs, Prefix prefix) const
     {
         const QString indent = QStringLiteral("\n        ");
         const int start = int(theirs.indexOf(indent));
         QStringList lines = start < 0 ? QStringList() : theirs.mid(start + indent.size()).split(indent);
-        for (const Resources::Item &item : value.items) {
+        for (const SorrelKit::ResourceItem &item : value.items()) {
             const QString begin = prefix(item);
             const auto found = std::find_if(lines.cbegin(), lines.cend(), [&](const QString &line) {
-                return line.startsWith(begin) && isSame(item.type, item.text, line.mid(begin.size()));
+                return line.startsWith(begin) && isSame(item.typeName(), item.text(), line.mid(begin.size()));
             });
             if (found == lines.cend())
                 return false;
@@ -248,7 +249,7 @@ private:
         return lines.isEmpty();
     }
 
-    static bool isSameArray(const Resources::Value &value, const QString &theirs)
+    static bool isSameArray(const SorrelKit::ResourceValue &value, const QString &theirs)
     {
         QString rest = theirs;
         const auto skip = [&rest](const QString &text) {
@@ -256,16 +257,17 @@ private:
             rest.remove(0, isThere ? text.size() : 0);
             return isThere;
         };
-        bool isEqual = skip(QStringLiteral("(array) size=%1").arg(value.items.size()));
-        if (value.items.isEmpty())
+        bool isEqual = skip(QStringLiteral("(array) size=%1").arg(value.items().size()));
+        if (value.items().isEmpty())
             return isEqual && rest.isEmpty();
         isEqual = isEqual && skip(latin("\n        ["));
-        for (int i = 0; i < value.items.size() && isEqual; ++i) {
-            const Resources::Item &item = value.items.at(i);
-            const bool isString = item.type == QLatin1String("string");
+        for (int i = 0; i < value.items().size() && isEqual; ++i) {
+            const SorrelKit::ResourceItem &item = value.items().at(i);
+            const bool isString = item.type() == SorrelKit::ResourceValue::Type::String;
             // Where a text ends, only the text itself says.
-            const int end = isString ? int(item.text.size()) + 2 : int(rest.indexOf(QRegularExpression(latin("[],]"))));
-            isEqual = item.name == QString::number(i) && isSame(item.type, item.text, rest.left(end));
+            const int end =
+                isString ? int(item.text().size()) + 2 : int(rest.indexOf(QRegularExpression(latin("[],]"))));
+            isEqual = item.name() == QString::number(i) && isSame(item.typeName(), item.text(), rest.left(end));
             rest.remove(0, end);
             skip(latin(", "));
             skip(latin("\n         "));
@@ -273,16 +275,16 @@ private:
         return isEqual && rest == latin("]");
     }
 
-    bool isSameAttribute(const Resources::Value &value, const QString &theirs) const
+    bool isSameAttribute(const SorrelKit::ResourceValue &value, const QString &theirs) const
     {
         static const char *const words[] = {"reference", "string", "integer",   "boolean",
                                             "color",     "float",  "dimension", "fraction"};
         QStringList types;
         QString line = latin("(attr) type=");
         QStringList symbols;
-        for (const Resources::Item &item : value.items) {
-            const quint32 bits = item.text.toUInt();
-            if (item.name == latin("type")) {
+        for (const SorrelKit::ResourceItem &item : value.items()) {
+            const quint32 bits = item.text().toUInt();
+            if (item.name() == latin("type")) {
                 for (int i = 0; i < 8; ++i) {
                     if ((bits >> i & 1) != 0)
                         types.append(latin(words[i]));
@@ -293,10 +295,10 @@ private:
                     types.append(latin("flags"));
                 if ((bits & 0xff) == 0xff)
                     types = QStringList{latin("any")} + types.mid(8);
-            } else if (item.name.startsWith(latin("id/"))) {
+            } else if (item.name().startsWith(latin("id/"))) {
                 symbols.append(QStringLiteral("%1(%2)=%3")
-                                   .arg(item.name.mid(3), hexadecimal(m_resources.find(item.name)),
-                                        hexadecimal(quint32(item.text.toLongLong(nullptr, 0)))));
+                                   .arg(item.name().mid(3), hexadecimal(m_resources.find(item.name())),
+                                        hexadecimal(quint32(item.text().toLongLong(nullptr, 0)))));
             }
         }
         QStringList lines = theirs.split(latin("\n        "));
@@ -399,8 +401,8 @@ void TestResourcesAapt2::qualifiersAreSpelledTheSame()
     QVERIFY2(error.isEmpty(), qPrintable(error));
     const QStringList theirs = printed.value(0x7f010000).values.keys();
     QStringList mine;
-    for (const Resources::Value &value : Resources(Package(file)).values(0x7f010000))
-        mine.append(value.configuration);
+    for (const SorrelKit::ResourceValue &value : Resources(Package(file)).values(0x7f010000))
+        mine.append(value.configuration());
     QCOMPARE(mine.size(), records.size());
     mine.sort();
     QCOMPARE(mine, theirs);

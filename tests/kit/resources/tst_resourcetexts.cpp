@@ -148,7 +148,7 @@ void TestResourceTexts::qualifiers()
     QFETCH(QString, text);
     const ResourcesFixture fixture(tableFor(record));
     QCOMPARE(fixture.resources.values(0x7f010000).size(), 1);
-    QCOMPARE(fixture.resources.values(0x7f010000).first().configuration, text);
+    QCOMPARE(fixture.resources.values(0x7f010000).first().configuration(), text);
 }
 
 void TestResourceTexts::shortConfigurations()
@@ -160,7 +160,7 @@ void TestResourceTexts::shortConfigurations()
         QString expected = size < 12 ? QString() : latin("de");
         expected += size < 36 ? QString() : latin("-w820dp");
         expected += size < 28 ? QString() : latin("-v21");
-        QCOMPARE(fixture.resources.values(0x7f010000).value(0).configuration, expected);
+        QCOMPARE(fixture.resources.values(0x7f010000).value(0).configuration(), expected);
     }
 }
 
@@ -245,15 +245,15 @@ void TestResourceTexts::texts()
                                                               .map(1, 0)
                                                               .entry(2, mapOf({mapItem(0x02000000, type, data)}))))
                                        .build());
-    const Resources::Value value = fixture.resources.defaultValue(0x7f010000);
-    QCOMPARE(value.type, word);
-    QCOMPARE(value.text, text);
-    QVERIFY(value.items.isEmpty());
+    const SorrelKit::ResourceValue value = fixture.resources.defaultValue(0x7f010000);
+    QCOMPARE(value.typeName(), word);
+    QCOMPARE(value.text(), text);
+    QVERIFY(value.items().isEmpty());
     // Items have the same texts.
-    const Resources::Value inMap = fixture.resources.defaultValue(0x7f010002);
-    QCOMPARE(inMap.items.size(), 1);
-    QCOMPARE(inMap.items.first().type, word);
-    QCOMPARE(inMap.items.first().text, text);
+    const SorrelKit::ResourceValue inMap = fixture.resources.defaultValue(0x7f010002);
+    QCOMPARE(inMap.items().size(), 1);
+    QCOMPARE(inMap.items().first().typeName(), word);
+    QCOMPARE(inMap.items().first().text(), text);
 }
 
 void TestResourceTexts::arrays()

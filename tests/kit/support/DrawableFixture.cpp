@@ -170,8 +170,7 @@ Budget iconBudget()
 }
 
 Studio::Studio(const Budget &limits)
-    : budget(limits),
-      loader(ResourceResolver({}, Configuration::phone(Configuration::MediumDensity)), files, budget, 1)
+    : budget(limits), loader(ResourceResolver({}, Configuration::phone(Configuration::MediumDensity)), files, budget, 1)
 {
 }
 

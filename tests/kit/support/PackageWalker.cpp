@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageWalker.h"
+#include "KitIcons.h"
 
 #include <SorrelKit/Package.h>
 #include <SorrelKit/Resources.h>
@@ -17,11 +18,11 @@ bool isAsPromised(const QImage &icon, int size)
 
 qint64 visitTexts(const Package &package)
 {
-    qint64 count = package.packageName().size() + package.versionName().size() + package.errorString().size()
+    qint64 count = package.packageName().size() + package.versionName().size() + package.error().message().size()
                    + package.permissions().size() + package.features().size() + package.nativeAbis().size()
                    + package.splits().size() + package.labels().size() + package.label().size();
     for (const bool isAnswered : {package.versionCode() != 0, package.minSdkVersion() != 1, package.isValid(),
-                                  package.targetSdkVersion() != 1, package.openGlEsVersion() != 0})
+                                  package.targetSdkVersion() != 1, !package.openGlEsVersion().isNull()})
         count += int(isAnswered);
     return count;
 }
@@ -29,12 +30,12 @@ qint64 visitTexts(const Package &package)
 qint64 visitResources(const Resources &resources)
 {
     constexpr int MaxVisited = 100;
-    const QVector<quint32> ids = resources.ids();
+    const QList<quint32> ids = resources.ids();
     qint64 count = ids.size() + int(resources.isComplete());
     for (int i = 0; i < int(ids.size()); i += 1 + int(ids.size()) / MaxVisited) {
-        count += resources.name(ids.at(i)).size() + resources.defaultValue(ids.at(i)).text.size();
-        for (const Resources::Value &value : resources.values(ids.at(i)))
-            count += value.configuration.size() + value.text.size() + value.items.size();
+        count += resources.name(ids.at(i)).size() + resources.defaultValue(ids.at(i)).text().size();
+        for (const SorrelKit::ResourceValue &value : resources.values(ids.at(i)))
+            count += value.configuration().size() + value.text().size() + value.items().size();
     }
     for (const quint32 id : ids.mid(0, 3))
         count += int(resources.find(resources.name(id)) != 0);
@@ -57,14 +58,14 @@ qint64 visit(const Package &package, int iconCount, int iconSize)
         if (number >= iconCount)
             continue;
         QString error;
-        const QImage icon = launcher.icon(iconSize, masks[number % MaskCount], &error);
+        const QImage icon = iconOf(launcher, iconSize, masks[number % MaskCount], &error);
         if (!isAsPromised(icon, iconSize))
             return -1;
         count += int(!icon.isNull()) + error.size();
         ++number;
     }
     count += visitResources(Resources(package));
-    return isAsPromised(package.icon(iconSize), iconSize) ? count : -1;
+    return isAsPromised(iconOf(package, iconSize), iconSize) ? count : -1;
 }
 
 } // namespace fixture

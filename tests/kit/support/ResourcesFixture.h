@@ -59,10 +59,10 @@ inline QStringList answers(const SorrelKit::Resources &resources)
     QStringList lines;
     for (const quint32 id : resources.ids()) {
         lines.append(QString::number(id, 16) + QLatin1Char(' ') + resources.name(id));
-        for (const SorrelKit::Resources::Value &value : resources.values(id)) {
-            lines.append(value.configuration + bar + value.type + bar + value.text);
-            for (const SorrelKit::Resources::Item &item : value.items)
-                lines.append(item.name + bar + item.type + bar + item.text);
+        for (const SorrelKit::ResourceValue &value : resources.values(id)) {
+            lines.append(value.configuration() + bar + value.typeName() + bar + value.text());
+            for (const SorrelKit::ResourceItem &item : value.items())
+                lines.append(item.name() + bar + item.typeName() + bar + item.text());
         }
     }
     return lines;

@@ -11,7 +11,7 @@ import subprocess
 import sys
 import tempfile
 
-CLASS = re.compile(r"^ *(?:class|struct) (?:SORRELKIT_EXPORT )?(\w+)[^;{]*\{\n", re.MULTILINE)
+CLASS = re.compile(r"^ *(?:class|struct) (?:SORREL\w*_EXPORT )?(\w+)[^;{]*\{\n", re.MULTILINE)
 
 
 def fail(message):

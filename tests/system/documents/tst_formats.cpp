@@ -113,14 +113,14 @@ void TestFormats::kitReadsThem()
 {
     PackageDevice device(m_table, m_manifest);
     const SorrelKit::Package package(&device);
-    QCOMPARE(package.errorString(), latin("no error"));
+    QCOMPARE(package.error().message(), latin("no error"));
     QCOMPARE(package.packageName(), latin("a.b"));
     const SorrelKit::Resources resources(package);
-    QCOMPARE(resources.ids(), QVector<quint32>{0x7f010000});
+    QCOMPARE(resources.ids(), QList<quint32>{0x7f010000});
     QCOMPARE(resources.name(0x7f010000), latin("string/app_name"));
     QCOMPARE(resources.values(0x7f010000).size(), 2);
-    QCOMPARE(resources.values(0x7f010000).at(1).configuration, latin("fr"));
-    QCOMPARE(resources.values(0x7f010000).at(1).text, latin("Salut"));
+    QCOMPARE(resources.values(0x7f010000).at(1).configuration(), latin("fr"));
+    QCOMPARE(resources.values(0x7f010000).at(1).text(), latin("Salut"));
 }
 
 QTEST_GUILESS_MAIN(TestFormats)

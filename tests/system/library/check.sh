@@ -1,9 +1,10 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# check.sh DIRECTORY NAME QT EXPORTS [--only]: checks the library NAME in DIRECTORY, made with Qt of the major version QT: its file
-# names and soname, the libraries that it needs, and that it exports every symbol in EXPORTS; with --only, no other functions.
+# check.sh DIRECTORY NAME QT EXPORTS NEEDS [--only]: checks the library NAME in DIRECTORY, made with Qt of the major version QT: its
+# file names and soname; that it needs no libraries except NEEDS (a regular expression), QtCore and those of the compiler; and that
+# it exports every symbol in EXPORTS; with --only, no other functions.
 set -euo pipefail
-directory=$1 name=$2 qt=$3 exports=$4 only=${5:-}
+directory=$1 name=$2 qt=$3 exports=$4 needs=$5 only=${6:-}
 library=$directory/$name.so.0.5.1
 export LC_ALL=C
 
@@ -21,7 +22,7 @@ done
 dynamic=$(readelf -dW "$library")
 grep -qF "Library soname: [$name.so.0]" <<<"$dynamic" || fail "the soname is not $name.so.0"
 
-allowed="libsorrel(-qt6)?|libQt$qt(Core|Gui|Xml)|libquazip1-qt$qt|libz|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*"
+allowed="$needs|libQt${qt}Core|libquazip1-qt$qt|libz|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*"
 allowed+='|lib(a|ub)san'
 needed=$(sed -n 's/.*Shared library: \[\(.*\)\]/\1/p' <<<"$dynamic")
 extra=$(grep -vE "^($allowed)\.so" <<<"$needed" || true)

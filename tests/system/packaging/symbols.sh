@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # symbols.sh SOURCES: checks that the symbols files of the Debian packages have every name in the lists of exports, and that the
-# file of the kit, which exports nothing else, has no other name.
+# files of the kit, which exports nothing else, have no other names.
 set -euo pipefail
 sources=$1
 export LC_ALL=C
@@ -15,6 +15,8 @@ exported() {
 }
 missing=$(comm -13 <(promised libsorrel0.symbols) <(exported exports.txt))
 [ -z "$missing" ] || { printf 'libsorrel0.symbols lacks:\n%s\n' "$missing" >&2; status=1; }
-diff <(promised libsorrelkit0.symbols) <(exported kit-exports.txt) >&2 \
-    || { echo "libsorrelkit0.symbols and kit-exports.txt differ" >&2; status=1; }
+for part in core gui; do
+    diff <(promised "libsorrelkit${part}0.symbols") <(exported "kit$part-exports.txt") >&2 \
+        || { echo "libsorrelkit${part}0.symbols and kit$part-exports.txt differ" >&2; status=1; }
+done
 exit $status

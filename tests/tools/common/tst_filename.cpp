@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "FileName.h"
-#include "PackageFile.h"
 
 #include <QDir>
-#include <QFileInfo>
-#include <QTemporaryDir>
 #include <QtTest>
-
-#include <cstdio>
 
 class TestFileName : public QObject
 {
@@ -21,8 +16,6 @@ private slots:
     void urisKeepEveryByte();
     void reportsHaveAUriOnlyWhenTheTextIsNotAll();
     void namesForQt();
-    void aPackageIsFoundByAnyName();
-    void aFileThatIsMissingIsNotFound();
 };
 
 void TestFileName::textOfBytes_data()
@@ -110,32 +103,6 @@ void TestFileName::namesForQt()
     QCOMPARE(FileName(QByteArray()).forQt(), QString(QLatin1String("")));
     QVERIFY(!FileName(QByteArray()).forQt().isNull());
     QVERIFY(FileName(QByteArray("\xff")).forQt().isNull());
-}
-
-void TestFileName::aPackageIsFoundByAnyName()
-{
-    const QTemporaryDir directory;
-    for (const char *name : {"/a", "/\xff", "/\xed\xa0\x80"}) {
-        const QByteArray path = QFile::encodeName(directory.path()) + name;
-        std::FILE *const written = std::fopen(path.constData(), "w");
-        QVERIFY(written != nullptr && std::fputs("here", written) >= 0 && std::fclose(written) == 0);
-        {
-            const PackageFile package{FileName(path)};
-            QVERIFY(QFileInfo(package.pathForQt()).isFile());
-            QFile file(package.pathForQt());
-            QVERIFY(file.open(QIODevice::ReadOnly));
-            QCOMPARE(file.readAll(), QByteArray("here"));
-            QVERIFY(package.name().isSameFile(FileName(path)));
-        }
-        QCOMPARE(std::remove(path.constData()), 0);
-    }
-}
-
-void TestFileName::aFileThatIsMissingIsNotFound()
-{
-    const PackageFile package{FileName(QByteArray("/nowhere/\xff"))};
-    QVERIFY(!QFileInfo::exists(package.pathForQt()));
-    QVERIFY(!package.name().isSameFile(package.name()));
 }
 
 QTEST_GUILESS_MAIN(TestFileName)

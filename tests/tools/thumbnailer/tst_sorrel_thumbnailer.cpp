@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "KitIcons.h"
 #include "ThumbnailerRun.h"
 
 #include <SorrelKit/Package.h>
@@ -30,7 +31,7 @@ QImage pixels(QImage image)
 
 QImage kitIcon(const QString &path, int size, IconMask mask = IconMask::None)
 {
-    return pixels(Package(path).icon(size, mask));
+    return pixels(iconOf(Package(path), size, mask));
 }
 
 } // namespace

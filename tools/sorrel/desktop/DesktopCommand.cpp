@@ -3,8 +3,8 @@
 
 #include "Console.h"
 #include "ExecTemplate.h"
+#include "FileName.h"
 #include "LauncherInstaller.h"
-#include "PackageFile.h"
 
 #include <SorrelKit/Package.h>
 
@@ -72,18 +72,18 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
         Console::complain(output.text(), FileName::notForQtText());
         return CannotRead;
     }
-    const PackageFile file{FileName(parser.positionalArguments().constFirst())};
-    const Package package(file.pathForQt());
+    const FileName file(parser.positionalArguments().constFirst());
+    const Package package = Package::fromNativePath(file.path());
     QList<Launcher> launchers;
     int status = Success;
     // With a damaged table, entries without labels and icons would replace good ones.
-    if (package.error() == Package::NoError) {
+    if (!package.error()) {
         launchers = package.launchers();
     } else {
-        Console::complain(file.text(), package.errorString());
+        Console::complain(file.text(), package.error().message());
         status = CannotRead;
     }
-    LauncherInstaller installer(file.text(), parser.value(m_output), command);
+    LauncherInstaller installer(package, file.text(), parser.value(m_output), command);
     installer.setMask(options.mask());
     installer.setVersionCode(package.versionCode());
     QJsonArray entries;
@@ -100,7 +100,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
         }
     }
     if (parser.isSet(m_json)) {
-        QJsonObject json = file.name().toJson();
+        QJsonObject json = file.toJson();
         json.insert(QStringLiteral("entries"), entries);
         console.writeLine(json);
     }

@@ -13,16 +13,16 @@ int largestSize(const Launcher &launcher)
 {
     int largest = 0;
     for (const IconFile &file : launcher.iconFiles()) {
-        if (file.size.isEmpty())
+        if (file.size().isEmpty())
             return std::numeric_limits<int>::max();
-        largest = qMax(largest, qMax(file.size.width(), file.size.height()));
+        largest = qMax(largest, qMax(file.size().width(), file.size().height()));
     }
     return largest;
 }
 
 } // namespace
 
-HicolorIcons::HicolorIcons(const Launcher &launcher, SorrelKit::IconMask mask)
+HicolorIcons::HicolorIcons(SorrelKit::DrawableRenderer &renderer, const Launcher &launcher, SorrelKit::IconMask mask)
 {
     const int largest = largestSize(launcher);
     QStringList missing;
@@ -30,8 +30,10 @@ HicolorIcons::HicolorIcons(const Launcher &launcher, SorrelKit::IconMask mask)
         // A picture below the smallest size is enlarged to that size.
         if (size > largest && size != sizes().constFirst())
             break;
-        QString fault;
-        const QImage picture = launcher.icon(size, mask, &fault);
+        SorrelKit::IconRequest request(size);
+        request.setMask(mask);
+        const QImage picture = renderer.icon(launcher, request);
+        const QString fault = renderer.error().text();
         if (picture.isNull())
             missing.append(QString::number(size));
         else

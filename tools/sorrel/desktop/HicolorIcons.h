@@ -2,7 +2,7 @@
 #ifndef HICOLORICONS_H
 #define HICOLORICONS_H
 
-#include <SorrelKit/IconMask.h>
+#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Launcher.h>
 
 #include <QImage>
@@ -20,7 +20,7 @@ class HicolorIcons
 {
 public:
     /// Draws the icons.
-    HicolorIcons(const SorrelKit::Launcher &launcher, SorrelKit::IconMask mask);
+    HicolorIcons(SorrelKit::DrawableRenderer &renderer, const SorrelKit::Launcher &launcher, SorrelKit::IconMask mask);
 
     /// The drawn icons, in ascending order of size.
     const QList<QImage> &pictures() const { return m_pictures; }

@@ -43,20 +43,21 @@ bool writeFile(const QString &path, const QByteArray &content)
 
 } // namespace
 
-LauncherInstaller::LauncherInstaller(const QString &package, const QString &directory, const ExecTemplate &command)
-    : m_package(package), m_directory(directory), m_command(command)
+LauncherInstaller::LauncherInstaller(const SorrelKit::Package &package, const QString &file, const QString &directory,
+                                     const ExecTemplate &command)
+    : m_renderer(package), m_file(file), m_directory(directory), m_command(command)
 {
 }
 
 void LauncherInstaller::complain(const Launcher &launcher, const QString &text) const
 {
-    Console::complain(m_package, launcher.name() + QLatin1String(": ") + text);
+    Console::complain(m_file, launcher.name() + QLatin1String(": ") + text);
 }
 
-QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Launcher &launcher, const QString &name) const
+QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Launcher &launcher, const QString &name)
 {
     QVector<File> files;
-    const HicolorIcons icons(launcher, m_mask);
+    const HicolorIcons icons(m_renderer, launcher, m_mask);
     for (const QString &fault : icons.faults())
         complain(launcher, fault);
     for (QImage picture : icons.pictures()) {
@@ -75,7 +76,7 @@ void LauncherInstaller::removeOldIcons(const Launcher &launcher, const QString &
     }
 }
 
-LauncherFiles LauncherInstaller::install(const Launcher &launcher) const
+LauncherFiles LauncherInstaller::install(const Launcher &launcher)
 {
     QString fault;
     const QString command = m_command.command(launcher, &fault);

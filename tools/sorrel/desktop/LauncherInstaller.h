@@ -4,8 +4,9 @@
 
 #include "ExecTemplate.h"
 
-#include <SorrelKit/IconMask.h>
+#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Launcher.h>
+#include <SorrelKit/Package.h>
 
 #include <QByteArray>
 #include <QString>
@@ -29,13 +30,14 @@ struct LauncherFiles {
 class LauncherInstaller
 {
 public:
-    /// Writes below @p directory, for the package in the file @p package.
-    LauncherInstaller(const QString &package, const QString &directory, const ExecTemplate &command);
+    /// Writes below @p directory, for @p package, which is in the file @p file.
+    LauncherInstaller(const SorrelKit::Package &package, const QString &file, const QString &directory,
+                      const ExecTemplate &command);
 
     void setMask(SorrelKit::IconMask mask) { m_mask = mask; }
     void setVersionCode(qint64 code) { m_versionCode = code; }
 
-    LauncherFiles install(const SorrelKit::Launcher &launcher) const;
+    LauncherFiles install(const SorrelKit::Launcher &launcher);
 
 private:
     struct File {
@@ -45,11 +47,12 @@ private:
     };
 
     void complain(const SorrelKit::Launcher &launcher, const QString &text) const;
-    QVector<File> iconFiles(const SorrelKit::Launcher &launcher, const QString &name) const;
+    QVector<File> iconFiles(const SorrelKit::Launcher &launcher, const QString &name);
     void removeOldIcons(const SorrelKit::Launcher &launcher, const QString &name, const QStringList &icons) const;
     QString path(const QString &relative) const { return m_directory + QLatin1Char('/') + relative; }
 
-    QString m_package;
+    SorrelKit::DrawableRenderer m_renderer;
+    QString m_file;
     QString m_directory;
     ExecTemplate m_command;
     SorrelKit::IconMask m_mask = SorrelKit::IconMask::None;

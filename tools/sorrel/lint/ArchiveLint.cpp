@@ -30,9 +30,7 @@ bool isSame(quint32 local, quint32 central, bool mayFollow)
 
 } // namespace
 
-ArchiveLint::ArchiveLint(const QString &fileName, FindingList *findings) : m_directory(fileName), m_findings(findings)
-{
-}
+ArchiveLint::ArchiveLint(const FileName &file, FindingList *findings) : m_directory(file), m_findings(findings) {}
 
 void ArchiveLint::run()
 {

@@ -12,7 +12,7 @@
 class ArchiveLint
 {
 public:
-    ArchiveLint(const QString &fileName, FindingList *findings);
+    ArchiveLint(const FileName &file, FindingList *findings);
 
     /// Runs the checks that need no manifest.
     void run();

@@ -7,11 +7,10 @@
 
 using namespace LintChecks;
 using SorrelKit::IconFile;
-using SorrelKit::IconMask;
 using SorrelKit::Launcher;
 
 LauncherLint::LauncherLint(const SorrelKit::Package &package, FindingList *findings)
-    : m_package(package), m_findings(findings)
+    : m_package(package), m_renderer(package), m_findings(findings)
 {
 }
 
@@ -57,9 +56,9 @@ void LauncherLint::checkIcon(const Launcher &launcher)
 {
     constexpr quint32 PlatformPackage = 0x01;
     const IconState icon = iconState(launcher);
-    const QString fault = FindingList::shortened(icon.fault);
+    const QString fault = FindingList::shortened(icon.error.text());
     const quint32 resource = launcher.iconResource();
-    if (!icon.isDrawn && resource == 0 && icon.fault == QLatin1String("there is no icon"))
+    if (!icon.isDrawn && resource == 0 && icon.error.code() == SorrelKit::IconError::Code::Missing)
         m_findings->add(NoIcon, launcher.name(),
                         QStringLiteral("The launcher names no icon; home screens show their own."));
     else if (!icon.isDrawn && resource >> 24 == PlatformPackage)
@@ -89,11 +88,12 @@ LauncherLint::IconState LauncherLint::iconState(const Launcher &launcher)
     if (resource != 0 && known != m_icons.cend())
         return *known;
     IconState state;
-    const QVector<IconFile> files = launcher.iconFiles();
+    const QList<IconFile> files = launcher.iconFiles();
     state.isXmlOnly = !files.isEmpty() && std::all_of(files.cbegin(), files.cend(), [](const IconFile &file) {
-        return file.size.isEmpty();
+        return file.size().isEmpty();
     });
-    state.isDrawn = !launcher.icon(IconSize, IconMask::None, &state.fault).isNull();
+    state.isDrawn = !m_renderer.icon(launcher, SorrelKit::IconRequest(IconSize)).isNull();
+    state.error = m_renderer.error();
     m_icons.insert(resource, state);
     return state;
 }

@@ -4,6 +4,7 @@
 
 #include "FindingList.h"
 
+#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 
 #include <QHash>
@@ -28,7 +29,7 @@ private:
     struct IconState {
         bool isXmlOnly = false;
         bool isDrawn = false;
-        QString fault;
+        SorrelKit::IconError error;
     };
 
     void checkNames(const SorrelKit::Launcher &launcher);
@@ -36,6 +37,7 @@ private:
     IconState iconState(const SorrelKit::Launcher &launcher);
 
     SorrelKit::Package m_package;
+    SorrelKit::DrawableRenderer m_renderer;
     QHash<quint32, IconState> m_icons; ///< by resource id
     FindingList *m_findings;
 };

@@ -2,8 +2,8 @@
 #include "LintCommand.h"
 
 #include "Console.h"
+#include "FileName.h"
 #include "LintChecks.h"
-#include "PackageFile.h"
 #include "PackageLint.h"
 #include "PrintableText.h"
 
@@ -86,16 +86,16 @@ int LintCommand::run(const QCommandLineParser &parser, Console &console) const
     int status = Success;
     bool isFirst = true;
     for (const QString &argument : files) {
-        const PackageFile file{FileName(argument)};
-        const PackageLint lint(file.pathForQt());
+        const FileName file(argument);
+        const PackageLint lint(file);
         if (lint.failed()) {
             Console::complain(file.text(), lint.errorText());
             status = CannotRead;
         }
         if (parser.isSet(m_json)) {
-            console.writeLine(jsonOf(file.name(), lint));
+            console.writeLine(jsonOf(file, lint));
         } else if (!lint.failed() || !lint.findings().isEmpty()) {
-            console.write((isFirst ? QString() : QStringLiteral("\n")) + textOf(file.name(), lint, console.style()));
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + textOf(file, lint, console.style()));
             isFirst = false;
         }
         console.flush();

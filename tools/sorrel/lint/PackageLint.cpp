@@ -8,15 +8,15 @@
 
 #include <QJsonObject>
 
-PackageLint::PackageLint(const QString &fileName)
+PackageLint::PackageLint(const FileName &file)
 {
     FindingList findings;
-    ArchiveLint archive(fileName, &findings);
+    ArchiveLint archive(file, &findings);
     archive.run();
-    const SorrelKit::Package package(fileName);
-    m_errorCode = package.error();
-    m_errorText = package.errorString();
-    ReaderLint(fileName, package, &findings).run();
+    const SorrelKit::Package package = SorrelKit::Package::fromNativePath(file.path());
+    m_errorCode = int(package.error().code());
+    m_errorText = package.error().message();
+    ReaderLint(file, package, &findings).run();
     if (package.isValid()) {
         archive.checkTable(package.targetSdkVersion());
         LauncherLint(package, &findings).run();

@@ -2,6 +2,7 @@
 #ifndef PACKAGELINT_H
 #define PACKAGELINT_H
 
+#include "FileName.h"
 #include "Finding.h"
 
 #include <QJsonArray>
@@ -19,7 +20,7 @@
 class PackageLint
 {
 public:
-    explicit PackageLint(const QString &fileName);
+    explicit PackageLint(const FileName &file);
 
     /// SorrelKit::Package::error() and its text. Findings may give the reason.
     int errorCode() const { return m_errorCode; }

@@ -54,8 +54,8 @@ QString nameOf(const Diagnostics::Item &item)
 
 } // namespace
 
-ReaderLint::ReaderLint(const QString &fileName, const SorrelKit::Package &package, FindingList *findings)
-    : m_fileName(fileName), m_package(package), m_findings(findings)
+ReaderLint::ReaderLint(const FileName &file, const SorrelKit::Package &package, FindingList *findings)
+    : m_file(file), m_package(package), m_findings(findings)
 {
 }
 
@@ -80,7 +80,8 @@ void ReaderLint::run()
 
 bool ReaderLint::readMembers()
 {
-    ZipArchive archive(m_fileName);
+    const std::unique_ptr<ZipArchive> opened = ZipArchive::atNativePath(m_file.path());
+    ZipArchive &archive = *opened;
     if (!archive.open())
         return false;
     m_hasTable = archive.contains(tableName);
@@ -129,7 +130,7 @@ void ReaderLint::readTable()
     if (!m_hasTable) {
         setError(PackageError::NoResources);
         // tellError() reports a table that exists and cannot be read.
-        if (m_package.error() == SorrelKit::Package::BadTable)
+        if (m_package.error().code() == SorrelKit::Error::Code::BadTable)
             return;
         m_findings->add(
             LintChecks::NoTable, QString(),
@@ -228,28 +229,29 @@ void ReaderLint::setError(PackageError::Code error, const QString &fault)
 // A package that both readers refuse is damaged. Otherwise the finding names the reader that refuses it.
 void ReaderLint::tellError()
 {
-    using SorrelKit::Package;
+    using SorrelKit::Error;
     using SorrelKit::PackageNormalizer;
     const QString otherReads =
         m_error == PackageError::NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
-    if (m_package.error() == Package::NoManifest)
+    if (m_package.error().code() == Error::Code::NoManifest)
         m_findings->add(LintChecks::NoManifest, QString(),
                         QStringLiteral("There is no manifest that can be read: this is no Android package."));
-    else if (m_package.error() == Package::BadManifest)
+    else if (m_package.error().code() == Error::Code::BadManifest)
         m_findings->add(DamagedManifest, manifestName,
-                        QStringLiteral("The manifest cannot be read (%1).").arg(m_package.errorString()) + otherReads);
-    else if (m_package.error() == Package::BadTable)
+                        QStringLiteral("The manifest cannot be read (%1).").arg(m_package.error().message())
+                            + otherReads);
+    else if (m_package.error().code() == Error::Code::BadTable)
         m_findings->add(DamagedTable, tableName,
                         QStringLiteral("The resource table cannot be read (%1), and labels and icons are missing.")
-                                .arg(m_package.errorString())
+                                .arg(m_package.error().message())
                             + otherReads);
-    if (m_package.error() != Package::NoError || m_error == PackageError::NoError)
+    if (m_package.error() || m_error == PackageError::NoError)
         return;
     const QString fault = m_fault.isEmpty() ? QString() : QStringLiteral(": ") + FindingList::shortened(m_fault);
     m_findings->add(ApkFileRefuses, QString(),
                     QStringLiteral("ApkFile alone does not read the package (code %1, %2%3); SorrelKit does%4.")
                         .arg(QString::number(m_error), PackageError::text(m_error), fault,
-                             PackageNormalizer(m_fileName).isNeeded()
+                             PackageNormalizer::fromNativePath(m_file.path()).isNeeded()
                                  ? QStringLiteral(", and so does ApkFile through PackageNormalizer")
                                  : QString()));
 }

@@ -2,6 +2,7 @@
 #ifndef READERLINT_H
 #define READERLINT_H
 
+#include "FileName.h"
 #include "FindingList.h"
 #include "archive/PackageError.h"
 #include "stream/Diagnostics.h"
@@ -19,8 +20,8 @@
 class ReaderLint
 {
 public:
-    /// @p package is the one in the file @p fileName.
-    ReaderLint(const QString &fileName, const SorrelKit::Package &package, FindingList *findings);
+    /// @p package is the one in the file @p file.
+    ReaderLint(const FileName &file, const SorrelKit::Package &package, FindingList *findings);
 
     void run();
 
@@ -36,7 +37,7 @@ private:
     void tellError();
     void setError(PackageError::Code error, const QString &fault = QString());
 
-    QString m_fileName;
+    FileName m_file;
     SorrelKit::Package m_package;
     FindingList *m_findings;
     bool m_hasTable = false;

@@ -3,8 +3,6 @@
 
 #include "format/ByteView.h"
 
-#include <QFileInfo>
-
 namespace {
 
 const char *const endSignature = "PK\5\6";
@@ -19,22 +17,21 @@ constexpr quint32 AtZip64 = 0xffffffff;
 
 } // namespace
 
-ZipDirectory::ZipDirectory(const QString &fileName) : m_file(fileName)
+ZipDirectory::ZipDirectory(const FileName &file) : m_file(BufferedFile::atNativePath(file.path()))
 {
-    // Opening a pipe would wait for somebody to write to it.
-    if (QFileInfo(fileName).isFile() && m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+    if (m_file->open(QIODevice::ReadOnly))
         findEnd();
 }
 
 QByteArray ZipDirectory::read(qint64 at, qint64 count)
 {
-    return at >= 0 && m_file.seek(at) ? m_file.read(count) : QByteArray();
+    return at >= 0 && m_file->seek(at) ? m_file->read(count) : QByteArray();
 }
 
 void ZipDirectory::findEnd()
 {
-    const qint64 tailSize = qMin(m_file.size(), LongestComment + EndSize);
-    const qint64 tailAt = m_file.size() - tailSize;
+    const qint64 tailSize = qMin(m_file->size(), LongestComment + EndSize);
+    const qint64 tailAt = m_file->size() - tailSize;
     const QByteArray tail = read(tailAt, tailSize);
     const auto at = int(tail.lastIndexOf(endSignature, tail.size() - EndSize));
     if (tail.size() < EndSize || at < 0)
@@ -49,7 +46,7 @@ void ZipDirectory::findEnd()
     m_memberCount = end.u16(10);
     const qint64 size = end.u32(12);
     const qint64 offset = end.u32(16);
-    m_trailingBytes = qMax(qint64(0), m_file.size() - m_endAt - EndSize - end.u16(20));
+    m_trailingBytes = qMax(qint64(0), m_file->size() - m_endAt - EndSize - end.u16(20));
     m_isZip64 = m_memberCount == InZip64 || size == AtZip64 || offset == AtZip64;
     if (m_isZip64 || m_isMultiDisk)
         return;

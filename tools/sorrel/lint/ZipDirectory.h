@@ -2,10 +2,14 @@
 #ifndef ZIPDIRECTORY_H
 #define ZIPDIRECTORY_H
 
+#include "FileName.h"
+#include "archive/BufferedFile.h"
+
 #include <QByteArray>
-#include <QFile>
 #include <QString>
 #include <QVector>
+
+#include <memory>
 
 /**
  * The directory of a ZIP archive and the headers of its members, as they are in the file. Libraries that read archives
@@ -37,7 +41,7 @@ public:
         qint64 dataAt = 0; ///< offset of its bytes in the file
     };
 
-    explicit ZipDirectory(const QString &fileName);
+    explicit ZipDirectory(const FileName &file);
 
     /// Whether the file has the end of a directory; without one, everything else is empty.
     bool isValid() const { return m_endAt >= 0; }
@@ -66,7 +70,7 @@ private:
     void readMembers(qint64 at, qint64 size);
     bool isDirectoryEnd(const QByteArray &tail, int at, qint64 tailAt);
 
-    QFile m_file;
+    std::unique_ptr<BufferedFile> m_file;
     qint64 m_endAt = -1;
     bool m_isMultiDisk = false;
     bool m_isZip64 = false;

@@ -5,6 +5,8 @@
 #include "PngBytes.h"
 #include "PrintableText.h"
 
+#include <SorrelKit/DrawableRenderer.h>
+
 #include <QImage>
 #include <QJsonArray>
 #include <QLocale>
@@ -55,22 +57,22 @@ QString shownLanguage(const QMap<QString, QString> &labels, const QString &label
 }
 
 // A picture file has its size; a drawable of any size has its kind.
-QString iconTexts(const QVector<IconFile> &icons)
+QString iconTexts(const QList<IconFile> &icons)
 {
     QStringList texts;
     for (const IconFile &icon : icons) {
-        const QString size = QStringLiteral("%1x%2").arg(icon.size.width()).arg(icon.size.height());
-        texts.append(icon.size.isEmpty() ? printableText(icon.kind) : size);
+        const QString size = QStringLiteral("%1x%2").arg(icon.size().width()).arg(icon.size().height());
+        texts.append(icon.size().isEmpty() ? printableText(icon.kind()) : size);
     }
     return texts.isEmpty() ? QStringLiteral("none") : texts.join(QLatin1Char(' '));
 }
 
 QJsonObject iconToJson(const IconFile &icon)
 {
-    QJsonObject json{{QStringLiteral("kind"), icon.kind}, {QStringLiteral("path"), icon.path}};
-    if (!icon.size.isEmpty()) {
-        json.insert(QStringLiteral("width"), icon.size.width());
-        json.insert(QStringLiteral("height"), icon.size.height());
+    QJsonObject json{{QStringLiteral("kind"), icon.kind()}, {QStringLiteral("path"), icon.path()}};
+    if (!icon.size().isEmpty()) {
+        json.insert(QStringLiteral("width"), icon.size().width());
+        json.insert(QStringLiteral("height"), icon.size().height());
     }
     return json;
 }
@@ -88,7 +90,7 @@ QJsonArray featuresToJson(const QList<SorrelKit::Feature> &features)
     QJsonArray json;
     for (const SorrelKit::Feature &feature : features)
         json.append(
-            QJsonObject{{QStringLiteral("name"), feature.name}, {QStringLiteral("required"), feature.isRequired}});
+            QJsonObject{{QStringLiteral("name"), feature.name()}, {QStringLiteral("required"), feature.isRequired()}});
     return json;
 }
 
@@ -114,7 +116,7 @@ QJsonObject launcherToJson(const Launcher &launcher)
 } // namespace
 
 PackageReport::PackageReport(const FileName &file, const ReportContent &content)
-    : m_file(file), m_content(content), m_package(m_file.pathForQt())
+    : m_file(file), m_content(content), m_package(SorrelKit::Package::fromNativePath(file.path()))
 {
     for (const Launcher &launcher : m_package.launchers()) {
         if (content.includesDisabled || launcher.isShown())
@@ -157,8 +159,8 @@ QJsonObject PackageReport::toJson() const
     QJsonArray launchers;
     for (const Launcher &launcher : m_launchers)
         launchers.append(launcherToJson(launcher));
-    QJsonObject json = m_file.name().toJson();
-    json.insert(QStringLiteral("error"), errorToJson(m_package.error(), errorText()));
+    QJsonObject json = m_file.toJson();
+    json.insert(QStringLiteral("error"), errorToJson(int(m_package.error().code()), errorText()));
     json.insert(QStringLiteral("package"), m_package.packageName());
     // A string, because JSON numbers have 53 bits.
     json.insert(QStringLiteral("versionCode"), QString::number(m_package.versionCode()));
@@ -172,11 +174,13 @@ QJsonObject PackageReport::toJson() const
     json.insert(QStringLiteral("labels"), labelsToJson(m_package.labels()));
     json.insert(QStringLiteral("launchers"), launchers);
     if (m_content.iconSize > 0) {
-        const QImage icon = m_package.icon(m_content.iconSize, m_content.iconMask);
+        SorrelKit::IconRequest request(m_content.iconSize);
+        request.setMask(m_content.iconMask);
+        const QImage icon = SorrelKit::DrawableRenderer(m_package).icon(request);
         json.insert(QStringLiteral("icon"), QString::fromLatin1(pngBytes(icon).toBase64()));
     }
     if (m_content.includesLint)
-        json.insert(QStringLiteral("lint"), PackageLint(m_file.pathForQt()).toJson());
+        json.insert(QStringLiteral("lint"), PackageLint(m_file).toJson());
     return json;
 }
 

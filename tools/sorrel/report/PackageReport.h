@@ -2,7 +2,7 @@
 #ifndef PACKAGEREPORT_H
 #define PACKAGEREPORT_H
 
-#include "PackageFile.h"
+#include "FileName.h"
 #include "ReportContent.h"
 #include "TextStyle.h"
 
@@ -22,8 +22,8 @@ public:
     /// The result of toJson() for a package when only its error is known.
     static QJsonObject failure(const FileName &file, int code, const QString &text);
 
-    bool failed() const { return m_package.error() != SorrelKit::Package::NoError; }
-    QString errorText() const { return m_package.errorString(); }
+    bool failed() const { return bool(m_package.error()); }
+    QString errorText() const { return m_package.error().message(); }
     /// Whether the report has any facts. It may have some even when a part could not be read.
     bool isValid() const { return m_package.isValid(); }
 
@@ -35,7 +35,7 @@ public:
     QJsonObject toJson() const;
 
 private:
-    PackageFile m_file;
+    FileName m_file;
     ReportContent m_content;
     SorrelKit::Package m_package;
     QList<SorrelKit::Launcher> m_launchers;

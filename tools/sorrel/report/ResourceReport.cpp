@@ -8,7 +8,8 @@
 #include <algorithm>
 #include <cwchar>
 
-using SorrelKit::Resources;
+using SorrelKit::ResourceItem;
+using SorrelKit::ResourceValue;
 
 namespace {
 
@@ -62,57 +63,57 @@ QString padded(const QString &text, int columns)
     return text + QString(qMax(0, columns - widthOf(text)), QLatin1Char(' '));
 }
 
-QString itemCount(const Resources::Value &value)
+QString itemCount(const ResourceValue &value)
 {
-    return value.items.size() == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(value.items.size());
+    return value.items().size() == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(value.items().size());
 }
 
-bool isMap(const Resources::Value &value)
+bool isMap(const ResourceValue &value)
 {
-    return value.type == QLatin1String("map");
+    return value.type() == ResourceValue::Type::Map;
 }
 
 // A value on one line. For a map, this is its parent, if any, and the number of its items.
-QString valueText(const Resources::Value &value)
+QString valueText(const ResourceValue &value)
 {
     if (!isMap(value))
-        return printableText(value.text);
-    return (value.text.isEmpty() ? QString() : printableText(value.text) + QStringLiteral(", ")) + itemCount(value);
+        return printableText(value.text());
+    return (value.text().isEmpty() ? QString() : printableText(value.text()) + QStringLiteral(", ")) + itemCount(value);
 }
 
-QString configurationText(const Resources::Value &value)
+QString configurationText(const ResourceValue &value)
 {
-    return value.configuration.isEmpty() ? QStringLiteral("(default)") : printableText(value.configuration);
+    return value.configuration().isEmpty() ? QStringLiteral("(default)") : printableText(value.configuration());
 }
 
-QString itemLines(const Resources::Value &value, const TextStyle &style)
+QString itemLines(const ResourceValue &value, const TextStyle &style)
 {
     constexpr int Indent = 4;
     int width = 0;
-    for (const Resources::Item &item : value.items)
-        width = qMax(width, widthOf(printableText(item.name)));
+    for (const ResourceItem &item : value.items())
+        width = qMax(width, widthOf(printableText(item.name())));
     QString lines;
-    for (const Resources::Item &item : value.items)
-        lines += QString(Indent, QLatin1Char(' ')) + style.key(padded(printableText(item.name), width))
-                 + QStringLiteral("  ") + printableText(item.text) + QLatin1Char('\n');
+    for (const ResourceItem &item : value.items())
+        lines += QString(Indent, QLatin1Char(' ')) + style.key(padded(printableText(item.name()), width))
+                 + QStringLiteral("  ") + printableText(item.text()) + QLatin1Char('\n');
     return lines;
 }
 
-QJsonArray itemsToJson(const Resources::Value &value)
+QJsonArray itemsToJson(const ResourceValue &value)
 {
     QJsonArray items;
-    for (const Resources::Item &item : value.items)
-        items.append(QJsonObject{{QStringLiteral("name"), item.name},
-                                 {QStringLiteral("type"), item.type},
-                                 {QStringLiteral("text"), item.text}});
+    for (const ResourceItem &item : value.items())
+        items.append(QJsonObject{{QStringLiteral("name"), item.name()},
+                                 {QStringLiteral("type"), item.typeName()},
+                                 {QStringLiteral("text"), item.text()}});
     return items;
 }
 
-QJsonObject valueToJson(const Resources::Value &value)
+QJsonObject valueToJson(const ResourceValue &value)
 {
-    QJsonObject json{{QStringLiteral("configuration"), value.configuration},
-                     {QStringLiteral("type"), value.type},
-                     {QStringLiteral("text"), value.text}};
+    QJsonObject json{{QStringLiteral("configuration"), value.configuration()},
+                     {QStringLiteral("type"), value.typeName()},
+                     {QStringLiteral("text"), value.text()}};
     if (isMap(value))
         json.insert(QStringLiteral("items"), itemsToJson(value));
     return json;
@@ -133,11 +134,11 @@ int ResourceReport::nameWidth() const
 
 QString ResourceReport::toLine(quint32 id, int nameWidth, int columns, const TextStyle &style) const
 {
-    const Resources::Value value = m_resources.defaultValue(id);
+    const ResourceValue value = m_resources.defaultValue(id);
     QString name = padded(printableText(m_resources.name(id)), nameWidth);
     QString text = valueText(value);
     QString configuration =
-        value.configuration.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(configurationText(value));
+        value.configuration().isEmpty() ? QString() : QStringLiteral(" (%1)").arg(configurationText(value));
     if (columns > 0) {
         const auto take = [&columns](QString &part) {
             part = cut(part, qMax(0, columns));
@@ -155,19 +156,19 @@ QString ResourceReport::toLine(quint32 id, int nameWidth, int columns, const Tex
 
 QString ResourceReport::toText(quint32 id, const TextStyle &style) const
 {
-    const QVector<Resources::Value> values = m_resources.values(id);
+    const QList<ResourceValue> values = m_resources.values(id);
     int configurationWidth = 0;
     int typeWidth = 0;
-    for (const Resources::Value &value : values) {
+    for (const ResourceValue &value : values) {
         configurationWidth = qMax(configurationWidth, widthOf(configurationText(value)));
-        typeWidth = qMax(typeWidth, int(value.type.size()));
+        typeWidth = qMax(typeWidth, int(value.typeName().size()));
     }
     QString text = style.faint(idText(id)) + QStringLiteral("  ") + style.title(printableText(m_resources.name(id)))
                    + QLatin1Char('\n');
-    for (const Resources::Value &value : values) {
+    for (const ResourceValue &value : values) {
         text += QStringLiteral("  %1  %2  %3\n")
                     .arg(style.key(padded(configurationText(value), configurationWidth)),
-                         style.faint(padded(value.type, typeWidth)), valueText(value));
+                         style.faint(padded(value.typeName(), typeWidth)), valueText(value));
         text += itemLines(value, style);
     }
     return text;
@@ -176,7 +177,7 @@ QString ResourceReport::toText(quint32 id, const TextStyle &style) const
 QJsonObject ResourceReport::toJson(quint32 id) const
 {
     QJsonArray values;
-    for (const Resources::Value &value : m_resources.values(id))
+    for (const ResourceValue &value : m_resources.values(id))
         values.append(valueToJson(value));
     QJsonObject json = m_file.toJson();
     json.insert(QStringLiteral("id"), idText(id));

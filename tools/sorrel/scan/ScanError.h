@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// The reasons why a worker could not report on a package. The codes continue those of SorrelKit::Package::Error.
+/// The reasons why a worker could not report on a package. The codes continue those of SorrelKit::Error::Code.
 namespace ScanError {
 
 enum Code : int {
@@ -13,7 +13,7 @@ enum Code : int {
     WorkerDied = 103,
 };
 
-/// The error text in English, in the form of Package::errorString().
+/// The error text in English, in the form of Error::message().
 inline QString text(Code code)
 {
     switch (code) {

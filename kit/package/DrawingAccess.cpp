@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "package/DrawingAccess.h"
+
+#include "format/AndroidAttributes.h"
+#include "package/PackageAccess.h"
+
+namespace SorrelKit {
+
+namespace SORRELKIT_PRIVATE_NAMESPACE {
+
+DrawingSource &drawingSource(const Package &package)
+{
+    return PackageAccess::data(package)->loaded();
+}
+
+LauncherIcon launcherIcon(const Launcher &launcher)
+{
+    const LauncherData &data = PackageAccess::data(launcher);
+    if (!data.isValid())
+        return {};
+    return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon))};
+}
+
+} // namespace SORRELKIT_PRIVATE_NAMESPACE
+
+} // namespace SorrelKit

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_DRAWINGACCESS_H
+#define SORRELKIT_DRAWINGACCESS_H
+
+#include "package/DrawingSource.h"
+
+#include <SorrelKit/KitCoreExport.h>
+
+namespace SorrelKit {
+
+class Launcher;
+class Package;
+
+/**
+ * The functions through which KitGui reaches the data of KitCore's classes. This header is not installed.
+ *
+ * Each of the two libraries holds a hidden copy of the code that both need, so that KitCore exports none of it, and KitGui
+ * uses the objects that these functions return with its own copy. That is correct only while both libraries were built from
+ * one version. The namespace is named after the version for that reason: the dynamic linker refuses a KitGui and a KitCore
+ * of different versions, which would otherwise disagree about the layout of these objects.
+ */
+namespace SORRELKIT_PRIVATE_NAMESPACE {
+
+/// The icon of a launcher.
+struct LauncherIcon {
+    DrawingSource *source = nullptr; ///< lives as long as the launcher; null for a launcher of nothing
+    ResolvedValue icon;              ///< a reference or a path
+};
+
+/// Reads @p package on first use. The result lives as long as the package.
+SORRELKITCORE_EXPORT DrawingSource &drawingSource(const Package &package);
+SORRELKITCORE_EXPORT LauncherIcon launcherIcon(const Launcher &launcher);
+
+} // namespace SORRELKIT_PRIVATE_NAMESPACE
+
+} // namespace SorrelKit
+
+#endif

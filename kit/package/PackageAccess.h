@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_PACKAGEACCESS_H
+#define SORRELKIT_PACKAGEACCESS_H
+
+#include "package/LauncherData.h"
+
+#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Package.h>
+
+namespace SorrelKit {
+
+/// The data behind the public classes, for other classes of the kit.
+class PackageAccess
+{
+public:
+    static PackageDataPointer data(const Package &package) { return package.d; }
+    static const LauncherData &data(const Launcher &launcher) { return *launcher.d; }
+};
+
+} // namespace SorrelKit
+
+#endif
