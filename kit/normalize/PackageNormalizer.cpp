@@ -5,6 +5,7 @@
 #include "archive/ZipArchive.h"
 #include "format/Budget.h"
 #include "format/ChunkView.h"
+#include "format/Limits.h"
 #include "format/ResourceTable.h"
 #include "format/XmlReader.h"
 #include "normalize/IconMembers.h"
@@ -192,7 +193,7 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &bud
 // Android ignores the type of the manifest's chunk.
 void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
 {
-    manifest = archive.file(QLatin1String(manifestName), Manifest::MaxBytes);
+    manifest = archive.file(QLatin1String(manifestName), Limits::MaxManifestBytes);
     if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
         return;
     qToLittleEndian(quint16(ChunkType::Xml), manifest.data());

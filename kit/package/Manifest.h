@@ -2,7 +2,6 @@
 #ifndef SORRELKIT_MANIFEST_H
 #define SORRELKIT_MANIFEST_H
 
-#include "format/Limits.h"
 #include "format/XmlElement.h"
 
 #include <QString>
@@ -25,9 +24,6 @@ public:
         QString className;                  ///< of the class that runs, completed
         bool isAlias = false;
     };
-
-    /// Bytes of a manifest at most.
-    static constexpr qint64 MaxBytes = Limits::MaxManifestBytes;
     /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users choose
     /// among icons have some dozens.
     static constexpr int MaxLaunchers = 1024;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageData.h"
+#include "format/Limits.h"
 
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
@@ -80,7 +81,7 @@ void PackageData::read()
 
 bool PackageData::readManifest(ZipArchive &archive)
 {
-    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes);
+    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes);
     if (bytes.isEmpty()) {
         setError(PackageError::NoManifest);
         return false;

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageSet.h"
+#include "format/Limits.h"
 
 #include "format/XmlReader.h"
 #include "package/Manifest.h"
@@ -49,7 +50,8 @@ PackageSet::PackageSet(ZipArchive &archive, Budget &budget)
         std::unique_ptr<ZipArchive> package = archive.archive(path, &budget);
         if (package == nullptr || !package->open(&budget))
             continue;
-        const QByteArray bytes = package->file(QStringLiteral("AndroidManifest.xml"), Manifest::MaxBytes, &budget);
+        const QByteArray bytes =
+            package->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
         if (!budget.spendWork(Budget::DocumentByteWork * bytes.size()))
             continue;
         const XmlReader reader(bytes);

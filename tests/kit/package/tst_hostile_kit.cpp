@@ -9,6 +9,7 @@
 #include "Pictures.h"
 #include "drawable/source/PictureCache.h"
 #include "format/AndroidAttributes.h"
+#include "format/Limits.h"
 #include "format/ResourceTypes.h"
 #include "format/XmlReader.h"
 #include "icon/IconRenderer.h"
@@ -472,7 +473,7 @@ void TestHostileKit::addManifests()
     for (int i = 0; i < 50000; ++i)
         libraries.append({QStringLiteral("lib/%1/x.so").arg(i), QByteArray()});
     addPackage("processors", emptyTable(), smallManifest(), libraries);
-    addPackage("manifest of nothing, inflated", emptyTable(), QByteArray(2 * Manifest::MaxBytes, '\0'));
+    addPackage("manifest of nothing, inflated", emptyTable(), QByteArray(2 * Limits::MaxManifestBytes, '\0'));
     addPackage("table of nothing, inflated", QByteArray(PackageData::MaxTableBytes + 1, '\0'), smallManifest());
 }
 

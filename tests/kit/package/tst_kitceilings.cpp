@@ -4,6 +4,7 @@
 #include "Pictures.h"
 #include "drawable/paint/Canvas.h"
 #include "format/AndroidAttributes.h"
+#include "format/Limits.h"
 #include "language/LabelLookup.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
@@ -362,8 +363,8 @@ void TestKitCeilings::bytesOfAManifest()
         PackageDevice device(emptyTable(), manifest + QByteArray(int(size - manifest.size()), '\0'));
         return Package(&device).error().message();
     };
-    QCOMPARE(error(Manifest::MaxBytes), QStringLiteral("no error"));
-    QCOMPARE(error(Manifest::MaxBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));
+    QCOMPARE(error(Limits::MaxManifestBytes), QStringLiteral("no error"));
+    QCOMPARE(error(Limits::MaxManifestBytes + 1), QStringLiteral("could not find AndroidManifest.xml"));
 }
 
 void TestKitCeilings::inflatedBytesOfASet()
