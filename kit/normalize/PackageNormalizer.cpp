@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/PackageNormalizer.h>
 
+#include "archive/ArchiveMembers.h"
 #include "archive/BufferedFile.h"
 #include "archive/ZipArchive.h"
 #include "format/Budget.h"
@@ -54,7 +55,6 @@ QByteArray emptyTable()
 // Members are stored: the reader of the archive has all of it in memory anyway.
 QByteArray archiveOf(const QVector<Member> &members)
 {
-    constexpr int Stored = 0;
     constexpr qint64 RoomForNames = 512; ///< a member's name and headers
     // A fixed date, so that the result has the same bytes at any time.
     const QDateTime earliest(QDate(1980, 1, 1), QTime(0, 0), Qt::UTC);
@@ -70,7 +70,7 @@ QByteArray archiveOf(const QVector<Member> &members)
         QuaZipNewInfo info(member.name);
         info.dateTime = earliest;
         QuaZipFile file(&archive);
-        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, Stored);
+        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, ArchiveMembers::Stored);
         good = good && file.write(member.content) == member.content.size();
         file.close();
     }

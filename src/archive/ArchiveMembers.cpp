@@ -7,8 +7,6 @@
 
 namespace {
 
-constexpr int Stored = 0;
-
 // Up to 16 KiB beyond the data that the decoder has used: minizip reads a buffer at a time.
 qint64 position(QuaZip *archive)
 {

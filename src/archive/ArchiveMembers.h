@@ -17,6 +17,9 @@ class QuaZip;
  */
 namespace ArchiveMembers {
 
+/// The compression method of members that are not compressed.
+constexpr int Stored = 0;
+
 /**
  * Calls @p visit with the name of each member of @p archive, which is open, in the order of the directory, until it
  * returns false. Ends at a member without a name, where QuaZip::setCurrentFile() stops searching as well. QuaZip

@@ -103,7 +103,6 @@ std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *bud
 {
     if (!select(path))
         return nullptr;
-    constexpr int Stored = 0;
     constexpr bool IsRaw = true;
     int method = 0;
     int level = 0;
@@ -117,7 +116,7 @@ std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *bud
     QIODevice *const device = m_archive->getIoDevice();
     if (size < 0 || size > device->size() - m_innerBytes)
         return nullptr;
-    if (method == Stored) {
+    if (method == ArchiveMembers::Stored) {
         m_innerBytes += size;
         return std::unique_ptr<ZipArchive>(new ZipArchive(std::make_unique<RangeDevice>(device, start, size)));
     }

@@ -66,8 +66,8 @@ void Tint::apply(QImage *layer, qreal opacity) const
     QPainter painter(layer);
     if (opacity < 1) {
         // With integers: QColor::setAlphaF() rounds differently in Qt 6, where it takes a float.
-        constexpr quint16 Opaque = 0xffff;
-        const auto alpha = quint16(qRound(qMax(qreal(0), opacity) * Opaque));
+        constexpr quint16 FullAlpha = 0xffff;
+        const auto alpha = quint16(qRound(qMax(qreal(0), opacity) * FullAlpha));
         painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
         painter.fillRect(layer->rect(), QColor(QRgba64::fromRgba64(0, 0, 0, alpha)));
     }

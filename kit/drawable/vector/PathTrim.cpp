@@ -16,11 +16,11 @@ constexpr int Chords = 16;
 using Lengths = std::array<qreal, Chords + 1>;
 
 /// A line or a cubic curve of a path.
-class Segment
+class MeasuredSegment
 {
 public:
-    explicit Segment(QPointF from, QPointF to) : m_points{from, from, to, to}, m_isCurve(false) {}
-    Segment(QPointF from, QPointF control1, QPointF control2, QPointF to)
+    explicit MeasuredSegment(QPointF from, QPointF to) : m_points{from, from, to, to}, m_isCurve(false) {}
+    MeasuredSegment(QPointF from, QPointF control1, QPointF control2, QPointF to)
         : m_points{from, control1, control2, to}, m_isCurve(true)
     {
     }
@@ -102,7 +102,8 @@ public:
         while (at < m_path.elementCount() && !m_path.elementAt(at).isMoveTo()) {
             const bool isCurve = m_path.elementAt(at).isCurveTo();
             const QPointF to = m_path.elementAt(isCurve ? at + 2 : at);
-            use(isCurve ? Segment(from, m_path.elementAt(at), m_path.elementAt(at + 1), to) : Segment(from, to));
+            use(isCurve ? MeasuredSegment(from, m_path.elementAt(at), m_path.elementAt(at + 1), to)
+                        : MeasuredSegment(from, to));
             at += isCurve ? 3 : 1;
             from = to;
         }
@@ -114,7 +115,7 @@ public:
     {
         qreal start = 0;
         bool isContinued = false;
-        forEach([&](const Segment &segment) {
+        forEach([&](const MeasuredSegment &segment) {
             const Lengths lengths = segment.lengths();
             const qreal end = start + lengths.back();
             if (end > from && start < to) {
@@ -148,7 +149,7 @@ QPainterPath PathTrim::trimmed(const QPainterPath &path) const
     for (int first = 0; first < path.elementCount();) {
         const Figure figure(path, first);
         qreal length = 0;
-        first = figure.forEach([&](const Segment &segment) { length += segment.lengths().back(); });
+        first = figure.forEach([&](const MeasuredSegment &segment) { length += segment.lengths().back(); });
         if (!(length > 0))
             continue;
         const qreal start = length * std::fmod(m_start + m_offset, 1);
