@@ -12,7 +12,7 @@ namespace {
 ResourceResolver resolverOfKit()
 {
     const auto table = QSharedPointer<const ResourceTable>::create(kitTable());
-    if (!table->fault().isEmpty())
+    if (table->fault() != FormatFault::None)
         failed("the table is damaged");
     return ResourceResolver({table}, Configuration::phone(Configuration::MediumDensity));
 }

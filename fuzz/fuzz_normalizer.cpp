@@ -124,9 +124,9 @@ QString faultOf(const QByteArray &table)
 
 void checkTable(const QByteArray &table)
 {
-    QString fault;
+    FormatFault fault = FormatFault::None;
     const QByteArray result = TableRewriter::rewritten(table, &fault);
-    if (result.isEmpty() == fault.isEmpty())
+    if (result.isEmpty() == (fault == FormatFault::None))
         failed("neither a table nor a fault, or both");
     if (result.isEmpty()) {
         if (TableRewriter::isClassic(table))

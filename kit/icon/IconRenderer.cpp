@@ -5,8 +5,8 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
-#include "format/Budget.h"
 #include "icon/IconErrorTable.h"
+#include "limits/Budget.h"
 #include "package/IconFileLookup.h"
 
 #include <algorithm>

@@ -2,10 +2,10 @@
 #ifndef SORRELKIT_LABELLOOKUP_H
 #define SORRELKIT_LABELLOOKUP_H
 
-#include "format/Budget.h"
 #include "format/XmlElement.h"
 #include "language/LanguageTag.h"
 #include "language/LocaleChooser.h"
+#include "limits/Budget.h"
 #include "resources/ResourceResolver.h"
 
 #include <QHash>

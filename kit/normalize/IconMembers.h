@@ -2,9 +2,9 @@
 #ifndef SORRELKIT_ICONMEMBERS_H
 #define SORRELKIT_ICONMEMBERS_H
 
-#include "format/Budget.h"
 #include "format/ResourceTable.h"
 #include "format/XmlElement.h"
+#include "limits/Budget.h"
 
 #include <QSet>
 #include <QString>

@@ -4,11 +4,11 @@
 #include "archive/ArchiveMembers.h"
 #include "archive/BufferedFile.h"
 #include "archive/ZipArchive.h"
-#include "format/Budget.h"
 #include "format/ChunkView.h"
-#include "format/Limits.h"
 #include "format/ResourceTable.h"
 #include "format/XmlReader.h"
+#include "limits/Budget.h"
+#include "limits/Limits.h"
 #include "normalize/IconMembers.h"
 #include "normalize/TableRewriter.h"
 #include "package/PackageData.h"
@@ -182,10 +182,10 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &bud
     const QByteArray original = package.set != nullptr
                                     ? package.files->file(name, TableRewriter::MaxTableBytes, &budget)
                                     : package.files->file(name, TableRewriter::MaxTableBytes);
-    QString text;
-    table = TableRewriter::rewritten(original, &text);
-    if (!text.isEmpty())
-        fail(Error(Error::Code::BadTable, text));
+    FormatFault fault = FormatFault::None;
+    table = TableRewriter::rewritten(original, &fault);
+    if (fault != FormatFault::None)
+        fail(Error(Error::Code::BadTable, formatFaultText(fault)));
     else if (table.constData() != original.constData())
         isNeeded = true;
 }

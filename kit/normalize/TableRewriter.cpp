@@ -16,16 +16,6 @@ using PackageLayout = ResourceTable::Package;
 
 constexpr int PoolOffsetsAt[] = {PackageLayout::TypeStringsAt, PackageLayout::KeyStringsAt};
 
-QString damagedHeader()
-{
-    return QStringLiteral("damaged header in resource table");
-}
-
-QString damagedChunk()
-{
-    return QStringLiteral("damaged chunk in resource table");
-}
-
 void append(QByteArray *bytes, const ByteView &view)
 {
     bytes->append(reinterpret_cast<const char *>(view.data()), int(view.size()));
@@ -62,15 +52,15 @@ void appendPackage(QByteArray *bytes, const ChunkView &package)
 bool TableRewriter::isClassic(const QByteArray &table)
 {
     const TableRewriter rewriter(table);
-    return rewriter.m_fault.isEmpty() && rewriter.m_isClassic;
+    return rewriter.m_fault == FormatFault::None && rewriter.m_isClassic;
 }
 
-QByteArray TableRewriter::rewritten(const QByteArray &table, QString *fault)
+QByteArray TableRewriter::rewritten(const QByteArray &table, FormatFault *fault)
 {
     const TableRewriter rewriter(table);
     if (fault != nullptr)
         *fault = rewriter.m_fault;
-    if (!rewriter.m_fault.isEmpty())
+    if (rewriter.m_fault != FormatFault::None)
         return {};
     return rewriter.m_isClassic ? table : rewriter.write();
 }
@@ -79,40 +69,40 @@ TableRewriter::TableRewriter(const QByteArray &table) : m_table(ChunkView::at(By
 {
     m_rest = ByteView(table).from(m_table.size());
     measure();
-    if (m_fault.isEmpty() && m_size > MaxTableBytes)
-        m_fault = QStringLiteral("resource table takes too much memory");
+    if (m_fault == FormatFault::None && m_size > MaxTableBytes)
+        m_fault = FormatFault::TableTooLarge;
 }
 
 void TableRewriter::measure()
 {
     if (!m_table.isValid() || m_table.type() != ChunkType::Table) {
-        m_fault = QStringLiteral("not a resource table");
+        m_fault = FormatFault::NoTable;
         return;
     }
     if (m_table.headerSize() < ResourceTable::HeaderSize) {
-        m_fault = damagedHeader();
+        m_fault = FormatFault::DamagedTableHeader;
         return;
     }
     m_isClassic = m_table.headerSize() == ResourceTable::HeaderSize;
     m_size = ResourceTable::HeaderSize + m_rest.size();
     ChunkList chunks(m_table.bytes(), m_table.headerSize());
-    while (chunks.hasNext() && m_fault.isEmpty()) {
+    while (chunks.hasNext() && m_fault == FormatFault::None) {
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::Package)
             measurePackage(chunk);
         else if (chunk.type() == ChunkType::Table)
-            m_fault = QStringLiteral("table within resource table");
+            m_fault = FormatFault::TableWithinTable;
         else
             m_size += chunk.size();
     }
-    if (m_fault.isEmpty() && chunks.isDamaged())
-        m_fault = damagedChunk();
+    if (m_fault == FormatFault::None && chunks.isDamaged())
+        m_fault = FormatFault::DamagedTableChunk;
 }
 
 void TableRewriter::measurePackage(const ChunkView &package)
 {
     if (package.headerSize() < PackageLayout::HeaderSize || package.headerSize() > TypeRewriter::MaxHeaderSize) {
-        m_fault = damagedHeader();
+        m_fault = FormatFault::DamagedTableHeader;
         return;
     }
     m_size += package.headerSize();
@@ -120,7 +110,7 @@ void TableRewriter::measurePackage(const ChunkView &package)
                       package.bytes().u32(PackageLayout::KeyStringsAt) == 0};
     qint64 from = package.headerSize();
     ChunkList chunks(package.bytes(), from);
-    while (chunks.hasNext() && m_fault.isEmpty()) {
+    while (chunks.hasNext() && m_fault == FormatFault::None) {
         const ChunkView chunk = chunks.next();
         for (int i = 0; i < 2; ++i)
             isFound[i] = isFound[i] || package.bytes().u32(PoolOffsetsAt[i]) == from;
@@ -130,17 +120,18 @@ void TableRewriter::measurePackage(const ChunkView &package)
             m_size += chunk.size();
         from += chunk.size();
     }
-    if (m_fault.isEmpty() && chunks.isDamaged())
-        m_fault = damagedChunk();
-    if (m_fault.isEmpty() && !std::all_of(std::cbegin(isFound), std::cend(isFound), [](bool is) { return is; }))
-        m_fault = QStringLiteral("string pool not found in resource table");
+    if (m_fault == FormatFault::None && chunks.isDamaged())
+        m_fault = FormatFault::DamagedTableChunk;
+    if (m_fault == FormatFault::None
+        && !std::all_of(std::cbegin(isFound), std::cend(isFound), [](bool is) { return is; }))
+        m_fault = FormatFault::PoolNotFound;
 }
 
 void TableRewriter::measureType(const ChunkView &type)
 {
     const TypeRewriter rewriter(type);
     m_fault = rewriter.fault();
-    if (!m_fault.isEmpty())
+    if (m_fault != FormatFault::None)
         return;
     m_size += rewriter.size();
     m_isClassic = m_isClassic && rewriter.isClassic();

@@ -3,7 +3,8 @@
 #define SORRELKIT_TABLEREWRITER_H
 
 #include "format/ChunkView.h"
-#include "format/Limits.h"
+#include "format/FormatFault.h"
+#include "limits/Limits.h"
 
 #include <QByteArray>
 #include <QString>
@@ -31,20 +32,10 @@ public:
 
     /**
      * The rewritten table; @p table itself when it is classic. On a fault, returns an empty array and sets @p fault, which
-     * may be null, to an English text:
-     *
-     * | fault                                  | meaning                                                         |
-     * |----------------------------------------|-----------------------------------------------------------------|
-     * | "not a resource table"                 | no table chunk that ends within the bytes                       |
-     * | "damaged header in resource table"     | the header of the table or of a package is too short            |
-     * | "damaged chunk in resource table"      | a chunk ends after the one around it, or is no chunk            |
-     * | "table within resource table"          |                                                                 |
-     * | "string pool not found in resource table" | a package's header leads to no chunk                         |
-     * | "damaged type in resource table"       | TypeRewriter::fault()                                           |
-     * | "damaged entry in resource table"      | TypeRewriter::fault()                                           |
-     * | "resource table takes too much memory" | the result would exceed MaxTableBytes                           |
+     * may be null, to NoTable, TableWithinTable, DamagedTableHeader, DamagedTableChunk, DamagedType, DamagedEntry,
+     * PoolNotFound or TableTooLarge.
      */
-    static QByteArray rewritten(const QByteArray &table, QString *fault = nullptr);
+    static QByteArray rewritten(const QByteArray &table, FormatFault *fault = nullptr);
 
 private:
     explicit TableRewriter(const QByteArray &table);
@@ -56,7 +47,7 @@ private:
 
     ChunkView m_table;
     ByteView m_rest; ///< the bytes after the table
-    QString m_fault;
+    FormatFault m_fault = FormatFault::None;
     qint64 m_size = 0; ///< of the result
     bool m_isClassic = true;
 };

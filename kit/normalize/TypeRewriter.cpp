@@ -72,13 +72,13 @@ private:
 TypeRewriter::TypeRewriter(const ChunkView &chunk) : m_chunk(chunk), m_type(chunk)
 {
     if (!hasSoundHeader()) {
-        m_fault = QStringLiteral("damaged type in resource table");
+        m_fault = FormatFault::DamagedType;
         return;
     }
     m_isClassic = !m_type.isSparse() && !m_type.hasShortOffsets();
     m_places.reserve(size_t(m_type.slotCount()));
     if (!placeAll()) {
-        m_fault = QStringLiteral("damaged entry in resource table");
+        m_fault = FormatFault::DamagedEntry;
         return;
     }
     m_resourceCount = m_type.slotCount();

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_TYPEREWRITER_H
 #define SORRELKIT_TYPEREWRITER_H
 
+#include "format/FormatFault.h"
 #include "format/TypeChunk.h"
 
 #include <QByteArray>
@@ -36,9 +37,8 @@ public:
     /// @p chunk is of the type ChunkType::Type.
     explicit TypeRewriter(const ChunkView &chunk);
 
-    /// The fault of the chunk, in English; empty when it can be rewritten: "damaged type in resource table", "damaged entry
-    /// in resource table". A header above MaxHeaderSize counts as damaged.
-    QString fault() const { return m_fault; }
+    /// DamagedType, DamagedEntry, or None when the chunk can be rewritten. A header above MaxHeaderSize counts as damaged.
+    FormatFault fault() const { return m_fault; }
     /// Whether the chunk is in the classic form already, except for bytes between the offsets and the entries, which
     /// libsorrel skips. Precondition: no fault().
     bool isClassic() const { return m_isClassic; }
@@ -67,7 +67,7 @@ private:
 
     ChunkView m_chunk;
     TypeChunk m_type;
-    QString m_fault;
+    FormatFault m_fault = FormatFault::None;
     std::vector<Place> m_places; ///< by index
     int m_resourceCount = 0;     ///< number of offsets in the classic form
     qint64 m_entriesSize = 0;

@@ -3,7 +3,7 @@
 #define SORRELKIT_ICONFILELOOKUP_H
 
 #include "archive/FileSource.h"
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "picture/PictureFile.h"
 #include "resources/ResourceResolver.h"
 

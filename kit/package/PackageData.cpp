@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageData.h"
-#include "format/Limits.h"
+#include "limits/Limits.h"
 
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
@@ -87,11 +87,11 @@ bool PackageData::readManifest(ZipArchive &archive)
         return false;
     }
     const XmlReader reader(bytes);
-    if (reader.fault().isEmpty() && reader.root().name == QLatin1String("manifest"))
+    if (reader.fault() == FormatFault::None && reader.root().name == QLatin1String("manifest"))
         m_manifest = Manifest(reader.root());
     else
-        setError(PackageError::BadManifest, reader.fault());
-    return reader.fault().isEmpty();
+        setError(PackageError::BadManifest, formatFaultText(reader.fault()));
+    return reader.fault() == FormatFault::None;
 }
 
 void PackageData::readTable(ZipArchive &archive)
@@ -107,8 +107,8 @@ void PackageData::readTable(ZipArchive &archive)
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
-    if (!table->fault().isEmpty())
-        setError(PackageError::BadResources, table->fault());
+    if (table->fault() != FormatFault::None)
+        setError(PackageError::BadResources, formatFaultText(table->fault()));
     m_tables.append(table);
 }
 

@@ -4,8 +4,8 @@
 
 #include "archive/PackageError.h"
 #include "archive/ZipArchive.h"
-#include "format/Budget.h"
-#include "format/Limits.h"
+#include "limits/Budget.h"
+#include "limits/Limits.h"
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageSet.h"
-#include "format/Limits.h"
+#include "limits/Limits.h"
 
 #include "format/XmlReader.h"
 #include "package/Manifest.h"
@@ -58,7 +58,7 @@ PackageSet::PackageSet(ZipArchive &archive, Budget &budget)
         if (!budget.chargeWork(Budget::DocumentByteWork * reader.characters()))
             break;
         const Manifest manifest(reader.root());
-        if (!reader.fault().isEmpty())
+        if (reader.fault() != FormatFault::None)
             continue;
         if (!manifest.splitName().isEmpty()) {
             m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName()});

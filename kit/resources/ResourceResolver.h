@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_RESOURCERESOLVER_H
 #define SORRELKIT_RESOURCERESOLVER_H
 
-#include "format/Budget.h"
 #include "format/ResourceTable.h"
+#include "limits/Budget.h"
 
 #include <QHash>
 #include <QSharedPointer>

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_RESOURCESDATA_H
 #define SORRELKIT_RESOURCESDATA_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "resources/ResourceIndex.h"
 #include "resources/ResourceNames.h"
 #include "resources/ValueFormatter.h"

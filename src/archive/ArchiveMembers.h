@@ -2,7 +2,7 @@
 #ifndef ARCHIVEMEMBERS_H
 #define ARCHIVEMEMBERS_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <QByteArray>
 #include <QString>

@@ -2,7 +2,7 @@
 #ifndef FILESOURCE_H
 #define FILESOURCE_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <QByteArray>
 #include <QString>

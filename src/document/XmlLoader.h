@@ -6,7 +6,7 @@
 
 #include "ApkResources.h"
 #include "document/NamespaceBindings.h"
-#include "format/Limits.h"
+#include "limits/Limits.h"
 #include "stream/StringCache.h"
 #include "stream/StringPool.h"
 

@@ -21,23 +21,23 @@ ResourceTable::ResourceTable(const QByteArray &bytes, int maxTypeChunks)
     if (table.isValid() && table.type() == ChunkType::Table)
         readTable(table);
     else
-        m_fault = QStringLiteral("not a resource table");
+        m_fault = FormatFault::NoTable;
 }
 
 void ResourceTable::readTable(const ChunkView &table)
 {
     ChunkList chunks(table.bytes(), table.headerSize());
-    while (chunks.hasNext() && m_fault.isEmpty()) {
+    while (chunks.hasNext() && m_fault == FormatFault::None) {
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::StringPool)
             m_strings = StringPoolView(chunk);
         else if (chunk.type() == ChunkType::Package && m_packages.size() < MaxPackages)
             readPackage(chunk);
         else if (chunk.type() == ChunkType::Package)
-            m_fault = QStringLiteral("too many packages in resource table");
+            m_fault = FormatFault::TooManyPackages;
     }
-    if (m_fault.isEmpty() && chunks.isDamaged())
-        m_fault = QStringLiteral("damaged chunk in resource table");
+    if (m_fault == FormatFault::None && chunks.isDamaged())
+        m_fault = FormatFault::DamagedTableChunk;
 }
 
 void ResourceTable::readPackage(const ChunkView &chunk)
@@ -48,21 +48,21 @@ void ResourceTable::readPackage(const ChunkView &chunk)
     package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::TypeStringsAt)));
     package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::KeyStringsAt)));
     ChunkList chunks(chunk.bytes(), chunk.headerSize());
-    while (chunks.hasNext() && m_fault.isEmpty()) {
+    while (chunks.hasNext() && m_fault == FormatFault::None) {
         const ChunkView child = chunks.next();
         if (child.type() != ChunkType::Type)
             continue;
         const TypeChunk type(child);
         if (!type.isValid())
-            m_fault = QStringLiteral("damaged type in resource table");
+            m_fault = FormatFault::DamagedType;
         else if (m_typeChunks >= m_maxTypeChunks)
-            m_fault = QStringLiteral("too many types in resource table");
+            m_fault = FormatFault::TooManyTypes;
         else
             package.types[type.typeId()].append(type);
-        m_typeChunks += m_fault.isEmpty() ? 1 : 0;
+        m_typeChunks += m_fault == FormatFault::None ? 1 : 0;
     }
-    if (m_fault.isEmpty() && chunks.isDamaged())
-        m_fault = QStringLiteral("damaged chunk in resource table");
+    if (m_fault == FormatFault::None && chunks.isDamaged())
+        m_fault = FormatFault::DamagedTableChunk;
     m_packages.append(package);
 }
 

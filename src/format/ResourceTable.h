@@ -3,10 +3,11 @@
 #define RESOURCETABLE_H
 
 #include "format/Configuration.h"
-#include "format/Limits.h"
+#include "format/FormatFault.h"
 #include "format/StringPoolView.h"
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
+#include "limits/Limits.h"
 
 #include <QHash>
 #include <QString>
@@ -76,8 +77,8 @@ public:
     /// maxTypeChunks is at most MaxTypeChunks; pass less for one of several tables that are looked up together.
     explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks);
 
-    /// The fault of the bytes, in English; empty without one.
-    QString fault() const { return m_fault; }
+    /// The fault of the bytes; FormatFault::None without one.
+    FormatFault fault() const { return m_fault; }
     /// Number of type chunks in all.
     int typeChunkCount() const { return m_typeChunks; }
 
@@ -104,7 +105,7 @@ private:
     quint8 ownerOf(quint32 id) const;
 
     QByteArray m_bytes;
-    QString m_fault;
+    FormatFault m_fault = FormatFault::None;
     StringPoolView m_strings;
     QVector<Package> m_packages;
     int m_maxTypeChunks = MaxTypeChunks;

@@ -28,7 +28,7 @@ XmlReader::XmlReader(const QByteArray &bytes, qint64 maxCharacters)
     if (document.isValid() && isDocumentType(document.type()))
         readNodes(document);
     else
-        m_fault = QStringLiteral("not a binary XML document");
+        m_fault = FormatFault::NoDocument;
 }
 
 void XmlReader::readNodes(const ChunkView &document)
@@ -37,7 +37,7 @@ void XmlReader::readNodes(const ChunkView &document)
     ByteView ids;
     QVector<XmlElement> open; // from the root down to the innermost
     ChunkList chunks(document.bytes(), document.headerSize());
-    while (chunks.hasNext() && m_fault.isEmpty()) {
+    while (chunks.hasNext() && m_fault == FormatFault::None) {
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::StringPool) {
             strings = StringPoolView(chunk);
@@ -47,19 +47,19 @@ void XmlReader::readNodes(const ChunkView &document)
         } else if (chunk.type() == ChunkType::XmlStartElement && (m_root.isNull() || !open.isEmpty())) {
             XmlElement element;
             if (open.size() >= MaxDepth)
-                m_fault = QStringLiteral("elements nested too deeply");
+                m_fault = FormatFault::ElementsTooDeep;
             else if (readStart(XmlStartChunk(chunk), strings, ids, &element))
                 open.append(element);
         } else if (chunk.type() == ChunkType::XmlEndElement && !open.isEmpty()) {
             close(&open);
         }
     }
-    if (m_fault.isEmpty() && (chunks.isDamaged() || !open.isEmpty()))
-        m_fault = QStringLiteral("damaged XML document");
+    if (m_fault == FormatFault::None && (chunks.isDamaged() || !open.isEmpty()))
+        m_fault = FormatFault::DamagedDocument;
     while (!open.isEmpty())
         close(&open);
-    if (m_fault.isEmpty() && m_root.isNull())
-        m_fault = QStringLiteral("XML document without an element");
+    if (m_fault == FormatFault::None && m_root.isNull())
+        m_fault = FormatFault::NoElement;
 }
 
 void XmlReader::close(QVector<XmlElement> *open)
@@ -75,20 +75,20 @@ bool XmlReader::readStart(const XmlStartChunk &start, const StringPoolView &stri
                           XmlElement *element)
 {
     if (!start.isValid()) {
-        m_fault = QStringLiteral("damaged XML element");
+        m_fault = FormatFault::DamagedElement;
         return false;
     }
     const int count = start.attributeCount();
     m_nodes += 1 + count;
     if (m_nodes > MaxNodes) {
-        m_fault = QStringLiteral("too many nodes in XML document");
+        m_fault = FormatFault::TooManyNodes;
         return false;
     }
     element->name = string(strings, start.name());
     if (element->name.isEmpty())
-        m_fault = QStringLiteral("XML element without a name");
+        m_fault = FormatFault::UnnamedElement;
     element->attributes.reserve(count);
-    for (int i = 0; i < count && m_fault.isEmpty(); ++i) {
+    for (int i = 0; i < count && m_fault == FormatFault::None; ++i) {
         const XmlStartChunk::Attribute record = start.attribute(i);
         XmlAttribute attribute;
         attribute.value = record.value;
@@ -99,7 +99,7 @@ bool XmlReader::readStart(const XmlStartChunk &start, const StringPoolView &stri
         readText(record.raw, strings, &attribute);
         element->attributes.append(attribute);
     }
-    return m_fault.isEmpty();
+    return m_fault == FormatFault::None;
 }
 
 // Android looks up its own attributes by their ids and takes their values. It takes the names of packages and splits,
@@ -124,6 +124,6 @@ QString XmlReader::string(const StringPoolView &strings, quint32 index)
     QString text = *known;
     m_characters += text.size();
     if (m_characters > m_maxCharacters)
-        m_fault = QStringLiteral("too long texts in XML document");
+        m_fault = FormatFault::TextsTooLong;
     return text;
 }

@@ -2,8 +2,9 @@
 #ifndef XMLREADER_H
 #define XMLREADER_H
 
-#include "format/Limits.h"
+#include "format/FormatFault.h"
 #include "format/XmlElement.h"
+#include "limits/Limits.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -44,8 +45,8 @@ public:
 
     /// The root; a null element when there is none. For a damaged document, the content before the fault.
     const XmlElement &root() const { return m_root; }
-    /// The fault of the document, in English; empty without one.
-    QString fault() const { return m_fault; }
+    /// The fault of the document; FormatFault::None without one.
+    FormatFault fault() const { return m_fault; }
     /// Characters of all names and texts that were read: the memory that they take besides the bytes.
     qint64 characters() const { return m_characters; }
 
@@ -61,7 +62,7 @@ private:
     const qint64 m_maxCharacters;
     QHash<quint32, QString> m_strings; ///< by index: repeated uses of a string share its characters
     XmlElement m_root;
-    QString m_fault;
+    FormatFault m_fault = FormatFault::None;
     int m_nodes = 0;
     qint64 m_characters = 0;
 };

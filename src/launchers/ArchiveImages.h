@@ -2,7 +2,7 @@
 #ifndef ARCHIVEIMAGES_H
 #define ARCHIVEIMAGES_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "picture/PictureDecoder.h"
 
 #include <QByteArray>

@@ -2,8 +2,8 @@
 #ifndef ICONLOOKUP_H
 #define ICONLOOKUP_H
 
-#include "format/Budget.h"
 #include "launchers/ArchiveImages.h"
+#include "limits/Budget.h"
 
 #include <QImage>
 #include <QList>

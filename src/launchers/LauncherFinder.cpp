@@ -2,10 +2,10 @@
 #include "launchers/LauncherFinder.h"
 
 #include "document/AndroidNamespace.h"
-#include "format/Budget.h"
 #include "launchers/ApkLauncherInfoData.h"
 #include "launchers/IconLookup.h"
 #include "launchers/VisibilityRules.h"
+#include "limits/Budget.h"
 #include "table/ApkResourcesData.h"
 #include "table/LocaleLookup.h"
 

@@ -2,7 +2,7 @@
 #ifndef VISIBILITYRULES_H
 #define VISIBILITYRULES_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <QMap>
 #include <QString>

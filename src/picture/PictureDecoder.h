@@ -2,7 +2,7 @@
 #ifndef PICTUREDECODER_H
 #define PICTUREDECODER_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "picture/PictureFile.h"
 
 #include <QImage>

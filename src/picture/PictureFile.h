@@ -2,7 +2,7 @@
 #ifndef PICTUREFILE_H
 #define PICTUREFILE_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <QByteArray>
 #include <QPoint>

@@ -2,7 +2,7 @@
 #ifndef DEVICEREADER_H
 #define DEVICEREADER_H
 
-#include "format/Limits.h"
+#include "limits/Limits.h"
 
 #include <QByteArray>
 #include <QtGlobal>

@@ -2,7 +2,7 @@
 #ifndef LOCALELOOKUP_H
 #define LOCALELOOKUP_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "table/ValueTextCache.h"
 
 #include <QMap>

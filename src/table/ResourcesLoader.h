@@ -4,7 +4,7 @@
 
 #include <SorrelExport.h>
 
-#include "format/Limits.h"
+#include "limits/Limits.h"
 
 class ApkResourcesData;
 class Extractor;

@@ -85,7 +85,7 @@ private slots:
 void TestXmlReader::elementsAndAttributes()
 {
     const XmlReader reader(smallDocument());
-    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(formatFaultText(reader.fault()), QString());
     const XmlElement &root = reader.root();
     QCOMPARE(root.name, tag("a"));
     QCOMPARE(root.attributes.size(), 2);
@@ -151,7 +151,7 @@ void TestXmlReader::typeOfTheDocumentMayBeUnset()
     poke16(document, 0, 0);
     QVERIFY(XmlReader::isDocument(document));
     const XmlReader reader(document);
-    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(formatFaultText(reader.fault()), QString());
     QCOMPARE(reader.root().name, tag("a"));
 }
 
@@ -166,7 +166,7 @@ void TestXmlReader::whatIsNoDocument()
 void TestXmlReader::endsAreTakenInTurn()
 {
     const XmlReader reader(XmlBuilder().start(tag("a")).start(tag("b")).end(tag("a")).end(tag("b")).build());
-    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(formatFaultText(reader.fault()), QString());
     QCOMPARE(reader.root().name, tag("a"));
     QCOMPARE(reader.root().children.first().name, tag("b"));
 }
@@ -174,7 +174,7 @@ void TestXmlReader::endsAreTakenInTurn()
 void TestXmlReader::whatFollowsTheRootIsLeftOut()
 {
     const XmlReader reader(XmlBuilder().end(tag("z")).empty(tag("a")).empty(tag("b")).end(tag("b")).build());
-    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(formatFaultText(reader.fault()), QString());
     QCOMPARE(reader.root().name, tag("a"));
 }
 
@@ -195,25 +195,25 @@ void TestXmlReader::attributesMayBeAnywhere()
                                    .data();
     builder.chunk(nodeChunk(0x0102, elementBody(fields, records))).end(tag("a"));
     const XmlReader reader(builder.build());
-    QCOMPARE(reader.fault(), QString());
+    QCOMPARE(formatFaultText(reader.fault()), QString());
     QCOMPARE(reader.root().attribute(tag("x"))->value.data, 7u);
     QCOMPARE(reader.root().attribute(tag("y"))->value.data, 8u);
 }
 
 void TestXmlReader::errorNotABinaryXmlDocument()
 {
-    QCOMPARE(XmlReader("<manifest/>").fault(), QStringLiteral("not a binary XML document"));
+    QCOMPARE(formatFaultText(XmlReader("<manifest/>").fault()), QStringLiteral("not a binary XML document"));
     QVERIFY(XmlReader("<manifest/>").root().isNull());
 }
 
 void TestXmlReader::errorDamagedXmlDocument()
 {
     const XmlReader unclosed(XmlBuilder().start(tag("a")).empty(tag("b")).build());
-    QCOMPARE(unclosed.fault(), QStringLiteral("damaged XML document"));
+    QCOMPARE(formatFaultText(unclosed.fault()), QStringLiteral("damaged XML document"));
     QCOMPARE(unclosed.root().name, tag("a"));
     QCOMPARE(unclosed.root().children.size(), 1);
     const XmlReader trailing(XmlBuilder().empty(tag("a")).chunk("\1\2\3").build());
-    QCOMPARE(trailing.fault(), QStringLiteral("damaged XML document"));
+    QCOMPARE(formatFaultText(trailing.fault()), QStringLiteral("damaged XML document"));
 }
 
 void TestXmlReader::errorDamagedXmlElement()
@@ -224,7 +224,7 @@ void TestXmlReader::errorDamagedXmlElement()
         fields.name = builder.index(tag("a"));
         fields.attributeCount = count;
         builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
-        QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("damaged XML element"));
+        QCOMPARE(formatFaultText(XmlReader(builder.build()).fault()), QStringLiteral("damaged XML element"));
     }
     XmlBuilder builder;
     ElementFields fields;
@@ -232,7 +232,7 @@ void TestXmlReader::errorDamagedXmlElement()
     fields.attributeSize = 19;
     fields.attributeCount = 1;
     builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
-    QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("damaged XML element"));
+    QCOMPARE(formatFaultText(XmlReader(builder.build()).fault()), QStringLiteral("damaged XML element"));
 }
 
 void TestXmlReader::errorXmlElementWithoutAName()
@@ -241,24 +241,27 @@ void TestXmlReader::errorXmlElementWithoutAName()
     ElementFields fields;
     fields.name = 77;
     builder.chunk(nodeChunk(0x0102, elementBody(fields))).end(tag("a"));
-    QCOMPARE(XmlReader(builder.build()).fault(), QStringLiteral("XML element without a name"));
+    QCOMPARE(formatFaultText(XmlReader(builder.build()).fault()), QStringLiteral("XML element without a name"));
 }
 
 void TestXmlReader::errorXmlDocumentWithoutAnElement()
 {
-    QCOMPARE(XmlReader(XmlBuilder().build()).fault(), QStringLiteral("XML document without an element"));
+    QCOMPARE(formatFaultText(XmlReader(XmlBuilder().build()).fault()),
+             QStringLiteral("XML document without an element"));
 }
 
 void TestXmlReader::errorElementsNestedTooDeeply()
 {
-    QCOMPARE(XmlReader(nested(XmlReader::MaxDepth)).fault(), QString());
-    QCOMPARE(XmlReader(nested(XmlReader::MaxDepth + 1)).fault(), QStringLiteral("elements nested too deeply"));
+    QCOMPARE(formatFaultText(XmlReader(nested(XmlReader::MaxDepth)).fault()), QString());
+    QCOMPARE(formatFaultText(XmlReader(nested(XmlReader::MaxDepth + 1)).fault()),
+             QStringLiteral("elements nested too deeply"));
 }
 
 void TestXmlReader::errorTooManyNodes()
 {
-    QCOMPARE(XmlReader(wide(XmlReader::MaxNodes)).fault(), QString());
-    QCOMPARE(XmlReader(wide(XmlReader::MaxNodes + 1)).fault(), QStringLiteral("too many nodes in XML document"));
+    QCOMPARE(formatFaultText(XmlReader(wide(XmlReader::MaxNodes)).fault()), QString());
+    QCOMPARE(formatFaultText(XmlReader(wide(XmlReader::MaxNodes + 1)).fault()),
+             QStringLiteral("too many nodes in XML document"));
 }
 
 void TestXmlReader::errorTooLongTexts()
@@ -272,8 +275,8 @@ void TestXmlReader::errorTooLongTexts()
         return builder.end(tag("a")).build();
     };
     const int most = int(XmlReader::MaxCharacters / (Length + 2));
-    QCOMPARE(XmlReader(document(most)).fault(), QString());
-    QCOMPARE(XmlReader(document(most + 1)).fault(), QStringLiteral("too long texts in XML document"));
+    QCOMPARE(formatFaultText(XmlReader(document(most)).fault()), QString());
+    QCOMPARE(formatFaultText(XmlReader(document(most + 1)).fault()), QStringLiteral("too long texts in XML document"));
 }
 
 // One element whose attributes share a text: without an end at the first that is too much, they take gigabytes.
@@ -291,7 +294,7 @@ void TestXmlReader::tooLongTextsAreNotEvenMade()
     fields.name = name;
     fields.attributeCount = Count;
     const QByteArray bytes = builder.chunk(nodeChunk(0x102, elementBody(fields, records))).build();
-    QCOMPARE(XmlReader(bytes).fault(), QStringLiteral("too long texts in XML document"));
+    QCOMPARE(formatFaultText(XmlReader(bytes).fault()), QStringLiteral("too long texts in XML document"));
     const Cost taken = cost([&bytes]() { XmlReader reader(bytes); });
     QVERIFY(taken.ended);
     QVERIFY2(taken.allocated < 48 << 20, qPrintable(QString::number(taken.allocated)));
@@ -305,7 +308,7 @@ void TestXmlReader::everyPrefixIsAnswered()
         const auto block = std::make_unique<char[]>(size_t(size));
         std::memcpy(block.get(), document.constData(), size_t(size));
         const XmlReader reader(QByteArray::fromRawData(block.get(), size));
-        QCOMPARE(reader.fault(), QStringLiteral("not a binary XML document"));
+        QCOMPARE(formatFaultText(reader.fault()), QStringLiteral("not a binary XML document"));
     }
 }
 
@@ -318,8 +321,8 @@ void TestXmlReader::everyByteMayBeDamaged()
             QByteArray damaged = document;
             poke8(damaged, at, value);
             const XmlReader reader(damaged);
-            read += int(reader.fault().isEmpty());
-            if (reader.fault().isEmpty())
+            read += int(reader.fault() == FormatFault::None);
+            if (reader.fault() == FormatFault::None)
                 QVERIFY(!reader.root().isNull());
         }
     }

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_CANVAS_H
 #define SORRELKIT_CANVAS_H
 
-#include "format/HeldBytes.h"
+#include "limits/HeldBytes.h"
 
 #include <QImage>
 #include <QPainter>

@@ -155,8 +155,8 @@ DrawableLoader::Document DrawableLoader::parsed(const QByteArray &bytes, const Q
     const XmlReader reader(bytes, m_budget.workLeft() / Budget::DocumentByteWork);
     if (!m_budget.chargeWork(reader.characters() * Budget::DocumentByteWork))
         setError(DrawableFault::TooMuchDrawing);
-    else if (!reader.fault().isEmpty())
-        setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + reader.fault());
+    else if (reader.fault() != FormatFault::None)
+        setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + formatFaultText(reader.fault()));
     else
         document.root = reader.root();
     return document;

@@ -6,8 +6,8 @@
 #include "drawable/source/Drawable.h"
 #include "drawable/source/DrawableError.h"
 #include "drawable/source/PictureCache.h"
-#include "format/HeldBytes.h"
 #include "format/XmlElement.h"
+#include "limits/HeldBytes.h"
 #include "resources/ResourceResolver.h"
 
 #include <SorrelKit/IconMask.h>

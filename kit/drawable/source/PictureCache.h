@@ -3,7 +3,7 @@
 #define SORRELKIT_PICTURECACHE_H
 
 #include "drawable/source/NinePatch.h"
-#include "format/Budget.h"
+#include "limits/Budget.h"
 #include "picture/PictureDecoder.h"
 
 #include <QByteArray>

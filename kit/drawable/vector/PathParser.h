@@ -3,7 +3,7 @@
 #define SORRELKIT_PATHPARSER_H
 
 #include "drawable/source/DrawableError.h"
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <QPainterPath>
 #include <QString>

@@ -88,22 +88,22 @@ TableBuilder someTable(const Form &form)
 
 QByteArray rewritten(const QByteArray &table)
 {
-    QString fault;
+    FormatFault fault = FormatFault::None;
     QByteArray bytes = TableRewriter::rewritten(table, &fault);
-    if (!fault.isEmpty())
-        qWarning("%s", qPrintable(fault));
+    if (fault != FormatFault::None)
+        qWarning("%s", qPrintable(formatFaultText(fault)));
     return bytes;
 }
 
 QString faultOf(const QByteArray &table)
 {
-    QString fault = "not set";
+    FormatFault fault = FormatFault::NoDocument; // which no table has
     const QByteArray bytes = TableRewriter::rewritten(table, &fault);
-    if (bytes.isEmpty() != !fault.isEmpty())
+    if (bytes.isEmpty() != (fault != FormatFault::None))
         return "either a fault or a table, not both";
-    if (!fault.isEmpty() && TableRewriter::isClassic(table))
+    if (fault != FormatFault::None && TableRewriter::isClassic(table))
         return "a faulty table is not classic";
-    return fault;
+    return formatFaultText(fault);
 }
 
 /// The table of one type chunk, and the one that is made of it.

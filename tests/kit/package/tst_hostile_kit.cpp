@@ -9,10 +9,10 @@
 #include "Pictures.h"
 #include "drawable/source/PictureCache.h"
 #include "format/AndroidAttributes.h"
-#include "format/Limits.h"
 #include "format/ResourceTypes.h"
 #include "format/XmlReader.h"
 #include "icon/IconRenderer.h"
+#include "limits/Limits.h"
 #include "package/PackageData.h"
 #include "package/PackageSet.h"
 

@@ -4,8 +4,8 @@
 #include "Pictures.h"
 #include "drawable/paint/Canvas.h"
 #include "format/AndroidAttributes.h"
-#include "format/Limits.h"
 #include "language/LabelLookup.h"
+#include "limits/Limits.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "package/PackageData.h"
@@ -170,7 +170,9 @@ private slots:
 
 void TestKitCeilings::typeChunks()
 {
-    const auto fault = [](int count) { return ResourceTable(tableOf(strings().chunk(emptyTypes(count)))).fault(); };
+    const auto fault = [](int count) {
+        return formatFaultText(ResourceTable(tableOf(strings().chunk(emptyTypes(count)))).fault());
+    };
     QCOMPARE(fault(ResourceTable::MaxTypeChunks), QString());
     QCOMPARE(fault(ResourceTable::MaxTypeChunks + 1), QStringLiteral("too many types in resource table"));
 }
@@ -181,7 +183,7 @@ void TestKitCeilings::packagesOfATable()
         TableBuilder table;
         for (int i = 0; i < count; ++i)
             table.package(PackageBuilder(i));
-        return ResourceTable(table.build()).fault();
+        return formatFaultText(ResourceTable(table.build()).fault());
     };
     QCOMPARE(fault(ResourceTable::MaxPackages), QString());
     QCOMPARE(fault(ResourceTable::MaxPackages + 1), QStringLiteral("too many packages in resource table"));

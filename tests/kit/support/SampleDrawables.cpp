@@ -18,7 +18,7 @@ SampleDrawables::SampleDrawables(const QString &app, int pixelsPerDp)
         return;
     const auto table = QSharedPointer<const ResourceTable>(
         new ResourceTable(m_files.file(QStringLiteral("resources.arsc"), MaxTableBytes)));
-    if (table->fault().isEmpty())
+    if (table->fault() == FormatFault::None)
         m_resolver.emplace(QVector<QSharedPointer<const ResourceTable>>{table},
                            Configuration::phone(m_pixelsPerDp * Configuration::MediumDensity));
 }

@@ -7,7 +7,7 @@
 
 #include "archive/ZipArchive.h"
 #include "document/XmlLoader.h"
-#include "format/Limits.h"
+#include "limits/Limits.h"
 #include "stream/Extractor.h"
 #include "table/ApkResourcesData.h"
 #include "table/ResourcesLoader.h"

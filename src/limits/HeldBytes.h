@@ -2,7 +2,7 @@
 #ifndef HELDBYTES_H
 #define HELDBYTES_H
 
-#include "format/Budget.h"
+#include "limits/Budget.h"
 
 #include <utility>
 
