@@ -9,9 +9,9 @@
 #include <cstring>
 
 /*
- * Mutations that know chunks. A byte that is added or dropped makes the size of every enclosing chunk wrong, and a
- * loader stops at the first of them; half of the time the sizes are put right again, and now and then a whole chunk is
- * doubled, dropped or moved.
+ * Mutations that know chunks. An added or dropped byte makes the size of every enclosing chunk wrong, and a loader
+ * stops at the first wrong size. Half of the mutations therefore correct the sizes, and a few double, drop or move a
+ * whole chunk.
  */
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
@@ -26,7 +26,7 @@ struct Chunk {
     int size;
 };
 
-// Where the children of the chunk at @p at start, or 0 when it holds none.
+// Returns the offset of the first child of the chunk at @p at, or 0 when the chunk has no children.
 int childrenOffset(const QByteArray &bytes, int at)
 {
     switch (ChunkType(peek16(bytes, at))) {
@@ -41,7 +41,8 @@ int childrenOffset(const QByteArray &bytes, int at)
     }
 }
 
-// Makes the chunks from @p at to @p end fill that space, by their own sizes as far as these go, and lists them.
+// Lists the chunks from @p at to @p end. Follows their sizes as far as possible, and corrects them so that the chunks
+// fill that space.
 void repair(QByteArray &bytes, int at, int end, QVector<Chunk> &chunks)
 {
     while (end - at >= ChunkView::HeaderSize) {

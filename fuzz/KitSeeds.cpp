@@ -129,7 +129,7 @@ QVector<Member> ownDrawables()
     return seeds;
 }
 
-// References that lead to what the table here has, whatever the sample's own has there.
+// Returns a sample whose references refer to resources of the table in this file.
 XmlElement relinked(XmlElement element)
 {
     constexpr quint32 Resources[] = {FirstColor, ColorList, Gradient, Picture, Patch, Vector, Alias, Layers};
@@ -256,7 +256,7 @@ QVector<Member> kitFiles()
 
 QVector<Member> drawableSeeds(const QString &samples)
 {
-    constexpr int MaxBytes = 16384; // as long as the fuzzers make their inputs
+    constexpr int MaxBytes = 16384; // the limit of the fuzzers for their inputs
     QVector<Member> seeds = ownDrawables();
     for (const QString &file : QDir(samples).entryList({QStringLiteral("*.aapt2.apk")})) {
         ZipArchive archive(QDir(samples).filePath(file));
@@ -275,7 +275,7 @@ QVector<Member> drawableSeeds(const QString &samples)
 
 QVector<Member> pathSeeds()
 {
-    // An arc of infinite radii, one of tiny ones, and small numbers of all kinds.
+    // An arc of infinite radii, one of tiny radii, and small numbers of all kinds.
     const QByteArray infinite = QByteArray("\0\x7f\x80\0\0", 5).repeated(2);
     const QByteArray tiny = QByteArray("\0\0\0\0\1", 5).repeated(2);
     const QByteArray small("\1\x20\2\x30\3\x40\1\x50\2\x60\3\x70\1\x10\2\x12\3\x14", 18);

@@ -9,26 +9,27 @@
 #include <QVector>
 
 /*
- * What the kit's harnesses have around their input, and what they start from. One table and its files serve both: colours,
- * a colour state list, a gradient, pictures, a vector, and layers that lead back to the drawable that is the input.
+ * The surroundings and the seeds of the inputs of the kit's harnesses. All use one table and its files: colours, a
+ * colour state list, a gradient, pictures, a vector, and layers that refer to the input drawable.
  */
 
 constexpr quint32 InputDrawable = 0x7f020000;
-/// The path of that drawable's file.
+/// The path of the input drawable's file.
 QString inputPath();
 
-/// The table, and the files that it names, without the one at inputPath().
+/// The table and the files that it names, without the file at inputPath().
 QByteArray kitTable();
 QVector<fixture::Member> kitFiles();
 
-/// Drawables, for the harness of drawables: some made here, and those of the sample packages in @p samples that are built.
+/// Seeds of the drawable harness: some made here, and the drawables of the sample packages in @p samples that are
+/// built.
 QVector<fixture::Member> drawableSeeds(const QString &samples);
-/// Paths, for the harness of paths: bytes that choose what is painted, and how.
+/// Seeds of the path harness: bytes that choose the path and the way it is painted.
 QVector<fixture::Member> pathSeeds();
-/// Tables with manifests, packages and sets, for the harness of packages.
+/// Seeds of the package harness: tables with manifests, packages and sets.
 QVector<fixture::Member> kitPackageSeeds();
 
-/// Inputs that once did harm, each by its name and as small as shows it.
+/// Inputs that once crashed or ran long, reduced and named after the fault.
 QVector<fixture::Member> drawableRegressions();
 QVector<fixture::Member> kitPackageRegressions();
 

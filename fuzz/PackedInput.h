@@ -8,8 +8,8 @@
 #include <QByteArray>
 #include <QVector>
 
-/// An archive as it is; anything else is a table and a manifest, which are told apart by the table's size, and packed with
-/// @p others.
+/// Returns an input that is an archive unchanged. Any other input starts with the table's size, then has a table and a
+/// manifest; both are packed together with @p others.
 inline QByteArray packageOf(const QByteArray &input, const QVector<fixture::Member> &others)
 {
     constexpr int SizeAt = 4;

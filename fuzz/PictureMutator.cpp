@@ -9,9 +9,9 @@
 #include <cstring>
 
 /*
- * Mutations that know the framing of pictures. A decoder stops at the first checksum or size that is wrong; half of the
- * time those of a PNG or a WebP file are mended. Now and then a chunk is doubled, dropped or moved, or the pixels of a PNG
- * are unpacked, mutated, and packed again.
+ * Mutations that know the framing of pictures. A decoder stops at the first wrong checksum or size, so half of the
+ * mutations correct these in a PNG or WebP file. A few double, drop or move a chunk, or unpack the pixels of a PNG,
+ * mutate them and pack them again.
  */
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t *data, size_t size, size_t maxSize);
@@ -28,7 +28,7 @@ struct Chunk {
     QByteArray data;
 };
 
-// Chunks as far as their sizes go; the last one has what is left.
+// Splits the bytes into chunks as far as their sizes are valid. The last chunk has the rest.
 QVector<Chunk> chunksOf(const QByteArray &bytes, int at, bool isPng)
 {
     constexpr int ChecksumSize = 4;

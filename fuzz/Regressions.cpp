@@ -48,7 +48,7 @@ QByteArray map(qint64 count)
     return TableBuilder().package(strings().type(TypeBuilder(1).entry(0, poked(mapEntry(0), CountAt, count)))).build();
 }
 
-// Launchers, of which each has an attribute of its own that refers to the entry of its number.
+// Launchers with @p attribute. The attribute of launcher n refers to entry n.
 QByteArray launchers(int count, const QString &attribute)
 {
     const QString activity = QStringLiteral("activity");
@@ -74,7 +74,7 @@ QByteArray launcherWithIcon(const QString &path)
         .build();
 }
 
-// Entries of which each refers to the next, and the last to the first.
+// Entries that each refer to the next; the last refers to the first.
 QByteArray ring(int length)
 {
     TypeBuilder type(1);

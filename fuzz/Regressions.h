@@ -7,13 +7,13 @@
 #include <QVector>
 
 /*
- * Inputs that once did harm, each by its name and as small as shows it. The replay runs them in every test run, and the
- * fuzzers start from them, too.
+ * Inputs that once crashed or ran long, reduced and named after the fault. The replay runs them in every test run, and
+ * the fuzzers use them as seeds.
  */
 
 QVector<fixture::Member> tableRegressions();
 QVector<fixture::Member> documentRegressions();
-/// Of whole packages, as archives.
+/// Whole packages, as archives.
 QVector<fixture::Member> packageRegressions();
 QVector<fixture::Member> pictureRegressions();
 

@@ -27,7 +27,7 @@ ApkResources smallTable()
     return resources;
 }
 
-/// What became of a document, and of the device that it was read from.
+/// The result of loading a document, and the state of the device afterwards.
 struct Loaded {
     Loaded(const ApkResources &resources, const QByteArray &bytes, QIODevice::OpenMode mode)
     {
@@ -43,7 +43,7 @@ struct Loaded {
 
 } // namespace
 
-// The buffer of a device makes no difference.
+// A buffered and an unbuffered device must give the same result.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static const ApkResources resources = smallTable();

@@ -27,7 +27,8 @@ fixture::Files filesOfKit()
 
 } // namespace
 
-// The input is the drawable InputDrawable, which others lead back to. Its last byte chooses the mask.
+// The input is the drawable InputDrawable, and other drawables refer back to it. The last byte of the input chooses the
+// mask.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     constexpr QSize Size(48, 48);

@@ -34,7 +34,7 @@ bool isSame(const EntryView &before, const EntryView &after)
            && before.value().type == after.value().type && before.value().data == after.value().data;
 }
 
-// Whether all resources that @p asked has slots for have the same entries in both.
+// Whether every resource that has a slot in @p asked has the same entries in both chunks.
 bool haveSameEntries(const TypeChunk &asked, const TypeChunk &before, const TypeChunk &after)
 {
     for (int number = 0; number < asked.slotCount(); ++number) {
@@ -57,7 +57,7 @@ bool isSameType(const ChunkView &one, const ChunkView &other)
 
 bool isSamePackage(const ChunkView &before, const ChunkView &after);
 
-// Whether the chunks in @p before and @p after, two tables or two packages, hold the same.
+// Whether @p before and @p after, two tables or two packages, hold the same chunks.
 bool isSameContent(const ChunkView &before, const ChunkView &after)
 {
     const bool isTable = before.type() == ChunkType::Table;
@@ -89,7 +89,7 @@ bool isSamePackage(const ChunkView &before, const ChunkView &after)
            && isSameContent(before, after);
 }
 
-// @p table with chunks of an unknown type in place of its types: whether libsorrel takes it is not up to them.
+// Returns @p table with its types marked as chunks of an unknown type, which libsorrel skips.
 QByteArray withoutTypes(QByteArray table)
 {
     constexpr int UnknownType = 0x0777;
@@ -109,7 +109,7 @@ QByteArray withoutTypes(QByteArray table)
     return table;
 }
 
-/// The fault that libsorrel has with @p table; empty when it takes it.
+/// The fault that libsorrel finds in @p table, or an empty string.
 QString faultOf(const QByteArray &table)
 {
     const QString start = QStringLiteral("Error extracting resources: ");
@@ -141,7 +141,7 @@ void checkTable(const QByteArray &table)
         failed("a classic table has changed");
     if (!isSameContent(ChunkView::at(ByteView(table), 0), ChunkView::at(ByteView(result), 0)))
         failed("the table holds something else");
-    // Whether a type has a name, and how many values there may be, is up to libsorrel.
+    // libsorrel alone checks that types have names, and limits the number of values.
     const QString reason = faultOf(result);
     if (!reason.isEmpty() && !reason.startsWith(QLatin1String("Typechunk id out of range"))
         && !reason.startsWith(QLatin1String("too many values")) && faultOf(withoutTypes(result)).isEmpty())
@@ -168,7 +168,7 @@ void checkPackage(const QByteArray &bytes)
 
 } // namespace
 
-// An archive is a package, and anything else a table, which is packed with a manifest.
+// An archive is used as a package. Any other input is a table, which is packed with a manifest.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray input(reinterpret_cast<const char *>(data), int(size));

@@ -13,7 +13,7 @@ using namespace fixture;
 
 namespace {
 
-/// Takes numbers off the front of the input; zeros when nothing is left.
+/// Takes numbers off the front of the input. Returns zeros after the end.
 class Numbers
 {
 public:
@@ -27,7 +27,7 @@ public:
         --m_size;
         return *m_data++;
     }
-    /// Any number that a float holds, and the infinite ones; or a small one, which a picture shows.
+    /// Any value of a float including infinity, or a small number, which shows in a picture.
     float number()
     {
         const int kind = byte();
@@ -40,7 +40,7 @@ public:
         std::memcpy(&number, &bits, sizeof number);
         return number;
     }
-    /// As path data have it. What is not finite is more than any number may be.
+    /// The number in the syntax of path data. An infinite number becomes one above the limit for numbers.
     QString text()
     {
         const float value = number();
@@ -82,7 +82,7 @@ QString pathData(Numbers &numbers)
 
 } // namespace
 
-// The input is how a path is painted, then its commands: always of the right form, so that no parser refuses them.
+// The input chooses how a path is painted, then its commands. The path is always well-formed, so the parser accepts it.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     constexpr QSize Size(48, 48);

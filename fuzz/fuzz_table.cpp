@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What became of a table, and of the device that it was read from.
+/// The result of loading a table, and the state of the device afterwards.
 struct Loaded {
     Loaded(const QByteArray &bytes, QIODevice::OpenMode mode)
     {
@@ -23,7 +23,7 @@ struct Loaded {
 
 } // namespace
 
-// The buffer of a device makes no difference.
+// A buffered and an unbuffered device must give the same result.
 int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const fixture::LogCapture log;

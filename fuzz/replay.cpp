@@ -24,7 +24,7 @@ int main(int argc, char *argv[])
                 std::fprintf(stderr, "%s: %s\n", qPrintable(file.fileName()), qPrintable(file.errorString()));
                 return 1;
             }
-            // Told before it is run, so that a crash has a name.
+            // Printed before the run, so that a crash shows the file's name.
             std::printf("%s\n", qPrintable(file.fileName()));
             std::fflush(stdout);
             const QByteArray bytes = file.readAll();

@@ -47,7 +47,7 @@ QByteArray manifest(Encoding encoding)
     return builder.build();
 }
 
-// A table in the given form, with gaps, and with values and maps that resources share.
+// A table in the given encoding, with gaps, and with values and maps that resources share.
 QByteArray otherTable(TableEncoding encoding, bool isCompact)
 {
     const auto value = [isCompact](int dataType, qint64 data) {
@@ -100,7 +100,7 @@ void writeAll(const QString &directory, const QVector<Member> &files)
 
 } // namespace
 
-// write_seeds DIRECTORY: good inputs for each harness, in directories named after them, and those that once did harm.
+// write_seeds DIRECTORY: writes valid inputs and the regressions of each harness into a directory named after it.
 int main(int argc, char *argv[])
 {
     if (argc != 2) {

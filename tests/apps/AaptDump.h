@@ -12,12 +12,12 @@
 #include <cstring>
 
 /**
- * What `aapt dump` prints of a package, taken apart: the resource table, a document's tree, and the summary. Values
- * are given the text that the library gives them, from the numbers that aapt prints.
+ * Parses the output of `aapt dump`: the resource table, the tree of a document, and the summary. Converts the numbers
+ * that aapt prints to the texts that the library gives.
  */
 namespace AaptDump {
 
-/// Runs aapt. False, with the reason in @p error, when it cannot be run or complains.
+/// Runs aapt. Returns false and sets @p error when aapt cannot be run or prints errors.
 inline bool run(const QStringList &arguments, QStringList *lines, QString *error)
 {
     QProcess aapt;
@@ -32,7 +32,7 @@ inline bool run(const QStringList &arguments, QStringList *lines, QString *error
     return true;
 }
 
-/// Takes back the escapes of a quoted text.
+/// Removes the escapes of a quoted text.
 inline QString unescaped(const QString &text)
 {
     QString result;
@@ -77,9 +77,9 @@ inline QString qualifierBytes(const QString &letters, char16_t base)
 }
 
 /**
- * The library's texts for a configuration that aapt calls @p config: its qualifiers, and its locale. The library has
- * no word for some densities and none for scripts, and shows a language of three letters, or a region of three digits,
- * as the two bytes that it is packed into.
+ * The library's texts for a configuration that aapt calls @p config: its qualifiers and its locale. The library has no
+ * names for some densities and for scripts. It shows a language of three letters, or a region of three digits, as the
+ * two bytes that store it.
  */
 struct ConfigNames {
     explicit ConfigNames(const QString &config)
@@ -117,7 +117,8 @@ struct Table {
     QMap<quint32, Resource> resources;
     QStringList encodings; ///< "string8" or "string16", each once
 
-    /// The reference text of an id: by type and number for the package's own, by its digits for the platform's.
+    /// The reference text of an id: type and number for the package's own resources, hexadecimal digits for the
+    /// platform's.
     QString reference(quint32 id) const
     {
         if (id >> 24 != 0x7f)
@@ -139,7 +140,7 @@ struct Table {
     /// The library's text for a typed value.
     QString text(int type, quint32 data, const QString &string) const
     {
-        // Numbers of 32 bits are widened with their sign before their hexadecimal digits are written.
+        // aapt extends the sign of a 32-bit number before it prints the hexadecimal digits.
         const QString sign = data & 0x80000000U ? QStringLiteral("ffffffff") : QString();
         const QString digits = hexDigits(data, 8);
         float single = 0;
@@ -152,7 +153,7 @@ struct Table {
         case 0x04:
             std::memcpy(&single, &data, sizeof single);
             return QString::number(double(single));
-        case 0x05: // a dimension and a fraction are told as the number that holds value and unit
+        case 0x05: // aapt prints a dimension or a fraction as its raw number
         case 0x06:
         case 0x10:
             return QString::number(qint32(data));
@@ -213,8 +214,8 @@ struct Table {
 };
 
 /**
- * `aapt dump xmltree`: one line for each element and attribute, indented by depth: "tag", and below it, sorted,
- * "{namespace} prefix:name=text".
+ * The output of `aapt dump xmltree`: one line for each element and attribute, indented by depth. An element is "tag".
+ * Its attributes follow in alphabetical order as "{namespace} prefix:name=text".
  */
 inline bool loadTree(const QString &package, const Table &table, QStringList *tree, QString *error)
 {
@@ -231,7 +232,7 @@ inline bool loadTree(const QString &package, const Table &table, QStringList *tr
         return false;
     }
     QMap<QString, QString> namespaces;
-    QList<int> openElements; // by their indents
+    QList<int> openElements; // their indents
     QStringList attributes;
     const auto flushAttributes = [&] {
         attributes.sort();
@@ -271,7 +272,7 @@ inline bool loadTree(const QString &package, const Table &table, QStringList *tr
     return true;
 }
 
-/// An activity that aapt takes for a launcher; its own label (for en-US) and icon, empty where it has none.
+/// An activity that is a launcher for aapt, with its own label (for en-US) and icon. Both are empty when missing.
 struct LaunchableActivity {
     QString name;
     QString label;

@@ -10,20 +10,20 @@
 #include <initializer_list>
 #include <utility>
 
-/// What the sources of the sample applications say, and so what the library has to answer.
+/// The answers that the library must give, written down from the sources of the sample applications.
 namespace ExpectedApps {
 
 using Labels = QMap<QString, QString>;
 
 struct Launcher {
     const char *className;
-    /// Whether it is shown without asking for disabled entries.
+    /// Whether it is listed when disabled entries are not requested.
     bool shown;
-    /// By locale. A label "@string/name" stands for that resource's reference text.
+    /// By locale. The label "@string/name" means the reference text of that resource.
     Labels labels;
-    /// The resource that the icon attribute names ("drawable/notes"), empty when there is none.
+    /// The resource that the icon attribute names ("drawable/notes"), or an empty string.
     QString icon;
-    /// Whether a label stands in the manifest itself, not in the table.
+    /// Whether the label is a literal text in the manifest.
     bool literalLabel = false;
     /// Whether the element is an alias.
     bool alias = false;
@@ -43,7 +43,7 @@ inline Labels labels(std::initializer_list<std::pair<const char *, const char *>
     return result;
 }
 
-/// @p base, and the labels of @p more for those locales that it has none for.
+/// @p base, plus the labels of @p more for locales that are missing in @p base.
 inline Labels completed(Labels base, const Labels &more)
 {
     for (auto it = more.cbegin(); it != more.cend(); ++it) {
@@ -109,8 +109,8 @@ inline App notes()
         {"fr", "Liste d'achats"},
         {"ja", "買い物 🛒"},
     });
-    // The default value refers to app_name and so takes all of its locales, "de" included, before the string's own
-    // ones come up. Those of "nl" and "sv" refer to today, which has a text in Dutch but none in Swedish.
+    // The default value refers to app_name, so it takes all locales of app_name, "de" included, before the string's own
+    // locales are read. The values of "nl" and "sv" refer to today, which has a text in Dutch but none in Swedish.
     const Labels editor = completed(appName, labels({{"it", "Redattore"}, {"nl", "Vandaag"}, {"sv", "Today 🗓"}}));
     // Refers to shopping, and in Spanish to app_name, which has no text in Spanish.
     const Labels journal = completed(shopping, labels({{"es", "Notes"}}));
@@ -132,8 +132,8 @@ inline App notes()
 inline App toolbox()
 {
     const Labels drill = labels({{"", "Drill 🔩"}, {"de", "Bohrer"}});
-    // A language of three letters and a region of three digits are packed into two bytes, which are taken as letters
-    // all the same. A script is not looked at, so of "sr" and "sr-Latn" the one that the compilers put first counts.
+    // A language of three letters or a region of three digits is stored in two bytes, and the library reads these as
+    // letters. It ignores scripts, so the first of "sr" and "sr-Latn" in the compiler's order wins.
     const Labels level = labels({
         {"", "Level"},
         {"de", "Wasserwaage"},
@@ -144,7 +144,7 @@ inline App toolbox()
         {"iw", "פלס"},
     });
     const Labels chainEnd = labels({{"", "End of the chain"}, {"de", "Ende der Kette"}});
-    // References are followed five deep, so this one ends in the reference before the text.
+    // References are followed to a depth of five. This one ends at the reference before the text.
     const Labels longChain = labels({{"", "@string/chain_end"}});
 
     const QString icon = QStringLiteral("drawable/toolbox");
@@ -222,7 +222,7 @@ inline QMap<QString, App> all()
             {QStringLiteral("atlas"), atlas()}};
 }
 
-/// The names, as in iconSources, of the pictures that the drawables defined by reference or in XML come down to.
+/// The drawables defined by reference or in XML, with the pictures that they lead to, named as in iconSources.
 inline QMap<QString, QStringList> indirectIcons()
 {
     return {{QStringLiteral("drawable/basket"), {QStringLiteral("drawable/cart")}},

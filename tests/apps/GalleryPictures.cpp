@@ -25,7 +25,7 @@ QImage flag()
     return image;
 }
 
-// A ball, lit from the top left, whose edge is soft, on nothing.
+// A ball with a soft edge, lit from the top left, on a transparent background.
 QImage photo()
 {
     QImage image = transparent(96, 96);
@@ -41,7 +41,7 @@ QImage photo()
     return image;
 }
 
-// Stripes of one pixel, which become grey when the picture is shrunk well, around a disc, in a frame.
+// A framed disc on stripes that are one pixel wide. Good scaling turns the stripes grey.
 QImage poster()
 {
     QImage image = transparent(960, 960);
@@ -66,7 +66,7 @@ QImage ninePatch(const QImage &content)
     return image;
 }
 
-// Marks on the border, in pixels of the content: which columns and rows are stretched, and where the padding ends.
+// These mark the border in coordinates of the content: stretched columns and rows, and the end of the padding.
 void markColumns(QImage *patch, int start, int end)
 {
     for (int x = start; x < end; ++x)
@@ -87,7 +87,7 @@ void markPadding(QImage *patch, int left, int top, int right, int bottom)
         patch->setPixel(patch->width() - 1, y + 1, 0xff000000);
 }
 
-// A panel with round corners, a colour in each.
+// A panel with round corners, each in its own colour.
 QImage panel()
 {
     QImage content = transparent(16, 16);
@@ -108,8 +108,8 @@ QImage panel()
     return patch;
 }
 
-// A button whose mark in the middle keeps its size: what is stretched is on both sides of it, three times as much on the
-// right.
+// A button with a mark of fixed size in the middle. The stretched columns are on both sides of it, three times as many
+// on the right.
 QImage button()
 {
     QImage content = transparent(32, 24);

@@ -6,8 +6,7 @@
 #include <QVector>
 
 /**
- * The pictures of the application "gallery". Unlike those of IconSources.h, no two of their edges are alike, so that one
- * sees which way a picture is turned, mirrored or stretched.
+ * The pictures of the application "gallery". Their four edges differ, so a turned, mirrored or stretched picture shows.
  */
 struct GalleryPicture {
     const char *file; ///< below res/

@@ -5,10 +5,10 @@
 #include <QImage>
 
 /**
- * One picture of a sample application. make_icons draws it into the application's resources, and the tests know it
- * again by its size and its two colours.
+ * One picture of a sample application. make_icons draws it into the application's resources. The tests recognize it by
+ * its size and its two colours.
  *
- * The picture is a frame, an eighth of the smaller side wide, around a plain area.
+ * The picture is a plain area in a frame. The frame's width is an eighth of the smaller side.
  */
 struct IconSource {
     const char *app;
@@ -19,7 +19,7 @@ struct IconSource {
     QRgb frame; ///< of the pixel in each corner; only formats with an alpha channel may have a translucent one
 };
 
-/// No two pictures have the same pair of colours, and different pairs are far apart: JPEG changes them a little.
+/// Each picture has its own pair of colours. The pairs are far apart, because JPEG changes colours a little.
 constexpr IconSource iconSources[] = {
     {"notes", "drawable-mdpi/notes.png", 48, 48, 0xffc02020, 0xff204080},
     {"notes", "drawable-hdpi/notes.png", 72, 72, 0xffc08020, 0x00000000},

@@ -13,7 +13,7 @@
 #include <QString>
 #include <QStringList>
 
-/// Which pictures of the sources the icons of a package are, and in which order they are to be expected.
+/// Finds the source pictures of a package's icons, and the order in which the library must return them.
 namespace SampleIcons {
 
 inline bool isNearColour(QRgb pixel, QRgb wanted)
@@ -26,7 +26,8 @@ inline bool isNearColour(QRgb pixel, QRgb wanted)
            && qAbs(qBlue(pixel) - qBlue(wanted)) <= lossyDifference && qAlpha(pixel) == qAlpha(wanted);
 }
 
-/// The file of the application's sources that @p image shows, by size and colours, or a text that says what it is.
+/// The source file of the application that @p image shows, found by size and colours, or else a description of the
+/// image.
 inline QString identified(const QImage &image, const QString &app)
 {
     const QRgb area = image.pixel(image.width() / 2, image.height() / 2);
@@ -54,7 +55,7 @@ inline QStringList identified(const QList<QImage> &images, const QString &app)
     return names;
 }
 
-/// The source files of the pictures that the drawable @p name ("drawable/notes") comes down to.
+/// The source files of the pictures that the drawable @p name ("drawable/notes") leads to.
 inline QStringList filesOf(const QString &app, const QString &name)
 {
     const QMap<QString, QStringList> indirect = ExpectedApps::indirectIcons();
@@ -69,7 +70,7 @@ inline QStringList filesOf(const QString &app, const QString &name)
     return files;
 }
 
-/// The source file of the archive member @p path: the compilers add the version that a qualifier asks for.
+/// The source file of the archive member @p path. Compilers add the platform version that a qualifier requires.
 inline QString sourceOf(const QString &path, const QString &app)
 {
     static const QRegularExpression version(QStringLiteral("-v[0-9]+/"));
@@ -86,7 +87,7 @@ inline QString sourceOf(const QString &path, const QString &app)
     return result;
 }
 
-/// Adds the pictures that @p value comes down to, in the order in which the library looks at them.
+/// Adds the pictures that @p value leads to, in the library's order.
 inline void expand(const QString &value, const AaptDump::Table &table, const QString &app, QSet<QString> *visited,
                    QStringList *files)
 {
@@ -102,13 +103,13 @@ inline void expand(const QString &value, const AaptDump::Table &table, const QSt
     for (auto it = table.resources.cbegin(); it != table.resources.cend(); ++it) {
         if (table.reference(it.key()) != value)
             continue;
-        // The values of a reference are looked at from the last to the first.
+        // The library visits the values of a reference from the last to the first.
         for (int i = int(it->values.size()) - 1; i >= 0; --i)
             expand(table.text(it->values.at(i)), table, app, visited, files);
     }
 }
 
-/// The source files of the pictures of the drawable @p name, as the order of the table's values puts them.
+/// The source files of the pictures of the drawable @p name, in the order of the table's values.
 inline QStringList inOrder(const QString &name, const AaptDump::Table &table, const QString &app)
 {
     QStringList files;
