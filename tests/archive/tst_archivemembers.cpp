@@ -165,13 +165,13 @@ void TestArchiveMembers::packedBytesThatDeliverNothingCostAsMuch()
     QCOMPARE(cost.workLeft(), Plenty - PackedByteWork * archive.packedSize());
 }
 
-// What is claimed and was not read; and no more can be read than there is.
+// Sizes that a header claims cost nothing. No more than the existing bytes can be read.
 void TestArchiveMembers::sizesThatAreClaimedCostNothing()
 {
     const QByteArray content(1000, 'x');
     QByteArray bytes = zip({{name, content}, {QStringLiteral("behind it"), noise(40000)}});
     poke32(bytes, entryAt(bytes) + CentralPackedSizeAt, 0x7fffffff);
-    // The member's own header has to claim as much.
+    // The member's local header has to claim the same size.
     constexpr int LocalPackedSizeAt = 18;
     poke32(bytes, LocalPackedSizeAt, 0x7fffffff);
     OpenZip archive(bytes);
@@ -213,7 +213,7 @@ void TestArchiveMembers::filesUpToTheCeiling()
     Budget cost(Plenty, 0);
     QCOMPARE(archive.content(&cost, bytes.size()), bytes);
     QCOMPARE(archive.content(&cost, bytes.size() - 1), QByteArray());
-    // It was read in any case.
+    // It has been read in any case.
     QCOMPARE(cost.workLeft(), Plenty - 2 * bytes.size());
 }
 
@@ -226,7 +226,7 @@ void TestArchiveMembers::nothingIsReadWhenNothingIsLeft()
     Budget cost(PackedByteWork * Size - 1, 0);
     QCOMPARE(ArchiveMembers::content(&archive.zip, Plenty, &cost), QByteArray());
     QVERIFY(archive.device.bytesRead() - before < 1000);
-    // A smaller one after it may fit.
+    // A smaller member after it may still fit.
     QCOMPARE(cost.workLeft(), qint64(PackedByteWork * Size - 1));
 }
 

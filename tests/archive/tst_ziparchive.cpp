@@ -46,7 +46,7 @@ QByteArray manifestOf(const char *package, const char *split = nullptr)
     return XmlBuilder::manifest().empty(latin("manifest"), attributes).build();
 }
 
-// A package of one launcher, whose icon is the file @p icon, and of @p others.
+// A package of one launcher with the icon file @p icon, and of @p others.
 QByteArray packageWithIcon(const char *icon, const QVector<Member> &others = {})
 {
     const QByteArray manifest = XmlBuilder::manifest()
@@ -62,7 +62,7 @@ QByteArray packageWithIcon(const char *icon, const QVector<Member> &others = {})
     return package(emptyTable(), manifest, others);
 }
 
-// Where the directory of an archive begins whose end has no comment.
+// The offset of the directory in an archive without a comment.
 int directoryAt(const QByteArray &archive)
 {
     return int(peek32(archive, int(archive.size()) - 22 + 16));
@@ -153,7 +153,7 @@ void TestArchiveFiles::filesThatAreTooLong()
     QCOMPARE(archive.file(latin("dir/b.txt"), 0), QByteArray());
 }
 
-// Thousands of resources may name one file that is too long.
+// Thousands of resources may name the same oversized file.
 void TestArchiveFiles::filesThatAreTooLongAreNotInflated()
 {
     constexpr int Size = 64 << 20;
@@ -171,7 +171,7 @@ void TestArchiveFiles::filesThatAreTooLongAreNotInflated()
 void TestArchiveFiles::damagedFilesEndWhereTheFaultIs()
 {
     QByteArray bytes = zip({{latin("a"), QByteArray(100, 'a') + QByteArray(100, 'b')}});
-    // The directory says less than there is: no more is delivered.
+    // The directory claims fewer bytes than the member has. No more than the claim is delivered.
     const int sizeAt = directoryAt(bytes) + 24;
     QCOMPARE(peek32(bytes, sizeAt), quint32(200));
     poke32(bytes, sizeAt, 100);
@@ -327,7 +327,7 @@ void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
     QVERIFY(outer.archive(latin("2"), &inflated) != nullptr);
     QCOMPARE(inflated.bytesLeft(), qint64(0));
     QVERIFY(outer.archive(latin("3"), &inflated) == nullptr);
-    // A damaged one holds what the directory claims.
+    // A damaged file counts with the size that the directory claims.
     const int sizeAt = directoryAt(bytes) + 24;
     poke32(bytes, sizeAt, 5000);
     ZipArchive liar(bytes);
@@ -342,7 +342,7 @@ void TestArchiveFiles::archivesThatOverlap_data()
     membersByTheirNames_data();
 }
 
-// A directory may list one archive any number of times, so that a small file has thousands.
+// A directory may list one archive any number of times, so a small file can have thousands of archives.
 void TestArchiveFiles::archivesThatOverlap()
 {
     QFETCH(Compression, compression);
@@ -446,7 +446,7 @@ void TestArchiveFiles::setsAreOneApplication()
     QVERIFY(!PackageSet::isSet(none));
 }
 
-// Each of the packages has a manifest that takes tens of millions of characters.
+// The manifest of each package takes tens of millions of characters.
 void TestArchiveFiles::manifestsOfASetAreLimitedTogether()
 {
     constexpr int Length = 1 << 16;
@@ -491,7 +491,7 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
     const Package tooManyTypes(&many);
     QCOMPARE(tooManyTypes.error().code(), SorrelKit::Error::Code::BadTable);
     QCOMPARE(tooManyTypes.error().message(), latin("could not parse resources.arsc: too many types in resource table"));
-    // Bytes behind a table are read with it.
+    // Bytes after the table are read with it.
     const QByteArray half = table(1) + QByteArray(int(Limits::MaxTableBytes / 2), '\0');
     PackageDevice large(set(half, half));
     const Package tooLarge(&large);
@@ -530,7 +530,7 @@ void TestArchiveFiles::membersOfASetAreLimitedTogether()
     QCOMPARE(read({full, split(rest + 2)}).splits, 1);
 }
 
-// A package that is compressed in a set may have a thousand times the bytes that the set has.
+// A compressed package in a set may be a thousand times as large as the set.
 void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
 {
     constexpr int Size = 1 << 20; ///< that the members claim
@@ -543,7 +543,7 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
         Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
         return archive.open() ? int(PackageSet(archive, budget).splits().size()) : -1;
     };
-    // The rest of the work is for directories and for making the elements.
+    // The rest of the work is spent on directories and on making the elements.
     constexpr qint64 Most = PackageData::MaxReadingWork / Budget::PackedByteWork;
     constexpr int Some = 100'000;
     QCOMPARE(splits(Most - Some), 1);
@@ -568,12 +568,12 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
     const QByteArray tooMuch = zip({{latin("base.apk"), withTable(Most)}});
     QCOMPARE(error(tooMuch), SorrelKit::Error::Code::BadTable);
     QCOMPARE(normalizerError(tooMuch), SorrelKit::Error::Code::BadTable);
-    // The table of a file is read once, and no longer than the file.
+    // A package outside a set is read once, so its own size is the limit.
     QCOMPARE(error(withTable(Most)), SorrelKit::Error::Code::None);
     QCOMPARE(normalizerError(withTable(Most)), SorrelKit::Error::Code::None);
 }
 
-// Each of hundreds of packages would have to be asked for each of thousands of paths.
+// Otherwise each of hundreds of packages would be searched for each of thousands of paths.
 void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
 {
     const QByteArray split = zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}});

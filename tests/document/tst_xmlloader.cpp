@@ -42,14 +42,14 @@ constexpr int LabelId = 0x01010001;
 const QString deviceText = QStringLiteral("device");
 const QString badIndex = QStringLiteral("bad index in  pool");
 
-/// What decoding a document gives.
+/// The result of decoding a document.
 struct Decoded {
     QDomDocument document;
     bool ok = false;
     QStringList log;
 
     QDomElement root() const { return document.documentElement(); }
-    /// The fault that the log tells, empty for none.
+    /// The fault that the log shows, or an empty string.
     QString fault() const
     {
         const QString before = QStringLiteral("XmlLoader error: ");
@@ -163,7 +163,7 @@ ApkResources table()
     return table;
 }
 
-/// A small document with something of everything.
+/// A small document with one item of each kind.
 XmlBuilder goodDocument()
 {
     XmlBuilder builder = XmlBuilder::manifest();
@@ -179,7 +179,7 @@ XmlBuilder goodDocument()
         .endNamespace("android", androidUri);
 }
 
-/// Elements, one in the other, closed again.
+/// Nested elements, all closed.
 XmlBuilder nested(int depth)
 {
     XmlBuilder builder;
@@ -370,7 +370,7 @@ void TestXmlLoader::theFlagMayBeNull()
 
 void TestXmlLoader::documentsAreIndependent()
 {
-    // neither strings, ids, namespaces nor open elements are left from the document before
+    // no strings, ids, namespaces or open elements remain from the document before
     XmlBuilder first;
     first.attributeId("label", LabelId).startNamespace("p", "urn:p").start("e", {}, "urn:p");
     const Decoded one = decoded(first);
@@ -394,7 +394,7 @@ void TestXmlLoader::aLoaderStartsEachDocumentAnew()
         QVERIFY(!reader.failed());
         QCOMPARE(shape(loader.document()), QString("(e)"));
     }
-    // the element that the first load left open is not the current one any more
+    // the element that the first load left open is no longer the current one
     SequentialDevice open(documentOf({"e"}, startElement(0)));
     Extractor reader(&open);
     loader.load(&reader, ApkResources());
@@ -458,7 +458,7 @@ void TestXmlLoader::failuresAreLogged()
     bool ok = true;
     ApkResources().loadXml(&device, &ok);
     QVERIFY(!ok);
-    // a device without a text of its own has a general one
+    // a device without an error text shows a general one
     QCOMPARE(log.texts(), QStringList{"XmlLoader error: file too short: " + device.errorString()});
 }
 
@@ -528,7 +528,7 @@ void TestXmlLoader::aChunkThatIsNoDocumentIsHandledAlone()
 
 void TestXmlLoader::withoutAPoolNamesAreEmpty()
 {
-    // a pool that was never loaded has no reader to tell of a missing string
+    // a pool that was never loaded has no reader, so it cannot report a missing string
     const Decoded start = decoded(startElement(0));
     QVERIFY(start.ok);
     QVERIFY(start.log.isEmpty());
@@ -565,7 +565,7 @@ void TestXmlLoader::aDocumentClearsThePool()
 {
     const QByteArray inner = chunk(DocumentType, QByteArray(), startElement(0));
     QCOMPARE(decoded(documentOf({"e"}, inner)).fault(), badIndex);
-    // an empty one, too
+    // an empty pool behaves the same
     QCOMPARE(decoded(documentOf({"e"}, chunk(DocumentType) + startElement(0))).fault(), badIndex);
 }
 
@@ -590,7 +590,7 @@ void TestXmlLoader::documentsNestedWithoutEndAreLoaded()
     const Decoded result = decoded(bytes.data());
     QVERIFY(result.ok);
     QCOMPARE(shape(result.document), QString("(deep)"));
-    // the outer document goes on where the nested ones end
+    // the outer document continues at the end of the nested ones
     const QByteArray after = PoolBuilder().strings({"after"}).build() + startElement(0);
     QCOMPARE(shape(decoded(chunk(DocumentType, QByteArray(), bytes.data() + after)).document),
              QString("(deep(after))"));
@@ -730,7 +730,7 @@ void TestXmlLoader::theLastByteOfADocumentStartsAChunk()
         QCOMPARE(decoded(documentOf({"e"}, QByteArray(count, '\0'))).fault(), QString("chunk too short"));
 }
 
-// After each, the position is where it was before the chunk, so that the document ends 8 bytes later on the device.
+// After each chunk the position is back at its start, so the document ends 8 bytes later on the device.
 void TestXmlLoader::keepsChunksOfNoSizeAsStepsBack()
 {
     const QByteArray none = Bytes().u16(UnknownType).u16(8).u32(0).data();
@@ -744,7 +744,7 @@ void TestXmlLoader::keepsChunksOfNoSizeAsStepsBack()
 void TestXmlLoader::manyChunksOfNoSizeAreRefusedWithAShortLog()
 {
     const QByteArray none = Bytes().u16(UnknownType).u16(8).u32(0).data();
-    // the document is skipped to its end, which the steps back have moved on
+    // the document is skipped to its end, and each step back has moved that end on
     const QByteArray rest(8 * (Extractor::MaxStepsBack + 1), 'x');
     const Decoded result = decoded(documentOf({"e"}, none.repeated(100000)) + rest);
     QVERIFY(!result.ok);
@@ -765,7 +765,7 @@ void TestXmlLoader::theLaterMapReplacesTheEarlier()
 {
     const QByteArray element = elementWith({attributeRecord(NoString, 1, 0, 3, 0)});
     const QByteArray first = resourceIdMap({0, LabelId});
-    // a shorter one, too
+    // a shorter map replaces it as well
     for (const QByteArray &second : {resourceIdMap({0, 0}), resourceIdMap({0}), resourceIdMap({})}) {
         QCOMPARE(attributes(decoded(documentOf({"e", "n"}, first + second + element)).root()), QStringList{"n=e"});
         QCOMPARE(attributes(decoded(documentOf({"e", "n"}, second + first + element)).root()),
@@ -795,7 +795,7 @@ void TestXmlLoader::aMapAfterAnElementDoesNotNameIt()
     QCOMPARE(attributes(result.root().firstChildElement()), QStringList{"{" + androidUri + "}label=e"});
 }
 
-// The map then holds what follows it on the device, as far as its header stepped back.
+// The map then contains the bytes that follow on the device, as many as its header stepped back.
 void TestXmlLoader::aNegativeMapHeaderStepsBack()
 {
     QByteArray map = resourceIdMap({0});
@@ -806,7 +806,7 @@ void TestXmlLoader::aNegativeMapHeaderStepsBack()
                                        .insert(8 + PoolBuilder().strings({"e", "n"}).build().size() + map.size(), id));
     QVERIFY(result.ok);
     QCOMPARE(attributes(result.root()), QStringList{"{" + androidUri + "}label=e"});
-    // and one as large as can be is a map that the device does not deliver, or not in whole words
+    // the largest header size makes a map that the device cannot deliver, or a map of no whole words
     for (const int headerSize : {0x8000, 0xffff, 0x7fff}) {
         poke16(map, HeaderSizeAt, headerSize);
         QVERIFY(!decoded(documentOf({"e", "n"}, map + element)).ok);
@@ -981,7 +981,7 @@ void TestXmlLoader::ofTwoFaultsOfAnEndTheMismatchIsTold()
 {
     QCOMPARE(decoded(documentOf({"a", "b"}, startElement(0) + endElement(1, 99))).fault(),
              QString("closing tag does not match opening tag"));
-    // but a name that does not exist is not compared
+    // a missing name is not compared
     QCOMPARE(decoded(documentOf({"a", "b"}, startElement(0) + endElement(2))).fault(), badIndex);
     QCOMPARE(decoded(documentOf({"a"}, startElement(0) + nodeChunk(EndElementType, "1234"))).fault(),
              QString("chunk too short"));
@@ -1017,7 +1017,7 @@ void TestXmlLoader::elementsNestToTheCeiling()
     const Decoded result = decoded(nested(XmlLoader::MaxElementDepth + 1));
     QVERIFY(!result.ok);
     QCOMPARE(result.fault(), QString("elements nested too deeply"));
-    // those above the ceiling are there, the one below is not
+    // elements above the ceiling exist, the one below is missing
     QCOMPARE(result.document.elementsByTagName("e").size(), XmlLoader::MaxElementDepth);
 }
 
@@ -1028,7 +1028,7 @@ void TestXmlLoader::theCeilingCountsOpenElementsOnly()
     for (int i = 0; i < 2 * XmlLoader::MaxElementDepth; ++i)
         siblings.empty("e");
     QVERIFY(decoded(siblings).ok);
-    // a load starts at depth 0 again
+    // each load starts at depth 0
     XmlLoader loader;
     for (int i = 0; i < 2; ++i) {
         XmlBuilder open;
@@ -1061,7 +1061,7 @@ void TestXmlLoader::anElementWithoutNamespaceIsPlain()
         QCOMPARE(result.root().tagName(), QString("e"));
         QVERIFY(result.root().namespaceURI().isEmpty());
         QVERIFY(result.root().prefix().isEmpty());
-        // a colon in the name of such an element is a part of it
+        // a colon in the name of such an element is part of the name
         QCOMPARE(result.root().firstChildElement().tagName(), QString("p:e"));
     }
 }
@@ -1088,7 +1088,7 @@ void TestXmlLoader::anUnboundNamespaceIsLoggedAndKept()
     QCOMPARE(result.root().prefix(), QString());
 }
 
-// The qualified name is ":a:b", and splits at its first colon.
+// The qualified name is ":a:b", and it is split at its first colon.
 void TestXmlLoader::keepsTheColonOfAnElementWithoutPrefix()
 {
     XmlBuilder builder;
@@ -1108,11 +1108,11 @@ void TestXmlLoader::theNameOfAnElementMustExist()
     const Decoded result = decoded(documentOf({"e"}, startElement(0) + startElement(1)));
     QVERIFY(!result.ok);
     QCOMPARE(result.fault(), badIndex);
-    // nothing is created, and the current element stays
+    // no element is created, and the current element stays
     QCOMPARE(shape(result.document), QString("(e)"));
 }
 
-// The element is there, in a namespace without a URI.
+// The element exists, in a namespace without a URI.
 void TestXmlLoader::theNamespaceOfAnElementMustExist()
 {
     const Decoded result = decoded(documentOf({"e"}, startElement({1, 0})));
@@ -1134,7 +1134,7 @@ void TestXmlLoader::anEmptyNameGivesNoElement()
     ElementFields nameless;
     nameless.attributeCount = 1;
     const QByteArray none = startElement(nameless, attributeRecord(NoString, 1, 1, 3, 0));
-    // there is no current element after it
+    // no element is current after it
     const Decoded result = decoded(documentOf({"", "a"}, startElement(1) + none + startElement(1) + endElement(1)));
     QVERIFY(result.ok);
     QCOMPARE(shape(result.document), QString("(a,a)"));
@@ -1158,7 +1158,7 @@ void TestXmlLoader::anAttributeSizeBelow20IsAFault()
 {
     QFETCH(int, size);
     QFETCH(bool, isGood);
-    // even without attributes
+    // this holds without attributes as well
     ElementFields fields;
     fields.attributeSize = size;
     const Decoded result = decoded(documentOf({"e"}, startElement(0) + startElement(fields)));
@@ -1193,7 +1193,7 @@ void TestXmlLoader::attributesStartWhereTheElementSays()
     QCOMPARE(attributes(result.root()), QStringList{"n=e"});
 }
 
-// The position goes back, the device does not: the record is the one that follows, and the chunk ends later.
+// The position steps back but the device does not: the record is the one that follows, and the chunk ends later.
 void TestXmlLoader::keepsAnAttributeStartBelow14AsAStepBack()
 {
     for (const int start : {10, 0, -10}) {
@@ -1201,7 +1201,7 @@ void TestXmlLoader::keepsAnAttributeStartBelow14AsAStepBack()
         QByteArray element = nodeChunk(StartElementType, body.data() + attributeRecord(NoString, 1, 0, 3, 0));
         const QByteArray rest(14 - start, 'x');
         const Decoded result = decoded(documentOf({"e", "n"}, element + rest + endElement(0)));
-        // the document ends later, too, where the device has nothing
+        // the document ends later as well, where the device has no more bytes
         QCOMPARE(attributes(result.root()), QStringList{"n=e"});
         QCOMPARE(shape(result.document), QString("(e)"));
         QCOMPARE(decoded(documentOf({"e", "n"}, element) + rest).fault(), QString());
@@ -1266,7 +1266,7 @@ void TestXmlLoader::allRecordsAreReadDespiteAFault()
     QCOMPARE(shape(result.document), QString("(e)"));
 }
 
-// The record that the chunk has no room for is read from what follows it.
+// The record that exceeds the chunk is read from the bytes after it.
 void TestXmlLoader::recordsThatRunOutOfTheChunkAreAFault()
 {
     ElementFields fields;
@@ -1300,7 +1300,7 @@ void TestXmlLoader::theRawValueMustExist()
     const Decoded result = decoded(documentOf({"e", "n"}, elementWith({attributeRecord(NoString, 1, 2, Decimal, 5)})));
     QCOMPARE(result.fault(), badIndex);
     QCOMPARE(attributes(result.root()), QStringList{"n="});
-    // a negative one is none, whichever it is
+    // any negative index means no string
     for (const qint64 raw : {qint64(-1), qint64(-2), qint64(0x80000000)}) {
         const QByteArray element = elementWith({attributeRecord(NoString, 1, raw, Decimal, 5)});
         QCOMPARE(attributes(decoded(documentOf({"e", "n"}, element)).root()), QStringList{"n=5"});
@@ -1440,7 +1440,7 @@ void TestXmlLoader::unknownIdsHaveNoName()
 
 void TestXmlLoader::aKnownIdNeedsNoNameOrNamespace()
 {
-    // neither is in the pool, and neither is fetched
+    // both indices are outside the pool, and neither string is read
     const QByteArray map = resourceIdMap({0, 0, 0, 0, 0, 0x0101020c});
     const QByteArray binding = namespaceNode(StartNamespaceType, 1, 2);
     const QByteArray element = elementWith({attributeRecord(99, 5, -1, Decimal, 21)});
@@ -1467,7 +1467,7 @@ void TestXmlLoader::aKnownIdWithoutTheAndroidNamespaceIsLogged()
     builder.start("e", {androidText("label", "text"), androidText("icon", "file")});
     const Decoded result = decoded(builder);
     QVERIFY(result.ok);
-    // once for each
+    // one line for each attribute
     QCOMPARE(result.log, (QStringList{"Android namespace not defined", "Android namespace not defined"}));
     QCOMPARE(attributes(result.root()),
              (QStringList{"{" + androidUri + "}icon=file", "{" + androidUri + "}label=text"}));
@@ -1478,7 +1478,7 @@ void TestXmlLoader::theIndexOfTheNameIsTheIndexOfTheId()
     const QByteArray records =
         elementWith({attributeRecord(NoString, 1, 0, 3, 0), attributeRecord(NoString, 2, 0, 3, 0)});
     const Decoded result = decoded(documentOf({"e", "a", "b"}, resourceIdMap({0x01010002, LabelId}) + records));
-    // the map ends before the second
+    // the map has no entry for the second attribute
     QCOMPARE(attributes(result.root()), (QStringList{"b=e", "{" + androidUri + "}label=e"}));
 }
 
@@ -1514,7 +1514,7 @@ void TestXmlLoader::anUnboundAttributeNamespaceIsLoggedAndKept()
     QCOMPARE(attributes(result.root()), (QStringList{"{urn:p}n=v", "{urn:q}m=w"}));
 }
 
-// The qualified name is ":a:b", and splits at its first colon.
+// The qualified name is ":a:b", and it is split at its first colon.
 void TestXmlLoader::keepsTheColonOfAnAttributeWithoutPrefix()
 {
     XmlBuilder builder;
@@ -1550,14 +1550,14 @@ void TestXmlLoader::theLaterAttributeOfANameWins()
     plain.start("e", {plainText("n", "first"), plainText("m", "other"), plainText("n", "second")});
     QCOMPARE(attributes(decoded(plain).root()), (QStringList{"m=other", "n=second"}));
 
-    // two strings with one id are one attribute
+    // two strings with one id make one attribute
     XmlBuilder known;
     known.attributeId("label", LabelId).attributeId("obscured", LabelId).startNamespace("android", androidUri);
     known.start("e", {androidText("obscured", "first"), androidText("label", "second")});
     QCOMPARE(attributes(decoded(known).root()), QStringList{"{" + androidUri + "}android:label=second"});
 }
 
-// An attribute is found by its local name alone, too; a plain one then takes the place of one with a namespace.
+// The local name alone also finds an attribute, so a plain attribute replaces one with a namespace.
 void TestXmlLoader::ofOneLocalNameTheLaterAttributeIsFound()
 {
     const Attribute plain = plainText("label", "plain");
@@ -1603,7 +1603,7 @@ void TestXmlLoader::devicesThatDeliverLittleAreRefused()
     }
 }
 
-// The device is left at the same byte, also after a fault in the midst of a chunk.
+// The device ends at the same byte, even after a fault in the middle of a chunk.
 void TestXmlLoader::theBufferOfADeviceMakesNoDifference()
 {
     const QByteArray rest(20, '\0');
@@ -1621,7 +1621,7 @@ void TestXmlLoader::theBufferOfADeviceMakesNoDifference()
             poke32(damaged.last(), at, value);
         }
     }
-    // The header of the last chunk is cut off, and the chunk around it stays open.
+    // The header of the last chunk is cut off, and the enclosing chunk stays open.
     for (int more = 1; more < rest.size(); ++more) {
         damaged.append(good);
         poke32(damaged.last(), SizeAt, good.size() - rest.size() + more);

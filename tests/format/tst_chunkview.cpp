@@ -90,7 +90,7 @@ void TestChunkView::partsAreCutWhereTheBytesEnd()
     QCOMPARE(view.part(1, -1).size(), qint64(0));
     QCOMPARE(view.from(3).toByteArray(), QByteArray("d"));
     QVERIFY(view.from(4).isEmpty());
-    // A part knows nothing of what follows it.
+    // A part cannot be read beyond its end.
     QCOMPARE(view.part(0, 1).u16(0), quint16(0));
 }
 

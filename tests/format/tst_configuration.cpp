@@ -107,10 +107,10 @@ void TestConfiguration::languageTags_data()
     QTest::newRow("none") << ConfigBuilder().build() << "";
     QTest::newRow("language") << ConfigBuilder().locale("en").build() << "en";
     QTest::newRow("region") << ConfigBuilder().locale("en", "GB").build() << "en-GB";
-    // Five bits a letter, the last one first, behind a bit that is set: f, i, l are 5, 8, 11.
+    // The first bit is set. After it are three letters of five bits each, the last one first: f, i, l are 5, 8, 11.
     QTest::newRow("three letters") << ConfigBuilder().u8(8, 0x80 | 11 << 2 | 8 >> 3).u8(9, (8 & 7) << 5 | 5).build()
                                    << "fil";
-    // 4, 1, 9.
+    // The digits 4, 1, 9.
     QTest::newRow("three digits")
         << ConfigBuilder().locale("es").u8(10, 0x80 | 9 << 2 | 1 >> 3).u8(11, (1 & 7) << 5 | 4).build() << "es-419";
     QTest::newRow("script") << withScript(ConfigBuilder().locale("sr"), "Latn") << "sr-Latn";
@@ -143,10 +143,10 @@ void TestConfiguration::garbledCodesAreNone()
 void TestConfiguration::phoneMatchesWhatIsForAnyDevice()
 {
     QVERIFY(Configuration().matches(Configuration::phone(320)));
-    // A density is scaled, and the newest platform has every version.
+    // Android scales pictures, so any density matches. The newest platform has every version.
     QVERIFY(ofDensity(640).matches(Configuration::phone(320)));
     QVERIFY(changed([](Configuration &c) { c.sdkVersion = 99; }).matches(Configuration::phone(320)));
-    // Keys on the screen are as good as a keyboard that is not hidden.
+    // Keys on the screen count as a keyboard that is not hidden.
     QVERIFY(changed([](Configuration &c) { c.keysHidden = 1; }).matches(Configuration::phone(320)));
 }
 

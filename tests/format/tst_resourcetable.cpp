@@ -38,7 +38,7 @@ QByteArray table(TableEncoding encoding = TableEncoding::Dense)
     return TableBuilder().strings({latin("Plain"), latin("Deutsch")}).package(package).build();
 }
 
-// What is answered about the table in @p bytes, in some numbers.
+// Calls the queries of @p table and returns the sum of their results.
 int answers(const ResourceTable &table)
 {
     int count = 0;
@@ -144,7 +144,7 @@ void TestResourceTable::severalPackages()
     QCOMPARE(read.values(0x7f010000).first().value.data, quint32(1));
     QCOMPARE(read.values(0x02010000).first().value.data, quint32(2));
     QCOMPARE(read.typeName(0x02010000), latin("id2"));
-    // Without a package it is the application's own.
+    // An id without a package belongs to the application.
     QCOMPARE(read.values(0x00010000).size(), 1);
     QCOMPARE(read.values(0x00010000).first().value.data, quint32(1));
     QCOMPARE(read.typeName(0x00010000), latin("id127"));
@@ -207,7 +207,7 @@ void TestResourceTable::errorDamagedChunk()
     const ResourceTable behind(
         TableBuilder().package(packageOf(0x7f, 1)).chunk(Bytes().u16(0x0200).u16(8).u32(4).data()).build());
     QCOMPARE(formatFaultText(behind.fault()), fault);
-    // What stands before the fault can be asked for.
+    // Everything before the fault is available.
     QCOMPARE(behind.values(0x7f010000).size(), 1);
     PackageBuilder package = packageOf(0x7f, 1);
     package.chunk(Bytes().u16(0x0201).u16(7).u32(8).data());
@@ -255,7 +255,7 @@ void TestResourceTable::errorTooManyTypes()
     const ResourceTable more(ofCount(ResourceTable::MaxTypeChunks + 1));
     QCOMPARE(formatFaultText(more.fault()), latin("too many types in resource table"));
     QCOMPARE(more.typeChunkCount(), int(ResourceTable::MaxTypeChunks));
-    // One of several tables has what the others leave.
+    // Several tables share one limit.
     QCOMPARE(formatFaultText(ResourceTable(ofCount(3), 3).fault()), QString());
     const ResourceTable cut(ofCount(3), 2);
     QCOMPARE(formatFaultText(cut.fault()), latin("too many types in resource table"));
@@ -264,7 +264,7 @@ void TestResourceTable::errorTooManyTypes()
     QCOMPARE(ResourceTable(ofCount(1), 0).typeChunkCount(), 0);
 }
 
-// From blocks of just as many bytes, so that instrumented builds see a step beyond them.
+// Each prefix is in a heap block of its exact size, so that sanitizers report a read beyond it.
 void TestResourceTable::everyPrefixIsAnswered()
 {
     const QByteArray whole = table();
@@ -275,7 +275,7 @@ void TestResourceTable::everyPrefixIsAnswered()
             const std::unique_ptr<char[]> block(new char[size_t(length)]);
             std::memcpy(block.get(), whole.constData(), size_t(length));
             QByteArray bytes = QByteArray::fromRawData(block.get(), length);
-            // The table says that it ends here, so that what it consists of is looked at.
+            // The table's size is set to the prefix, so that its chunks are read.
             if (isAdmitted && length >= ChunkView::HeaderSize)
                 qToLittleEndian(quint32(length), block.get() + 4);
             const ResourceTable read(bytes);

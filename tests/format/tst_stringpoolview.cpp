@@ -17,7 +17,7 @@ StringPoolView viewOf(const QByteArray &bytes)
     return StringPoolView(ChunkView::at(ByteView(bytes), 0));
 }
 
-// A string of UTF-8 by its bytes, with a length that counts them.
+// A string of UTF-8 bytes with a length that counts them.
 QByteArray utf8(const QByteArray &text)
 {
     return Bytes().u8(text.size()).u8(text.size()).raw(text).u8(0).data();
@@ -93,7 +93,7 @@ void TestStringPoolView::longStrings()
     QCOMPARE(viewOf(bytes).at(1), QStringLiteral("next"));
 }
 
-// The first of the two lengths in UTF-8 has one byte or two whatever the second has.
+// The two lengths of a UTF-8 string are encoded separately: each has one byte or two.
 void TestStringPoolView::lengthsOfTwoUnitsAreReadWhateverTheyAre()
 {
     const QByteArray bytes = PoolBuilder()
@@ -109,7 +109,7 @@ void TestStringPoolView::lengthsOfTwoUnitsAreReadWhateverTheyAre()
 
 void TestStringPoolView::surrogatesInUtf8()
 {
-    // U+1F600 is D83D DE00, U+10FFFF DBFF DFFF, U+10000 D800 DC00.
+    // U+1F600 is D83D DE00, U+10FFFF is DBFF DFFF, U+10000 is D800 DC00.
     const QByteArray bytes = PoolBuilder()
                                  .rawString(utf8("<\xed\xa0\xbd\xed\xb8\x80>"))
                                  .rawString(utf8("\xed\xaf\xbf\xed\xbf\xbf\xed\xa0\x80\xed\xb0\x80"))
@@ -122,8 +122,8 @@ void TestStringPoolView::surrogatesInUtf8()
 void TestStringPoolView::brokenSurrogatesInUtf8AreReplaced()
 {
     const QByteArray texts[] = {
-        "a\xed\xa0\xbdz",             // high alone
-        "a\xed\xb8\x80z",             // low alone
+        "a\xed\xa0\xbdz",             // only the high half
+        "a\xed\xb8\x80z",             // only the low half
         "a\xed\xb8\x80\xed\xa0\xbdz", // low, high
         "a\xed\xa0\xbd\xed\xb8z",     // cut
     };
@@ -134,7 +134,7 @@ void TestStringPoolView::brokenSurrogatesInUtf8AreReplaced()
         QVERIFY(string.contains(QChar(QChar::ReplacementCharacter)));
         QVERIFY(string.isValidUtf16());
     }
-    // The same letters that a Hangul syllable begins with are nothing special.
+    // A Hangul syllable starts with the same byte as a surrogate, but is decoded as usual.
     const QByteArray hangul = PoolBuilder().rawString(utf8("\xed\x95\x9c\xed\x95\x9c")).build();
     QCOMPARE(viewOf(hangul).at(0), QString(2, QChar(0xd55c)));
 }
@@ -224,7 +224,7 @@ void TestStringPoolView::whatIsNoPool()
     QCOMPARE(StringPoolView(ChunkView()).count(), qint64(0));
 }
 
-// From blocks of just as many bytes, so that instrumented builds see a step beyond them.
+// Each prefix is in a heap block of its exact size, so that sanitizers report a read beyond it.
 void TestStringPoolView::everyPrefixIsAnswered()
 {
     for (const Encoding encoding : {Encoding::Utf8, Encoding::Utf16}) {
@@ -234,7 +234,7 @@ void TestStringPoolView::everyPrefixIsAnswered()
         for (int length = 1; length <= whole.size(); ++length) {
             const std::unique_ptr<uchar[]> block(new uchar[size_t(length)]);
             std::memcpy(block.get(), whole.constData(), size_t(length));
-            // The chunk says that it ends here, else it would be none.
+            // The chunk's size is set to the prefix, because a chunk cannot exceed its bytes.
             if (length >= ChunkView::HeaderSize)
                 qToLittleEndian(quint32(length), block.get() + 4);
             const StringPoolView pool(ChunkView::at(ByteView(block.get(), length), 0));

@@ -18,7 +18,7 @@ namespace {
 constexpr int Decimal = 0x10;
 constexpr int HeaderSizeAt = 2;
 
-/// A type chunk with the bytes that it stands in.
+/// A type chunk and its bytes.
 struct Type {
     explicit Type(const QByteArray &chunk) : bytes(chunk), view(ChunkView::at(ByteView(bytes), 0)) {}
 
@@ -37,7 +37,7 @@ TypeBuilder someValues(TableEncoding encoding)
         .value(5, Decimal, 50);
 }
 
-/// Everything that can be asked of @p type; how many entries lie within @p bytes.
+/// Calls every query of @p type. Returns the number of entries that lie within @p bytes.
 int visit(const TypeChunk &type, const ByteView &bytes)
 {
     const auto isWithin = [&bytes](const ByteView &part) {
@@ -59,7 +59,7 @@ int visit(const TypeChunk &type, const ByteView &bytes)
     return count;
 }
 
-/// visit() of a copy of @p chunk that has nothing behind it, so that a tool which watches the heap sees each step past it.
+/// visit() of a copy of @p chunk in a heap block of its exact size, so that a sanitizer reports each read beyond it.
 int visitCopy(const QByteArray &chunk)
 {
     const auto copy = std::make_unique<uchar[]>(size_t(chunk.size()));
@@ -207,7 +207,7 @@ void TestTypeChunk::readsCompactEntries()
     QCOMPARE(entry.value().data, 0xff112233u);
     QCOMPARE(entry.bytes().size(), qint64(8));
 
-    // The flag of a map means nothing in one.
+    // The map flag has no meaning in a compact entry.
     const QByteArray mapToo = compactEntry(Decimal, 1, EntryView::MapFlag);
     QVERIFY(!EntryView(ByteView(mapToo)).isMap());
 }
@@ -260,7 +260,7 @@ void TestTypeChunk::ofSparseDuplicatesTheFirstCounts()
 {
     const TypeBuilder builder = someValues(TableEncoding::Sparse);
     QByteArray chunk = builder.build();
-    // The index of the second and the third slot becomes that of the first.
+    // The second and the third slot get the index of the first.
     poke16(chunk, builder.offsetsAt() + 4, 1);
     poke16(chunk, builder.offsetsAt() + 8, 1);
     const Type type(chunk);
@@ -284,7 +284,7 @@ void TestTypeChunk::sparseIndicesOutOfOrderMayNotBeFound()
         return result;
     };
     QCOMPARE(found({1, 5, 7, 9}), (QVector<int>{1, 5, 7, 9}));
-    QCOMPARE(found({1, 9, 5, 7}), (QVector<int>{1, 7})); // the search passes the others by
+    QCOMPARE(found({1, 9, 5, 7}), (QVector<int>{1, 7})); // the search skips the others
     QCOMPARE(found({9, 7, 5, 1}), QVector<int>());
 }
 
@@ -359,7 +359,7 @@ void TestTypeChunk::everyPrefixStaysWithinItsBytes()
     int validPrefixes = 0;
     for (int size = 0; size < whole.size(); ++size) {
         QByteArray prefix = whole.left(size);
-        QCOMPARE(visitCopy(prefix), 0); // the chunk ends after its bytes
+        QCOMPARE(visitCopy(prefix), 0); // the chunk's size exceeds its bytes
         if (size < ChunkView::HeaderSize)
             continue;
         poke32(prefix, ChunkView::HeaderSize / 2, size);

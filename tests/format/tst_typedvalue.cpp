@@ -19,7 +19,7 @@ void TestTypedValue::pixels_data()
 {
     QTest::addColumn<quint32>("data");
     QTest::addColumn<qreal>("pixels");
-    // The unit is in bits 0 to 3, the place of the point in bits 4 and 5, the signed number in the 24 above.
+    // Bits 0 to 3 are the unit, bits 4 and 5 the position of the point, and the upper 24 bits the signed number.
     QTest::newRow("px") << 0x00000c00u << 12.0;
     QTest::newRow("dp") << 0x00000c01u << 24.0;
     QTest::newRow("sp") << 0x00000c02u << 24.0;
@@ -50,7 +50,7 @@ void TestTypedValue::whatAValueIsNotIsNothing()
     QVERIFY(!(TypedValue{ValueType::FirstInteger, 1}.argb()));
     QVERIFY(!(TypedValue{ValueType::FirstColor, 1}.number()));
     QVERIFY(!(TypedValue{ValueType::FirstInteger, 1}.fraction()));
-    // No number, and infinity.
+    // NaN and infinity.
     QVERIFY(!(TypedValue{ValueType::Float, 0x7fc00000}.number()));
     QVERIFY(!(TypedValue{ValueType::Float, 0x7f800000}.number()));
 }

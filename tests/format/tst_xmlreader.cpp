@@ -114,7 +114,7 @@ void TestXmlReader::attributesAreKnownByTheirIds()
     QVERIFY(reader.root().attribute(IconId) == nullptr);
 }
 
-// As Android has it, which takes the names of packages and splits alone as they were written.
+// Android does the same: it uses values, except for the names of packages and splits, which it uses as written.
 void TestXmlReader::valuesWinOverWhatWasWritten()
 {
     constexpr int Null = 0;
@@ -135,7 +135,7 @@ void TestXmlReader::valuesWinOverWhatWasWritten()
     QCOMPARE(number.raw, tag("written"));
     const XmlAttribute reference = named(writtenAs(androidReference(tag("name"), 0x7f010000), tag("written")));
     QCOMPARE(reference.text, QString());
-    // There is no other text where there is no value.
+    // Without a value, the written text is used.
     QCOMPARE(named(writtenAs(androidValue(tag("name"), Null, 0), tag("written"))).text, tag("written"));
 
     const XmlElement plain = element(writtenAs(plainText(tag("package"), tag("value")), tag("written")));
@@ -279,7 +279,7 @@ void TestXmlReader::errorTooLongTexts()
     QCOMPARE(formatFaultText(XmlReader(document(most + 1)).fault()), QStringLiteral("too long texts in XML document"));
 }
 
-// One element whose attributes share a text: without an end at the first that is too much, they take gigabytes.
+// The attributes of one element share a text. Without a stop at the first text over the limit, they take gigabytes.
 void TestXmlReader::tooLongTextsAreNotEvenMade()
 {
     constexpr int Length = 1 << 16;
@@ -304,7 +304,7 @@ void TestXmlReader::everyPrefixIsAnswered()
 {
     const QByteArray document = smallDocument();
     for (int size = 0; size < document.size(); ++size) {
-        // From a block of exactly that size, so that a read beyond it is seen.
+        // From a heap block of exactly that size, so that a read beyond it is reported.
         const auto block = std::make_unique<char[]>(size_t(size));
         std::memcpy(block.get(), document.constData(), size_t(size));
         const XmlReader reader(QByteArray::fromRawData(block.get(), size));
@@ -326,7 +326,7 @@ void TestXmlReader::everyByteMayBeDamaged()
                 QVERIFY(!reader.root().isNull());
         }
     }
-    // Some bytes are not looked at, and most are.
+    // Damage has no effect in bytes that the reader ignores, and causes a fault in others.
     QVERIFY(read > 0 && read < document.size() * 5);
 }
 

@@ -67,7 +67,7 @@ void TestDrawables::adaptiveMasks_data()
     QTest::addColumn<int>("mask");
     QTest::addColumn<qreal>("area");
     QTest::addColumn<qreal>("diagonal");
-    // The covered part of the square, and the distance of the edge from its middle on the diagonal, in half diagonals.
+    // The covered share of the square, and on the diagonal, the distance of the edge from the middle in half diagonals.
     QTest::newRow("none") << int(IconMask::None) << 1.0 << 1.0;
     QTest::newRow("circle") << int(IconMask::Circle) << M_PI / 4 << std::sqrt(0.5);
     QTest::newRow("rounded square") << int(IconMask::RoundedSquare) << 1 - (4 - M_PI) * 0.2 * 0.2

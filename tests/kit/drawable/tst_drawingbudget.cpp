@@ -65,7 +65,7 @@ qint64 bytesOf(const XmlElement &root)
 
 } // namespace
 
-/// All costs of drawing are spent from one budget. tst_drawableloader has those of reading files.
+/// All costs of drawing are spent from one budget. tst_drawableloader tests the costs of reading files.
 class TestDrawingBudget : public QObject
 {
     Q_OBJECT

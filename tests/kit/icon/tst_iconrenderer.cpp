@@ -200,7 +200,7 @@ void TestIconRenderer::xmlThatCannotBeDrawnIsReplaced()
 
 void TestIconRenderer::referencesBetweenResources()
 {
-    // On large screens the icon is another resource, which has a larger picture.
+    // On large screens the icon is another resource with a larger picture.
     PackageBuilder package;
     package.type(TypeBuilder(1, densityOf(160)).value(0, String, 0))
         .type(TypeBuilder(1, densityOf(480)).value(0, Reference, First + 1).value(1, String, 1));
@@ -270,7 +270,7 @@ void TestIconRenderer::nightPrefersItsResources()
 {
     constexpr int UiMode = 29;
     constexpr int Night = 0x20;
-    // The icon is XML of a colour resource, which is another one at night.
+    // The icon is XML with a colour resource, which has another value at night.
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, String, 0).value(1, 0x1c, Green))
         .type(TypeBuilder(1, ConfigBuilder().u8(UiMode, Night).build()).value(1, 0x1c, Blue));
@@ -483,7 +483,7 @@ void TestIconRenderer::iconFilesHaveABudgetForReading()
     // A file is inspected as long as any work is left.
     QCOMPARE(launchersWithAFile(5, png, Budget(5 * each + 1, Plenty)), 5);
     QCOMPARE(launchersWithAFile(5, png, Budget(5 * each, Plenty)), 4);
-    // Results that there are no bytes for are found anew.
+    // Results that exceed the budget of bytes are found again.
     QCOMPARE(launchersWithAFile(5, png, Budget(5 * each + 1, 0)), 5);
 }
 

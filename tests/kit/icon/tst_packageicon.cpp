@@ -115,7 +115,7 @@ void TestPackageIcon::launchersThatAreTriedAreFew()
 {
     const Attributes missing{icon("missing.png")};
     const Attributes hidden{icon("red.png"), off("enabled")};
-    // Hidden launchers, and launchers without an icon of their own, do not count.
+    // Hidden launchers, and launchers without their own icon, do not count.
     Activities activities{{}, hidden, {}, missing, missing, missing, {icon("green.png")}};
     PackageDevice fourth(packageOf({}, activities));
     QCOMPARE(iconOf(Package(&fourth), Size).pixel(Size / 2, Size / 2), Green);

@@ -42,7 +42,7 @@ XmlAttribute valueOf(int type, quint32 data, const QString &text = QString())
     return attribute;
 }
 
-/// A table, seen by a phone.
+/// A table, as seen by a phone.
 struct Texts {
     explicit Texts(const PackageBuilder &package, const QStringList &strings = {})
         : resolver({QSharedPointer<const ResourceTable>(
@@ -143,7 +143,7 @@ void TestLabelLookup::everyLanguage()
 
 void TestLabelLookup::chainsAreResolvedInEachLanguage()
 {
-    // The first refers to the second in all languages but German, where it refers to the third.
+    // The first refers to the second in all languages except German. In German it refers to the third.
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, Reference, First + 1).value(1, String, 0).value(2, String, 1))
         .type(TypeBuilder(1, localeOf("de")).value(0, Reference, First + 2).value(1, String, 2).value(2, String, 3))
@@ -158,7 +158,7 @@ void TestLabelLookup::chainsAreResolvedInEachLanguage()
 
 void TestLabelLookup::languageThatIsOnlyOnTheWay()
 {
-    // What the first refers to is there in German alone: others have no text.
+    // The first refers to a text that exists only in German, so other languages have no text.
     PackageBuilder package;
     package.type(TypeBuilder(1).value(0, Reference, First + 1))
         .type(TypeBuilder(1, localeOf("de")).value(1, String, 0));
@@ -235,13 +235,13 @@ void TestLabelLookup::languagesHaveALimit()
     QVERIFY(count > LabelLookup::MaxLanguages);
     const Texts texts(package, {latin("text")});
     QVERIFY(texts.labels(First).size() <= LabelLookup::MaxLanguages);
-    // Those that come first in the table are there.
+    // The labels at the start of the table are found.
     QCOMPARE(texts.label(First, "aa-AA"), latin("text"));
     QCOMPARE(texts.label(First, "sa-AA"), latin("text"));
     QCOMPARE(texts.label(First, "zz-BB"), QString());
 }
 
-// Hundreds of resources that the first one leads to, each of a type that has tens of thousands of values.
+// The first resource leads to hundreds of others. The type of each has tens of thousands of values.
 void TestLabelLookup::chainsThroughLargeTablesTakeLittle()
 {
     constexpr int Resources = 400;

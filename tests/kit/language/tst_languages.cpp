@@ -130,7 +130,7 @@ void TestLanguages::best_data()
     QTest::addColumn<QString>("there");
     QTest::addColumn<QString>("wanted");
     QTest::addColumn<QString>("best");
-    // "-" stands for what is for every language, "none" for nothing.
+    // "-" means the label for all languages, "none" means no label.
     const auto row = [](const char *there, const char *wanted, const char *best) {
         QTest::addRow("%s among %s", wanted, there) << there << wanted << best;
     };

@@ -29,9 +29,9 @@ using namespace fixture;
 using namespace SorrelKit;
 
 /*
- * Packages that were made to do harm: to overflow the stack, to take gigabytes, to take minutes. Each is asked everything
- * that a host asks, in a process of its own, with a small stack, within the bounds that hold for any input. A single call
- * of Launcher::icon() may take as much as that; the icons of many launchers are asked for where each is small.
+ * Packages made to overflow the stack, to take gigabytes, or to take minutes. Each is loaded in a process of its own
+ * with a small stack, and every call that a host makes has to stay within the bounds for any input. A single call of
+ * Launcher::icon() may use up a bound, so many icons are requested only where each is small.
  */
 
 namespace {
@@ -59,7 +59,7 @@ void ask(const QByteArray &bytes, int iconCount)
 
 using AttributesOf = std::function<QVector<fixture::Attribute>(int)>;
 
-// A manifest of launchers, each of an activity of its own name, with further attributes.
+// A manifest of launchers. Each has its own activity name and further attributes.
 QByteArray launchers(int count, const AttributesOf &attributesOf)
 {
     const QString activity = QStringLiteral("activity");
@@ -74,7 +74,7 @@ QByteArray launchers(int count, const AttributesOf &attributesOf)
     return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
 }
 
-// The same, each of which refers to the entry of its number of the first type.
+// The same; the attribute of launcher n refers to entry n of the first type.
 QByteArray launchersThatRefer(int count, const QString &attribute)
 {
     return launchers(count,
@@ -103,7 +103,7 @@ QByteArray localeOf(int number)
     return ConfigBuilder(16).locale(language, country).build();
 }
 
-// Chunks in which the first entries have values in many locales, of @p valueOf a locale and an entry.
+// Chunks in which the first entries have values in many locales. @p addValue adds the value of a locale and an entry.
 PackageBuilder inLocales(int locales, int entries, const std::function<void(TypeBuilder *, int, int)> &addValue)
 {
     PackageBuilder package = threeTypes();
@@ -121,7 +121,7 @@ PackageBuilder labelsInLocales(int locales, int entries)
     return inLocales(locales, entries, [](TypeBuilder *type, int, int entry) { type->value(entry, String, 0); });
 }
 
-// Entries of which each refers to the next, among any number of chunks that have nothing for them.
+// Entries that each refer to the next, among @p emptyChunks chunks without a value for them.
 QByteArray chain(int length, int emptyChunks)
 {
     TypeBuilder type(StringType);
@@ -252,7 +252,7 @@ XmlAttribute textOf(const QString &name)
     return attribute;
 }
 
-// Drawables within each other, of @p count copies of @p row each, and the resource behind them as a bitmap in the innermost.
+// Nested drawables of @p count copies of @p row each. The innermost is a bitmap of the resource after them.
 Elements documentsAround(int documents, const XmlElement &row, int count)
 {
     const auto around = [&](const XmlElement &first) {
@@ -292,10 +292,10 @@ QByteArray noisePng(int side)
     return saved(image, "PNG");
 }
 
-// Files of pictures that take about as much as decoding may, some with as much beside them as a file may have.
+// Picture files close to the ceiling for decoding, some with almost as many other bytes as a file may have.
 QVector<Member> largePictures()
 {
-    // With as much, an icon of 1024 pixels in layers still fits in the budget.
+    // With this much, an icon of 1024 pixels in layers still fits in the budget.
     constexpr double Decoding = 24 << 20;
     const auto side = [](int bytesOfPixel) { return int(std::sqrt(Decoding / bytesOfPixel)) - 8; };
     const auto webpOf = [](int width, int quality, QRgb color) {
@@ -357,7 +357,7 @@ void addPackage(const QByteArray &name, const QByteArray &resources, const QByte
              resources.size() + document.size() + sizeOf(members), icons);
 }
 
-// A package whose icon is the first of @p roots, which are drawables of their own.
+// A package whose icon is the first of @p roots. The other roots are further drawables.
 void addDrawables(const QByteArray &name, const Elements &roots, const QVector<Member> &others = {})
 {
     QVector<Member> members = others;
@@ -522,7 +522,7 @@ void TestHostileKit::addLayers()
         bombs);
     addDrawables("dashes that are tiny", {layerList(1000, [&](int) { return layer(shapeOfDashes(1e-6F)); })});
     addDrawables("dashes up to the ceiling", {layerList(1000, [&](int) { return layer(shapeOfDashes(0.3F)); })});
-    // Pictures that take much to refuse or to read, each another one, or all the same.
+    // Pictures that are expensive to refuse or to read, all different or all the same.
     const auto layersOfPictures = [](const char *name, const QByteArray &file, int count, int files) {
         QVector<Member> members;
         for (int i = 1; i <= files; ++i)
@@ -640,7 +640,7 @@ void TestHostileKit::addSets()
     addSet("set of thousands, deflated", splits, Compression::Deflated);
     addSet("set of other members", manyMembers, Compression::Stored);
     addSet("packages of nothing, inflated", bombs, Compression::Deflated);
-    // Of these, no more is to be read than one package may have.
+    // The packages of a set share the ceiling of one package.
     addBytes("tables of nothing in the packages of a set", zip(tables, Compression::Stored),
              PackageData::MaxTableBytes);
     addBytes("manifests of nothing in the packages of a set", zip(manifests, Compression::Stored),
@@ -664,7 +664,7 @@ void TestHostileKit::boundsHold()
     QFETCH(QByteArray, bytes);
     QFETCH(qint64, inflated);
     QFETCH(int, icons);
-    // A sanitizer takes several times the stack for the same functions.
+    // With a sanitizer, the same functions need several times the stack.
     const Cost taken = costInThread([&] { ask(bytes, icons); }, isInstrumented() ? 8 * SmallStack : SmallStack);
     const QString excess = Bounds::excess(taken, bytes.size(), inflated);
     QVERIFY2(excess.isEmpty(), qPrintable(excess));

@@ -19,7 +19,7 @@ using namespace fixture;
 using namespace SorrelKit;
 
 /*
- * What the kit's ceilings let through, and what happens one above.
+ * The ceilings of the kit: the last size that passes, and the result one above.
  */
 
 namespace {
@@ -50,7 +50,7 @@ ResourceResolver resolverOf(const QByteArray &table)
     return ResourceResolver(tables, Configuration::phone(Configuration::MediumDensity));
 }
 
-// Of languages that nobody has given another code to.
+// Uses languages that have no second code.
 QByteArray localeOf(int number)
 {
     const char language[] = {'q', char('a' + number % 26), 0};
@@ -74,7 +74,7 @@ XmlAttribute reference(quint32 id, quint32 resource)
     return attribute;
 }
 
-// Entries of which each refers to the next, and the last is a text.
+// Entries that each refer to the next; the last is a text.
 QByteArray chain(int references)
 {
     TypeBuilder type(StringType);
@@ -83,7 +83,7 @@ QByteArray chain(int references)
     return tableOf(strings().type(type.value(references, String, 0)));
 }
 
-// The files that an icon has, in the order of their densities.
+// The files of an icon, in the order of their densities.
 QVector<IconFileLookup::File> iconFiles(const PackageBuilder &package, const QVector<QByteArray> &files)
 {
     QStringList paths;
@@ -218,14 +218,14 @@ void TestKitCeilings::charactersOfATablesString()
 void TestKitCeilings::referencesInARow()
 {
     const auto text = [](int references) { return resolverOf(chain(references)).resource(FirstString).text; };
-    // The first reference is the one that is asked for.
+    // The first reference is the requested one.
     QCOMPARE(text(ResourceResolver::MaxDepth - 1), QStringLiteral("text"));
     QCOMPARE(text(ResourceResolver::MaxDepth), QString());
 }
 
 void TestKitCeilings::budgetOfAResolver()
 {
-    // None of the resources has a value but the last.
+    // Only the last resource has a value.
     constexpr int Chunks = 1024;
     constexpr int Lookups = 10;
     const QByteArray table =
@@ -241,7 +241,7 @@ void TestKitCeilings::budgetOfAResolver()
     QCOMPARE(textWithin(Budget(Work + Length, 0)), QStringLiteral("text"));
     QCOMPARE(textWithin(Budget(Work + Length - 1, 0)), QStringLiteral("tex"));
     QCOMPARE(textWithin(Budget(Work - 1, 0)), QString());
-    // A result that there are no bytes for is not kept, and costs again.
+    // A result that exceeds the budget of bytes is not kept, and costs again.
     const auto isKept = [&](qint64 bytes) {
         Budget budget(Work, bytes);
         const ResourceResolver resolver = resolverOf(table).forDevice(Configuration::phone(160), &budget);
@@ -288,7 +288,7 @@ void TestKitCeilings::languages()
 
 void TestKitCeilings::budgetOfLabels()
 {
-    // One text among many chunks, which are looked into once.
+    // One text among many chunks. Each chunk is searched once.
     constexpr int Chunks = 1024;
     const ResourceResolver resolver =
         resolverOf(tableOf(strings().chunk(emptyTypes(Chunks - 1)).type(TypeBuilder(StringType).value(0, String, 0))));
@@ -359,7 +359,7 @@ void TestKitCeilings::typeChunksOfASet()
 
 void TestKitCeilings::bytesOfAManifest()
 {
-    // What follows the document does not count.
+    // Bytes after the document do not count.
     const auto error = [](qint64 size) {
         const QByteArray manifest = smallManifest();
         PackageDevice device(emptyTable(), manifest + QByteArray(int(size - manifest.size()), '\0'));

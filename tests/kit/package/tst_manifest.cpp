@@ -33,7 +33,7 @@ Attribute nameOf(const char *name)
     return androidText(latin("name"), latin(name));
 }
 
-// An activity, or what else @p element says, with what makes it an entry.
+// Adds an activity, or the element @p element, with the filter that makes it an entry.
 void addEntry(XmlBuilder &builder, const char *element, const QVector<Attribute> &attributes)
 {
     builder.start(latin(element), attributes).launcherFilter().end(latin(element));
@@ -140,7 +140,7 @@ void TestManifest::entriesInTheirOrder()
     addEntry(builder, "service", {nameOf(".S")});
     addEntry(builder, "activity", {nameOf("A")});
     builder.empty(latin("activity"), {nameOf(".C")});
-    // The same name, written out.
+    // The same name, written in full.
     addEntry(builder, "activity", {nameOf("org.example.A")});
     builder.end(latin("application")).end(latin("manifest"));
     const Manifest manifest = read(builder);

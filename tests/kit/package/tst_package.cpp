@@ -40,7 +40,7 @@ enum StringNumber : int {
     NoPicture,
 };
 
-// One label in two languages, by itself and behind a reference, one that refers to itself, and an icon in two sizes.
+// A label in two languages, a label that refers to it, one that refers to itself, and an icon in two sizes.
 QByteArray table()
 {
     TypeBuilder plain(1);
@@ -92,7 +92,7 @@ QVector<Attribute> labelAndIcon()
     return {androidReference(latin("label"), LabelResource), androidReference(latin("icon"), IconResource)};
 }
 
-/// A package in memory, and the device that it is read from.
+/// A package in memory, and its device.
 struct Opened {
     explicit Opened(const QByteArray &bytes) : device(bytes), package(&device) {}
     Opened(const QByteArray &tableBytes, const QByteArray &manifestBytes, const QVector<Member> &others = {})
@@ -186,7 +186,7 @@ void TestPackage::labelsAndIcons()
     QCOMPARE(iconOf(opened.package, 48).size(), QSize(48, 48));
 }
 
-// A package that shows one label to those who read what was written, and another one on devices.
+// The package has one label as written and another one as a value. Devices show the value.
 void TestPackage::valuesOfAttributesWinOverWhatWasWritten()
 {
     const auto launcherOf = [](const Attribute &name, const Attribute &label, const Attribute &enabled) {
@@ -294,7 +294,7 @@ void TestPackage::iconFilesAreThoseThatCanBeRead()
     QCOMPARE(files.at(1).path(), latin("res/large.png"));
 }
 
-// A thousand launchers may have one icon, or icons of the same files.
+// A thousand launchers may share one icon, or icons with the same files.
 void TestPackage::iconFilesAreReadOnce()
 {
     Opened opened(table(), manifest(labelAndIcon()), icons());
@@ -484,7 +484,7 @@ void TestPackage::errorCannotBeReadOrDecoded()
 void TestPackage::everyPrefixIsAnswered()
 {
     const QByteArray bytes = fixture::package(table(), manifest(labelAndIcon()), icons());
-    // The archive's last record tells where its directory is; some of its last fields are not looked at.
+    // The archive's last record has the offset of its directory. The reader ignores some of its last fields.
     constexpr int LastRecordSize = 22;
     for (int size = 0; size < bytes.size(); ++size) {
         Opened opened(bytes.left(size));

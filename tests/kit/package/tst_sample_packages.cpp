@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Packages compiled by Android's compilers: the kit's answers are compared with their sources, between the encodings of
-// one application, and with what aapt2 prints of the packages.
+// Packages compiled by Android's compilers. The kit's answers are compared with the sources of the packages, with the
+// answers for the other encodings of an application, and with the output of aapt2.
 
 #include "KitIcons.h"
 #include "ZipBuilder.h"
@@ -34,7 +34,7 @@ QByteArray sampleBytes(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-/// Everything that a package answers but for pictures, as lines of text.
+/// All answers of a package as lines of text, without pictures.
 QStringList answers(const Package &package)
 {
     QStringList lines{package.error().message(),
@@ -61,7 +61,7 @@ QStringList answers(const Package &package)
     return lines;
 }
 
-/// What `aapt2 dump badging` prints of a package.
+/// The output of `aapt2 dump badging` for a package.
 struct Badging {
     explicit Badging(const QString &file)
     {
@@ -213,7 +213,7 @@ void TestSamplePackages::launchersAreTold()
 
     const Launcher &lessons = launchers.at(1);
     QCOMPARE(lessons.name(), QStringLiteral("org.example.babel.Lessons"));
-    // The label refers to another resource, and in Spanish it does not.
+    // The label refers to another resource, except in Spanish.
     const Labels labels{{QString(), QStringLiteral("Lessons")},
                         {QStringLiteral("de"), QStringLiteral("Lektionen")},
                         {QStringLiteral("es"), QStringLiteral("Lecciones")},
@@ -230,7 +230,7 @@ void TestSamplePackages::launchersAreTold()
 
     QVERIFY(!launchers.at(3).isEnabled() && launchers.at(3).isExported() && !launchers.at(3).isShown());
 
-    // The filter's label; the newest platform's value.
+    // The filter's label, with the value for the newest platform.
     QVERIFY(launchers.at(4).isEnabled() && !launchers.at(4).isExported() && !launchers.at(4).isShown());
     QCOMPARE(launchers.at(4).label(QLocale::c()), QStringLiteral("Tests of today"));
     QCOMPARE(launchers.at(4).label(QLocale("de")), QStringLiteral("Prüfungen"));
@@ -246,7 +246,7 @@ void TestSamplePackages::iconThatIsXmlAloneIsDrawn()
     QString error = QStringLiteral("unset");
     const QImage square = fixture::iconOf(package, 144, IconMask::None, &error);
     QCOMPARE(error, QString());
-    // Two pixels stand for a unit of the 72 that are visible, of 108; the picture begins at 34.
+    // The visible part has 72 of the layer's 108 units, and a unit has two pixels. The picture begins at unit 34.
     QCOMPARE(square.pixel(2 * (34 - 18) + 1, 2 * (34 - 18) + 1), 0xffe0c040u);
     QCOMPARE(square.pixel(2 * (34 - 18) - 2, 2 * (34 - 18) - 2), 0xff204080u);
     QCOMPARE(square.pixel(0, 0), 0xff204080u);
@@ -254,7 +254,7 @@ void TestSamplePackages::iconThatIsXmlAloneIsDrawn()
     QCOMPARE(qAlpha(round.pixel(0, 0)), 0);
     QCOMPARE(round.pixel(72, 2), 0xff204080u);
     QCOMPARE(round.pixel(2 * (34 - 18) + 1, 2 * (34 - 18) + 1), 0xffe0c040u);
-    // An oval of its own.
+    // This launcher has its own oval icon.
     const QImage lessons = fixture::iconOf(package.launchers().at(1), 96, IconMask::None, &error);
     QCOMPARE(error, QString());
     QCOMPARE(lessons.pixel(48, 48), 0xffe0c040u);
@@ -307,7 +307,7 @@ void TestSamplePackages::setsAreReadWithTheirSplits_data()
 {
     QTest::addColumn<QStringList>("paths");
     QTest::addColumn<bool>("isCompressed");
-    // The base, the split for German, the one for Spanish, as the tools that write sets name them.
+    // The base, the split for German and the split for Spanish, named as in the archive.
     QTest::newRow("apks") << QStringList{"splits/base-master.apk", "splits/base-de.apk", "splits/base-es.apk"} << false;
     QTest::newRow("xapk") << QStringList{"org.example.babel.apk", "config.de.apk", "config.es.apk"} << false;
     QTest::newRow("apkm") << QStringList{"base.apk", "split_config.de.apk", "split_config.es.apk"} << true;
@@ -335,7 +335,7 @@ void TestSamplePackages::setsAreReadWithTheirSplits()
     QCOMPARE(set.labels(), whole.labels());
     QCOMPARE(answers(set), answers(whole));
     QCOMPARE(fixture::iconOf(set, 96), fixture::iconOf(whole, 96));
-    // The base by itself lacks what is in the splits.
+    // The base without its splits lacks their resources.
     QVERIFY(!Package(sample(QStringLiteral("babel.base"))).labels().contains(QStringLiteral("de")));
 }
 
@@ -404,7 +404,7 @@ void TestSamplePackages::badging()
         QVERIFY2(isKnown, qPrintable(tag));
     }
 
-    // aapt2 leaves aliases out, and the labels of filters and of the application to the reader.
+    // aapt2 omits aliases, and the labels of filters and of the application.
     for (const Manifest::LauncherEntry &entry : data.manifest().launchers()) {
         if (entry.isAlias)
             continue;

@@ -10,7 +10,7 @@ using namespace fixture;
 using namespace SorrelKit;
 
 /*
- * What the ceilings of resources let through, what happens one above, and what hostile tables cost.
+ * The ceilings of resources: the last size that passes, the result one above, and the cost of hostile tables.
  */
 
 namespace {
@@ -30,7 +30,7 @@ PackageBuilder integers(const QStringList &keys = {QStringLiteral("key")})
     return PackageBuilder().types(names({"integer"})).keys(keys);
 }
 
-// A type chunk of @p count resources, each with the one entry @p entry, or with none when that is empty.
+// A type chunk of @p count resources that share the entry @p entry. An empty @p entry means no values.
 QByteArray sharedEntry(int typeId, int count, const QByteArray &entry,
                        const QByteArray &config = ConfigBuilder(4).build())
 {
@@ -46,7 +46,7 @@ QByteArray emptyTypes(int count)
     return TypeBuilder(1, ConfigBuilder(4).build()).build().repeated(count);
 }
 
-// @p count values in all, of types that are full but for the last.
+// @p count values in full types; only the last type may have fewer.
 PackageBuilder valuesOf(int count)
 {
     PackageBuilder package = integers();
@@ -57,7 +57,7 @@ PackageBuilder valuesOf(int count)
     return package;
 }
 
-// Of one resource, @p count values, which nothing tells apart.
+// @p count values of one resource, all equal.
 PackageBuilder valuesOfOne(int count, const QByteArray &entry)
 {
     PackageBuilder package = integers();
@@ -76,7 +76,7 @@ ResourceIndex indexOf(const PackageBuilder &package)
     return ResourceIndex({QSharedPointer<const ResourceTable>(new ResourceTable(tableOf(package)))});
 }
 
-// Asks for all that there is.
+// Calls every query.
 void askAll(const QByteArray &bytes)
 {
     PackageDevice device(bytes);
@@ -119,7 +119,7 @@ void TestResourceLimits::valuesUpToTheCeiling()
 
 void TestResourceLimits::offsetsUpToTheCeiling()
 {
-    // Offsets of nothing, but for the last one.
+    // Only the last offset has a value.
     const auto index = [](qint64 count) {
         const int fullCount = int((count - 1) / AllEntries);
         const int rest = int(count - 1 - qint64(fullCount) * AllEntries);
@@ -138,7 +138,7 @@ void TestResourceLimits::offsetsUpToTheCeiling()
 
 void TestResourceLimits::workUpToTheBudget()
 {
-    // Values of 4096 characters, which are told apart from nothing.
+    // Values of 4096 characters that share one string.
     constexpr int Length = 4096;
     constexpr qint64 PerValue = Length + Budget::ValueWork;
     constexpr int Most = int(ResourcesData::MaxWork / PerValue);
@@ -165,7 +165,7 @@ void TestResourceLimits::itemsUpToTheBudget()
         tableOf(integers().type(TypeBuilder(1).entry(0, mapOfItems(Most + 1)).value(1, Integer, 5))));
     QVERIFY(more.resources.values(0x7f010000).isEmpty());
     QVERIFY(!more.resources.isComplete());
-    // Of several values, those that do not fit are left out, and other answers have room of their own.
+    // Values over the limit are left out, and each call has its own limit.
     const ResourcesFixture several(tableOf(valuesOfOne(3, mapOfItems(Most / 2))));
     QCOMPARE(several.resources.values(0x7f010000).size(), 2);
     QVERIFY(!several.resources.isComplete());

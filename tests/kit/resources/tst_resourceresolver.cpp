@@ -27,7 +27,7 @@ QSharedPointer<const ResourceTable> tableOf(PackageBuilder package, const QStrin
         new ResourceTable(TableBuilder().strings(strings).package(package.types({latin("thing")})).build()));
 }
 
-// One resource that is a number in each of the configurations: 0 in the first, and so on.
+// One resource with a number in each of the configurations: 0 in the first, and so on.
 Tables numbered(const QVector<ConfigBuilder> &configurations)
 {
     PackageBuilder package;
@@ -131,7 +131,7 @@ void TestResourceResolver::referencesAreFollowed()
     QCOMPARE(value.resource, First + 3);
     QCOMPARE(value.density, 320);
     QVERIFY(value.table != nullptr);
-    // What is no reference stays as it is, and its string is in no table.
+    // A value that is no reference stays unchanged, and its string belongs to no table.
     const ResolvedValue plain = resolver.resolved({ValueType::String, 0});
     QCOMPARE(plain.value.type, ValueType::String);
     QCOMPARE(plain.text, QString());
@@ -231,7 +231,7 @@ void TestResourceResolver::severalTables()
                                     Configuration::phone(320));
     QCOMPARE(resolver.resource(First).text, latin("split"));
     QCOMPARE(resolver.resource(First + 1).text, latin("other"));
-    // Of equals, the first.
+    // The first of two equal values wins.
     QCOMPARE(resolver.resource(First + 3).text, latin("base"));
     QCOMPARE(resolver.work(First), Budget::LookupWork + 3 * Budget::ValueWork);
     const QVector<ResolvedValue> all = resolver.candidates(First);

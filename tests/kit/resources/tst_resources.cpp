@@ -331,7 +331,7 @@ void TestResources::damagedTablesAnswerAsFarAsTheyGo()
     QCOMPARE(ChunkView::at(ByteView(table), packageAt).type(), ChunkType::Package);
     int longest = 0;
     for (int size = 0; size < table.size(); ++size) {
-        // A table that ends early, one that says so, and one whose package says so, too.
+        // A cut table, a cut table with a corrected size, and one with a corrected package size as well.
         QByteArray cut = table.left(size);
         for (const int toldAt : {-1, 0, packageAt}) {
             if (toldAt >= 0 && size >= toldAt + SizeAt + 4)
@@ -342,9 +342,9 @@ void TestResources::damagedTablesAnswerAsFarAsTheyGo()
                 QVERIFY2(whole.contains(line), qPrintable(line));
         }
     }
-    // Of the last type, which is for colours, everything is missing.
+    // All values of the last type, which holds colours, are missing.
     QCOMPARE(longest, 7);
-    // The last chunk is damaged; those ahead of it are answered.
+    // The last chunk is damaged. The chunks before it are read.
     QByteArray damaged = table;
     damaged += "more";
     poke32(damaged, 4, damaged.size());
