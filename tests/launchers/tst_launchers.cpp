@@ -42,7 +42,7 @@ Attribute text(const char *attribute, const QString &value)
     return androidText(QLatin1String(attribute), value);
 }
 
-// What stands around a launcher filter, and in it; every part can be put otherwise.
+// The names and attributes of a launcher's elements. Tests replace single parts.
 struct Launcher {
     QVector<Attribute> application;
     QVector<Attribute> activity = {named(".Main")};
@@ -75,7 +75,7 @@ QByteArray manifestWith(const QVector<Launcher> &launchers)
     return builder.end(manifest).build();
 }
 
-// A table whose value @p strings have the indices that the types refer to them by.
+// A table of these types. Their values index @p strings.
 QByteArray table(const QStringList &strings, const QVector<TypeBuilder> &types)
 {
     PackageBuilder package(0x7f, QStringLiteral("org.x"));
@@ -233,7 +233,7 @@ void TestLaunchers::filterNeedsActionAndCategoryAsItsChildren()
     builder.end(activityTag).end(applicationTag).end(manifest);
     QVERIFY(launchers(builder.build(), true).isEmpty());
 
-    // Names without Android's namespace, which a builder without resource ids leaves so.
+    // Without resource ids, the builder writes names outside Android's namespace.
     XmlBuilder plain;
     plain.start(manifest).start(applicationTag).start(activityTag).start(filterTag);
     plain.empty(QStringLiteral("action"), {plainText(QStringLiteral("name"), mainAction)});
@@ -267,7 +267,7 @@ void TestLaunchers::everyFilterGivesAnEntryInTheirOrder()
         addFilter(builder, Launcher());
         builder.end(activityTag);
     }
-    addFilter(builder, Launcher()); // directly under the application
+    addFilter(builder, Launcher()); // directly in the application
     builder.end(applicationTag).end(manifest);
 
     QStringList classes;
@@ -463,7 +463,7 @@ void TestLaunchers::labelsOfEveryLocale()
 
 void TestLaunchers::labelReferencesAreFollowedToDepthFive()
 {
-    // Entry n refers to entry n + 1; the last one is a text.
+    // Entry n refers to entry n + 1; the last entry is a text.
     const auto labelOfChain = [](int references) {
         TypeBuilder strings(StringType);
         for (int i = 0; i < references; ++i)
@@ -535,7 +535,7 @@ void TestLaunchers::iconsOfEveryConfiguration()
 
 void TestLaunchers::keepsTheReverseOrderOfAnExpansion()
 {
-    // The first list of values is taken in its order; those that a reference leads to, in reverse.
+    // Values of the icon are used in the order of the table, values of a reference in reverse.
     Launcher wanted;
     wanted.activity.append(androidReference(QStringLiteral("icon"), resourceId(DrawableType, 0)));
     const QByteArray resources =
@@ -550,7 +550,7 @@ void TestLaunchers::expansionIsDepthFirst()
 {
     Launcher wanted;
     wanted.activity.append(androidReference(QStringLiteral("icon"), resourceId(DrawableType, 0)));
-    // 0 leads to 1 and to picture 3; 1 to 2; 2 to pictures 1 and 2.
+    // 0 refers to 1 and to picture 3; 1 refers to 2; 2 has the pictures 1 and 2.
     const QByteArray resources = table({QStringLiteral("1.png"), QStringLiteral("2.png"), QStringLiteral("3.png")},
                                        {TypeBuilder(DrawableType)
                                             .value(0, Reference, resourceId(DrawableType, 1))
@@ -593,7 +593,7 @@ void TestLaunchers::pictureFormats()
 {
     QFETCH(QByteArray, format);
     Launcher wanted;
-    // The format is found in the data, not in the name.
+    // The data decide the format, the name does not matter.
     wanted.activity.append(text("icon", QStringLiteral("res/icon")));
     const QVector<Member> members = {pictureMember("res/icon", 16, format.constData())};
     QCOMPARE(widths(only(wanted, emptyTable(), members)), QVector<int>({16}));

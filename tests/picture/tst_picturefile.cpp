@@ -30,7 +30,7 @@ QImage decoded(const QByteArray &file)
     return PictureDecoder(budget).decoded(PictureFile(file));
 }
 
-/// As a host has it that knows nothing of what is in the file.
+/// Decodes the file with Qt alone, without the checks of the library.
 QImage decodedByQt(QByteArray file)
 {
     QBuffer buffer(&file);
@@ -52,7 +52,7 @@ QByteArray written(const QImage &image, const char *format, int quality = -1, bo
     return buffer.data();
 }
 
-/// A picture of many colours; transparent in part, or not at all.
+/// A picture of many colours, opaque or transparent in part.
 QImage colorful(QSize size, QImage::Format format, bool isTransparent)
 {
     QImage image(size, QImage::Format_ARGB32);
@@ -63,7 +63,7 @@ QImage colorful(QSize size, QImage::Format format, bool isTransparent)
     return image.convertToFormat(format);
 }
 
-/// A frame of an animation has no canvas of its own.
+/// A frame of an animation has no canvas chunk, so this removes it.
 QByteArray frameOf(const QByteArray &webp)
 {
     constexpr int HeaderSize = 12;
@@ -78,7 +78,7 @@ QByteArray gifBlocks(int kind, const QByteArray &data)
 
 } // namespace
 
-/// What is handed to decoders of a picture file, and that it is the same picture.
+/// Tests the bytes that decoders of a picture file get, and that they decode to the same picture.
 class TestPictureFile : public QObject
 {
     Q_OBJECT
@@ -262,7 +262,7 @@ void TestPictureFile::whatIsBesideThePictureIsLeft()
 
 void TestPictureFile::framesHaveTheirPlace()
 {
-    // Qt has anything around a frame that was in memory before.
+    // Qt does not initialize the area around the frame.
     const QImage image = colorful(QSize(9, 7), QImage::Format_RGB32, false);
     const QByteArray still = written(image, "webp", 100);
     QByteArray film = animatedWebp(QSize(20, 30), still, image.size());
@@ -274,7 +274,7 @@ void TestPictureFile::framesHaveTheirPlace()
     QPainter(&expected).drawImage(4, 10, decoded(still));
     QCOMPARE(decoded(film), expected);
     poke8(film, frameAt, 6);
-    QVERIFY(!PictureFile(film).isAccepted()); // beyond the canvas
+    QVERIFY(!PictureFile(film).isAccepted()); // outside the canvas
     poke8(film, frameAt, 2);
     QVERIFY(PictureFile(film).isAccepted());
     constexpr int CanvasAt = 12;
@@ -309,11 +309,11 @@ void TestPictureFile::chunksThatClaimMoreThanThereIs()
         QByteArray file = good.left(HeaderEndOfPng) + pngChunk(type.constData(), QByteArray(dataSize, 'x'));
         file.chop(4);
         file.replace(HeaderEndOfPng, 4, QByteArray("\x49\x46\x46\x12"));
-        // A decoder would take the memory before it reads.
+        // A decoder would allocate the claimed size before it reads.
         QCOMPARE(PictureFile(file).bytes(), good.left(HeaderEndOfPng));
         QVERIFY(decoded(file).isNull());
     }
-    // Behind its end a file may hold anything.
+    // After the end chunk, a file may contain any bytes.
     QCOMPARE(decoded(good + QByteArray("\x49\x46\x46\x12") + type).size(), QSize(2, 2));
 }
 
@@ -330,7 +330,7 @@ void TestPictureFile::excessOfPixelsUpToTheCeiling()
     QVERIFY(!PngPicture::isOverfull(overfullPng(PngPicture::MaxExcess)));
     QVERIFY(PngPicture::isOverfull(overfullPng(PngPicture::MaxExcess + 1)));
     QVERIFY(PngPicture::isOverfull(endlessPng(1)));
-    // Rows of every size, interlaced or not, are no excess; nor are pixels that break off or are damaged.
+    // Complete rows of any size, interlaced or not, have no excess. Cut or damaged pixels have none either.
     for (const int bits : {8, 16}) {
         for (const QSize size : {QSize(1, 1), QSize(5, 3), QSize(300, 200)}) {
             QVERIFY(!PngPicture::isOverfull(blackPng(size.width(), size.height(), bits)));
@@ -353,7 +353,7 @@ void TestPictureFile::unpackingUpToTheCeiling()
     const qint64 before = budget.workLeft();
     QVERIFY(decoder.decoded(PictureFile(overfull)).isNull());
     const qint64 work = before - budget.workLeft();
-    // A picture is looked at as long as there is work left for that, and decoded after it.
+    // A picture is inspected while work is left for that, and decoded if work is still left then.
     const PictureFile good(blackPng(1024, 1024));
     QVERIFY(PngPicture::maxUnpacked(good.bytes()) > most);
     QVERIFY(!decoder.decoded(good).isNull());
@@ -373,13 +373,13 @@ void TestPictureFile::decodingUpToTheBudget()
     QVERIFY(isDecoded(each, each));
     QVERIFY(!isDecoded(each - 1, each));
     QVERIFY(!isDecoded(each, each - 1));
-    // The picture stays held, and what decoding it took besides does not.
+    // The budget stays charged for the picture, and gets the other bytes of decoding back.
     Budget budget(2 * each, Plenty);
     const QImage image = PictureDecoder(budget).decoded(file);
     QVERIFY(image.sizeInBytes() < each);
     QCOMPARE(budget.bytesLeft(), Plenty - image.sizeInBytes());
     QCOMPARE(budget.workLeft(), each);
-    // A picture that does not fit takes nothing; one that fails takes the work.
+    // A picture that exceeds the budget costs nothing. A picture that fails costs its work.
     Budget small(each - 1, Plenty);
     PictureDecoder(small).decoded(file);
     QCOMPARE(small.workLeft(), each - 1);
@@ -393,7 +393,7 @@ void TestPictureFile::decodingUpToTheBudget()
 
 void TestPictureFile::codesThatAreNotMadeYetEndAGif()
 {
-    // A code of several pixels right after the one that starts over.
+    // A code of several pixels directly after the clear code.
     constexpr int CodesAt = 31;
     QByteArray damaged = gifOfLongCodes(5000);
     poke8(damaged, CodesAt, 4 | 6 << 3);

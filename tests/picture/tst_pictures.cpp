@@ -24,14 +24,14 @@
 using namespace fixture;
 
 /*
- * Icon files, good ones and such as were made to do harm, within the bounds that hold for any input: a picture may take
- * all of what there is for decoding by itself.
+ * Icon files, valid ones and ones made to do harm, within the bounds for any input. A single picture may use the whole
+ * budget of decoding.
  */
 
 namespace {
 
 constexpr qint64 MiB = 1 << 20;
-// The largest picture takes all that there is for decoding; opening a package takes 1 to 3 MiB without pictures.
+// The largest picture uses the whole budget of decoding. Opening a package takes 1 to 3 MiB without pictures.
 constexpr qint64 FixedMemory = PictureDecoder::MaxBytes + 4 * MiB;
 
 QString memberName(int number)
@@ -60,7 +60,7 @@ QByteArray packageOf(const QVector<QByteArray> &files)
     return package(emptyTable(), launchersWithIcons(int(files.size())), members);
 }
 
-/// A package whose launchers have @p count icons of different names, all of which are the one file @p file.
+/// A package of launchers with @p count icons of different names, which all lead to the one file @p file.
 QByteArray packageOfOne(const QByteArray &file, int count)
 {
     const QByteArray archive = package(emptyTable(), launchersWithIcons(count), {{memberName(0), file}});
@@ -70,7 +70,7 @@ QByteArray packageOfOne(const QByteArray &file, int count)
     return withNames(archive, names);
 }
 
-/// A package whose launchers have @p count icons of different names, which are @p size deflated bytes that deliver nothing.
+/// A package of launchers with @p count icons of different names, which are all @p size deflated bytes without content.
 QByteArray packageOfNothing(int size, int count)
 {
     QStringList names;
@@ -85,7 +85,7 @@ QByteArray packageOfNothing(int size, int count)
     return withNames(archive, names);
 }
 
-/// The sizes of the icons of a package's launchers, the first of each; an invalid size for none.
+/// The size of the first icon of each launcher, invalid for a launcher without icons.
 QVector<QSize> iconSizes(const QByteArray &bytes)
 {
     PackageDevice device(bytes);
@@ -96,7 +96,7 @@ QVector<QSize> iconSizes(const QByteArray &bytes)
     return sizes;
 }
 
-/// The sizes of the pictures in an archive of @p files, looked for one after another within @p budget.
+/// The sizes of the pictures in an archive of @p files, decoded one after another within @p budget.
 QVector<QSize> sizesWithin(Budget budget, const QVector<QByteArray> &files)
 {
     QVector<Member> members;
@@ -132,7 +132,7 @@ QByteArray webpPicture(int width, int height, int quality, bool isTransparent = 
     return buffer.data();
 }
 
-// Each chunk of zTXt unpacks to 8,000,000 bytes, which is as much as libpng agrees to.
+// Each zTXt chunk unpacks to 8,000,000 bytes, the maximum that libpng accepts.
 QByteArray textBomb(const char *type, const QByteArray &start, int chunks)
 {
     const QByteArray text = deflated(QByteArray(8000000, 'x'));
@@ -201,7 +201,7 @@ private slots:
 
 void TestPictures::initTestCase()
 {
-    // Decoders are loaded at first use, and stay: what their libraries take is not the file's.
+    // Decoders are loaded at first use and stay loaded, so no file is charged for their libraries.
     for (const QByteArray &file : {blackPng(2, 2), picture(2, 2, 0, "JPG"), gif(QSize(2, 2), QSize(2, 2)),
                                    picture(2, 2, 0, "WEBP"), picture(2, 2, 0, "BMP")})
         QCOMPARE(decodedSize(file), QSize(2, 2));
@@ -313,7 +313,7 @@ void TestPictures::scansUpToTheCeiling()
 
 void TestPictures::oldBitmaps()
 {
-    // Sides of 16 bits, as OS/2 wrote them.
+    // OS/2 bitmaps have sides of 16 bits.
     const auto bitmap = [](int width, int height) {
         const QByteArray info = Bytes().u32(12).u16(width).u16(height).u16(1).u16(24).data();
         const QByteArray rows(((3 * width + 3) & ~3) * height, '\0');
@@ -329,7 +329,7 @@ void TestPictures::prefixCodesAreCounted()
     const PictureFile many(webpOfManyCodes(512, 1000));
     QVERIFY(few.isAccepted());
     QCOMPARE(decodedSize(webpOfManyCodes(512, 1000)), QSize(512, 512));
-    // Each has a table of 256 entries for each of its five codes at the least.
+    // Each group has five codes, and each code a table of at least 256 entries.
     QVERIFY(many.decodingBytes() - few.decodingBytes() >= qint64(999) * 5 * 256 * 4);
     QCOMPARE(decodedSize(webpOfManyCodes(512, 16384)), QSize());
     QVERIFY(PictureFile(webpOfManyCodes(512, 16384)).decodingBytes() > PictureDecoder::MaxBytes);
@@ -337,7 +337,7 @@ void TestPictures::prefixCodesAreCounted()
 
 void TestPictures::losslessPicturesOfManyKinds_data()
 {
-    // What the pixel at x, y is; each kind makes the encoder use other transforms, a cache, or several groups.
+    // The colour of the pixel at x, y. The kinds make the encoder use different transforms, a cache, or several groups.
     using Pixel = std::function<QRgb(int, int)>;
     const auto noise = [](int x, int y) { return quint32(quint64(x * 7919 + y * 104729) * 2654435761U); };
     const QVector<QPair<const char *, Pixel>> kinds = {
@@ -374,7 +374,7 @@ void TestPictures::losslessPicturesOfManyKinds()
     QVERIFY(image.save(&buffer, "WEBP", 100));
     const PictureFile check(buffer.data());
     QVERIFY(check.isAccepted());
-    // An icon as large as they come takes a fraction of what there is.
+    // A very large icon needs only a fraction of the budget.
     QVERIFY2(check.decodingBytes() <= PictureDecoder::MaxBytes / 4, qPrintable(QString::number(check.decodingBytes())));
     QCOMPARE(decodedSize(buffer.data()), image.size());
 }
@@ -401,13 +401,13 @@ void TestPictures::everyPrefixIsChecked()
     const qint64 whole = PictureFile(file).decodingBytes();
     QVERIFY(whole > 0);
     for (int size = 0; size < file.size(); ++size) {
-        // A block of exactly this size, so that a read beyond its end is seen.
+        // The block has exactly this size, so that a read beyond its end is reported.
         const std::unique_ptr<char[]> block(new char[size_t(size)]);
         std::copy_n(file.constData(), size, block.get());
         const PictureFile check(QByteArray::fromRawData(block.get(), size));
         QVERIFY(check.decodingBytes() <= whole);
     }
-    // Nor does a byte that is something else lead anywhere.
+    // A changed byte is harmless as well.
     for (int at = 0; at < file.size(); ++at) {
         for (const int value : {0x00, 0x7f, 0xff}) {
             QByteArray damaged = file;
@@ -431,18 +431,18 @@ void TestPictures::filesUpToTheCeiling()
 
 void TestPictures::readingHasABudget()
 {
-    // Files that are no pictures cost work too.
+    // Files that are no pictures cost work, too.
     const QByteArray png = blackPng(5, 5) + QByteArray(4000, '\0');
     const QVector<QByteArray> files{QByteArray(int(MiB), '\0'), png};
     const qint64 work = 2 * ArchiveImages::MemberWork + MiB + png.size() + PictureFile(png).decodingBytes();
     QCOMPARE(sizesWithin(Budget(work, MiB), files), QVector<QSize>({QSize(), QSize(5, 5)}));
     QCOMPARE(sizesWithin(Budget(work - 1, MiB), files), QVector<QSize>({QSize(), QSize()}));
-    // A file that turns out to be too long has cost all that was left.
+    // A file that turns out to be too long has used up the rest of the budget.
     QCOMPARE(sizesWithin(Budget(work, MiB), {files.at(0), QByteArray(int(MiB), '\0'), png}),
              QVector<QSize>({QSize(), QSize(), QSize()}));
 }
 
-// A small file has them under thousands of names.
+// A small archive can list one member under thousands of names.
 void TestPictures::packedBytesThatDeliverNothingTakeOfTheBudget()
 {
     constexpr int Names = 1000;
@@ -462,7 +462,7 @@ void TestPictures::packedBytesThatDeliverNothingTakeOfTheBudget()
     for (int i = 0; i < Names; ++i)
         QVERIFY(images.image(memberName(i)).isNull());
     bytesRead = device.bytesRead() - bytesRead;
-    // Besides what the directory says about each of them.
+    // In addition, the directory is read for each name.
     QVERIFY2(bytesRead < MostPacked + Names * 1024, qPrintable(QString::number(bytesRead)));
     QVERIFY(bytesRead > MostPacked - Size);
 }
@@ -473,12 +473,12 @@ void TestPictures::decodingHasABudget()
     const QByteArray less = blackPng(4096, 2047);
     const QByteArray small = blackPng(64, 64);
     const QSize size(4096, 2048);
-    // The names of classes take some of the last MiB.
+    // The class names take some of the last MiB.
     const QByteArray rest = blackPng(512, 512);
     QCOMPARE(LauncherFinder::MaxBytes, 65 * MiB);
     QCOMPARE(PictureFile(rest).decodingBytes(), MiB);
     QCOMPARE(iconSizes(packageOf({half, half, rest, small})), QVector<QSize>({size, size, QSize(), QSize(64, 64)}));
-    // A picture that does not fit takes nothing from those that follow.
+    // A picture that exceeds the budget costs nothing, so the next ones still fit.
     QCOMPARE(iconSizes(packageOf({half, less, half, rest})),
              QVector<QSize>({size, QSize(4096, 2047), QSize(), QSize(512, 512)}));
 }
@@ -522,7 +522,7 @@ void TestPictures::failuresAreRemembered()
     ArchiveImages images(&archive, budget);
     for (int i = 0; i < 10; ++i)
         QVERIFY(images.image(QStringLiteral("bad")).isNull());
-    // Reading it twice would have left nothing.
+    // A second read would have used up the budget.
     QCOMPARE(images.image(QStringLiteral("good")).size(), QSize(2, 2));
 }
 
@@ -558,7 +558,7 @@ void TestPictures::sizesThatDisagree()
     QFETCH(QByteArray, file);
     QFETCH(bool, isAccepted);
     QCOMPARE(PictureFile(file).isAccepted(), isAccepted);
-    // Accepted or not: what comes of it is no larger than was said.
+    // Accepted or not, a decoded picture is no larger than the stated size.
     const QSize size = decodedSize(file);
     const QSize largest = PictureFile(file).size();
     QVERIFY(isAccepted || size.isEmpty());
@@ -572,7 +572,7 @@ void TestPictures::boundsHold_data()
     const auto row = [](const char *name, const QByteArray &file) {
         QTest::newRow(name) << packageOf({file}) << qint64(file.size());
     };
-    // None of many files is kept while the next one is read.
+    // Each file is released before the next one is read.
     const auto rowOfMany = [](const char *name, const QByteArray &file, int count) {
         QTest::newRow(name) << packageOfOne(file, count) << qMin(qint64(file.size()) * count, PictureFile::MaxBytes);
     };

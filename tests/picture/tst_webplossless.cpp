@@ -7,8 +7,8 @@
 using namespace fixture;
 
 /*
- * Streams of a picture of 16 x 16 pixels whose entropy image has one pixel for each block of 4 x 4. Encoders write none
- * of these; what they do write is among the pictures of tst_pictures.
+ * Streams of a picture of 16 x 16 pixels. The entropy image has one pixel for each block of 4 x 4. Encoders do not
+ * write such streams; tst_pictures tests the streams that they do write.
  */
 
 namespace {
@@ -24,11 +24,11 @@ void putOne(BitWriter &bits, quint32 symbol)
     bits.put(1, 1).put(0, 1).put(1, 1).put(symbol, 8);
 }
 
-// Lengths of codes, of which none is longer than 1, and which are written as they are or as runs of zeros.
+// Writes code lengths of 0 or 1, one by one or as runs of zeros.
 class Lengths
 {
 public:
-    // The code of the lengths: 17 has none, 18 (a run of zeros) has one bit, 0 has none, 1 has one bit.
+    // The code of the lengths: 17 is unused, 18 (a run of zeros) has one bit, 0 is unused, 1 has one bit.
     explicit Lengths(BitWriter &bits) : m_bits(bits)
     {
         bits.put(0, 1).put(0, 4).put(0, 3).put(1, 3).put(0, 3).put(1, 3);
@@ -36,7 +36,7 @@ public:
 
     Lengths &all()
     {
-        m_bits.put(0, 1); // as many as there are symbols
+        m_bits.put(0, 1); // one length for each symbol
         return *this;
     }
     Lengths &limited(int count)
@@ -64,7 +64,7 @@ private:
     BitWriter &m_bits;
 };
 
-// The start of a stream: no transforms and no cache, then an entropy image, with a cache of two colours or none.
+// The start of a stream: no transforms and no cache, then an entropy image with a cache of two colours, or without one.
 BitWriter start(bool hasCache)
 {
     BitWriter bits;
@@ -106,7 +106,7 @@ void TestWebpLossless::picturesOfOneColour()
 void TestWebpLossless::picturesOutOfTheCache()
 {
     constexpr int LastOfCache = CodeOfBytes + LengthPrefixes + 1;
-    // Of nothing else: what is not there yet is zero.
+    // Only cached colours; an unused cache entry is zero.
     BitWriter only = start(true);
     Lengths(only).all().zeros(LastOfCache).one();
     for (int i = 0; i < 4; ++i)
@@ -114,7 +114,7 @@ void TestWebpLossless::picturesOutOfTheCache()
     QVERIFY(stream(only).isValid());
     QCOMPARE(stream(only).groupCount(), 1);
 
-    // Of one pixel, and of the cache after it.
+    // One pixel, then its cache entry.
     BitWriter mixed = start(true);
     Lengths(mixed).all().one().zeros(LastOfCache - 1).one();
     for (const quint32 symbol : {7U, 0U, 0U, 0U})
@@ -166,7 +166,7 @@ void TestWebpLossless::moreLengthsThanSymbols()
 
 void TestWebpLossless::codesThatAreNotFull()
 {
-    // Of three codes of one bit, one has no room; of none, there is nothing to read.
+    // A third code of one bit has no room. Without codes, no symbol can be read.
     for (const int ones : {0, 1, 2, 3}) {
         BitWriter bits = start(false);
         putOne(bits, 0);

@@ -43,7 +43,7 @@ enum StringNumber : int {
     TableItself,
 };
 
-// A label, an icon in several densities, and one that refers to it and to itself.
+// A label, an icon in several densities, and an icon that refers to it and to itself.
 QByteArray table()
 {
     const auto density = [](int value) { return ConfigBuilder().density(value).build(); };
@@ -63,7 +63,7 @@ QByteArray table()
         .build();
 }
 
-/// A manifest whose application and whose launcher have these attributes.
+/// A manifest whose application and launcher have these attributes.
 QByteArray manifest(const QVector<Attribute> &application = {androidReference("icon", 0x7f020001)},
                     const QVector<Attribute> &activity = {})
 {
@@ -89,13 +89,13 @@ QVector<Member> pictures()
             {"classes.dex", "dex"}};
 }
 
-/// The package that all of these are, in this form.
+/// The same package in the given form.
 QByteArray packageIn(TableEncoding encoding, bool isCompact = false)
 {
     return package(encodedTable(table(), encoding, isCompact), manifest(), pictures());
 }
 
-/// What can be asked of @p apk about the package and its launchers, icons by their pixels.
+/// All answers of @p apk about the package and its launchers; icons as their pixels.
 QStringList answers(ApkFile &apk)
 {
     QStringList lines{apk.mainPackage(), QString::number(apk.minSdkVersion())};
@@ -151,7 +151,7 @@ QByteArray tableOf(const QStringList &texts)
     return TableBuilder().strings(texts).package(PackageBuilder().types({"drawable"}).type(type)).build();
 }
 
-/// What is asked of a normalizer on @p bytes.
+/// A normalizer on @p bytes, and queries about its result.
 struct Normalized {
     explicit Normalized(const QByteArray &package) : device(package), normalizer(&device) {}
 
@@ -290,13 +290,13 @@ void TestPackageNormalizer::aManifestNeedNotSayThatItIsOne()
     QByteArray document = manifest();
     poke16(document, 0, 0);
     const QByteArray bytes = package(table(), document, pictures());
-    QCOMPARE(answersTo(bytes).first(), QString()); // libsorrel finds nothing in it
+    QCOMPARE(answersTo(bytes).first(), QString()); // libsorrel finds no manifest in it
     Normalized it(bytes);
     QVERIFY(it.normalizer.isNeeded());
     QCOMPARE(it.answers(), answersTo(packageIn(TableEncoding::Dense)));
     QCOMPARE(it.member(manifestName), manifest());
 
-    // What says that it is something else stays so, and too few bytes say nothing.
+    // A chunk of another type is not changed. Too few bytes have no type.
     poke16(document, 0, 1);
     QVERIFY(!Normalized(package(table(), document)).normalizer.isNeeded());
     QVERIFY(!Normalized(package(table(), QByteArray(7, '\0'))).normalizer.isNeeded());
@@ -354,7 +354,7 @@ void TestPackageNormalizer::aSparseBuildAnswersAsTheDenseOne()
     const std::unique_ptr<ApkFile> sparse = normalizer.apkFile();
     QCOMPARE(answers(*sparse), answers(dense));
     QVERIFY(values(dense.resources()).filter("|").size() > 1);
-    // Shortened paths are the one thing that the optimizer changes.
+    // The optimizer changes only the paths.
     if (build == "babel.sparse.apk")
         QCOMPARE(values(sparse->resources()), values(dense.resources()));
     else
@@ -407,7 +407,7 @@ void TestPackageNormalizer::theArchiveHasTheMembersThatAreNeeded()
     for (const Member &member : pictures().mid(0, 2))
         QCOMPARE(it.member(member.name), member.content);
     QCOMPARE(it.member(manifestName), manifest());
-    // Nothing is compressed.
+    // No member is compressed.
     QVERIFY(it.normalizer.normalized().contains(picture(2, 2, 0x102030)));
 }
 
@@ -493,7 +493,7 @@ void TestPackageNormalizer::namesMayBeInAnyScript()
                                   {path, picture(5, 5, 1)}};
     QBuffer buffer;
     QuaZip archive(&buffer);
-    archive.setUtf8Enabled(true); // as build tools write names; fixture::zip() writes them as the system does
+    archive.setUtf8Enabled(true); // build tools write UTF-8 names, fixture::zip() uses the encoding of the system
     QVERIFY(archive.open(QuaZip::mdCreate));
     for (const Member &member : members) {
         QuaZipFile file(&archive);
@@ -590,7 +590,7 @@ void TestPackageNormalizer::filesAreReadByName()
     const QString dense = written("dense.apk", packageIn(TableEncoding::Dense));
     const PackageNormalizer needed(sparse);
     QVERIFY(needed.isNeeded());
-    QVERIFY(QFile::remove(sparse)); // its table and manifest are known; pictures cannot be had any more
+    QVERIFY(QFile::remove(sparse)); // the table and the manifest are in memory; the pictures are lost
     QCOMPARE(Normalized::membersOf(needed.normalized()), (QStringList{tableName, manifestName}));
 
     const PackageNormalizer notNeeded(dense);
@@ -697,7 +697,7 @@ void TestPackageNormalizer::damagedTables()
     QCOMPARE(Normalized(package(none, manifest())).normalizer.error().message(),
              QString("could not parse resources.arsc: not a resource table"));
     QCOMPARE(Normalized(package(none, manifest())).answers().last(), QString("3"));
-    // What the manifest needs does not count then.
+    // With such a table, a manifest that needs changes does not count either.
     QByteArray document = manifest();
     poke16(document, 0, 0);
     QVERIFY(!Normalized(package(none, document)).normalizer.isNeeded());
@@ -705,7 +705,7 @@ void TestPackageNormalizer::damagedTables()
 
 void TestPackageNormalizer::tablesThatLibsorrelAloneReads()
 {
-    // An offset of pools that leads nowhere is a fault here, and nothing to libsorrel.
+    // A bad offset of a pool is a fault here, but libsorrel ignores the offset.
     QByteArray inner = PackageBuilder().types({"string"}).type(TypeBuilder(1).value(0, Integer, 5)).build();
     poke32(inner, PackageBuilder::KeyPoolOffsetAt, 0x7000);
     Normalized it(package(TableBuilder().strings({}).chunk(inner).build(), manifest()));
@@ -721,7 +721,7 @@ void TestPackageNormalizer::manifestsUpToTheCeiling()
     constexpr int Most = 16 << 20;
     const auto withSize = [](int size) {
         QByteArray document = manifest();
-        document.append(size - document.size(), '\0'); // behind the document, where nobody looks
+        document.append(size - document.size(), '\0'); // after the document, where no reader looks
         return package(encodedTable(table(), TableEncoding::Sparse, false), document, {});
     };
     Normalized most(withSize(Most));
@@ -730,7 +730,7 @@ void TestPackageNormalizer::manifestsUpToTheCeiling()
     QCOMPARE(Normalized(withSize(Most + 1)).members(), QStringList{tableName});
 }
 
-// ApkFile goes by what was written, others by values.
+// ApkFile uses the written text of an attribute, other readers use its value.
 void TestPackageNormalizer::iconsAreThoseThatWereWritten()
 {
     const Member written{"res/written.png", picture(3, 3, 0)};
@@ -747,7 +747,7 @@ void TestPackageNormalizer::iconsAreThoseThatWereWritten()
 
 void TestPackageNormalizer::picturesUpToTheCeiling()
 {
-    // How many of the members of these sizes, all of which an icon leads to, are taken.
+    // The number of copied members when one icon leads to members of these sizes.
     const auto taken = [](const QVector<qint64> &sizes) {
         PackageBuilder inner;
         inner.types({"drawable"});
@@ -764,14 +764,14 @@ void TestPackageNormalizer::picturesUpToTheCeiling()
         return it.members().size() - 2;
     };
     constexpr qint64 Most = PictureFile::MaxBytes;
-    // The path of the last one takes a few of the bytes.
+    // The path of the last member takes a few of the bytes.
     constexpr int Full = int(IconMembers::MaxBytes / Most) - 1;
     QCOMPARE(taken({1, 1}), 2);
     QCOMPARE(taken({Most, Most + 1, 1}), 2);
     QCOMPARE(taken(QVector<qint64>(Full, Most) << Most - 1000), Full + 1);
     QCOMPARE(taken(QVector<qint64>(Full, Most) << Most), Full);
     QCOMPARE(taken(QVector<qint64>(Full, Most) << Most << 1), Full + 1);
-    // One that is too large is not read, and costs nothing.
+    // An oversized member is not read, and costs nothing.
     QCOMPARE(taken(QVector<qint64>(Full, Most + 1) << 1), 1);
 }
 
@@ -835,13 +835,13 @@ void TestPackageNormalizer::referencesUpToTheBudget()
     QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each, Count * Bytes)), texts);
     QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each - 1, Count * Bytes)), most);
     QCOMPARE(pathsOf(all, {}, resources, Budget(Count * Each, Count * Bytes - 1)), most);
-    // A reference that is followed already costs nothing.
+    // A reference that was followed before costs nothing.
     QCOMPARE(pathsOf(all + all, {}, resources, Budget(Count * Each, Count * Bytes)), texts);
 }
 
 void TestPackageNormalizer::charactersUpToTheBudget()
 {
-    // The first path is too long, and costs its characters.
+    // The first path is too long, but costs its characters.
     const QStringList texts{QString(IconMembers::MaxPathLength + 1, 'x'), "path"};
     const qint64 work = 2 * (Budget::LookupWork + 2 * Budget::ValueWork) + texts.first().size() + texts.last().size();
     QCOMPARE(pathsOf(references(2), {}, tableOf(texts), Budget(work, 1000)), QStringList{"path"});
@@ -850,7 +850,7 @@ void TestPackageNormalizer::charactersUpToTheBudget()
 
 void TestPackageNormalizer::aHostileTableIsAnswered()
 {
-    // Thousands of icons, each to be looked for in as many types as a table may have.
+    // Thousands of icons. Each is searched for in as many types as a table may have.
     constexpr int Icons = 10000;
     const QByteArray types = TypeBuilder(1, ConfigBuilder(28).build()).build().repeated(ResourceTable::MaxTypeChunks);
     const QByteArray resources = TableBuilder().package(PackageBuilder().types({"drawable"}).chunk(types)).build();

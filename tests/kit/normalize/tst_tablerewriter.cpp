@@ -35,7 +35,7 @@ constexpr int UnknownType = 0x0777;
 
 const TableEncoding everyEncoding[] = {TableEncoding::Dense, TableEncoding::ShortOffsets, TableEncoding::Sparse};
 
-/// What a table is made of in the end: all of these make the same one.
+/// An encoding of a table. The rewriter makes the same table from all of them.
 struct Form {
     TableEncoding encoding = TableEncoding::Dense;
     bool isCompact = false;
@@ -48,7 +48,7 @@ QByteArray simple(const Form &form, int dataType, qint64 data, int key)
                           : simpleEntry(dataType, data, PublicFlag, key);
 }
 
-/// A map whose items say something.
+/// A map of numbered items.
 QByteArray map(int itemCount)
 {
     QByteArray bytes = mapEntry(itemCount, 3);
@@ -106,7 +106,7 @@ QString faultOf(const QByteArray &table)
     return formatFaultText(fault);
 }
 
-/// The table of one type chunk, and the one that is made of it.
+/// A table with this type chunk.
 QByteArray tableOf(const QByteArray &type)
 {
     return TableBuilder()
@@ -120,7 +120,7 @@ QByteArray tableOf(const TypeBuilder &type)
     return tableOf(type.build());
 }
 
-/// Whether libsorrel takes @p table.
+/// Whether libsorrel accepts @p table.
 bool loads(const QByteArray &table)
 {
     SequentialDevice device(table);
@@ -152,7 +152,7 @@ QStringList lookups(const QByteArray &table)
     return lines;
 }
 
-/// Every value that the type chunks of @p table hold, by type, configuration and index.
+/// Every value in the type chunks of @p table, by type, configuration and index.
 QStringList values(const QByteArray &table)
 {
     QStringList lines;
@@ -183,13 +183,13 @@ QStringList values(const QByteArray &table)
     return lines;
 }
 
-/// Rewrites a copy of @p table that has nothing behind it, so that a tool which watches the heap sees each step past it.
+/// Rewrites a copy of @p table in a heap block of its exact size, so that a sanitizer reports each read beyond it.
 QByteArray rewrittenCopy(const QByteArray &table)
 {
     const auto copy = std::make_unique<char[]>(size_t(table.size()));
     std::memcpy(copy.get(), table.constData(), size_t(table.size()));
     QByteArray result = TableRewriter::rewritten(QByteArray::fromRawData(copy.get(), table.size()));
-    result.detach(); // from the copy, which a classic table is answered with
+    result.detach(); // from the copy, because a classic table is returned as it is
     return result;
 }
 
@@ -314,7 +314,7 @@ void TestTableRewriter::compiledTablesComeBackFromEveryForm()
         for (const TableEncoding encoding : everyEncoding) {
             const QByteArray other = encodedTable(table, encoding, isCompact);
             QCOMPARE(other == table, encoding == TableEncoding::Dense && !isCompact);
-            // A sparse type does not tell how many resources there are behind the last that has a value.
+            // A sparse type does not store how many resources follow the last one with a value.
             if (encoding == TableEncoding::Sparse)
                 QCOMPARE(values(rewritten(other)), expected);
             else
@@ -334,7 +334,7 @@ void TestTableRewriter::compactEntriesLoseWhatMakesThemCompact()
 {
     const QByteArray table = tableOf(TypeBuilder(1).entry(0, compactEntry(0x1d, 0xff112233, 0x16, 0xfffe)));
     QCOMPARE(rewritten(table), tableOf(TypeBuilder(1).entry(0, simpleEntry(0x1d, 0xff112233, 0x16, 0xfffe))));
-    // The flag of a map would make one of it.
+    // With the map flag, the simple entry would become a map.
     const QByteArray mapToo = tableOf(TypeBuilder(1).entry(0, compactEntry(Decimal, 1, EntryView::MapFlag)));
     QCOMPARE(rewritten(mapToo), tableOf(TypeBuilder(1).entry(0, simpleEntry(Decimal, 1))));
 }
@@ -360,7 +360,7 @@ void TestTableRewriter::sharedMapsStayShared()
     const TypeBuilder classic = TypeBuilder(1).entry(0, map(2)).value(1, Decimal, 1).offset(2, 0).offset(3, 0);
     QVERIFY(TableRewriter::isClassic(tableOf(classic)));
     QVERIFY(loads(tableOf(classic)));
-    // The map stands where the first of those that share it has it.
+    // The map takes the position of the first resource that shares it.
     const TypeBuilder other = TypeBuilder(1)
                                   .encoding(TableEncoding::Sparse)
                                   .entry(1, simpleEntry(Decimal, 1))
@@ -373,7 +373,7 @@ void TestTableRewriter::sharedMapsStayShared()
 
 void TestTableRewriter::mapsThatOverlapAreTakenApart()
 {
-    // Within the only item of the map at 0 there is a map of no items, the end of which is the start of a value.
+    // The only item of the map at 0 contains an empty map. The end of that map is the start of a value.
     QByteArray outer = map(1);
     outer.replace(12, 16, Bytes().u32(1).u16(16).u16(1).u32(9).u32(0).data());
     const QByteArray table =
@@ -465,7 +465,7 @@ void TestTableRewriter::emptyTypesStayEmpty()
     const TypeBuilder holes = TypeBuilder(1).offset(3, 0xffffffff);
     QVERIFY(TableRewriter::isClassic(tableOf(holes)));
     QCOMPARE(rewritten(tableOf(TypeBuilder(holes).encoding(TableEncoding::ShortOffsets))), tableOf(holes));
-    // Where entries would start, if there were any, may be out of the chunk; libsorrel goes there all the same.
+    // The entries of an empty type may start outside the chunk, but libsorrel seeks to their start all the same.
     QByteArray chunk = holes.build();
     poke32(chunk, TypeBuilder::EntriesStartAt, 0xfffffff0);
     QVERIFY(!loads(tableOf(chunk)));
@@ -485,7 +485,7 @@ void TestTableRewriter::unknownFlagsStay()
 
 void TestTableRewriter::headersStayToTheLastByte()
 {
-    // A configuration of a later platform, and header bytes behind it.
+    // A configuration of a later platform, followed by other header bytes.
     const auto type = [](TableEncoding encoding) {
         QByteArray config = ConfigBuilder(64).locale("de").build() + QByteArray(20, '\x77');
         poke32(config, 0, 80);
@@ -513,7 +513,7 @@ void TestTableRewriter::poolsMayFollowTypes()
     QVERIFY(TableRewriter::isClassic(twin));
     QCOMPARE(rewritten(table(TableEncoding::Sparse)), twin);
     QVERIFY(loads(twin));
-    // Of a type that no name of the pool at the header's offset is for, there would be no text.
+    // The pool at the header's offset has to name the type, or there would be no text.
     QCOMPARE(lookups(rewritten(table(TableEncoding::Sparse))).filter("@string/2:"), QStringList{"@string/2: 1|1"});
 }
 
@@ -663,7 +663,7 @@ void TestTableRewriter::damagedType()
     QFETCH(QByteArray, type);
     QCOMPARE(faultOf(tableOf(type)), QString("damaged type in resource table"));
     QVERIFY(!loads(tableOf(type)) || peek32(type, TypeBuilder::EntryCountAt) > 0x10000);
-    // The largest header that is taken.
+    // The largest accepted header.
     const QByteArray most = ConfigBuilder(4).build() + QByteArray(TypeRewriter::MaxHeaderSize - 20 - 4, '\0');
     QCOMPARE(faultOf(tableOf(TypeBuilder(1, most))), QString());
 }
@@ -690,14 +690,14 @@ void TestTableRewriter::damagedEntry()
 {
     QFETCH(QByteArray, type);
     QCOMPARE(faultOf(tableOf(type)), QString("damaged entry in resource table"));
-    // The largest header that is taken.
+    // The largest accepted header.
     QByteArray entry = simpleEntry(Decimal, 1) + QByteArray(TypeRewriter::MaxHeaderSize - 8, '\0');
     poke16(entry, 0, TypeRewriter::MaxHeaderSize);
     QCOMPARE(faultOf(tableOf(TypeBuilder(1).entry(0, entry))), QString());
     QVERIFY(loads(tableOf(TypeBuilder(1).entry(0, entry))));
 }
 
-/// A table of @p count sparse types, each with one value, for the last resource that there may be.
+/// A table of @p count sparse types, each with one value for the last possible resource.
 QByteArray lonelyValues(int count)
 {
     PackageBuilder package;
@@ -750,7 +750,7 @@ void TestTableRewriter::sharedMapsOfManyItemsTakeNoMemory()
 
 void TestTableRewriter::takesTheTableAndTheResult()
 {
-    // As many offsets as lead to a result that may be, each of which is looked at.
+    // The largest accepted number of offsets. The rewriter visits each of them.
     TypeBuilder type(1);
     type.encoding(TableEncoding::ShortOffsets).entry(TypeChunk::MaxEntries - 1, map(0));
     for (int index = 0; index < TypeChunk::MaxEntries; ++index)
@@ -797,7 +797,7 @@ void TestTableRewriter::everyByteMayBeDamaged()
             ++(result.isEmpty() ? refused : taken);
             if (result.isEmpty())
                 continue;
-            // One index of 16 bits may take this much, and there are five types.
+            // A damaged 16-bit index may add this much to each of the five types.
             QVERIFY(result.size() < whole.size() + 5 * 4 * TypeChunk::MaxEntries);
             QVERIFY(TableRewriter::isClassic(result));
         }

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// The resources of packages as the kit answers them, and as `aapt2 dump resources` prints them. Answers are written as
-// aapt2 writes them, and compared as texts, but for these differences, which are of spelling:
+// Compares the kit's answers about the resources of packages with the output of `aapt2 dump resources`. Answers are
+// written in the form of aapt2 and compared as texts. The comparison accepts these differences of spelling:
 //
-// - numbers of dimensions, fractions and floats have six decimals there, and as many as they need here; of fractions,
-// aapt2   prints what 1 is for 100%; it takes negative dimensions and fractions for large ones;
-// - hexadecimal numbers have eight digits there, and as many as they need here;
-// - aapt2 sorts values by their configurations, and items by their names; here both are in the order of the table;
-// - what optimizers write in place of names is printed by aapt2, and not taken for a name here;
-// - aapt2 indents the lines of a text that has several, and does not tell the bounds of an attribute;
-// - aapt2 tells files and styled texts from other strings, tells a file's type, and where a text's styles are.
+// - aapt2 prints dimensions, fractions and floats with six decimals, the kit with as many as needed; aapt2 prints 1 for
+//   a fraction of 100%, and prints negative dimensions and fractions as large positive ones;
+// - aapt2 prints hexadecimal numbers with eight digits, the kit with as many as needed;
+// - aapt2 sorts values by their configurations, and items by their names; the kit keeps the order of the table;
+// - aapt2 prints the placeholders that optimizers write instead of names; the kit treats them as missing names;
+// - aapt2 indents the lines of a text that has several, and does not print the bounds of an attribute;
+// - aapt2 marks files and styled texts, prints a file's type, and prints the styles of a text.
 
 #include "ResourcesFixture.h"
 
@@ -26,7 +26,7 @@ using namespace SorrelKit;
 
 namespace {
 
-/// What aapt2 prints of a resource: its name, and by configuration, each value's lines.
+/// A resource in the output of aapt2: its name, and the lines of each value, by configuration.
 struct Printed {
     QString name;
     QMap<QString, QString> values;
@@ -49,8 +49,8 @@ PrintedTable dump(const QString &file, QString *error)
     Printed *resource = nullptr;
     QString *value = nullptr;
     QString output = QString::fromUtf8(aapt2.readAllStandardOutput());
-    output.chop(1); // the last line's end
-    // After an array of nothing, the line is not ended.
+    output.chop(1); // the newline of the last line
+    // aapt2 prints no newline after an empty array.
     output.replace(latin("size=0\n        [resource 0x"), latin("size=0\n    resource 0x"));
     output.replace(latin("size=0\n        [type "), latin("size=0\n  type "));
     output.replace(latin("size=0\n        [("), latin("size=0\n      ("));
@@ -65,7 +65,7 @@ PrintedTable dump(const QString &file, QString *error)
         } else if (typeLine.match(line).hasMatch()) {
             value = nullptr;
         } else if (value != nullptr) {
-            // Of a text of several lines, of a map.
+            // A further line of a text or of a map.
             *value += QLatin1Char('\n') + line;
         }
     }
@@ -81,14 +81,14 @@ bool areNear(const QString &mine, const QString &theirs, double factor)
     const double right = theirs.toDouble(&isTheirs) * factor;
     // A step of the sixth decimal, or of the sixth digit.
     const auto isNear = [&](double other) { return qAbs(left - other) <= qMax(1e-6 * factor, 1e-5 * qAbs(other)); };
-    // What the sign's bit stands for depends on where the point is.
+    // The weight of the sign bit depends on the position of the point.
     const bool isNegative = left < 0 && std::any_of(std::begin(signs), std::end(signs), [&](double sign) {
                                 return isNear(right - sign * factor);
                             });
     return isNumber && isTheirs && (isNear(right) || isNegative);
 }
 
-/// Compares texts of values without items; items have the same.
+/// Compares texts of values without items. Texts of items have the same form.
 bool isSame(const QString &type, QString mine, QString theirs)
 {
     static const QRegularExpression indent(latin("\n +"));
@@ -126,7 +126,7 @@ QString hexadecimal(quint32 id)
     return QStringLiteral("0x%1").arg(id, 8, 16, QLatin1Char('0'));
 }
 
-/// Compares the values of one package; answers how many there were, and what differs in `differences`.
+/// Compares the values of one package. Returns their number, and lists the differences in `differences`.
 class Comparison
 {
 public:
@@ -184,7 +184,7 @@ private:
             tell(id, m_resources.name(id), theirs);
     }
 
-    // An id is told to be one; what it is stored as says nothing.
+    // aapt2 prints an id only as such. The type that stores it does not matter.
     bool isSameValue(quint32 id, const SorrelKit::ResourceValue &value, const QString &theirs) const
     {
         const bool isId = m_resources.name(id).startsWith(latin("id/")) && theirs == latin("(id)");
@@ -210,7 +210,7 @@ private:
             tell(id, value.configuration() + QStringLiteral(" with %1 items").arg(value.items().size()), theirs);
     }
 
-    // "name(0xid)=", or "0xid=" for what the table does not have.
+    // "name(0xid)=", or "0xid=" for an attribute that is missing in the table.
     QString attributeName(const SorrelKit::ResourceItem &item) const
     {
         const quint32 id = m_resources.find(item.name());
@@ -230,7 +230,7 @@ private:
         return line;
     }
 
-    // An item a line, in any order. A text of several lines goes on until the next item begins.
+    // One item a line, in any order. A text of several lines ends where the next item begins.
     template <typename Prefix>
     bool isSameList(const SorrelKit::ResourceValue &value, const QString &theirs, Prefix prefix) const
     {
@@ -264,7 +264,7 @@ private:
         for (int i = 0; i < value.items().size() && isEqual; ++i) {
             const SorrelKit::ResourceItem &item = value.items().at(i);
             const bool isString = item.type() == SorrelKit::ResourceValue::Type::String;
-            // Where a text ends, only the text itself says.
+            // Only the text itself shows where it ends.
             const int end =
                 isString ? int(item.text().size()) + 2 : int(rest.indexOf(QRegularExpression(latin("[],]"))));
             isEqual = item.name() == QString::number(i) && isSame(item.typeName(), item.text(), rest.left(end));
@@ -353,7 +353,7 @@ void TestResourcesAapt2::packagesAreToldTheSame()
 
 void TestResourcesAapt2::qualifiersAreSpelledTheSame()
 {
-    // Each field by itself, with every number that has a word, and one more.
+    // Each field by itself, with every number that has a name, and one more.
     QVector<QByteArray> records;
     const auto fields = [&records](int at, int shift, int count) {
         for (int number = 1; number <= count; ++number)

@@ -153,7 +153,7 @@ void TestResourceTexts::qualifiers()
 
 void TestResourceTexts::shortConfigurations()
 {
-    // What is behind the record is not of it.
+    // Bytes after the record do not belong to it.
     for (const int size : {4, 16, 28, 32, 36, 48, 52}) {
         const QByteArray record = ConfigBuilder(size).locale("de").sdkVersion(21).u16(32, 820).build();
         const ResourcesFixture fixture(tableFor(record));
