@@ -21,7 +21,7 @@ const QString boundaryOutOfBounds = QStringLiteral("boundary out of bounds");
 const QString tooManyStepsBack = QStringLiteral("too many steps back");
 const QString fault = QStringLiteral("fault");
 
-// What the chunks of these tests are made of, and what their readers do with them.
+// The types of the chunks in these tests, and what the readers do with them.
 enum TestChunk : int {
     Unread = 0x0010,
     Number,           ///< 4 bytes are read
@@ -32,13 +32,13 @@ enum TestChunk : int {
 };
 constexpr int TypeCount = CountedContainer - Unread + 1;
 
-// As a signed number, which the lines for unexpected chunks show.
+// The type as a signed number, as the log lines for unexpected chunks show it.
 int typeOf(const ChunkWalker &walker)
 {
     return qint16(walker.type());
 }
 
-// Reads from the chunk's body; whether chunks follow.
+// Reads from the chunk's body. Returns whether chunks follow.
 bool readBody(Extractor &reader, int type)
 {
     switch (type) {
@@ -60,7 +60,7 @@ bool readBody(Extractor &reader, int type)
     return type == Container || type == CountedContainer;
 }
 
-// A chunk as it is met: the fields of its header, and where its body lies.
+// A visited chunk: the fields of its header, and the bounds of its body.
 struct Met {
     int type;
     int headerSize;
@@ -74,7 +74,7 @@ bool operator==(const Met &left, const Met &right)
            && left.end == right.end;
 }
 
-// Meets the chunks of a walk, up to a certain number of them.
+// Visits the chunks of a walk, up to a limit.
 struct Visitor {
     QVector<Met> met;
     int limit = Unbounded;
@@ -87,7 +87,7 @@ struct Visitor {
     }
 };
 
-// The walk as a recursion.
+// The same walk as a recursion.
 void walkRecursively(Extractor &reader, Visitor &visitor)
 {
     const int type = reader.get16();
@@ -127,7 +127,7 @@ QVector<int> types(const QVector<Met> &met)
     return types;
 }
 
-// The recorded text, without that of the device.
+// The recorded text, without the text of the device.
 QString recorded(const Extractor &reader)
 {
     return *reader.errorSink().toStrongRef();
@@ -150,7 +150,7 @@ QByteArray claiming(qint64 size, QByteArray chunk)
     return chunk;
 }
 
-// Containers in each other.
+// Nested containers.
 QByteArray nested(int depth, const QByteArray &innermost = QByteArray())
 {
     Bytes bytes;
@@ -201,7 +201,7 @@ void damage(QByteArray &bytes, QRandomGenerator &random)
     }
 }
 
-// What a walk comes to.
+// The result of a walk.
 struct Result {
     QVector<Met> met;
     int position;
@@ -365,7 +365,7 @@ void TestChunkWalker::endStaysTheEnd()
         QCOMPARE(reader.boundary, Unbounded);
     }
 
-    // After a fault as well.
+    // This also holds after a fault.
     SequentialDevice shortDevice(container(leaf()).left(12));
     reader.setDevice(&shortDevice);
     ChunkWalker failing(&reader);
@@ -426,7 +426,7 @@ void TestChunkWalker::childrenStandWhereTheReaderIs()
     QCOMPARE(types(walked(reader)), QVector<int>({CountedContainer, Number, Unread}));
     QVERIFY(!reader.failed());
 
-    // The header size does not tell where they are.
+    // The header size has no effect on the start of the children.
     QByteArray bytes = container(children);
     poke16(bytes, 2, 12);
     SequentialDevice other(bytes);
@@ -552,7 +552,7 @@ void TestChunkWalker::destructorOfAWalkThatDidNotStart()
 
 void TestChunkWalker::enterNeedsAChunk()
 {
-    // Nothing was opened, so nothing is closed.
+    // No chunk was opened, so none is closed.
     SequentialDevice device(leaf());
     Extractor reader(&device);
     {
@@ -636,7 +636,7 @@ void TestChunkWalker::childPastItsParent()
     Extractor reader(&device);
     QCOMPARE(walked(reader).size(), 1);
     QCOMPARE(recorded(reader), boundaryOutOfBounds);
-    // The container was closed over its child: where the child ends is where the reader is; the container stays open.
+    // The container ends at the end of its child, and the reader is there. The container stays open.
     QCOMPARE(reader.position, 28);
     QCOMPARE(reader.boundary, 20);
     QCOMPARE(device.delivered(), 28);
@@ -665,7 +665,7 @@ void TestChunkWalker::childPastItsParentInTwoContainers()
     Extractor reader(&device);
     QCOMPARE(walked(reader).size(), 2);
     QCOMPARE(recorded(reader), boundaryOutOfBounds);
-    // Each container was closed over what it holds, and the outer one stays open.
+    // Each container ends at the end of its child, and the outer one stays open.
     QCOMPARE(reader.position, 28);
     QCOMPARE(reader.boundary, 40);
     QCOMPARE(device.delivered(), 16 + 50);
@@ -699,8 +699,8 @@ void TestChunkWalker::childThatIsCutOffByItsParent()
     QCOMPARE(recorded(reader), chunkTooShort);
     QCOMPARE(reader.boundary, cutOff.size());
 
-    // What could not be read counts as 0: the reader moves back over the child, and the outer container, when it
-    // ends, finds those bytes missing.
+    // Missing fields count as 0, so the reader steps back over the child. The outer container then lacks those bytes at
+    // its end.
     SequentialDevice twice(container(cutOff));
     reader.setDevice(&twice);
     QCOMPARE(walked(reader).size(), 3);
@@ -769,7 +769,7 @@ void TestChunkWalker::sizesThatPass32Bits()
 
 void TestChunkWalker::chunkSmallerThanItsHeaderMovesBack()
 {
-    // Each of the two children counts as 4 bytes, so that the container ends 8 bytes later in the device.
+    // Each of the two children counts as 4 bytes, so the container ends 8 bytes later in the device.
     SequentialDevice device(container(claiming(4, leaf(Unread, 0)) + claiming(4, leaf(Unread, 0))) + leaf(0x21, 0)
                             + leaf());
     Extractor reader(&device);
@@ -817,7 +817,7 @@ void TestChunkWalker::walkIsThatOfTheRecursion()
         QByteArray bytes = randomTree(random, 0);
         for (int k = 0; k < damages && bytes.size() >= SizeAt; ++k)
             damage(bytes, random);
-        // In regions of others, or none; bytes follow, or none.
+        // Half of the walks are inside other regions, and half have bytes after the chunk.
         QVector<int> regions;
         if (random.bounded(2) == 0)
             regions = {int(bytes.size()) + random.bounded(100), int(bytes.size()) + random.bounded(-8, 30)};
@@ -834,7 +834,7 @@ void TestChunkWalker::walkIsThatOfTheRecursion()
         QCOMPARE(actual.open, expected.open);
         ++errors[actual.error];
     }
-    // The damages led to each kind of end.
+    // The damage caused each kind of end.
     QVERIFY(errors.value(QString()) > 0);
     if (damages > 0 && !stopsEarly) {
         for (const QString &error : {chunkTooShort, fileTooShort, boundaryOutOfBounds, fault})

@@ -20,7 +20,7 @@ QByteArray pattern(int size)
     return bytes;
 }
 
-/// A reader of a device, which is buffered unless @p mode says otherwise.
+/// A reader of a device. The device is buffered unless @p mode has the flag Unbuffered.
 struct Reading {
     explicit Reading(const QByteArray &bytes, QIODevice::OpenMode mode = QIODevice::ReadOnly) : device(bytes, mode)
     {

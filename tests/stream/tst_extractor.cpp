@@ -29,13 +29,13 @@ const QString badInput = QStringLiteral("bad input");
 const QString boundaryOutOfBounds = QStringLiteral("boundary out of bounds");
 const QString tooManyStepsBack = QStringLiteral("too many steps back");
 
-// The recorded text, without that of the device.
+// The recorded text, without the text of the device.
 QString recorded(const Extractor &reader)
 {
     return *reader.errorSink().toStrongRef();
 }
 
-// Bytes that differ from those around them.
+// Bytes that differ from their neighbours.
 QByteArray pattern(int size)
 {
     Bytes bytes;
@@ -44,8 +44,7 @@ QByteArray pattern(int size)
     return bytes.data();
 }
 
-// Remembers how many bytes each of its reads was asked for. QIODevice asks for none when its buffer was read to the
-// end.
+// Remembers the requested size of each read. QIODevice requests zero bytes when its buffer was read to the end.
 class RecordingDevice : public SequentialDevice
 {
 public:
@@ -65,7 +64,7 @@ private:
     QVector<qint64> m_asked;
 };
 
-// Never ends; what it delivers is left as it is.
+// Never ends. It reports bytes as delivered but does not write them.
 class EndlessDevice : public QIODevice
 {
 public:
@@ -100,7 +99,7 @@ public:
     }
 };
 
-// Translates the text of a device without an error by an empty one.
+// Translates the error text of a device without an error as an empty text.
 class EmptyTexts : public QTranslator
 {
 public:
@@ -126,7 +125,7 @@ struct Operation {
     int argument = 0;
 };
 
-// What can be seen of a reader after an operation.
+// The visible state of a reader after an operation.
 struct Outcome {
     QVector<qint64> values;
     qint64 position = 0;
@@ -140,7 +139,7 @@ bool operator==(const Outcome &left, const Outcome &right)
            && left.position == right.position && left.boundary == right.boundary && left.error == right.error;
 }
 
-// The reader once more, in a few plain lines: it asks the device for every field by itself.
+// A model of the reader in a few plain lines. It reads every field from the device.
 class Model
 {
 public:
@@ -310,7 +309,7 @@ Outcome outcome(Extractor &reader, const Operation &operation)
     return {values, reader.position, reader.boundary, recorded(reader)};
 }
 
-// Operations that meet each other in every order; each region that they open, they close.
+// Operations in random order. Each opened region is closed.
 QVector<Operation> randomOperations(QRandomGenerator &random)
 {
     QVector<Operation> operations;
@@ -483,7 +482,7 @@ void TestExtractor::setDeviceStartsAnew()
     QCOMPARE(first.delivered(), 4);
     QCOMPARE(second.delivered(), 2);
 
-    // The boundaries are gone as well: the one pushed now lies on an unbounded reader.
+    // The boundaries are gone as well: the new one is pushed on an unbounded reader.
     reader.pushBoundary(0);
     reader.popBoundary();
     QCOMPARE(reader.boundary, Unbounded);
@@ -660,7 +659,7 @@ void TestExtractor::integersThatAreCutOffGiveZero()
         QCOMPARE(value, 0);
         QCOMPARE(recorded(reader), fileTooShort);
         QCOMPARE(reader.position, 3);
-        // What the device gave is gone all the same.
+        // The delivered bytes are consumed all the same.
         QCOMPARE(device.delivered(), 3 + present);
     }
 }
@@ -784,7 +783,7 @@ void TestExtractor::arraysAreReadUpToTheBoundary()
         QVERIFY(!reader.failed());
         QCOMPARE(reader.position, 12);
     }
-    // One byte more than there is, too.
+    // The same with a read of one byte more than the device has.
     SequentialDevice device(pattern(100));
     Extractor reader(&device);
     reader.pushBoundary(8);
@@ -917,7 +916,7 @@ void TestExtractor::largeClaimsGrowWithTheDelivery()
     for (const qint64 asked : device.asked())
         QVERIFY(asked < claimed);
 
-    // Nor is memory taken for integers that are not there.
+    // No memory is allocated for missing integers either.
     QVERIFY(reader.get32s(Unbounded).isEmpty());
 }
 
@@ -978,7 +977,7 @@ void TestExtractor::skipOfNothingDoesNothing()
     QFETCH(int, count);
     SequentialDevice device(pattern(10));
     Extractor reader(&device);
-    // A reader behind its boundary, where skipping anything else would be a fault.
+    // The reader is past its boundary, where any other skip is a fault.
     reader.pushBoundary(-count);
     reader.skip(0);
     QVERIFY(!reader.failed());
@@ -1071,7 +1070,7 @@ void TestExtractor::skipBackGivesASequentialDeviceNothingBack()
     QCOMPARE(device.delivered(), 4);
     QCOMPARE(reader.get8(), qint8(bytes.at(4)));
     QCOMPARE(reader.position, 2);
-    // Before the start, too.
+    // A skip may also end before the start.
     reader.skip(-100);
     QVERIFY(!reader.failed());
     QCOMPARE(reader.position, -98);
@@ -1089,12 +1088,12 @@ void TestExtractor::keepsTheSeekToTwiceTheCount()
     QCOMPARE(device.pos(), 24);
     QCOMPARE(reader.get8(), qint8(pattern(100).at(24)));
     QCOMPARE(reader.position, 15);
-    // The target comes from the reader's position, not from the device's.
+    // The target is computed from the reader's position, not from the device's.
     reader.skip(1);
     QCOMPARE(device.pos(), 17);
     QCOMPARE(reader.position, 16);
 
-    // A region that is read to its end leaves the device where it is; another one does not.
+    // Closing a region that was read to its end does not move the device. Closing another region does.
     reader.pushBoundary(1);
     reader.get8();
     reader.popBoundary();
@@ -1115,7 +1114,7 @@ void TestExtractor::keepsTheSeekToTwiceTheCountBackwards()
     QVERIFY(!reader.failed());
     QCOMPARE(reader.position, 16);
     QCOMPARE(device.pos(), 12);
-    // To the very start.
+    // Back to the very start.
     reader.skip(-8);
     QVERIFY(!reader.failed());
     QCOMPARE(reader.position, 8);
@@ -1124,7 +1123,7 @@ void TestExtractor::keepsTheSeekToTwiceTheCountBackwards()
 
 void TestExtractor::skipPastTheEndOfARandomAccessDevice()
 {
-    // Whether the bytes are there is asked of the device's own place.
+    // The check for enough bytes uses the device's own position.
     RandomAccessDevice device(pattern(100));
     Extractor reader(&device);
     device.seek(60);
@@ -1152,7 +1151,7 @@ void TestExtractor::skipThatCannotSeek()
     QCOMPARE(reader.position, 1);
     QCOMPARE(device.pos(), 4);
 
-    // The bytes that are skipped are there; the target is not.
+    // The skipped bytes exist, but the target does not.
     reader.setDevice(&device);
     reader.skip(51);
     QCOMPARE(recorded(reader), fileTooShort);
@@ -1188,7 +1187,7 @@ void TestExtractor::stepsBackAreCounted()
     QCOMPARE(reader.position, 344);
     QCOMPARE(buffer.pos(), place);
 
-    // Forward, the reader still goes.
+    // The reader can still skip forward.
     reader.setError(QString());
     reader.skip(2);
     QVERIFY(!reader.failed());
@@ -1316,7 +1315,7 @@ void TestExtractor::regionPastItsParentIsOpenedAsWide()
     reader.pushBoundary(7);
     QCOMPARE(recorded(reader), boundaryOutOfBounds);
     QCOMPARE(reader.boundary, 11);
-    // Its bytes are those of the parent and what follows it.
+    // It contains bytes of the parent and bytes after it.
     QCOMPARE(reader.getu8_vector(7).size(), 7);
     QCOMPARE(recorded(reader), boundaryOutOfBounds);
     QCOMPARE(reader.position, 11);
@@ -1464,7 +1463,7 @@ void TestExtractor::skip64OutOfRange()
     QCOMPARE(reader.position, 1);
     QCOMPARE(device.delivered(), 1);
 
-    // Even where the target would fit.
+    // This holds even where the target fits in 32 bits.
     reader.setDevice(&device);
     reader.skip(Lowest);
     reader.skip64(qint64(0x80000000));
@@ -1510,7 +1509,7 @@ void TestExtractor::largestLengthsInRange()
         reader.pushBoundary64(length == Lowest ? Lowest : 0);
         QCOMPARE(reader.failed(), false);
     }
-    // A length that 32 bits do not hold is out of bounds, even where the end would fit.
+    // A length of more than 32 bits is out of bounds, even where the end fits.
     reader.setDevice(&device);
     reader.skip(Lowest);
     reader.pushBoundary64(qint64(0x80000000));
@@ -1524,7 +1523,7 @@ void TestExtractor::get32sGivesWhatIsThere_data()
     QTest::addColumn<int>("region");
     QTest::addColumn<int>("read");
     QTest::addColumn<QString>("error");
-    // The device holds four integers and three bytes.
+    // The device has four integers and three bytes.
     const auto row = [](int count, int region, int read, const QString &error) {
         QTest::addRow("%d in %d", count, region) << count << region << read << error;
     };
@@ -1646,10 +1645,10 @@ void TestExtractor::everySequenceOfOperations_data()
     QTest::newRow("random access") << int(buffered) << false << Unbounded << 0 << 1;
 }
 
-// The device is asked for the same bytes in the same reads, and is left at the same byte when no region is open.
+// The model and the reader request the same bytes, and the device ends at the same byte when no region is open.
 void TestExtractor::everySequenceOfOperations()
 {
-    const LogCapture log; // of seeks that fail
+    const LogCapture log; // of failed seeks
     QFETCH(const int, mode);
     QFETCH(const bool, sequential);
     QFETCH(const int, largestRead);
@@ -1782,11 +1781,11 @@ void TestExtractor::errorFileTooLong()
     QCOMPARE(reader.getu8_vector(Extractor::MaxBytes + 1).size(), Extractor::MaxBytes + 1);
     QCOMPARE(reader.errorString(), tooLong);
     QCOMPARE(reader.position, int(Extractor::MaxBytes));
-    // The next device starts anew.
+    // The next device starts at zero again.
     reader.setDevice(&device);
     reader.skip(Extractor::MaxBytes);
     QVERIFY(!reader.failed());
-    // One that ends before the ceiling is too short, although more was asked for than may be.
+    // A device that ends before the ceiling is too short, although the request was above the ceiling.
     EndlessDevice shorter(Extractor::MaxBytes - 1);
     reader.setDevice(&shorter);
     reader.getu8_vector(Extractor::MaxBytes + 1);

@@ -32,7 +32,7 @@ const QString fileError = QStringLiteral("file too short");
 const QString inputError = QStringLiteral("bad input");
 const QString earlierError = QStringLiteral("earlier");
 
-/// A pool's chunk on a device of its own, with a reader whose caller has read the chunk's header.
+/// A pool's chunk on a device of its own, and a reader that has read the chunk's header.
 class Chunk
 {
 public:
@@ -45,7 +45,7 @@ public:
 
     void loadInto(StringPool &pool) { pool.load(&reader, m_headerSize); }
 
-    /// The fault's text, without the device's own; empty when there is none.
+    /// The fault's text without the device's own text, or an empty string.
     QString fault() const { return *reader.errorSink().toStrongRef(); }
 
     SequentialDevice device;
@@ -60,7 +60,7 @@ StringPool tablePool()
     return StringPool(QStringLiteral("table"));
 }
 
-/// The strings of a pool, asked for one by one.
+/// The strings of a pool, read one by one.
 QStringList strings(const StringPool &pool)
 {
     QStringList strings;
@@ -69,7 +69,7 @@ QStringList strings(const StringPool &pool)
     return strings;
 }
 
-/// The pool that these bytes hold.
+/// The pool in these bytes.
 StringPool loaded(const QByteArray &bytes)
 {
     Chunk chunk(bytes);
@@ -85,7 +85,7 @@ StringPool loaded(const PoolBuilder &builder)
     return loaded(builder.build());
 }
 
-/// The fault that loading ends with, after @p prepare has had the chunk; whatever a pool held, it still holds.
+/// The fault at the end of loading. @p prepare changes the chunk first. The pool must keep its earlier strings.
 QString faultOf(
     const QByteArray &bytes, const std::function<void(Chunk &)> &prepare = [](Chunk &) {})
 {
@@ -109,7 +109,7 @@ QString faultOf(const PoolBuilder &builder)
     return faultOf(builder.build());
 }
 
-/// The fault that loading ends with when the reader has one already.
+/// The fault at the end of loading when the reader had a fault before.
 QString faultAfterAnother(const QByteArray &bytes)
 {
     return faultOf(bytes, [](Chunk &chunk) { chunk.reader.setError(earlierError); });
@@ -121,7 +121,7 @@ QByteArray poked(QByteArray bytes, int at, qint64 value)
     return bytes;
 }
 
-/// A length in units as the data has it.
+/// A length in units, as encoded in the data.
 Bytes unitLength(int length)
 {
     Bytes bytes;
@@ -138,7 +138,7 @@ void encodings()
     QTest::newRow("UTF-16") << Encoding::Utf16;
 }
 
-/// Strings that are hard on an encoding, or on a pool.
+/// Strings that are difficult for an encoding or a pool.
 QStringList someStrings()
 {
     return {QStringLiteral("string"),      QString(),
@@ -416,7 +416,7 @@ void TestStringPool::theReaderOfTheLastLoadIsTold()
     QCOMPARE(first.fault(), QString());
     QCOMPARE(second.fault(), QStringLiteral("bad index in table pool"));
 
-    // A load that fails counts too, wherever it fails.
+    // A failed load also counts as a load, at whatever step it fails.
     const QByteArray good = PoolBuilder().string(QStringLiteral("one")).build();
     for (const QByteArray &bytes : {poked(good, PoolBuilder::CountAt, -1), poked(good, PoolBuilder::CountAt, 100),
                                     poked(good, OffsetsAt, 100), good.left(good.size() - 1)}) {
@@ -497,7 +497,7 @@ void TestStringPool::furtherHeaderFieldsAreSkipped()
 
 void TestStringPool::keepsShortHeadersAsStepsBack()
 {
-    // The position goes back by eight bytes, and the device does not, so that it is eight bytes ahead from then on.
+    // The position steps back eight bytes but the device does not, so the device is eight bytes ahead from here on.
     constexpr int back = 8;
     const QByteArray good = PoolBuilder().strings(someStrings()).build();
     const int stringsAt = OffsetsAt + 4 * int(someStrings().size());
@@ -516,7 +516,7 @@ void TestStringPool::headersBeyondTheChunkAreAFault()
 {
     QByteArray bytes = PoolBuilder().build();
     poke16(bytes, HeaderSizeAt, OffsetsAt + 1);
-    // The string data then ends before the chunk does, too.
+    // The string data then also end before the chunk.
     poke32(bytes, PoolBuilder::StylesStartAt, OffsetsAt + 1);
     poke32(bytes, PoolBuilder::StringsStartAt, OffsetsAt + 1);
     QCOMPARE(faultOf(bytes), chunkError);
@@ -533,7 +533,7 @@ void TestStringPool::aGapBeforeTheStringsIsSkipped()
         poke32(bytes, PoolBuilder::StringsStartAt, stringsAt + gap);
         QCOMPARE(strings(loaded(bytes)), someStrings());
     }
-    // Offsets of styles are such a gap.
+    // The offsets of styles are such a gap.
     QCOMPARE(strings(loaded(PoolBuilder(encoding).strings(someStrings()).styles(3, Bytes().zeros(12).data()))),
              someStrings());
 }
@@ -543,7 +543,7 @@ void TestStringPool::keepsAStringsStartTooLowAsAStepBack()
     const QByteArray good = PoolBuilder().strings(someStrings()).build();
     QByteArray bytes = good;
     poke32(bytes, PoolBuilder::StringsStartAt, OffsetsAt);
-    // All in all the chunk is as much shorter as its data stands earlier.
+    // The chunk is shorter by the distance that its data move towards its start.
     poke32(bytes, SizeAt, good.size() - 4 * someStrings().size());
     Chunk chunk(bytes);
     StringPool pool = tablePool();
@@ -564,7 +564,7 @@ void TestStringPool::stylesEndTheStringData()
     QCOMPARE(strings(pool), someStrings());
     QCOMPARE(chunk.reader.position, bytes.size() - 40);
 
-    // A string that reaches into the styles has no room in the data.
+    // The data have no room for a string that extends into the styles.
     const QByteArray reaching =
         PoolBuilder(encoding).string(QStringLiteral("abc")).unpadded().styles(0, QByteArray(40, '\0')).build();
     QCOMPARE(strings(loaded(reaching)), QStringList({QStringLiteral("abc")}));
@@ -620,7 +620,7 @@ void TestStringPool::stylesBeyondTheChunkAreAFault()
     QFETCH(Encoding, encoding);
     const QByteArray bytes = PoolBuilder(encoding).strings(someStrings()).build();
     QCOMPARE(strings(loaded(poked(bytes, PoolBuilder::StylesStartAt, bytes.size()))), someStrings());
-    // 0x7ffffffe - the strings' start is even, as data in UTF-16 has to be.
+    // 0x7ffffffe minus the start of the strings is even, as UTF-16 data require.
     for (const qint64 stylesStart : {qint64(bytes.size()) + 2, Q_INT64_C(0x7ffffffe)})
         QCOMPARE(faultOf(poked(bytes, PoolBuilder::StylesStartAt, stylesStart)), chunkError);
 }
@@ -640,7 +640,7 @@ void TestStringPool::offsetsMayBeInAnyOrder()
 
 void TestStringPool::stringsMayOverlap()
 {
-    // The tail of the first string is a string of its own.
+    // The end of the first string is a string as well.
     const QByteArray inner = encodedString(QStringLiteral("in"), Encoding::Utf8);
     const QByteArray outer = Bytes().u8(6).u8(6).raw("on").raw(inner.left(4)).u8(0).data();
     const StringPool pool = loaded(PoolBuilder().rawString(outer).offset(4));
@@ -682,11 +682,11 @@ void TestStringPool::aBadOffsetEndsAsAStringOutsideTheData()
 {
     QFETCH(Encoding, encoding);
     QFETCH(qint64, offset);
-    // The data are eight bytes. Loading goes on after the offset, and fails at the string.
+    // The data have eight bytes. Loading continues after the bad offset and fails at the string.
     const QString text = QStringLiteral("ab");
     QCOMPARE(faultOf(PoolBuilder(encoding).string(text).offset(offset)), extendsError);
     QCOMPARE(faultOf(PoolBuilder(encoding).offset(offset).string(text)), extendsError);
-    // When the load is to end before the strings, the offset's own text remains.
+    // When loading ends before the strings, the text for the offset remains.
     QCOMPARE(faultAfterAnother(PoolBuilder(encoding).string(text).offset(offset).build()), badIndexError);
     QCOMPARE(faultAfterAnother(PoolBuilder(encoding).offset(offset).string(text).build()), badIndexError);
 }
@@ -716,18 +716,18 @@ void TestStringPool::ofABadOffsetAndAFaultOfReadsTheLastIsTold()
 {
     const QByteArray bytes = PoolBuilder().string(QStringLiteral("ab")).offset(1000).build();
     const int stringsAt = OffsetsAt + 8;
-    // The skip to the data comes after the offsets.
+    // The skip to the data follows the offsets.
     QCOMPARE(faultOf(poked(bytes, PoolBuilder::StringsStartAt, bytes.size() + 1)), chunkError);
 
-    // The chunk ends within the offsets, after a bad one. What could not be read counts as 0, which is bad as soon as
-    // there are no data.
+    // The chunk ends within the offsets, after a bad one. Missing offsets count as 0, and 0 is a bad offset when there
+    // are no data.
     QByteArray cut = poked(bytes, SizeAt, stringsAt - 4);
     poke32(cut, OffsetsAt, 1000);
     QCOMPARE(faultOf(cut), badIndexError);
     poke32(cut, PoolBuilder::StringsStartAt, OffsetsAt);
     QCOMPARE(faultOf(cut), chunkError);
 
-    // The same, of a device that ends within the offsets, in one of them and between two.
+    // The same for a device that ends within the offsets, in the middle of one and between two.
     for (const int missing : {2, 4}) {
         QByteArray ended = poked(bytes, OffsetsAt, 1000).left(stringsAt - missing);
         QCOMPARE(faultOf(ended), fileError);
@@ -786,7 +786,7 @@ void TestStringPool::brokenUtf8IsReplaced()
 
 void TestStringPool::keepsSurrogatesInUtf8AsReplacements()
 {
-    // U+1F4DD as two surrogates of three bytes each, as aapt2 writes it, and as UTF-8 has it.
+    // U+1F4DD as two surrogates of three bytes each, as aapt2 writes it, and as valid UTF-8.
     const auto text = [](const QByteArray &bytes) {
         return loaded(PoolBuilder().rawString(Bytes().u8(2).u8(bytes.size()).raw(bytes).u8(0).data())).get(0);
     };
@@ -838,7 +838,7 @@ void TestStringPool::anOddDataSizeIsAFault()
     QByteArray bytes = PoolBuilder(Encoding::Utf16).string(QStringLiteral("ab")).build() + 'x';
     poke32(bytes, SizeAt, bytes.size());
     QCOMPARE(faultOf(bytes), inputError);
-    // Where the styles end the data, it is their start that counts.
+    // When the styles end the data, the data end at the start of the styles.
     QCOMPARE(strings(loaded(poked(bytes, PoolBuilder::StylesStartAt, bytes.size() - 1))),
              QStringList({QStringLiteral("ab")}));
     QCOMPARE(faultOf(poked(bytes, PoolBuilder::StylesStartAt, bytes.size() - 2)), inputError);
@@ -893,7 +893,7 @@ void TestStringPool::theLargestLengthsAreOutsideTheData()
              extendsError);
 }
 
-// Of a length in two parts, the upper one has 15 bits in UTF-16, and 7 in UTF-8.
+// The upper part of a length in two parts has 15 bits in UTF-16, and 7 in UTF-8.
 void TestStringPool::everyBitOfALengthCounts()
 {
     const QByteArray data(100, '\0');
@@ -955,7 +955,7 @@ void TestStringPool::anEarlierFaultEndsTheLoadBeforeTheData()
     StringPool pool = tablePool();
     chunk.loadInto(pool);
     QCOMPARE(pool.count(), 0);
-    // What comes before the data has been read all the same.
+    // The fields before the data were read all the same.
     const int stringsStart = int(peek32(bytes, PoolBuilder::StringsStartAt));
     QCOMPARE(chunk.reader.position, stringsStart);
 }
@@ -1053,7 +1053,7 @@ void TestStringPool::devicesThatDeliverLittleAreAFault()
 void TestStringPool::fourBytesAtATimeAreEnoughForTheOffsets()
 {
     QFETCH(Encoding, encoding);
-    // The offsets are integers, and read as such; the data are of four bytes.
+    // The offsets are read as integers. The data have four bytes.
     QByteArray bytes = PoolBuilder(encoding).string(QString()).offset(0).offset(0).build();
     const int stringsStart = int(peek32(bytes, PoolBuilder::StringsStartAt));
     QCOMPARE(bytes.size(), stringsStart + 4);
@@ -1117,7 +1117,7 @@ void TestStringPool::stringExtendsPastStringblockEnd()
 
 void TestStringPool::stringsOverlapInStringPool()
 {
-    // From each of its places, the data reads as a string of 127 bytes.
+    // A string of 127 bytes starts at each position of the data.
     constexpr int Length = 127;
     constexpr int LeastData = 1 << 14;
     constexpr int Most = StringPool::MaxOverlap * LeastData / Length;
@@ -1162,7 +1162,7 @@ void TestStringPool::badIndexInPool()
 void TestStringPool::chunkTooShort()
 {
     const QByteArray bytes = PoolBuilder().string(QStringLiteral("ab")).build();
-    // The end of the chunk stands in the header, in the offsets, and in the data.
+    // The chunk ends in the header, in the offsets, and in the data.
     QCOMPARE(faultOf(poked(PoolBuilder().build(), SizeAt, OffsetsAt - 1)), chunkError);
     QCOMPARE(faultOf(poked(bytes, PoolBuilder::CountAt, 4)), chunkError);
     QCOMPARE(faultOf(poked(bytes, PoolBuilder::StylesStartAt, bytes.size() + 1)), chunkError);
@@ -1355,8 +1355,8 @@ void TestStringPool::hugeCountsAreAFault()
     const QByteArray bytes = poked(PoolBuilder().string(QString()).build(), PoolBuilder::CountAt, count);
     QCOMPARE(faultOf(bytes), chunkError);
 
-    // The same for a chunk that claims to be large as well. The device has no more to deliver; and when the way back
-    // from behind the offsets to the data passes 32 bits, the skip is the last that fails.
+    // The same for a chunk that also claims to be large. The device ends first. When the step back from the offsets to
+    // the data exceeds 32 bits, that skip is the last to fail.
     QCOMPARE(faultOf(poked(bytes, SizeAt, 0x7fffffff)), count <= 0x20000000 ? fileError : chunkError);
 }
 

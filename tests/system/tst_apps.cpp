@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Packages compiled by both of Android's compilers: the library's answers are compared with the applications'
-// sources, and with what aapt prints of the packages.
+// Packages compiled by both of Android's compilers. The library's answers are compared with the applications' sources,
+// and with the output of aapt.
 
 #include "ApkFile.h"
 #include "ApkLauncherInfo.h"
@@ -21,8 +21,8 @@ namespace {
 const QString androidNamespace = QStringLiteral("http://schemas.android.com/apk/res/android");
 
 /**
- * @p text as it comes out of a table in UTF-8 that aapt2 wrote: it writes a character beyond the basic plane as two
- * surrogates of three bytes each, which is not UTF-8, so each of those bytes becomes a replacement character.
+ * Returns @p text as the library reads it from a UTF-8 table by aapt2. aapt2 writes a character beyond the basic plane
+ * as two surrogates of three bytes each. These are not valid UTF-8, so each byte becomes a replacement character.
  */
 QString outOfModifiedUtf8(const QString &text)
 {
@@ -54,7 +54,7 @@ QStringList described(const QMap<QString, QString> &texts)
     return lines;
 }
 
-/// The lines of AaptDump::loadTree() for an element and all that it holds.
+/// The lines of AaptDump::loadTree() for an element and its descendants.
 void appendTree(const QDomElement &element, int depth, QStringList *tree)
 {
     const QString indent(2 * depth, QLatin1Char(' '));
@@ -125,7 +125,7 @@ void AppsTest::addPackages()
     }
 }
 
-/// The labels as they come out of the package that @p compiler made.
+/// The expected labels for the package that @p compiler made.
 ExpectedApps::Labels AppsTest::expectedLabels(const ExpectedApps::Launcher &launcher, const QString &compiler,
                                               const AaptDump::Table &table)
 {
@@ -156,7 +156,7 @@ void AppsTest::coversEverySampleInBothStringEncodings()
             ++encodings[QLatin1String(compiler) + QLatin1Char(' ') + table.encodings.first()];
         }
     }
-    // Those that the second compiler alone compiles are not for this library.
+    // Applications that only aapt2 compiles are samples for the kit alone.
     const QStringList ofBoth{QStringLiteral("*.aapt.apk")};
     QCOMPARE(QDir(QStringLiteral(SORREL_SAMPLES_DIR)).entryList(ofBoth, QDir::Files, QDir::Name), expected);
     const QMap<QString, int> everySort{{QStringLiteral("aapt string16"), 2},
@@ -278,7 +278,7 @@ void AppsTest::agreesWithBadging()
     AaptDump::Badging badging;
     QString error;
     QVERIFY2(badging.load(packageFile(app, compiler), &error), qPrintable(error));
-    // aapt decodes what aapt2 wrote; see outOfModifiedUtf8().
+    // aapt decodes the output of aapt2; see outOfModifiedUtf8().
     const auto asRead = [&compiler](const QString &text, bool literal) {
         return compiler == QLatin1String("aapt2") && !literal ? outOfModifiedUtf8(text) : text;
     };
@@ -293,13 +293,13 @@ void AppsTest::agreesWithBadging()
                               .attributeNS(androidNamespace, QStringLiteral("label"));
     const QMap<QString, QString> labels = apk.resources().lookupByLocale(label, 5);
     QVERIFY(!badging.applicationLabels.isEmpty());
-    // aapt tells every locale of the table; the library those that the label has a text for.
+    // aapt prints every locale of the table. The library lists only locales in which the label has a text.
     for (auto it = badging.applicationLabels.cbegin(); it != badging.applicationLabels.cend(); ++it)
         QCOMPARE(bestLabel(labels, it.key()), asRead(it.value(), !label.startsWith(QLatin1Char('@'))));
     for (auto it = labels.cbegin(); it != labels.cend(); ++it)
         QVERIFY2(badging.applicationLabels.contains(it.key()), qPrintable(it.key()));
 
-    // aapt leaves the aliases out, and tells an activity once, whether it is enabled or not.
+    // aapt omits aliases, and prints an activity once, whether it is enabled or not.
     const QList<ApkLauncherInfo> launchers = apk.getLauncherInfo(true);
     QCOMPARE(launchers.size(), expected.launchers.size());
     QStringList names;
@@ -309,7 +309,7 @@ void AppsTest::agreesWithBadging()
             names.append(launchers.at(i).launcherClass());
     }
     for (const AaptDump::LaunchableActivity &activity : badging.launchableActivities) {
-        // aapt is content with the action and the category in different filters.
+        // aapt accepts an action and a category in different filters.
         if (activity.name == QLatin1String("org.example.toolbox.Square"))
             continue;
         namesByAapt.append(activity.name);
@@ -323,7 +323,7 @@ void AppsTest::agreesWithBadging()
         }();
         QVERIFY2(index >= 0, qPrintable(activity.name));
         const ApkLauncherInfo &info = launchers.at(index);
-        // aapt tells an activity's own label and icon only, not the filter's, and follows any number of references.
+        // aapt prints the activity's own label and icon, not those of the filter. It follows any number of references.
         if (!activity.label.isEmpty() && activity.name != QLatin1String("org.example.kiosk.Snacks")
             && activity.name != QLatin1String("org.example.toolbox.Chain")) {
             QCOMPARE(bestLabel(info.labels(), QStringLiteral("en-US")),
@@ -369,7 +369,7 @@ void AppsTest::resourcesHaveTheValuesThatAaptPrints()
         const QString reference = resources.refToString(int(it.key()));
         QCOMPARE(reference, table.reference(it.key()));
 
-        // Bags (styles, arrays, plurals) have no values here: the library keeps none of them, and AaptDump neither.
+        // Bags (styles, arrays, plurals) have no values here, because neither the library nor AaptDump keeps them.
         QStringList all;
         QMap<QString, QString> byConfig;
         QMap<QString, QString> byLocale;

@@ -17,8 +17,8 @@
 using namespace fixture;
 
 /*
- * Files that were made to do harm: to overflow the stack, to take gigabytes, to take minutes. Each is loaded, and what
- * it holds is visited, in a process of its own, within the bounds that hold for any input.
+ * Files made to overflow the stack, to take gigabytes, or to take minutes. Each is loaded and visited in a process of
+ * its own, within the bounds for any input.
  */
 
 namespace {
@@ -46,7 +46,7 @@ void loadAndPrintDocument(const QByteArray &bytes)
 {
     SequentialDevice device(bytes, QIODevice::ReadOnly);
     const QDomDocument document = ApkResources().loadXml(&device, nullptr);
-    // What hosts do with a document: copy it, print it, and free both.
+    // Hosts copy a document, print it, and free both.
     const QDomNode copy = document.cloneNode(true);
     document.toByteArray();
 }
@@ -83,7 +83,7 @@ QByteArray nestedElements(int depth)
     const QString name = QStringLiteral("a");
     builder.start(name).end(name);
     const QByteArray all = builder.build();
-    // Both nodes of the builder, each as often as it takes.
+    // The builder's start node @p depth times, then its end node @p depth times.
     const int poolEnd = ChunkView::HeaderSize + int(builder.pool().size());
     const int startSize = int(peek32(all, poolEnd + 4));
     const QByteArray body = all.mid(ChunkView::HeaderSize, builder.pool().size())
@@ -92,7 +92,7 @@ QByteArray nestedElements(int depth)
     return chunk(ChunkType::Xml, QByteArray(), body);
 }
 
-// An element with @p count attributes, all with names of their own in one namespace.
+// An element with @p count attributes. All have different names in one namespace.
 QByteArray manyAttributes(int count)
 {
     const QString ns = QStringLiteral("urn:x");
@@ -115,8 +115,8 @@ QByteArray manyAttributes(int count)
                      + nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(2).data()));
 }
 
-// Elements that have as many attributes as may be, with names as long as may be that differ in their ends, all in a
-// namespace that is not declared.
+// Elements with the maximum number of attributes. Their names have the maximum length, differ only at their ends, and
+// are in an undeclared namespace.
 QByteArray longNames()
 {
     PoolBuilder pool(Encoding::Utf8);
@@ -134,7 +134,7 @@ QByteArray longNames()
                  pool.build() + element.repeated(XmlLoader::MaxNodes / (1 + XmlLoader::MaxAttributes)));
 }
 
-// Elements whose start and end have equal names that stand at two places of the pool.
+// Elements with equal start and end names from two places of the pool.
 QByteArray equalNames(int length, int elements)
 {
     const QString name(length, QLatin1Char('n'));
@@ -145,7 +145,7 @@ QByteArray equalNames(int length, int elements)
                  PoolBuilder(Encoding::Utf16).string(name).string(name).build() + element.repeated(elements));
 }
 
-// As many attributes as may be in all, each with a value of its own.
+// As many attributes as allowed in total, each with its own value.
 QByteArray distinctValues()
 {
     constexpr int Count = XmlLoader::MaxNodes / 201 * 200;
@@ -165,7 +165,7 @@ QByteArray distinctValues()
     return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
-// Namespaces that are all different, never released.
+// Namespaces that all differ and are never released.
 QByteArray distinctNamespaces(int count)
 {
     PoolBuilder pool(Encoding::Utf8);
@@ -177,7 +177,8 @@ QByteArray distinctNamespaces(int count)
     return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
-// Starts of one URI, then ends, bound to prefixes by @p prefixOf and released by @p releasedOf; indices into the pool.
+// Namespace starts of one URI, then as many ends. Start i binds prefix @p boundAt(i), end i releases prefix @p
+// releasedAt(i).
 QByteArray manyBindings(int count, const std::function<int(int)> &boundAt, const std::function<int(int)> &releasedAt)
 {
     PoolBuilder pool(Encoding::Utf8);
@@ -192,11 +193,11 @@ QByteArray manyBindings(int count, const std::function<int(int)> &boundAt, const
     return chunk(ChunkType::Xml, QByteArray(), pool.build() + nodes.data());
 }
 
-// A pool in which @p count offsets, @p distance bytes apart, lead into one long string.
+// A pool with @p count offsets, @p distance bytes apart, into one long string.
 QByteArray overlappingPool(Encoding encoding, int count, int distance, int length)
 {
     const int repeats = length + count * distance;
-    // Bytes that are lengths wherever one starts: of 0x7f7f bytes, or units; there is that much data behind them all.
+    // Each byte can start a length of 0x7f7f bytes or units, and that much data follows.
     const QByteArray data(2 * repeats + 0x10000, encoding == Encoding::Utf8 ? '\xff' : '\x7f');
     PoolBuilder pool(encoding);
     pool.rawString(data);
@@ -205,7 +206,7 @@ QByteArray overlappingPool(Encoding encoding, int count, int distance, int lengt
     return pool.build();
 }
 
-// An element whose @p count attributes all have the raw value @p value of the pool.
+// Elements with @p count attributes. The raw value of each is the string @p valueOf(index) of the pool.
 QByteArray elementsWithValue(const QByteArray &pool, int count, const std::function<int(int)> &valueOf)
 {
     constexpr int PerElement = 500;
@@ -228,7 +229,7 @@ QByteArray localeOf(int number)
     return ConfigBuilder(16).locale(language).mcc(number / 676).build();
 }
 
-// A string that has a value in each of @p locales locales, each of which is what @p dataType and @p data say.
+// A string with a value in each of @p locales locales. All values have @p dataType and @p data.
 QByteArray stringInLocales(int locales, int dataType, qint64 data, const QStringList &strings = {})
 {
     PackageBuilder package;
@@ -305,7 +306,7 @@ void TestHostile::smallStackIsEnough()
 {
     QFETCH(QByteArray, bytes);
     QFETCH(Load, load);
-    // A sanitizer takes several times the stack for the same functions.
+    // With a sanitizer, the same functions need several times the stack.
     const Cost taken = costInThread([&] { load(bytes); }, isInstrumented() ? 8 * SmallStack : SmallStack);
     QVERIFY(taken.ended);
 }
@@ -374,7 +375,7 @@ void TestHostile::boundsHold_data()
 
     QByteArray still = chunk(0x7777);
     poke32(still, 4, 0);
-    // The chunk before it is where a seek back leads to, and from there it comes again.
+    // A seek back leads to the chunk before it, and reading reaches it again.
     const QByteArray restless = chunk(ChunkType::Xml, QByteArray(), chunk(0x7777) + still + QByteArray(1 << 20, '\0'));
     addRow("document of a chunk that moves nothing", restless, loadDocument);
     addRow("table of a chunk that moves nothing",
@@ -441,7 +442,7 @@ void TestHostile::nodesUpToTheCeiling()
 
 void TestHostile::namesUpToTheCeiling()
 {
-    // Elements of a namespace, whose qualified names have as many characters as there may be in all.
+    // Elements of a namespace. Their qualified names together have as many characters as allowed.
     const auto document = [](int length, int elements) {
         const QString name(length - 2, QLatin1Char('n'));
         const QString ns = QStringLiteral("urn:x");
@@ -461,7 +462,7 @@ void TestHostile::namesUpToTheCeiling()
 
 void TestHostile::androidNamesUpToTheCeiling()
 {
-    // Elements with one of Android's own attributes, whose prefix is long.
+    // Elements with one of Android's own attributes and a long prefix.
     constexpr int NameId = 0x01010003;
     constexpr int Length = 512; // of prefix, ":" and "name"
     const auto document = [](int elements) {

@@ -27,9 +27,9 @@
 using namespace fixture;
 
 /*
- * Packages in which each part is small and sound, and the parts multiply each other: launchers and what their icons,
- * labels and states refer to, names and what is rendered with them, members and what they inflate to. Each is asked
- * what a host asks, in a process of its own, within the bounds that hold for any input.
+ * Packages of small valid parts that multiply each other: launchers and the targets of their icons, labels and states,
+ * names and the texts rendered with them, members and their inflated content. Each is loaded in a process of its own,
+ * and every call that a host makes has to stay within the bounds for any input.
  */
 
 namespace {
@@ -54,7 +54,7 @@ const QString enabled = QStringLiteral("enabled");
 
 using AttributesOf = std::function<QVector<Attribute>(int)>;
 
-// A manifest of launchers, each of an activity with attributes of its own.
+// A manifest of launchers. Each has an activity with its own attributes.
 QByteArray launchers(int count, const AttributesOf &attributesOf, const QString &package = QStringLiteral("org.x"),
                      Encoding encoding = Encoding::Utf8)
 {
@@ -66,14 +66,14 @@ QByteArray launchers(int count, const AttributesOf &attributesOf, const QString 
     return builder.end(application).end(manifest).build();
 }
 
-// The same, each with one attribute that refers to the entry of that number of the first type.
+// The same, with one attribute each. The attribute of launcher n refers to entry n of the first type.
 QByteArray launchersThatRefer(int count, const QString &attribute)
 {
     return launchers(count,
                      [attribute](int i) { return QVector<Attribute>{androidReference(attribute, 0x7f010001 + i)}; });
 }
 
-// The same, with texts that all refer to the first entry: a number may start with zeros.
+// The same, with different texts that all refer to the first entry, because a number may start with zeros.
 QByteArray launchersThatReferToOne(int count, const QString &attribute)
 {
     return launchers(count, [attribute](int i) {
@@ -107,7 +107,7 @@ PackageBuilder strings()
     return PackageBuilder().types({QStringLiteral("string")});
 }
 
-// Entries of which each refers to the next.
+// Entries that each refer to the next.
 QByteArray chain(int length)
 {
     TypeBuilder type(1);
@@ -116,7 +116,7 @@ QByteArray chain(int length)
     return table(strings().type(type));
 }
 
-// Entries whose default refers to one that has many locales, and that have a locale of their own before.
+// Entries with a locale of their own. The default of each refers to one entry with many locales.
 QByteArray copiesOfManyLocales(int entries, int locales)
 {
     PackageBuilder package = strings();
@@ -190,7 +190,8 @@ void TestHostilePackages::boundsHold_data()
         addRow(name("default of many locales, and an own one: ").constData(), copiesOfManyLocales(Count, 10000),
                launchersThatRefer(Count, attribute));
     }
-    // Strings that look like references are followed as such: each is another text for one resource of many values.
+    // Strings that look like references are followed as such. Each is a different text for one resource with many
+    // values.
     PackageBuilder aliases = strings();
     QStringList texts{QStringLiteral("nothing")};
     for (int i = 0; i < 10000; ++i) {
@@ -209,7 +210,7 @@ void TestHostilePackages::boundsHold_data()
         packages.package(PackageBuilder(0x1000 + i, QString::number(i)));
     addRow("references to none of many packages", packages.build(), launchersThatRefer(Count, icon));
 
-    // As many nodes and as many labels as may be, and pictures until there is no room left.
+    // As many nodes and labels as allowed, and pictures until the budget is used up.
     QVector<Member> pictures;
     for (int i = 0; i < 20; ++i)
         pictures.append({QStringLiteral("%1.png").arg(i), blackPng(1024, 1024)});
@@ -261,7 +262,7 @@ void TestHostilePackages::boundsHold()
 
 void TestHostilePackages::localesUpToTheBudget()
 {
-    // Two own values, and those of another resource: each is looked at once there, and once more where they are added.
+    // Two own values, and those of another resource. Each value costs one unit there, and one more where it is added.
     const auto count = [](int locales) {
         return loaded(copiesOfManyLocales(1, locales)).lookupByLocale(QStringLiteral("@string/1"), 1).size();
     };
@@ -273,7 +274,7 @@ void TestHostilePackages::localesUpToTheBudget()
 
 void TestHostilePackages::labelsUpToTheBudget()
 {
-    // A label in many locales, and one in a single locale after it.
+    // A label in many locales, followed by a label in a single locale.
     const auto labels = [](int locales) {
         PackageBuilder package = strings();
         addLocales(package, 0, locales - 1);
@@ -282,7 +283,8 @@ void TestHostilePackages::labelsUpToTheBudget()
         return asked(table(package),
                      launchers(2, [](int i) { return QVector<Attribute>{androidReference(label, 0x7f010000 + i)}; }));
     };
-    // The first one refers to itself, so that each level has a map. The rest holds the second label, and the classes.
+    // The first label refers to itself, so that each level has a map. The rest of the budget is for the second label
+    // and the classes.
     constexpr int Levels = 6;
     constexpr qint64 Values = LauncherFinder::MaxBytes / LocaleLookup::ValueBytes;
     constexpr int Most = int((Values - 2) / Levels);
@@ -295,7 +297,7 @@ void TestHostilePackages::labelsUpToTheBudget()
 
 void TestHostilePackages::iconsUpToTheBudget()
 {
-    // The first icon is a path of this length with nothing at it; the second one is a picture.
+    // The first icon is a path of this length without a member; the second icon is a picture.
     const QString path = QStringLiteral("icon.png");
     const QByteArray png = picture(7, 7, 0);
     QByteArray bytes = zip({{path, png}}, Compression::Stored);
@@ -326,7 +328,7 @@ void TestHostilePackages::iconsUpToTheBudget()
 
 void TestHostilePackages::iconReferencesThatWaitForTheBudget()
 {
-    // An icon that is first a resource of three texts, then one of a path.
+    // An icon of two resources: the first has three texts, the second a path.
     const QString path = QStringLiteral("icon.png");
     QByteArray bytes = zip({{path, picture(7, 7, 0)}});
     const auto iconsBesideTexts = [&](int length) {
@@ -349,11 +351,11 @@ void TestHostilePackages::iconReferencesThatWaitForTheBudget()
 
 void TestHostilePackages::picturesBesideALargeManifest()
 {
-    // A picture that takes all there is, in a manifest of so many nodes.
+    // A picture that uses all of the remaining budget, in a manifest of @p nodes nodes.
     const auto isDecoded = [](int nodes) {
         constexpr int Attributes = 200;
         constexpr int NodesOfManifest = 3;
-        constexpr int NodesOfLauncher = 6; // besides the attributes of the activity
+        constexpr int NodesOfLauncher = 6; // in addition to the attributes of the activity
         const int full = (nodes - NodesOfManifest) / (Attributes + NodesOfLauncher);
         const int rest = (nodes - NodesOfManifest) % (Attributes + NodesOfLauncher) - NodesOfLauncher;
         const QByteArray document = launchers(full + 1, [full, rest](int i) {
@@ -373,7 +375,7 @@ void TestHostilePackages::picturesBesideALargeManifest()
 
 void TestHostilePackages::statesUpToTheBudget()
 {
-    // The first entry has three states, the second one hides what refers to it.
+    // The first entry has three states, the second one hides the launchers that refer to it.
     PackageBuilder package = strings();
     for (int i = 0; i < 3; ++i)
         package.type(TypeBuilder(1, localeOf(i)).value(0, Boolean, 0));
@@ -395,7 +397,7 @@ void TestHostilePackages::statesUpToTheBudget()
     const qint64 work = 4 * VisibilityRules::StateWork + 2 * first.size();
     QVERIFY(!isSecondShown(Budget(work, 0), first));
     QVERIFY(isSecondShown(Budget(work - 1, 0), first));
-    // The text of a reference may be too long, and then none after it hides anything.
+    // The text of a reference may be too long. Then no later value hides the launcher.
     const QString longest = QStringLiteral("@string/") + QString(int(work), QLatin1Char('0'));
     QVERIFY(isSecondShown(Budget(work, 0), longest));
     QVERIFY(!isSecondShown(Budget(work + longest.size(), 0), longest));

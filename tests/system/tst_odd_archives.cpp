@@ -19,8 +19,8 @@
 using namespace fixture;
 
 /*
- * Archives that no build tool makes. What is damaged in an archive is found in its own structures: a local header
- * before each member ("PK\3\4"), an entry of the central directory for each ("PK\1\2"), and an end record ("PK\5\6").
+ * Archives that no build tool makes. The tests damage the archive's own structures: a local header before each member
+ * ("PK\3\4"), an entry of the central directory for each ("PK\1\2"), and an end record ("PK\5\6").
  */
 
 namespace {
@@ -44,7 +44,7 @@ constexpr int CentralSizeAt = 24;
 constexpr int CentralLocalOffsetAt = 42;
 constexpr int CentralNameAt = 46;
 
-// Where the local header of the member @p name is, or its entry in the central directory.
+// The offset of the local header of the member @p name, or of its entry in the central directory.
 int find(const QByteArray &archive, const QByteArray &signature, int nameAt, const QString &name)
 {
     int at = int(archive.indexOf(signature));
@@ -70,7 +70,7 @@ QByteArray good()
     return package(emptyTable(), smallManifest());
 }
 
-// The code that reading all of the package ends with, and the package name that it answers.
+// The error code after reading the whole package, and the package name.
 QPair<int, QString> answer(const QByteArray &archive)
 {
     const LogCapture log;
@@ -88,7 +88,7 @@ QPair<int, QString> refused(int code)
     return {code, QString()};
 }
 
-// A manifest with one launcher, whose icon is written as the path of a member.
+// A manifest with one launcher. Its icon is the path of a member.
 QByteArray manifestWithIcon(const QString &icon)
 {
     return XmlBuilder::manifest()
@@ -102,7 +102,7 @@ QByteArray manifestWithIcon(const QString &icon)
         .build();
 }
 
-/// A device that fails after it has delivered so many bytes.
+/// A device that fails after a number of delivered bytes.
 class FailingDevice : public PackageDevice
 {
 public:
@@ -171,7 +171,7 @@ void TestArchives::lastOfTwoMembersOfOneNameCounts_data()
     QTest::newRow("tables and manifests in turns") << zip({broken, first, table, second});
 }
 
-// Both readers look for the table and the manifest in orders of their own.
+// The two readers look up the table and the manifest in different orders.
 void TestArchives::lastOfTwoMembersOfOneNameCounts()
 {
     QFETCH(QByteArray, archive);
@@ -204,7 +204,7 @@ void TestArchives::lastOfTwoIconsOfOneNameCounts()
 
 void TestArchives::membersAreNeverFilesOutside()
 {
-    // An icon that the manifest names by a path: it is a member of the archive, whatever the path looks like.
+    // An icon that the manifest names by a path is a member of the archive, whatever the path is.
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("icon.png"));
     QFile file(path);
@@ -243,7 +243,7 @@ void TestArchives::encryptedMember()
     QCOMPARE(answer(buffer.data()), refused(3));
 }
 
-// A member that says it is encrypted, and is not.
+// The member is marked as encrypted, but is not.
 void TestArchives::encryptionFlagAloneIsNotLookedAt()
 {
     QByteArray archive = good();
@@ -361,7 +361,7 @@ void TestArchives::fileThatShrinksWhileItIsOpen()
     const QTemporaryDir directory;
     QFile file(directory.filePath(QStringLiteral("shrinking.apk")));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    // Larger than what may be kept of the file in memory.
+    // Larger than the part of the file that may be kept in memory.
     const QByteArray filler(1 << 20, 'x');
     file.write(zip({{manifestName, smallManifest()}, {QStringLiteral("filler"), filler}, {tableName, emptyTable()}},
                    Compression::Stored));
@@ -394,7 +394,7 @@ void TestArchives::everyPrefixIsAnswered()
 {
     const QByteArray archive = good();
     for (int size = 0; size < archive.size(); ++size) {
-        // On a block of exactly that size.
+        // In a block of exactly that size.
         const QByteArray prefix(archive.constData(), size);
         const QPair<int, QString> given = answer(prefix);
         QVERIFY2(given.first != 0 || given == fine, qPrintable(QString::number(size)));

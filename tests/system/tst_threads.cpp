@@ -16,8 +16,8 @@
 
 using namespace fixture;
 
-/// What may be done in several threads at once: an ApkFile, or the kit's Package, for each, and copies of one table. For
-/// ThreadSanitizer.
+/// Calls that are allowed in several threads at once: each thread has its own ApkFile or Package, or its own copy of
+/// one table. ThreadSanitizer runs this test.
 class TestThreads : public QObject
 {
     Q_OBJECT

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint32 NoEntry = -1;
 
-/// What is expected of an offset array: the entry of every offset that is in it.
+/// The expected answers for an offset array: the entry of every offset in it.
 QMap<qint64, int> model(const QVector<qint32> &offsets)
 {
     QMap<qint64, int> entries;
@@ -26,7 +26,7 @@ QMap<qint64, int> model(const QVector<qint32> &offsets)
     return entries;
 }
 
-/// As they are read from a type chunk.
+/// The offsets as a type chunk reads them.
 EntryOffsets entryOffsets(const QVector<qint32> &offsets)
 {
     QByteArray bytes(offsets.size() * 4, '\0');
@@ -38,7 +38,7 @@ EntryOffsets entryOffsets(const QVector<qint32> &offsets)
     return EntryOffsets(&reader, int(offsets.size()));
 }
 
-/// The answers to these questions, asked one after another.
+/// The answers for these offsets, asked one after another.
 QVector<int> answers(const QVector<qint32> &offsets, const QVector<qint64> &questions)
 {
     EntryOffsets entries = entryOffsets(offsets);
@@ -199,7 +199,7 @@ void TestEntryOffsets::randomArraysAnswerAsAMap()
                 offset = NoEntry;
         }
 
-        // All that there is, upwards, then offsets that are there and others, in any order.
+        // All existing offsets in ascending order, then existing and missing offsets in any order.
         const QMap<qint64, int> expected = model(offsets);
         EntryOffsets entries = entryOffsets(offsets);
         for (auto it = expected.cbegin(); it != expected.cend(); ++it)

@@ -22,7 +22,7 @@ constexpr int SizeAt = 0;
 constexpr int WholeSize = 64;
 constexpr int KnownSize = 36;
 
-/// A number of the record: where it stands, and which bits of what stands there.
+/// A number of the record: its offset, and its bits in the bytes at that offset.
 struct Field {
     const char *name;
     Member member;
@@ -65,7 +65,7 @@ struct Loading {
         return config;
     }
 
-    /// The fault's text, without the device's own; empty when there is none.
+    /// The fault's text without the device's own text, or an empty string.
     QString fault() const { return *reader.errorSink().toStrongRef(); }
 
     SequentialDevice device;
@@ -87,7 +87,7 @@ ResourceConfig loaded(const ConfigBuilder &record)
     return loaded(record.build());
 }
 
-/// A record of @p size bytes, all of which are set but those of its size.
+/// A record of @p size bytes with all bits set, except for the size.
 QByteArray filledRecord(int size)
 {
     QByteArray record(qMax(size, 4), char(0xff));
@@ -95,13 +95,13 @@ QByteArray filledRecord(int size)
     return record;
 }
 
-/// What a number is when all its bits are set.
+/// The value of a number when all its bits are set.
 int filledValue(const Field &field)
 {
     return field.mask == 0 ? -1 : field.mask >> field.shift;
 }
 
-/// A configuration in which every field is set, each to another value where it can.
+/// A configuration in which every field is set, to different values where possible.
 ResourceConfig filledConfig()
 {
     ResourceConfig config;
@@ -284,7 +284,7 @@ void TestResourceConfig::everyRecordSize_data()
 void TestResourceConfig::everyRecordSize()
 {
     QFETCH(int, size);
-    // Groups of fields are four bytes wide, and read only when the record has room for the whole of them.
+    // Fields are in groups of four bytes. A group is read only when the record has room for all of it.
     const auto isIn = [size](int at) { return size > (at | 3); };
     Loading loading(filledRecord(size) + QByteArray(8, 'x'));
     const ResourceConfig config = loading.load();
@@ -599,7 +599,7 @@ void TestResourceConfig::qualifiersOfAField()
     ResourceConfig config;
     for (int value = -0x101; value <= 0x10010; ++value) {
         config.*member = value;
-        // A plain comparison first: there are many values, and few that have a name.
+        // A plain comparison comes first for speed: there are many values, and few have a name.
         if (config.toString() != names.value(value))
             QCOMPARE(config.toString() + QLatin1Char('=') + QString::number(value), names.value(value));
         if (value == 700)
@@ -718,7 +718,7 @@ void TestResourceConfig::keepsTheDensityThatIsReadOutOfNodpi()
 
 void TestResourceConfig::keepsPackedLanguagesAndRegionsGarbled()
 {
-    // "fil" and "419", each as three numbers of five bits, from the last to the first, behind a bit that is set.
+    // "fil" and "419", each as three numbers of five bits, from the last to the first, after a set bit.
     const ResourceConfig filipino = loaded(ConfigBuilder().locale("\xad\x05"));
     QCOMPARE(filipino.locale(), QStringLiteral(u"\u00ad\u0005"));
     QCOMPARE(filipino.toString(), QStringLiteral(u"\u00ad\u0005"));

@@ -27,8 +27,8 @@ constexpr int EntrySize = 16;
 constexpr int PackageHeaderSize = 284;
 constexpr int TypeHeaderSize = TypeBuilder::ConfigAt + 64;
 
-/// Loads the package chunk at offset @p before of the device: its header is read and its boundary pushed by the
-/// caller of load(). Returns the fault's text, without the device's own; empty when there is none.
+/// Loads the package chunk at offset @p before of the device, like the caller of load(): reads its header and pushes
+/// its boundary. Returns the fault's text without the device's own text, or an empty string.
 QString load(ResourcePackage &package, SequentialDevice &device, int before = 0)
 {
     const QString deviceText = QStringLiteral("device");
@@ -48,7 +48,7 @@ QString load(ResourcePackage &package, const QByteArray &bytes, int before = 0)
     return load(package, device, before);
 }
 
-/// The fault that loading these bytes ends with.
+/// The fault at the end of loading these bytes.
 QString fault(const QByteArray &bytes)
 {
     ResourcePackage package;
@@ -92,13 +92,13 @@ TypeBuilder threeEntries()
     return TypeBuilder(1).value(0, Decimal, 10).map(1, 2).value(2, Decimal, 30);
 }
 
-/// A chunk that claims to be of no size at all.
+/// A chunk with a size of 0.
 QByteArray emptySizeChunk()
 {
     return Bytes().u16(UnknownType).u16(8).u32(0).data();
 }
 
-/// Asks a package for everything that it can tell.
+/// Calls every query of a package.
 void visit(const ResourcePackage &package)
 {
     const ApkResources table;
@@ -321,8 +321,8 @@ void TestResourcePackage::furtherHeaderFieldsAreSkipped()
     }
 }
 
-// Position moves back, the device does not: the pools are met 8 bytes before where they stand, and the package ends 8
-// bytes after its last one.
+// The position steps back but the device does not: the pools are found 8 bytes before their place, and the package ends
+// 8 bytes after its last chunk.
 void TestResourcePackage::keepsShortHeadersAsStepsBack()
 {
     QByteArray bytes = packageOf(threeEntries());
@@ -360,7 +360,7 @@ void TestResourcePackage::anOffsetOfZeroIsNoPool()
     }
 }
 
-// A header size of 0 takes the position back to the package's start, where an offset of 0 would point to.
+// A header size of 0 moves the position back to the package's start, which is where an offset of 0 would point.
 void TestResourcePackage::anOffsetOfZeroIsNotThePackagesStart()
 {
     const int before = 20;
@@ -489,7 +489,7 @@ void TestResourcePackage::theLastByteOfAPackageStartsAChunk()
     QCOMPARE(fault(strings().chunk(chunk(UnknownType)).build()), QString());
 }
 
-// After each, the position is where it was before the chunk, so that the package ends 8 bytes later on the device.
+// After each chunk the position is back at its start, so the package ends 8 bytes later on the device.
 void TestResourcePackage::keepsChunksOfNoSizeAsStepsBack()
 {
     LogCapture log;
@@ -624,7 +624,7 @@ void TestResourcePackage::furtherTypeHeaderFieldsAreSkipped()
 void TestResourcePackage::aTypeHeaderThatEndsTooEarlyIsAFault()
 {
     QByteArray type = threeEntries().build();
-    // nothing of the header can be read, so that the type id is 0; the position steps back, the device does not
+    // no field of the header can be read, so the type id is 0; the position steps back, the device does not
     for (const int headerSize : {8, 0, 0x8000}) {
         poke16(type, HeaderSizeAt, headerSize);
         QCOMPARE(fault(packageOf(type) + QByteArray(0x9000, 'x')), QString("Typechunk id out of range"));
@@ -704,7 +704,7 @@ void TestResourcePackage::typesAreKeptApart()
     QCOMPARE(values(package, -1, "string"), QStringList());
 }
 
-// A device may deliver less than the whole offset array at once; each offset is a read of its own.
+// A device may deliver less than the whole offset array at once, so each offset is read separately.
 void TestResourcePackage::theOffsetArrayIsReadInPieces()
 {
     SequentialDevice device(packageOf(TypeBuilder(1).value(0, Decimal, 5).value(999, Decimal, 6)));
@@ -766,7 +766,7 @@ void TestResourcePackage::aGapBeforeTheEntriesIsSkipped()
     }
 }
 
-// The entries are read where the device stands, and the chunk ends later by as much as the position went back.
+// The position steps back but the device does not: entries are read at the device's position, and the chunk ends later.
 void TestResourcePackage::anEntriesStartTooLowIsAStepBack()
 {
     QByteArray type = threeEntries().build();
@@ -787,12 +787,12 @@ void TestResourcePackage::anEntriesStartOutOfTheChunkIsAFault()
         QCOMPARE(load(package, packageOf(type)), QString("chunk too short"));
         QCOMPARE(values(package, 0), QStringList());
     }
-    // the very end of the chunk is within it
+    // the end of the chunk is still within it
     poke32(type, TypeBuilder::EntriesStartAt, type.size());
     QCOMPARE(fault(packageOf(type)), QString());
 }
 
-// The number of bytes to skip is computed in 64 bits, and fits no 32.
+// The number of bytes to skip is computed in 64 bits, and exceeds 32 bits.
 void TestResourcePackage::anEntriesStartOutOfRangeIsAFault()
 {
     QByteArray type = threeEntries().build();
@@ -821,7 +821,7 @@ void TestResourcePackage::valuesAreStoredAsRead()
 
 void TestResourcePackage::mapEntriesAreSkippedWhole()
 {
-    // Items take 12 bytes each. A map of up to 16 KiB may be looked at as a whole; a larger one never is.
+    // Items take 12 bytes each. A map of up to 16 KiB may be peeked as a whole, a larger one is not.
     for (const int count : {0, 1, 7, 1100, 1364, 1365, 5000}) {
         const QByteArray bytes = packageOf(TypeBuilder(1).map(0, count).value(1, Decimal, 20).map(2, count));
         for (const QIODevice::OpenMode mode :
@@ -846,7 +846,7 @@ void TestResourcePackage::mapEntriesWithALongerHeaderAreSkippedWhole()
     QCOMPARE(values(package, 1), QStringList{"20"});
 }
 
-// 0x15555556 maps of 12 bytes are 8 bytes in 32 bits.
+// 0x15555556 * 12 is 8 in 32 bits.
 void TestResourcePackage::hugeMapsAreOutOfBounds()
 {
     for (const qint64 count : {2, 0x15555556, 0x7fffffff}) {
@@ -860,7 +860,7 @@ void TestResourcePackage::aNegativeMapCountIsAStepBack()
 {
     QByteArray map = mapEntry(0);
     poke32(map, 12, -1);
-    // the next entry is taken to stand 12 bytes before where it does
+    // the next entry seems to be 12 bytes before its place
     TypeBuilder type(1);
     type.entry(0, map).offset(1, map.size() - 12).unlisted(simpleEntry(Decimal, 5));
     ResourcePackage package;
@@ -880,7 +880,7 @@ void TestResourcePackage::longerEntryHeadersAreSkipped()
     QCOMPARE(values(package, 1), QStringList{"6"});
 }
 
-// An entry of size -8 ends where it starts; the next one is read from the device after it, as the same entry again.
+// An entry of size -8 ends at its start, so the next entry on the device is read as the same entry again.
 void TestResourcePackage::keepsNegativeEntrySizesAsStepsBack()
 {
     QByteArray back = simpleEntry(Decimal, 1);
@@ -956,7 +956,7 @@ void TestResourcePackage::nothingIsReadAfterAFault()
     QCOMPARE(values(package, 0), QStringList());
     QVERIFY(log.lines().isEmpty());
 
-    // within a type chunk, too: the entry after one that runs out of the chunk is not looked for
+    // this also holds within a type chunk: after an entry that exceeds the chunk, the next one is not read
     QByteArray runaway = simpleEntry(Decimal, 1);
     poke16(runaway, 0, 1000);
     QCOMPARE(fault(packageOf(TypeBuilder(1).entry(0, runaway).unlisted("x"))), QString("chunk too short"));
@@ -1071,7 +1071,7 @@ void TestResourcePackage::boundaryOutOfBounds()
     QByteArray inner = chunk(UnknownType);
     poke32(inner, SizeAt, 9);
     QCOMPARE(fault(strings().chunk(inner).build()), QString("boundary out of bounds"));
-    // a chunk that could not be framed is not told
+    // a chunk without a valid frame is not logged
     LogCapture log;
     fault(strings().chunk(inner).build());
     QVERIFY(log.lines().isEmpty());
@@ -1113,7 +1113,7 @@ void TestResourcePackage::tooLongTypeNameInResourceTable()
     };
     QCOMPARE(fault(bytes(ResourcePackage::MaxTypeNameLength)), QString());
     QCOMPARE(fault(bytes(ResourcePackage::MaxTypeNameLength + 1)), QString("too long type name in resource table"));
-    // A type beyond those that have an id is never rendered.
+    // Types above the highest type id are never rendered.
     QStringList names;
     for (int i = 0; i < 0xff; ++i)
         names.append(QString::number(i));

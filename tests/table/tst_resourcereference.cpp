@@ -60,13 +60,13 @@ void TestResourceReference::entriesAreNumbersInAsciiDigits()
     const QString text = QStringLiteral("@string/%1");
     for (const char *entry : {"0", "9", "0123456789"})
         QVERIFY2(ResourceReference(text.arg(QLatin1String(entry)), data).package() != nullptr, entry);
-    // Full-width, Arabic and superscript digits, the characters on either side of the ASCII digits, and a line's end.
+    // Full-width, Arabic and superscript digits, the characters next to the ASCII digits, and a newline.
     for (const char *entry : {"\uff11\uff12", "1\uff12", "\u0663", "\u00b2", "1/", "1:", "-1", "+1", " 1", "1\n"})
         QVERIFY2(ResourceReference(text.arg(QString::fromUtf8(entry)), data).package() == nullptr, entry);
 }
 
-// All texts of up to seven of these characters, against the pattern that defines a reference. The table has a package
-// for every prefix of one or two characters.
+// Compares all texts of up to seven of these characters with the pattern of a reference. The table has a package for
+// every prefix of one or two characters.
 void TestResourceReference::everyShortTextIsParsedAsByThePattern()
 {
     const QString alphabet = QStringLiteral("@:/a1");

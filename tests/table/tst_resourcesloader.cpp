@@ -28,7 +28,7 @@ constexpr int HeaderSizeAt = 2;
 constexpr int SizeAt = 4;
 constexpr int TableHeaderSize = 12;
 
-/// The error text of fixture devices here, and how it ends a line of the log.
+/// The error text of the devices in this test. It also ends the log lines.
 const QString deviceText = QStringLiteral("device");
 
 bool load(ApkResources &table, const QByteArray &bytes)
@@ -38,13 +38,13 @@ bool load(ApkResources &table, const QByteArray &bytes)
     return table.load(&device);
 }
 
-/// The line that a load which ends with the fault @p text writes.
+/// The log line of a load that ends with the fault @p text.
 QString errorLine(const QString &text)
 {
     return "Error extracting resources: " + text + ": " + deviceText;
 }
 
-/// The lines that loading these bytes writes.
+/// The log lines of loading these bytes.
 QStringList logOf(const QByteArray &bytes)
 {
     LogCapture log;
@@ -58,7 +58,7 @@ PackageBuilder application(int value = 10)
     return PackageBuilder().types({"string"}).keys({"title"}).type(TypeBuilder(1).value(0, Decimal, value));
 }
 
-/// A small table with something of everything.
+/// A small table with one item of each kind.
 QByteArray goodTable()
 {
     const QByteArray german = ConfigBuilder(36).locale("de", "AT").build();
@@ -198,7 +198,7 @@ void TestResourcesLoader::keepsValidAfterALaterLoadFails()
     QCOMPARE(table.lookupAll("@string/0"), QStringList());
     QCOMPARE(table.valueToString(String, 0), QString("unknown string table#0"));
 
-    // what stands before the fault is there
+    // everything before the fault is available
     QVERIFY(load(table, TableBuilder().package(application(20)).chunk("x").build()));
     QCOMPARE(table.lookupAll("@string/0"), QStringList{"20"});
 }
@@ -276,7 +276,7 @@ void TestResourcesLoader::theLoaderReplacesTheRecord()
         QCOMPARE(data.stringPool.count(), 1);
         QCOMPARE(data.stringPool.get(0), QString::number(id));
     }
-    // an empty pool and no packages, also when nothing takes their place
+    // the pool is empty and there are no packages, even when the new load brings none
     SequentialDevice device(chunk(UnknownType));
     Extractor reader(&device);
     ResourcesLoader().load(&data, &reader);
@@ -344,7 +344,7 @@ void TestResourcesLoader::failuresAreLogged()
     ApkResources table;
     SequentialDevice device(goodTable().chopped(1));
     QVERIFY(!table.load(&device));
-    // a device without a text of its own has a general one
+    // a device without an error text shows a general one
     QCOMPARE(log.texts(), QStringList{"Error extracting resources: file too short: " + device.errorString()});
 }
 
@@ -444,7 +444,7 @@ void TestResourcesLoader::aPackageMayStandAlone()
     QCOMPARE(table.lookupAll("@string/0"), QStringList{"10"});
 }
 
-// A header size of -1 takes the position 285 bytes back, and so the end of the package as far on.
+// A header size of -1 moves the position 285 bytes back, and so the end of the package 285 bytes on.
 void TestResourcesLoader::thePackagesHeaderSizeIsSigned()
 {
     QByteArray bytes = application().build();
@@ -519,7 +519,7 @@ void TestResourcesLoader::tablesNestedWithoutEndAreLoaded()
     ApkResources table;
     QVERIFY(load(table, bytes.data()));
     QCOMPARE(table.valueToString(String, 0), QString("deep"));
-    // the outer table goes on where the nested ones end
+    // the outer table continues at the end of the nested ones
     QVERIFY(load(table, TableBuilder().chunk(bytes.data()).chunk(after).build()));
     QCOMPARE(table.valueToString(String, 0), QString("after"));
     // the innermost one is cut
@@ -589,7 +589,7 @@ void TestResourcesLoader::keepsChunksOfNoSizeAsStepsBack()
 {
     LogCapture log;
     const QByteArray none = Bytes().u16(UnknownType).u16(8).u32(0).data();
-    // after each, the position is where it was before, so that the table ends 8 bytes later on the device
+    // after each chunk the position is back at its start, so the table ends 8 bytes later on the device
     const QByteArray bytes = TableBuilder().chunk(none.repeated(3)).strings({"one"}).build();
     ApkResources table;
     QVERIFY(load(table, bytes + chunk(UnknownType, QByteArray(), QByteArray(16, 'x'))));
@@ -600,7 +600,7 @@ void TestResourcesLoader::keepsChunksOfNoSizeAsStepsBack()
 void TestResourcesLoader::manyChunksOfNoSizeAreRefusedWithAShortLog()
 {
     const QByteArray none = Bytes().u16(UnknownType).u16(8).u32(0).data();
-    // the table is skipped to its end, which the steps back have moved on
+    // the table is skipped to its end, and each step back has moved that end on
     const QByteArray rest(8 * (Extractor::MaxStepsBack + 1), 'x');
     const QStringList log = logOf(TableBuilder().chunk(none.repeated(100000)).build() + rest);
     QCOMPARE(log.last(), errorLine("too many steps back"));
@@ -655,7 +655,7 @@ void TestResourcesLoader::chunksMayNotEndAfterTheirTable()
 {
     QByteArray inner = chunk(UnknownType, QByteArray(), "body");
     poke32(inner, SizeAt, inner.size() + 1);
-    // not even when the device has more
+    // this holds even when the device has more bytes
     QCOMPARE(logOf(TableBuilder().chunk(inner).build() + "more"), QStringList{errorLine("boundary out of bounds")});
 }
 
@@ -708,7 +708,7 @@ void TestResourcesLoader::devicesThatDeliverLittleAreRefused()
     }
 }
 
-// The device is left at the same byte, also after a fault in the midst of a chunk.
+// The device ends at the same byte, even after a fault in the middle of a chunk.
 void TestResourcesLoader::theBufferOfADeviceMakesNoDifference()
 {
     const QByteArray rest(20, '\0');
@@ -727,7 +727,7 @@ void TestResourcesLoader::theBufferOfADeviceMakesNoDifference()
             poke32(damaged.last(), at, value);
         }
     }
-    // The header of the last chunk is cut off, and the chunk around it stays open.
+    // The header of the last chunk is cut off, and the enclosing chunk stays open.
     for (int more = 1; more < rest.size(); ++more) {
         damaged.append(good);
         poke32(damaged.last(), SizeAt, good.size() - rest.size() + more);

@@ -19,7 +19,7 @@ QVector<int> dataOf(const ResourceValues &values, int typeId, int entry)
     return data;
 }
 
-/// Values of type 1 with these entry indices, whose data words count from 0.
+/// Values of type 1 with these entry indices. Their data words count up from 0.
 ResourceValues valuesAt(const QVector<int> &entries)
 {
     ResourceValues values;
@@ -158,7 +158,7 @@ void TestResourceValues::everyOrderAnswersAlike()
         for (int chunk = 0; chunk < 30; ++chunk) {
             const int typeId = 1 + random.bounded(3);
             const int count = random.bounded(100);
-            // What is reserved may be too little, too much, or nothing at all.
+            // The reserved space may be too small, too large, or missing.
             if (random.bounded(2) == 0)
                 values.reserve(typeId, random.bounded(200));
             QVector<int> entries;

@@ -42,8 +42,8 @@ QByteArray builtManifest()
 
 } // namespace
 
-/// The examples of docs/formats.md: their bytes are those of the fixtures, and what the readers find in them is what the
-/// page says.
+/// The examples of docs/formats.md have the bytes of the fixtures, and the readers find in them what the page
+/// describes.
 class TestFormats : public QObject
 {
     Q_OBJECT
@@ -62,7 +62,8 @@ private:
     QByteArray m_manifest;
 };
 
-// The bytes of the block below the heading: lines of an offset, bytes and what they are, or of as many zeros.
+// Returns the bytes of the example under the heading. Each line has an offset, and bytes with a description or a count
+// of zeros.
 QByteArray TestFormats::example(const QString &title) const
 {
     const auto heading = m_page.indexOf(QLatin1String("\n### ") + title + QLatin1Char('\n'));
