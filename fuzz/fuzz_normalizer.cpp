@@ -17,7 +17,7 @@ using namespace SorrelKit;
 
 namespace {
 
-constexpr int PackageHeaderSize = 284; ///< in which offsets of pools may change
+constexpr int PackageHeaderSize = 284; ///< the offsets of pools in it may change
 
 bool isSame(const ByteView &one, const ByteView &other)
 {

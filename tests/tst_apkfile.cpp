@@ -21,7 +21,7 @@ using Query = void (*)(ApkFile &);
 const QString resourcesMember = QStringLiteral("resources.arsc");
 const QString manifestMember = QStringLiteral("AndroidManifest.xml");
 
-// A manifest whose root is complete but never closed properly.
+// A manifest with a complete root element. The wrong tag closes it.
 QByteArray brokenManifest()
 {
     return XmlBuilder::manifest()
@@ -40,7 +40,7 @@ QByteArray damagedTable()
 // A manifest with these uses-sdk elements, each given by its attributes.
 QByteArray sdkManifest(const QVector<QVector<Attribute>> &elements)
 {
-    XmlBuilder builder; // without resource ids, which would put the names into Android's namespace
+    XmlBuilder builder; // no resource ids, which would put the names into Android's namespace
     builder.startNamespace(QStringLiteral("android"), androidUri).start(QStringLiteral("manifest"));
     for (const QVector<Attribute> &attributes : elements)
         builder.empty(QStringLiteral("uses-sdk"), attributes);
@@ -142,7 +142,7 @@ void TestApkFile::metaObjectHoldsTheClassNameAlone()
     QCOMPARE(meta.classInfoCount(), meta.classInfoOffset());
     QCOMPARE(meta.constructorCount(), 0);
 
-    // The first integers of what moc writes: the revision, the class name, then a count and an offset of each kind.
+    // The first integers of moc's output: the revision, the class name, then a count and an offset of each kind.
     const QVector<uint> revisions{7, 8, 10, 11, 12}; // two of Qt 5, and those of Qt 6
     const uint *data = meta.d.data;
     QVERIFY2(revisions.contains(data[0]), QByteArray::number(data[0]));
@@ -228,7 +228,7 @@ void TestApkFile::sequentialDeviceCannotBeOpened()
     SequentialDevice device(package(emptyTable(), smallManifest()));
     device.close();
     ApkFile apk(&device);
-    const LogCapture log; // the ZIP library warns of it
+    const LogCapture log; // of the ZIP library's warning
     QVERIFY(!apk.open());
     compareError(apk, 1, "could not open APK file");
 }
@@ -279,7 +279,7 @@ void TestApkFile::keepsAnOpenDeviceForAnOpenArchive()
     QVERIFY(apk.open());
     compareError(apk, 0, "no error");
 
-    const LogCapture log; // the ZIP library warns of a look-up in an archive that is not open
+    const LogCapture log; // of the ZIP library's warning about a look-up in a closed archive
     QVERIFY(!apk.resources().isValid());
     compareError(apk, 2, "could not find resources.arsc");
     compareErrorDocument(apk.getManifest(), QStringLiteral("could not find resources.arsc"));
@@ -294,7 +294,7 @@ void TestApkFile::deviceThatIsClosedAgainIsNoOpenArchive()
     QVERIFY(apk.isOpen());
     device.close();
     QVERIFY(!apk.isOpen());
-    // The archive was never opened, and is now.
+    // The archive was never opened before this call.
     QVERIFY(apk.resources().isValid());
     QVERIFY(apk.isOpen());
     QCOMPARE(device.timesOpened(), 2);
@@ -516,7 +516,7 @@ void TestApkFile::mainPackageIsFoundByItsLocalName()
             .empty(QStringLiteral("manifest"), {androidText(QStringLiteral("package"), QStringLiteral("org.other"))})
             .build();
     PackageDevice device(emptyTable(), manifest);
-    // A QDomElement keeps its attributes by their local names, and finds them so when it is asked without a namespace.
+    // A QDomElement stores attributes by their local names, so a query without a namespace finds this one.
     ApkFile apk(&device);
     QCOMPARE(apk.mainPackage(), QStringLiteral("org.other"));
 }

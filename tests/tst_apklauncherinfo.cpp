@@ -9,7 +9,7 @@ using namespace fixture;
 
 namespace {
 
-// A launcher with three labels and an icon, as ApkFile fills it in.
+// A launcher with three labels and an icon, filled in like by ApkFile.
 ApkLauncherInfo filledRecord()
 {
     const QString name = QStringLiteral("name");

@@ -58,7 +58,7 @@ constexpr int stringId(int entry)
     return 0x7f010000 | entry;
 }
 
-/// A table in which each string but the last refers to the next, and the last is the number -1.
+/// A table in which each string refers to the next. The last one is the number -1.
 ApkResources chain(int references)
 {
     TypeBuilder type(1);
@@ -67,7 +67,7 @@ ApkResources chain(int references)
     return loaded(application().type(type.value(references, Decimal, -1)));
 }
 
-/// A string that has @p count locales, in each of which it refers to itself.
+/// A string with @p count locales. In each of them it refers to itself.
 ApkResources selfReferring(int count)
 {
     PackageBuilder package = application();
@@ -88,8 +88,8 @@ struct ModelValue {
     int data;
 };
 
-/// What a table answers by locale, by the plain recursive rule; for tables of the packages 0x7f and 0x01, each with the
-/// types "string" and "drawable".
+/// A model of lookupByLocale() that follows the plain recursive rule. It covers tables of the packages 0x7f and 0x01,
+/// each with the types "string" and "drawable".
 class Model
 {
 public:
@@ -126,7 +126,7 @@ private:
     Texts followed(int id, int depth) const
     {
         const int type = (id >> 16) & 0xff;
-        // what names no type, or a package, resolves to nothing
+        // an id of an unknown type or of another package resolves to nothing
         if (id >> 24 != 0x7f || type < 1 || type > 2)
             return {};
         return byLocale(0x7f, type, id & 0xffff, depth);
@@ -437,7 +437,7 @@ void TestApkResources::aPackageWhoseNameEndsInAColonAnswersToIt()
     QCOMPARE(table.lookupAll("@odd:string/1"), QStringList{"5"});
     QCOMPARE(table.lookupByLocale("@odd:string/1", 5), (Texts{{"", "5"}}));
     QCOMPARE(table.lookupAll("@Odd:string/1"), QStringList());
-    // and has two colons in its texts, by which it is not found
+    // its reference texts have two colons, so the lookup does not find them
     QCOMPARE(table.refToString(0x09010001), QString("@odd::string/1"));
     QCOMPARE(table.lookupAll("@odd::string/1"), QStringList());
 }
@@ -528,7 +528,7 @@ void TestApkResources::valuesAreKeyedByTheirQualifiers()
 
 void TestApkResources::theLastValueOfAConfigurationWins()
 {
-    // densities without a name have no qualifier, so that the key is the same
+    // densities without a name have no qualifier, so the key is the same
     const ApkResources table =
         loaded(application()
                    .type(TypeBuilder(1).value(0, Decimal, 1))
@@ -625,7 +625,8 @@ void TestApkResources::nothingIsStoredForADefaultThatBringsNone()
     const ApkResources table = loaded(application()
                                           .type(TypeBuilder(1).value(0, Reference, stringId(1)))
                                           .type(TypeBuilder(1, locale("de")).value(1, Decimal, 2))
-                                          // the default is still open, and taken by the next value that has none
+                                          // the default is still missing, so the next value without a locale takes its
+                                          // place
                                           .type(TypeBuilder(1, dense).value(2, Decimal, 5))
                                           .type(TypeBuilder(1).value(3, Reference, stringId(1)))
                                           .type(TypeBuilder(1, dense).value(3, Decimal, 6)));
@@ -640,7 +641,7 @@ void TestApkResources::aReferenceOfALocaleTakesThatLocale()
                    .type(TypeBuilder(1).value(1, Decimal, 1))
                    .type(TypeBuilder(1, locale("de")).value(0, Reference, stringId(1)).value(1, Decimal, 2))
                    .type(TypeBuilder(1, locale("fr")).value(1, Decimal, 3)));
-    // and no other locale
+    // no other locale is added
     QCOMPARE(table.lookupByLocale("@string/0", 5), (Texts{{"de", "2"}}));
 }
 
@@ -660,7 +661,7 @@ void TestApkResources::aReferenceOfALocaleMayBeEmpty()
                    .type(TypeBuilder(1, locale("de")).value(1, Decimal, 2))
                    .type(TypeBuilder(1, locale("fr")).value(0, Reference, stringId(1)))
                    .type(TypeBuilder(1, ConfigBuilder().locale("fr").density(240).build()).value(0, Decimal, 9)));
-    // the locale is taken, with an empty text
+    // the locale exists, with an empty text
     QCOMPARE(table.lookupByLocale("@string/0", 5), (Texts{{"fr", ""}}));
     QVERIFY(!table.lookupByLocale("@string/0", 5).value("fr").isNull());
 }
@@ -846,12 +847,12 @@ void TestApkResources::packagesAnswerAsTablesDo()
         QCOMPARE(package.lookupByLocale("string", 0, table, depth), table.lookupByLocale("@string/0", depth));
     QCOMPARE(package.lookupByLocale("string", 0, table, 1000), (Texts{{"", "@string/65"}, {"de", "7"}}));
 
-    // an entry of -1 is none, whatever its type
+    // an entry of -1 never exists, and neither does an unknown type
     QCOMPARE(package.lookupAll("string", -1, table), QStringList());
     QCOMPARE(package.lookupAllByConfig("string", -1, table), Texts());
     QCOMPARE(package.lookupByLocale("string", -1, table, 5), Texts());
     QCOMPARE(package.lookupAll("colour", 0, table), QStringList());
-    // values are rendered by the table that is given, references resolved in it
+    // the given table renders values and resolves references
     QCOMPARE(package.lookupAll("string", 1, ApkResources()), QStringList{"@?7f010002"});
     QCOMPARE(package.lookupByLocale("string", 1, ApkResources(), 5), Texts());
 }

@@ -26,7 +26,7 @@ constexpr int StartElementType = 0x0102;
 constexpr int EndElementType = 0x0103;
 constexpr qint64 NoString = -1;
 
-// Whether @p function ends its process, which is one of its own, by an abort.
+// Whether @p function aborts its process. It runs in a process of its own.
 bool aborts(const std::function<void()> &function)
 {
     std::fflush(nullptr);

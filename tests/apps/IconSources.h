@@ -16,7 +16,7 @@ struct IconSource {
     int width;
     int height;
     QRgb area;  ///< of the pixel in the centre
-    QRgb frame; ///< of the pixel in each corner; only formats with an alpha channel may have a translucent one
+    QRgb frame; ///< of the pixel in each corner; translucent only in formats with an alpha channel
 };
 
 /// Each picture has its own pair of colours. The pairs are far apart, because JPEG changes colours a little.

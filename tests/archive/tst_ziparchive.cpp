@@ -501,7 +501,7 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
 
 void TestArchiveFiles::membersOfASetAreLimitedTogether()
 {
-    constexpr int Most = 65534; ///< that the end of an archive has room for
+    constexpr int Most = 65534; ///< the largest number of members without ZIP64
     const QByteArray base = zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}});
     const auto split = [](int members) {
         QStringList names;
@@ -533,7 +533,7 @@ void TestArchiveFiles::membersOfASetAreLimitedTogether()
 // A compressed package in a set may be a thousand times as large as the set.
 void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
 {
-    constexpr int Size = 1 << 20; ///< that the members claim
+    constexpr int Size = 1 << 20; ///< the size that the members claim
     const auto packed = [](const QByteArray &bytes) { return deflatedBehindEmptyBlocks(0, bytes); };
     const QByteArray base = zipOfDeflated({{latin("AndroidManifest.xml"), packed(manifestOf("org.example"))}}, Size);
     const auto splits = [&](qint64 bytes) {

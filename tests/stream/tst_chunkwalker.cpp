@@ -207,7 +207,7 @@ struct Result {
     int position;
     int delivered;
     QString error;
-    QVector<int> open; ///< the boundaries that it leaves, innermost first
+    QVector<int> open; ///< the boundaries that are still pushed, innermost first
 };
 
 Result resultOf(const QByteArray &bytes, bool recursive, const QVector<int> &regions, int limit)

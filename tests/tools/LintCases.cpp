@@ -29,7 +29,7 @@ QByteArray withMember(const RawMember &member)
     return rawZip(lintMembers({member}));
 }
 
-// Fields of 16 bits at the archive's end, by their places in it.
+// Sets 16-bit fields at the archive's end. The keys are their offsets.
 QByteArray withEnd(const QMap<int, int> &fields)
 {
     QByteArray bytes = rawZip(lintMembers());
@@ -65,7 +65,7 @@ Attribute icon(qint64 resource = IconResource)
     return androidReference(QStringLiteral("icon"), resource);
 }
 
-// A launcher whose label and icon need no table.
+// A launcher with a literal label and an icon path, which need no table.
 LintManifest manifestWithoutResources()
 {
     LintManifest manifest;

@@ -17,7 +17,7 @@ constexpr qint64 IconResource = 0x7f020000;
 
 /// The content of a manifest with one launcher.
 struct LintManifest {
-    QString package = QStringLiteral("org.x"); ///< no package when it is null
+    QString package = QStringLiteral("org.x"); ///< null for no package
     int minSdk = 23;
     int targetSdk = 23;
     /// The activity's name, label, icon and further attributes. Omitted ones are missing.
@@ -26,7 +26,7 @@ struct LintManifest {
                                    androidReference(QStringLiteral("icon"), IconResource)};
     int launchers = 1;
     QByteArray chunk;                                ///< before the end of the root
-    bool isDeclared = true;                          ///< the namespace of Android's attributes
+    bool isDeclared = true;                          ///< whether the namespace of Android's attributes is declared
     QString closing = QStringLiteral("application"); ///< the name at the end of the application
 };
 QByteArray lintManifest(const LintManifest &manifest = {});

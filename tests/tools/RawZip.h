@@ -7,7 +7,7 @@
 
 namespace fixture {
 
-/// A member as the archive describes it, which may be wrong. Fields below 0 are set right.
+/// A member as the archive describes it, true or not. Fields below 0 get their true values.
 struct RawMember {
     QByteArray name;
     QByteArray content;
@@ -21,11 +21,11 @@ struct RawMember {
 };
 
 /**
- * A ZIP archive that is written field by field, without compression. The bytes @p before come first in the file, and
- * its offsets include them.
+ * A ZIP archive that is written field by field, without compression. The file starts with the bytes @p before, and its
+ * offsets include them.
  */
 QByteArray rawZip(const QVector<RawMember> &members, const QByteArray &before = QByteArray());
-/// The same with the place of its directory in a ZIP64 record.
+/// The same with the offset of its directory in a ZIP64 record.
 QByteArray rawZip64(const QVector<RawMember> &members);
 
 /// The size of the record at the end of an archive without a comment.

@@ -25,11 +25,11 @@ struct ToolSetting {
     QByteArray input;
 };
 
-/// Runs the installed program @p program with @p arguments, to its end.
+/// Runs the installed program @p program with @p arguments until it ends.
 ToolRun runTool(const QString &program, const QStringList &arguments, const ToolSetting &setting = {});
 /// The same for `sorrel`.
 ToolRun runSorrel(const QStringList &arguments, const ToolSetting &setting = {});
-/// Runs @p script by Bash, for arguments and file names that are no text. QProcess cannot pass them.
+/// Runs @p script by Bash. Its arguments and file names may be any bytes, which QProcess cannot pass.
 ToolRun runShell(const QString &script, const ToolSetting &setting = {});
 /// A word of Bash for @p bytes.
 QString shellWord(const QByteArray &bytes);

@@ -52,7 +52,7 @@ void TestAttributeTexts::textsAgreeWithValues_data()
         QTest::newRow(name) << attribute << agrees;
     };
     const auto text = [](const char *value) { return androidText(latin("label"), latin(value)); };
-    // A flag may be written as words, a label may not.
+    // Words may give the value of a flag, but not of a label.
     const auto flag = [](int type, qint64 data) { return androidValue(latin("enabled"), type, data); };
     const auto label = [](int type, qint64 data) { return androidValue(latin("label"), type, data); };
     row("string", text("a"), true);
@@ -95,7 +95,7 @@ void TestAttributeTexts::textsAgreeWithValues()
 void TestAttributeTexts::stringsOfEveryLength_data()
 {
     QTest::addColumn<int>("length");
-    // Lengths are written in one byte or two, one word or two.
+    // A length takes one or two bytes, or one or two words.
     for (const int length : {1, 0x7f, 0x80, 0x7ffe, 0x7fff})
         QTest::newRow(QByteArray::number(length).constData()) << length;
 }
@@ -112,7 +112,7 @@ void TestAttributeTexts::stringsOfEveryLength()
     }
 }
 
-// Android does so too: the name of the package is one.
+// Android also uses the written text of these attributes, for example the name of the package.
 void TestAttributeTexts::attributesWithoutAnIdAreTakenAsWritten()
 {
     const Attribute package = writtenAs(plainText(latin("package"), latin("a")), latin("b"));

@@ -12,11 +12,11 @@ using namespace fixture;
 
 namespace {
 
-/// Where fields are in the directory's record of a member, from its signature on.
+/// Offsets of fields in a member's record in the directory, from its signature.
 constexpr int FlagsAt = 8;
 constexpr int MethodAt = 10;
 
-/// Where the directory's record of the @p number-th member begins.
+/// The offset of the directory's record of the @p number-th member.
 int directoryRecord(const QByteArray &archive, int number)
 {
     int at = -1;

@@ -25,7 +25,7 @@ QString sample(const char *name)
     return QStringLiteral(SORREL_SAMPLES_DIR "/") + QLatin1String(name);
 }
 
-// Two activities with icons of their own in a package that has none.
+// Two activities with their own icons, in a package without an icon.
 QByteArray twoLaunchers()
 {
     XmlBuilder builder = XmlBuilder::manifest();
@@ -232,7 +232,7 @@ void TestIconCommand::aPackageIsNotReplacedByItsIcon()
 void TestIconCommand::aFullDiskLeavesWhatWas()
 {
     const QString output = write(QStringLiteral("full.png"), QByteArray("old"));
-    // Files may have 512 bytes.
+    // Files are limited to 512 bytes.
     const ToolRun result = runTool(
         QStringLiteral("sh"),
         {QStringLiteral("-c"), QStringLiteral("ulimit -f 1; trap '' XFSZ; exec sorrel \"$@\""), QStringLiteral("sh"),
@@ -255,7 +255,7 @@ void TestIconCommand::outputThatCannotBeWritten()
     const ToolRun full = runSorrel({QStringLiteral("icon"), QStringLiteral("-o"), QStringLiteral("/dev/full"), file});
     QCOMPARE(full.status, 1);
     QCOMPARE(full.errors, QByteArray("sorrel: /dev/full: No space left on device\n"));
-    // A device is not replaced by a file.
+    // A file does not replace a device.
     QVERIFY(!QFileInfo(QStringLiteral("/dev/full")).isFile());
     ToolSetting toFullDisk;
     toFullDisk.outputFile = QStringLiteral("/dev/full");

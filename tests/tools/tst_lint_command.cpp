@@ -22,7 +22,7 @@ using namespace fixture;
 
 namespace {
 
-// Name, severity and meaning in a line of the list of checks; nothing for another line.
+// Name, severity and meaning in a line of the list of checks. Empty for another line.
 QStringList checkParts(const QString &line)
 {
     const QRegularExpression columns(QStringLiteral("^([a-z0-9-]+) +(note|warning|error) +(\\S.*)$"));
@@ -185,7 +185,7 @@ void TestLintCommand::refusalsAreThoseOfApkFile()
     QCOMPARE(refused, 6);
 }
 
-// What findings say that libsorrel does with such members.
+// The findings describe what libsorrel does with such members.
 void TestLintCommand::membersThatAreReadAllTheSame()
 {
     const LogCapture log;
@@ -245,7 +245,7 @@ void TestLintCommand::nothingSteersTheTerminal()
     const ToolRun result = runSorrel({QStringLiteral("lint"), file});
     QCOMPARE(result.status, 0);
     const QString output = QString::fromUtf8(result.output);
-    // Every finding is one line, and there is nothing in any that is not shown.
+    // Every finding is one line, and all its characters are printable.
     QCOMPARE(output.count(QLatin1Char('\n')), 1 + lint(rawZip(lintMembers({member}, lintManifest(manifest)))).size());
     for (const QChar character : output)
         QVERIFY(character == QLatin1Char('\n')

@@ -24,7 +24,7 @@ constexpr qint64 FirstString = LabelResource;
 constexpr int StringType = 1;
 constexpr int DrawableType = 2;
 
-// An attribute of each launcher that refers to the entry of its number.
+// Launchers with @p attribute. The attribute of launcher n refers to entry n.
 QByteArray launchersThatRefer(int count, const QString &attribute)
 {
     const QString activity = QStringLiteral("activity");
@@ -40,7 +40,7 @@ QByteArray launchersThatRefer(int count, const QString &attribute)
     return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
 }
 
-// Entries of which each refers to the next, among chunks that have nothing for them.
+// Entries that each refer to the next, among chunks without a value for them.
 QByteArray chain(int length, int emptyChunks)
 {
     TypeBuilder type(StringType);
@@ -60,7 +60,7 @@ QByteArray sparseTypes(int count)
     return lintTable(lintPackage().chunk(type.build().repeated(count)));
 }
 
-// Icons of as many files, each of which is drawn by itself.
+// Launchers with an icon file each. Every icon is drawn separately.
 QByteArray launchersOfLargePictures()
 {
     constexpr int Count = 60;
@@ -86,7 +86,7 @@ QByteArray launchersOfLargePictures()
     return package(table, builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build(), pictures);
 }
 
-// Layers that are all the icon itself.
+// An icon of layers that all refer to the icon itself.
 QByteArray iconOfItself()
 {
     const QString drawable = QStringLiteral("drawable");
@@ -113,7 +113,7 @@ QByteArray manyMembers(const QByteArray &name, int count, int localSize)
     return rawZip(members);
 }
 
-// Members that are all one, whose name is as long as may be.
+// Many directory entries for one member. Its name has the maximum length.
 QByteArray oneMemberManyTimes(int count)
 {
     const QByteArray name(0xffff, 'a');
@@ -201,7 +201,7 @@ void TestPackageLint::everyPrefixIsAnswered()
     constexpr int Step = 64;
     for (const QByteArray &bytes : {lintPackageFile(), rawZip(lintMembers())}) {
         QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i); }, int(bytes.size()) / Step + 1));
-        // With an end that the directory may be found by.
+        // The same with the end of the archive, which leads to the directory.
         QVERIFY(endsForAll([&](int i) { return bytes.left(Step * i) + bytes.right(ZipEndSize); },
                            int(bytes.size()) / Step + 1));
     }
@@ -218,7 +218,7 @@ void TestPackageLint::everyDamagedFieldIsAnswered_data()
     QTest::newRow("32 bits, a header's size") << 4 << qint64(8);
 }
 
-// The manifest and the table stand in the archive as they are, so that all of their fields are met as well.
+// The manifest and the table are stored uncompressed, so the damage also reaches their fields.
 void TestPackageLint::everyDamagedFieldIsAnswered()
 {
     QFETCH(int, width);

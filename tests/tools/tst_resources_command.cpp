@@ -14,7 +14,7 @@ using namespace fixture;
 
 namespace {
 
-// ESC, a newline, and a character that turns the direction of what follows.
+// ESC, a newline, and a character that reverses the direction of the text after it.
 const char hostile[] = "a\033[31m\nb\u202ec";
 
 QString utf8(const char *text)
@@ -46,7 +46,7 @@ QByteArray style()
         .data();
 }
 
-// Texts in two languages, a style, and names and values that would steer a terminal.
+// Texts in two languages, a style, and names and values that would control a terminal.
 QByteArray table()
 {
     TypeBuilder plain(1);
@@ -134,7 +134,7 @@ void TestResourcesCommand::listIsCutOnATerminal()
     const QStringList lines = QString::fromUtf8(run.output).split(QStringLiteral("\r\n"));
     QCOMPARE(lines.size(), 6);
     QCOMPARE(lines.at(0), QStringLiteral("0x7f010000  string/app_name    Notes"));
-    // 31 columns come ahead; of the other 49, the mark takes one, and each character two.
+    // The first 31 of the 80 columns have other texts. The mark takes one of the other 49 columns, each character two.
     QCOMPARE(lines.at(2),
              QStringLiteral("0x7f010002  string/long        ") + QString(24, QChar(0x6f22)) + QChar(0x2026));
     QVERIFY(!run.output.contains('\033'));
@@ -232,7 +232,7 @@ void TestResourcesCommand::packagesThatCannotBeRead()
     QCOMPARE(run.status, 1);
     QCOMPARE(run.output, QByteArray());
     QCOMPARE(QString::fromUtf8(run.errors), QStringLiteral("sorrel: %1: could not open APK file\n").arg(missing));
-    // A package without resources has none, and is read.
+    // A package without resources is read without an error.
     const QString empty =
         write(QStringLiteral("empty.apk"), zip({{QStringLiteral("AndroidManifest.xml"), smallManifest()}}));
     const ToolRun none = runSorrel({QStringLiteral("resources"), empty});
@@ -254,7 +254,7 @@ void TestResourcesCommand::damagedTableIsToldAsFarAsItGoes()
 
 void TestResourcesCommand::tooManyResources()
 {
-    // One text of all resources, which is more than is told.
+    // All resources share one text. Together they exceed the limit for printed texts.
     constexpr int Count = 5000;
     TypeBuilder type(1);
     for (int i = 0; i < Count; ++i)

@@ -42,23 +42,24 @@ QByteArray good(const QString &name)
     return package(emptyTable(), manifest(name), {{QStringLiteral("icon.png"), picture(48, 48, 0xff336699)}});
 }
 
-// Two empty blocks of deflated data, each of which has codes of its own: one symbol, the end, of a length of one bit.
+// Two empty blocks of deflated data, each with its own codes. The only symbol is the end, with a length of one bit.
 QByteArray blocksWithCodes()
 {
     BitWriter bits;
     for (int i = 0; i < 2; ++i) {
-        // Not the last block, of dynamic codes, with as few lengths as may be; lengths are written in codes for 1, 0 and 18.
+        // Not the last block, dynamic codes, as few lengths as possible. The lengths are written in codes for 1, 0 and
+        // 18.
         bits.put(0, 1).put(2, 2).put(0, 5).put(0, 5).put(14, 4);
         for (const int symbol : {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1})
             bits.put(symbol == 18 ? 1 : quint32(symbol < 2 ? 2 : 0), 3);
-        // 256 lengths of 0, in two runs of up to 138; a length of 1 for the end, and one for a distance.
+        // 256 lengths of 0 in two runs of up to 138 each, then a length of 1 for the end, and one for a distance.
         bits.put(0, 1).put(138 - 11, 7).put(0, 1).put(256 - 138 - 11, 7).put(3, 2).put(3, 2);
         bits.put(0, 1);
     }
     return bits.data();
 }
 
-// The manifest is seconds of deflated data that deliver nothing. A file is read once, whatever that takes.
+// Inflating the manifest takes seconds and delivers no bytes. A file is read once, however long it takes.
 QByteArray slow()
 {
     constexpr int Size = 96 << 20;
@@ -105,7 +106,7 @@ QStringList packageNames(const QByteArray &output)
     return names;
 }
 
-// A process that has ended may stay as a zombie, when nobody asks how it ended.
+// An ended process stays as a zombie until its parent waits for it.
 bool isRunning(pid_t process)
 {
     QFile file(QStringLiteral("/proc/%1/stat").arg(process));
@@ -200,7 +201,7 @@ void TestScanCommand::packagesBelowADirectory()
                                QStringLiteral("d.xapk"),        QStringLiteral("a.apk"),     QStringLiteral(".h/i.apk"),
                                QStringLiteral("e/.hidden.apk"), QStringLiteral("e/f/g.apkm")};
     QCOMPARE(packageNames(result.output), expected);
-    // A file that is named is read whatever it is called.
+    // A file named in the arguments is read, whatever its name.
     const ToolRun named = runSorrel({QStringLiteral("scan"), top + QStringLiteral("/no.zip")});
     QCOMPARE(packageNames(named.output), QStringList{QStringLiteral("no.zip")});
 }
@@ -336,7 +337,7 @@ void TestScanCommand::namesThatAreNoText_data()
     }
 }
 
-// A name is bytes: one that is no UTF-8 is found and read like any other, and its URI keeps every byte.
+// A file name is bytes: a name that is not UTF-8 is found and read like any other, and its URI keeps every byte.
 void TestScanCommand::namesThatAreNoText()
 {
     QFETCH(QString, locale);
@@ -352,7 +353,7 @@ void TestScanCommand::namesThatAreNoText()
                  .status,
              0);
     const ToolRun result = runShell(paths, setting);
-    // A temporary directory does not remove them.
+    // QTemporaryDir does not remove these names.
     runShell(QStringLiteral("rm -r top"), setting);
     QCOMPARE(result.errors, QByteArray());
     QCOMPARE(result.status, 0);
@@ -368,7 +369,7 @@ void TestScanCommand::namesThatAreNoText()
              directory + QStringLiteral("d%FE/%C3%BC%80.APK"));
 }
 
-// What is behind the NUL would be lost, and another file be read than the one that is named.
+// A name cut at the NUL would be the name of another file.
 void TestScanCommand::aNameWithANulIsToldAndNotCut()
 {
     write(QStringLiteral("nul/a"), good(QStringLiteral("org.a")));
@@ -430,7 +431,7 @@ void TestScanCommand::directoriesThatCannotBeReadAreTold()
     write(QStringLiteral("locked/b.apk"), good(QStringLiteral("org.outside")));
     const QString inside = m_directory.filePath(QStringLiteral("locked/inside"));
     QVERIFY(QFile::setPermissions(inside, QFile::Permissions()));
-    // The superuser may read everything, unless it has given up that capability.
+    // The superuser can read everything until it gives up that capability.
     const QStringList scan{QStringLiteral("sorrel"), QStringLiteral("scan"),
                            m_directory.filePath(QStringLiteral("locked"))};
     const ToolRun result = geteuid() == 0
@@ -479,7 +480,7 @@ void TestScanCommand::aFileThatTakesTooMuchMemoryCostsItself()
     QCOMPARE(packageName(output.at(2)), QStringLiteral("org.after"));
     QCOMPARE(QString::fromUtf8(result.errors),
              QStringLiteral("sorrel: %1: reading took too much memory\n").arg(hostile));
-    // With more, it is read as far as it can be.
+    // With a higher limit, the file is read as far as possible.
     const ToolRun more =
         runSorrel({QStringLiteral("scan"), QStringLiteral("--max-memory"), QStringLiteral("1024"), hostile});
     QCOMPARE(packageName(more.output), QStringLiteral("org.large"));
@@ -494,7 +495,7 @@ void TestScanCommand::aWorkerThatDiesCostsItsFile()
     scan.start(QStringLiteral("sorrel"), {QStringLiteral("scan"), QStringLiteral("-j2"), QStringLiteral("-")});
     scan.write((file.toUtf8() + '\n').repeated(count));
     scan.closeWriteChannel();
-    // Now and then one dies between two files, which costs nothing.
+    // Sometimes a worker dies between two files, which costs no file.
     int killed = 0;
     while (scan.state() != QProcess::NotRunning) {
         if (scan.waitForReadyRead(20) || killed == 0) {
@@ -542,7 +543,7 @@ void TestScanCommand::workersEndWithTheScan()
     const QList<qint64> workers = childrenOf(scan.processId());
     QCOMPARE(workers.size(), 1);
     const auto worker = pid_t(workers.constFirst());
-    // Stopped, it does not end by itself, as it would not with a file that takes without end.
+    // A stopped worker does not end by itself, just as one with an endless file.
     QCOMPARE(kill(worker, SIGSTOP), 0);
     QCOMPARE(kill(pid_t(scan.processId()), signal), 0);
     QVERIFY(scan.waitForFinished());
@@ -552,7 +553,7 @@ void TestScanCommand::workersEndWithTheScan()
     QVERIFY(isGone);
 }
 
-// The parent may end before the worker asks the kernel to be ended with it.
+// The parent may end before the worker asks the kernel for a signal at the parent's end.
 void TestScanCommand::aWorkerWhoseParentIsGoneReadsNothing()
 {
     const QString file = write(QStringLiteral("orphan.apk"), good(QStringLiteral("org.orphan")));

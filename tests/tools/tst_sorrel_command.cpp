@@ -51,7 +51,7 @@ QByteArray labelTable(const QString &label, const QString &germanLabel)
         .build();
 }
 
-// In UTF-16, which has room for halves of surrogate pairs.
+// UTF-16, because it can hold half a surrogate pair.
 QByteArray wideLabelTable(const QString &label)
 {
     return TableBuilder()
@@ -60,7 +60,7 @@ QByteArray wideLabelTable(const QString &label)
         .build();
 }
 
-// A document whose names and texts XML knows no way to write.
+// A document with names and texts that XML cannot express.
 QByteArray manifestThatIsNoXml()
 {
     const QString odd = QStringLiteral("http://example.org/odd");
@@ -80,7 +80,7 @@ QByteArray manifestThatIsNoXml()
     return builder.end(QStringLiteral("1 manifest<")).build();
 }
 
-// The names of the commands, as the help lists them.
+// The names of the commands in the help.
 QStringList commandNames()
 {
     QStringList names;
@@ -334,7 +334,7 @@ void TestSorrelCommand::jsonIsValidWhateverALabelHolds_data()
         << QString(QChar(0xdc00)) + QChar(0xd800) << QStringLiteral("\ufffd\ufffd");
 }
 
-// A reader of lines loses all that follow one that is no JSON.
+// One line that is not JSON stops a reader of lines, which then loses all later lines.
 void TestSorrelCommand::jsonIsValidWhateverALabelHolds()
 {
     QFETCH(QString, label);
@@ -396,7 +396,7 @@ void TestSorrelCommand::nothingThatIsPrintedSteersATerminal()
 
     const ToolRun manifest = run({QStringLiteral("manifest")});
     QVERIFY(!manifest.output.contains(character.toUtf8()));
-    // The DOM's parser cuts references to 16 bits.
+    // The parser of the DOM cuts character references to 16 bits.
     QXmlStreamReader reader(manifest.output);
     QVERIFY(reader.readNextStartElement());
     QCOMPARE(reader.attributes().value(QStringLiteral("package")).toString(), text);
@@ -648,7 +648,7 @@ void TestSorrelCommand::everyCommandReadsAnyName_data()
     }
 }
 
-// A command prints the same about a file whatever it is called, its name aside.
+// A command prints the same output for a file under any name, except for the name itself.
 void TestSorrelCommand::everyCommandReadsAnyName()
 {
     QFETCH(QString, command);
@@ -723,7 +723,7 @@ void TestSorrelCommand::outputsWhoseNamesAreNoText_data()
                                         << "The command is not UTF-8." << 2;
 }
 
-// U+FFFD in place of a byte would be another name, and the status that of success.
+// Replacing a byte by U+FFFD would write another file and report success.
 void TestSorrelCommand::outputsWhoseNamesAreNoText()
 {
     QFETCH(QString, command);

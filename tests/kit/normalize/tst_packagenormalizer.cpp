@@ -233,7 +233,7 @@ private slots:
     void everyByteMayBeDamaged();
 
 private:
-    std::unique_ptr<LogCapture> m_log; ///< keeps what libsorrel says about damaged packages to itself
+    std::unique_ptr<LogCapture> m_log; ///< captures libsorrel's messages about damaged packages
 };
 
 void TestPackageNormalizer::aClassicPackageIsHandedOutAsItIs()

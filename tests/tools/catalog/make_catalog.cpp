@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// make_catalog HOSTILE MANY: a page of packages whose texts are made to harm it, and one of as many packages as a large
-// collection has.
+// make_catalog HOSTILE MANY: writes a page of packages with texts that attack the page, and a page of as many packages
+// as a large collection has.
 #include "CatalogPage.h"
 
 #include <QBuffer>
@@ -56,7 +56,7 @@ QJsonObject package(const QString &file, const QString &name, const QString &lab
             {latin("launchers"), QJsonArray{launcher(name + latin(".Main"), {{QString(), label}})}}};
 }
 
-// Each of these sets the title or a flag of the window where it runs.
+// Each of these texts sets the title or a flag of the window when it runs as a script.
 void addHostile(CatalogPage *page)
 {
     const QString run = latin("window.harmed=1;document.title='harmed'");
@@ -87,7 +87,7 @@ void addHostile(CatalogPage *page)
     page->add(unread);
 }
 
-// From none to the worst.
+// Findings from none to the worst.
 void addFindings(CatalogPage *page)
 {
     const QVector<QJsonArray> findings{
@@ -106,7 +106,7 @@ void addFindings(CatalogPage *page)
     }
 }
 
-// Labels as a common application has them: a few launchers, twenty languages.
+// The labels of a common application: a few launchers, twenty languages.
 void addMany(CatalogPage *page)
 {
     const QStringList tags =

@@ -165,7 +165,7 @@ void TestCatalogCommand::anOldPageIsKeptWhenThereIsNoNewOne()
     QCOMPARE(runSorrel({QStringLiteral("catalog"), QStringLiteral("-o"), old}).status, 2);
     QCOMPARE(contentOf(old), QByteArray("old"));
 
-    // Files may have half a kilobyte, of which the page takes many.
+    // Files are limited to half a kilobyte. The page needs far more.
     const QString file = write(QStringLiteral("good.apk"), good(QStringLiteral("org.good"), QStringLiteral("Good")));
     const ToolRun full = runTool(QStringLiteral("sh"),
                                  {QStringLiteral("-c"), QStringLiteral("ulimit -f 1; trap '' XFSZ; exec sorrel \"$@\""),

@@ -40,7 +40,7 @@ QByteArray pageOf(const QVector<QJsonObject> &packages, const QString &title = l
     return page.finish() ? buffer.data() : QByteArray();
 }
 
-/// A page, as an XML parser sees it. Spaces alone between two elements are no text to it.
+/// A page as parsed XML. White space between two elements is ignored.
 struct Parsed {
     explicit Parsed(const QByteArray &page)
     {
@@ -67,7 +67,7 @@ struct Parsed {
             texts.append(element.text());
         return texts;
     }
-    /// Names of elements and of their attributes, in the order of the page, without any text.
+    /// Names of elements and of their attributes, in the order of the page, without texts.
     QStringList skeleton() const
     {
         QStringList names;
@@ -126,7 +126,7 @@ QJsonObject package(const QJsonArray &launchers = {})
             {latin("launchers"), launchers}};
 }
 
-// @p text wherever a package may have one.
+// A package with @p text in every text field.
 QJsonObject packageOf(const QString &text)
 {
     QJsonObject json = package({launcher({{QString(), text}, {latin("de"), text}, {text, text}}, text)});
@@ -142,7 +142,7 @@ QJsonObject packageOf(const QString &text)
     return json;
 }
 
-/// Takes @p room bytes, then nothing.
+/// Accepts @p room bytes, then no more.
 class FullDevice : public QIODevice
 {
 public:
@@ -228,7 +228,7 @@ void TestCatalogPage::cardTellsWhatThePackageIs()
     QCOMPARE(page.named("summary").first().text(), latin("2 launchers"));
     QCOMPARE(page.texts("label"), QStringList({latin("Notes"), latin("org.x.Class")}));
     QCOMPARE(page.texts("name"), QStringList({latin("org.x.Main"), latin("org.x.Class")}));
-    // A class is told where it is another one than the name.
+    // The class is shown when it differs from the name.
     QCOMPARE(page.texts("runs"), QStringList(latin("runs org.x.Class")));
     QCOMPARE(page.texts("none"), QStringList(latin("No findings")));
     QCOMPARE(page.texts("problem"), QStringList());
@@ -585,7 +585,7 @@ void TestCatalogPage::policyAllowsTheStyleAndTheScriptAlone()
         if (meta.attribute(latin("http-equiv")) == latin("Content-Security-Policy"))
             policy = meta.attribute(latin("content"));
     }
-    // The marks of the sections are part of the contents to HTML, whose bytes are hashed.
+    // HTML treats the CDATA marks as part of the content, so the hash includes their bytes.
     const QByteArray bytes = pageOf({packageOf(latin("text"))});
     const auto hashed = [&](const QByteArray &start, const QByteArray &end) {
         const int from = int(bytes.indexOf(start)) + int(start.size());
@@ -664,11 +664,11 @@ void TestCatalogPage::memoryDoesNotGrow()
         if (!page.finish())
             abort();
     };
-    // What a page of one card takes is the code that runs, most of it Qt's.
+    // A page of one card costs the loaded code, most of it Qt's.
     const Cost one = cost([&] { writePage(1); });
     const Cost many = cost([&] { writePage(2000); });
     QVERIFY(one.ended && many.ended);
-    // What is written is hundreds of times as much.
+    // The output is hundreds of times as large.
     const qint64 rise = many.memory - one.memory;
     QVERIFY2(rise < (1 << 14), qPrintable(QString::number(rise)));
 }

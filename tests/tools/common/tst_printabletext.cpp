@@ -10,7 +10,7 @@ namespace {
 
 QString textOf(char32_t character)
 {
-    // Qt leaves out a byte order mark at the front of what it decodes.
+    // Qt drops a byte order mark at the start of decoded text.
     const char32_t marked[] = {U'x', character};
     return QString::fromUcs4(marked, 2).mid(1);
 }

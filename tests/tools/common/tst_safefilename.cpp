@@ -8,7 +8,7 @@
 
 namespace {
 
-// One name of each kind that strangers give, and many that are alike.
+// One name of each dangerous kind, and many similar names.
 QStringList names()
 {
     QStringList names{QStringLiteral(""),
@@ -47,7 +47,7 @@ QStringList names()
     }
     for (const QString &end : {QStringLiteral("a"), QStringLiteral("b")})
         names.append(QString(300, QLatin1Char('a')) + end);
-    // What a changed name looks like is changed itself.
+    // A name that looks like a changed name is changed itself.
     for (const QString &name : QStringList(names))
         names.append(safeFileName(name) + QLatin1String(safeFileName(name) == name ? "~" : ""));
     return names;

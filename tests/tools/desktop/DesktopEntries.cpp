@@ -26,7 +26,7 @@ for locale in sys.argv[2:]:
     sys.stdout.write(entry.get_locale_string("Desktop Entry", "Name", locale) + "\0")
 )";
 
-// Texts that each end by a NUL.
+// Splits texts that each end with a NUL.
 QStringList textsOf(const QByteArray &bytes)
 {
     QStringList texts;
@@ -99,7 +99,7 @@ QString launchEntry(const QString &path)
 
 QMap<QString, QString> namesInLocales(const QString &path, const QStringList &locales)
 {
-    // The system's, which alone has the packages of the system.
+    // Only the system's Python has the modules of the system.
     const ToolRun result = runTool(QStringLiteral("/usr/bin/python3"),
                                    QStringList{QStringLiteral("-c"), QString::fromLatin1(nameScript), path} + locales);
     QMap<QString, QString> names;

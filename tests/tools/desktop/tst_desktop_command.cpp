@@ -20,7 +20,7 @@ QString sample(const char *name)
     return QStringLiteral(SORREL_SAMPLES_DIR "/") + QLatin1String(name);
 }
 
-// A label in several languages, one of them of no locale.
+// A label in several languages. One of them matches no locale.
 QByteArray labelTable()
 {
     return TableBuilder()
@@ -232,7 +232,7 @@ void TestDesktopCommand::languagesWithoutALocaleAreTold()
                             "sorrel: %1: org.x.Main: no locale stands for the language of the label in uz-Arab\n")
                  .arg(file));
     const QByteArray content = contentOf(entry("org.x.Main"));
-    // The same label as the default one is written all the same.
+    // The label is written even where it equals the default one.
     QVERIFY(content.contains("\nName=Notes\nName[de]=Notizen\nName[en_US]=Notes\n"));
     QCOMPARE(content.count("Name"), 3);
 }
@@ -283,7 +283,7 @@ void TestDesktopCommand::picturesAreNotEnlarged()
     }
     QCOMPARE(filesBelow(output()).size(), icons.size() + 1);
 
-    // A smaller one than any is.
+    // The only icon is smaller than every size of the theme.
     QCOMPARE(runSorrel(arguments(colored(0xff00ff00, 8))).status, 0);
     QCOMPARE(QImage(icon("org.x.Main", 16)).pixel(8, 8), 0xff00ff00);
 }
@@ -391,7 +391,7 @@ void TestDesktopCommand::otherFilesAreKept()
     QCOMPARE(contentOf(other), content);
     QCOMPARE(filesBelow(output()).size(), 1);
 
-    // Nor is anything written through a link, even to what is not there.
+    // The command does not write through a link either, even when the link's target is missing.
     QVERIFY(QFile::rename(other, m_directory->filePath(QStringLiteral("moved"))));
     QVERIFY(QFile::link(m_directory->filePath(QStringLiteral("nowhere")), other));
     QVERIFY(isRefused());
@@ -401,7 +401,7 @@ void TestDesktopCommand::otherFilesAreKept()
 
 void TestDesktopCommand::aFullDiskLeavesWhatWas()
 {
-    // Entries are longer than files may become, icons are not.
+    // Entries exceed the size limit for files, icons do not.
     const auto runOnFullDisk = [&](const QString &file) {
         return runTool(QStringLiteral("sh"),
                        QStringList{QStringLiteral("-c"),
@@ -445,7 +445,7 @@ void TestDesktopCommand::unreadablePackages()
     QCOMPARE(result.status, 1);
     QCOMPARE(result.output, QByteArray());
     QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: could not open APK file\n").arg(bad));
-    // An entry without its labels is not written over one that has them.
+    // A damaged package without labels does not replace an entry that has them.
     const QString damaged =
         write(QStringLiteral("damaged.apk"),
               package(emptyTable().chopped(1), manifestOf(QStringLiteral("org.x"), {{QStringLiteral(".Main")}})));

@@ -8,7 +8,7 @@
 
 using namespace fixture;
 
-/// Packages whose names and labels try to be more than that, and templates of commands that take them.
+/// Packages with names and labels that attack desktop entries, and command templates that use them.
 class TestDesktopHostile : public QObject
 {
     Q_OBJECT
@@ -142,7 +142,7 @@ void TestDesktopHostile::namesStayArguments()
     QCOMPARE(QString::fromUtf8(result.errors), QString());
     QCOMPARE(result.status, 0);
 
-    // Everything that is new is below the directory, and is where it is looked for.
+    // Every new file is below the directory, at its expected path.
     QStringList after = filesBelow(m_directory->path());
     for (const QString &old : before)
         QVERIFY(after.removeOne(old));

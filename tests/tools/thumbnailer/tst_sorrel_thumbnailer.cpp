@@ -21,8 +21,8 @@ QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
-// What a PNG file can hold of it.
-// What a file says about its colours, which Qt 6 compares, is none of its pixels.
+// Converts to the pixels that a PNG file can hold. Drops the colour space, because Qt 6 compares it although it is no
+// part of the pixels.
 QImage pixels(QImage image)
 {
     image.setColorSpace(QColorSpace());
@@ -76,7 +76,7 @@ void TestSorrelThumbnailer::sizes()
     const ThumbnailerRun place;
     QFETCH(QStringList, options);
     QFETCH(int, expected);
-    // A picture file and a drawn icon; neither has each of these sizes.
+    // One icon is a picture file and one is drawn. Neither exists in all of these sizes.
     for (const char *name : {"notes.aapt2.apk", "babel.aapt2.apk"}) {
         const QString file = place.path(latin("icon.png"));
         const Run result = place.run(options + QStringList{ThumbnailerRun::sample(name), file});

@@ -17,7 +17,7 @@ QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
-// Lines of Bash that wait until $thumbnailer is where it writes, from where on it ignores SIGXCPU.
+// Lines of Bash that wait until $thumbnailer starts to write. From then on it ignores SIGXCPU.
 QString waitUntilItWrites()
 {
     return latin(
@@ -166,7 +166,7 @@ void TestThumbnailerFiles::unreadableInputs()
     QCOMPARE(result.status, 1);
     QCOMPARE(place.files(), QStringList{latin("bad.apk")});
     QCOMPARE(place.run({file, latin("-")}).output, QByteArray());
-    // What is there stays as it was.
+    // An existing file stays unchanged.
     place.write(latin("icon.png"), "kept");
     QCOMPARE(place.run({file, place.path(latin("icon.png"))}).status, 1);
     QCOMPARE(ThumbnailerRun::contentOf(place.path(latin("icon.png"))), QByteArray("kept"));
@@ -237,7 +237,7 @@ void TestThumbnailerFiles::standardOutputThatCannotBeWritten()
     QCOMPARE(closed.errors.count('\n'), 1);
 }
 
-// Without a reader of the pipe, the program waits where it writes.
+// Without a reader of the pipe, the program blocks in its write.
 void TestThumbnailerFiles::limitsOfTimeAndMemory()
 {
     const ThumbnailerRun place;
@@ -252,8 +252,8 @@ void TestThumbnailerFiles::limitsOfTimeAndMemory()
     QCOMPARE(result.output, "60\n" + memory + '\n');
 }
 
-// The kernel's signal comes at the program's first step: it was sent before the program took the place of another one, which
-// had blocked it.
+// The signal is pending before the program starts: it was sent to a program that blocked it and then executed this one.
+// The kernel delivers it at the first step.
 void TestThumbnailerFiles::tooMuchTime()
 {
     const ThumbnailerRun place;
@@ -287,7 +287,7 @@ void TestThumbnailerFiles::tooMuchMemory()
     const ThumbnailerRun place;
     // The table inflates to a thousand times its size.
     place.write(latin("large.apk"), package(QByteArray(100 << 20, '\0'), smallManifest()));
-    // A limit that is lower already stays.
+    // A lower limit that exists already stays.
     const Run result = place.shell(latin("ulimit -S -d 65536; sorrel-thumbnailer large.apk icon.png"));
     QCOMPARE(result.errors, QByteArray("sorrel-thumbnailer: large.apk: reading took too much memory\n"));
     QCOMPARE(result.status, 1);
