@@ -2,8 +2,9 @@
 #
 # Writes the many values of the "atlas" application: cmake -D RES_DIR=<res directory> -P generate_atlas.cmake
 #
-# Every kind of value that a table knows is among them, simple ones and bags (styles, arrays, plurals), in the default
-# configuration and in some others; of those, every third entry or so has a value, so that their tables have gaps.
+# The values cover every kind that a table supports, simple values and bags (styles, arrays, plurals). They are in the
+# default configuration and in some others. In the others about every third entry has a value, so their tables have
+# gaps.
 
 set(strings 240)
 set(others 60)

@@ -204,7 +204,7 @@ void TestArchives::lastOfTwoIconsOfOneNameCounts()
 
 void TestArchives::membersAreNeverFilesOutside()
 {
-    // An icon that the manifest names by a path is a member of the archive, whatever the path is.
+    // An icon that the manifest names by a path is a member of the archive, even when a file has that path.
     const QTemporaryDir directory;
     const QString path = directory.filePath(QStringLiteral("icon.png"));
     QFile file(path);

@@ -201,7 +201,7 @@ void TestScanCommand::packagesBelowADirectory()
                                QStringLiteral("d.xapk"),        QStringLiteral("a.apk"),     QStringLiteral(".h/i.apk"),
                                QStringLiteral("e/.hidden.apk"), QStringLiteral("e/f/g.apkm")};
     QCOMPARE(packageNames(result.output), expected);
-    // A file named in the arguments is read, whatever its name.
+    // A file named in the arguments is read under any name.
     const ToolRun named = runSorrel({QStringLiteral("scan"), top + QStringLiteral("/no.zip")});
     QCOMPARE(packageNames(named.output), QStringList{QStringLiteral("no.zip")});
 }

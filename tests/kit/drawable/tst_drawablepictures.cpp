@@ -47,7 +47,7 @@ XmlElement ninePatch(const Attributes &attributes = {})
 
 } // namespace
 
-/// Pictures: the place of each of their pixels, scaling, tiles and tints.
+/// Pictures: the position of each of their pixels, scaling, tiles and tints.
 class TestDrawablePictures : public QObject
 {
     Q_OBJECT
@@ -352,7 +352,7 @@ void TestDrawablePictures::damagedMarks()
     QVERIFY(patch.has_value());
     QCOMPARE(patch->columns().size(), ranges);
     studio.files.add(picturePath, png);
-    // The outermost columns are at the edges, whatever is stretched.
+    // The outermost columns stay at the edges for any stretching.
     const QImage image = studio.draw(ninePatch(), {30, 30});
     QCOMPARE(qRed(image.pixel(0, 0)), 0);
     QCOMPARE(qRed(image.pixel(29, 0)), 7 * 8);

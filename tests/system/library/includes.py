@@ -3,7 +3,7 @@
 """includes.py SOURCE: checks that the sources in SOURCE are a house of rooms, each with one subject.
 
 A unit is a class with its header and its source. A room is a folder with sources. The checks:
-- No unit includes itself by way of others, but for the pairs in ALLOWED.
+- No unit includes itself by way of others, except for the pairs in ALLOWED.
 - No room includes itself by way of others.
 - A product includes only itself and those before it in PRODUCTS; sources of the tools are of one product.
 - No room has more than MOST files.
