@@ -24,7 +24,6 @@
 using namespace fixture;
 using SorrelKit::IconMembers;
 using SorrelKit::PackageNormalizer;
-namespace Attr = Attr;
 
 namespace {
 
