@@ -33,7 +33,7 @@ missing=$(comm -13 <(nm -DC --defined-only "$library" | cut -d' ' -f3- | sort -u
 [ -z "$missing" ] || fail "does not export:"$'\n'"$missing"
 if [ "$only" = --only ]; then
     # Weak symbols too, without the instances of the standard library's templates.
-    functions=$(nm -DC --defined-only "$library" | sed -n 's/^[0-9a-f]* [TW] //p' | grep -v '^std::' | sort -u)
+    functions=$(nm -D --defined-only "$library" | sed -n 's/^[0-9a-f]* [TW] //p' | grep -vE '^_ZN?K?St' | c++filt | sort -u)
     extra=$(comm -23 <(echo "$functions") <(echo "$listed"))
     [ -z "$extra" ] || fail "exports, too:"$'\n'"$extra"
 fi
