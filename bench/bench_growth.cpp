@@ -1,8 +1,8 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later bench_growth: measures how the time to load grows with the size. Every
-// generated table and manifest has two rows: "load" decodes it, and "read" reads the same bytes through the same
-// device. Takes the options of Google Benchmark. Run it with
-// --benchmark_enable_random_interleaving=true and repetitions, so that a slow phase of the machine does not hit one size
-// alone. Rows are named KIND/SHAPE/COUNT/WHAT, for example "table/20 dense/10000/load".
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// bench_growth: measures how the time to load grows with the size. Every generated table and manifest has two rows:
+// "load" decodes it, and "read" reads the same bytes through the same device. Takes the options of Google Benchmark.
+// Run it with --benchmark_enable_random_interleaving=true and repetitions, so that a slow phase of the machine does
+// not hit one size alone. Rows are named KIND/SHAPE/COUNT/WHAT, for example "table/20 dense/10000/load".
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"

@@ -1,6 +1,7 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later bench_packages FILE...: measures queries, and the ZIP library alone, for
-// each package. Also takes the options of Google Benchmark. Run it with --benchmark_enable_random_interleaving=true
-// and repetitions, so that compared rows alternate. Rows are named ROW/PACKAGE, for example manifest/atlas.aapt2.apk.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// bench_packages FILE...: measures queries, and the ZIP library alone, for each package. Also takes the options of
+// Google Benchmark. Run it with --benchmark_enable_random_interleaving=true and repetitions, so that compared rows
+// alternate. Rows are named ROW/PACKAGE, for example manifest/atlas.aapt2.apk.
 //
 // The rows "floor", "resources" and "manifest" create and destroy their objects within the measured time. The rows
 // for queries after the manifest (package, sdk, launchers) load the manifest before. Entries have icons in the row

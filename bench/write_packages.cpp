@@ -1,5 +1,6 @@
-// SPDX-License-Identifier: LGPL-2.1-or-later write_packages DIRECTORY: writes generated packages, which are measured
-// beside the packages of build tools. Their tables have 10,000, 100,000 and 1,000,000 values over 20 configurations.
+// SPDX-License-Identifier: LGPL-2.1-or-later
+// write_packages DIRECTORY: writes generated packages, which are measured beside the packages of build tools. Their
+// tables have 10,000, 100,000 and 1,000,000 values over 20 configurations.
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
