@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-class TestArchiveFile : public QObject
+class TestBufferedFile : public QObject
 {
     Q_OBJECT
 
@@ -28,7 +28,7 @@ private:
     QByteArray m_content;
 };
 
-void TestArchiveFile::initTestCase()
+void TestBufferedFile::initTestCase()
 {
     QVERIFY(m_directory.isValid());
     QRandomGenerator random(1);
@@ -37,13 +37,13 @@ void TestArchiveFile::initTestCase()
         byte = char(random.bounded(256));
 }
 
-QString TestArchiveFile::writtenFile(const QString &name, const QByteArray &content) const
+QString TestBufferedFile::writtenFile(const QString &name, const QByteArray &content) const
 {
     QFile file(m_directory.filePath(name));
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName() : QString();
 }
 
-void TestArchiveFile::readsTheWholeFile()
+void TestBufferedFile::readsTheWholeFile()
 {
     BufferedFile file(writtenFile(QStringLiteral("whole"), m_content));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -52,14 +52,14 @@ void TestArchiveFile::readsTheWholeFile()
     QCOMPARE(file.read(1), QByteArray());
 }
 
-void TestArchiveFile::readsWhatAFileReads_data()
+void TestBufferedFile::readsWhatAFileReads_data()
 {
     QTest::addColumn<int>("longest");
     for (const int longest : {1, 46, 5000, BufferedFile::WindowSize / 2, 2 * BufferedFile::WindowSize})
         QTest::newRow(QByteArray::number(longest).constData()) << longest;
 }
 
-void TestArchiveFile::readsWhatAFileReads()
+void TestBufferedFile::readsWhatAFileReads()
 {
     QFETCH(const int, longest);
     const QString name = writtenFile(QStringLiteral("random"), m_content);
@@ -80,7 +80,7 @@ void TestArchiveFile::readsWhatAFileReads()
     }
 }
 
-void TestArchiveFile::goesBackAFewBytesAfterEveryRead()
+void TestBufferedFile::goesBackAFewBytesAfterEveryRead()
 {
     BufferedFile file(writtenFile(QStringLiteral("steps"), m_content));
     QVERIFY(file.open(QIODevice::ReadOnly));
@@ -94,7 +94,7 @@ void TestArchiveFile::goesBackAFewBytesAfterEveryRead()
     }
 }
 
-void TestArchiveFile::isARandomAccessDeviceOfTheFilesSize()
+void TestBufferedFile::isARandomAccessDeviceOfTheFilesSize()
 {
     BufferedFile file(writtenFile(QStringLiteral("device"), m_content));
     QVERIFY(!file.isOpen());
@@ -107,7 +107,7 @@ void TestArchiveFile::isARandomAccessDeviceOfTheFilesSize()
     QVERIFY(!file.isOpen());
 }
 
-void TestArchiveFile::endsEarlyWhenTheFileShrinks()
+void TestBufferedFile::endsEarlyWhenTheFileShrinks()
 {
     const QString name = writtenFile(QStringLiteral("shrinks"), m_content);
     BufferedFile file(name);
@@ -122,7 +122,7 @@ void TestArchiveFile::endsEarlyWhenTheFileShrinks()
     QCOMPARE(file.read(4 * BufferedFile::WindowSize), QByteArray());
 }
 
-void TestArchiveFile::opensAgainWhatHasChanged()
+void TestBufferedFile::opensAgainWhatHasChanged()
 {
     const QString name = writtenFile(QStringLiteral("again"), "first");
     BufferedFile file(name);
@@ -134,14 +134,14 @@ void TestArchiveFile::opensAgainWhatHasChanged()
     QCOMPARE(file.readAll(), QByteArray("second"));
 }
 
-void TestArchiveFile::refusesAMissingFile()
+void TestBufferedFile::refusesAMissingFile()
 {
     BufferedFile file(m_directory.filePath(QStringLiteral("missing")));
     QVERIFY(!file.open(QIODevice::ReadOnly));
     QVERIFY(!file.isOpen());
 }
 
-void TestArchiveFile::refusesToWrite()
+void TestBufferedFile::refusesToWrite()
 {
     BufferedFile file(writtenFile(QStringLiteral("written"), "kept"));
     QVERIFY(!file.open(QIODevice::ReadWrite));
@@ -150,5 +150,5 @@ void TestArchiveFile::refusesToWrite()
     QCOMPARE(file.readAll(), QByteArray("kept"));
 }
 
-QTEST_GUILESS_MAIN(TestArchiveFile)
+QTEST_GUILESS_MAIN(TestBufferedFile)
 #include "tst_bufferedfile.moc"

@@ -72,7 +72,7 @@ int directoryAt(const QByteArray &archive)
 
 Q_DECLARE_METATYPE(fixture::Compression)
 
-class TestArchiveFiles : public QObject
+class TestZipArchive : public QObject
 {
     Q_OBJECT
 
@@ -110,14 +110,14 @@ private slots:
     void firstPackageOfASetThatHasAFileCounts();
 };
 
-void TestArchiveFiles::membersByTheirNames_data()
+void TestZipArchive::membersByTheirNames_data()
 {
     QTest::addColumn<Compression>("compression");
     QTest::newRow("deflated") << Compression::Deflated;
     QTest::newRow("stored") << Compression::Stored;
 }
 
-void TestArchiveFiles::membersByTheirNames()
+void TestZipArchive::membersByTheirNames()
 {
     QFETCH(Compression, compression);
     ZipArchive archive(zip(members(), compression));
@@ -134,7 +134,7 @@ void TestArchiveFiles::membersByTheirNames()
     }
 }
 
-void TestArchiveFiles::nothingIsThereBeforeItIsOpened()
+void TestZipArchive::nothingIsThereBeforeItIsOpened()
 {
     ZipArchive archive(zip(members()));
     QVERIFY(!archive.contains(latin("a.txt")));
@@ -144,7 +144,7 @@ void TestArchiveFiles::nothingIsThereBeforeItIsOpened()
     QVERIFY(!ZipArchive(QByteArray()).open());
 }
 
-void TestArchiveFiles::filesThatAreTooLong()
+void TestZipArchive::filesThatAreTooLong()
 {
     ZipArchive archive(zip(members()));
     QVERIFY(archive.open());
@@ -154,7 +154,7 @@ void TestArchiveFiles::filesThatAreTooLong()
 }
 
 // Thousands of resources may name the same oversized file.
-void TestArchiveFiles::filesThatAreTooLongAreNotInflated()
+void TestZipArchive::filesThatAreTooLongAreNotInflated()
 {
     constexpr int Size = 64 << 20;
     ZipArchive archive(zip({{latin("long"), QByteArray(Size, '\0')}}));
@@ -168,7 +168,7 @@ void TestArchiveFiles::filesThatAreTooLongAreNotInflated()
     QVERIFY2(taken.allocated < Size, qPrintable(QString::number(taken.allocated)));
 }
 
-void TestArchiveFiles::damagedFilesEndWhereTheFaultIs()
+void TestZipArchive::damagedFilesEndWhereTheFaultIs()
 {
     QByteArray bytes = zip({{latin("a"), QByteArray(100, 'a') + QByteArray(100, 'b')}});
     // The directory claims fewer bytes than the member has. No more than the claim is delivered.
@@ -180,7 +180,7 @@ void TestArchiveFiles::damagedFilesEndWhereTheFaultIs()
     QVERIFY(archive.file(latin("a"), 1000).size() <= 100);
 }
 
-void TestArchiveFiles::readingHasABudget()
+void TestZipArchive::readingHasABudget()
 {
     const QByteArray nothing = deflatedBehindEmptyBlocks(1000);
     ZipArchive archive(zipOfDeflated({{latin("a"), nothing}}, 100));
@@ -195,7 +195,7 @@ void TestArchiveFiles::readingHasABudget()
     QCOMPARE(cost.workLeft(), qint64(1));
 }
 
-void TestArchiveFiles::lastOfSeveralMembersOfOneNameCounts()
+void TestZipArchive::lastOfSeveralMembersOfOneNameCounts()
 {
     const Member other{latin("z"), "z"};
     for (const QVector<Member> &members : {QVector<Member>{{latin("a"), "1"}, {latin("a"), "2"}, other},
@@ -211,7 +211,7 @@ void TestArchiveFiles::lastOfSeveralMembersOfOneNameCounts()
     }
 }
 
-void TestArchiveFiles::whatIsMissingIsKnownWithoutReading()
+void TestZipArchive::whatIsMissingIsKnownWithoutReading()
 {
     PackageDevice device(zip(members()));
     ZipArchive archive(&device);
@@ -222,7 +222,7 @@ void TestArchiveFiles::whatIsMissingIsKnownWithoutReading()
     QCOMPARE(device.bytesRead(), before);
 }
 
-void TestArchiveFiles::membersUpToTheCeiling()
+void TestZipArchive::membersUpToTheCeiling()
 {
     Budget enough(4 * ZipArchive::MemberWork, 4 * ZipArchive::MemberBytes);
     ZipArchive archive(zip(members()));
@@ -240,7 +240,7 @@ void TestArchiveFiles::membersUpToTheCeiling()
     }
 }
 
-void TestArchiveFiles::devicesThatAreOpenOrSequential()
+void TestZipArchive::devicesThatAreOpenOrSequential()
 {
     QByteArray bytes = zip(members());
     QBuffer device(&bytes);
@@ -255,7 +255,7 @@ void TestArchiveFiles::devicesThatAreOpenOrSequential()
     QVERIFY(!ZipArchive(&sequential).open());
 }
 
-void TestArchiveFiles::fifosAndDirectoriesAreNotOpened()
+void TestZipArchive::fifosAndDirectoriesAreNotOpened()
 {
     const QTemporaryDir directory;
     QVERIFY(directory.isValid());
@@ -274,12 +274,12 @@ void TestArchiveFiles::fifosAndDirectoriesAreNotOpened()
     QCOMPARE(archive.file(latin("a.txt"), 10), QByteArray("first"));
 }
 
-void TestArchiveFiles::archivesInArchives_data()
+void TestZipArchive::archivesInArchives_data()
 {
     membersByTheirNames_data();
 }
 
-void TestArchiveFiles::archivesInArchives()
+void TestZipArchive::archivesInArchives()
 {
     QFETCH(Compression, compression);
     ZipArchive outer(zip({{latin("in.apk"), zip(members())}, {latin("text"), "no archive"}}, compression));
@@ -298,7 +298,7 @@ void TestArchiveFiles::archivesInArchives()
     QVERIFY(!text->open());
 }
 
-void TestArchiveFiles::archivesMayBeReadInTurns()
+void TestZipArchive::archivesMayBeReadInTurns()
 {
     const QVector<Member> one{{latin("x"), QByteArray(200000, '1')}};
     const QVector<Member> two{{latin("x"), QByteArray(200000, '2')}};
@@ -315,7 +315,7 @@ void TestArchiveFiles::archivesMayBeReadInTurns()
     }
 }
 
-void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
+void TestZipArchive::inflatedArchivesTakeOffWhatTheyHave()
 {
     const QByteArray inner = zip(members());
     QByteArray bytes = zip({{latin("1"), inner}, {latin("2"), inner}, {latin("3"), inner}});
@@ -337,13 +337,13 @@ void TestArchiveFiles::inflatedArchivesTakeOffWhatTheyHave()
     QCOMPARE(other.bytesLeft(), qint64(1000));
 }
 
-void TestArchiveFiles::archivesThatOverlap_data()
+void TestZipArchive::archivesThatOverlap_data()
 {
     membersByTheirNames_data();
 }
 
 // A directory may list one archive any number of times, so a small file can have thousands of archives.
-void TestArchiveFiles::archivesThatOverlap()
+void TestZipArchive::archivesThatOverlap()
 {
     QFETCH(Compression, compression);
     QRandomGenerator random(1);
@@ -360,7 +360,7 @@ void TestArchiveFiles::archivesThatOverlap()
     QVERIFY(outer.archive(latin("b"), &inflated) == nullptr);
 }
 
-void TestArchiveFiles::rangeIsClipped_data()
+void TestZipArchive::rangeIsClipped_data()
 {
     QTest::addColumn<qint64>("start");
     QTest::addColumn<qint64>("size");
@@ -376,7 +376,7 @@ void TestArchiveFiles::rangeIsClipped_data()
     QTest::newRow("negative size") << qint64(1) << qint64(-2) << QByteArray();
 }
 
-void TestArchiveFiles::rangeIsClipped()
+void TestZipArchive::rangeIsClipped()
 {
     QFETCH(qint64, start);
     QFETCH(qint64, size);
@@ -393,7 +393,7 @@ void TestArchiveFiles::rangeIsClipped()
     QCOMPARE(range.read(1), QByteArray());
 }
 
-void TestArchiveFiles::rangesAreReadInTurns()
+void TestZipArchive::rangesAreReadInTurns()
 {
     QByteArray bytes("abcdefgh");
     QBuffer device(&bytes);
@@ -410,7 +410,7 @@ void TestArchiveFiles::rangesAreReadInTurns()
     QCOMPARE(right.read(2), QByteArray("fg"));
 }
 
-void TestArchiveFiles::rangesAreReadOnly()
+void TestZipArchive::rangesAreReadOnly()
 {
     QByteArray bytes("abcd");
     QBuffer device(&bytes);
@@ -422,7 +422,7 @@ void TestArchiveFiles::rangesAreReadOnly()
     QCOMPARE(bytes, QByteArray("abcd"));
 }
 
-void TestArchiveFiles::setsAreOneApplication()
+void TestZipArchive::setsAreOneApplication()
 {
     const auto package = [](const char *name, const char *split = nullptr) {
         return zip({{latin("AndroidManifest.xml"), manifestOf(name, split)}});
@@ -447,7 +447,7 @@ void TestArchiveFiles::setsAreOneApplication()
 }
 
 // The manifest of each package takes tens of millions of characters.
-void TestArchiveFiles::manifestsOfASetAreLimitedTogether()
+void TestZipArchive::manifestsOfASetAreLimitedTogether()
 {
     constexpr int Length = 1 << 16;
     XmlBuilder builder = XmlBuilder::manifest();
@@ -469,7 +469,7 @@ void TestArchiveFiles::manifestsOfASetAreLimitedTogether()
     QCOMPARE(set.splits().size(), size_t(PackageData::MaxReadingWork / (Budget::DocumentByteWork * 240 * Length)));
 }
 
-void TestArchiveFiles::tablesOfASetAreLimitedTogether()
+void TestZipArchive::tablesOfASetAreLimitedTogether()
 {
     const QByteArray type = TypeBuilder(1).value(0, Integer, 1).build();
     const auto table = [&type](int count) {
@@ -499,7 +499,7 @@ void TestArchiveFiles::tablesOfASetAreLimitedTogether()
     QCOMPARE(tooLarge.packageName(), latin("org.example"));
 }
 
-void TestArchiveFiles::membersOfASetAreLimitedTogether()
+void TestZipArchive::membersOfASetAreLimitedTogether()
 {
     constexpr int Most = 65534; ///< the largest number of members without ZIP64
     const QByteArray base = zip({{latin("AndroidManifest.xml"), manifestOf("org.example")}});
@@ -531,7 +531,7 @@ void TestArchiveFiles::membersOfASetAreLimitedTogether()
 }
 
 // A compressed package in a set may be a thousand times as large as the set.
-void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
+void TestZipArchive::packedBytesOfASetAreLimitedTogether()
 {
     constexpr int Size = 1 << 20; ///< the size that the members claim
     const auto packed = [](const QByteArray &bytes) { return deflatedBehindEmptyBlocks(0, bytes); };
@@ -574,7 +574,7 @@ void TestArchiveFiles::packedBytesOfASetAreLimitedTogether()
 }
 
 // Otherwise each of hundreds of packages would be searched for each of thousands of paths.
-void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
+void TestZipArchive::missingFilesOfASetAreKnownWithoutReading()
 {
     const QByteArray split = zip({{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")}});
     for (const Compression compression : {Compression::Deflated, Compression::Stored}) {
@@ -590,7 +590,7 @@ void TestArchiveFiles::missingFilesOfASetAreKnownWithoutReading()
     }
 }
 
-void TestArchiveFiles::firstPackageOfASetThatHasAFileCounts()
+void TestZipArchive::firstPackageOfASetThatHasAFileCounts()
 {
     const QString path = latin("res/icon.png");
     const Member splitManifest{latin("AndroidManifest.xml"), manifestOf("org.example", "config.de")};
@@ -601,5 +601,5 @@ void TestArchiveFiles::firstPackageOfASetThatHasAFileCounts()
     QCOMPARE(package.launchers().constFirst().iconFiles().constFirst().size(), QSize(48, 48));
 }
 
-QTEST_GUILESS_MAIN(TestArchiveFiles)
+QTEST_GUILESS_MAIN(TestZipArchive)
 #include "tst_ziparchive.moc"

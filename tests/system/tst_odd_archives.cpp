@@ -123,7 +123,7 @@ private:
 
 } // namespace
 
-class TestArchives : public QObject
+class TestOddArchives : public QObject
 {
     Q_OBJECT
 
@@ -151,12 +151,12 @@ private slots:
     void everyByteMayBeDamaged();
 };
 
-void TestArchives::undamagedArchiveIsFine()
+void TestOddArchives::undamagedArchiveIsFine()
 {
     QCOMPARE(answer(good()), fine);
 }
 
-void TestArchives::lastOfTwoMembersOfOneNameCounts_data()
+void TestOddArchives::lastOfTwoMembersOfOneNameCounts_data()
 {
     const Member table{tableName, emptyTable()};
     const Member broken{tableName, "no table"};
@@ -172,7 +172,7 @@ void TestArchives::lastOfTwoMembersOfOneNameCounts_data()
 }
 
 // The two readers look up the table and the manifest in different orders.
-void TestArchives::lastOfTwoMembersOfOneNameCounts()
+void TestOddArchives::lastOfTwoMembersOfOneNameCounts()
 {
     QFETCH(QByteArray, archive);
     QCOMPARE(answer(archive), qMakePair(0, QStringLiteral("second")));
@@ -182,7 +182,7 @@ void TestArchives::lastOfTwoMembersOfOneNameCounts()
     QCOMPARE(SorrelKit::PackageNormalizer(&other).apkFile()->mainPackage(), QStringLiteral("second"));
 }
 
-void TestArchives::lastOfTwoIconsOfOneNameCounts()
+void TestOddArchives::lastOfTwoIconsOfOneNameCounts()
 {
     const QString path = QStringLiteral("icon.png");
     const Member table{tableName, emptyTable()};
@@ -202,7 +202,7 @@ void TestArchives::lastOfTwoIconsOfOneNameCounts()
     }
 }
 
-void TestArchives::membersAreNeverFilesOutside()
+void TestOddArchives::membersAreNeverFilesOutside()
 {
     // An icon that the manifest names by a path is a member of the archive, even when a file has that path.
     const QTemporaryDir directory;
@@ -223,12 +223,12 @@ void TestArchives::membersAreNeverFilesOutside()
     QCOMPARE(widthOfIcon(upwards, {{upwards, picture(6, 6, 0)}}), 6);
 }
 
-void TestArchives::directoryInPlaceOfTheTable()
+void TestOddArchives::directoryInPlaceOfTheTable()
 {
     QCOMPARE(answer(zip({{tableName + QLatin1Char('/'), QByteArray()}, {manifestName, smallManifest()}})), refused(2));
 }
 
-void TestArchives::encryptedMember()
+void TestOddArchives::encryptedMember()
 {
     QBuffer buffer;
     QuaZip archive(&buffer);
@@ -244,7 +244,7 @@ void TestArchives::encryptedMember()
 }
 
 // The member is marked as encrypted, but is not.
-void TestArchives::encryptionFlagAloneIsNotLookedAt()
+void TestOddArchives::encryptionFlagAloneIsNotLookedAt()
 {
     QByteArray archive = good();
     poke16(archive, local(archive, tableName) + LocalFlagsAt, 1);
@@ -252,7 +252,7 @@ void TestArchives::encryptionFlagAloneIsNotLookedAt()
     QCOMPARE(answer(archive), fine);
 }
 
-void TestArchives::unknownCompressionMethod()
+void TestOddArchives::unknownCompressionMethod()
 {
     constexpr int Unassigned = 77;
     const auto answerWithout = [](const QString &member) {
@@ -265,7 +265,7 @@ void TestArchives::unknownCompressionMethod()
     QCOMPARE(answerWithout(manifestName), refused(4));
 }
 
-void TestArchives::wrongChecksumIsNotLookedAt()
+void TestOddArchives::wrongChecksumIsNotLookedAt()
 {
     QByteArray archive = good();
     poke32(archive, local(archive, tableName) + LocalCrcAt, 0x12345678);
@@ -273,7 +273,7 @@ void TestArchives::wrongChecksumIsNotLookedAt()
     QCOMPARE(answer(archive), fine);
 }
 
-void TestArchives::directoryAndLocalHeaderDisagree_data()
+void TestOddArchives::directoryAndLocalHeaderDisagree_data()
 {
     QTest::addColumn<QByteArray>("archive");
     QTest::addColumn<int>("code");
@@ -296,14 +296,14 @@ void TestArchives::directoryAndLocalHeaderDisagree_data()
         [](QByteArray &archive) { poke32(archive, central(archive, tableName) + CentralPackedSizeAt, 3); });
 }
 
-void TestArchives::directoryAndLocalHeaderDisagree()
+void TestOddArchives::directoryAndLocalHeaderDisagree()
 {
     QFETCH(QByteArray, archive);
     QFETCH(int, code);
     QCOMPARE(answer(archive), refused(code));
 }
 
-void TestArchives::iconWhoseLocalHeaderIsDamagedIsLeftOut()
+void TestOddArchives::iconWhoseLocalHeaderIsDamagedIsLeftOut()
 {
     const QString icon = QStringLiteral("res/icon.png");
     QByteArray archive = package(emptyTable(), manifestWithIcon(icon), {{icon, picture(16, 16, 0x336699)}});
@@ -318,25 +318,25 @@ void TestArchives::iconWhoseLocalHeaderIsDamagedIsLeftOut()
     QCOMPARE(icons(), 0);
 }
 
-void TestArchives::bytesAroundTheArchive()
+void TestOddArchives::bytesAroundTheArchive()
 {
     QCOMPARE(answer(QByteArray(1000, 'x') + good()), fine);
     QCOMPARE(answer(good() + QByteArray(1000, 'x')), fine);
 }
 
-void TestArchives::storedMembers()
+void TestOddArchives::storedMembers()
 {
     QCOMPARE(answer(zip({{tableName, emptyTable()}, {manifestName, smallManifest()}}, Compression::Stored)), fine);
 }
 
-void TestArchives::whatIsNoFileCannotBeOpened_data()
+void TestOddArchives::whatIsNoFileCannotBeOpened_data()
 {
     QTest::addColumn<QString>("kind");
     for (const char *kind : {"empty file", "directory", "FIFO", "/dev/null", "/dev/zero", "no name"})
         QTest::newRow(kind) << QString::fromLatin1(kind);
 }
 
-void TestArchives::whatIsNoFileCannotBeOpened()
+void TestOddArchives::whatIsNoFileCannotBeOpened()
 {
     QFETCH(QString, kind);
     const QTemporaryDir directory;
@@ -356,7 +356,7 @@ void TestArchives::whatIsNoFileCannotBeOpened()
     QCOMPARE(apk.getError(), 1);
 }
 
-void TestArchives::fileThatShrinksWhileItIsOpen()
+void TestOddArchives::fileThatShrinksWhileItIsOpen()
 {
     const QTemporaryDir directory;
     QFile file(directory.filePath(QStringLiteral("shrinking.apk")));
@@ -375,7 +375,7 @@ void TestArchives::fileThatShrinksWhileItIsOpen()
     QVERIFY(apk.resources().isValid());
 }
 
-void TestArchives::deviceThatFailsInTheMiddle()
+void TestOddArchives::deviceThatFailsInTheMiddle()
 {
     const QByteArray archive = good();
     const LogCapture log;
@@ -390,7 +390,7 @@ void TestArchives::deviceThatFailsInTheMiddle()
     QVERIFY(everFailed);
 }
 
-void TestArchives::everyPrefixIsAnswered()
+void TestOddArchives::everyPrefixIsAnswered()
 {
     const QByteArray archive = good();
     for (int size = 0; size < archive.size(); ++size) {
@@ -401,7 +401,7 @@ void TestArchives::everyPrefixIsAnswered()
     }
 }
 
-void TestArchives::everyByteMayBeDamaged()
+void TestOddArchives::everyByteMayBeDamaged()
 {
     const QByteArray archive = good();
     for (int at = 0; at < archive.size(); ++at) {
@@ -414,5 +414,5 @@ void TestArchives::everyByteMayBeDamaged()
     }
 }
 
-QTEST_GUILESS_MAIN(TestArchives)
+QTEST_GUILESS_MAIN(TestOddArchives)
 #include "tst_odd_archives.moc"

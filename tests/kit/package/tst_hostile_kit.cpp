@@ -31,7 +31,7 @@ using namespace SorrelKit;
 /*
  * Packages made to overflow the stack, to take gigabytes, or to take minutes. Each is loaded in a process of its own
  * with a small stack, and every call that a host makes has to stay within the bounds for any input. A single call of
- * Launcher::icon() may use up a bound, so many icons are requested only where each is small.
+ * DrawableRenderer::icon() may use up a bound, so many icons are requested only where each is small.
  */
 
 namespace {
