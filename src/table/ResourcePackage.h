@@ -5,8 +5,8 @@
 #include <SorrelExport.h>
 
 #include "stream/StringPool.h"
+#include "table/PackageValues.h"
 #include "table/ResourceConfig.h"
-#include "table/ResourceValues.h"
 
 #include <QMap>
 #include <QString>
@@ -65,7 +65,7 @@ public:
     /// The id of the first type with the name @p type; 0 when there is none.
     int typeId(const QString &type) const { return int(m_typeNames.indexOf(type)) + 1; }
     /// The values of the entry with index @p entry of a type, in the order of the file.
-    ResourceValues::Range values(int typeId, int entry) const { return m_values.values(typeId, entry); }
+    PackageValues::Range values(int typeId, int entry) const { return m_values.values(typeId, entry); }
     /// The configuration of @p value, which is one of values().
     const ResourceConfig &config(const ResourceEntry &value) const { return m_configs.at(value.configIndex()); }
 
@@ -96,7 +96,7 @@ private:
     int m_lastConfigIndex = -1;                             ///< while loading: of the previous type chunk
     StringPool m_typeStrings;
     QVector<QString> m_typeNames; ///< by type id, minus 1
-    ResourceValues m_values;
+    PackageValues m_values;
     QVector<ResourceConfig> m_configs;
     qint64 m_typeStringsOffset = 0; ///< position of the pool's chunk in the file, 0 for none
     qint64 m_keyStringsOffset = 0;

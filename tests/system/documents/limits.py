@@ -14,7 +14,7 @@ COST = re.compile(r"`(\w+)::(\w+)`: ([0-9][0-9,]*(?: [KMG]iB)?)")
 CONSTANT = re.compile(
     r"\bconstexpr\s+(?:unsigned\s+)?[\w:]+\s+((?:Max|Min|Free)\w+|\w+(?:Work|Bytes))\s*(?:=\s*|\{)([^;}]+)")
 # Constants of a format or a representation, and attribute ids.
-NO_LIMITS = {("LauncherFinder", "NodeBytes"), ("PictureSample", "MaxWeight"), ("ResourceValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
+NO_LIMITS = {("LauncherFinder", "NodeBytes"), ("PictureSample", "MaxWeight"), ("PackageValues", "MaxConfigs"), ("Drawable", "MaxLevel"),
              ("WebpLossless", "MaxLength"), ("AndroidAttributes", "MinSdkVersion"), ("AndroidAttributes", "MaxSdkVersion"),
              ("AndroidAttributes", "MinLevel"), ("AndroidAttributes", "MaxLevel")}
 UNITS = {"KiB": 1 << 10, "MiB": 1 << 20, "GiB": 1 << 30}

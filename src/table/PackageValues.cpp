@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "table/ResourceValues.h"
+#include "table/PackageValues.h"
 
 #include <algorithm>
 #include <numeric>
@@ -28,7 +28,7 @@ std::vector<ResourceEntry> sortedByCounting(const std::vector<ResourceEntry> &va
 
 } // namespace
 
-void ResourceValues::reserve(int typeId, int count)
+void PackageValues::reserve(int typeId, int count)
 {
     if (typeId <= 0)
         return;
@@ -38,7 +38,7 @@ void ResourceValues::reserve(int typeId, int count)
         values.reserve(qMax(needed, 2 * values.capacity()));
 }
 
-void ResourceValues::sort()
+void PackageValues::sort()
 {
     for (Values &values : m_types) {
         if (std::is_sorted(values.cbegin(), values.cend(), isBefore)) {
@@ -57,7 +57,7 @@ void ResourceValues::sort()
     }
 }
 
-bool ResourceValues::hasResourceOfMoreThan(int count) const
+bool PackageValues::hasResourceOfMoreThan(int count) const
 {
     for (const Values &stored : m_types) {
         for (size_t first = 0, last = size_t(count); last < stored.size(); ++first, ++last) {
@@ -68,7 +68,7 @@ bool ResourceValues::hasResourceOfMoreThan(int count) const
     return false;
 }
 
-ResourceValues::Range ResourceValues::values(int typeId, int entry) const
+PackageValues::Range PackageValues::values(int typeId, int entry) const
 {
     if (typeId <= 0 || typeId > LargestTypeId)
         return {nullptr, nullptr};

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "table/ResourceValues.h"
+#include "table/PackageValues.h"
 
 #include <QMap>
 #include <QRandomGenerator>
@@ -11,7 +11,7 @@
 namespace {
 
 /// Data words of a resource's values, in their order.
-QVector<int> dataOf(const ResourceValues &values, int typeId, int entry)
+QVector<int> dataOf(const PackageValues &values, int typeId, int entry)
 {
     QVector<int> data;
     for (const ResourceEntry &value : values.values(typeId, entry))
@@ -20,9 +20,9 @@ QVector<int> dataOf(const ResourceValues &values, int typeId, int entry)
 }
 
 /// Values of type 1 with these entry indices. Their data words count up from 0.
-ResourceValues valuesAt(const QVector<int> &entries)
+PackageValues valuesAt(const QVector<int> &entries)
 {
-    ResourceValues values;
+    PackageValues values;
     int data = 0;
     for (const int entry : entries)
         values.append(1, {entry, 0, 0, data++});
@@ -32,7 +32,7 @@ ResourceValues valuesAt(const QVector<int> &entries)
 
 } // namespace
 
-class TestResourceValues : public QObject
+class TestPackageValues : public QObject
 {
     Q_OBJECT
 
@@ -52,7 +52,7 @@ private slots:
     void copiesAreIndependent();
 };
 
-void TestResourceValues::anEntryKeepsItsFields_data()
+void TestPackageValues::anEntryKeepsItsFields_data()
 {
     QTest::addColumn<int>("entryIndex");
     QTest::addColumn<int>("configIndex");
@@ -67,7 +67,7 @@ void TestResourceValues::anEntryKeepsItsFields_data()
     QTest::newRow("a type of all bits") << 5 << 1 << -1 << -1;
 }
 
-void TestResourceValues::anEntryKeepsItsFields()
+void TestPackageValues::anEntryKeepsItsFields()
 {
     QFETCH(const int, entryIndex);
     QFETCH(const int, configIndex);
@@ -81,18 +81,18 @@ void TestResourceValues::anEntryKeepsItsFields()
     QCOMPARE(sizeof entry, size_t(12));
 }
 
-void TestResourceValues::nothingIsFoundInNothing()
+void TestPackageValues::nothingIsFoundInNothing()
 {
-    ResourceValues values;
+    PackageValues values;
     values.sort();
     for (const int typeId : {-1, 0, 1, 0x7f, 0x80, 1000})
         QCOMPARE(dataOf(values, typeId, 0), QVector<int>());
     QVERIFY(!values.hasResourceOfMoreThan(0));
 }
 
-void TestResourceValues::valuesOfAResourceStayInTheirOrder()
+void TestPackageValues::valuesOfAResourceStayInTheirOrder()
 {
-    const ResourceValues values = valuesAt({2, 7, 2, 0, 7, 2});
+    const PackageValues values = valuesAt({2, 7, 2, 0, 7, 2});
     QCOMPARE(dataOf(values, 1, 0), QVector<int>({3}));
     QCOMPARE(dataOf(values, 1, 1), QVector<int>());
     QCOMPARE(dataOf(values, 1, 2), QVector<int>({0, 2, 5}));
@@ -101,21 +101,21 @@ void TestResourceValues::valuesOfAResourceStayInTheirOrder()
     QCOMPARE(dataOf(values, 1, -1), QVector<int>());
 }
 
-void TestResourceValues::typesAreApart()
+void TestPackageValues::typesAreApart()
 {
-    ResourceValues values;
+    PackageValues values;
     values.append(1, {3, 0, 0, 10});
-    values.append(ResourceValues::LargestTypeId, {3, 0, 0, 20});
+    values.append(PackageValues::LargestTypeId, {3, 0, 0, 20});
     values.append(2, {3, 0, 0, 30});
     values.append(1, {3, 0, 0, 40});
     values.sort();
     QCOMPARE(dataOf(values, 1, 3), QVector<int>({10, 40}));
     QCOMPARE(dataOf(values, 2, 3), QVector<int>({30}));
-    QCOMPARE(dataOf(values, ResourceValues::LargestTypeId, 3), QVector<int>({20}));
+    QCOMPARE(dataOf(values, PackageValues::LargestTypeId, 3), QVector<int>({20}));
     QCOMPARE(dataOf(values, 3, 3), QVector<int>());
 }
 
-void TestResourceValues::entriesMayComeInAnyOrder_data()
+void TestPackageValues::entriesMayComeInAnyOrder_data()
 {
     QTest::addColumn<QVector<int>>("entries");
     QTest::newRow("ascending") << QVector<int>{0, 1, 2, 3};
@@ -126,10 +126,10 @@ void TestResourceValues::entriesMayComeInAnyOrder_data()
     QTest::newRow("below zero") << QVector<int>{3, -1, std::numeric_limits<int>::min(), 3};
 }
 
-void TestResourceValues::entriesMayComeInAnyOrder()
+void TestPackageValues::entriesMayComeInAnyOrder()
 {
     QFETCH(const QVector<int>, entries);
-    const ResourceValues values = valuesAt(entries);
+    const PackageValues values = valuesAt(entries);
     for (const int entry : entries) {
         QVector<int> expected;
         for (int i = 0; i < entries.size(); ++i) {
@@ -140,7 +140,7 @@ void TestResourceValues::entriesMayComeInAnyOrder()
     }
 }
 
-void TestResourceValues::everyOrderAnswersAlike_data()
+void TestPackageValues::everyOrderAnswersAlike_data()
 {
     QTest::addColumn<int>("largest");
     QTest::newRow("few resources of many values") << 20;
@@ -148,12 +148,12 @@ void TestResourceValues::everyOrderAnswersAlike_data()
     QTest::newRow("indices that are not counted") << 100000000;
 }
 
-void TestResourceValues::everyOrderAnswersAlike()
+void TestPackageValues::everyOrderAnswersAlike()
 {
     QFETCH(const int, largest);
     QRandomGenerator random(3);
     for (int round = 0; round < 20; ++round) {
-        ResourceValues values;
+        PackageValues values;
         QMap<QPair<int, int>, QVector<int>> model;
         for (int chunk = 0; chunk < 30; ++chunk) {
             const int typeId = 1 + random.bounded(3);
@@ -183,9 +183,9 @@ void TestResourceValues::everyOrderAnswersAlike()
     }
 }
 
-void TestResourceValues::countIsOfWhatWasAppended()
+void TestPackageValues::countIsOfWhatWasAppended()
 {
-    ResourceValues values;
+    PackageValues values;
     QCOMPARE(values.count(), 0);
     values.reserve(1, 1000);
     QCOMPARE(values.count(), 0);
@@ -196,9 +196,9 @@ void TestResourceValues::countIsOfWhatWasAppended()
     QCOMPARE(values.count(), 2);
 }
 
-void TestResourceValues::typesBelowOneAreCountedAndDropped()
+void TestPackageValues::typesBelowOneAreCountedAndDropped()
 {
-    ResourceValues values;
+    PackageValues values;
     for (const int typeId : {0, -1, -0x80}) {
         values.reserve(typeId, 10);
         values.append(typeId, {0, 0, 0, 1});
@@ -209,22 +209,22 @@ void TestResourceValues::typesBelowOneAreCountedAndDropped()
         QCOMPARE(dataOf(values, typeId, 0), QVector<int>());
 }
 
-void TestResourceValues::largestNumberOfValues()
+void TestPackageValues::largestNumberOfValues()
 {
-    const ResourceValues values = valuesAt({1, 2, 2, 2, 5, 5});
+    const PackageValues values = valuesAt({1, 2, 2, 2, 5, 5});
     QVERIFY(values.hasResourceOfMoreThan(2));
     QVERIFY(!values.hasResourceOfMoreThan(3));
     QVERIFY(!values.hasResourceOfMoreThan(100));
 }
 
-void TestResourceValues::copiesAreIndependent()
+void TestPackageValues::copiesAreIndependent()
 {
-    const ResourceValues first = valuesAt({1});
-    ResourceValues copy = first;
+    const PackageValues first = valuesAt({1});
+    PackageValues copy = first;
     copy = valuesAt({1, 1});
     QCOMPARE(dataOf(first, 1, 1), QVector<int>({0}));
     QCOMPARE(dataOf(copy, 1, 1), QVector<int>({0, 1}));
 }
 
-QTEST_GUILESS_MAIN(TestResourceValues)
-#include "tst_resourcevalues.moc"
+QTEST_GUILESS_MAIN(TestPackageValues)
+#include "tst_packagevalues.moc"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef RESOURCEVALUES_H
-#define RESOURCEVALUES_H
+#ifndef PACKAGEVALUES_H
+#define PACKAGEVALUES_H
 
 #include <QtGlobal>
 
@@ -40,7 +40,7 @@ private:
  * takes 12 bytes here and 20 in the file. Values are appended, then sorted, then looked up. A value type: copies are
  * independent. The const operations only read.
  */
-class ResourceValues
+class PackageValues
 {
 public:
     /// Type ids are signed bytes. Values of a type below 1 are counted and dropped, because no lookup finds them.
@@ -54,7 +54,7 @@ public:
         const ResourceEntry *end() const { return last; }
     };
 
-    ResourceValues() : m_types(LargestTypeId + 1) {}
+    PackageValues() : m_types(LargestTypeId + 1) {}
 
     /// Makes room for @p count more values of a type.
     void reserve(int typeId, int count);
