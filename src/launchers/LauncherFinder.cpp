@@ -95,11 +95,10 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     const QString package = m_manifest.documentElement().attribute(QStringLiteral("package"), QLatin1String(""));
     const QDomNodeList filters = m_manifest.elementsByTagName(QStringLiteral("intent-filter"));
     Budget budget(MaxWork, MaxBytes);
-    if (filters.length() > 0)
-        budget.holdBytes(bytesOf(m_manifest));
     VisibilityRules rules(m_resources, budget);
     IconLookup icons(m_resources, m_archive, budget);
     LocaleLookup labels(ApkResourcesData::of(m_resources), budget);
+    bool isManifestHeld = false; // only pictures need so much memory that the manifest's counts
     for (int i = 0; i < filters.length(); ++i) {
         const QDomElement filter = filters.item(i).toElement();
         if (!isLauncherFilter(filter))
@@ -114,8 +113,12 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
 
         ApkLauncherInfo info;
         const QString icon = innermostAttribute(filter, QStringLiteral("icon"));
-        if (!icon.isEmpty())
+        if (!icon.isEmpty()) {
+            if (m_archive != nullptr && !isManifestHeld)
+                budget.holdBytes(bytesOf(m_manifest));
+            isManifestHeld = true;
             info.d->icons = icons.images(icon);
+        }
         info.d->package = package;
         info.d->className = className(activity, package);
         if (!hasRoomFor(info.d->className, budget))
