@@ -80,7 +80,8 @@ public:
     /**
      * Opens the archive and reads the end of its directory, unless isOpen() is true. Every query that needs the archive
      * calls this, so callers need not. Returns false and sets code 1 when the file is missing, cannot be read, or is no
-     * regular file or no ZIP archive, or the device is sequential. The archive stays open until the object is destroyed.
+     * regular file or no ZIP archive, or the device is sequential. The archive stays open until the object is
+     * destroyed.
      * @since 0.5
      */
     bool open();
@@ -94,9 +95,9 @@ public:
     /**
      * The resource table of the package: a copy that shares its data and stays valid without this object.
      *
-     * The first call opens the archive, and reads and parses all of `resources.arsc`; later calls cost nothing. When the
-     * table cannot be read, ApkResources::isValid() of the result is false, code 1, 2 or 3 is set, and the next call
-     * tries again.
+     * The first call opens the archive, and reads and parses all of `resources.arsc`; later calls cost nothing. When
+     * the table cannot be read, ApkResources::isValid() of the result is false, code 1, 2 or 3 is set, and the next
+     * call tries again.
      * @since 0.5
      */
     ApkResources resources() const;
@@ -107,20 +108,20 @@ public:
      * have the form `@string/12`, which the lookups of ApkResources resolve.
      *
      * The first call loads the resource table as resources() does, then reads and decodes `AndroidManifest.xml`; later
-     * calls cost nothing. **A copy of a QDomDocument shares its tree: editing the result edits the cache**, and so every
-     * later result of this object. Use QDomDocument::cloneNode() for a document of your own.
+     * calls cost nothing. **A copy of a QDomDocument shares its tree: editing the result edits the cache**, and so
+     * every later result of this object. Use QDomDocument::cloneNode() for a document of your own.
      *
      * When the manifest cannot be read, the result is a document whose only element, `error`, holds the text of the
-     * code that was set: 1, 2 or 3 (without a readable resource table, no manifest is read), 4 or 5. The next call tries
-     * again.
+     * code that was set: 1, 2 or 3 (without a readable resource table, no manifest is read), 4 or 5. The next call
+     * tries again.
      * @since 0.5
      */
     QDomDocument getManifest() const;
 
     /**
      * Package name of the application ("org.example.notes"): the attribute `package` of the manifest's root. Loads the
-     * manifest on first use, and sets the codes that getManifest() sets. When only the beginning of the manifest could be
-     * decoded, the name in that part, or an empty string.
+     * manifest on first use, and sets the codes that getManifest() sets. When only the beginning of the manifest could
+     * be decoded, the name in that part, or an empty string.
      * @since 0.5
      */
     QString mainPackage();
@@ -139,14 +140,15 @@ public:
      * the order of the manifest. An activity with two such filters gives two entries.
      *
      * With @p includeDisabled false, entries that Android would not show are left out: an activity or application with
-     * `enabled="false"` (the activity's may be a reference, the application's is taken as written), and an activity with
-     * `exported="false"`, as written. With true, all entries are returned.
+     * `enabled="false"` (the activity's may be a reference, the application's is taken as written), and an activity
+     * with `exported="false"`, as written. With true, all entries are returned.
      *
      * Loads the manifest on first use. Each call resolves labels and icons anew, and reads and decodes each icon file
      * once. An icon that cannot be read or decoded is left out without an error: an XML drawable, a format other than
      * PNG, JPEG, GIF, WebP, BMP and ICO, a picture that would take too much memory. Labels and icons that lead through
      * more references and values than a build tool writes are left out, too, and so are entries after four million
-     * characters of class names. When the manifest cannot be read, the list is empty, and getError() returns the reason.
+     * characters of class names. When the manifest cannot be read, the list is empty, and getError() returns the
+     * reason.
      * @since 0.5
      */
     QList<ApkLauncherInfo> getLauncherInfo(bool includeDisabled);

@@ -15,9 +15,9 @@ class ApkLauncherInfoData;
 /**
  * One entry of a package that a home screen shows: the class to start, its labels and its icons.
  *
- * ApkFile::getLauncherInfo() returns these. Copies share their data and are cheap; the values stay valid when the ApkFile
- * is gone. No operation fails, sets an error code, or costs more than a reference count. Use a value from one thread at a
- * time; copies may be used in different threads.
+ * ApkFile::getLauncherInfo() returns these. Copies share their data and are cheap; the values stay valid when the
+ * ApkFile is gone. No operation fails, sets an error code, or costs more than a reference count. Use a value from one
+ * thread at a time; copies may be used in different threads.
  *
  * @since 0.5
  */
@@ -44,9 +44,9 @@ public:
     QString launcherClass() const;
 
     /**
-     * The label for exactly the locale @p locale, in the form of the keys of labels() ("de", "pt-BR"), or an empty string
-     * when there is none. There is no fallback to the language without its region, or to the default label. The default
-     * label has an empty @p locale.
+     * The label for exactly the locale @p locale, in the form of the keys of labels() ("de", "pt-BR"), or an empty
+     * string when there is none. There is no fallback to the language without its region, or to the default label. The
+     * default label has an empty @p locale.
      * @since 0.5
      */
     QString label(const QString &locale) const;

@@ -17,17 +17,17 @@
 namespace SorrelKit {
 
 /**
- * Resolves texts of the manifest in every language of a package. A text may be a reference, and its value in one language
- * may be a reference again. Each is looked up in the user's language, as on a device, so every language gets the text
- * that a device in this language shows.
+ * Resolves texts of the manifest in every language of a package. A text may be a reference, and its value in one
+ * language may be a reference again. Each is looked up in the user's language, as on a device, so every language gets
+ * the text that a device in this language shows.
  *
  * All lookups of one object share a budget, as a table may have any number of values.
  */
 class LabelLookup
 {
 public:
-    /// The budget for the labels of all launchers of a package; each launcher has an equal part. The bytes are those of the
-    /// texts.
+    /// The budget for the labels of all launchers of a package; each launcher has an equal part. The bytes are those of
+    /// the texts.
     static constexpr qint64 MaxWork = 1 << 26;
     static constexpr qint64 MaxBytes = 8 << 20;
     /// The work that a value costs, whose language tag is taken apart, and the work of choosing a value for a language,
@@ -43,9 +43,9 @@ public:
     {
     }
 
-    /// The text of @p attribute by language tag: one for each language in which a resource of the chain has a value, and
-    /// with the empty tag, the one for all other languages. Empty when the attribute is missing or refers to nothing;
-    /// incomplete when the budget is spent.
+    /// The text of @p attribute by language tag: one for each language in which a resource of the chain has a value,
+    /// and with the empty tag, the one for all other languages. Empty when the attribute is missing or refers to
+    /// nothing; incomplete when the budget is spent.
     QMap<QString, QString> labels(const XmlAttribute *attribute);
     /// The text of @p attribute in the language @p wanted; empty when there is none.
     QString label(const XmlAttribute *attribute, const LanguageTag &wanted);

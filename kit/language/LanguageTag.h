@@ -9,8 +9,8 @@ namespace SorrelKit {
 
 /**
  * A BCP 47 language tag with the parts that resources distinguish: language, script, region, variant ("sr-Latn",
- * "es-419", "ca-ES-valencia"). The old codes of Java and Android for Hebrew, Indonesian, Yiddish and Filipino (`iw`, `in`,
- * `ji`, `tl`) become today's.
+ * "es-419", "ca-ES-valencia"). The old codes of Java and Android for Hebrew, Indonesian, Yiddish and Filipino (`iw`,
+ * `in`, `ji`, `tl`) become today's.
  */
 class LanguageTag
 {
@@ -30,9 +30,9 @@ public:
     QString toString() const;
 
     /**
-     * The next best tag for users of this one: without the variant; then with a region of several countries ("es-419" for
-     * Mexico, "en-001", "en-150") or the region that this one follows ("pt-PT" for Angola, "zh-Hant-HK" for Macau); then
-     * without a region. Empty when there is none.
+     * The next best tag for users of this one: without the variant; then with a region of several countries ("es-419"
+     * for Mexico, "en-001", "en-150") or the region that this one follows ("pt-PT" for Angola, "zh-Hant-HK" for Macau);
+     * then without a region. Empty when there is none.
      */
     LanguageTag parent() const;
     /// Whether this is English of the United States or a region that follows it, or English without a region.

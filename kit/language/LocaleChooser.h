@@ -10,9 +10,9 @@
 namespace SorrelKit {
 
 /**
- * Chooses among the languages of a resource as Android 7 and later do: the wanted language or its closest parent; else a
- * relative, which is the same language in the same script for another region; else the value for every language. Never
- * chooses a text in a script that the user may not read.
+ * Chooses among the languages of a resource as Android 7 and later do: the wanted language or its closest parent; else
+ * a relative, which is the same language in the same script for another region; else the value for every language.
+ * Never chooses a text in a script that the user may not read.
  */
 class LocaleChooser
 {
@@ -22,8 +22,8 @@ public:
 
     /// The number of the best language for @p wanted; -1 when no language fits.
     int best(const LanguageTag &wanted) const;
-    /// The number of added tags with the language of @p wanted, whatever their script, region and variant. best() compares
-    /// all of them.
+    /// The number of added tags with the language of @p wanted, whatever their script, region and variant. best()
+    /// compares all of them.
     int relatives(const LanguageTag &wanted) const { return int(m_byLanguage.value(wanted.language()).size()); }
 
 private:

@@ -20,7 +20,8 @@ namespace SorrelKit {
 class IconMembers
 {
 public:
-    /// The budget of PackageNormalizer::normalized(): finding the pictures and reading them. All of them stay in memory.
+    /// The budget of PackageNormalizer::normalized(): finding the pictures and reading them. All of them stay in
+    /// memory.
     static constexpr qint64 MaxWork = 1 << 27;
     static constexpr qint64 MaxBytes = 64 << 20;
     /// Paths at most. A package with ten launchers in each density has a hundred.
@@ -33,8 +34,8 @@ public:
     /// Looks up references in @p table. Both outlive this object.
     IconMembers(const ResourceTable &table, Budget &budget) : m_table(table), m_budget(budget) {}
 
-    /// The paths that @p manifest leads to, each once, in the order in which they are found. Paths that do not fit in the
-    /// budget are left out.
+    /// The paths that @p manifest leads to, each once, in the order in which they are found. Paths that do not fit in
+    /// the budget are left out.
     QStringList paths(const XmlElement &manifest);
 
 private:

@@ -18,15 +18,15 @@ namespace SorrelKit {
  * - the entries in the order of their resources, from the offset in the header to the end of the chunk, without gaps;
  * - no compact entries.
  *
- * libsorrel reads the entries one after another and keeps only simple values. Each simple entry therefore has one offset.
- * Resources may share a map; it is stored at the place of the first of them.
+ * libsorrel reads the entries one after another and keeps only simple values. Each simple entry therefore has one
+ * offset. Resources may share a map; it is stored at the place of the first of them.
  *
- * Header and configuration are copied byte for byte, and each resource keeps the entry that TypeChunk::offset() finds. In
- * a sparse chunk with several entries for one resource, that is the first one; an entry that the search cannot find,
+ * Header and configuration are copied byte for byte, and each resource keeps the entry that TypeChunk::offset() finds.
+ * In a sparse chunk with several entries for one resource, that is the first one; an entry that the search cannot find,
  * because the indices do not ascend, is dropped.
  *
- * Meets raw input. Needs up to 2 MiB for the places of the entries, and up to 5 MiB more in the constructor. The bytes of
- * the chunk outlive this object.
+ * Meets raw input. Needs up to 2 MiB for the places of the entries, and up to 5 MiB more in the constructor. The bytes
+ * of the chunk outlive this object.
  */
 class TypeRewriter
 {
@@ -37,14 +37,16 @@ public:
     /// @p chunk is of the type ChunkType::Type.
     explicit TypeRewriter(const ChunkView &chunk);
 
-    /// DamagedType, DamagedEntry, or None when the chunk can be rewritten. A header above MaxHeaderSize counts as damaged.
+    /// DamagedType, DamagedEntry, or None when the chunk can be rewritten. A header above MaxHeaderSize counts as
+    /// damaged.
     FormatFault fault() const { return m_fault; }
     /// Whether the chunk is in the classic form already, except for bytes between the offsets and the entries, which
     /// libsorrel skips. Precondition: no fault().
     bool isClassic() const { return m_isClassic; }
     /// Bytes of the classic form. Precondition: no fault().
     qint64 size() const { return m_isClassic ? m_chunk.size() : entriesStart() + m_entriesSize; }
-    /// Appends the classic form to @p table, which has room for it. Precondition: no fault(), and size() is below 2 GiB.
+    /// Appends the classic form to @p table, which has room for it. Precondition: no fault(), and size() is below 2
+    /// GiB.
     void appendTo(QByteArray *table) const;
 
 private:

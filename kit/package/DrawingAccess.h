@@ -14,10 +14,10 @@ class Package;
 /**
  * The functions through which KitGui reaches the data of KitCore's classes. This header is not installed.
  *
- * Each of the two libraries holds a hidden copy of the code that both need, so that KitCore exports none of it, and KitGui
- * uses the objects that these functions return with its own copy. That is correct only while both libraries were built from
- * one version. The namespace is named after the version for that reason: the dynamic linker refuses a KitGui and a KitCore
- * of different versions, which would otherwise disagree about the layout of these objects.
+ * Each of the two libraries holds a hidden copy of the code that both need, so that KitCore exports none of it, and
+ * KitGui uses the objects that these functions return with its own copy. That is correct only while both libraries were
+ * built from one version. The namespace is named after the version for that reason: the dynamic linker refuses a KitGui
+ * and a KitCore of different versions, which would otherwise disagree about the layout of these objects.
  */
 namespace SORRELKIT_PRIVATE_NAMESPACE {
 

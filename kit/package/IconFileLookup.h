@@ -45,8 +45,8 @@ public:
     QVector<File> files(const ResolvedValue &icon);
 
     /// The values of @p icon, a reference or a path, in the configurations that @p resolver matches, each path once and
-    /// with references followed. Lookups and the characters of paths cost work. A table may have thousands of type chunks
-    /// for each resource; the largest applications take some thousands of units.
+    /// with references followed. Lookups and the characters of paths cost work. A table may have thousands of type
+    /// chunks for each resource; the largest applications take some thousands of units.
     static QVector<ResolvedValue> candidates(const ResolvedValue &icon, const ResourceResolver &resolver,
                                              Budget *budget);
 

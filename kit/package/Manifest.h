@@ -14,8 +14,8 @@ namespace SorrelKit {
 class Manifest
 {
 public:
-    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers lead to elements
-    /// of the manifest.
+    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers lead to
+    /// elements of the manifest.
     struct LauncherEntry {
         const XmlElement *activity = nullptr;
         const XmlElement *filter = nullptr;
@@ -24,8 +24,8 @@ public:
         QString className;                  ///< of the class that runs, completed
         bool isAlias = false;
     };
-    /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users choose
-    /// among icons have some dozens.
+    /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users
+    /// choose among icons have some dozens.
     static constexpr int MaxLaunchers = 1024;
 
     Manifest() = default;

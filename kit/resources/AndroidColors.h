@@ -9,8 +9,8 @@
 namespace SorrelKit {
 
 /**
- * The platform colour (`@android:color/...`) with the resource id @p id, when applications may refer to it and it is the
- * same on every device. For a list of states, the default colour.
+ * The platform colour (`@android:color/...`) with the resource id @p id, when applications may refer to it and it is
+ * the same on every device. For a list of states, the default colour.
  */
 std::optional<quint32> androidColor(quint32 id);
 

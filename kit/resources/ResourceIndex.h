@@ -15,8 +15,8 @@
 namespace SorrelKit {
 
 /**
- * The places of all values of all resources in the tables of a package and its splits. The constructor reads all offsets
- * once; a value takes 12 bytes here, and binary search finds its resource.
+ * The places of all values of all resources in the tables of a package and its splits. The constructor reads all
+ * offsets once; a value takes 12 bytes here, and binary search finds its resource.
  *
  * Entries that do not end within their chunk are no values. The const operations only read.
  */

@@ -37,8 +37,8 @@ class ResourceResolver
 {
 public:
     static constexpr int MaxDepth = 20;
-    /// Values of a resource that candidates() compares, in the order of the table. The largest applications have a value
-    /// for each of a hundred languages, or of a dozen densities.
+    /// Values of a resource that candidates() compares, in the order of the table. The largest applications have a
+    /// value for each of a hundred languages, or of a dozen densities.
     static constexpr int MaxCandidates = 4096;
     /// The budget of a resolver that is given none.
     static constexpr qint64 MaxWork = 1 << 26;
@@ -46,8 +46,8 @@ public:
     /// The bytes that a kept result holds, besides two for each character of its text.
     static constexpr qint64 ResultBytes = 256;
 
-    /// Searches @p tables in their order; of equally good values the first counts. @p budget outlives this object and its
-    /// copies; without one, this object has its own. A resource that does not fit in the budget has no value.
+    /// Searches @p tables in their order; of equally good values the first counts. @p budget outlives this object and
+    /// its copies; without one, this object has its own. A resource that does not fit in the budget has no value.
     ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device,
                      Budget *budget = nullptr);
 
@@ -68,10 +68,11 @@ public:
         None,
         Any,
     };
-    /// The values of the resource that match the device, whatever their density, best first. References are not followed.
-    /// The values have no texts: any number of values may share one long text.
+    /// The values of the resource that match the device, whatever their density, best first. References are not
+    /// followed. The values have no texts: any number of values may share one long text.
     QVector<ResolvedValue> candidates(quint32 id, Locales locales = Locales::None) const;
-    /// The work that looking up @p id costs. resource() and resolved() spend it; callers of candidates() do so themselves.
+    /// The work that looking up @p id costs. resource() and resolved() spend it; callers of candidates() do so
+    /// themselves.
     qint64 work(quint32 id) const;
     /// @p value, one of the candidates(), with its text, cut after @p maxLength characters.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);

@@ -50,8 +50,8 @@ private:
         QList<ResourceItem> items;
     };
 
-    /// Qualifiers of a type chunk; most values need them more than once. Long ones are not kept: a hostile table may have
-    /// thousands.
+    /// Qualifiers of a type chunk; most values need them more than once. Long ones are not kept: a hostile table may
+    /// have thousands.
     struct Qualifiers {
         QString text;
         bool isKnown = false;

@@ -23,8 +23,9 @@ constexpr int Stored = 0;
 /**
  * Calls @p visit with the name of each member of @p archive, which is open, in the order of the directory, until it
  * returns false. Ends at a member without a name, where QuaZip::setCurrentFile() stops searching as well. QuaZip
- * remembers the place of each visited member. After a visit to all members, setCurrentFile() therefore finds the last of
- * several members of one name; without it, it finds the first one, or the last one that it passed in earlier searches.
+ * remembers the place of each visited member. After a visit to all members, setCurrentFile() therefore finds the last
+ * of several members of one name; without it, it finds the first one, or the last one that it passed in earlier
+ * searches.
  */
 void visitNames(QuaZip *archive, const std::function<bool(const QString &)> &visit);
 

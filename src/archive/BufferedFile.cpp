@@ -72,7 +72,8 @@ qint64 BufferedFile::readData(char *data, qint64 size)
     return delivered;
 }
 
-// Members are read in consecutive pieces of this size. QIODevice asks for as many bytes of a directory, but after a seek.
+// Members are read in consecutive pieces of this size. QIODevice asks for as many bytes of a directory, but after a
+// seek.
 bool BufferedFile::isPartOfMuch(qint64 size) const
 {
     return size > WindowSize / 2 || (size == WindowSize / 2 && m_at == m_lastEnd);

@@ -9,9 +9,9 @@
 #include <memory>
 
 /**
- * A file for ZIP libraries, which read a few bytes at a time and seek back a few bytes for every member of the directory.
- * A window of the file stays in memory, so these steps need no system call. QFile alone would seek at every step, and
- * fill its whole buffer again after every step back.
+ * A file for ZIP libraries, which read a few bytes at a time and seek back a few bytes for every member of the
+ * directory. A window of the file stays in memory, so these steps need no system call. QFile alone would seek at every
+ * step, and fill its whole buffer again after every step back.
  *
  * Random-access, read-only. A file that shrinks while it is open ends early and does no harm.
  */

@@ -5,8 +5,8 @@
 #include <QIODevice>
 
 /// A range of bytes of another device as a device of its own, random-access and read-only: a package that is stored
-/// uncompressed in an archive. The other device is open and random-access, and stays the caller's. Others may read it in
-/// the same thread meanwhile.
+/// uncompressed in an archive. The other device is open and random-access, and stays the caller's. Others may read it
+/// in the same thread meanwhile.
 class RangeDevice : public QIODevice
 {
 public:

@@ -35,8 +35,8 @@
  * | 52     | u8               | not 0: the build tool derived the script from the language                         |
  * | 53     | 8 bytes          | numbering system                                                                   |
  *
- * Of the values that match() the device, Android takes the one that no other isBetterThan(). It compares qualifier by
- * qualifier in a fixed order; the first in which two values differ decides.
+ * Among the values that match() the device, Android takes one that no other value isBetterThan(). It compares qualifier
+ * by qualifier in a fixed order; the first in which two values differ decides.
  */
 struct Configuration {
     /// Densities with a special meaning.

@@ -13,9 +13,9 @@
 class QuaZip;
 
 /**
- * The picture files of an archive. Each is read and decoded once while this object lives. An archive may name any number
- * of members, and all of them may share the same few bytes, so reading and decoding spend from a budget. A picture that
- * does not fit in the rest of it is left out, like one that cannot be read.
+ * The picture files of an archive. Each is read and decoded once while this object lives. An archive may name any
+ * number of members, and all of them may share the same few bytes, so reading and decoding spend from a budget. A
+ * picture that does not fit in the rest of it is left out, like one that cannot be read.
  *
  * PictureFile decides which formats are decoded, and which pictures of these formats are refused.
  */

@@ -26,7 +26,8 @@ public:
     /// The bytes that a value holds while an icon is resolved, besides two for each character.
     static constexpr qint64 ValueBytes = 128;
 
-    /// Resolves references with @p resources. @p archive may be null; then there are no pictures. All outlive this object.
+    /// Resolves references with @p resources. @p archive may be null; then there are no pictures. All outlive this
+    /// object.
     IconLookup(const ApkResources &resources, QuaZip *archive, Budget &budget)
         : m_resources(resources), m_images(archive, budget), m_budget(budget)
     {

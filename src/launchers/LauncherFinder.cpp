@@ -98,7 +98,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
     VisibilityRules rules(m_resources, budget);
     IconLookup icons(m_resources, m_archive, budget);
     LocaleLookup labels(ApkResourcesData::of(m_resources), budget);
-    bool isManifestHeld = false; // only pictures need so much memory that the manifest's counts
+    bool isManifestHeld = false; // counting its nodes takes time, and only pictures need the room
     for (int i = 0; i < filters.length(); ++i) {
         const QDomElement filter = filters.item(i).toElement();
         if (!isLauncherFilter(filter))
@@ -115,8 +115,7 @@ QList<ApkLauncherInfo> LauncherFinder::launchers(bool includeDisabled) const
         const QString icon = innermostAttribute(filter, QStringLiteral("icon"));
         if (!icon.isEmpty()) {
             if (m_archive != nullptr && !isManifestHeld)
-                budget.holdBytes(bytesOf(m_manifest));
-            isManifestHeld = true;
+                isManifestHeld = budget.holdBytes(qMin(bytesOf(m_manifest), budget.bytesLeft()));
             info.d->icons = icons.images(icon);
         }
         info.d->package = package;

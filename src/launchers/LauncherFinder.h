@@ -31,8 +31,8 @@ public:
     /// caller's and may be null: entries have no icons then.
     LauncherFinder(const QDomDocument &manifest, const ApkResources &resources, QuaZip *archive);
 
-    /// The entries that Android shows, or all of them, in the order of the manifest. The list ends before the first entry
-    /// whose class does not fit in the budget: each class contains the package's name, which may be long.
+    /// The entries that Android shows, or all of them, in the order of the manifest. The list ends before the first
+    /// entry whose class does not fit in the budget: each class contains the package's name, which may be long.
     QList<ApkLauncherInfo> launchers(bool includeDisabled) const;
 
 private:

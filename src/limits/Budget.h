@@ -7,12 +7,12 @@
 /**
  * The limit of what one public call may cost: work, which bounds its time, and bytes, which bound its memory. The call
  * makes a budget and passes it down; every class that works for the call spends from it before it does something that
- * costs. Things that are harmless one by one may be too much together: thousands of launchers may each refer to thousands
- * of values.
+ * costs. Things that are harmless one by one may be too much together: thousands of launchers may each refer to
+ * thousands of values.
  *
- * One unit of work takes about as long as inflating a byte, some 5 ns. The constants below are the costs of other things in
- * this unit; costs that only one class spends are constants of that class. The caller leaves out what does not fit in the
- * rest of the budget; smaller things after it may still fit.
+ * One unit of work takes about as long as inflating a byte, some 5 ns. The constants below are the costs of other
+ * things in this unit; costs that only one class spends are constants of that class. The caller leaves out what does
+ * not fit in the rest of the budget; smaller things after it may still fit.
  */
 class Budget
 {

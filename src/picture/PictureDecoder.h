@@ -9,16 +9,16 @@
 
 /**
  * Decodes picture files within a budget. A picture costs PictureFile::decodingBytes() of work, whether or not it can be
- * decoded, and holds as many bytes while it is decoded; the bytes of the result stay held. A picture that does not fit is
- * refused and takes nothing, so a smaller one after it may fit.
+ * decoded, and holds as many bytes while it is decoded; the bytes of the result stay held. A picture that does not fit
+ * is refused and takes nothing, so a smaller one after it may fit.
  */
 class PictureDecoder
 {
 public:
     /// Bytes that decoding one picture takes: 4096 x 4096 pixels of 32 bits, and no more.
     static constexpr qint64 MaxBytes = 64 << 20;
-    /// Bytes that the pixels of PNG files may unpack to in all, judged by the size of the files. Above that, each file is
-    /// unpacked once before it is decoded, to see whether it holds more than its rows; this costs work too.
+    /// Bytes that the pixels of PNG files may unpack to in all, judged by the size of the files. Above that, each file
+    /// is unpacked once before it is decoded, to see whether it holds more than its rows; this costs work too.
     static constexpr qint64 MaxUnpacking = 256 << 20;
 
     /// @p budget outlives this object.

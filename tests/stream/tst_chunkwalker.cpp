@@ -552,7 +552,7 @@ void TestChunkWalker::destructorOfAWalkThatDidNotStart()
 
 void TestChunkWalker::enterNeedsAChunk()
 {
-    // No chunk was opened, so none is closed.
+    // The walker has opened no chunk, so it closes no chunk.
     SequentialDevice device(leaf());
     Extractor reader(&device);
     {

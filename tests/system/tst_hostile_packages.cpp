@@ -171,6 +171,7 @@ private slots:
     void iconsUpToTheBudget();
     void iconReferencesThatWaitForTheBudget();
     void picturesBesideALargeManifest();
+    void picturesBesideAManifestWithoutRoom();
     void statesUpToTheBudget();
     void classesUpToTheBudget();
 };
@@ -371,6 +372,29 @@ void TestHostilePackages::picturesBesideALargeManifest()
     const int most = LauncherFinder::FreeNodes + int(rest / LauncherFinder::NodeBytes);
     QVERIFY(isDecoded(most));
     QVERIFY(!isDecoded(most + 1));
+}
+
+void TestHostilePackages::picturesBesideAManifestWithoutRoom()
+{
+    // Long classes of launchers without icons come first. The manifest is counted before the icon of the last launcher.
+    constexpr int First = 600;
+    constexpr int Length = 1 << 14;
+    const auto isDecoded = [](int attributes) {
+        const auto attributesOf = [attributes](int i) {
+            QVector<Attribute> all{androidText(QStringLiteral("name"), QStringLiteral(".A"))};
+            if (i == First)
+                all.append(androidText(icon, icon));
+            while (all.size() < attributes)
+                all.append(plainText(QString::number(all.size()), icon));
+            return all;
+        };
+        const QByteArray document = launchers(First + 1, attributesOf, QString(Length - 2, QLatin1Char('p')));
+        return !asked(emptyTable(), document, {{icon, picture(7, 7, 0)}}).value(First).icons().isEmpty();
+    };
+    constexpr qint64 Rest = LauncherFinder::MaxBytes - qint64(First) * Length * LauncherFinder::ClassCharacterBytes;
+    constexpr int Attributes = int((LauncherFinder::FreeNodes + Rest / LauncherFinder::NodeBytes) / First) + 1;
+    QVERIFY(isDecoded(Attributes / 2));
+    QVERIFY(!isDecoded(Attributes));
 }
 
 void TestHostilePackages::statesUpToTheBudget()

@@ -135,7 +135,7 @@ QStringList countriesOfRegion(const QString &language, const QString &region)
     return {};
 }
 
-// The default script of the language; empty when none is known.
+// The default script of the language; empty for an unknown language.
 QString usualScript(const QString &language)
 {
     const QLocale locale(language);

@@ -24,18 +24,20 @@ class DrawableRendererPrivate;
  *     request.setMask(IconMask::Circle);
  *     const QImage icon = renderer.icon(request);
  *
- * Each operation returns a square picture of IconRequest::pixelSize() pixels a side, in the format ARGB32_Premultiplied,
- * transparent where nothing is drawn; a drawable that is not square is centred. The picture belongs to the caller.
+ * Each operation returns a square picture of IconRequest::pixelSize() pixels a side, in the format
+ * ARGB32_Premultiplied, transparent where nothing is drawn; a drawable that is not square is centred. The picture
+ * belongs to the caller.
  *
- * An XML icon is drawn where the requested platform takes it. Else the smallest picture file that is large enough is taken,
- * else the largest, and scaled. When an XML icon cannot be drawn, a picture file of the same icon takes its place.
+ * An XML icon is drawn where the requested platform takes it. Else the smallest picture file that is large enough is
+ * taken, else the largest, and scaled. When an XML icon cannot be drawn, a picture file of the same icon takes its
+ * place.
  *
  * **Errors.** No operation throws. An icon that cannot be drawn is a null image, and error() returns the reason. A package
  * that cannot be read has no icon and no drawable; Package::error() returns the reason.
  *
  * **Cost.** Constructing an object reads nothing. It keeps a copy of the package, and so keeps the archive open. Each call
- * reads the files and draws anew: nothing is kept. Drawing is limited in time and memory, for any package; a part that does
- * not fit is left out, and error() reports that. docs/limits.md lists the limits.
+ * reads the files and draws anew: nothing is kept. Drawing is limited in time and memory, for any package; a part that
+ * does not fit is left out, and error() reports that. docs/limits.md lists the limits.
  *
  * **Threads.** Use an object from the thread of its package, from one at a time.
  *
@@ -56,11 +58,11 @@ public:
     void swap(DrawableRenderer &other) noexcept { d.swap(other.d); }
 
     /**
-     * The icon of the application. When it has none, or its icon cannot be drawn, the icon of the first launcher that is
-     * shown and has one of its own takes its place; up to four launchers are tried, each at the cost of an icon.
+     * The icon of the application. When it has none, or its icon cannot be drawn, the icon of the first launcher that
+     * is shown and has one of its own takes its place; up to four launchers are tried, each at the cost of an icon.
      *
-     * error() is about the returned picture. When that replaces an icon of the application which cannot be drawn, or there
-     * is no picture, error() is about the application's icon.
+     * error() is about the returned picture. When that replaces an icon of the application which cannot be drawn, or
+     * there is no picture, error() is about the application's icon.
      * @since 0.5.1
      */
     QImage icon(const IconRequest &request);

@@ -60,8 +60,8 @@ public:
     /// The fault behind the error, in English ("damaged chunk in resource table"); empty when no fault is known.
     /// @since 0.5.1
     QString detail() const;
-    /// The text of code() in English, with detail() behind it when there is one ("could not parse resources.arsc: damaged
-    /// chunk in resource table"). Programs decide by code(). @since 0.5.1
+    /// The text of code() in English, with detail() behind it when there is one ("could not parse resources.arsc:
+    /// damaged chunk in resource table"). Programs decide by code(). @since 0.5.1
     QString message() const;
     /// Whether there is an error. @since 0.5.1
     explicit operator bool() const;

@@ -13,11 +13,11 @@ namespace SorrelKit {
 class IconErrorData;
 
 /**
- * The reason why an icon was not drawn, or not completely as the package describes it: a code for programs, and a text for
- * people. DrawableRenderer::error() returns this.
+ * The reason why an icon was not drawn, or not completely as the package describes it: a code for programs, and a text
+ * for people. DrawableRenderer::error() returns this.
  *
- * Copies share their data and are cheap. Every operation takes constant time and cannot fail. Different objects may be used
- * in different threads.
+ * Copies share their data and are cheap. Every operation takes constant time and cannot fail. Different objects may be
+ * used in different threads.
  *
  * @since 0.5.1
  */
@@ -60,7 +60,8 @@ public:
 
     /// The kind of the error; Code::None without an error. @since 0.5.1
     Code code() const;
-    /// The reason in English (`unsupported drawable <x>`), for people; empty without an error. Programs decide by code().
+    /// The reason in English (`unsupported drawable <x>`), for people; empty without an error. Programs decide by
+    /// code().
     /// @since 0.5.1
     QString text() const;
     /// Whether there is an error. @since 0.5.1

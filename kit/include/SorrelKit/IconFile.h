@@ -52,8 +52,8 @@ public:
     QString kind() const;
     /// Size of the picture in pixels. Empty for XML, which can be drawn in any size. @since 0.5.1
     QSize size() const;
-    /// Density that the resource table has the file for, in dots per inch: 0 for the default, 65534 for any density, 65535
-    /// for no scaling. @since 0.5.1
+    /// Density that the resource table has the file for, in dots per inch: 0 for the default, 65534 for any density,
+    /// 65535 for no scaling. @since 0.5.1
     int density() const;
 
 private:

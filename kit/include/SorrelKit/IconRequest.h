@@ -20,8 +20,8 @@ class IconRequestData;
  *     request.setDevicePixelRatio(2); // 96 x 96 pixels
  *     request.setMask(IconMask::Circle);
  *
- * Copies share their data and are cheap. Every operation takes constant time and cannot fail; DrawableRenderer checks the
- * values. Different objects may be used in different threads.
+ * Copies share their data and are cheap. Every operation takes constant time and cannot fail; DrawableRenderer checks
+ * the values. Different objects may be used in different threads.
  *
  * @since 0.5.1
  */
@@ -56,7 +56,8 @@ public:
     int size() const;
     /// Sets size(). @since 0.5.1
     void setSize(int size);
-    /// Pixels for each device-independent pixel, which QImage::devicePixelRatio() of the picture returns, too. 1 by default.
+    /// Pixels for each device-independent pixel, which QImage::devicePixelRatio() of the picture returns, too. 1 by
+    /// default.
     /// @since 0.5.1
     qreal devicePixelRatio() const;
     /// Sets devicePixelRatio(). @since 0.5.1
@@ -71,8 +72,8 @@ public:
     bool isNight() const;
     /// Sets isNight(). @since 0.5.1
     void setNight(bool night);
-    /// Whether only the monochrome layer of an adaptive icon is drawn, in its own colours on a transparent background, for
-    /// hosts that tint icons. Icons without such a layer are drawn as usual. False by default. @since 0.5.1
+    /// Whether only the monochrome layer of an adaptive icon is drawn, in its own colours on a transparent background,
+    /// for hosts that tint icons. Icons without such a layer are drawn as usual. False by default. @since 0.5.1
     bool isMonochrome() const;
     /// Sets isMonochrome(). @since 0.5.1
     void setMonochrome(bool monochrome);

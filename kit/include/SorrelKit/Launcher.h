@@ -19,12 +19,12 @@ class LauncherData;
 /**
  * An entry of a package that a home screen may show: the component to start, its label and its icon.
  *
- * Package::launchers() returns these. Copies share their data and are cheap. Labels and files are looked up in the package,
- * which stays open while one of its launchers lives, on each call; only the list of icon files is kept. Use a launcher from
- * the thread of its package, from one at a time. Returned values belong to the caller.
+ * Package::launchers() returns these. Copies share their data and are cheap. Labels and files are looked up in the
+ * package, which stays open while one of its launchers lives, on each call; only the list of icon files is kept. Use a
+ * launcher from the thread of its package, from one at a time. Returned values belong to the caller.
  *
- * No operation throws or sets an error code. A value that is missing or cannot be read is an empty text, an empty map or
- * list, or 0; Package::error() returns the reason when the package is damaged. DrawableRenderer draws the icon.
+ * No operation throws or sets an error code. A value that is missing or cannot be read is an empty text, an empty map
+ * or list, or 0; Package::error() returns the reason when the package is damaged. DrawableRenderer draws the icon.
  *
  * @since 0.5.1
  */
@@ -80,25 +80,26 @@ public:
      * "iw"). The empty key holds the label for all other languages. Empty when there is no label, or it cannot be read.
      *
      * The label is that of the intent filter, else of the activity or alias, else of an alias's target, else of the
-     * application. Each call looks it up in every language. The cost is limited for all launchers of a package together:
-     * with more than about a hundred launchers, each in a hundred languages, some labels are missing.
+     * application. Each call looks it up in every language. The cost is limited for all launchers of a package
+     * together: with more than about a hundred launchers, each in a hundred languages, some labels are missing.
      * @since 0.5.1
      */
     QMap<QString, QString> labels() const;
     /**
      * The label that a device in @p locale shows, chosen as Android 7 and later do: the locale's own, else that of its
-     * closest parent ("es-419" for Mexico, then "es"), else that of a relative in the same language and script ("fr-FR" for
-     * Switzerland), else the default one. name() when there is no label. Costs one lookup for each reference on the way.
+     * closest parent ("es-419" for Mexico, then "es"), else that of a relative in the same language and script ("fr-FR"
+     * for Switzerland), else the default one. name() when there is no label. Costs one lookup for each reference on the
+     * way.
      * @since 0.5.1
      */
     QString label(const QLocale &locale = QLocale()) const;
 
-    /// Resource id of the icon (for example 0x7f080000); 0 when there is none, or the manifest names a path. The icon is
-    /// looked up in the same order as the label. @since 0.5.1
+    /// Resource id of the icon (for example 0x7f080000); 0 when there is none, or the manifest names a path. The icon
+    /// is looked up in the same order as the label. @since 0.5.1
     quint32 iconResource() const;
     /**
-     * The files that the package has for the icon: each once, in the order in which the newest platform prefers them on a
-     * screen of 160 dots per inch. Files that cannot be read or decoded are left out. Each file is read once for all
+     * The files that the package has for the icon: each once, in the order in which the newest platform prefers them on
+     * a screen of 160 dots per inch. Files that cannot be read or decoded are left out. Each file is read once for all
      * launchers of the package together; when that reaches its limit, the other files are left out.
      * @since 0.5.1
      */

@@ -25,20 +25,20 @@ namespace SorrelKit {
 class PackageData;
 
 /**
- * An Android package that any build tool made: with XML icons, resource tables in every encoding, labels in every language.
- * A set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
+ * An Android package that any build tool made: with XML icons, resource tables in every encoding, labels in every
+ * language. A set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
  *
- * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the resource
- * table; both are kept. No query throws.
+ * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the
+ * resource table; both are kept. No query throws.
  *
  * **Errors.** error() is that of opening and reading, and does not change after the first query. A package without a
- * resource table has no error, because it may have no resources. With a damaged table, the values in the manifest itself
- * can still be read. Without a manifest, every query returns the value for a package that names nothing: empty texts and
- * lists, or 0. A label or icon that cannot be read is no error of the package.
+ * resource table has no error, because it may have no resources. With a damaged table, the values in the manifest
+ * itself can still be read. Without a manifest, every query returns the value for a package that names nothing: empty
+ * texts and lists, or 0. A label or icon that cannot be read is no error of the package.
  *
  * **Threads and copies.** Copies are cheap: they share the open archive and what was read. Use an object, its copies and
- * its launchers from one thread at a time; packages that were opened separately may be used in different threads. Returned
- * values belong to the caller.
+ * its launchers from one thread at a time; packages that were opened separately may be used in different threads.
+ * Returned values belong to the caller.
  *
  * **Limits.** docs/limits.md lists them; SECURITY.md describes the guarantees for hosts.
  *
@@ -67,11 +67,11 @@ public:
     /// The package, or set of packages, in the file @p fileName. The first query opens it, and it stays open while this
     /// object, a copy or a launcher lives. @since 0.5.1
     explicit Package(const QString &fileName);
-    /// The package, or set, on @p device, which is random-access and not open. The first query opens it. The device stays
-    /// the caller's and must outlive this object, its copies and its launchers. @since 0.5.1
+    /// The package, or set, on @p device, which is random-access and not open. The first query opens it. The device
+    /// stays the caller's and must outlive this object, its copies and its launchers. @since 0.5.1
     explicit Package(QIODevice *device);
-    /// The package, or set, in the file at @p path: the bytes that the system has for the path, which need not be text in
-    /// any encoding. Else as the constructor for a file name. @since 0.5.1
+    /// The package, or set, in the file at @p path: the bytes that the system has for the path, which need not be text
+    /// in any encoding. Else as the constructor for a file name. @since 0.5.1
     static Package fromNativePath(const QByteArray &path);
     /// A copy of @p other. @since 0.5.1
     Package(const Package &other);
@@ -98,7 +98,8 @@ public:
     /// The version that Android compares, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
     /// @since 0.5.1
     qint64 versionCode() const;
-    /// The lowest API level that the package runs on; 1 when the manifest has none, 10000 for the code name of a preview.
+    /// The lowest API level that the package runs on; 1 when the manifest has none, 10000 for the code name of a
+    /// preview.
     /// @since 0.5.1
     int minSdkVersion() const;
     /// The API level that the package was made for; minSdkVersion() when the manifest has none. @since 0.5.1
@@ -108,22 +109,24 @@ public:
     QStringList permissions() const;
     /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
-    /// The required version of OpenGL ES, major and minor; a null version when none is required. @since 0.5.1
+    /// The required version of OpenGL ES, major and minor; a null version when the package requires none. @since 0.5.1
     QVersionNumber openGlEsVersion() const;
-    /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there is no
-    /// native code, and the package runs on every processor. Goes over the names of all members on each call. @since 0.5.1
+    /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there
+    /// is no native code, and the package runs on every processor. Goes over the names of all members on each call.
+    /// @since 0.5.1
     QStringList nativeAbis() const;
     /// Names of the splits that were read with the base ("config.de"); empty for a single package. @since 0.5.1
     QStringList splits() const;
 
-    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. @since 0.5.1
+    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. @since
+    /// 0.5.1
     QMap<QString, QString> labels() const;
     /// The application's label for @p locale, chosen as Launcher::label() does; packageName() when there is none.
     /// @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
 
-    /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of the
-    /// manifest, up to 1024 of them. Goes over the manifest on each call. @since 0.5.1
+    /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of
+    /// the manifest, up to 1024 of them. Goes over the manifest on each call. @since 0.5.1
     QList<Launcher> launchers() const;
 
 private:

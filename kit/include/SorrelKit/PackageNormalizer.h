@@ -54,14 +54,14 @@ public:
     explicit PackageNormalizer(const QString &fileName);
 
     /**
-     * For the package on @p device, which is random-access and not open. Each query closes it again. The device stays the
-     * caller's and must outlive this object; apkFile() may need it longer.
+     * For the package on @p device, which is random-access and not open. Each query closes it again. The device stays
+     * the caller's and must outlive this object; apkFile() may need it longer.
      * @since 0.5.1
      */
     explicit PackageNormalizer(QIODevice *device);
 
-    /// For the package in the file at @p path: the bytes that the system has for the path, which need not be text in any
-    /// encoding. Else as the constructor for a file name. @since 0.5.1
+    /// For the package in the file at @p path: the bytes that the system has for the path, which need not be text in
+    /// any encoding. Else as the constructor for a file name. @since 0.5.1
     static PackageNormalizer fromNativePath(const QByteArray &path);
 
     /// Takes the value of @p other. @since 0.5.1
@@ -74,33 +74,35 @@ public:
     void swap(PackageNormalizer &other) noexcept { d.swap(other.d); }
 
     /**
-     * Whether ApkFile cannot read the package as it is, but can read normalized(). Also false when this object cannot read
-     * the package; error() returns the reason.
+     * Whether ApkFile cannot read the package as it is, but can read normalized(). Also false when this object cannot
+     * read the package; error() returns the reason.
      *
-     * The first call reads the table and the manifest, and goes over the table's entries once; later calls cost nothing.
+     * The first call reads the table and the manifest, and goes over the table's entries once; later calls cost
+     * nothing.
      * @since 0.5.1
      */
     bool isNeeded() const;
 
     /**
-     * The package in a form that ApkFile reads: a ZIP archive without compression, the same bytes on each call. It has the
-     * members `resources.arsc`, and, when the package has them, `AndroidManifest.xml` and the picture files for the icons
-     * of its activities. It is also made when it is not needed. A null array on a failure; error() returns the reason.
+     * The package in a form that ApkFile reads: a ZIP archive without compression, the same bytes on each call. It has
+     * the members `resources.arsc`, and, when the package has them, `AndroidManifest.xml` and the picture files for the
+     * icons of its activities. It is also made when it is not needed. A null array on a failure; error() returns the
+     * reason.
      *
-     * The bytes belong to the caller. An ApkFile reads them from a QBuffer that is not open. Each call opens the archive
-     * again for the pictures, and holds the table and the pictures twice while it runs.
+     * The bytes belong to the caller. An ApkFile reads them from a QBuffer that is not open. Each call opens the
+     * archive again for the pictures, and holds the table and the pictures twice while it runs.
      * @since 0.5.1
      */
     QByteArray normalized() const;
 
     /**
-     * An ApkFile for the package: on the normalized() bytes when they are needed, else on the original, which is then read
-     * by the returned object. The original is also used when this object cannot read the package; the ApkFile then reports
-     * its own error. Never null; each call makes a new object.
+     * An ApkFile for the package: on the normalized() bytes when they are needed, else on the original, which is then
+     * read by the returned object. The original is also used when this object cannot read the package; the ApkFile then
+     * reports its own error. Never null; each call makes a new object.
      *
-     * The object belongs to the caller and to the calling thread, and may outlive this one. Only a device that was passed
-     * to the constructor must outlive it. While the returned object lives and reads from that device, the device is open,
-     * and no query of this object finds the package.
+     * The object belongs to the caller and to the calling thread, and may outlive this one. Only a device that was
+     * passed to the constructor must outlive it. While the returned object lives and reads from that device, the device
+     * is open, and no query of this object finds the package.
      * @since 0.5.1
      */
     std::unique_ptr<ApkFile> apkFile() const;

@@ -63,8 +63,8 @@ public:
 
     /**
      * For an array the index ("0"); for a plural the quantity ("other"); for a style the attribute, in the form of
-     * Resources::name(), or its id ("0x010100d4") when the package has no such resource; for an attribute "type", "min",
-     * "max" or "l10n", or the name of one of its words ("id/left").
+     * Resources::name(), or its id ("0x010100d4") when the package has no such resource; for an attribute "type",
+     * "min", "max" or "l10n", or the name of one of its words ("id/left").
      * @since 0.5.1
      */
     QString name() const;

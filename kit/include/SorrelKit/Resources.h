@@ -22,9 +22,9 @@ class ResourcesPrivate;
  *     for (quint32 id : resources.ids())
  *         print(resources.name(id), resources.defaultValue(id).text());
  *
- * Constructing an object reads nothing. The first query reads the package as Package does, and goes over its tables once
- * to note the place of each value; the object keeps these notes, 12 bytes for each value. Values and names are decoded on
- * each call.
+ * Constructing an object reads nothing. The first query reads the package as Package does, and goes over its tables
+ * once to note the place of each value; the object keeps these notes, 12 bytes for each value. Values and names are
+ * decoded on each call.
  *
  * **Errors.** No query throws. A package that cannot be read, or has no table, has no resources: empty lists, empty texts,
  * 0. Package::error() returns the reason. Of a damaged table, the part before the fault is used.
@@ -56,8 +56,8 @@ public:
     void swap(Resources &other) noexcept { d.swap(other.d); }
 
     /**
-     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, in ascending order; empty
-     * when there are none. Goes over the values, up to two million of them, but decodes none.
+     * The ids (0xPPTTEEEE: package, type, entry) of all resources that have a value, each once, in ascending order;
+     * empty when there are none. Goes over the values, up to two million of them, but decodes none.
      * @since 0.5.1
      */
     QList<quint32> ids() const;
@@ -65,20 +65,20 @@ public:
     /**
      * The name of the resource @p id: "string/app_name". The name of another package precedes it
      * ("com.example.library:string/ok"); the application's own package is the first one of the first table. The entry's
-     * decimal number ("string/12") replaces a name that is missing, consists of digits alone, or is the one that optimizers
-     * give to every resource. Returns the id ("0x7f010003") when the type has no name.
+     * decimal number ("string/12") replaces a name that is missing, consists of digits alone, or is the one that
+     * optimizers give to every resource. Returns the id ("0x7f010003") when the type has no name.
      *
-     * Empty when the resource has no value. Several resources may have one name. A name may contain any characters. Costs a
-     * binary search.
+     * Empty when the resource has no value. Several resources may have one name. A name may contain any characters.
+     * Costs a binary search.
      * @since 0.5.1
      */
     QString name(quint32 id) const;
 
     /**
-     * The id of the resource that @p reference names: "@string/app_name"; "string/app_name"; either of them with a package,
-     * as name() returns it; "@string/12" with the entry's decimal number, as ApkFile::getManifest() has it; or an id,
-     * "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one name, the one with
-     * the lowest id.
+     * The id of the resource that @p reference names: "@string/app_name"; "string/app_name"; either of them with a
+     * package, as name() returns it; "@string/12" with the entry's decimal number, as ApkFile::getManifest() has it; or
+     * an id, "0x7f010003" or "@0x7f010003". An entry of digits alone is a number. Of several resources of one name, the
+     * one with the lowest id.
      *
      * 0 when no such resource has a value. A search by name decodes the names of all resources of the type.
      * @since 0.5.1
@@ -90,14 +90,15 @@ public:
      * Empty when there is no such resource.
      *
      * One call returns up to 65,536 items and 4,194,304 characters. All calls together are limited, too, far above what
-     * reading the values of all resources once takes; beyond that limit the list is empty. Decodes the values on each call.
+     * reading the values of all resources once takes; beyond that limit the list is empty. Decodes the values on each
+     * call.
      * @since 0.5.1
      */
     QList<ResourceValue> values(quint32 id) const;
 
     /**
-     * The one of values() without qualifiers, or the first when all have some. A value of empty texts when there is no such
-     * resource. Costs less than values(), and counts against the same limits.
+     * The one of values() without qualifiers, or the first when all have some. A value of empty texts when there is no
+     * such resource. Costs less than values(), and counts against the same limits.
      * @since 0.5.1
      */
     ResourceValue defaultValue(quint32 id) const;
