@@ -5,6 +5,7 @@
 #include "archive/BufferedFile.h"
 #include "archive/PackageError.h"
 #include "document/AndroidNamespace.h"
+#include "document/DomAttributes.h"
 #include "launchers/LauncherFinder.h"
 
 #include <QDomElement>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "launchers/LauncherFinder.h"
 
-#include "document/AndroidNamespace.h"
+#include "document/DomAttributes.h"
 #include "launchers/ApkLauncherInfoData.h"
 #include "launchers/IconLookup.h"
 #include "launchers/VisibilityRules.h"

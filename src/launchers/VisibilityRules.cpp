@@ -2,7 +2,7 @@
 #include "launchers/VisibilityRules.h"
 
 #include "ApkResources.h"
-#include "document/AndroidNamespace.h"
+#include "document/DomAttributes.h"
 #include "table/ResourceReference.h"
 
 #include <QDomElement>

@@ -1012,27 +1012,27 @@ void TestXmlLoader::elementsLeftOpenAreNoFault()
 
 void TestXmlLoader::elementsNestToTheCeiling()
 {
-    for (const int depth : {XmlLoader::MaxElementDepth - 1, XmlLoader::MaxElementDepth})
+    for (const int depth : {XmlDecoder::MaxElementDepth - 1, XmlDecoder::MaxElementDepth})
         QVERIFY(decoded(nested(depth)).ok);
-    const Decoded result = decoded(nested(XmlLoader::MaxElementDepth + 1));
+    const Decoded result = decoded(nested(XmlDecoder::MaxElementDepth + 1));
     QVERIFY(!result.ok);
     QCOMPARE(result.fault(), QString("elements nested too deeply"));
     // elements above the ceiling exist, the one below is missing
-    QCOMPARE(result.document.elementsByTagName("e").size(), XmlLoader::MaxElementDepth);
+    QCOMPARE(result.document.elementsByTagName("e").size(), XmlDecoder::MaxElementDepth);
 }
 
 void TestXmlLoader::theCeilingCountsOpenElementsOnly()
 {
     XmlBuilder siblings;
     siblings.start("root");
-    for (int i = 0; i < 2 * XmlLoader::MaxElementDepth; ++i)
+    for (int i = 0; i < 2 * XmlDecoder::MaxElementDepth; ++i)
         siblings.empty("e");
     QVERIFY(decoded(siblings).ok);
     // each load starts at depth 0
     XmlLoader loader;
     for (int i = 0; i < 2; ++i) {
         XmlBuilder open;
-        for (int depth = 0; depth < XmlLoader::MaxElementDepth; ++depth)
+        for (int depth = 0; depth < XmlDecoder::MaxElementDepth; ++depth)
             open.start("e");
         SequentialDevice device(open.build());
         Extractor reader(&device);
@@ -1044,7 +1044,7 @@ void TestXmlLoader::theCeilingCountsOpenElementsOnly()
 void TestXmlLoader::theCeilingStartsAnewUnderANamelessElement()
 {
     QByteArray chunks;
-    for (int i = 0; i < XmlLoader::MaxElementDepth; ++i)
+    for (int i = 0; i < XmlDecoder::MaxElementDepth; ++i)
         chunks += startElement(1);
     const Decoded good = decoded(documentOf({"", "e"}, chunks.left(chunks.size() / 2) + startElement(0) + chunks));
     QVERIFY(good.ok);
@@ -1647,7 +1647,7 @@ void TestXmlLoader::badAttrSizeInXmlElement()
 
 void TestXmlLoader::elementsNestedTooDeeply()
 {
-    QCOMPARE(decoded(nested(XmlLoader::MaxElementDepth + 1)).fault(), QString("elements nested too deeply"));
+    QCOMPARE(decoded(nested(XmlDecoder::MaxElementDepth + 1)).fault(), QString("elements nested too deeply"));
 }
 
 void TestXmlLoader::badIndexInPool()

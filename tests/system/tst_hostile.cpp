@@ -120,18 +120,18 @@ QByteArray manyAttributes(int count)
 QByteArray longNames()
 {
     PoolBuilder pool(Encoding::Utf8);
-    pool.string(QStringLiteral("e")).string(QString(XmlLoader::MaxNameLength, QLatin1Char('u')));
+    pool.string(QStringLiteral("e")).string(QString(XmlDecoder::MaxNameLength, QLatin1Char('u')));
     ElementFields fields;
-    fields.attributeCount = XmlLoader::MaxAttributes;
+    fields.attributeCount = XmlDecoder::MaxAttributes;
     Bytes records;
     for (int i = 0; i < fields.attributeCount; ++i) {
-        pool.string(QStringLiteral("%1").arg(i, XmlLoader::MaxNameLength - 1, 10, QLatin1Char('n')));
+        pool.string(QStringLiteral("%1").arg(i, XmlDecoder::MaxNameLength - 1, 10, QLatin1Char('n')));
         records.raw(attributeRecord(1, 2 + i, -1, Integer, i));
     }
     const QByteArray element = nodeChunk(ChunkType::XmlStartElement, elementBody(fields, records.data()))
                                + nodeChunk(ChunkType::XmlEndElement, Bytes().u32(-1).u32(0).data());
     return chunk(ChunkType::Xml, QByteArray(),
-                 pool.build() + element.repeated(XmlLoader::MaxNodes / (1 + XmlLoader::MaxAttributes)));
+                 pool.build() + element.repeated(XmlDecoder::MaxNodes / (1 + XmlDecoder::MaxAttributes)));
 }
 
 // Elements with equal start and end names from two places of the pool.
@@ -148,7 +148,7 @@ QByteArray equalNames(int length, int elements)
 // As many attributes as allowed in total, each with its own value.
 QByteArray distinctValues()
 {
-    constexpr int Count = XmlLoader::MaxNodes / 201 * 200;
+    constexpr int Count = XmlDecoder::MaxNodes / 201 * 200;
     PoolBuilder pool(Encoding::Utf8);
     Bytes nodes;
     for (int i = 0; i < Count; i += 200) {
@@ -291,7 +291,7 @@ void TestHostile::smallStackIsEnough_data()
     QTest::addColumn<QByteArray>("bytes");
     QTest::addColumn<Load>("load");
     addRow("elements nested in elements", nestedElements(100000), loadAndPrintDocument);
-    addRow("elements nested up to the ceiling", nestedElements(XmlLoader::MaxElementDepth), loadAndPrintDocument);
+    addRow("elements nested up to the ceiling", nestedElements(XmlDecoder::MaxElementDepth), loadAndPrintDocument);
     addRow("documents nested in documents", nested(ChunkType::Xml, QByteArray(), 400000), loadDocument);
     addRow("tables nested in tables", nested(ChunkType::Table, Bytes().u32(1).data(), 100000), loadTable);
     addRow("references that lead to themselves", stringInLocales(1, Reference, 0x7f010000), [](const QByteArray &b) {
@@ -346,7 +346,7 @@ void TestHostile::boundsHold_data()
     addRow(
         "attributes up to the ceiling, in many elements",
         [] {
-            const QByteArray one = manyAttributes(XmlLoader::MaxAttributes);
+            const QByteArray one = manyAttributes(XmlDecoder::MaxAttributes);
             const int poolSize = int(peek32(one, ChunkView::HeaderSize + 4));
             return chunk(ChunkType::Xml, QByteArray(),
                          one.mid(ChunkView::HeaderSize, poolSize)
@@ -354,10 +354,10 @@ void TestHostile::boundsHold_data()
         }(),
         loadDocument);
     addRow("attributes with long names", longNames(), loadDocument);
-    addRow("equal names at two places", equalNames(XmlLoader::MaxNameLength, 50000), loadDocument);
+    addRow("equal names at two places", equalNames(XmlDecoder::MaxNameLength, 50000), loadDocument);
     addRow("long names of elements", equalNames(1 << 20, 50000), loadDocument);
     addRow("values that are all different", distinctValues(), loadDocument);
-    addRow("namespaces that are all different", distinctNamespaces(XmlLoader::MaxNodes), loadDocument);
+    addRow("namespaces that are all different", distinctNamespaces(XmlDecoder::MaxNodes), loadDocument);
     addRow("bindings of one URI, released from the first", manyBindings(20000, itself, itself), loadDocument);
     addRow("bindings of one URI, released from the last", manyBindings(20000, itself, [](int i) { return 19999 - i; }),
            loadDocument);
@@ -412,15 +412,15 @@ void TestHostile::boundsHold()
 
 void TestHostile::elementsAreNestedUpToTheCeiling()
 {
-    QCOMPARE(documentFault(nestedElements(XmlLoader::MaxElementDepth)), QString());
-    QCOMPARE(documentFault(nestedElements(XmlLoader::MaxElementDepth + 1)),
+    QCOMPARE(documentFault(nestedElements(XmlDecoder::MaxElementDepth)), QString());
+    QCOMPARE(documentFault(nestedElements(XmlDecoder::MaxElementDepth + 1)),
              QStringLiteral("elements nested too deeply"));
 }
 
 void TestHostile::attributesUpToTheCeiling()
 {
-    QCOMPARE(documentFault(manyAttributes(XmlLoader::MaxAttributes)), QString());
-    QCOMPARE(documentFault(manyAttributes(XmlLoader::MaxAttributes + 1)),
+    QCOMPARE(documentFault(manyAttributes(XmlDecoder::MaxAttributes)), QString());
+    QCOMPARE(documentFault(manyAttributes(XmlDecoder::MaxAttributes + 1)),
              QStringLiteral("too many attributes in XML element"));
 }
 
@@ -433,10 +433,10 @@ void TestHostile::nodesUpToTheCeiling()
         const QByteArray nodes = one.build().mid(ChunkView::HeaderSize + one.pool().size());
         return chunk(ChunkType::Xml, QByteArray(), one.pool() + nodes.repeated(elements));
     };
-    QCOMPARE(documentFault(document(XmlLoader::MaxNodes)), QString());
-    QCOMPARE(documentFault(document(XmlLoader::MaxNodes + 1)), QStringLiteral("too many nodes in XML document"));
-    QCOMPARE(documentFault(distinctNamespaces(XmlLoader::MaxNodes)), QString());
-    QCOMPARE(documentFault(distinctNamespaces(XmlLoader::MaxNodes + 1)),
+    QCOMPARE(documentFault(document(XmlDecoder::MaxNodes)), QString());
+    QCOMPARE(documentFault(document(XmlDecoder::MaxNodes + 1)), QStringLiteral("too many nodes in XML document"));
+    QCOMPARE(documentFault(distinctNamespaces(XmlDecoder::MaxNodes)), QString());
+    QCOMPARE(documentFault(distinctNamespaces(XmlDecoder::MaxNodes + 1)),
              QStringLiteral("too many nodes in XML document"));
 }
 
@@ -454,8 +454,8 @@ void TestHostile::namesUpToTheCeiling()
         return chunk(ChunkType::Xml, QByteArray(),
                      one.pool() + all.left(bindingSize) + all.mid(bindingSize).repeated(elements));
     };
-    constexpr int Length = XmlLoader::MaxNameLength;
-    constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
+    constexpr int Length = XmlDecoder::MaxNameLength;
+    constexpr int Elements = XmlDecoder::MaxNameCharacters / Length;
     QCOMPARE(documentFault(document(Length, Elements)), QString());
     QCOMPARE(documentFault(document(Length, Elements + 1)), QStringLiteral("too long names in XML document"));
 }
@@ -478,7 +478,7 @@ void TestHostile::androidNamesUpToTheCeiling()
         return chunk(ChunkType::Xml, QByteArray(),
                      before + nodes.left(bindingSize) + nodes.mid(bindingSize).repeated(elements));
     };
-    constexpr int Elements = XmlLoader::MaxNameCharacters / Length;
+    constexpr int Elements = XmlDecoder::MaxNameCharacters / Length;
     QCOMPARE(documentFault(document(Elements)), QString());
     QCOMPARE(documentFault(document(Elements + 1)), QStringLiteral("too long names in XML document"));
 }
@@ -486,7 +486,7 @@ void TestHostile::androidNamesUpToTheCeiling()
 void TestHostile::referencesUpToTheCeiling()
 {
     constexpr int Length = 128; // of "@", the type's name, "/7"
-    constexpr int Most = XmlLoader::MaxNameCharacters / Length;
+    constexpr int Most = XmlDecoder::MaxNameCharacters / Length;
     SequentialDevice tableDevice(
         TableBuilder().package(PackageBuilder().types({QString(Length - 3, QLatin1Char('t'))})).build());
     ApkResources resources;
@@ -540,8 +540,8 @@ void TestHostile::nameUpToTheCeiling()
             builder.empty(e, {{name, e, e, String, 0}});
         return builder.build();
     };
-    QCOMPARE(documentFault(document(XmlLoader::MaxNameLength)), QString());
-    QCOMPARE(documentFault(document(XmlLoader::MaxNameLength + 1)), QStringLiteral("too long name in XML document"));
+    QCOMPARE(documentFault(document(XmlDecoder::MaxNameLength)), QString());
+    QCOMPARE(documentFault(document(XmlDecoder::MaxNameLength + 1)), QStringLiteral("too long name in XML document"));
 }
 
 void TestHostile::logIsShort_data()

@@ -6,7 +6,8 @@
 #include "TableEncodings.h"
 
 #include "archive/ZipArchive.h"
-#include "document/XmlLoader.h"
+#include "document/DroppedNodes.h"
+#include "document/XmlDecoder.h"
 #include "limits/Limits.h"
 #include "stream/Extractor.h"
 #include "table/ApkResourcesData.h"
@@ -179,7 +180,8 @@ void ReaderLint::readManifest()
     Extractor reader(&device);
     reader.diagnostics().setQuiet();
     // The names of resources make no difference here, so the table is left out.
-    XmlLoader().load(&reader, ApkResources());
+    DroppedNodes nodes;
+    XmlDecoder(&nodes).decode(&reader, ApkResourcesData());
     if (reader.failed())
         setError(PackageError::BadManifest, reader.fault());
     if (!isUntyped)
