@@ -85,7 +85,7 @@ QJsonObject refusedTable(const char *reason)
 {
     return finding("apkfile-refuses", warning, QString(),
                    QByteArray("ApkFile alone does not read the package (code 3, could not parse resources.arsc: ")
-                       + reason + "); SorrelKit does, and so does ApkFile through PackageNormalizer.");
+                       + reason + "); SorrelKit does.");
 }
 
 QVector<LintCase> archiveCases()
@@ -233,11 +233,10 @@ QVector<LintCase> tableCases()
         {"no-table",
          zip({{manifestName, lintManifest(manifestWithoutResources())}, lintIcon()}),
          {finding("apkfile-refuses", warning, QString(),
-                  "ApkFile alone does not read the package (code 2, could not find resources.arsc); SorrelKit does, "
-                  "and so does ApkFile through PackageNormalizer."),
+                  "ApkFile alone does not read the package (code 2, could not find resources.arsc); SorrelKit does."),
           finding("no-table", note, QString(),
                   "There is no resource table, so that there are no resources; ApkFile needs one to read the manifest, "
-                  "SorrelKit and Android do not.")}},
+                  "SorrelKit and Android do not. PackageNormalizer adds an empty one for ApkFile.")}},
         {"damaged-table",
          damaged,
          {finding(
@@ -385,6 +384,9 @@ QVector<LintCase> launcherCases()
     none.launchers = 0;
     LintManifest many;
     many.launchers = 102;
+    LintManifest manyIcons;
+    manyIcons.launchers = 23;
+    manyIcons.hasOwnIcons = true;
     const QByteArray noLabel = withActivity({name(".Main"), icon()});
     const QByteArray recent = ConfigBuilder().sdkVersion(26).build();
     return {
@@ -417,13 +419,24 @@ QVector<LintCase> launcherCases()
         {"unresolved-icon",
          withActivity({name(".Main"), label(), icon(0x7f020005)}),
          {finding("unresolved-icon", warning, launcherName,
-                  "The launcher's icon cannot be had (resource 0x7f020005 is no drawable), and hosts show none.")}},
+                  "The package has no file for the launcher's icon 0x7f020005; hosts show none.")}},
+        {"unresolved-icon, of a file that cannot be drawn",
+         withTable(lintPackage().type(labelType()).type(xmlIconType()), {xmlIcon(QStringLiteral("odd"))}),
+         {finding("unresolved-icon", warning, launcherName,
+                  "The launcher's icon cannot be drawn (unsupported drawable <odd>); hosts show none."),
+          finding("xml-only-icon", note, launcherName,
+                  "The launcher's icon is XML alone, of which ApkFile gives nothing; a host needs SorrelKit to show "
+                  "it.")},
+         0,
+         true},
         {"partial-icon",
          withTable(lintPackage().type(labelType()).type(iconType()).type(xmlIconType(recent)),
                    {xmlIcon(QStringLiteral("odd"))}),
-         {finding(
-             "partial-icon", note, launcherName,
-             "The launcher's icon is not wholly drawn as the package describes it (unsupported drawable <odd>).")}},
+         {finding("partial-icon", note, launcherName,
+                  "The launcher's icon is not drawn completely, or from another of its files (unsupported drawable "
+                  "<odd>).")},
+         0,
+         true},
         {"xml-only-icon",
          withTable(lintPackage().type(labelType()).type(xmlIconType()), {xmlIcon(QStringLiteral("color"))}),
          {finding("xml-only-icon", note, launcherName,
@@ -433,6 +446,22 @@ QVector<LintCase> launcherCases()
          withManifest(many),
          {finding("launchers-skipped", note, QString(),
                   "Of 102 launchers, the last 2 were not looked at, as that would take too long.")}},
+        {"launchers-skipped, of many icons",
+         lintPackageFile(lintTable(lintPackage().type(labelType()).type(iconType(23))), lintManifest(manyIcons)),
+         {finding("launchers-skipped", note, QString(),
+                  "The icons of 3 launchers were not drawn: drawing them may take too long.")},
+         0,
+         true},
+        {"launchers-skipped, after an icon that is too much",
+         lintPackageFile(lintTable(lintPackage().type(labelType()).type(iconType(23)).type(xmlIconType(recent))),
+                         lintManifest(manyIcons), {iconWithin(IconResource)}),
+         {finding("partial-icon", note, launcherName,
+                  "The launcher's icon is not drawn completely, or from another of its files (drawables nested too "
+                  "deeply)."),
+          finding("launchers-skipped", note, QString(),
+                  "The icons of 22 launchers were not drawn: drawing them may take too long.")},
+         0,
+         true},
     };
 }
 

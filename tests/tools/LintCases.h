@@ -14,8 +14,9 @@ namespace fixture {
 struct LintCase {
     const char *name; ///< of the check; several cases of one check have more text after a comma
     QByteArray bytes;
-    QJsonArray findings; ///< all findings of `sorrel lint --json`
-    int errorCode = 0;   ///< in the output
+    QJsonArray findings;  ///< all findings of `sorrel lint --json --draw`
+    int errorCode = 0;    ///< in the output
+    bool isDrawn = false; ///< whether the same without `--draw` has fewer findings
 };
 
 /// At least one for each check.

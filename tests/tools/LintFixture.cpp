@@ -9,6 +9,7 @@ const char *const tableName = "resources.arsc";
 const char *const manifestName = "AndroidManifest.xml";
 
 constexpr qint64 ColorAttribute = 0x010101a5;
+constexpr qint64 DrawableAttribute = 0x01010199;
 constexpr int ColorType = 0x1c;
 
 enum StringNumber : int {
@@ -55,6 +56,8 @@ QByteArray lintManifest(const LintManifest &manifest)
         QVector<Attribute> attributes = manifest.activity;
         if (i > 0)
             attributes.first().raw += QString::number(i);
+        if (manifest.hasOwnIcons)
+            attributes.last().data += i;
         builder.start(activity, attributes).launcherFilter().end(activity);
     }
     builder.end(manifest.closing).chunk(manifest.chunk).end(root);
@@ -73,9 +76,12 @@ TypeBuilder labelType()
     return TypeBuilder(StringType).value(0, String, Label);
 }
 
-TypeBuilder iconType()
+TypeBuilder iconType(int count)
 {
-    return TypeBuilder(DrawableType).value(0, String, IconPath);
+    TypeBuilder type(DrawableType);
+    for (int i = 0; i < count; ++i)
+        type.value(i, String, IconPath);
+    return type;
 }
 
 QByteArray lintTable(const PackageBuilder &package)
@@ -108,6 +114,16 @@ Member xmlIcon(const QString &root)
                                                 .attributeId(color, ColorAttribute)
                                                 .startNamespace(QStringLiteral("android"), androidUri)
                                                 .empty(root, {androidValue(color, ColorType, 0xff2040ff)})
+                                                .build()};
+}
+
+Member iconWithin(qint64 resource)
+{
+    const QString drawable = QStringLiteral("drawable");
+    return {QStringLiteral("res/icon.xml"), XmlBuilder()
+                                                .attributeId(drawable, DrawableAttribute)
+                                                .startNamespace(QStringLiteral("android"), androidUri)
+                                                .empty(QStringLiteral("inset"), {androidReference(drawable, resource)})
                                                 .build()};
 }
 

@@ -25,6 +25,7 @@ struct LintManifest {
                                    androidReference(QStringLiteral("label"), LabelResource),
                                    androidReference(QStringLiteral("icon"), IconResource)};
     int launchers = 1;
+    bool hasOwnIcons = false;                        ///< whether each launcher has the icon after the last one's
     QByteArray chunk;                                ///< before the end of the root
     bool isDeclared = true;                          ///< whether the namespace of Android's attributes is declared
     QString closing = QStringLiteral("application"); ///< the name at the end of the application
@@ -35,8 +36,8 @@ QByteArray lintManifest(const LintManifest &manifest = {});
 PackageBuilder lintPackage();
 /// A label at LabelResource.
 TypeBuilder labelType();
-/// An icon at IconResource, which is the file res/icon.png.
-TypeBuilder iconType();
+/// @p count icons from IconResource on, which are the file res/icon.png.
+TypeBuilder iconType(int count = 1);
 /// That file in the table, as the icon in the configuration @p config.
 TypeBuilder xmlIconType(const QByteArray &config = ConfigBuilder().build());
 /// A table of @p package, whose strings these types use.
@@ -47,6 +48,8 @@ QByteArray lintTable();
 Member lintIcon();
 /// A file of the icon that is XML: an element @p root with a colour. It is drawn when @p root is "color".
 Member xmlIcon(const QString &root);
+/// A file of the icon that is XML: an inset of the drawable @p resource.
+Member iconWithin(qint64 resource);
 
 /// The package of a table, a manifest, the icon and other members.
 QByteArray lintPackageFile(const QByteArray &table = lintTable(), const QByteArray &manifest = lintManifest(),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
 #include "Cost.h"
+#include "DrawnIconCheck.h"
 #include "Files.h"
 #include "LintCases.h"
 #include "LintFixture.h"
@@ -156,33 +157,41 @@ private:
 void TestPackageLint::boundsHold_data()
 {
     QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isDrawn");
     constexpr int Launchers = 5000;
     constexpr int Chunks = 65000;
     const QByteArray sparse = sparseTypes(50);
     for (const QString &attribute : {QStringLiteral("label"), QStringLiteral("icon")}) {
         const auto name = [&](const char *text) { return QByteArray(text) + ": " + qPrintable(attribute); };
         QTest::newRow(name("chain that every launcher starts elsewhere in"))
-            << package(chain(Launchers, 0), launchersThatRefer(Launchers, attribute));
+            << package(chain(Launchers, 0), launchersThatRefer(Launchers, attribute)) << false;
         QTest::newRow(name("the same, among chunks of no values"))
-            << package(chain(Launchers, Chunks), launchersThatRefer(Launchers, attribute));
-        QTest::newRow(name("sparse types that are full")) << package(sparse, launchersThatRefer(Launchers, attribute));
+            << package(chain(Launchers, Chunks), launchersThatRefer(Launchers, attribute)) << false;
+        QTest::newRow(name("sparse types that are full"))
+            << package(sparse, launchersThatRefer(Launchers, attribute)) << false;
     }
-    QTest::newRow("icons of large pictures") << launchersOfLargePictures();
-    QTest::newRow("icon of itself") << iconOfItself();
-    QTest::newRow("manifest of nothing, inflated") << package(lintTable(), QByteArray(32 << 20, '\0'));
-    QTest::newRow("table of nothing, inflated") << package(QByteArray((128 << 20) + 1, '\0'), lintManifest());
-    QTest::newRow("members that are all odd") << manyMembers("/../\\\033", 60000, 7);
-    QTest::newRow("one member many times") << oneMemberManyTimes(1000);
-    QTest::newRow("ends of archives") << rawZip(lintMembers()).repeated(20) + QByteArray("PK\5\6").repeated(16000);
-    QTest::newRow("unknown chunks") << lintPackageWithChunk(chunk(0x0190).repeated(500000));
+    for (const bool isDrawn : {false, true}) {
+        const QByteArray how = isDrawn ? ", drawn" : "";
+        QTest::newRow("icons of large pictures" + how) << launchersOfLargePictures() << isDrawn;
+        QTest::newRow("icon of itself" + how) << iconOfItself() << isDrawn;
+    }
+    QTest::newRow("manifest of nothing, inflated") << package(lintTable(), QByteArray(32 << 20, '\0')) << false;
+    QTest::newRow("table of nothing, inflated") << package(QByteArray((128 << 20) + 1, '\0'), lintManifest()) << false;
+    QTest::newRow("members that are all odd") << manyMembers("/../\\\033", 60000, 7) << false;
+    QTest::newRow("one member many times") << oneMemberManyTimes(1000) << false;
+    QTest::newRow("ends of archives") << rawZip(lintMembers()).repeated(20) + QByteArray("PK\5\6").repeated(16000)
+                                      << false;
+    QTest::newRow("unknown chunks") << lintPackageWithChunk(chunk(0x0190).repeated(500000)) << false;
 }
 
 void TestPackageLint::boundsHold()
 {
     QFETCH(QByteArray, bytes);
+    QFETCH(bool, isDrawn);
     constexpr qint64 MaxMemory = qint64(256) << 20;
     const QString file = write(QStringLiteral("hostile.apk"), bytes);
-    const Cost taken = cost([&] { PackageLint(FileName(file)).toJson(); });
+    const IconCheckFactory icons = isDrawn ? DrawnIconCheck::make : IconCheckFactory();
+    const Cost taken = cost([&] { PackageLint(FileName(file), icons).toJson(); });
     QVERIFY(taken.ended);
     QVERIFY2(taken.memory < MaxMemory, qPrintable(QString::number(taken.memory)));
 }
@@ -191,7 +200,8 @@ bool TestPackageLint::endsForAll(const std::function<QByteArray(int)> &bytesOf, 
 {
     return cost([&] {
                for (int i = 0; i < count; ++i)
-                   PackageLint(FileName(write(QStringLiteral("damaged.apk"), bytesOf(i)))).toJson();
+                   PackageLint(FileName(write(QStringLiteral("damaged.apk"), bytesOf(i))), DrawnIconCheck::make)
+                       .toJson();
            })
         .ended;
 }
@@ -253,7 +263,7 @@ void TestPackageLint::threadsFindTheSame()
         threads.emplace_back([&, thread] {
             for (int i = 0; i < Rounds * files.size(); ++i) {
                 const int index = (i + thread * int(files.size()) / Threads) % int(files.size());
-                if (PackageLint(FileName(files.at(index))).toJson() != expected.at(index))
+                if (PackageLint(FileName(files.at(index)), DrawnIconCheck::make).toJson() != expected.at(index))
                     ++different;
             }
         });

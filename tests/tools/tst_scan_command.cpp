@@ -557,8 +557,8 @@ void TestScanCommand::workersEndWithTheScan()
 void TestScanCommand::aWorkerWhoseParentIsGoneReadsNothing()
 {
     const QString file = write(QStringLiteral("orphan.apk"), good(QStringLiteral("org.orphan")));
-    QStringList worker{QStringLiteral("worker"), QStringLiteral("0"), QStringLiteral("0"), QStringLiteral("0"),
-                       QStringLiteral("0"),      QStringLiteral("0"), QStringLiteral("0")};
+    const QString zero = QStringLiteral("0");
+    const QStringList worker{QStringLiteral("worker"), zero, zero, zero, zero, zero, zero, zero};
     ToolSetting setting;
     setting.input = file.toUtf8() + '\0';
     const ToolRun orphan = runSorrel(worker + QStringList(QStringLiteral("1")), setting);

@@ -3,6 +3,7 @@
 #include "CatalogCommand.h"
 #include "Console.h"
 #include "DesktopCommand.h"
+#include "DrawnIconCheck.h"
 #include "FilesCommand.h"
 #include "IconCommand.h"
 #include "InfoCommand.h"
@@ -33,7 +34,7 @@ Commands makeCommands()
     commands.push_back(std::make_unique<IconCommand>());
     commands.push_back(std::make_unique<ResourcesCommand>());
     commands.push_back(std::make_unique<FilesCommand>());
-    commands.push_back(std::make_unique<LintCommand>());
+    commands.push_back(std::make_unique<LintCommand>(DrawnIconCheck::make));
     commands.push_back(std::make_unique<DesktopCommand>());
     commands.push_back(std::make_unique<ScanCommand>());
     commands.push_back(std::make_unique<CatalogCommand>());

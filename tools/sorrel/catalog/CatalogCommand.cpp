@@ -49,6 +49,7 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.iconSize = IconSize;
     content.iconMask = icon.mask();
     content.includesLint = true;
+    content.lintDrawsIcons = true;
     PackageScan scan(options, content);
     scan.add(parser.positionalArguments());
     const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };

@@ -26,7 +26,7 @@ _sorrel() {
         info) options+=" --json --all" ;;
         resources | files) options+=" --json" ;;
         icon) options+=" -s --size --shape --launcher -o --output" ;;
-        lint) options+=" --json --checks" ;;
+        lint) options+=" --json --draw --checks" ;;
         desktop) options+=" -o --output --exec --shape --all --json" ;;
         scan) options+=" $scan --ordered --all --icon --lint" ;;
         catalog) options+=" $scan -o --output --title --shape" ;;

@@ -23,6 +23,7 @@ complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rou
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width and height in pixels'
 complete -c sorrel -n "$in icon" -l launcher -x -d 'Draw the icon of this launcher'
 complete -c sorrel -n "$in icon desktop catalog" -s o -l output -r -d 'Write here'
+complete -c sorrel -n "$in lint" -l draw -d 'Also draw the icons'
 complete -c sorrel -n "$in lint" -l checks -d 'List the checks'
 complete -c sorrel -n "$in desktop" -l exec -x -d 'The command that starts an entry'
 complete -c sorrel -n "$in scan catalog" -s 0 -l null -d 'Expect a NUL after each path on standard input'

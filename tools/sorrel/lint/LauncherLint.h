@@ -3,42 +3,44 @@
 #define LAUNCHERLINT_H
 
 #include "FindingList.h"
+#include "IconCheck.h"
 
-#include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
+#include <SorrelKit/Resources.h>
 
 #include <QHash>
 #include <QString>
 
 /**
- * Checks the launchers of a package: their classes, labels and icons. Icons are looked up and drawn once for each
- * resource. At most MaxLaunchers are checked, and none begins after MaxTime.
+ * Checks the launchers of a package: their classes, their labels, and whether the package has files for their icons. No
+ * icon is drawn. At most MaxLaunchers are checked; the kit limits the work of all lookups in a package together.
  */
 class LauncherLint
 {
 public:
     static constexpr int MaxLaunchers = 100;
-    static constexpr int MaxTime = 3000; ///< in milliseconds
 
-    LauncherLint(const SorrelKit::Package &package, FindingList *findings);
+    /// @p icons, when it is not null, checks the icons in which this class finds no fault. It outlives this object.
+    LauncherLint(const SorrelKit::Package &package, IconCheck *icons, FindingList *findings);
 
     void run();
 
 private:
-    /// The state of an icon.
-    struct IconState {
-        bool isXmlOnly = false;
-        bool isDrawn = false;
-        SorrelKit::IconError error;
+    enum class IconState {
+        None,    ///< the package has nothing for it
+        XmlOnly, ///< all its files are XML
+        Usable,
     };
 
     void checkNames(const SorrelKit::Launcher &launcher);
     void checkIcon(const SorrelKit::Launcher &launcher);
     IconState iconState(const SorrelKit::Launcher &launcher);
+    bool isColor(quint32 resource) const;
 
     SorrelKit::Package m_package;
-    SorrelKit::DrawableRenderer m_renderer;
+    SorrelKit::Resources m_resources;
     QHash<quint32, IconState> m_icons; ///< by resource id
+    IconCheck *m_iconCheck;
     FindingList *m_findings;
 };
 

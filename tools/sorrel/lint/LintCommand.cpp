@@ -71,7 +71,7 @@ QString LintCommand::details() const
 
 void LintCommand::addOptions(QCommandLineParser &parser) const
 {
-    parser.addOptions({m_json, m_checks});
+    parser.addOptions({m_json, m_draw, m_checks});
 }
 
 int LintCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -87,7 +87,7 @@ int LintCommand::run(const QCommandLineParser &parser, Console &console) const
     bool isFirst = true;
     for (const QString &argument : files) {
         const FileName file(argument);
-        const PackageLint lint(file);
+        const PackageLint lint(file, parser.isSet(m_draw) ? m_makeDrawnCheck : IconCheckFactory());
         if (lint.failed()) {
             Console::complain(file.text(), lint.errorText());
             status = CannotRead;

@@ -3,6 +3,7 @@
 #define LINTCOMMAND_H
 
 #include "Command.h"
+#include "IconCheck.h"
 
 #include <QCommandLineOption>
 
@@ -12,6 +13,9 @@
 class LintCommand : public Command
 {
 public:
+    /// @p makeDrawnCheck makes the check for `--draw`. A program without it passes such commands on to one that has it.
+    explicit LintCommand(const IconCheckFactory &makeDrawnCheck = {}) : m_makeDrawnCheck(makeDrawnCheck) {}
+
     QString name() const override { return QStringLiteral("lint"); }
     QString summary() const override { return QStringLiteral("Report what is wrong or unusual in packages."); }
     QString details() const override;
@@ -26,8 +30,11 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
+    const IconCheckFactory m_makeDrawnCheck;
     const QCommandLineOption m_json{QStringLiteral("json"),
                                     QStringLiteral("Print one JSON object per file, each on one line.")};
+    const QCommandLineOption m_draw{QStringLiteral("draw"),
+                                    QStringLiteral("Also draw the icons, and report those that cannot be drawn.")};
     const QCommandLineOption m_checks{QStringLiteral("checks"), QStringLiteral("List the checks and their meanings.")};
 };
 

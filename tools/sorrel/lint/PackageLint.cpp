@@ -8,7 +8,7 @@
 
 #include <QJsonObject>
 
-PackageLint::PackageLint(const FileName &file)
+PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck)
 {
     FindingList findings;
     ArchiveLint archive(file, &findings);
@@ -19,7 +19,8 @@ PackageLint::PackageLint(const FileName &file)
     ReaderLint(file, package, &findings).run();
     if (package.isValid()) {
         archive.checkTable(package.targetSdkVersion());
-        LauncherLint(package, &findings).run();
+        const std::unique_ptr<IconCheck> icons = makeIconCheck ? makeIconCheck(package, &findings) : nullptr;
+        LauncherLint(package, icons.get(), &findings).run();
     }
     m_findings = findings.findings();
 }

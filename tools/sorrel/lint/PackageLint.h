@@ -4,6 +4,7 @@
 
 #include "FileName.h"
 #include "Finding.h"
+#include "IconCheck.h"
 
 #include <QJsonArray>
 #include <QString>
@@ -20,7 +21,8 @@
 class PackageLint
 {
 public:
-    explicit PackageLint(const FileName &file);
+    /// @p makeIconCheck makes a further check of the launchers' icons, such as DrawnIconCheck.
+    explicit PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck = {});
 
     /// SorrelKit::Package::error() and its text. Findings may give the reason.
     int errorCode() const { return m_errorCode; }

@@ -13,8 +13,6 @@
 #include "table/ApkResourcesData.h"
 #include "table/ResourcesLoader.h"
 
-#include <SorrelKit/PackageNormalizer.h>
-
 using namespace LintChecks;
 using Code = Diagnostics::Code;
 
@@ -136,7 +134,8 @@ void ReaderLint::readTable()
         m_findings->add(
             LintChecks::NoTable, QString(),
             QStringLiteral("There is no resource table, so that there are no resources; ApkFile needs one to "
-                           "read the manifest, SorrelKit and Android do not."));
+                           "read the manifest, SorrelKit and Android do not. PackageNormalizer adds an empty one for "
+                           "ApkFile."));
         return;
     }
     SequentialBytes device(m_table);
@@ -232,7 +231,6 @@ void ReaderLint::setError(PackageError::Code error, const QString &fault)
 void ReaderLint::tellError()
 {
     using SorrelKit::Error;
-    using SorrelKit::PackageNormalizer;
     const QString otherReads =
         m_error == PackageError::NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
     if (m_package.error().code() == Error::Code::NoManifest)
@@ -251,9 +249,6 @@ void ReaderLint::tellError()
         return;
     const QString fault = m_fault.isEmpty() ? QString() : QStringLiteral(": ") + FindingList::shortened(m_fault);
     m_findings->add(ApkFileRefuses, QString(),
-                    QStringLiteral("ApkFile alone does not read the package (code %1, %2%3); SorrelKit does%4.")
-                        .arg(QString::number(m_error), PackageError::text(m_error), fault,
-                             PackageNormalizer::fromNativePath(m_file.path()).isNeeded()
-                                 ? QStringLiteral(", and so does ApkFile through PackageNormalizer")
-                                 : QString()));
+                    QStringLiteral("ApkFile alone does not read the package (code %1, %2%3); SorrelKit does.")
+                        .arg(QString::number(m_error), PackageError::text(m_error), fault));
 }

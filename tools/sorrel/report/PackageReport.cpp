@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageReport.h"
 
+#include "DrawnIconCheck.h"
 #include "PackageLint.h"
 #include "PngBytes.h"
 #include "PrintableText.h"
@@ -179,8 +180,10 @@ QJsonObject PackageReport::toJson() const
         const QImage icon = SorrelKit::DrawableRenderer(m_package).icon(request);
         json.insert(QStringLiteral("icon"), QString::fromLatin1(pngBytes(icon).toBase64()));
     }
-    if (m_content.includesLint)
-        json.insert(QStringLiteral("lint"), PackageLint(m_file).toJson());
+    if (m_content.includesLint) {
+        const IconCheckFactory icons = m_content.lintDrawsIcons ? DrawnIconCheck::make : IconCheckFactory();
+        json.insert(QStringLiteral("lint"), PackageLint(m_file, icons).toJson());
+    }
     return json;
 }
 

@@ -9,7 +9,8 @@ struct ReportContent {
     bool includesDisabled = false; ///< whether to add launchers that are not shown
     int iconSize = 0;              ///< width and height of the icon in pixels; 0 for no icon
     SorrelKit::IconMask iconMask = SorrelKit::IconMask::None;
-    bool includesLint = false; ///< whether to add the findings of lint
+    bool includesLint = false;   ///< whether to add the findings of lint
+    bool lintDrawsIcons = false; ///< whether lint draws the icons of launchers as well
 };
 
 #endif

@@ -40,6 +40,7 @@ QStringList WorkerCommand::commandLine(const ReportContent &content, const Limit
         QString::number(content.iconSize),
         QString::number(int(content.iconMask)),
         QString::number(content.includesLint ? 1 : 0),
+        QString::number(content.lintDrawsIcons ? 1 : 0),
         QString::number(limits.memory),
         QString::number(limits.seconds),
         QString::number(getpid()),
@@ -54,9 +55,10 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
     content.iconSize = arguments.at(1).toInt();
     content.iconMask = SorrelKit::IconMask(arguments.at(2).toInt());
     content.includesLint = arguments.at(3).toInt() != 0;
-    const Limits limits{arguments.at(4).toLongLong(), arguments.at(5).toDouble()};
+    content.lintDrawsIcons = arguments.at(4).toInt() != 0;
+    const Limits limits{arguments.at(5).toLongLong(), arguments.at(6).toDouble()};
 
-    if (!ProcessLimits::endWithParent(pid_t(arguments.at(6).toInt())))
+    if (!ProcessLimits::endWithParent(pid_t(arguments.at(7).toInt())))
         return CannotRead;
     ProcessLimits::limitMemory(limits.memory);
     int status = Success;

@@ -31,8 +31,8 @@ public:
     QString name() const override { return QStringLiteral("worker"); }
     QString summary() const override { return QStringLiteral("Reads packages for 'sorrel scan'."); }
     bool isInternal() const override { return true; }
-    int minArguments() const override { return 7; }
-    int maxArguments() const override { return 7; }
+    int minArguments() const override { return 8; }
+    int maxArguments() const override { return 8; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 };
 

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "DrawnIconCheck.h"
+
+#include <QImage>
+
+using SorrelKit::Launcher;
+
+std::unique_ptr<IconCheck> DrawnIconCheck::make(const SorrelKit::Package &package, FindingList *findings)
+{
+    return std::make_unique<DrawnIconCheck>(package, findings);
+}
+
+void DrawnIconCheck::check(const Launcher &launcher)
+{
+    const quint32 resource = launcher.iconResource();
+    const bool isKnown = resource != 0 && m_outcomes.contains(resource);
+    if (!isKnown && (m_drawn == MaxIcons || m_isTooMuch)) {
+        ++m_skippedLaunchers;
+        return;
+    }
+    const Outcome icon = isKnown ? m_outcomes.value(resource) : draw(launcher);
+    m_outcomes.insert(resource, icon);
+    if (!icon.isDrawn)
+        m_findings->add(LintChecks::UnresolvedIcon, launcher.name(),
+                        QStringLiteral("The launcher's icon cannot be drawn (%1); hosts show none.").arg(icon.fault));
+    else if (!icon.fault.isEmpty())
+        m_findings->add(LintChecks::PartialIcon, launcher.name(),
+                        QStringLiteral("The launcher's icon is not drawn completely, or from another of its files "
+                                       "(%1).")
+                            .arg(icon.fault));
+}
+
+DrawnIconCheck::Outcome DrawnIconCheck::draw(const Launcher &launcher)
+{
+    constexpr int IconSize = 48;
+    Outcome outcome;
+    outcome.isDrawn = !m_renderer.icon(launcher, SorrelKit::IconRequest(IconSize)).isNull();
+    outcome.fault = FindingList::shortened(m_renderer.error().text());
+    ++m_drawn;
+    m_isTooMuch = m_renderer.error().code() == SorrelKit::IconError::Code::TooMuch;
+    return outcome;
+}
+
+void DrawnIconCheck::finish()
+{
+    if (m_skippedLaunchers > 0)
+        m_findings->add(LintChecks::LaunchersSkipped, QString(),
+                        QStringLiteral("The icons of %1 launchers were not drawn: drawing them may take too long.")
+                            .arg(m_skippedLaunchers));
+}
