@@ -84,8 +84,8 @@ QByteArray unreadableTable()
 QJsonObject refusedTable(const char *reason)
 {
     return finding("apkfile-refuses", warning, QString(),
-                   QByteArray("ApkFile alone does not read the package (code 3, could not parse resources.arsc: ")
-                       + reason + "); SorrelKit does.");
+                   QByteArray("SorrelKit reads the package, ApkFile does not (code 3, could not parse resources.arsc: ")
+                       + reason + ").");
 }
 
 QVector<LintCase> archiveCases()
@@ -113,115 +113,105 @@ QVector<LintCase> archiveCases()
     return {
         {"multi-disk",
          withEnd({{4, 1}}),
-         {finding("multi-disk", fault, QString(),
-                  "The archive says that it is one of several disks, and readers refuse it.")},
+         {finding("multi-disk", fault, QString(), "The archive claims to be one part of several; readers refuse it.")},
          1},
         {"zip64",
          rawZip64(lintMembers()),
-         {finding("zip64", note, QString(), "The archive has a ZIP64 directory, whose members were not looked at.")}},
+         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; lint does not check its members.")}},
         {"damaged-directory",
          withEnd({{8, 4}, {10, 4}}),
          {finding("damaged-directory", fault, QString(),
-                  "The archive's directory ends after 3 of 4 members; the others are lost.")}},
+                  "The archive's directory lists 3 of the 4 members that it claims; the others are lost.")}},
         {"several-directories",
          rawZip(lintMembers(), rawZip({{"a.txt", "a"}})),
          {finding("several-directories", warning, QString(),
-                  "The archive has another directory before its last one; readers that take that one see another "
-                  "package.")}},
+                  "The archive has another directory before the last one; readers that use it see another package.")}},
         {"leading-data",
          "12345" + good,
          {finding("leading-data", warning, QString(),
-                  "The archive begins after 5 other bytes, and readers that take its offsets as they are find no "
+                  "The archive begins after 5 bytes of other data; readers that do not correct its offsets find no "
                   "member.")}},
         {"trailing-data",
          good + "12345",
          {finding("trailing-data", warning, QString(),
-                  "5 bytes follow the end of the archive, and strict readers refuse it.")}},
+                  "The archive ends 5 bytes before the end of the file; strict readers refuse it.")}},
         {"encrypted-member",
          withMember(encrypted),
-         {finding(
-             "encrypted-member", warning, file,
-             "The member is marked as encrypted, which libsorrel ignores, and other readers ask for a password.")}},
+         {finding("encrypted-member", warning, file,
+                  "The member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password.")}},
         {"unknown-method",
          withMember(packed),
          {finding("unknown-method", warning, file,
-                  "The member has the compression method 14, and packages have only 0 (stored) and 8 (deflated); "
-                  "readers need not know another one.")}},
+                  "The member has the compression method 14; many readers know only 0 (stored) and 8 (deflated).")}},
         {"duplicate-name",
          rawZip(lintMembers({{"a.txt", "a"}, {"a.txt", "b"}})),
-         {finding(
-             "duplicate-name", warning, file,
-             "The archive has another member of this name before it; libsorrel and SorrelKit take the last one, other "
-             "readers the first, or refuse the archive.")}},
+         {finding("duplicate-name", warning, file,
+                  "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
+                  "the first one or refuse the archive.")}},
         {"duplicate-name, of a manifest",
          rawZip(lintMembers({{"AndroidManifest.xml", lintManifest(odd)}})),
-         {finding(
-              "duplicate-name", warning, manifestName,
-              "The archive has another member of this name before it; libsorrel and SorrelKit take the last one, other "
-              "readers the first, or refuse the archive."),
+         {finding("duplicate-name", warning, manifestName,
+                  "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
+                  "the first one or refuse the archive."),
           finding("unknown-manifest-chunk", note, manifestName,
-                  "The manifest has chunks of types that libsorrel skips, once (0x0190)."),
+                  "libsorrel skips 1 chunk of unknown type in the manifest (0x0190)."),
           finding("min-above-target", warning, manifestName,
-                  "The package runs on API level 23 and later, and was made for 21, which is below it.")}},
+                  "The minimum SDK version 23 is higher than the target SDK version 21.")}},
         {"absolute-name",
          withName("/a.txt"),
          {finding("absolute-name", warning, QStringLiteral("/a.txt"),
-                  "The member's name begins with a slash, and who unpacks it by its name writes outside of the "
-                  "directory.")}},
+                  "The member's name begins with a slash; unpacking it may write outside of the target directory.")}},
         {"parent-name",
          withName("a/../../b.txt"),
          {finding("parent-name", warning, QStringLiteral("a/../../b.txt"),
-                  "The member's name has the part '..', and who unpacks it by its name writes outside of the "
-                  "directory.")}},
+                  "The member's name has the part '..'; unpacking it may write outside of the target directory.")}},
         {"backslash-name",
          withName("a\\b.txt"),
          {finding("backslash-name", warning, QStringLiteral("a\\b.txt"),
-                  "The member's name has a backslash, which some systems take for a slash.")}},
+                  "The member's name has a backslash, which some systems treat as a slash.")}},
         {"control-name",
          withName("a\033[2Jb"),
          {finding("control-name", warning, QStringLiteral("a\033[2Jb"),
-                  "The member's name has characters that steer a terminal.")}},
+                  "The member's name has characters that control a terminal.")}},
         {"long-name",
          withMember({QByteArray(256, 'a'), "a"}),
          {finding("long-name", note, QString(200, QLatin1Char('a')) + QStringLiteral("..."),
-                  "The member's name has 256 bytes, and a file's name may have 255 of them.")}},
+                  "The member's name has 256 bytes; most file systems allow 255.")}},
         {"missing-header",
          withMember(nowhere),
          {finding("missing-header", fault, file,
-                  "No member stands where the directory says, and the member cannot be read.")}},
+                  "The member is not at the offset in the directory; it cannot be read.")}},
         {"different-name",
          withMember(renamed),
          {finding("different-name", warning, file,
-                  "The member's own header calls it 'b.txt'; readers that go by the one or the other see different "
-                  "members.")}},
+                  "The member's header has the name 'b.txt'; readers of headers and readers of the directory see "
+                  "different members.")}},
         {"different-method",
          withMember(otherMethod),
          {finding("different-method", warning, file,
-                  "The member's own header has the compression method 8, and the directory 0; libsorrel does not read "
-                  "it.")}},
+                  "The member's header has the compression method 8, the directory has 0; libsorrel does not read the "
+                  "member.")}},
         {"different-size",
          withMember(otherSize),
          {finding("different-size", warning, file,
-                  "The member's own header has other sizes or another checksum than the directory; readers refuse it, "
+                  "The member's header and the directory have different sizes or checksums; readers refuse the member "
                   "or read different bytes.")}},
         {"compressed-table",
          withManifest(recent),
          {finding("compressed-table", fault, tableName,
-                  "The resource table is compressed, and Android 11 and later do not install such a package when it is "
-                  "made for API level 30 or later, as this one is (30).")}},
+                  "The resource table is compressed, and the package targets API level 30; Android 11 and later do not "
+                  "install it.")}},
         {"unaligned-table",
          lintPackageWithTableAt(1),
          {finding("unaligned-table", fault, tableName,
-                  "The resource table stands at no multiple of 4 bytes, and Android 11 and later do not install such a "
-                  "package when it is made for API level 30 or later, as this one is (30).")}},
+                  "The resource table's offset is not a multiple of 4, and the package targets API level 30; Android "
+                  "11 and later do not install it.")}},
     };
 }
 
 QVector<LintCase> tableCases()
 {
-    const char *const anew =
-        ", which ApkFile does not read; SorrelKit does, and PackageNormalizer writes them anew for "
-        "ApkFile.";
+    const char *const needsNormalizer = "; SorrelKit reads them, ApkFile needs PackageNormalizer to read them.";
     const auto encoded = [&](TableEncoding encoding) {
         return withTable(lintPackage().type(labelType().value(1, String, 0).encoding(encoding)).type(iconType()));
     };
@@ -233,52 +223,52 @@ QVector<LintCase> tableCases()
         {"no-table",
          zip({{manifestName, lintManifest(manifestWithoutResources())}, lintIcon()}),
          {finding("apkfile-refuses", warning, QString(),
-                  "ApkFile alone does not read the package (code 2, could not find resources.arsc); SorrelKit does."),
+                  "SorrelKit reads the package, ApkFile does not (code 2, could not find resources.arsc)."),
           finding("no-table", note, QString(),
-                  "There is no resource table, so that there are no resources; ApkFile needs one to read the manifest, "
-                  "SorrelKit and Android do not. PackageNormalizer adds an empty one for ApkFile.")}},
+                  "The package has no resource table; ApkFile needs the empty one that PackageNormalizer adds, "
+                  "SorrelKit and Android need none.")}},
         {"damaged-table",
          damaged,
-         {finding(
-             "damaged-table", fault, tableName,
-             "The resource table cannot be read (could not parse resources.arsc: not a resource table), and labels "
-             "and icons are missing.")},
+         {finding("damaged-table", fault, tableName,
+                  "The resource table cannot be read (could not parse resources.arsc: not a resource table); labels "
+                  "and icons are missing.")},
          3},
         {"damaged-table, and missing-header",
          unreadableTable(),
          {finding("missing-header", fault, tableName,
-                  "No member stands where the directory says, and the member cannot be read."),
-          finding(
-              "damaged-table", fault, tableName,
-              "The resource table cannot be read (could not parse resources.arsc: not a resource table), and labels "
-              "and icons are missing.")},
+                  "The member is not at the offset in the directory; it cannot be read."),
+          finding("damaged-table", fault, tableName,
+                  "The resource table cannot be read (could not parse resources.arsc: not a resource table); labels "
+                  "and icons are missing.")},
          3},
         {"sparse-table",
          encoded(TableEncoding::Sparse),
          {refusedTable("resource table contains entry not in index"),
-          finding("sparse-table", warning, tableName, QByteArray("The resource table has sparse types") + anew)}},
+          finding("sparse-table", warning, tableName,
+                  QByteArray("The resource table has sparse types") + needsNormalizer)}},
         {"short-offsets-table",
          encoded(TableEncoding::ShortOffsets),
          {refusedTable("file too short"),
           finding("short-offsets-table", warning, tableName,
-                  QByteArray("The resource table has types with offsets of 16 bits") + anew)}},
+                  QByteArray("The resource table has types with 16-bit offsets") + needsNormalizer)}},
         {"compact-table",
          compact,
          {refusedTable("file too short"),
-          finding("compact-table", warning, tableName, QByteArray("The resource table has compact entries") + anew)}},
+          finding("compact-table", warning, tableName,
+                  QByteArray("The resource table has compact entries") + needsNormalizer)}},
         {"shared-entries-table",
          shared,
          {finding("shared-entries-table", warning, tableName,
-                  "Resources share entries of the resource table, and ApkFile finds the last one's alone; SorrelKit "
-                  "finds all, and PackageNormalizer writes them anew for ApkFile.")}},
+                  "Resources share an entry of the resource table; SorrelKit finds all of them, ApkFile needs "
+                  "PackageNormalizer to find more than the last one.")}},
         {"unknown-table-chunk",
          withTable(lintPackage().type(labelType()).type(iconType()).chunk(chunk(0x0203)).chunk(chunk(0x0999))),
          {finding("unknown-table-chunk", note, tableName,
-                  "The resource table has chunks of types that libsorrel skips, 2 times (0x0203, 0x0999).")}},
+                  "libsorrel skips 2 chunks of unknown type in the resource table (0x0203, 0x0999).")}},
         {"unknown-string-pool",
          withTable(lintPackage().type(labelType()).type(iconType()).chunk(PoolBuilder().strings({"x"}).build())),
          {finding("unknown-string-pool", note, tableName,
-                  "The resource table has string pools that nothing refers to, once.")}},
+                  "The resource table has 1 string pool that nothing refers to.")}},
     };
 }
 
@@ -295,25 +285,22 @@ QVector<LintCase> manifestCases()
     return {
         {"package-set",
          zip({{QStringLiteral("base.apk"), lintPackageFile()}}),
-         {finding(
-             "package-set", note, QString(),
-             "The file is a set of packages, which ApkFile does not read and SorrelKit does; its packages were not "
-             "looked at one by one.")}},
+         {finding("package-set", note, QString(),
+                  "The file is a set of packages; SorrelKit reads it, ApkFile does not, and lint does not check each "
+                  "package.")}},
         {"apkfile-refuses",
          changed([](LintManifest &manifest) { manifest.closing = QStringLiteral("other"); }),
-         {finding(
-             "apkfile-refuses", warning, QString(),
-             "ApkFile alone does not read the package (code 5, could not parse AndroidManifest.xml: closing tag does "
-             "not match opening tag); SorrelKit does.")}},
+         {finding("apkfile-refuses", warning, QString(),
+                  "SorrelKit reads the package, ApkFile does not (code 5, could not parse AndroidManifest.xml: closing "
+                  "tag does not match opening tag).")}},
         {"apkfile-refuses, a negative string index",
          lintPackageWithChunk(nodeChunk(0x0100, Bytes().u32(-1).u32(0).data())),
          {finding("apkfile-refuses", warning, QString(),
-                  "ApkFile alone does not read the package (code 5, could not parse AndroidManifest.xml: bad index in  "
-                  "pool); SorrelKit does.")}},
+                  "SorrelKit reads the package, ApkFile does not (code 5, could not parse AndroidManifest.xml: bad "
+                  "index in  pool).")}},
         {"no-manifest",
          zip({{tableName, lintTable()}, lintIcon()}),
-         {finding("no-manifest", fault, QString(),
-                  "There is no manifest that can be read: this is no Android package.")},
+         {finding("no-manifest", fault, QString(), "The file has no readable manifest; it is not an Android package.")},
          4},
         {"damaged-manifest",
          lintPackageFile(lintTable(), lintManifest().chopped(1)),
@@ -322,10 +309,9 @@ QVector<LintCase> manifestCases()
          5},
         {"damaged-manifest, to SorrelKit alone",
          lintPackageFile(lintTable(), XmlBuilder().start(QStringLiteral("manifest")).build()),
-         {finding(
-             "damaged-manifest", fault, manifestName,
-             "The manifest cannot be read (could not parse AndroidManifest.xml: damaged XML document). ApkFile reads "
-             "it all the same.")},
+         {finding("damaged-manifest", fault, manifestName,
+                  "The manifest cannot be read (could not parse AndroidManifest.xml: damaged XML document). ApkFile "
+                  "still reads it.")},
          5},
         {"damaged-manifest, to ApkFile and without a type",
          lintPackageFile(lintTable(), untyped.chopped(1)),
@@ -335,46 +321,47 @@ QVector<LintCase> manifestCases()
         {"untyped-manifest",
          lintPackageFile(lintTable(), untyped),
          {finding("untyped-manifest", warning, manifestName,
-                  "The manifest's first chunk has no type, and ApkFile finds nothing in it and tells no error; Android "
-                  "and SorrelKit read it, and PackageNormalizer sets the type for ApkFile.")}},
+                  "The manifest's first chunk has no type; SorrelKit and Android read it, ApkFile finds nothing in it "
+                  "and reports no error, unless PackageNormalizer sets the type.")}},
         {"unknown-manifest-chunk",
          lintPackageWithChunk(chunk(0x0190)),
          {finding("unknown-manifest-chunk", note, manifestName,
-                  "The manifest has chunks of types that libsorrel skips, once (0x0190).")}},
+                  "libsorrel skips 1 chunk of unknown type in the manifest (0x0190).")}},
+        {"unknown-manifest-chunk, of many",
+         lintPackageWithChunk(chunk(0x0190).repeated(200)),
+         {finding("unknown-manifest-chunk", note, manifestName,
+                  "libsorrel skips at least 100 chunks of unknown type in the manifest (0x0190).")}},
         {"undeclared-namespace",
          withActivity({name(".Main"), label(), icon(), inOtherNamespace}),
-         {finding(
-             "undeclared-namespace", warning, manifestName,
-             "The manifest uses namespaces that it does not declare, once (urn:x), and readers that go by prefixes "
-             "do not find what is in them.")}},
+         {finding("undeclared-namespace", warning, manifestName,
+                  "The manifest uses undeclared namespaces in 1 place (urn:x); readers that search by prefix miss "
+                  "these names.")}},
         {"undeclared-namespace, Android's",
          changed([](LintManifest &manifest) { manifest.isDeclared = false; }),
          {finding("undeclared-namespace", warning, manifestName,
-                  "The manifest uses Android's attributes and does not declare their namespace, 7 times, and readers "
-                  "that go by prefixes do not find them.")}},
+                  "The manifest uses Android's attributes in 7 places without declaring their namespace; readers that "
+                  "search by prefix miss them.")}},
         {"different-text",
          withActivity({name(".Main"), writtenAs(label(), QStringLiteral("Notes")), icon()}),
          {finding("different-text", warning, manifestName,
-                  "Attributes of the manifest were written as texts that are not their values, once (label); ApkFile "
-                  "takes the texts, SorrelKit and Android take the values.")}},
+                  "The text differs from the value in 1 attribute of the manifest (label); ApkFile uses the text, "
+                  "SorrelKit and Android use the value.")}},
         {"different-text, of many",
          changed([](LintManifest &manifest) {
              manifest.launchers = 6;
              manifest.activity[1] = writtenAs(label(), QStringLiteral("Notes"));
          }),
-         {finding(
-             "different-text", warning, manifestName,
-             "Attributes of the manifest were written as texts that are not their values, 6 times (label); ApkFile "
-             "takes the texts, SorrelKit and Android take the values.")}},
+         {finding("different-text", warning, manifestName,
+                  "The text differs from the value in 6 attributes of the manifest (label); ApkFile uses the text, "
+                  "SorrelKit and Android use the value.")}},
         {"no-package-name",
          changed([](LintManifest &manifest) { manifest.package = QString(); }),
          {finding("no-package-name", fault, manifestName,
-                  "The manifest names no package, and Android does not install "
-                  "it.")}},
+                  "The manifest has no package name; Android does not install the package.")}},
         {"min-above-target",
          changed([](LintManifest &manifest) { manifest.targetSdk = 21; }),
          {finding("min-above-target", warning, manifestName,
-                  "The package runs on API level 23 and later, and was made for 21, which is below it.")}},
+                  "The minimum SDK version 23 is higher than the target SDK version 21.")}},
     };
 }
 
@@ -392,74 +379,73 @@ QVector<LintCase> launcherCases()
     return {
         {"no-launcher",
          withManifest(none),
-         {finding("no-launcher", note, QString(),
-                  "The package has no launcher, and home screens show nothing of it.")}},
+         {finding("no-launcher", note, QString(), "The package has no launcher; home screens do not show it.")}},
         {"no-class",
          withActivity({label(), icon()}),
-         {finding("no-class", warning, QString(), "The launcher names no class, and nothing starts with it.")}},
+         {finding("no-class", warning, QString(), "The launcher names no class; nothing can start it.")}},
         {"foreign-class",
          withActivity({name("com.other.Main"), label(), icon()}),
-         {finding(
-             "foreign-class", note, QStringLiteral("com.other.Main"),
-             "The launcher's class com.other.Main is outside of the package's own name; the code of another project "
-             "runs, or the package was renamed.")}},
+         {finding("foreign-class", note, QStringLiteral("com.other.Main"),
+                  "The launcher's class com.other.Main does not begin with the package name; it belongs to another "
+                  "project, or the package was renamed.")}},
         {"no-label",
          noLabel,
          {finding("no-label", warning, launcherName,
-                  "The launcher has no label, or one that leads nowhere; it is shown by its name.")}},
+                  "The launcher's label is missing; hosts show the launcher's name.")}},
         {"no-icon",
          withActivity({name(".Main"), label()}),
-         {finding("no-icon", note, launcherName, "The launcher names no icon; home screens show their own.")}},
+         {finding("no-icon", note, launcherName,
+                  "The launcher names no icon in the package; home screens show a default icon.")}},
+        {"no-icon, of a path that leads nowhere",
+         withActivity({name(".Main"), label(), androidText(QStringLiteral("icon"), QStringLiteral("res/none.png"))}),
+         {finding("no-icon", note, launcherName,
+                  "The launcher names no icon in the package; home screens show a default icon.")}},
         {"platform-icon",
          withActivity({name(".Main"), label(), icon(0x01080093)}),
-         {finding(
-             "platform-icon", note, launcherName,
-             "The launcher's icon is 0x01080093 of Android itself, which the package does not hold; devices show it, "
-             "and other hosts show none.")}},
+         {finding("platform-icon", note, launcherName,
+                  "The launcher's icon 0x01080093 is one of Android's own; the package does not contain it, and only "
+                  "devices show it.")}},
         {"unresolved-icon",
          withActivity({name(".Main"), label(), icon(0x7f020005)}),
          {finding("unresolved-icon", warning, launcherName,
-                  "The package has no file for the launcher's icon 0x7f020005; hosts show none.")}},
+                  "The package has no file for the launcher's icon 0x7f020005; hosts show no icon.")}},
         {"unresolved-icon, of a file that cannot be drawn",
          withTable(lintPackage().type(labelType()).type(xmlIconType()), {xmlIcon(QStringLiteral("odd"))}),
          {finding("unresolved-icon", warning, launcherName,
-                  "The launcher's icon cannot be drawn (unsupported drawable <odd>); hosts show none."),
+                  "The launcher's icon cannot be drawn (unsupported drawable <odd>); hosts show no icon."),
           finding("xml-only-icon", note, launcherName,
-                  "The launcher's icon is XML alone, of which ApkFile gives nothing; a host needs SorrelKit to show "
-                  "it.")},
+                  "All files of the launcher's icon are XML; SorrelKit draws it, ApkFile returns no icon.")},
          0,
          true},
         {"partial-icon",
          withTable(lintPackage().type(labelType()).type(iconType()).type(xmlIconType(recent)),
                    {xmlIcon(QStringLiteral("odd"))}),
-         {finding("partial-icon", note, launcherName,
-                  "The launcher's icon is not drawn completely, or from another of its files (unsupported drawable "
-                  "<odd>).")},
+         {finding(
+             "partial-icon", note, launcherName,
+             "The launcher's icon is drawn incompletely, or from another of its files (unsupported drawable <odd>).")},
          0,
          true},
         {"xml-only-icon",
          withTable(lintPackage().type(labelType()).type(xmlIconType()), {xmlIcon(QStringLiteral("color"))}),
          {finding("xml-only-icon", note, launcherName,
-                  "The launcher's icon is XML alone, of which ApkFile gives nothing; a host needs SorrelKit to show "
-                  "it.")}},
+                  "All files of the launcher's icon are XML; SorrelKit draws it, ApkFile returns no icon.")}},
         {"launchers-skipped",
          withManifest(many),
-         {finding("launchers-skipped", note, QString(),
-                  "Of 102 launchers, the last 2 were not looked at, as that would take too long.")}},
+         {finding("launchers-skipped", note, QString(), "The package has 102 launchers; lint checks the first 100.")}},
         {"launchers-skipped, of many icons",
          lintPackageFile(lintTable(lintPackage().type(labelType()).type(iconType(23))), lintManifest(manyIcons)),
          {finding("launchers-skipped", note, QString(),
-                  "The icons of 3 launchers were not drawn: drawing them may take too long.")},
+                  "Lint did not draw the icons of 3 launchers, because drawing them may take too long.")},
          0,
          true},
         {"launchers-skipped, after an icon that is too much",
          lintPackageFile(lintTable(lintPackage().type(labelType()).type(iconType(23)).type(xmlIconType(recent))),
                          lintManifest(manyIcons), {iconWithin(IconResource)}),
-         {finding("partial-icon", note, launcherName,
-                  "The launcher's icon is not drawn completely, or from another of its files (drawables nested too "
-                  "deeply)."),
+         {finding(
+              "partial-icon", note, launcherName,
+              "The launcher's icon is drawn incompletely, or from another of its files (drawables nested too deeply)."),
           finding("launchers-skipped", note, QString(),
-                  "The icons of 22 launchers were not drawn: drawing them may take too long.")},
+                  "Lint did not draw the icons of 22 launchers, because drawing them may take too long.")},
          0,
          true},
     };

@@ -21,12 +21,12 @@ void DrawnIconCheck::check(const Launcher &launcher)
     const Outcome icon = isKnown ? m_outcomes.value(resource) : draw(launcher);
     m_outcomes.insert(resource, icon);
     if (!icon.isDrawn)
-        m_findings->add(LintChecks::UnresolvedIcon, launcher.name(),
-                        QStringLiteral("The launcher's icon cannot be drawn (%1); hosts show none.").arg(icon.fault));
+        m_findings->add(
+            LintChecks::UnresolvedIcon, launcher.name(),
+            QStringLiteral("The launcher's icon cannot be drawn (%1); hosts show no icon.").arg(icon.fault));
     else if (!icon.fault.isEmpty())
         m_findings->add(LintChecks::PartialIcon, launcher.name(),
-                        QStringLiteral("The launcher's icon is not drawn completely, or from another of its files "
-                                       "(%1).")
+                        QStringLiteral("The launcher's icon is drawn incompletely, or from another of its files (%1).")
                             .arg(icon.fault));
 }
 
@@ -45,6 +45,6 @@ void DrawnIconCheck::finish()
 {
     if (m_skippedLaunchers > 0)
         m_findings->add(LintChecks::LaunchersSkipped, QString(),
-                        QStringLiteral("The icons of %1 launchers were not drawn: drawing them may take too long.")
-                            .arg(m_skippedLaunchers));
+                        QStringLiteral("Lint did not draw the icons of %1, because drawing them may take too long.")
+                            .arg(FindingList::counted(m_skippedLaunchers, QStringLiteral("launcher"))));
 }

@@ -45,48 +45,51 @@ void ArchiveLint::checkEnds()
 {
     if (m_directory.isMultiDisk())
         m_findings->add(MultiDisk, QString(),
-                        QStringLiteral("The archive says that it is one of several disks, and readers refuse it."));
+                        QStringLiteral("The archive claims to be one part of several; readers refuse it."));
     else if (m_directory.isZip64())
         m_findings->add(LintChecks::Zip64, QString(),
-                        QStringLiteral("The archive has a ZIP64 directory, whose members were not looked at."));
+                        QStringLiteral("The archive has a ZIP64 directory; lint does not check its members."));
     else if (m_directory.members().size() < m_directory.memberCount() && !m_directory.isCut())
-        m_findings->add(DamagedDirectory, QString(),
-                        QStringLiteral("The archive's directory ends after %1 of %2 members; the others are lost.")
-                            .arg(m_directory.members().size())
-                            .arg(m_directory.memberCount()));
+        m_findings->add(
+            DamagedDirectory, QString(),
+            QStringLiteral("The archive's directory lists %1 of the %2 members that it claims; the others are lost.")
+                .arg(m_directory.members().size())
+                .arg(m_directory.memberCount()));
     if (m_directory.hasOtherDirectory())
-        m_findings->add(SeveralDirectories, QString(),
-                        QStringLiteral("The archive has another directory before its last one; readers that take that "
-                                       "one see another package."));
+        m_findings->add(
+            SeveralDirectories, QString(),
+            QStringLiteral(
+                "The archive has another directory before the last one; readers that use it see another package."));
     if (m_directory.leadingBytes() > 0)
-        m_findings->add(LeadingData, QString(),
-                        QStringLiteral("The archive begins after %1 other bytes, and readers that take its offsets as "
-                                       "they are find no member.")
-                            .arg(m_directory.leadingBytes()));
+        m_findings->add(
+            LeadingData, QString(),
+            QStringLiteral(
+                "The archive begins after %1 of other data; readers that do not correct its offsets find no member.")
+                .arg(FindingList::counted(m_directory.leadingBytes(), QStringLiteral("byte"))));
     if (m_directory.trailingBytes() > 0)
         m_findings->add(TrailingData, QString(),
-                        QStringLiteral("%1 bytes follow the end of the archive, and strict readers refuse it.")
-                            .arg(m_directory.trailingBytes()));
+                        QStringLiteral("The archive ends %1 before the end of the file; strict readers refuse it.")
+                            .arg(FindingList::counted(m_directory.trailingBytes(), QStringLiteral("byte"))));
 }
 
 void ArchiveLint::checkMember(const ZipDirectory::Member &member)
 {
     const QString subject = nameText(member.name);
     if ((member.flags & EncryptedFlag) != 0)
-        m_findings->add(EncryptedMember, subject,
-                        QStringLiteral("The member is marked as encrypted, which libsorrel ignores, and other readers "
-                                       "ask for a password."));
+        m_findings->add(
+            EncryptedMember, subject,
+            QStringLiteral(
+                "The member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password."));
     if (member.method != Stored && member.method != Deflated)
         m_findings->add(
             UnknownMethod, subject,
-            QStringLiteral("The member has the compression method %1, and packages have only 0 (stored) and 8 "
-                           "(deflated); readers need not know another one.")
+            QStringLiteral(
+                "The member has the compression method %1; many readers know only 0 (stored) and 8 (deflated).")
                 .arg(member.method));
     if (m_names.contains(member.name))
-        m_findings->add(
-            DuplicateName, subject,
-            QStringLiteral("The archive has another member of this name before it; libsorrel and SorrelKit take the "
-                           "last one, other readers the first, or refuse the archive."));
+        m_findings->add(DuplicateName, subject,
+                        QStringLiteral("An earlier member has the same name; libsorrel and SorrelKit use the last one, "
+                                       "other readers use the first one or refuse the archive."));
     m_names.insert(member.name);
     checkName(member.name, subject);
     checkHeader(member, subject);
@@ -96,23 +99,25 @@ void ArchiveLint::checkName(const QByteArray &name, const QString &subject)
 {
     constexpr int LongestName = 255;
     if (name.startsWith('/'))
-        m_findings->add(AbsoluteName, subject,
-                        QStringLiteral("The member's name begins with a slash, and who unpacks it by its name writes "
-                                       "outside of the directory."));
+        m_findings->add(
+            AbsoluteName, subject,
+            QStringLiteral(
+                "The member's name begins with a slash; unpacking it may write outside of the target directory."));
     if (name.contains("..") && name.split('/').contains(".."))
-        m_findings->add(ParentName, subject,
-                        QStringLiteral("The member's name has the part '..', and who unpacks it by its name writes "
-                                       "outside of the directory."));
+        m_findings->add(
+            ParentName, subject,
+            QStringLiteral(
+                "The member's name has the part '..'; unpacking it may write outside of the target directory."));
     if (name.contains('\\'))
         m_findings->add(BackslashName, subject,
-                        QStringLiteral("The member's name has a backslash, which some systems take for a slash."));
+                        QStringLiteral("The member's name has a backslash, which some systems treat as a slash."));
     if (printableText(subject) != subject)
         m_findings->add(ControlName, subject,
-                        QStringLiteral("The member's name has characters that steer a terminal."));
+                        QStringLiteral("The member's name has characters that control a terminal."));
     if (name.size() > LongestName)
         m_findings->add(
             LongName, subject,
-            QStringLiteral("The member's name has %1 bytes, and a file's name may have 255 of them.").arg(name.size()));
+            QStringLiteral("The member's name has %1 bytes; most file systems allow 255.").arg(name.size()));
 }
 
 void ArchiveLint::checkHeader(const ZipDirectory::Member &member, const QString &subject)
@@ -122,27 +127,26 @@ void ArchiveLint::checkHeader(const ZipDirectory::Member &member, const QString 
     const ZipDirectory::LocalHeader header = m_directory.localHeader(member);
     if (!header.isFound) {
         m_findings->add(MissingHeader, subject,
-                        QStringLiteral("No member stands where the directory says, and the member cannot be read."));
+                        QStringLiteral("The member is not at the offset in the directory; it cannot be read."));
         return;
     }
     if (header.name != member.name)
         m_findings->add(DifferentName, subject,
-                        QStringLiteral("The member's own header calls it '%1'; readers that go by the one or the other "
-                                       "see different members.")
+                        QStringLiteral("The member's header has the name '%1'; readers of headers and readers of the "
+                                       "directory see different members.")
                             .arg(FindingList::shortened(nameText(header.name))));
     if (header.method != member.method)
         m_findings->add(DifferentMethod, subject,
-                        QStringLiteral("The member's own header has the compression method %1, and the directory %2; "
-                                       "libsorrel does not read it.")
+                        QStringLiteral("The member's header has the compression method %1, the directory has %2; "
+                                       "libsorrel does not read the member.")
                             .arg(header.method)
                             .arg(member.method));
     const bool mayFollow = ((header.flags | member.flags) & SizesFollowFlag) != 0;
     if (!isSame(header.size, member.size, mayFollow) || !isSame(header.compressedSize, member.compressedSize, mayFollow)
         || (header.crc != member.crc && !(mayFollow && header.crc == 0)))
-        m_findings->add(
-            DifferentSize, subject,
-            QStringLiteral("The member's own header has other sizes or another checksum than the directory; "
-                           "readers refuse it, or read different bytes."));
+        m_findings->add(DifferentSize, subject,
+                        QStringLiteral("The member's header and the directory have different sizes or checksums; "
+                                       "readers refuse the member or read different bytes."));
 }
 
 void ArchiveLint::checkTable(int targetSdkVersion)
@@ -158,16 +162,13 @@ void ArchiveLint::checkTable(int targetSdkVersion)
     if (table == members.cend())
         return;
     if (table->method != Stored)
-        m_findings->add(
-            CompressedTable, QLatin1String(tableName),
-            QStringLiteral("The resource table is compressed, and Android 11 and later do not install such a "
-                           "package when it is made for API level 30 or later, as this one is (%1).")
-                .arg(targetSdkVersion));
+        m_findings->add(CompressedTable, QLatin1String(tableName),
+                        QStringLiteral("The resource table is compressed, and the package targets API level %1; "
+                                       "Android 11 and later do not install it.")
+                            .arg(targetSdkVersion));
     else if (m_directory.localHeader(*table).dataAt % Alignment != 0)
-        m_findings->add(
-            UnalignedTable, QLatin1String(tableName),
-            QStringLiteral("The resource table stands at no multiple of 4 bytes, and Android 11 and later do "
-                           "not install such a package when it is made for API level 30 or later, as this "
-                           "one is (%1).")
-                .arg(targetSdkVersion));
+        m_findings->add(UnalignedTable, QLatin1String(tableName),
+                        QStringLiteral("The resource table's offset is not a multiple of 4, and the package targets "
+                                       "API level %1; Android 11 and later do not install it.")
+                            .arg(targetSdkVersion));
 }

@@ -6,7 +6,7 @@
 
 /// How much a finding matters to readers of the package.
 enum class Severity {
-    Note,    ///< worth knowing; readers cope with it
+    Note,    ///< readers cope with it
     Warning, ///< some readers see something else or nothing
     Error,   ///< the package or a part of it cannot be read or installed
 };

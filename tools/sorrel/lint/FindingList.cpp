@@ -22,8 +22,8 @@ void FindingList::add(const LintCheck &check, const QString &subject, const QStr
     const auto place = std::find(std::begin(LintChecks::All), std::end(LintChecks::All), &check);
     Q_ASSERT(place != std::end(LintChecks::All));
     Findings &findings = m_findings[size_t(place - std::begin(LintChecks::All))];
-    if (findings.told.size() < MaxPerCheck)
-        findings.told.append({QLatin1String(check.name), check.severity, shortened(subject), text});
+    if (findings.listed.size() < MaxPerCheck)
+        findings.listed.append({QLatin1String(check.name), check.severity, shortened(subject), text});
     else
         ++findings.more;
 }
@@ -32,14 +32,20 @@ QVector<Finding> FindingList::findings() const
 {
     QVector<Finding> all;
     for (const Findings &findings : m_findings) {
-        all += findings.told;
+        all += findings.listed;
         if (findings.more > 0) {
-            const Finding &last = findings.told.constLast();
-            all.append({last.check, last.severity, QString(),
-                        QStringLiteral("The same is so %1 times more.").arg(findings.more)});
+            const Finding &last = findings.listed.constLast();
+            all.append(
+                {last.check, last.severity, QString(),
+                 QStringLiteral("Lint found this %1.").arg(counted(findings.more, QStringLiteral("more time")))});
         }
     }
     return all;
+}
+
+QString FindingList::counted(qint64 count, const QString &noun)
+{
+    return QStringLiteral("%1 %2%3").arg(QString::number(count), noun, count == 1 ? QString() : QStringLiteral("s"));
 }
 
 QString FindingList::shortened(const QString &text)

@@ -25,10 +25,12 @@ public:
 
     /// @p text of a package, cut to MaxLength characters.
     static QString shortened(const QString &text);
+    /// @p count and @p noun, which gets an s in the plural: "1 chunk", "2 chunks".
+    static QString counted(qint64 count, const QString &noun);
 
 private:
     struct Findings {
-        QVector<Finding> told;
+        QVector<Finding> listed;
         int more = 0;
     };
     std::array<Findings, std::size(LintChecks::All)> m_findings;

@@ -18,7 +18,7 @@ void LauncherLint::run()
     const QList<Launcher> launchers = m_package.launchers();
     if (launchers.isEmpty())
         m_findings->add(NoLauncher, QString(),
-                        QStringLiteral("The package has no launcher, and home screens show nothing of it."));
+                        QStringLiteral("The package has no launcher; home screens do not show it."));
     const int count = int(qMin(launchers.size(), decltype(launchers.size())(MaxLaunchers)));
     for (int i = 0; i < count; ++i) {
         checkNames(launchers.at(i));
@@ -27,28 +27,24 @@ void LauncherLint::run()
     if (m_iconCheck != nullptr)
         m_iconCheck->finish();
     if (count < launchers.size())
-        m_findings->add(LaunchersSkipped, QString(),
-                        QStringLiteral("Of %1 launchers, the last %2 were not looked at, as that would take too long.")
-                            .arg(launchers.size())
-                            .arg(launchers.size() - count));
+        m_findings->add(
+            LaunchersSkipped, QString(),
+            QStringLiteral("The package has %1 launchers; lint checks the first %2.").arg(launchers.size()).arg(count));
 }
 
 void LauncherLint::checkNames(const Launcher &launcher)
 {
     const QString className = launcher.className();
     if (className.isEmpty())
-        m_findings->add(NoClass, launcher.name(),
-                        QStringLiteral("The launcher names no class, and nothing starts with it."));
+        m_findings->add(NoClass, launcher.name(), QStringLiteral("The launcher names no class; nothing can start it."));
     else if (!className.startsWith(m_package.packageName() + QLatin1Char('.')))
-        m_findings->add(
-            ForeignClass, launcher.name(),
-            QStringLiteral("The launcher's class %1 is outside of the package's own name; the code of another "
-                           "project runs, or the package was renamed.")
-                .arg(FindingList::shortened(className)));
+        m_findings->add(ForeignClass, launcher.name(),
+                        QStringLiteral("The launcher's class %1 does not begin with the package name; it belongs to "
+                                       "another project, or the package was renamed.")
+                            .arg(FindingList::shortened(className)));
     if (launcher.labels().isEmpty())
-        m_findings->add(
-            NoLabel, launcher.name(),
-            QStringLiteral("The launcher has no label, or one that leads nowhere; it is shown by its name."));
+        m_findings->add(NoLabel, launcher.name(),
+                        QStringLiteral("The launcher's label is missing; hosts show the launcher's name."));
 }
 
 void LauncherLint::checkIcon(const Launcher &launcher)
@@ -58,21 +54,20 @@ void LauncherLint::checkIcon(const Launcher &launcher)
     const quint32 resource = launcher.iconResource();
     if (icon == IconState::None && resource == 0)
         m_findings->add(NoIcon, launcher.name(),
-                        QStringLiteral("The launcher names no icon; home screens show their own."));
+                        QStringLiteral("The launcher names no icon in the package; home screens show a default icon."));
     else if (icon == IconState::None && resource >> 24 == PlatformPackage)
-        m_findings->add(
-            PlatformIcon, launcher.name(),
-            QStringLiteral("The launcher's icon is 0x%1 of Android itself, which the package does not hold; "
-                           "devices show it, and other hosts show none.")
-                .arg(resource, 8, 16, QLatin1Char('0')));
+        m_findings->add(PlatformIcon, launcher.name(),
+                        QStringLiteral("The launcher's icon 0x%1 is one of Android's own; the package does not contain "
+                                       "it, and only devices show it.")
+                            .arg(resource, 8, 16, QLatin1Char('0')));
     else if (icon == IconState::None)
         m_findings->add(UnresolvedIcon, launcher.name(),
-                        QStringLiteral("The package has no file for the launcher's icon 0x%1; hosts show none.")
+                        QStringLiteral("The package has no file for the launcher's icon 0x%1; hosts show no icon.")
                             .arg(resource, 8, 16, QLatin1Char('0')));
     else if (icon == IconState::XmlOnly)
-        m_findings->add(XmlOnlyIcon, launcher.name(),
-                        QStringLiteral("The launcher's icon is XML alone, of which ApkFile gives nothing; a host needs "
-                                       "SorrelKit to show it."));
+        m_findings->add(
+            XmlOnlyIcon, launcher.name(),
+            QStringLiteral("All files of the launcher's icon are XML; SorrelKit draws it, ApkFile returns no icon."));
     if (icon != IconState::None && m_iconCheck != nullptr)
         m_iconCheck->check(launcher);
 }

@@ -65,8 +65,8 @@ QJsonObject jsonOf(const FileName &file, const PackageLint &lint)
 QString LintCommand::details() const
 {
     return QStringLiteral(
-        "An error cannot be read or installed. A warning is read differently by some readers, or not at all. A note "
-        "is no fault. The exit status does not depend on findings.");
+        "An error: the package, or a part of it, cannot be read or installed. A warning: some readers see something "
+        "else, or nothing. A note: readers cope with it. The exit status does not depend on findings.");
 }
 
 void LintCommand::addOptions(QCommandLineParser &parser) const

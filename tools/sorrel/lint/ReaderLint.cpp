@@ -32,11 +32,11 @@ QString listed(const QStringList &names)
     return shown.join(QStringLiteral(", "));
 }
 
-QString times(int count)
+// Diagnostics beyond the first ones are not kept.
+QString countedItems(int count, const QString &noun)
 {
-    if (count >= Diagnostics::MaxItems)
-        return QStringLiteral("%1 times or more").arg(int(Diagnostics::MaxItems));
-    return count == 1 ? QStringLiteral("once") : QStringLiteral("%1 times").arg(count);
+    const QString atLeast = count >= Diagnostics::MaxItems ? QStringLiteral("at least ") : QString();
+    return atLeast + FindingList::counted(count, noun);
 }
 
 QString nameOf(const Diagnostics::Item &item)
@@ -63,10 +63,9 @@ void ReaderLint::run()
     if (!readMembers())
         return;
     if (!m_hasManifest && m_package.isValid()) {
-        m_findings->add(
-            PackageSet, QString(),
-            QStringLiteral("The file is a set of packages, which ApkFile does not read and SorrelKit does; its "
-                           "packages were not looked at one by one."));
+        m_findings->add(PackageSet, QString(),
+                        QStringLiteral("The file is a set of packages; SorrelKit reads it, ApkFile does not, and lint "
+                                       "does not check each package."));
         checkPackage();
         return;
     }
@@ -74,7 +73,7 @@ void ReaderLint::run()
     checkEncodings();
     readTable();
     readManifest();
-    tellError();
+    reportError();
 }
 
 bool ReaderLint::readMembers()
@@ -96,46 +95,41 @@ void ReaderLint::checkPackage()
         return;
     if (m_package.packageName().isEmpty())
         m_findings->add(NoPackageName, manifestName,
-                        QStringLiteral("The manifest names no package, and Android does not install it."));
+                        QStringLiteral("The manifest has no package name; Android does not install the package."));
     if (m_package.minSdkVersion() > m_package.targetSdkVersion())
-        m_findings->add(
-            MinAboveTarget, manifestName,
-            QStringLiteral("The package runs on API level %1 and later, and was made for %2, which is below "
-                           "it.")
-                .arg(m_package.minSdkVersion())
-                .arg(m_package.targetSdkVersion()));
+        m_findings->add(MinAboveTarget, manifestName,
+                        QStringLiteral("The minimum SDK version %1 is higher than the target SDK version %2.")
+                            .arg(m_package.minSdkVersion())
+                            .arg(m_package.targetSdkVersion()));
 }
 
 void ReaderLint::checkEncodings()
 {
     const TableEncodings encodings(m_table);
-    const QString text = QStringLiteral("The resource table has %1, which ApkFile does not read; SorrelKit does, and "
-                                        "PackageNormalizer writes them anew for ApkFile.");
+    const QString text = QStringLiteral(
+        "The resource table has %1; SorrelKit reads them, ApkFile needs PackageNormalizer to read them.");
     if (encodings.isSparse())
         m_findings->add(SparseTable, tableName, text.arg(QStringLiteral("sparse types")));
     if (encodings.hasShortOffsets())
-        m_findings->add(ShortOffsetsTable, tableName, text.arg(QStringLiteral("types with offsets of 16 bits")));
+        m_findings->add(ShortOffsetsTable, tableName, text.arg(QStringLiteral("types with 16-bit offsets")));
     if (encodings.isCompact())
         m_findings->add(CompactTable, tableName, text.arg(QStringLiteral("compact entries")));
     if (encodings.hasSharedEntries())
-        m_findings->add(
-            SharedEntriesTable, tableName,
-            QStringLiteral("Resources share entries of the resource table, and ApkFile finds the last one's "
-                           "alone; SorrelKit finds all, and PackageNormalizer writes them anew for ApkFile."));
+        m_findings->add(SharedEntriesTable, tableName,
+                        QStringLiteral("Resources share an entry of the resource table; SorrelKit finds all of them, "
+                                       "ApkFile needs PackageNormalizer to find more than the last one."));
 }
 
 void ReaderLint::readTable()
 {
     if (!m_hasTable) {
         setError(PackageError::NoResources);
-        // tellError() reports a table that exists and cannot be read.
+        // reportError() reports a table that exists and cannot be read.
         if (m_package.error().code() == SorrelKit::Error::Code::BadTable)
             return;
-        m_findings->add(
-            LintChecks::NoTable, QString(),
-            QStringLiteral("There is no resource table, so that there are no resources; ApkFile needs one to "
-                           "read the manifest, SorrelKit and Android do not. PackageNormalizer adds an empty one for "
-                           "ApkFile."));
+        m_findings->add(LintChecks::NoTable, QString(),
+                        QStringLiteral("The package has no resource table; ApkFile needs the empty one that "
+                                       "PackageNormalizer adds, SorrelKit and Android need none."));
         return;
     }
     SequentialBytes device(m_table);
@@ -149,10 +143,10 @@ void ReaderLint::readTable()
         return;
     }
     const QVector<Diagnostics::Item> &items = reader.diagnostics().items();
-    report(UnknownTableChunk, tableName, items, {Code::UnexpectedTableChunk},
-           QStringLiteral("The resource table has chunks of types that libsorrel skips, %1 (%2)."));
-    report(UnknownStringPool, tableName, items, {Code::UnknownStringPool},
-           QStringLiteral("The resource table has string pools that nothing refers to, %1."));
+    report(UnknownTableChunk, tableName, items, {Code::UnexpectedTableChunk}, QStringLiteral("chunk"),
+           QStringLiteral("libsorrel skips %1 of unknown type in the resource table (%2)."));
+    report(UnknownStringPool, tableName, items, {Code::UnknownStringPool}, QStringLiteral("string pool"),
+           QStringLiteral("The resource table has %1 that nothing refers to."));
 }
 
 void ReaderLint::readManifest()
@@ -165,16 +159,15 @@ void ReaderLint::readManifest()
     if (isUntyped && m_package.isValid())
         m_findings->add(
             UntypedManifest, manifestName,
-            QStringLiteral("The manifest's first chunk has no type, and ApkFile finds nothing in it and tells "
-                           "no error; Android and SorrelKit read it, and PackageNormalizer sets the type for "
-                           "ApkFile."));
+            QStringLiteral("The manifest's first chunk has no type; SorrelKit and Android read it, ApkFile finds "
+                           "nothing in it and reports no error, unless PackageNormalizer sets the type."));
     const AttributeTexts texts(m_manifest);
     if (texts.differentTexts() > 0)
         m_findings->add(
             DifferentText, manifestName,
-            QStringLiteral("Attributes of the manifest were written as texts that are not their values, %1 (%2); "
-                           "ApkFile takes the texts, SorrelKit and Android take the values.")
-                .arg(times(texts.differentTexts()), listed(texts.names())));
+            QStringLiteral("The text differs from the value in %1 of the manifest (%2); ApkFile uses the text, "
+                           "SorrelKit and Android use the value.")
+                .arg(FindingList::counted(texts.differentTexts(), QStringLiteral("attribute")), listed(texts.names())));
     SequentialBytes device(m_manifest);
     Extractor reader(&device);
     reader.diagnostics().setQuiet();
@@ -189,19 +182,20 @@ void ReaderLint::readManifest()
 
 void ReaderLint::reportManifest(const QVector<Diagnostics::Item> &items)
 {
-    report(UnknownManifestChunk, manifestName, items, {Code::UnexpectedDocumentChunk},
-           QStringLiteral("The manifest has chunks of types that libsorrel skips, %1 (%2)."));
+    report(UnknownManifestChunk, manifestName, items, {Code::UnexpectedDocumentChunk}, QStringLiteral("chunk"),
+           QStringLiteral("libsorrel skips %1 of unknown type in the manifest (%2)."));
     report(UndeclaredNamespace, manifestName, items, {Code::UnknownElementNamespace, Code::UnknownAttributeNamespace},
-           QStringLiteral("The manifest uses namespaces that it does not declare, %1 (%2), and readers that go by "
-                          "prefixes do not find what is in them."));
-    report(UndeclaredNamespace, manifestName, items, {Code::NoAndroidNamespace},
-           QStringLiteral("The manifest uses Android's attributes and does not declare their namespace, %1, and "
-                          "readers that go by prefixes do not find them."));
+           QStringLiteral("place"),
+           QStringLiteral(
+               "The manifest uses undeclared namespaces in %1 (%2); readers that search by prefix miss these names."));
+    report(UndeclaredNamespace, manifestName, items, {Code::NoAndroidNamespace}, QStringLiteral("place"),
+           QStringLiteral("The manifest uses Android's attributes in %1 without declaring their namespace; readers "
+                          "that search by prefix miss them."));
 }
 
-// One finding for all items of @p codes: their number, and the names of some.
+// One finding for all items of @p codes: their number, which counts @p noun, and the names of some.
 void ReaderLint::report(const LintCheck &check, const QString &subject, const QVector<Diagnostics::Item> &items,
-                        const QVector<Code> &codes, const QString &text)
+                        const QVector<Code> &codes, const QString &noun, const QString &text)
 {
     QSet<QString> known;
     int count = 0;
@@ -216,7 +210,8 @@ void ReaderLint::report(const LintCheck &check, const QString &subject, const QV
     QStringList names = known.values();
     names.sort();
     const bool isNamed = text.contains(QLatin1String("%2"));
-    m_findings->add(check, subject, isNamed ? text.arg(times(count), listed(names)) : text.arg(times(count)));
+    const QString number = countedItems(count, noun);
+    m_findings->add(check, subject, isNamed ? text.arg(number, listed(names)) : text.arg(number));
 }
 
 void ReaderLint::setError(PackageError::Code error, const QString &fault)
@@ -228,27 +223,27 @@ void ReaderLint::setError(PackageError::Code error, const QString &fault)
 }
 
 // A package that both readers refuse is damaged. Otherwise the finding names the reader that refuses it.
-void ReaderLint::tellError()
+void ReaderLint::reportError()
 {
     using SorrelKit::Error;
     const QString otherReads =
-        m_error == PackageError::NoError ? QStringLiteral(" ApkFile reads it all the same.") : QString();
+        m_error == PackageError::NoError ? QStringLiteral(" ApkFile still reads it.") : QString();
     if (m_package.error().code() == Error::Code::NoManifest)
         m_findings->add(LintChecks::NoManifest, QString(),
-                        QStringLiteral("There is no manifest that can be read: this is no Android package."));
+                        QStringLiteral("The file has no readable manifest; it is not an Android package."));
     else if (m_package.error().code() == Error::Code::BadManifest)
         m_findings->add(DamagedManifest, manifestName,
                         QStringLiteral("The manifest cannot be read (%1).").arg(m_package.error().message())
                             + otherReads);
     else if (m_package.error().code() == Error::Code::BadTable)
         m_findings->add(DamagedTable, tableName,
-                        QStringLiteral("The resource table cannot be read (%1), and labels and icons are missing.")
+                        QStringLiteral("The resource table cannot be read (%1); labels and icons are missing.")
                                 .arg(m_package.error().message())
                             + otherReads);
     if (m_package.error() || m_error == PackageError::NoError)
         return;
     const QString fault = m_fault.isEmpty() ? QString() : QStringLiteral(": ") + FindingList::shortened(m_fault);
     m_findings->add(ApkFileRefuses, QString(),
-                    QStringLiteral("ApkFile alone does not read the package (code %1, %2%3); SorrelKit does.")
+                    QStringLiteral("SorrelKit reads the package, ApkFile does not (code %1, %2%3).")
                         .arg(QString::number(m_error), PackageError::text(m_error), fault));
 }

@@ -33,8 +33,8 @@ private:
     void readManifest();
     void reportManifest(const QVector<Diagnostics::Item> &items);
     void report(const LintCheck &check, const QString &subject, const QVector<Diagnostics::Item> &items,
-                const QVector<Diagnostics::Code> &codes, const QString &text);
-    void tellError();
+                const QVector<Diagnostics::Code> &codes, const QString &noun, const QString &text);
+    void reportError();
     void setError(PackageError::Code error, const QString &fault = QString());
 
     FileName m_file;
