@@ -3,6 +3,7 @@
 #include "Bytes.h"
 #include "KitSeeds.h"
 #include "Pictures.h"
+#include "RawZip.h"
 #include "Regressions.h"
 
 #include <QDir>
@@ -92,6 +93,20 @@ void writeNormalizerSeeds(const QString &directory)
     write(directory, QStringLiteral("empty"), emptyTable());
 }
 
+void writeArchiveSeeds(const QString &directory)
+{
+    const QVector<Member> members{{QStringLiteral("a"), "text"}, {QStringLiteral("res/b"), QByteArray(500, 'x')}};
+    const QByteArray deflated = zip(members);
+    write(directory, QStringLiteral("deflated"), deflated);
+    write(directory, QStringLiteral("stored"), zip(members, Compression::Stored));
+    write(directory, QStringLiteral("in-stored"), zip({{QStringLiteral("a.apk"), deflated}}, Compression::Stored));
+    write(directory, QStringLiteral("in-deflated"), zip({{QStringLiteral("a.apk"), deflated}}));
+    write(directory, QStringLiteral("zip64"), rawZip64({{"a", "text"}, {"b", "other"}}));
+    write(directory, QStringLiteral("one-name"), rawZip({{"a", "text"}, {"a", "other"}}, "leading"));
+    write(directory, QStringLiteral("empty-blocks"),
+          zipOfDeflated({{QStringLiteral("a"), deflatedBehindEmptyBlocks(100, "text")}}, 100));
+}
+
 void writeAll(const QString &directory, const QVector<Member> &files)
 {
     for (const Member &file : files)
@@ -143,6 +158,7 @@ int main(int argc, char *argv[])
     writeAll(documents + regressions, documentRegressions());
     writeAll(packages + regressions, packageRegressions());
     writeAll(pictures + regressions, pictureRegressions());
+    writeArchiveSeeds(directory + QStringLiteral("/archive"));
     writeNormalizerSeeds(directory + QStringLiteral("/normalizer"));
     writeAll(drawables + regressions, drawableRegressions());
     writeAll(kitPackages + regressions, kitPackageRegressions());

@@ -10,7 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # To build the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
-    qtbase5-dev libquazip1-qt5-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
+    qtbase5-dev libquazip1-qt5-dev libdeflate-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
 # To build with Qt 6.

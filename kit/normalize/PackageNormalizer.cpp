@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/PackageNormalizer.h>
 
-#include "archive/ArchiveMembers.h"
 #include "archive/BufferedFile.h"
 #include "archive/ZipArchive.h"
 #include "format/ChunkView.h"
@@ -70,7 +69,7 @@ QByteArray archiveOf(const QVector<Member> &members)
         QuaZipNewInfo info(member.name);
         info.dateTime = earliest;
         QuaZipFile file(&archive);
-        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, ArchiveMembers::Stored);
+        good = good && file.open(QIODevice::WriteOnly, info, nullptr, 0, ZipDirectory::Stored);
         good = good && file.write(member.content) == member.content.size();
         file.close();
     }

@@ -1,83 +1,115 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "archive/ZipArchive.h"
 
-#include "archive/ArchiveMembers.h"
-#include "archive/BufferedFile.h"
-#include "archive/RangeDevice.h"
-
-#include <QBuffer>
-#include <QFileInfo>
-
-#include <quazip/quazip.h>
-#include <quazip/quazipfile.h>
-#include <quazip/unzip.h>
+#include "archive/BytesOfFile.h"
 
 #include <limits>
 #include <utility>
 
-namespace {
+ZipArchive::ZipArchive(const QString &fileName) : m_fileName(fileName) {}
 
-std::unique_ptr<QIODevice> bufferOf(const QByteArray &bytes)
-{
-    auto buffer = std::make_unique<QBuffer>();
-    buffer->setData(bytes);
-    return buffer;
-}
+ZipArchive::ZipArchive(QIODevice *device) : m_device(device) {}
 
-} // namespace
-
-ZipArchive::ZipArchive(const QString &fileName)
-    : m_fileName(fileName),
-      m_ownDevice(std::make_unique<BufferedFile>(fileName)),
-      m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
-{
-}
-
-ZipArchive::ZipArchive(QIODevice *device) : m_archive(std::make_unique<QuaZip>(device)) {}
-
-ZipArchive::ZipArchive(const QByteArray &bytes) : ZipArchive(bufferOf(bytes)) {}
-
-ZipArchive::ZipArchive(std::unique_ptr<QIODevice> device)
-    : m_ownDevice(std::move(device)), m_archive(std::make_unique<QuaZip>(m_ownDevice.get()))
-{
-}
+ZipArchive::ZipArchive(const QByteArray &bytes) : m_source(std::make_shared<BytesInMemory>(SharedBytes(bytes))) {}
 
 std::unique_ptr<ZipArchive> ZipArchive::atNativePath(const QByteArray &path)
 {
-    return std::unique_ptr<ZipArchive>(new ZipArchive(BufferedFile::atNativePath(path)));
+    std::unique_ptr<ZipArchive> archive(new ZipArchive);
+    archive->m_nativePath = path;
+    return archive;
 }
 
-ZipArchive::~ZipArchive() = default;
+std::shared_ptr<ByteSource> ZipArchive::openSource() const
+{
+    if (m_source != nullptr)
+        return m_source;
+    if (m_device != nullptr)
+        return BytesOfDevice::open(m_device);
+    return m_nativePath.isNull() ? BytesOfFile::open(m_fileName) : BytesOfFile::openNativePath(m_nativePath);
+}
 
 bool ZipArchive::open(Budget *budget)
 {
-    if (m_archive->isOpen())
+    if (m_isOpen)
         return true;
-    // Opening anything but a regular file may block forever: a FIFO waits for a writer.
-    if (!m_fileName.isNull() && !QFileInfo(m_fileName).isFile())
+    const std::shared_ptr<ByteSource> source = openSource();
+    if (source == nullptr || !m_directory.read(*source))
         return false;
-    const QIODevice *device = m_archive->getIoDevice();
-    if (device->isOpen() || !m_archive->open(QuaZip::mdUnzip))
-        return false;
-    bool isWhole = true;
-    qint64 heldBytes = 0;
-    ArchiveMembers::visitNames(m_archive.get(), [&](const QString &name) {
-        isWhole = budget == nullptr || (budget->spendWork(MemberWork) && budget->holdBytes(MemberBytes));
-        heldBytes += budget != nullptr && isWhole ? MemberBytes : 0;
-        if (isWhole && !m_known.contains(name)) {
-            m_known.insert(name);
-            m_names.append(name);
+    if (budget != nullptr) {
+        const qint64 bytes = MemberBytes * m_directory.count() + m_directory.bytes();
+        const bool isWhole = budget->spendWork(MemberWork * m_directory.count()) && budget->holdBytes(bytes);
+        if (!isWhole) {
+            m_directory = ZipDirectory();
+            return false;
         }
-        return isWhole;
-    });
-    if (!isWhole) {
-        m_known.clear();
-        m_names.clear();
-        m_archive->close();
-        if (budget != nullptr)
-            budget->releaseBytes(heldBytes);
     }
-    return isWhole;
+    m_source = source;
+    m_isOpen = true;
+    return true;
+}
+
+int ZipArchive::find(const QString &path)
+{
+    const QByteArray name = path.toUtf8();
+    return name.isEmpty() ? -1 : m_directory.find(ByteView(name));
+}
+
+QStringList ZipArchive::names(int most)
+{
+    QStringList names;
+    for (int number = 0; number < qMin(m_directory.count(), most); ++number) {
+        const ByteView name = m_directory.name(number);
+        if (!name.isEmpty() && m_directory.find(name) == number)
+            names.append(QString::fromUtf8(reinterpret_cast<const char *>(name.data()), int(name.size())));
+    }
+    return names;
+}
+
+std::optional<ZipArchive::Data> ZipArchive::data(int number)
+{
+    if (number < 0)
+        return {};
+    const ZipDirectory::Member member = m_directory.member(number);
+    const ZipDirectory::LocalHeader own = ZipDirectory::localHeader(*m_source, member);
+    const bool sizesFollow = (own.flags & ZipDirectory::SizesFollowFlag) != 0;
+    const bool isSame = own.packedSize == member.packedSize && own.size == member.size && own.crc == member.crc;
+    if (!own.isFound || !(sizesFollow || isSame) || member.packedSize < 0 || member.size < 0)
+        return {};
+    Data data;
+    data.at = own.dataAt;
+    data.method = member.method;
+    // Tools that hide content claim another size for stored bytes; the shorter one of both is there for sure.
+    data.size = member.method == ZipDirectory::Stored ? qMin(member.size, member.packedSize) : member.size;
+    data.packedSize = member.method == ZipDirectory::Stored ? data.size : member.packedSize;
+    if (data.at > m_source->size())
+        return {};
+    // A file that is cut in a member has the start of it.
+    data.packedSize = qMin(data.packedSize, m_source->size() - data.at);
+    return data;
+}
+
+SharedBytes ZipArchive::content(int number, qint64 maxBytes, Budget *budget, bool mayView)
+{
+    const std::optional<Data> data = budget->workLeft() > 0 ? this->data(number) : std::nullopt;
+    if (!data)
+        return {};
+    const bool isStored = data->method == ZipDirectory::Stored;
+    // A member delivers no more than the directory says, so one that is too long is not read at all.
+    const qint64 size = isStored ? data->packedSize : data->size;
+    const qint64 workPerByte = isStored ? Budget::ByteWork : Budget::PackedByteWork;
+    if ((!isStored && data->method != ZipDirectory::Deflated) || data->size > maxBytes
+        || data->packedSize > budget->workLeft() / workPerByte
+        || qMin(size, data->packedSize * Inflater::MaxRatio) > budget->workLeft() / Budget::ByteWork)
+        return {};
+    SharedBytes bytes;
+    if (!isStored) {
+        const SharedBytes packed(m_source->read(data->at, data->packedSize));
+        bytes = SharedBytes(m_inflater.inflated(packed.view(), size));
+    } else {
+        bytes = mayView ? m_source->view(data->at, size) : SharedBytes(m_source->read(data->at, size));
+    }
+    budget->chargeWork(qMax(Budget::ByteWork * bytes.size(), workPerByte * data->packedSize));
+    return bytes;
 }
 
 QByteArray ZipArchive::file(const QString &path, qint64 maxBytes)
@@ -88,47 +120,62 @@ QByteArray ZipArchive::file(const QString &path, qint64 maxBytes)
 
 QByteArray ZipArchive::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
-    if (!select(path))
+    return content(find(path), maxBytes, budget, false).toByteArray();
+}
+
+SharedBytes ZipArchive::content(const QString &path, qint64 maxBytes)
+{
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    return content(path, maxBytes, &any);
+}
+
+SharedBytes ZipArchive::content(const QString &path, qint64 maxBytes, Budget *budget)
+{
+    return content(find(path), maxBytes, budget, true);
+}
+
+std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
+{
+    const std::optional<Data> data = this->data(number);
+    if (!data)
         return {};
-    unz_file_info64 info{};
-    unzGetCurrentFileInfo64(m_archive->getUnzFile(), &info, nullptr, 0, nullptr, 0, nullptr, 0);
-    // A member delivers no more than the directory says, so one that is too long is not read at all.
-    const qint64 size = qint64(info.uncompressed_size);
-    if (size < 0 || size > maxBytes)
+    const quint32 wanted = m_directory.member(number).crc;
+    if (data->method == ZipDirectory::Deflated) {
+        const qint64 size = data->size;
+        const SharedBytes bytes = content(number, size, budget, false);
+        if (bytes.isEmpty() && size > 0)
+            return {};
+        return Inflater::checksum(bytes.view()) == wanted;
+    }
+    if (data->method != ZipDirectory::Stored || !budget->spendWork(Budget::ByteWork * data->packedSize))
         return {};
-    return ArchiveMembers::content(m_archive.get(), maxBytes, budget, qMin(size, MaxTrustedSize));
+    constexpr qint64 PieceSize = 1 << 18;
+    quint32 sum = 0;
+    for (qint64 at = 0; at < data->packedSize; at += PieceSize) {
+        const QByteArray piece = m_source->read(data->at + at, qMin(PieceSize, data->packedSize - at));
+        sum = Inflater::checksum(ByteView(piece), sum);
+    }
+    return sum == wanted;
 }
 
 std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *budget)
 {
-    if (!select(path))
+    const int number = find(path);
+    const std::optional<Data> data = this->data(number);
+    if (!data || data->packedSize > m_source->size() - m_innerBytes)
         return nullptr;
-    constexpr bool IsRaw = true;
-    int method = 0;
-    int level = 0;
-    QuaZipFile raw(m_archive.get());
-    if (!raw.open(QIODevice::ReadOnly, &method, &level, IsRaw))
-        return nullptr;
-    const qint64 start = qint64(unzGetCurrentFileZStreamPos64(m_archive->getUnzFile()));
-    const qint64 size = raw.csize();
-    const qint64 inflatedSize = raw.usize();
-    raw.close();
-    QIODevice *const device = m_archive->getIoDevice();
-    if (size < 0 || size > device->size() - m_innerBytes)
-        return nullptr;
-    if (method == ArchiveMembers::Stored) {
-        m_innerBytes += size;
-        return std::unique_ptr<ZipArchive>(new ZipArchive(std::make_unique<RangeDevice>(device, start, size)));
+    if (data->method == ZipDirectory::Stored) {
+        m_innerBytes += data->packedSize;
+        const auto part = std::make_shared<PartOfBytes>(m_source, data->at, data->packedSize);
+        return std::unique_ptr<ZipArchive>(new ZipArchive(part));
     }
-    if (inflatedSize < 0 || !budget->holdBytes(inflatedSize))
+    if (!budget->holdBytes(data->size))
         return nullptr;
     // A member that turns out to be damaged counts too: reading it takes as long.
-    m_innerBytes += size;
-    const QByteArray bytes = file(path, inflatedSize);
-    return bytes.isEmpty() ? nullptr : std::make_unique<ZipArchive>(bytes);
-}
-
-bool ZipArchive::select(const QString &path)
-{
-    return contains(path) && m_archive->setCurrentFile(path, QuaZip::csDefault);
+    m_innerBytes += data->packedSize;
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    const SharedBytes bytes = content(number, data->size, &any, false);
+    if (bytes.isEmpty())
+        return nullptr;
+    return std::unique_ptr<ZipArchive>(new ZipArchive(std::make_shared<BytesInMemory>(bytes)));
 }

@@ -2,37 +2,45 @@
 #ifndef ZIPARCHIVE_H
 #define ZIPARCHIVE_H
 
+#include "archive/ByteSource.h"
 #include "archive/FileSource.h"
+#include "archive/Inflater.h"
+#include "archive/ZipDirectory.h"
 
-#include <QIODevice>
-#include <QSet>
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
-class QuaZip;
+class QIODevice;
 
-/// The members of a ZIP archive. open() opens it; it stays open as long as this object lives.
+/**
+ * The members of a ZIP archive, as Android reads them. ZipDirectory documents what an archive is, BytesOfFile how a file
+ * is read. One thread at a time.
+ *
+ * open() reads the end of the file and the directory. A member costs reading its header and its bytes; nothing else of
+ * the archive is touched. A member is readable when its own header is where the directory says, has the same sizes and
+ * checksum unless these follow the data, and all of its bytes exist. The directory's compression method and name count.
+ * Checksums of contents and marks of encryption are ignored, as on Android.
+ */
 class ZipArchive : public FileSource
 {
 public:
-    /// Bytes that are reserved for a member because the directory claims them; above this, memory grows with the bytes
-    /// that the member delivers.
-    static constexpr qint64 MaxTrustedSize = 1 << 20;
     /// The work that a member of an archive within another one costs when the directory is read, and the bytes that it
-    /// holds. A compressed archive may list a thousand times as many members as its bytes have room for.
-    static constexpr qint64 MemberWork = 2048;
-    static constexpr qint64 MemberBytes = 256;
+    /// holds besides its record. A compressed archive may list a thousand times as many members as its bytes have room
+    /// for.
+    static constexpr qint64 MemberWork = 16;
+    static constexpr qint64 MemberBytes = 24;
 
     /// The archive in the file @p fileName.
     explicit ZipArchive(const QString &fileName);
-    /// The archive on @p device, random-access and not open, which stays the caller's and outlives this object.
+    /// The archive on @p device, random-access and not open, which stays the caller's and outlives this object. It is
+    /// open from open() on while this object lives.
     explicit ZipArchive(QIODevice *device);
     /// The archive in @p bytes.
     explicit ZipArchive(const QByteArray &bytes);
     /// The archive in the file at @p path, the bytes that the system has for it. They need not be text.
     static std::unique_ptr<ZipArchive> atNativePath(const QByteArray &path);
-    ~ZipArchive() override;
 
     /// Opens the archive and reads its directory. False when the file is missing, is no regular file or no archive, or
     /// the device is open already or sequential. With a @p budget, also false when the members do not fit in it.
@@ -43,34 +51,61 @@ public:
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     /// The same without a budget, for a member that is read once.
     QByteArray file(const QString &path, qint64 maxBytes);
+    /// The same bytes; those of a stored member are a view into the file where it can be mapped. They stay valid when
+    /// this object is destroyed.
+    SharedBytes content(const QString &path, qint64 maxBytes, Budget *budget);
+    /// The same without a budget.
+    SharedBytes content(const QString &path, qint64 maxBytes);
     /**
      * The archive in the member @p path, not yet open; null when there is no such member.
      *
-     * A stored member is read in place, so this object must outlive the result. A compressed member is kept in memory:
-     * it holds the bytes that the directory claims, and the result is null when @p budget has fewer left, or the
-     * member is damaged from its first byte.
+     * A stored member is read in place. A compressed member is kept in memory: it holds the bytes that the directory
+     * claims, and the result is null when @p budget has fewer left, or the member is damaged from its first byte.
      *
      * All members that were returned together have no more bytes than this archive, as members do not overlap in a
      * sound archive; the result is null when one would exceed that.
      */
     std::unique_ptr<ZipArchive> archive(const QString &path, Budget *budget);
     /// Whether the member @p path exists. Does not read the archive.
-    bool contains(const QString &path) const { return m_known.contains(path); }
-    /// The paths of all members, each once, in the order of the archive; ends at the first empty one.
-    const QStringList &names() const { return m_names; }
+    bool contains(const QString &path) { return find(path) >= 0; }
+    /// The paths of the first @p most members, in the order of the archive. Empty ones, and members that are hidden by a
+    /// later one of the same name, are left out.
+    QStringList names(int most = std::numeric_limits<int>::max());
+
+    /// The directory; empty before open().
+    ZipDirectory &directory() { return m_directory; }
+    /// The bytes of the archive. Precondition: it is open.
+    ByteSource &source() { return *m_source; }
+    /// Whether the content of member @p number has the checksum of the directory; nothing when the member cannot be
+    /// read, or could cost more work than @p budget has left.
+    std::optional<bool> hasRightChecksum(int number, Budget *budget);
 
 private:
     Q_DISABLE_COPY(ZipArchive)
 
-    explicit ZipArchive(std::unique_ptr<QIODevice> device);
-    /// Makes the member @p path the archive's current one.
-    bool select(const QString &path);
+    /// The bytes of a member in the archive.
+    struct Data {
+        qint64 at = 0;
+        qint64 packedSize = 0;
+        qint64 size = 0;
+        quint16 method = ZipDirectory::Stored;
+    };
 
-    QString m_fileName;
-    std::unique_ptr<QIODevice> m_ownDevice; ///< outlives the archive
-    std::unique_ptr<QuaZip> m_archive;
-    QStringList m_names;
-    QSet<QString> m_known;   ///< the same
+    ZipArchive() = default;
+    explicit ZipArchive(std::shared_ptr<ByteSource> source) : m_source(std::move(source)) {}
+    std::shared_ptr<ByteSource> openSource() const;
+    int find(const QString &path);
+    /// The bytes of member @p number; nothing when it cannot be read.
+    std::optional<Data> data(int number);
+    SharedBytes content(int number, qint64 maxBytes, Budget *budget, bool mayView);
+
+    QString m_fileName;            ///< null for an archive of another kind
+    QByteArray m_nativePath;       ///< the same
+    QIODevice *m_device = nullptr; ///< the same
+    bool m_isOpen = false;
+    std::shared_ptr<ByteSource> m_source; ///< null before open() when it is opened there
+    ZipDirectory m_directory;
+    Inflater m_inflater;
     qint64 m_innerBytes = 0; ///< bytes of this archive in the members that archive() returned
 };
 

@@ -103,6 +103,17 @@ QVector<LintCase> archiveCases()
     otherMethod.localMethod = 8;
     RawMember otherSize{"a.txt", "a"};
     otherSize.localSize = 2;
+    RawMember otherChecksum{"a.txt", "a"};
+    otherChecksum.crc = 1;
+    QByteArray withGap = good;
+    withGap.insert(withGap.size() - ZipEndSize, "gap");
+    QByteArray withLongComment = good + QByteArray(0xffff, 'x');
+    poke16(withLongComment, int(good.size()) - 2, 0xffff);
+    const auto refusal = [](const QByteArray &error) {
+        return finding("apkfile-refuses", warning, QString(),
+                       "SorrelKit reads the package, ApkFile does not (" + error + ").");
+    };
+    const QByteArray cannotOpen("code 1, could not open APK file");
     LintManifest recent;
     recent.targetSdk = 30;
     LintManifest odd;
@@ -113,11 +124,13 @@ QVector<LintCase> archiveCases()
     return {
         {"multi-disk",
          withEnd({{4, 1}}),
-         {finding("multi-disk", fault, QString(), "The archive claims to be one part of several; readers refuse it.")},
-         1},
+         {finding("multi-disk", fault, QString(), "The archive claims to be one part of several; ApkFile refuses it."),
+          refusal(cannotOpen)}},
+        {"apkfile-refuses, data before the end record", withGap, {refusal("code 2, could not find resources.arsc")}},
+        {"apkfile-refuses, a long comment", withLongComment, {refusal(cannotOpen)}},
         {"zip64",
          rawZip64(lintMembers()),
-         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; lint does not check its members.")}},
+         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; many readers refuse it.")}},
         {"damaged-directory",
          withEnd({{8, 4}, {10, 4}}),
          {finding("damaged-directory", fault, QString(),
@@ -196,6 +209,11 @@ QVector<LintCase> archiveCases()
          {finding("different-size", warning, file,
                   "The member's header and the directory have different sizes or checksums; readers refuse the member "
                   "or read different bytes.")}},
+        {"wrong-checksum",
+         withMember(otherChecksum),
+         {finding("wrong-checksum", warning, file,
+                  "The member's content does not have the checksum in the directory; Android does not check it, other "
+                  "readers refuse the member.")}},
         {"compressed-table",
          withManifest(recent),
          {finding("compressed-table", fault, tableName,

@@ -4,10 +4,7 @@
 #include "Console.h"
 #include "FileName.h"
 #include "PrintableText.h"
-#include "archive/BufferedFile.h"
-
-#include <quazip.h>
-#include <quazipfileinfo.h>
+#include "archive/ZipArchive.h"
 
 namespace {
 
@@ -34,26 +31,32 @@ QString methodName(quint16 method)
     }
 }
 
-QString memberLine(const QuaZipFileInfo64 &member, const TextStyle &style)
+bool isEncrypted(const ZipDirectory::Member &member)
+{
+    return (member.flags & ZipDirectory::EncryptedFlag) != 0;
+}
+
+QString memberLine(const ZipDirectory::Member &member, const TextStyle &style)
 {
     constexpr int sizeWidth = 10;
     constexpr int methodWidth = 9;
     return QStringLiteral("%1 %2 %3 %4%5\n")
-        .arg(QString::number(member.uncompressedSize).rightJustified(sizeWidth),
-             style.faint(QString::number(member.compressedSize).rightJustified(sizeWidth)),
-             style.faint(methodName(member.method).leftJustified(methodWidth)), printableText(member.name),
-             member.isEncrypted() ? style.warning(QStringLiteral(" (encrypted)")) : QString());
+        .arg(QString::number(member.size).rightJustified(sizeWidth),
+             style.faint(QString::number(member.packedSize).rightJustified(sizeWidth)),
+             style.faint(methodName(member.method).leftJustified(methodWidth)),
+             printableText(ZipDirectory::nameText(member.name)),
+             isEncrypted(member) ? style.warning(QStringLiteral(" (encrypted)")) : QString());
 }
 
 // Adds @p member to @p json. JSON numbers have 53 bits, which is more than the size of any package.
-QJsonObject memberJson(QJsonObject json, const QuaZipFileInfo64 &member)
+QJsonObject memberJson(QJsonObject json, const ZipDirectory::Member &member)
 {
-    json.insert(QStringLiteral("path"), member.name);
-    json.insert(QStringLiteral("size"), qint64(member.uncompressedSize));
-    json.insert(QStringLiteral("compressedSize"), qint64(member.compressedSize));
+    json.insert(QStringLiteral("path"), ZipDirectory::nameText(member.name));
+    json.insert(QStringLiteral("size"), member.size);
+    json.insert(QStringLiteral("compressedSize"), member.packedSize);
     json.insert(QStringLiteral("method"), methodName(member.method));
     json.insert(QStringLiteral("crc"), qint64(member.crc));
-    json.insert(QStringLiteral("encrypted"), member.isEncrypted());
+    json.insert(QStringLiteral("encrypted"), isEncrypted(member));
     return json;
 }
 
@@ -73,29 +76,24 @@ void FilesCommand::addOptions(QCommandLineParser &parser) const
 int FilesCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const FileName file(parser.positionalArguments().constFirst());
-    const std::unique_ptr<BufferedFile> device = BufferedFile::atNativePath(file.path());
-    QuaZip archive(device.get());
-    if (!archive.open(QuaZip::mdUnzip)) {
+    const std::unique_ptr<ZipArchive> archive = ZipArchive::atNativePath(file.path());
+    if (!archive->open()) {
         Console::complain(file.text(), QStringLiteral("could not open APK file"));
         return CannotRead;
     }
-    int status = Success;
-    int count = 0;
+    const ZipDirectory &directory = archive->directory();
     const QJsonObject fileJson = file.toJson();
-    for (bool more = archive.goToFirstFile(); more; more = archive.goToNextFile(), ++count) {
-        QuaZipFileInfo64 member;
-        if (!archive.getCurrentFileInfo(&member))
-            break;
+    for (int number = 0; number < directory.count(); ++number) {
+        const ZipDirectory::Member member = directory.member(number);
         if (parser.isSet(m_json))
             console.writeLine(memberJson(fileJson, member));
         else
             console.write(memberLine(member, console.style()));
     }
-    if (count < archive.getEntriesCount()) {
-        Console::complain(file.text(), QStringLiteral("the archive's directory is damaged after %1 of %2 files")
-                                           .arg(count)
-                                           .arg(archive.getEntriesCount()));
-        status = CannotRead;
-    }
-    return status;
+    if (directory.count() == directory.claimedCount())
+        return Success;
+    Console::complain(file.text(), QStringLiteral("the archive's directory is damaged after %1 of %2 files")
+                                       .arg(directory.count())
+                                       .arg(directory.claimedCount()));
+    return CannotRead;
 }

@@ -22,7 +22,7 @@ done
 dynamic=$(readelf -dW "$library")
 grep -qF "Library soname: [$name.so.0]" <<<"$dynamic" || fail "the soname is not $name.so.0"
 
-allowed="$needs|libQt${qt}Core|libquazip1-qt$qt|libz|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*"
+allowed="$needs|libQt${qt}Core|libquazip1-qt$qt|libdeflate|libz|libstdc\+\+|libgcc_s|libc|libm|ld-linux[-a-z0-9_]*"
 allowed+='|lib(a|ub)san'
 needed=$(sed -n 's/.*Shared library: \[\(.*\)\]/\1/p' <<<"$dynamic")
 extra=$(grep -vE "^($allowed)\.so" <<<"$needed" || true)

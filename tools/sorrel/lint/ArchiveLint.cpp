@@ -9,53 +9,46 @@ using namespace LintChecks;
 
 namespace {
 
-constexpr quint16 EncryptedFlag = 0x0001;
-constexpr quint16 SizesFollowFlag = 0x0008;
-constexpr quint16 Stored = 0;
-constexpr quint16 Deflated = 8;
-constexpr quint32 InZip64 = 0xffffffff;
-
-// Names in packages are UTF-8, whatever their flags say. In any other name each byte is a character.
-QString nameText(const QByteArray &name)
-{
-    const QString text = QString::fromUtf8(name);
-    return text.contains(QChar(QChar::ReplacementCharacter)) ? QString::fromLatin1(name) : text;
-}
-
 // When sizes follow the data, the header may lack them.
-bool isSame(quint32 local, quint32 central, bool mayFollow)
+bool isSame(qint64 local, qint64 central, bool mayFollow)
 {
-    return local == central || (mayFollow && local == 0) || local == InZip64 || central == InZip64;
+    return local == central || (mayFollow && local == 0);
 }
 
 } // namespace
 
-ArchiveLint::ArchiveLint(const FileName &file, FindingList *findings) : m_directory(file), m_findings(findings) {}
+ArchiveLint::ArchiveLint(const FileName &file, FindingList *findings)
+    : m_archive(ZipArchive::atNativePath(file.path())), m_directory(m_archive->directory()), m_findings(findings)
+{
+}
 
 void ArchiveLint::run()
 {
-    if (!m_directory.isValid())
+    if (!m_archive->open())
         return;
     checkEnds();
-    for (const ZipDirectory::Member &member : m_directory.members())
+    for (int number = 0; number < m_directory.count(); ++number) {
+        const ZipDirectory::Member member = m_directory.member(number);
         checkMember(member);
+        checkChecksum(number, ZipDirectory::nameText(member.name));
+    }
 }
 
 void ArchiveLint::checkEnds()
 {
     if (m_directory.isMultiDisk())
         m_findings->add(MultiDisk, QString(),
-                        QStringLiteral("The archive claims to be one part of several; readers refuse it."));
-    else if (m_directory.isZip64())
+                        QStringLiteral("The archive claims to be one part of several; ApkFile refuses it."));
+    if (m_directory.isZip64())
         m_findings->add(LintChecks::Zip64, QString(),
-                        QStringLiteral("The archive has a ZIP64 directory; lint does not check its members."));
-    else if (m_directory.members().size() < m_directory.memberCount() && !m_directory.isCut())
+                        QStringLiteral("The archive has a ZIP64 directory; many readers refuse it."));
+    if (m_directory.count() < m_directory.claimedCount() && !m_directory.isCut())
         m_findings->add(
             DamagedDirectory, QString(),
             QStringLiteral("The archive's directory lists %1 of the %2 members that it claims; the others are lost.")
-                .arg(m_directory.members().size())
-                .arg(m_directory.memberCount()));
-    if (m_directory.hasOtherDirectory())
+                .arg(m_directory.count())
+                .arg(m_directory.claimedCount()));
+    if (m_directory.hasOtherDirectory(m_archive->source()))
         m_findings->add(
             SeveralDirectories, QString(),
             QStringLiteral(
@@ -74,24 +67,25 @@ void ArchiveLint::checkEnds()
 
 void ArchiveLint::checkMember(const ZipDirectory::Member &member)
 {
-    const QString subject = nameText(member.name);
-    if ((member.flags & EncryptedFlag) != 0)
+    const QString subject = ZipDirectory::nameText(member.name);
+    const QByteArray name = member.name.toByteArray();
+    if ((member.flags & ZipDirectory::EncryptedFlag) != 0)
         m_findings->add(
             EncryptedMember, subject,
             QStringLiteral(
                 "The member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password."));
-    if (member.method != Stored && member.method != Deflated)
+    if (member.method != ZipDirectory::Stored && member.method != ZipDirectory::Deflated)
         m_findings->add(
             UnknownMethod, subject,
             QStringLiteral(
                 "The member has the compression method %1; many readers know only 0 (stored) and 8 (deflated).")
                 .arg(member.method));
-    if (m_names.contains(member.name))
+    if (m_names.contains(name))
         m_findings->add(DuplicateName, subject,
                         QStringLiteral("An earlier member has the same name; libsorrel and SorrelKit use the last one, "
                                        "other readers use the first one or refuse the archive."));
-    m_names.insert(member.name);
-    checkName(member.name, subject);
+    m_names.insert(name);
+    checkName(name, subject);
     checkHeader(member, subject);
 }
 
@@ -120,29 +114,35 @@ void ArchiveLint::checkName(const QByteArray &name, const QString &subject)
             QStringLiteral("The member's name has %1 bytes; most file systems allow 255.").arg(name.size()));
 }
 
+void ArchiveLint::checkChecksum(int number, const QString &subject)
+{
+    if (!m_archive->hasRightChecksum(number, &m_checksums).value_or(true))
+        m_findings->add(WrongChecksum, subject,
+                        QStringLiteral("The member's content does not have the checksum in the directory; Android does "
+                                       "not check it, other readers refuse the member."));
+}
+
 void ArchiveLint::checkHeader(const ZipDirectory::Member &member, const QString &subject)
 {
-    if (quint32(member.headerAt - m_directory.leadingBytes()) == InZip64)
-        return;
-    const ZipDirectory::LocalHeader header = m_directory.localHeader(member);
+    const ZipDirectory::LocalHeader header = ZipDirectory::localHeader(m_archive->source(), member);
     if (!header.isFound) {
         m_findings->add(MissingHeader, subject,
                         QStringLiteral("The member is not at the offset in the directory; it cannot be read."));
         return;
     }
-    if (header.name != member.name)
+    if (!header.hasSameName)
         m_findings->add(DifferentName, subject,
                         QStringLiteral("The member's header has the name '%1'; readers of headers and readers of the "
                                        "directory see different members.")
-                            .arg(FindingList::shortened(nameText(header.name))));
+                            .arg(FindingList::shortened(ZipDirectory::nameText(ByteView(header.name)))));
     if (header.method != member.method)
         m_findings->add(DifferentMethod, subject,
                         QStringLiteral("The member's header has the compression method %1, the directory has %2; "
                                        "libsorrel does not read the member.")
                             .arg(header.method)
                             .arg(member.method));
-    const bool mayFollow = ((header.flags | member.flags) & SizesFollowFlag) != 0;
-    if (!isSame(header.size, member.size, mayFollow) || !isSame(header.compressedSize, member.compressedSize, mayFollow)
+    const bool mayFollow = ((header.flags | member.flags) & ZipDirectory::SizesFollowFlag) != 0;
+    if (!isSame(header.size, member.size, mayFollow) || !isSame(header.packedSize, member.packedSize, mayFollow)
         || (header.crc != member.crc && !(mayFollow && header.crc == 0)))
         m_findings->add(DifferentSize, subject,
                         QStringLiteral("The member's header and the directory have different sizes or checksums; "
@@ -156,17 +156,16 @@ void ArchiveLint::checkTable(int targetSdkVersion)
     const QByteArray tableName("resources.arsc");
     if (targetSdkVersion < Android11)
         return;
-    const QVector<ZipDirectory::Member> &members = m_directory.members();
-    const auto table = std::find_if(members.cbegin(), members.cend(),
-                                    [&](const ZipDirectory::Member &member) { return member.name == tableName; });
-    if (table == members.cend())
+    const int number = m_directory.find(ByteView(tableName));
+    if (number < 0)
         return;
-    if (table->method != Stored)
+    const ZipDirectory::Member table = m_directory.member(number);
+    if (table.method != ZipDirectory::Stored)
         m_findings->add(CompressedTable, QLatin1String(tableName),
                         QStringLiteral("The resource table is compressed, and the package targets API level %1; "
                                        "Android 11 and later do not install it.")
                             .arg(targetSdkVersion));
-    else if (m_directory.localHeader(*table).dataAt % Alignment != 0)
+    else if (ZipDirectory::localHeader(m_archive->source(), table).dataAt % Alignment != 0)
         m_findings->add(UnalignedTable, QLatin1String(tableName),
                         QStringLiteral("The resource table's offset is not a multiple of 4, and the package targets "
                                        "API level %1; Android 11 and later do not install it.")

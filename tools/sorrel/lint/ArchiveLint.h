@@ -2,16 +2,22 @@
 #ifndef ARCHIVELINT_H
 #define ARCHIVELINT_H
 
+#include "FileName.h"
 #include "FindingList.h"
-#include "ZipDirectory.h"
+#include "archive/ZipArchive.h"
 
 #include <QSet>
 #include <QString>
 
-/// Checks the archive of a package: its directory and the headers of its members. Nothing is unpacked.
+#include <memory>
+
+/// Checks the archive of a package: its directory, the headers of its members and their checksums.
 class ArchiveLint
 {
 public:
+    /// The budget of reading members to compute their checksums. The checksums of further members are not checked.
+    static constexpr qint64 MaxChecksumWork = 1 << 28;
+
     ArchiveLint(const FileName &file, FindingList *findings);
 
     /// Runs the checks that need no manifest.
@@ -23,10 +29,13 @@ private:
     void checkEnds();
     void checkMember(const ZipDirectory::Member &member);
     void checkName(const QByteArray &name, const QString &subject);
+    void checkChecksum(int number, const QString &subject);
     void checkHeader(const ZipDirectory::Member &member, const QString &subject);
 
-    ZipDirectory m_directory;
+    std::unique_ptr<ZipArchive> m_archive;
+    ZipDirectory &m_directory;
     QSet<QByteArray> m_names;
+    Budget m_checksums{MaxChecksumWork, 0};
     FindingList *m_findings;
 };
 

@@ -16,9 +16,8 @@ namespace LintChecks {
 
 // The archive.
 inline constexpr LintCheck MultiDisk{"multi-disk", Severity::Error,
-                                     "The archive claims to be one part of several; readers refuse it."};
-inline constexpr LintCheck Zip64{"zip64", Severity::Note,
-                                 "The archive has a ZIP64 directory; lint does not check its members."};
+                                     "The archive claims to be one part of several; ApkFile refuses it."};
+inline constexpr LintCheck Zip64{"zip64", Severity::Note, "The archive has a ZIP64 directory; many readers refuse it."};
 inline constexpr LintCheck DamagedDirectory{"damaged-directory", Severity::Error,
                                             "The archive's directory lists fewer members than it claims."};
 inline constexpr LintCheck SeveralDirectories{"several-directories", Severity::Warning,
@@ -58,6 +57,9 @@ inline constexpr LintCheck DifferentMethod{
 inline constexpr LintCheck DifferentSize{"different-size", Severity::Warning,
                                          "A member's header and the directory have different sizes or checksums; "
                                          "readers refuse it or read different bytes."};
+inline constexpr LintCheck WrongChecksum{
+    "wrong-checksum", Severity::Warning,
+    "A member's content does not have the checksum in the directory; Android does not check it."};
 inline constexpr LintCheck CompressedTable{"compressed-table", Severity::Error,
                                            "The resource table is compressed, and the package targets API level 30 or "
                                            "later; Android 11 and later do not install it."};
@@ -150,6 +152,7 @@ inline constexpr const LintCheck *All[] = {
     &DifferentName,
     &DifferentMethod,
     &DifferentSize,
+    &WrongChecksum,
     &CompressedTable,
     &UnalignedTable,
     &PackageSet,

@@ -51,6 +51,17 @@ QString nameOf(const Diagnostics::Item &item)
     }
 }
 
+// The error of ApkFile for an archive that Android and SorrelKit read.
+PackageError::Code apkFileError(ZipArchive &archive)
+{
+    constexpr qint64 SearchedBytes = 0xffff; ///< of the file's end, for the end record
+    const ZipDirectory &directory = archive.directory();
+    if (directory.isMultiDisk() || archive.source().size() - directory.endAt() > SearchedBytes)
+        return PackageError::CannotOpen;
+    // ApkFile expects the directory right before its end record.
+    return directory.gapBytes() > 0 ? PackageError::NoResources : PackageError::NoError;
+}
+
 } // namespace
 
 ReaderLint::ReaderLint(const FileName &file, const SorrelKit::Package &package, FindingList *findings)
@@ -82,6 +93,7 @@ bool ReaderLint::readMembers()
     ZipArchive &archive = *opened;
     if (!archive.open())
         return false;
+    setError(apkFileError(archive));
     m_hasTable = archive.contains(tableName);
     m_hasManifest = archive.contains(manifestName);
     m_table = archive.file(tableName, Limits::MaxTableBytes);
