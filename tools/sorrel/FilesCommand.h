@@ -10,8 +10,6 @@
 class FilesCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("files"); }
-    QString summary() const override { return QStringLiteral("List the files with their sizes."); }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;

@@ -18,11 +18,9 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     int status = Success;
     bool isFirst = true;
-    ReportContent content;
-    content.includesDisabled = parser.isSet(m_all);
     for (const QString &argument : parser.positionalArguments()) {
         const FileName file(argument);
-        const PackageReport report(file, content);
+        const PackageReport report(file, parser.isSet(m_all));
         if (report.failed()) {
             Console::complain(file.text(), report.errorText());
             status = CannotRead;

@@ -12,11 +12,6 @@
 class InfoCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("info"); }
-    QString summary() const override
-    {
-        return QStringLiteral("Show the name, version, minimum SDK, and launchers with labels and icons.");
-    }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override

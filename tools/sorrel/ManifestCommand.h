@@ -8,8 +8,6 @@
 class ManifestCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("manifest"); }
-    QString summary() const override { return QStringLiteral("Print the manifest as XML."); }
     QString details() const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
 };

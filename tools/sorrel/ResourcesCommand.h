@@ -11,8 +11,6 @@
 class ResourcesCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("resources"); }
-    QString summary() const override { return QStringLiteral("List the resources with their names and values."); }
     QString details() const override;
     int maxArguments() const override { return 2; }
     void addArguments(QCommandLineParser &parser) const override;

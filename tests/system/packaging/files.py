@@ -22,7 +22,7 @@ def debian_patterns(directory):
 def rpm_patterns(spec):
     """The patterns of the lists of files, as (package, pattern) below the prefix."""
     macros = {"%{_bindir}": "bin", "%{_datadir}": "share", "%{_includedir}": "include", "%{_libdir}": "LIBDIR",
-              "%{_mandir}": "share/man", "%{version}": "*"}
+              "%{_libexecdir}": "libexec", "%{_mandir}": "share/man", "%{version}": "*"}
     package = None
     for line in spec.read_text().splitlines():
         if match := re.fullmatch(r"%files( \w+)?", line):

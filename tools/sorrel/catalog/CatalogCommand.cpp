@@ -6,6 +6,7 @@
 #include "OutputFile.h"
 #include "PackageScan.h"
 
+#include <QCoreApplication>
 #include <QJsonDocument>
 
 #include <algorithm>
@@ -50,7 +51,7 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.iconMask = icon.mask();
     content.includesLint = true;
     content.lintDrawsIcons = true;
-    PackageScan scan(options, content);
+    PackageScan scan(QCoreApplication::applicationFilePath(), options, content);
     scan.add(parser.positionalArguments());
     const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };
     if (std::any_of(scan.files().cbegin(), scan.files().cend(), isReplaced))

@@ -14,8 +14,6 @@
 class CatalogCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("catalog"); }
-    QString summary() const override { return QStringLiteral("Write a web page of every package below directories."); }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     bool waitsForEvents() const override { return true; }

@@ -14,26 +14,18 @@ enum ExitStatus : int {
     WrongUsage = 2,
 };
 
-/**
- * A subcommand: its name, its arguments and its work. main() makes all commands, parses the arguments for the requested
- * one, and runs it.
- */
+/// A subcommand: its arguments and its work. CommandLine makes the requested one, parses the arguments for it, and runs it.
 class Command
 {
 public:
     Command() = default;
     virtual ~Command() = default;
 
-    virtual QString name() const = 0;
-    /// A sentence for the help.
-    virtual QString summary() const = 0;
-    /// Further paragraphs for its own help; may be empty.
+    /// Paragraphs for its own help, below the sentence in CommandList.h; may be empty.
     virtual QString details() const { return QString(); }
     /// The allowed number of arguments.
     virtual int minArguments() const { return 1; }
     virtual int maxArguments() const { return 1; }
-    /// Whether only the program itself uses it, so no help lists it.
-    virtual bool isInternal() const { return false; }
     /// Whether it needs a QCoreApplication. Starting one takes longer than reading a small package.
     virtual bool waitsForEvents() const { return false; }
     /// Adds the arguments for the help; one package by default.

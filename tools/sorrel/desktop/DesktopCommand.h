@@ -11,11 +11,6 @@
 class DesktopCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("desktop"); }
-    QString summary() const override
-    {
-        return QStringLiteral("Write desktop entries and icons for the menus of hosts.");
-    }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;

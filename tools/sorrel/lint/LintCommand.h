@@ -16,8 +16,6 @@ public:
     /// @p makeDrawnCheck makes the check for `--draw`. A program without it passes such commands on to one that has it.
     explicit LintCommand(const IconCheckFactory &makeDrawnCheck = {}) : m_makeDrawnCheck(makeDrawnCheck) {}
 
-    QString name() const override { return QStringLiteral("lint"); }
-    QString summary() const override { return QStringLiteral("Report what is wrong or unusual in packages."); }
     QString details() const override;
     /// `--checks` needs no file; otherwise run() requires one.
     int minArguments() const override { return 0; }

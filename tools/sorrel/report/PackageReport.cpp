@@ -1,14 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageReport.h"
 
-#include "DrawnIconCheck.h"
-#include "PackageLint.h"
-#include "PngBytes.h"
 #include "PrintableText.h"
 
-#include <SorrelKit/DrawableRenderer.h>
-
-#include <QImage>
 #include <QJsonArray>
 #include <QLocale>
 #include <QStringList>
@@ -116,11 +110,11 @@ QJsonObject launcherToJson(const Launcher &launcher)
 
 } // namespace
 
-PackageReport::PackageReport(const FileName &file, const ReportContent &content)
-    : m_file(file), m_content(content), m_package(SorrelKit::Package::fromNativePath(file.path()))
+PackageReport::PackageReport(const FileName &file, bool includesDisabled)
+    : m_file(file), m_package(SorrelKit::Package::fromNativePath(file.path()))
 {
     for (const Launcher &launcher : m_package.launchers()) {
-        if (content.includesDisabled || launcher.isShown())
+        if (includesDisabled || launcher.isShown())
             m_launchers.append(launcher);
     }
 }
@@ -174,22 +168,12 @@ QJsonObject PackageReport::toJson() const
     json.insert(QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits()));
     json.insert(QStringLiteral("labels"), labelsToJson(m_package.labels()));
     json.insert(QStringLiteral("launchers"), launchers);
-    if (m_content.iconSize > 0) {
-        SorrelKit::IconRequest request(m_content.iconSize);
-        request.setMask(m_content.iconMask);
-        const QImage icon = SorrelKit::DrawableRenderer(m_package).icon(request);
-        json.insert(QStringLiteral("icon"), QString::fromLatin1(pngBytes(icon).toBase64()));
-    }
-    if (m_content.includesLint) {
-        const IconCheckFactory icons = m_content.lintDrawsIcons ? DrawnIconCheck::make : IconCheckFactory();
-        json.insert(QStringLiteral("lint"), PackageLint(m_file, icons).toJson());
-    }
     return json;
 }
 
 QJsonObject PackageReport::failure(const FileName &file, int code, const QString &text)
 {
-    QJsonObject json = PackageReport(FileName(), {}).toJson();
+    QJsonObject json = PackageReport(FileName()).toJson();
     const QJsonObject name = file.toJson();
     for (auto member = name.begin(); member != name.end(); ++member)
         json.insert(member.key(), member.value());

@@ -3,7 +3,6 @@
 #define PACKAGEREPORT_H
 
 #include "FileName.h"
-#include "ReportContent.h"
 #include "TextStyle.h"
 
 #include <SorrelKit/Package.h>
@@ -17,7 +16,8 @@
 class PackageReport
 {
 public:
-    PackageReport(const FileName &file, const ReportContent &content);
+    /// @p includesDisabled adds the launchers that are not shown.
+    explicit PackageReport(const FileName &file, bool includesDisabled = false);
 
     /// The result of toJson() for a package when only its error is known.
     static QJsonObject failure(const FileName &file, int code, const QString &text);
@@ -26,6 +26,8 @@ public:
     QString errorText() const { return m_package.error().message(); }
     /// Whether the report has any facts. It may have some even when a part could not be read.
     bool isValid() const { return m_package.isValid(); }
+    const FileName &file() const { return m_file; }
+    const SorrelKit::Package &package() const { return m_package; }
 
     /// The report for people, in lines, with the label in the user's language first. Characters that control a terminal
     /// become U+FFFD.
@@ -36,7 +38,6 @@ public:
 
 private:
     FileName m_file;
-    ReportContent m_content;
     SorrelKit::Package m_package;
     QList<SorrelKit::Launcher> m_launchers;
 };

@@ -11,6 +11,9 @@ struct ReportContent {
     SorrelKit::IconMask iconMask = SorrelKit::IconMask::None;
     bool includesLint = false;   ///< whether to add the findings of lint
     bool lintDrawsIcons = false; ///< whether lint draws the icons of launchers as well
+
+    /// Whether the report needs the program for drawing.
+    bool needsDrawing() const { return iconSize > 0 || lintDrawsIcons; }
 };
 
 #endif

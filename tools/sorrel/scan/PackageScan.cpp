@@ -47,7 +47,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         Console::complain(fault.name.text(), fault.text);
         status = CannotRead;
     }
-    WorkerPool pool(WorkerCommand::commandLine(m_content, m_options.limits()), m_options.jobs());
+    WorkerPool pool(m_program, WorkerCommand::commandLine(m_content, m_options.limits()), m_options.jobs());
     ProgressBar progress(int(m_files.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;

@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QString>
 #include <QStringList>
 #include <QVector>
 
@@ -20,7 +21,11 @@ public:
     /// Receives a report as JSON on one line, without the line end. Returns whether to continue.
     using Take = std::function<bool(const QByteArray &report)>;
 
-    PackageScan(const ScanOptions &options, const ReportContent &content) : m_options(options), m_content(content) {}
+    /// @p program has the command `worker` with all parts of @p content.
+    PackageScan(const QString &program, const ScanOptions &options, const ReportContent &content)
+        : m_program(program), m_options(options), m_content(content)
+    {
+    }
 
     /**
      * Adds the packages of @p arguments: files, all packages below directories, and "-" for a list on standard input.
@@ -35,6 +40,7 @@ public:
     int run(bool isOrdered, const Take &take) const;
 
 private:
+    const QString m_program;
     const ScanOptions &m_options;
     const ReportContent m_content;
     QVector<FileName> m_files;

@@ -2,7 +2,11 @@
 #include "ScanCommand.h"
 
 #include "Console.h"
+#include "DrawProgram.h"
 #include "PackageScan.h"
+
+#include <QCoreApplication>
+#include <QFile>
 
 QString ScanCommand::details() const
 {
@@ -42,7 +46,9 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                        .arg(parser.value(m_icon)),
                                    program);
     content.includesLint = parser.isSet(m_lint);
-    PackageScan scan(options, content);
+    const QString worker =
+        content.needsDrawing() ? QFile::decodeName(DrawProgram::path()) : QCoreApplication::applicationFilePath();
+    PackageScan scan(worker, options, content);
     scan.add(parser.positionalArguments());
     return scan.run(parser.isSet(m_ordered), [&](const QByteArray &report) {
         console.write(report + '\n');

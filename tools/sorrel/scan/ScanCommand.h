@@ -14,11 +14,6 @@
 class ScanCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("scan"); }
-    QString summary() const override
-    {
-        return QStringLiteral("Print a line of JSON for every package below directories.");
-    }
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     bool waitsForEvents() const override { return true; }

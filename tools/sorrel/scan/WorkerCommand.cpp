@@ -69,7 +69,11 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
         setAlarm(limits.seconds);
         QByteArray reply;
         try {
-            reply = answer(PackageReport(file, content).toJson());
+            const PackageReport report(file, content.includesDisabled);
+            QJsonObject json = report.toJson();
+            for (const ReportPart add : m_parts)
+                add(report, content, &json);
+            reply = answer(json);
         } catch (const std::bad_alloc &) {
             ProcessLimits::limitMemory(0);
             reply = answer(

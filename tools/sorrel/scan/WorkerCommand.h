@@ -3,10 +3,12 @@
 #define WORKERCOMMAND_H
 
 #include "Command.h"
-#include "ReportContent.h"
+#include "ReportPart.h"
 
 #include <QCommandLineOption>
 #include <QStringList>
+
+#include <vector>
 
 /**
  * `sorrel worker`, which only WorkerPool starts. It reads paths from standard input, with a NUL after each, and prints
@@ -25,15 +27,18 @@ public:
         double seconds = 0;
     };
 
+    /// @p parts are added to each report, when its content asks for them.
+    explicit WorkerCommand(const std::vector<ReportPart> &parts = {}) : m_parts(parts) {}
+
     /// The arguments that start a worker for this process.
     static QStringList commandLine(const ReportContent &content, const Limits &limits);
 
-    QString name() const override { return QStringLiteral("worker"); }
-    QString summary() const override { return QStringLiteral("Reads packages for 'sorrel scan'."); }
-    bool isInternal() const override { return true; }
     int minArguments() const override { return 8; }
     int maxArguments() const override { return 8; }
     int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const std::vector<ReportPart> m_parts;
 };
 
 #endif

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "WorkerPool.h"
 
-#include <QCoreApplication>
 #include <QProcess>
 
 #include <csignal>
@@ -16,7 +15,10 @@ ScanError::Code errorOf(bool crashed, int exitCode)
 
 } // namespace
 
-WorkerPool::WorkerPool(const QStringList &arguments, int jobs) : m_arguments(arguments), m_workers(size_t(jobs)) {}
+WorkerPool::WorkerPool(const QString &program, const QStringList &arguments, int jobs)
+    : m_program(program), m_arguments(arguments), m_workers(size_t(jobs))
+{
+}
 
 WorkerPool::~WorkerPool()
 {
@@ -75,9 +77,9 @@ void WorkerPool::start(Worker &worker)
                      });
     QObject::connect(process, &QProcess::errorOccurred, [this, process](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            failToStart(process->errorString());
+            failToStart(m_program + QStringLiteral(": ") + process->errorString());
     });
-    process->start(QCoreApplication::applicationFilePath(), m_arguments);
+    process->start(m_program, m_arguments);
 }
 
 void WorkerPool::read(Worker &worker)

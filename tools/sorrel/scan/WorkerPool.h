@@ -38,8 +38,8 @@ public:
     /// Returns whether to continue.
     using Deliver = std::function<bool(const Outcome &outcome)>;
 
-    /// A pool of @p jobs processes of this program, started with @p arguments.
-    WorkerPool(const QStringList &arguments, int jobs);
+    /// A pool of @p jobs processes of @p program, started with @p arguments.
+    WorkerPool(const QString &program, const QStringList &arguments, int jobs);
     ~WorkerPool();
 
     /**
@@ -68,6 +68,7 @@ private:
     void failToStart(const QString &text);
     void deliver(Worker &worker, int errorCode, const QByteArray &report);
 
+    const QString m_program;
     const QStringList m_arguments;
     std::vector<Worker> m_workers;
     QVector<FileName> m_files;

@@ -11,8 +11,6 @@
 class IconCommand : public Command
 {
 public:
-    QString name() const override { return QStringLiteral("icon"); }
-    QString summary() const override { return QStringLiteral("Write the icon as a PNG file."); }
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef REPORTICON_H
+#define REPORTICON_H
+
+#include "ReportPart.h"
+
+/// A ReportPart: the icon as a PNG picture, in Base64.
+void addIcon(const PackageReport &report, const ReportContent &content, QJsonObject *json);
+
+#endif
