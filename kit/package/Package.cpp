@@ -3,6 +3,7 @@
 
 #include "format/AndroidAttributes.h"
 #include "language/LabelLookup.h"
+#include "manifest/ManifestWriter.h"
 #include "package/FeatureData.h"
 #include "package/LauncherData.h"
 #include "package/PackageData.h"
@@ -164,6 +165,19 @@ QList<Launcher> Package::launchers() const
         launchers.append(Launcher(data));
     }
     return launchers;
+}
+
+QByteArray Package::manifestXml(References references) const
+{
+    if (!isValid())
+        return {};
+    Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
+    const QByteArray document =
+        d->files().file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
+    const ResourceIndex index(d->tables());
+    const auto style =
+        references == References::Numbers ? ManifestWriter::References::Numbers : ManifestWriter::References::Names;
+    return ManifestWriter(index, style).toXml(document);
 }
 
 } // namespace SorrelKit

@@ -27,16 +27,27 @@ QString ResourceNames::name(quint32 id) const
     if (range.isEmpty())
         return {};
     id = m_index.id(range.first);
-    const auto packageId = quint8(id >> 24);
-    const QString type = m_index.typeName(packageId, quint8(id >> 16));
+    const QString type = typeName(id);
     if (type.isEmpty())
         return hexadecimal(id);
     const QString entry = m_index.entryName(range.first);
-    QString name;
-    if (packageId != m_index.packageId())
-        name = m_index.packageNames().value(packageId) + QLatin1Char(':');
-    name += type + QLatin1Char('/') + (entry.isEmpty() ? QString::number(id & 0xffff) : entry);
-    return name;
+    return type + QLatin1Char('/') + (entry.isEmpty() ? QString::number(id & 0xffff) : entry);
+}
+
+QString ResourceNames::number(quint32 id) const
+{
+    const QString type = typeName(id >> 24 != 0 ? id : id | quint32(m_index.packageId()) << 24);
+    return type.isEmpty() ? type : type + QLatin1Char('/') + QString::number(id & 0xffff);
+}
+
+// The name of the type with its package, unless that is the application's own.
+QString ResourceNames::typeName(quint32 id) const
+{
+    const auto packageId = quint8(id >> 24);
+    const QString type = m_index.typeName(packageId, quint8(id >> 16));
+    if (type.isEmpty() || packageId == m_index.packageId())
+        return type;
+    return m_index.packageNames().value(packageId) + QLatin1Char(':') + type;
 }
 
 QString ResourceNames::reference(quint32 id, QChar mark) const

@@ -18,6 +18,8 @@ public:
 
     /// The name of @p id; empty when the resource has no value.
     QString name(quint32 id) const;
+    /// The name with the entry's decimal number in place of its name, "string/12"; empty when the type has no name.
+    QString number(quint32 id) const;
     /// The text of a reference to @p id that begins with @p mark, '@' or '?': "@string/app_name", or "@0x7f010003" when
     /// the tables have no value for it.
     QString reference(quint32 id, QChar mark) const;
@@ -25,6 +27,7 @@ public:
     quint32 find(const QString &reference) const;
 
 private:
+    QString typeName(quint32 id) const;
     quint32 existing(quint32 id) const;
     quint32 findEntry(quint8 packageId, const QString &type, const QString &entry) const;
     quint32 findName(quint8 packageId, quint8 typeId, const QString &name) const;

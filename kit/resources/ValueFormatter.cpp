@@ -74,6 +74,11 @@ QString integerText(const TypedValue &value)
 
 QString ValueFormatter::text(const TypedValue &value, const ResourceTable &table, int maxLength) const
 {
+    return value.type == ValueType::String ? table.string(value.data, maxLength) : text(value);
+}
+
+QString ValueFormatter::text(const TypedValue &value) const
+{
     switch (value.type) {
     case ValueType::Null:
         return nullText(value.data);
@@ -83,8 +88,6 @@ QString ValueFormatter::text(const TypedValue &value, const ResourceTable &table
     case ValueType::Attribute:
     case ValueType::DynamicAttribute:
         return m_names.reference(value.data, QLatin1Char('?'));
-    case ValueType::String:
-        return table.string(value.data, maxLength);
     case ValueType::Float:
         return floatText(value.data);
     case ValueType::Dimension:

@@ -21,6 +21,8 @@ public:
     /// The text of @p value. A string is looked up in @p table and cut after @p maxLength characters; only names make
     /// other texts long.
     QString text(const TypedValue &value, const ResourceTable &table, int maxLength) const;
+    /// The text of @p value, which is no string.
+    QString text(const TypedValue &value) const;
     /// The type of @p value.
     static ResourceItem::Type type(const TypedValue &value);
     /// The word for the type of @p value ("dimension"); "type 0x09" for an unknown one.

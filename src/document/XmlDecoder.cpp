@@ -3,67 +3,18 @@
 
 #include "document/AndroidNamespace.h"
 #include "document/XmlSink.h"
-#include "format/AndroidAttributes.h"
+#include "format/AndroidAttributeNames.h"
 #include "format/XmlStartChunk.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
 #include "table/ApkResourcesData.h"
 
-#include <algorithm>
 #include <iterator>
 #include <limits>
 
 namespace {
 
 constexpr quint32 UnknownResourceId = 0xffffffff;
-
-struct AndroidAttribute {
-    quint32 id;
-    const char *name;
-};
-
-/// In the order of their ids.
-constexpr AndroidAttribute AndroidAttributes[] = {
-    {Attr::Theme, "theme"},
-    {Attr::Label, "label"},
-    {Attr::Icon, "icon"},
-    {Attr::Name, "name"},
-    {Attr::Permission, "permission"},
-    {Attr::Debuggable, "debuggable"},
-    {Attr::LaunchMode, "launchMode"},
-    {Attr::ScreenOrientation, "screenOrientation"},
-    {Attr::ConfigChanges, "configChanges"},
-    {Attr::Resource, "resource"},
-    {Attr::Scheme, "scheme"},
-    {Attr::Host, "host"},
-    {Attr::MinSdkVersion, "minSdkVersion"},
-    {Attr::VersionCode, "versionCode"},
-    {Attr::VersionName, "versionName"},
-    {Attr::ReqTouchScreen, "reqTouchScreen"},
-    {Attr::ReqKeyboardType, "reqKeyboardType"},
-    {Attr::ReqHardKeyboard, "reqHardKeyboard"},
-    {Attr::ReqNavigation, "reqNavigation"},
-    {Attr::WindowSoftInputMode, "windowSoftInputMode"},
-    {Attr::ReqFiveWayNav, "reqFiveWayNav"},
-    {Attr::TargetSdkVersion, "targetSdkVersion"},
-    {Attr::MaxSdkVersion, "maxSdkVersion"},
-    {Attr::TestOnly, "testOnly"},
-    {Attr::GlEsVersion, "glEsVersion"},
-    {Attr::Required, "required"},
-    {Attr::InstallLocation, "installLocation"},
-    {Attr::HardwareAccelerated, "hardwareAccelerated"},
-    {Attr::LargeHeap, "largeHeap"},
-    {Attr::PublicKey, "publicKey"},
-};
-
-// Index in AndroidAttributes, or -1.
-int indexOfAndroidAttribute(quint32 id)
-{
-    const auto *found =
-        std::lower_bound(std::begin(AndroidAttributes), std::end(AndroidAttributes), id,
-                         [](const AndroidAttribute &attribute, quint32 wanted) { return attribute.id < wanted; });
-    return found != std::end(AndroidAttributes) && found->id == id ? int(found - std::begin(AndroidAttributes)) : -1;
-}
 
 } // namespace
 

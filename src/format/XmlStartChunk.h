@@ -38,6 +38,7 @@ public:
     static constexpr quint32 NoString = 0xffffffff;
 
     struct Attribute {
+        quint32 uri = NoString;
         quint32 name = NoString;
         quint32 raw = NoString;
         TypedValue value;
@@ -55,13 +56,14 @@ public:
         return attributeCount() == 0
                || (recordSize() >= AttributeSize && m_body.has(start(), recordSize() * attributeCount()));
     }
+    quint32 uri() const { return m_body.u32(0); }
     quint32 name() const { return m_body.u32(4); }
     int attributeCount() const { return m_body.u16(12); }
     /// Precondition: isValid(), and @p number is less than attributeCount().
     Attribute attribute(int number) const
     {
         const ByteView record = m_body.part(start() + number * recordSize(), recordSize());
-        return {record.u32(4), record.u32(8), TypedValue::read(record, 12)};
+        return {record.u32(0), record.u32(4), record.u32(8), TypedValue::read(record, 12)};
     }
 
 private:

@@ -32,6 +32,7 @@ loads_no_drawing --version
 loads_no_drawing info "$package"
 loads_no_drawing info --json "$package"
 loads_no_drawing info --help
+loads_no_drawing manifest "$package"
 loads_no_drawing resources "$package"
 loads_no_drawing files "$package"
 loads_no_drawing lint "$package"

@@ -59,7 +59,7 @@ class TestDrawProgram : public QObject
 private slots:
     void isFoundInAMovedInstallation();
     void isFoundThroughALink();
-    void keepsTheProcess();
+    void isTheSameProcess();
     void getsTheBytesOfItsArguments();
     void whenMissingIsAnError();
     void isNotInThePath();
@@ -89,7 +89,7 @@ void TestDrawProgram::isFoundThroughALink()
 }
 
 // A shell may wait for the process, stop it, or write to it.
-void TestDrawProgram::keepsTheProcess()
+void TestDrawProgram::isTheSameProcess()
 {
     const Prefix prefix;
     QVERIFY(prefix.isValid() && prefix.addDrawScript("echo $$ $0 $#; cat; exit 7\n"));

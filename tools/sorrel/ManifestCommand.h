@@ -4,12 +4,20 @@
 
 #include "Command.h"
 
+#include <QCommandLineOption>
+
 /// `sorrel manifest`: prints the manifest of a package as XML.
 class ManifestCommand : public Command
 {
 public:
     QString details() const override;
+    void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;
+
+private:
+    const QCommandLineOption m_ids{
+        QStringLiteral("ids"),
+        QStringLiteral("Print references with the number of the resource in its type, such as \"@string/12\".")};
 };
 
 #endif

@@ -7,6 +7,7 @@
 #include "FilesCommand.h"
 #include "InfoCommand.h"
 #include "LintCommand.h"
+#include "ManifestCommand.h"
 #include "ReportLint.h"
 #include "ResourcesCommand.h"
 #include "ScanCommand.h"
@@ -29,6 +30,7 @@ int main(int argc, char *argv[])
     return CommandLine::run(argc, argv,
                             {
                                 CommandLine::entry<InfoCommand>("info"),
+                                CommandLine::entry<ManifestCommand>("manifest"),
                                 CommandLine::entry<ResourcesCommand>("resources"),
                                 CommandLine::entry<FilesCommand>("files"),
                                 CommandLine::entry<LintCommand>("lint"),

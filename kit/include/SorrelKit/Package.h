@@ -62,6 +62,12 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(QList<SorrelKit::Launcher> launchers READ launchers CONSTANT)
 
 public:
+    /// How manifestXml() writes references to resources. @since 0.5.1
+    enum class References {
+        Names,   ///< by the name of the resource: "@string/app_name"
+        Numbers, ///< by its number in its type, as ApkFile::getManifest() does: "@string/12"
+    };
+
     /// No package: error() is Error::Code::CannotOpen. @since 0.5.1
     Package();
     /// The package, or set of packages, in the file @p fileName. The first query opens it, and it stays open while this
@@ -128,6 +134,21 @@ public:
     /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of
     /// the manifest, up to 1024 of them. Goes over the manifest on each call. @since 0.5.1
     QList<Launcher> launchers() const;
+
+    /**
+     * The manifest as XML 1.0 in UTF-8, indented, one element on each line. Attributes have the values that Android reads,
+     * in the order of their names. The root declares all namespaces. A name or a value may have any characters except
+     * those that XML does not allow, which are replaced, so a program that shows the text has to make it harmless.
+     *
+     * References are "@string/app_name" or "?attr/colorAccent", with the package in front when it is another one
+     * ("@com.example.library:string/ok"). The id replaces the name of a resource that the tables of this package do not
+     * have, such as one of the platform ("@0x01040000").
+     *
+     * Empty when isValid() is false, or when the text would exceed the limit in docs/limits.md. Of a set, the base's
+     * manifest. Reads the manifest again on each call, and notes the place of each resource as Resources does.
+     * @since 0.5.1
+     */
+    QByteArray manifestXml(References references = References::Names) const;
 
 private:
     friend class PackageAccess;

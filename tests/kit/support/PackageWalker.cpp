@@ -20,7 +20,8 @@ qint64 visitTexts(const Package &package)
 {
     qint64 count = package.packageName().size() + package.versionName().size() + package.error().message().size()
                    + package.permissions().size() + package.features().size() + package.nativeAbis().size()
-                   + package.splits().size() + package.labels().size() + package.label().size();
+                   + package.splits().size() + package.labels().size() + package.label().size()
+                   + package.manifestXml().size();
     for (const bool isAnswered : {package.versionCode() != 0, package.minSdkVersion() != 1, package.isValid(),
                                   package.targetSdkVersion() != 1, !package.openGlEsVersion().isNull()})
         count += int(isAnswered);

@@ -24,6 +24,7 @@ _sorrel() {
     else
         case ${COMP_WORDS[1]} in
         info) options+=" --json --all" ;;
+        manifest) options+=" --ids" ;;
         resources | files) options+=" --json" ;;
         icon) options+=" -s --size --shape --launcher -o --output" ;;
         lint) options+=" --json --draw --checks" ;;

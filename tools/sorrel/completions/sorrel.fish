@@ -19,6 +19,7 @@ complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 
 set -l in __fish_seen_subcommand_from
 complete -c sorrel -n "$in info resources files lint desktop" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
+complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
 complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width and height in pixels'
 complete -c sorrel -n "$in icon" -l launcher -x -d 'Draw the icon of this launcher'

@@ -12,7 +12,7 @@ struct ListedCommand {
 /// The commands of `sorrel` in the order of its help, whichever program runs them.
 constexpr ListedCommand CommandList[] = {
     {"info", "Show the name, version, minimum SDK, and launchers with labels and icons.", false},
-    {"manifest", "Print the manifest as XML.", true},
+    {"manifest", "Print the manifest as XML.", false},
     {"icon", "Write the icon as a PNG file.", true},
     {"resources", "List the resources with their names and values.", false},
     {"files", "List the files with their sizes.", false},

@@ -8,7 +8,6 @@
 #include "DrawnIconCheck.h"
 #include "IconCommand.h"
 #include "LintCommand.h"
-#include "ManifestCommand.h"
 #include "ReportDrawnLint.h"
 #include "ReportIcon.h"
 #include "WorkerCommand.h"
@@ -34,7 +33,6 @@ int main(int argc, char *argv[])
     return CommandLine::run(argc, argv,
                             {
                                 CommandLine::entry<IconCommand>("icon"),
-                                CommandLine::entry<ManifestCommand>("manifest"),
                                 CommandLine::entry<DrawingLint>("lint"),
                                 CommandLine::entry<DesktopCommand>("desktop"),
                                 CommandLine::entry<CatalogCommand>("catalog"),
