@@ -37,18 +37,28 @@ QByteArray escapeOf(const QString &text, int first, int size, char32_t character
     return escape;
 }
 
+// Nearly all characters are these, and need no further look.
+bool isPlain(char32_t character)
+{
+    return character >= ' ' && character < 0x7f && character != '"' && character != '\\';
+}
+
 void appendText(QByteArray &json, const QString &text)
 {
     int written = 0;
     json += '"';
     forEachCharacter(text, [&](int first, int size, char32_t character) {
+        if (isPlain(character))
+            return;
         const QByteArray escape = escapeOf(text, first, size, character);
         if (escape.isEmpty())
             return;
-        json += text.mid(written, first - written).toUtf8() + escape;
+        json += QStringView(text).mid(written, first - written).toUtf8();
+        json += escape;
         written = first + size;
     });
-    json += text.mid(written).toUtf8() + '"';
+    json += QStringView(text).mid(written).toUtf8();
+    json += '"';
 }
 
 QByteArray numberText(double number)

@@ -115,8 +115,9 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 int CommandLine::run(int argc, char *argv[], const std::vector<Entry> &entries)
 {
     // QCoreApplication would do this, but most commands have none: starting it takes longer than reading a small
-    // package.
-    std::setlocale(LC_ALL, "");
+    // package. Each category is a file; no output depends on the others.
+    std::setlocale(LC_CTYPE, "");
+    std::setlocale(LC_MESSAGES, "");
     QCoreApplication::setApplicationName(QStringLiteral("sorrel"));
     QCoreApplication::setApplicationVersion(QStringLiteral(SORREL_VERSION));
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES"))
