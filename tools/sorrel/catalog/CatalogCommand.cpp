@@ -5,8 +5,8 @@
 #include "Console.h"
 #include "OutputFile.h"
 #include "PackageScan.h"
+#include "ProgramPath.h"
 
-#include <QCoreApplication>
 #include <QJsonDocument>
 
 #include <algorithm>
@@ -51,7 +51,7 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.iconMask = icon.mask();
     content.includesLint = true;
     content.lintDrawsIcons = true;
-    PackageScan scan(QCoreApplication::applicationFilePath(), options, content);
+    PackageScan scan(programPath(), options, content);
     scan.add(parser.positionalArguments());
     const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };
     if (std::any_of(scan.files().cbegin(), scan.files().cend(), isReplaced))
@@ -63,8 +63,9 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
         return CannotRead;
     }
     CatalogPage page(file.device(), parser.value(m_title));
-    const int status = scan.run(true, [&](const QByteArray &report) {
-        page.add(QJsonDocument::fromJson(report).object());
+    const int status = scan.run(true, [&](const QVector<QByteArray> &reports) {
+        for (const QByteArray &report : reports)
+            page.add(QJsonDocument::fromJson(report).object());
         return true;
     });
     if (page.finish() && file.commit())

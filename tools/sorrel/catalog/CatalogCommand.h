@@ -16,7 +16,6 @@ class CatalogCommand : public Command
 public:
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
-    bool waitsForEvents() const override { return true; }
     void addArguments(QCommandLineParser &parser) const override;
     void addOptions(QCommandLineParser &parser) const override;
     int run(const QCommandLineParser &parser, Console &console) const override;

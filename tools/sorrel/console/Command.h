@@ -26,8 +26,6 @@ public:
     /// The allowed number of arguments.
     virtual int minArguments() const { return 1; }
     virtual int maxArguments() const { return 1; }
-    /// Whether it needs a QCoreApplication. Starting one takes longer than reading a small package.
-    virtual bool waitsForEvents() const { return false; }
     /// Adds the arguments for the help; one package by default.
     virtual void addArguments(QCommandLineParser &parser) const
     {

@@ -114,7 +114,7 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
 
 int CommandLine::run(int argc, char *argv[], const std::vector<Entry> &entries)
 {
-    // QCoreApplication would do this, but most commands have none: starting it takes longer than reading a small
+    // QCoreApplication would do this, but no command has one: starting it takes longer than reading a small
     // package. Each category is a file; no output depends on the others.
     std::setlocale(LC_CTYPE, "");
     std::setlocale(LC_MESSAGES, "");
@@ -132,8 +132,5 @@ int CommandLine::run(int argc, char *argv[], const std::vector<Entry> &entries)
     if (entry == entries.cend())
         return Console::wrongUsage(QStringLiteral("Unknown command '%1'.").arg(name));
     const std::unique_ptr<Command> command = entry->make();
-    std::unique_ptr<QCoreApplication> application;
-    if (command->waitsForEvents())
-        application = std::make_unique<QCoreApplication>(argc, argv);
     return runCommand(name, *command, arguments);
 }

@@ -5,25 +5,13 @@
 #include "CommandList.h"
 #include "Console.h"
 #include "FileName.h"
+#include "ProgramPath.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstring>
 #include <iterator>
 #include <unistd.h>
-
-namespace {
-
-// Empty when it cannot be read.
-QByteArray ownPath()
-{
-    char path[PATH_MAX];
-    const ssize_t size = readlink("/proc/self/exe", path, sizeof path);
-    return size > 0 && size_t(size) < sizeof path ? QByteArray(path, int(size)) : QByteArray();
-}
-
-} // namespace
 
 bool DrawProgram::isNeeded(int argc, char *argv[])
 {
@@ -43,7 +31,7 @@ bool DrawProgram::isNeeded(int argc, char *argv[])
 
 QByteArray DrawProgram::path()
 {
-    const QByteArray own = ownPath();
+    const QByteArray own = programPath();
     return own.isEmpty() ? own : own.left(own.lastIndexOf('/') + 1) + SORREL_DRAW_PROGRAM;
 }
 

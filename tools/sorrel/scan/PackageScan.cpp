@@ -6,7 +6,6 @@
 #include "JsonText.h"
 #include "PackageReport.h"
 #include "ProgressBar.h"
-#include "WorkerPool.h"
 
 #include <QJsonDocument>
 #include <QMap>
@@ -47,28 +46,30 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         Console::complain(fault.name.text(), fault.text);
         status = CannotRead;
     }
-    WorkerPool pool(m_program, WorkerCommand::commandLine(m_content, m_options.limits()), m_options.jobs());
+    WorkerPool pool({m_program, WorkerCommand::arguments(m_content, m_options.limits())}, m_options.jobs());
     ProgressBar progress(int(m_files.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;
     int done = 0;
-    const auto deliver = [&](const WorkerPool::Outcome &outcome) {
-        const FileName file = m_files.at(outcome.index);
-        QByteArray report = outcome.report;
-        if (report.isEmpty()) {
-            const auto code = ScanError::Code(outcome.errorCode);
-            report = jsonText(PackageReport::failure(file, code, ScanError::text(code)));
-        }
+    const auto deliver = [&](const std::vector<WorkerPool::Outcome> &outcomes) {
+        QVector<QByteArray> reports;
         progress.clear();
-        if (outcome.errorCode != 0) {
-            Console::complain(file.text(), complaint(report));
-            status = CannotRead;
+        for (const WorkerPool::Outcome &outcome : outcomes) {
+            const QByteArray report = reportOf(outcome);
+            if (outcome.errorCode != 0) {
+                Console::complain(m_files.at(outcome.index).text(), complaint(report));
+                status = CannotRead;
+            }
+            if (isOrdered)
+                waiting.insert(outcome.index, report);
+            else
+                reports.append(report);
         }
-        waiting.insert(isOrdered ? outcome.index : next, report);
-        bool goesOn = true;
-        for (; goesOn && waiting.contains(next); ++next)
-            goesOn = take(waiting.take(next));
-        progress.setDone(++done);
+        for (; waiting.contains(next); ++next)
+            reports.append(waiting.take(next));
+        const bool goesOn = reports.isEmpty() || take(reports);
+        done += int(outcomes.size());
+        progress.setDone(done);
         return goesOn;
     };
     const int window = isOrdered ? WindowPerJob * m_options.jobs() : std::numeric_limits<int>::max();
@@ -78,4 +79,12 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         status = CannotRead;
     }
     return status;
+}
+
+QByteArray PackageScan::reportOf(const WorkerPool::Outcome &outcome) const
+{
+    if (!outcome.report.isEmpty())
+        return outcome.report;
+    const auto code = ScanError::Code(outcome.errorCode);
+    return jsonText(PackageReport::failure(m_files.at(outcome.index), code, ScanError::text(code)));
 }

@@ -5,10 +5,10 @@
 #include "PackagePaths.h"
 #include "ReportContent.h"
 #include "ScanOptions.h"
+#include "WorkerPool.h"
 
 #include <QByteArray>
 #include <QJsonObject>
-#include <QString>
 #include <QStringList>
 #include <QVector>
 
@@ -18,11 +18,11 @@
 class PackageScan
 {
 public:
-    /// Receives a report as JSON on one line, without the line end. Returns whether to continue.
-    using Take = std::function<bool(const QByteArray &report)>;
+    /// Receives the next reports, each as JSON on one line, without the line end. Returns whether to continue.
+    using Take = std::function<bool(const QVector<QByteArray> &reports)>;
 
-    /// @p program has the command `worker` with all parts of @p content.
-    PackageScan(const QString &program, const ScanOptions &options, const ReportContent &content)
+    /// The program at the path @p program has the command `worker` with all parts of @p content.
+    PackageScan(const QByteArray &program, const ScanOptions &options, const ReportContent &content)
         : m_program(program), m_options(options), m_content(content)
     {
     }
@@ -34,13 +34,15 @@ public:
     const QVector<FileName> &files() const { return m_files; }
 
     /**
-     * Reads the packages and passes on a report of each, in the order of addition when @p isOrdered. Returns an
-     * ExitStatus.
+     * Reads the packages and passes on a report of each as soon as possible, in the order of addition when @p
+     * isOrdered. Returns an ExitStatus.
      */
     int run(bool isOrdered, const Take &take) const;
 
 private:
-    const QString m_program;
+    QByteArray reportOf(const WorkerPool::Outcome &outcome) const;
+
+    const QByteArray m_program;
     const ScanOptions &m_options;
     const ReportContent m_content;
     QVector<FileName> m_files;

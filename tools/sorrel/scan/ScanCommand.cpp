@@ -4,9 +4,7 @@
 #include "Console.h"
 #include "DrawProgram.h"
 #include "PackageScan.h"
-
-#include <QCoreApplication>
-#include <QFile>
+#include "ProgramPath.h"
 
 QString ScanCommand::details() const
 {
@@ -46,12 +44,13 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                        .arg(parser.value(m_icon)),
                                    program);
     content.includesLint = parser.isSet(m_lint);
-    const QString worker =
-        content.needsDrawing() ? QFile::decodeName(DrawProgram::path()) : QCoreApplication::applicationFilePath();
-    PackageScan scan(worker, options, content);
+    PackageScan scan(content.needsDrawing() ? DrawProgram::path() : programPath(), options, content);
     scan.add(parser.positionalArguments());
-    return scan.run(parser.isSet(m_ordered), [&](const QByteArray &report) {
-        console.write(report + '\n');
+    return scan.run(parser.isSet(m_ordered), [&](const QVector<QByteArray> &reports) {
+        QByteArray lines;
+        for (const QByteArray &report : reports)
+            lines += report + '\n';
+        console.write(lines);
         return console.flush();
     });
 }

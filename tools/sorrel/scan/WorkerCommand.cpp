@@ -32,18 +32,18 @@ QByteArray answer(const QJsonObject &report)
 
 } // namespace
 
-QStringList WorkerCommand::commandLine(const ReportContent &content, const Limits &limits)
+QList<QByteArray> WorkerCommand::arguments(const ReportContent &content, const Limits &limits)
 {
     return {
-        QStringLiteral("worker"),
-        QString::number(content.includesDisabled ? 1 : 0),
-        QString::number(content.iconSize),
-        QString::number(int(content.iconMask)),
-        QString::number(content.includesLint ? 1 : 0),
-        QString::number(content.lintDrawsIcons ? 1 : 0),
-        QString::number(limits.memory),
-        QString::number(limits.seconds),
-        QString::number(getpid()),
+        "worker",
+        QByteArray::number(content.includesDisabled ? 1 : 0),
+        QByteArray::number(content.iconSize),
+        QByteArray::number(int(content.iconMask)),
+        QByteArray::number(content.includesLint ? 1 : 0),
+        QByteArray::number(content.lintDrawsIcons ? 1 : 0),
+        QByteArray::number(limits.memory),
+        QByteArray::number(limits.seconds),
+        QByteArray::number(getpid()),
     };
 }
 
@@ -61,10 +61,10 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
     if (!ProcessLimits::endWithParent(pid_t(arguments.at(7).toInt())))
         return CannotRead;
     ProcessLimits::limitMemory(limits.memory);
-    int status = Success;
     char *line = nullptr;
     size_t capacity = 0;
-    while (status == Success && getdelim(&line, &capacity, '\0', stdin) > 0) {
+    bool hasMemory = true;
+    while (hasMemory && getdelim(&line, &capacity, '\0', stdin) > 0) {
         const FileName file{QByteArray(line)};
         setAlarm(limits.seconds);
         QByteArray reply;
@@ -74,16 +74,17 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
             for (const ReportPart add : m_parts)
                 add(report, content, &json);
             reply = answer(json);
+            setAlarm(0);
         } catch (const std::bad_alloc &) {
+            // The alarm stays: the state is unknown, so even the end may take too long.
             ProcessLimits::limitMemory(0);
             reply = answer(
                 PackageReport::failure(file, ScanError::TooMuchMemory, ScanError::text(ScanError::TooMuchMemory)));
-            status = CannotRead;
+            hasMemory = false;
         }
-        setAlarm(0);
         console.write(reply);
         console.flush();
     }
     std::free(line);
-    return status;
+    return hasMemory ? Success : CannotRead;
 }

@@ -5,15 +5,16 @@
 #include "Command.h"
 #include "ReportPart.h"
 
-#include <QCommandLineOption>
-#include <QStringList>
+#include <QByteArray>
+#include <QList>
 
 #include <vector>
 
 /**
  * `sorrel worker`, which only WorkerPool starts. It reads paths from standard input, with a NUL after each, and prints
- * a line for each on standard output: the error code, a space, and the report as JSON. It ends with its input, and the
- * kernel kills it when its parent ends, even by a signal.
+ * a line for each on standard output: the error code, a space, and the report as JSON. The line of a file is written
+ * before the next file is opened, so no line is lost when the worker dies. It ends with its input, and the kernel kills
+ * it when its parent ends, even by a signal.
  *
  * The kernel ends it by SIGALRM when a file takes too long. When memory runs out, it reports that and ends, because the
  * interrupted work leaves an unknown state.
@@ -30,8 +31,8 @@ public:
     /// @p parts are added to each report, when its content asks for them.
     explicit WorkerCommand(const std::vector<ReportPart> &parts = {}) : m_parts(parts) {}
 
-    /// The arguments that start a worker for this process.
-    static QStringList commandLine(const ReportContent &content, const Limits &limits);
+    /// The arguments of the program that is a worker for this process.
+    static QList<QByteArray> arguments(const ReportContent &content, const Limits &limits);
 
     int minArguments() const override { return 8; }
     int maxArguments() const override { return 8; }

@@ -1,145 +1,226 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "WorkerPool.h"
 
-#include <QProcess>
-
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
+#include <cstring>
+#include <poll.h>
 
 namespace {
 
-ScanError::Code errorOf(bool crashed, int exitCode)
-{
-    // After a signal, the exit code is the number of the signal.
-    return crashed && exitCode == SIGALRM ? ScanError::TooMuchTime : ScanError::WorkerDied;
-}
+/// The time in which answers gather. Waking up for each would slow down the workers.
+constexpr int RestMs = 1;
+/// The time that a worker without files has to end by itself.
+constexpr int FinishSeconds = 30;
 
 } // namespace
 
-WorkerPool::WorkerPool(const QString &program, const QStringList &arguments, int jobs)
-    : m_program(program), m_arguments(arguments), m_workers(size_t(jobs))
+WorkerPool::WorkerPool(const WorkerProgram &program, int jobs) : m_program(program), m_workers(size_t(jobs))
 {
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
+// Workers with files are killed by the destructors of their processes.
 WorkerPool::~WorkerPool()
 {
-    for (Worker &worker : m_workers) {
-        if (worker.process == nullptr)
-            continue;
-        worker.process->disconnect();
-        worker.process->closeWriteChannel();
-    }
-    for (Worker &worker : m_workers) {
-        if (worker.process != nullptr && !worker.process->waitForFinished()) {
-            worker.process->kill();
-            worker.process->waitForFinished();
+    const auto forEachIdle = [this](const auto &call) {
+        for (Worker &worker : m_workers) {
+            if (worker.process != nullptr && worker.queue.empty())
+                call(*worker.process);
         }
-    }
+    };
+    forEachIdle([](WorkerProcess &process) { process.closeInput(); });
+    forEachIdle([](const WorkerProcess &process) { process.wait(FinishSeconds); });
 }
 
 bool WorkerPool::run(const QVector<FileName> &files, const Deliver &deliver, int window)
 {
     m_files = files;
-    m_deliver = deliver;
     m_window = window;
     m_next = m_oldest = m_done = 0;
     m_isDone.assign(size_t(files.size()), false);
     m_error.clear();
-    handOut();
-    if (m_done < files.size() && m_error.isEmpty())
-        m_loop.exec();
-    return m_error.isEmpty();
+    bool goesOn = true;
+    while (goesOn && m_done < m_files.size()) {
+        if (!handOut())
+            return false;
+        rest();
+        wait();
+        for (Worker &worker : m_workers) {
+            if (worker.process != nullptr)
+                look(worker);
+        }
+        if (!m_outcomes.empty())
+            goesOn = deliver(m_outcomes);
+        m_outcomes.clear();
+    }
+    return true;
 }
 
-void WorkerPool::handOut()
+// Returns whether there is a worker.
+bool WorkerPool::handOut()
 {
+    int error = 0;
     for (Worker &worker : m_workers) {
-        if (worker.index >= 0 || m_next >= m_files.size() || m_next - m_oldest >= m_window)
-            continue;
+        if (!hasFile())
+            break;
+        const int startError = worker.process == nullptr ? start(worker) : 0;
+        if (startError != 0)
+            error = startError;
+        else if (!worker.isLeaving)
+            fill(worker);
+    }
+    if (error == 0)
+        return true;
+    // The workers that are there go on alone.
+    const auto isMissing = [](const Worker &worker) { return worker.process == nullptr; };
+    if (std::all_of(m_workers.cbegin(), m_workers.cend(), isMissing)) {
+        m_error = QString::fromLocal8Bit(std::strerror(error));
+        return false;
+    }
+    m_workers.erase(std::remove_if(m_workers.begin(), m_workers.end(), isMissing), m_workers.end());
+    return true;
+}
+
+// Returns 0, or the number of the error.
+int WorkerPool::start(Worker &worker)
+{
+    auto process = std::make_unique<WorkerProcess>();
+    const int error = process->start(m_program);
+    if (error == 0)
+        worker.process = std::move(process);
+    return error;
+}
+
+void WorkerPool::fill(Worker &worker)
+{
+    // Half of an equal share of the remaining files: the queues get shorter towards the end.
+    const auto remaining = m_files.size() - m_next + int(m_returned.size());
+    const int share = qMax(1, int(remaining) / (2 * int(m_workers.size())));
+    int room = qMin(worker.queueSize - int(worker.queue.size()), share);
+    QByteArray paths;
+    for (; room > 0 && hasFile(); --room) {
+        const int index = takeFile();
+        worker.queue.push_back(index);
+        paths += m_files.at(index).path() + '\0';
+    }
+    worker.process->send(paths);
+}
+
+bool WorkerPool::hasFile() const
+{
+    return !m_returned.empty() || (m_next < m_files.size() && m_next - m_oldest < m_window);
+}
+
+int WorkerPool::takeFile()
+{
+    if (m_returned.empty())
+        return m_next++;
+    const int index = *m_returned.begin();
+    m_returned.erase(m_returned.begin());
+    return index;
+}
+
+// Lets answers gather while every worker has enough to read, and none waits for room in its pipe.
+void WorkerPool::rest() const
+{
+    const auto isBusy = [](const Worker &worker) {
+        return worker.process == nullptr || (worker.queue.size() >= MinQueue && worker.answer.isEmpty());
+    };
+    if (std::all_of(m_workers.cbegin(), m_workers.cend(), isBusy))
+        ::poll(nullptr, 0, RestMs);
+}
+
+void WorkerPool::wait() const
+{
+    std::vector<pollfd> descriptors;
+    for (const Worker &worker : m_workers) {
         if (worker.process == nullptr)
-            start(worker);
-        if (!m_error.isEmpty())
-            return;
-        worker.index = m_next++;
-        worker.answer.clear();
-        worker.process->write(m_files.at(worker.index).path() + '\0');
+            continue;
+        descriptors.push_back({worker.process->output(), POLLIN, 0});
+        // poll() skips a negative descriptor.
+        descriptors.push_back({worker.process->blockedInput(), POLLOUT, 0});
     }
+    ::poll(descriptors.data(), nfds_t(descriptors.size()), -1);
 }
 
-void WorkerPool::start(Worker &worker)
+void WorkerPool::look(Worker &worker)
 {
-    worker.process = std::make_unique<QProcess>();
-    QProcess *const process = worker.process.get();
-    process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    QObject::connect(process, &QProcess::readyReadStandardOutput, [this, &worker] { read(worker); });
-    QObject::connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished),
-                     [this, &worker](int exitCode, QProcess::ExitStatus status) {
-                         finish(worker, status == QProcess::CrashExit, exitCode);
-                     });
-    QObject::connect(process, &QProcess::errorOccurred, [this, process](QProcess::ProcessError error) {
-        if (error == QProcess::FailedToStart)
-            failToStart(m_program + QStringLiteral(": ") + process->errorString());
-    });
-    process->start(m_program, m_arguments);
-}
-
-void WorkerPool::read(Worker &worker)
-{
-    worker.answer += worker.process->readAllStandardOutput();
-    if (worker.index < 0)
-        return;
-    if (!worker.answer.endsWith('\n')) {
-        if (worker.answer.size() > MaxAnswerBytes)
-            worker.process->kill();
+    worker.process->flush();
+    const bool isOpen = worker.process->receive(&worker.answer);
+    const auto before = worker.queue.size();
+    if (!readAnswers(worker) || !isOpen) {
+        remove(worker);
         return;
     }
-    const auto space = worker.answer.indexOf(' ');
-    const int code = worker.answer.left(space).toInt();
-    const QByteArray report = worker.answer.mid(space + 1).chopped(1);
-    if (code == ScanError::TooMuchMemory)
-        letGo(worker);
-    deliver(worker, code, report);
-}
-
-// The process gets no more input and ends by itself.
-void WorkerPool::letGo(Worker &worker)
-{
-    QProcess *const process = worker.process.release();
-    process->disconnect();
-    QObject::connect(process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), process,
-                     &QObject::deleteLater);
-    process->closeWriteChannel();
-}
-
-void WorkerPool::finish(Worker &worker, bool crashed, int exitCode)
-{
-    // The process calls this function, so it must be deleted later.
-    worker.process->disconnect();
-    worker.process.release()->deleteLater();
-    if (worker.index >= 0)
-        deliver(worker, errorOf(crashed, exitCode), QByteArray());
+    const int answers = int(before - worker.queue.size());
+    if (answers == 0)
+        return;
+    if (worker.queue.empty())
+        worker.queueSize = qMin(2 * worker.queueSize, MaxQueue);
     else
-        handOut();
+        worker.queueSize = qBound(MinQueue, qMax(2 * answers, worker.queueSize * 7 / 8), MaxQueue);
 }
 
-void WorkerPool::failToStart(const QString &text)
+// Returns false when the worker has to be killed.
+bool WorkerPool::readAnswers(Worker &worker)
 {
-    m_error = text;
-    m_loop.quit();
+    int begin = 0;
+    for (;;) {
+        const auto end = worker.answer.indexOf('\n', qMax(begin, worker.searched));
+        if (end < 0)
+            break;
+        const auto size = end - begin;
+        if (!readAnswer(worker, QByteArray::fromRawData(worker.answer.constData() + begin, size)))
+            return false;
+        begin = int(end) + 1;
+    }
+    worker.answer.remove(0, begin);
+    worker.searched = int(worker.answer.size());
+    return worker.answer.size() <= MaxAnswerBytes;
 }
 
-void WorkerPool::deliver(Worker &worker, int errorCode, const QByteArray &report)
+bool WorkerPool::readAnswer(Worker &worker, const QByteArray &line)
 {
-    const Outcome outcome{worker.index, errorCode, report};
-    worker.index = -1;
-    worker.answer.clear();
-    m_isDone[size_t(outcome.index)] = true;
+    const auto space = line.indexOf(' ');
+    bool isNumber = false;
+    const int code = line.left(space).toInt(&isNumber);
+    const QByteArray report = line.mid(space + 1);
+    if (worker.queue.empty() || !isNumber || !report.startsWith('{') || !report.endsWith('}'))
+        return false;
+    setDone(worker.queue.front(), code, report);
+    worker.queue.pop_front();
+    if (code == ScanError::TooMuchMemory) {
+        worker.isLeaving = true;
+        returnFiles(worker);
+    }
+    return true;
+}
+
+// The process was reading the first file of its queue.
+void WorkerPool::remove(Worker &worker)
+{
+    const int signal = worker.process->end();
+    if (!worker.queue.empty()) {
+        setDone(worker.queue.front(), signal == SIGALRM ? ScanError::TooMuchTime : ScanError::WorkerDied, QByteArray());
+        worker.queue.pop_front();
+    }
+    returnFiles(worker);
+    worker = Worker();
+}
+
+void WorkerPool::returnFiles(Worker &worker)
+{
+    m_returned.insert(worker.queue.cbegin(), worker.queue.cend());
+    worker.queue.clear();
+}
+
+void WorkerPool::setDone(int index, int errorCode, const QByteArray &report)
+{
+    m_outcomes.push_back({index, errorCode, report});
+    m_isDone[size_t(index)] = true;
     ++m_done;
     while (m_oldest < m_files.size() && m_isDone[size_t(m_oldest)])
         ++m_oldest;
-    if (!m_deliver(outcome))
-        m_files = m_files.mid(0, m_next);
-    if (m_done == m_files.size())
-        m_loop.quit();
-    else
-        handOut();
 }

@@ -4,30 +4,37 @@
 
 #include "FileName.h"
 #include "ScanError.h"
+#include "WorkerProcess.h"
 
 #include <QByteArray>
-#include <QEventLoop>
-#include <QStringList>
+#include <QString>
 #include <QVector>
 
+#include <deque>
 #include <functional>
 #include <limits>
 #include <memory>
+#include <set>
 #include <vector>
 
-class QProcess;
-
 /**
- * Processes that read packages, each one file at a time. A file that ends or exhausts its process loses only its own
- * report. A process that ended is replaced while files remain.
+ * Processes that read packages. Each has a queue of files, which it reads one after another, and writes a line about each
+ * file before it begins the next. So a file that ends or exhausts its process loses only its own report: the other files
+ * of the queue go to another process. A process that ended is replaced while files remain.
  *
- * Needs a QCoreApplication.
+ * A queue is as long as a process needs to be busy until this process looks again. It is shorter at the end, so all
+ * processes end at about the same time.
+ *
+ * A worker reads paths from standard input, with a NUL after each. Its line has the error code in decimal, a space, and
+ * the report as a JSON object. A worker that writes anything else is killed.
+ *
+ * The constructor makes the whole process ignore SIGPIPE, so a worker or a reader that is gone is an error of write().
  */
 class WorkerPool
 {
 public:
-    /// The maximum size of a report in bytes. A process that writes more is killed.
-    static constexpr qint64 MaxAnswerBytes = 64 << 20;
+    /// The maximum size of a line in bytes. A process that writes more is killed.
+    static constexpr int MaxAnswerBytes = 64 << 20;
 
     /// The outcome for a file: its report without the line end, or an error.
     struct Outcome {
@@ -35,11 +42,11 @@ public:
         int errorCode = 0; ///< of the report, or a ScanError::Code
         QByteArray report; ///< as JSON; empty when the process gave none
     };
-    /// Returns whether to continue.
-    using Deliver = std::function<bool(const Outcome &outcome)>;
+    /// Receives the outcomes since the last call, at least one. Returns whether to continue.
+    using Deliver = std::function<bool(const std::vector<Outcome> &outcomes)>;
 
-    /// A pool of @p jobs processes of @p program, started with @p arguments.
-    WorkerPool(const QString &program, const QStringList &arguments, int jobs);
+    /// A pool of @p jobs processes of @p program.
+    WorkerPool(const WorkerProgram &program, int jobs);
     ~WorkerPool();
 
     /**
@@ -47,39 +54,53 @@ public:
      * window files are started after the first unfinished one, so a caller that sorts the outcomes keeps no more than
      * that.
      *
-     * Returns false and sets errorText() when no process can be started.
+     * A pool with fewer processes than wanted goes on with those. Returns false and sets errorText() when no process can
+     * be started.
      */
     bool run(const QVector<FileName> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
 
     QString errorText() const { return m_error; }
 
 private:
+    /// The sizes of a queue: at first, at least (the worker reads a file and has another), and at most.
+    static constexpr int FirstQueue = 8;
+    static constexpr int MinQueue = 2;
+    static constexpr int MaxQueue = 256;
+
     struct Worker {
-        std::unique_ptr<QProcess> process;
-        int index = -1; ///< of its current file; -1 for none
-        QByteArray answer;
+        std::unique_ptr<WorkerProcess> process;
+        std::deque<int> queue;      ///< indices of the files that the process has; it reads the first
+        int queueSize = FirstQueue; ///< the number of files that the process should have
+        QByteArray answer;          ///< the received part of a line
+        int searched = 0;           ///< the bytes of it that have no line end
+        bool isLeaving = false;     ///< whether the process ends after its last line
     };
 
-    void handOut();
-    void start(Worker &worker);
-    void read(Worker &worker);
-    void finish(Worker &worker, bool crashed, int exitCode);
-    void letGo(Worker &worker);
-    void failToStart(const QString &text);
-    void deliver(Worker &worker, int errorCode, const QByteArray &report);
+    bool handOut();
+    int start(Worker &worker);
+    void fill(Worker &worker);
+    bool hasFile() const;
+    int takeFile();
+    void rest() const;
+    void wait() const;
+    void look(Worker &worker);
+    bool readAnswers(Worker &worker);
+    bool readAnswer(Worker &worker, const QByteArray &line);
+    void remove(Worker &worker);
+    void returnFiles(Worker &worker);
+    void setDone(int index, int errorCode, const QByteArray &report);
 
-    const QString m_program;
-    const QStringList m_arguments;
+    const WorkerProgram m_program;
     std::vector<Worker> m_workers;
     QVector<FileName> m_files;
-    Deliver m_deliver;
     int m_window = 0;
-    int m_next = 0;   ///< index of the next file to read
-    int m_oldest = 0; ///< index of the first unfinished file
+    int m_next = 0;           ///< index of the first file that no process had
+    std::set<int> m_returned; ///< files from the queues of ended processes
+    int m_oldest = 0;         ///< index of the first unfinished file
     int m_done = 0;
     std::vector<bool> m_isDone; ///< by index
+    std::vector<Outcome> m_outcomes;
     QString m_error;
-    QEventLoop m_loop;
 };
 
 #endif
