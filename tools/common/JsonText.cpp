@@ -6,7 +6,12 @@
 #include <QJsonArray>
 #include <QLocale>
 
+#include <algorithm>
+
 namespace {
+
+/// The size of most reports.
+constexpr int UsualBytes = 4096;
 
 // The escape for the character of @p size units at @p first; empty when it needs none.
 QByteArray escapeOf(const QString &text, int first, int size, char32_t character)
@@ -37,28 +42,33 @@ QByteArray escapeOf(const QString &text, int first, int size, char32_t character
     return escape;
 }
 
-// Nearly all characters are these, and need no further look.
-bool isPlain(char32_t character)
+bool needsNoEscape(QChar unit)
 {
-    return character >= ' ' && character < 0x7f && character != '"' && character != '\\';
+    return unit >= QLatin1Char(' ') && unit <= QLatin1Char('~') && unit != QLatin1Char('"')
+           && unit != QLatin1Char('\\');
 }
 
 void appendText(QByteArray &json, const QString &text)
 {
+    // Most texts are short and plain, so they are written in place.
+    if (std::all_of(text.cbegin(), text.cend(), needsNoEscape)) {
+        const auto start = json.size();
+        json.resize(start + text.size() + 2);
+        char *const place = json.data() + start;
+        *place = '"';
+        *std::transform(text.cbegin(), text.cend(), place + 1, [](QChar unit) { return unit.toLatin1(); }) = '"';
+        return;
+    }
     int written = 0;
     json += '"';
     forEachCharacter(text, [&](int first, int size, char32_t character) {
-        if (isPlain(character))
-            return;
         const QByteArray escape = escapeOf(text, first, size, character);
         if (escape.isEmpty())
             return;
-        json += QStringView(text).mid(written, first - written).toUtf8();
-        json += escape;
+        json += text.mid(written, first - written).toUtf8() + escape;
         written = first + size;
     });
-    json += QStringView(text).mid(written).toUtf8();
-    json += '"';
+    json += text.mid(written).toUtf8() + '"';
 }
 
 QByteArray numberText(double number)
@@ -119,6 +129,7 @@ void appendValue(QByteArray &json, const QJsonValue &value)
 QByteArray jsonText(const QJsonObject &object)
 {
     QByteArray json;
+    json.reserve(UsualBytes);
     appendValue(json, object);
     return json;
 }

@@ -166,15 +166,17 @@ void WorkerPool::look(Worker &worker)
 // Returns false when the worker has to be killed.
 bool WorkerPool::readAnswers(Worker &worker)
 {
+    const char *const bytes = worker.answer.constData();
+    const int size = int(worker.answer.size());
     int begin = 0;
-    for (;;) {
-        const auto end = worker.answer.indexOf('\n', qMax(begin, worker.searched));
-        if (end < 0)
+    for (int searched = worker.searched; searched < size; searched = begin) {
+        const void *const found = std::memchr(bytes + searched, '\n', size_t(size - searched));
+        if (found == nullptr)
             break;
-        const auto size = end - begin;
-        if (!readAnswer(worker, QByteArray::fromRawData(worker.answer.constData() + begin, size)))
+        const int end = int(static_cast<const char *>(found) - bytes);
+        if (!readAnswer(worker, QByteArray::fromRawData(bytes + begin, end - begin)))
             return false;
-        begin = int(end) + 1;
+        begin = end + 1;
     }
     worker.answer.remove(0, begin);
     worker.searched = int(worker.answer.size());
