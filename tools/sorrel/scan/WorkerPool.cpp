@@ -150,8 +150,9 @@ void WorkerPool::look(Worker &worker)
     worker.process->flush();
     const bool isOpen = worker.process->receive(&worker.answer);
     const auto before = worker.queue.size();
-    if (!readAnswers(worker) || !isOpen) {
-        remove(worker);
+    const bool wroteNoReport = !readAnswers(worker);
+    if (wroteNoReport || !isOpen) {
+        remove(worker, wroteNoReport);
         return;
     }
     const int answers = int(before - worker.queue.size());
@@ -200,12 +201,12 @@ bool WorkerPool::readAnswer(Worker &worker, const QByteArray &line)
     return true;
 }
 
-// The process was reading the first file of its queue.
-void WorkerPool::remove(Worker &worker)
+// The process was reading the first file of its queue. One that wrote no report may have read on until it is killed.
+void WorkerPool::remove(Worker &worker, bool wroteNoReport)
 {
-    const int signal = worker.process->end();
+    const bool tookTooLong = worker.process->end() == SIGALRM && !wroteNoReport;
     if (!worker.queue.empty()) {
-        setDone(worker.queue.front(), signal == SIGALRM ? ScanError::TooMuchTime : ScanError::WorkerDied, QByteArray());
+        setDone(worker.queue.front(), tookTooLong ? ScanError::TooMuchTime : ScanError::WorkerDied, QByteArray());
         worker.queue.pop_front();
     }
     returnFiles(worker);

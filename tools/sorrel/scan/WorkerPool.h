@@ -86,7 +86,7 @@ private:
     void look(Worker &worker);
     bool readAnswers(Worker &worker);
     bool readAnswer(Worker &worker, const QByteArray &line);
-    void remove(Worker &worker);
+    void remove(Worker &worker, bool wroteNoReport);
     void returnFiles(Worker &worker);
     void setDone(int index, int errorCode, const QByteArray &report);
 
