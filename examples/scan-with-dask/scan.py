@@ -2,8 +2,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """Scan packages on a Dask cluster, and write the lines of `sorrel scan --ordered` to a file.
 
-The list of packages is split into parts. A task of the cluster reads a part with `sorrel scan`. Each finished part is a file
-in the directory FILE.parts, so the same command continues an interrupted scan.
+The list of packages is split into parts. A task of the cluster reads a part with `sorrel scan`. Each finished part is a
+file in the directory FILE.parts, so the same command continues an interrupted scan.
 """
 
 import argparse

@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""scan_with_dask.py SCAN SORREL SAMPLES: runs the example scan-with-dask on a cluster of two worker processes, and checks that
+"""scan_with_dask.py SCAN SORREL SAMPLES: runs the example scan-with-dask on a cluster of two worker processes. Checks that
 every package has its line, also when a worker is killed, or the scan itself, or when parts cannot be read."""
 
 import glob
@@ -17,8 +17,8 @@ SCAN, SORREL, SAMPLES = "", "", ""
 PYTHON = "/usr/bin/python3"
 COPIES = 6
 PART = 10
-# Reads some parts as sorrel does. The files in `started` are the parts so far; those after the first $(cat free) wait until
-# there is a file `go`.
+# Reads parts as sorrel does. `started` has a directory for each part so far. The parts after the first $(cat free) wait
+# for a file `go`.
 GATE = """#!/bin/bash
 number=1
 until mkdir "{0}/started/$number" 2>/dev/null; do
@@ -113,8 +113,8 @@ class ScanWithDask(unittest.TestCase):
             return file.read().splitlines()
 
     def expected(self):
-        run = subprocess.run([SORREL, "scan", "--ordered", self.shelf], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                             check=False)
+        run = subprocess.run([SORREL, "scan", "--ordered", self.shelf], stdout=subprocess.PIPE,
+                             stderr=subprocess.DEVNULL, check=False)
         lines = run.stdout.splitlines()
         self.assertEqual(len(set(lines)), len(glob.glob(SAMPLES + "/*.apk")) * COPIES + 1)
         return lines
@@ -124,8 +124,8 @@ class ScanWithDask(unittest.TestCase):
         expected = self.expected()
         parts = -(-len(expected) // PART)
         half = parts // 2
-        scan = subprocess.Popen(self.command(self.gate("first", half), self.shelf), env=self.environment, stderr=subprocess.PIPE,
-                                text=True)
+        scan = subprocess.Popen(self.command(self.gate("first", half), self.shelf), env=self.environment,
+                                stderr=subprocess.PIPE, text=True)
         self.addCleanup(scan.wait)
         self.addCleanup(scan.kill)
         self.addCleanup(scan.stderr.close)

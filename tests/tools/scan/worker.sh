@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# A worker for tst_workerpool. Its paths are orders; it reports any other path as a good package. LARGE is the size of the
-# large text, HOLD a pipe to wait for.
+# A worker for tst_workerpool. Its paths are orders; it reports any other path as a good package. LARGE is the size of
+# the large text, HOLD a pipe to wait for.
 while IFS= read -r -d '' path; do
     case $path in
     crash) kill -SEGV $$ ;;

@@ -18,9 +18,9 @@
 #include <vector>
 
 /**
- * Processes that read packages. Each has a queue of files, which it reads one after another, and writes a line about each
- * file before it begins the next. So a file that ends or exhausts its process loses only its own report: the other files
- * of the queue go to another process. A process that ended is replaced while files remain.
+ * Processes that read packages. Each has a queue of files. It reads them one after another, and writes a line about each
+ * file before it begins the next. So a file that ends or exhausts its process loses only its own report: the other
+ * files of the queue go to another process. A process that ended is replaced while files remain.
  *
  * A queue is as long as a process needs to be busy until this process looks again. It is shorter at the end, so all
  * processes end at about the same time.
@@ -54,8 +54,8 @@ public:
      * window files are started after the first unfinished one, so a caller that sorts the outcomes keeps no more than
      * that.
      *
-     * A pool with fewer processes than wanted goes on with those. Returns false and sets errorText() when no process can
-     * be started.
+     * When only some processes can be started, they read all files. Returns false and sets errorText() when there is
+     * none.
      */
     bool run(const QVector<FileName> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
 
