@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""scan.py SORREL SAMPLES: prints a Markdown table of the packages a second that `sorrel scan` reads with one and with two
-workers, and the time to start a worker. The packages are copies of the samples in the page cache. The ways are measured in
-turns; a figure is the median of its runs."""
+"""scan.py SORREL SAMPLES [OTHER]: prints a Markdown table of the packages a second that `sorrel scan` reads with one and
+with two workers, and the time to start a worker. OTHER is the program `sorrel` of another build, for a second column.
+The packages are copies of the samples in the page cache. The ways are measured in turns; a figure is the median of its
+runs."""
 
 import glob
 import os
@@ -32,8 +33,19 @@ def medians(ways, paths):
     return {name: statistics.median(values) for name, values in times.items()}
 
 
+def ways_of(sorrel):
+    return {
+        "`sorrel scan -j 1 -`": [sorrel, "scan", "-j", "1", "-"],
+        "`sorrel scan -j 2 -`": [sorrel, "scan", "-j", "2", "-"],
+        "`sorrel scan -j 2 --icon 96 -`": [sorrel, "scan", "-j", "2", "--icon", "96", "-"],
+        "`sorrel scan -j 2 --lint -`": [sorrel, "scan", "-j", "2", "--lint", "-"],
+        "`sorrel info --json`, one process for all": ["xargs", "-d", "\n", sorrel, "info", "--json"],
+        "`sorrel info --json`, a process each": ["xargs", "-d", "\n", "-n", "1", sorrel, "info", "--json"],
+    }
+
+
 def main():
-    sorrel, samples = sys.argv[1:]
+    sorrel, samples, *others = sys.argv[1:]
     with tempfile.TemporaryDirectory() as shelf:
         for sample in sorted(glob.glob(samples + "/*.apk")):
             for copy in range(COPIES):
@@ -41,18 +53,14 @@ def main():
         files = sorted(glob.glob(shelf + "/*.apk"))
         paths = "".join(path + "\n" for path in files).encode()
 
-        ways = {
-            "`sorrel scan -j 1 -`": [sorrel, "scan", "-j", "1", "-"],
-            "`sorrel scan -j 2 -`": [sorrel, "scan", "-j", "2", "-"],
-            "`sorrel scan -j 2 --icon 96 -`": [sorrel, "scan", "-j", "2", "--icon", "96", "-"],
-            "`sorrel scan -j 2 --lint -`": [sorrel, "scan", "-j", "2", "--lint", "-"],
-            "`sorrel info --json`, one process": ["xargs", "-d", "\n", sorrel, "info", "--json"],
-            "`sorrel info --json`, a process each": ["xargs", "-d", "\n", "-n", "1", sorrel, "info", "--json"],
-        }
-        times = medians(ways, paths)
-        print(f"{len(files)} packages:\n\n| way | packages a second |\n|---|---|")
-        for name, value in times.items():
-            print(f"| {name} | {round(len(files) / value, -1):.0f} |")
+        builds = [ways_of(build) for build in [sorrel, *others]]
+        times = medians({(name, build): command for build, ways in enumerate(builds) for name, command in ways.items()},
+                        paths)
+        print(f"{len(files)} packages:\n\n| way | packages a second |{' of the other build |' * len(others)}\n"
+              f"|---|---|{'---|' * len(others)}")
+        for name in builds[0]:
+            rates = [f" {round(len(files) / times[name, build], -1):.0f} |" for build in range(len(builds))]
+            print(f"| {name} |{''.join(rates)}")
 
         # One file for each worker, so each further worker adds one start and one file.
         few = {jobs: [sorrel, "scan", "-j", str(jobs), "-"] for jobs in (1, 41)}

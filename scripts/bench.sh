@@ -6,7 +6,8 @@
 # bench.sh --check: counts instructions and compares them with bench/instructions.json. The exit status is 1 when a row
 #     grew by more than 5 %, or is missing on either side.
 # bench.sh --update: makes these counts the baseline.
-# bench.sh --scan: measures `sorrel scan` by the number of its workers, for docs/scaling.md; about half a minute.
+# bench.sh --scan [SORREL]: measures `sorrel scan` by the number of its workers, for docs/scaling.md; about half a minute.
+#     SORREL is the program of another build to compare with.
 # bench.sh --hostile: measures the hostile files in the programs of the tests, and replaces their table in
 #     docs/performance.md; about five minutes.
 # bench.sh --plots: measures growth only, and draws docs/growth-time.svg and docs/growth-memory.svg.
@@ -117,7 +118,7 @@ case ${1:-} in
     require "${bench_packages[@]}"
     say "Building"
     build release sorrel-command samples
-    python3 bench/scan.py build/release/bin/sorrel build/release/samples
+    python3 bench/scan.py build/release/bin/sorrel build/release/samples "${@:2}"
     ;;
 --hostile)
     measure_hostile docs/performance.md

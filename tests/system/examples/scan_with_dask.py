@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""scan_with_dask.py SCAN SORREL SAMPLES: runs the example scan-with-dask on a cluster of two worker processes. Checks that
-every package has its line, also when a worker is killed, or the scan itself, or when parts cannot be read."""
+"""scan_with_dask.py SCAN SORREL SAMPLES: runs the example scan-with-dask on a cluster of two workers. Checks that every
+package has its line, also when a worker is killed, or the scan itself, or when parts cannot be read."""
 
 import glob
 import json

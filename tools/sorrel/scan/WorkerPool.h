@@ -18,8 +18,8 @@
 #include <vector>
 
 /**
- * Processes that read packages. Each has a queue of files. It reads them one after another, and writes a line about each
- * file before it begins the next. So a file that ends or exhausts its process loses only its own report: the other
+ * Processes that read packages. Each has a queue of files. It reads them one after another, and writes a line about
+ * each file before it begins the next. So a file that ends or exhausts its process loses only its own report: the other
  * files of the queue go to another process. A process that ended is replaced while files remain.
  *
  * A queue is as long as a process needs to be busy until this process looks again. It is shorter at the end, so all
