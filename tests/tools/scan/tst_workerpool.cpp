@@ -241,7 +241,7 @@ void TestWorkerPool::aProgramThatIsMissing()
 {
     WorkerPool pool({"/missing/program", {}}, 2);
     QVERIFY(!pool.run(goodFiles(3), [](const Outcomes &) { return true; }));
-    QCOMPARE(pool.errorText(), QStringLiteral("No such file or directory"));
+    QCOMPARE(pool.errorText(), QStringLiteral("/missing/program: No such file or directory"));
 }
 
 // Each process needs two descriptors, and four while it starts.
@@ -268,7 +268,7 @@ void TestWorkerPool::fewerProcessesThanWanted()
     for (int i = 0; i < 400; ++i)
         QCOMPARE(outcomes[size_t(i)].index, i);
     QVERIFY(!isRun);
-    QCOMPARE(none.errorText(), QStringLiteral("Too many open files"));
+    QCOMPARE(none.errorText(), QStringLiteral("bash: Too many open files"));
 }
 
 QTEST_GUILESS_MAIN(TestWorkerPool)

@@ -76,7 +76,7 @@ bool WorkerPool::handOut()
     // The workers that are there go on alone.
     const auto isMissing = [](const Worker &worker) { return worker.process == nullptr; };
     if (std::all_of(m_workers.cbegin(), m_workers.cend(), isMissing)) {
-        m_error = QString::fromLocal8Bit(std::strerror(error));
+        m_error = FileName(m_program.path).text() + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(error));
         return false;
     }
     m_workers.erase(std::remove_if(m_workers.begin(), m_workers.end(), isMissing), m_workers.end());

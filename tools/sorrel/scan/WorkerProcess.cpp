@@ -70,10 +70,10 @@ int spawn(const WorkerProgram &program, int input, int output, pid_t *process)
     ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
-    sigset_t signals = {};
-    ::sigemptyset(&signals);
-    ::sigaddset(&signals, SIGPIPE);
-    ::posix_spawnattr_setsigdefault(&attributes, &signals);
+    sigset_t ignored = {};
+    ::sigemptyset(&ignored);
+    ::sigaddset(&ignored, SIGPIPE);
+    ::posix_spawnattr_setsigdefault(&attributes, &ignored);
     ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
     const int error =
         ::posix_spawnp(process, program.path.constData(), &actions, &attributes, arguments.data(), environ);
