@@ -12,6 +12,7 @@ namespace {
 // Resource ids of Android's own attributes, which are part of its public interface.
 enum AttributeId : uint32_t {
     Label = 0x01010001,
+    Icon = 0x01010002,
     Name = 0x01010003,
     Enabled = 0x0101000e,
     Exported = 0x01010010,
@@ -97,6 +98,9 @@ ManifestElement AndroidfwManifest::currentElement()
         switch (m_document->getAttributeNameResID(i)) {
         case Label:
             element.label = attributeValue(i);
+            break;
+        case Icon:
+            element.icon = attributeValue(i);
             break;
         case Name:
             element.name = attributeValue(i);

@@ -23,6 +23,7 @@ struct AttributeValue {
 struct ManifestElement {
     std::u16string tag;
     AttributeValue label;
+    AttributeValue icon;
     AttributeValue name;
     AttributeValue targetActivity;
     AttributeValue enabled;

@@ -48,9 +48,20 @@ std::vector<Launcher> AndroidfwPackage::launchers() const
                 break;
             }
         }
+        for (const ManifestElement *element : {&found.filter, &found.activity, &found.application}) {
+            if (!element->icon.isEmpty()) {
+                launcher.icon = element->icon.reference;
+                break;
+            }
+        }
         launchers.push_back(std::move(launcher));
     }
     return launchers;
+}
+
+std::vector<IconFile> AndroidfwPackage::iconFiles(const Launcher &launcher) const
+{
+    return launcher.icon != 0 ? AndroidfwIcons(m_assets.get()).files(launcher.icon) : std::vector<IconFile>();
 }
 
 bool AndroidfwPackage::isShown(const LauncherFilter &launcher, const AndroidfwLabels &labels) const

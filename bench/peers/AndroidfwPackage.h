@@ -2,6 +2,7 @@
 #ifndef ANDROIDFWPACKAGE_H
 #define ANDROIDFWPACKAGE_H
 
+#include "AndroidfwIcons.h"
 #include "AndroidfwLabels.h"
 #include "AndroidfwManifest.h"
 
@@ -16,6 +17,7 @@ namespace peer {
 struct Launcher {
     std::string className;
     Texts labels;
+    uint32_t icon = 0; ///< resource id; 0 when the manifest names a path
 };
 
 /**
@@ -33,6 +35,8 @@ public:
     int minSdkVersion() const { return isOpen() ? m_manifest->minSdkVersion() : 1; }
     /// The entries that a home screen shows, as ApkFile::getLauncherInfo(false) has them, without their icons.
     std::vector<Launcher> launchers() const;
+    /// The files of a launcher's icon.
+    std::vector<IconFile> iconFiles(const Launcher &launcher) const;
 
 private:
     bool isShown(const LauncherFilter &launcher, const AndroidfwLabels &labels) const;
