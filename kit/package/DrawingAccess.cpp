@@ -10,7 +10,7 @@ namespace SORRELKIT_PRIVATE_NAMESPACE {
 
 DrawingSource &drawingSource(const Package &package)
 {
-    return PackageAccess::data(package)->loaded();
+    return *PackageAccess::data(package);
 }
 
 LauncherIcon launcherIcon(const Launcher &launcher)

@@ -27,7 +27,7 @@ struct LauncherIcon {
     ResolvedValue icon;              ///< a reference or a path
 };
 
-/// Reads @p package on first use. The result lives as long as the package.
+/// The parts of @p package, each of which is read on first use. The result lives as long as the package.
 SORRELKITCORE_EXPORT DrawingSource &drawingSource(const Package &package);
 SORRELKITCORE_EXPORT LauncherIcon launcherIcon(const Launcher &launcher);
 

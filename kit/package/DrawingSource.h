@@ -17,14 +17,14 @@ class DrawingSource
 public:
     virtual ~DrawingSource() = default;
 
-    /// Looks up resources in the tables of the package and its splits.
+    /// Looks up resources in the tables of the package and its splits. The first lookup reads them.
     virtual const ResourceResolver &resolver() const = 0;
     /// The members of the package and its splits.
     virtual FileSource &files() = 0;
     /// The icon of the application, a reference or a path; nothing when the manifest names none.
-    virtual std::optional<ResolvedValue> applicationIcon() const = 0;
+    virtual std::optional<ResolvedValue> applicationIcon() = 0;
     /// Icons of the first @p count launchers that are shown and have an icon of their own, in the manifest's order.
-    virtual QVector<ResolvedValue> launcherIcons(int count) const = 0;
+    virtual QVector<ResolvedValue> launcherIcons(int count) = 0;
 };
 
 } // namespace SorrelKit

@@ -17,7 +17,7 @@ namespace {
 constexpr int FirstSdkVersion = 1;
 constexpr int PreviewSdkVersion = 10000;
 
-int sdkVersion(const PackageData &data, quint32 id, int fallback)
+int sdkVersion(PackageData &data, quint32 id, int fallback)
 {
     const ResolvedValue value = data.resolved(data.manifest().childAttribute(QStringLiteral("uses-sdk"), id));
     if (const auto version = value.value.integer())
@@ -29,7 +29,7 @@ int sdkVersion(const PackageData &data, quint32 id, int fallback)
     return isNumber ? version : PreviewSdkVersion;
 }
 
-quint32 versionPart(const PackageData &data, quint32 id)
+quint32 versionPart(PackageData &data, quint32 id)
 {
     return quint32(data.resolved(data.manifest().root().attribute(id)).value.integer().value_or(0));
 }
@@ -54,46 +54,46 @@ Package Package::fromNativePath(const QByteArray &path)
 
 Error Package::error() const
 {
-    const PackageData &data = d->loaded();
-    return Error(Error::Code(data.error()), data.fault());
+    // A damaged table is an error, too.
+    d->tables();
+    return Error(Error::Code(d->error()), d->fault());
 }
 
 bool Package::isValid() const
 {
-    return !d->loaded().manifest().root().isNull();
+    return !d->manifest().root().isNull();
 }
 
 QString Package::packageName() const
 {
-    return d->loaded().manifest().packageName();
+    return d->manifest().packageName();
 }
 
 QString Package::versionName() const
 {
-    return d->loaded().text(d->manifest().root().attribute(Attr::VersionName));
+    return d->text(d->manifest().root().attribute(Attr::VersionName));
 }
 
 qint64 Package::versionCode() const
 {
-    d->loaded();
     return qint64(quint64(versionPart(*d, Attr::VersionCodeMajor)) << 32 | versionPart(*d, Attr::VersionCode));
 }
 
 int Package::minSdkVersion() const
 {
-    return sdkVersion(d->loaded(), Attr::MinSdkVersion, FirstSdkVersion);
+    return sdkVersion(*d, Attr::MinSdkVersion, FirstSdkVersion);
 }
 
 int Package::targetSdkVersion() const
 {
-    return sdkVersion(d->loaded(), Attr::TargetSdkVersion, minSdkVersion());
+    return sdkVersion(*d, Attr::TargetSdkVersion, minSdkVersion());
 }
 
 QStringList Package::permissions() const
 {
     QStringList permissions;
     QSet<QString> known;
-    for (const XmlElement &child : d->loaded().manifest().root().children) {
+    for (const XmlElement &child : d->manifest().root().children) {
         if (child.name != QLatin1String("uses-permission") && child.name != QLatin1String("uses-permission-sdk-23"))
             continue;
         const QString name = Manifest::text(child, Attr::Name);
@@ -107,7 +107,7 @@ QStringList Package::permissions() const
 QList<Feature> Package::features() const
 {
     QList<Feature> features;
-    for (const XmlElement &child : d->loaded().manifest().root().children) {
+    for (const XmlElement &child : d->manifest().root().children) {
         const QString name = Manifest::text(child, Attr::Name);
         if (child.name == QLatin1String("uses-feature") && !name.isEmpty()) {
             Feature feature;
@@ -122,7 +122,7 @@ QList<Feature> Package::features() const
 QVersionNumber Package::openGlEsVersion() const
 {
     qint32 version = 0;
-    for (const XmlElement &child : d->loaded().manifest().root().children) {
+    for (const XmlElement &child : d->manifest().root().children) {
         if (child.name == QLatin1String("uses-feature"))
             version = qMax(version, d->resolved(child.attribute(Attr::GlEsVersion)).value.integer().value_or(0));
     }
@@ -133,30 +133,30 @@ QVersionNumber Package::openGlEsVersion() const
 
 QStringList Package::nativeAbis() const
 {
-    return d->loaded().nativeAbis();
+    return d->nativeAbis();
 }
 
 QStringList Package::splits() const
 {
-    return d->loaded().splits();
+    return d->splits();
 }
 
 QMap<QString, QString> Package::labels() const
 {
-    return LabelLookup(d->loaded().resolver()).labels(d->manifest().applicationAttribute(Attr::Label));
+    return LabelLookup(d->resolver()).labels(d->manifest().applicationAttribute(Attr::Label));
 }
 
 QString Package::label(const QLocale &locale) const
 {
     const QString label =
-        LabelLookup(d->loaded().resolver()).label(d->manifest().applicationAttribute(Attr::Label), LanguageTag(locale));
+        LabelLookup(d->resolver()).label(d->manifest().applicationAttribute(Attr::Label), LanguageTag(locale));
     return label.isEmpty() ? packageName() : label;
 }
 
 QList<Launcher> Package::launchers() const
 {
     QList<Launcher> launchers;
-    const QVector<Manifest::LauncherEntry> entries = d->loaded().manifest().launchers();
+    const QVector<Manifest::LauncherEntry> entries = d->manifest().launchers();
     for (const Manifest::LauncherEntry &entry : entries) {
         auto *const data = new LauncherData;
         data->package = d;

@@ -1,18 +1,22 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageData.h"
-#include "limits/Limits.h"
 
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
-#include "package/PackageSet.h"
+#include "limits/Limits.h"
 
 #include <QSet>
 
-#include <algorithm>
+#include <utility>
 
 namespace SorrelKit {
 
 namespace {
+
+QString manifestPath()
+{
+    return QStringLiteral("AndroidManifest.xml");
+}
 
 Configuration anyPhone()
 {
@@ -22,55 +26,54 @@ Configuration anyPhone()
 } // namespace
 
 PackageData::PackageData(const QString &fileName)
-    : m_outer(std::make_unique<ZipArchive>(fileName)), m_resolver({}, anyPhone(), &m_lookups)
+    : m_outer(std::make_unique<ZipArchive>(fileName)), m_resolver(*this, anyPhone(), &m_lookups)
 {
 }
 
 PackageData::PackageData(QIODevice *device)
-    : m_outer(std::make_unique<ZipArchive>(device)), m_resolver({}, anyPhone(), &m_lookups)
+    : m_outer(std::make_unique<ZipArchive>(device)), m_resolver(*this, anyPhone(), &m_lookups)
 {
 }
 
 PackageData::PackageData(const QByteArray &nativePath)
-    : m_outer(ZipArchive::atNativePath(nativePath)), m_resolver({}, anyPhone())
+    : m_outer(ZipArchive::atNativePath(nativePath)), m_resolver(*this, anyPhone(), &m_lookups)
 {
 }
 
-PackageData &PackageData::loaded()
+bool PackageData::open()
 {
-    if (!m_isLoaded) {
-        m_isLoaded = true;
-        read();
-        m_resolver = ResourceResolver(m_tables, anyPhone(), &m_lookups);
-    }
-    return *this;
-}
-
-void PackageData::read()
-{
+    if (m_isOpened)
+        return m_isOpen;
+    m_isOpened = true;
     if (!m_outer->open()) {
         setError(PackageError::CannotOpen);
-        return;
+        return false;
     }
-    const QString manifest = QStringLiteral("AndroidManifest.xml");
-    if (m_outer->contains(manifest) || !PackageSet::isSet(*m_outer)) {
-        if (readManifest(*m_outer))
-            readTable(*m_outer);
-        return;
-    }
-    PackageSet set(*m_outer, m_reading);
-    if (set.base() == nullptr) {
+    m_isOpen = true;
+    if (m_outer->contains(manifestPath()) || !PackageSet::isSet(*m_outer))
+        return true;
+    auto set = std::make_unique<PackageSet>(*m_outer, m_reading);
+    if (set->base() == nullptr) {
         setError(PackageError::NoManifest, QStringLiteral("the set has no base package"));
-        return;
+        m_isOpen = false;
+        return false;
     }
-    m_members.push_back(std::move(set.base()));
-    if (readManifest(*m_members.front()))
-        readTable(*m_members.front());
-    for (PackageSet::Split &split : set.splits()) {
+    m_members.push_back(std::move(set->base()));
+    m_set = std::move(set);
+    return true;
+}
+
+void PackageData::openSplits()
+{
+    if (!open() || m_set == nullptr)
+        return;
+    // The budget of the set is spent in one order, and the first error stays the first.
+    manifest();
+    for (PackageSet::Split &split : m_set->splits()) {
         m_splits.append(split.name);
-        readTable(*split.archive);
         m_members.push_back(std::move(split.archive));
     }
+    m_set.reset();
     for (const auto &member : m_members) {
         for (const QString &path : member->names()) {
             if (!m_holders.contains(path))
@@ -79,19 +82,57 @@ void PackageData::read()
     }
 }
 
-bool PackageData::readManifest(ZipArchive &archive)
+const QStringList &PackageData::splits()
 {
-    const QByteArray bytes = archive.file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes);
-    if (bytes.isEmpty()) {
-        setError(PackageError::NoManifest);
-        return false;
+    openSplits();
+    return m_splits;
+}
+
+const Manifest &PackageData::manifest()
+{
+    if (!m_hasManifest) {
+        m_hasManifest = true;
+        if (open())
+            readManifest();
     }
-    const XmlReader reader(bytes);
-    if (reader.fault() == FormatFault::None && reader.root().name == QLatin1String("manifest"))
-        m_manifest = Manifest(reader.root());
+    return m_manifest;
+}
+
+void PackageData::readManifest()
+{
+    Manifest manifest;
+    FormatFault fault = FormatFault::None;
+    if (m_set != nullptr) {
+        manifest = std::move(m_set->baseManifest());
+    } else {
+        const QByteArray bytes = m_outer->file(manifestPath(), Limits::MaxManifestBytes);
+        if (bytes.isEmpty()) {
+            setError(PackageError::NoManifest);
+            return;
+        }
+        const XmlReader reader(bytes);
+        fault = reader.fault();
+        manifest = Manifest(reader.root());
+    }
+    m_isManifestWhole = fault == FormatFault::None;
+    if (m_isManifestWhole && manifest.root().name == QLatin1String("manifest"))
+        m_manifest = std::move(manifest);
     else
-        setError(PackageError::BadManifest, formatFaultText(reader.fault()));
-    return reader.fault() == FormatFault::None;
+        setError(PackageError::BadManifest, formatFaultText(fault));
+}
+
+const ResourceTables &PackageData::tables()
+{
+    if (!m_hasTables) {
+        m_hasTables = true;
+        manifest();
+        openSplits();
+        if (m_isManifestWhole)
+            readTable(base());
+        for (std::size_t split = 1; split < m_members.size(); ++split)
+            readTable(*m_members.at(split));
+    }
+    return m_tables;
 }
 
 void PackageData::readTable(ZipArchive &archive)
@@ -101,9 +142,8 @@ void PackageData::readTable(ZipArchive &archive)
     if (!archive.contains(path))
         return;
     // A package that is compressed in a set may list tables that are empty and take long.
-    const bool isOfASet = !m_members.empty();
     const QByteArray bytes =
-        isOfASet ? archive.file(path, m_tableBytesLeft, &m_reading) : archive.file(path, m_tableBytesLeft);
+        isSet() ? archive.file(path, m_tableBytesLeft, &m_reading) : archive.file(path, m_tableBytesLeft);
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
@@ -122,16 +162,20 @@ void PackageData::setError(PackageError::Code error, const QString &fault)
 
 QByteArray PackageData::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
-    ZipArchive *const holder = m_members.empty() ? m_outer.get() : m_holders.value(path);
+    openSplits();
+    ZipArchive *const holder = isSet() ? m_holders.value(path) : m_outer.get();
     return holder != nullptr ? holder->file(path, maxBytes, budget) : QByteArray();
 }
 
 QStringList PackageData::nativeAbis()
 {
-    constexpr int MaxMembers = 1 << 16;
     QSet<QString> abis;
-    const auto collect = [&abis](ZipArchive &archive) {
-        for (const QString &path : archive.names().mid(0, MaxMembers)) {
+    const auto collect = [&abis](const ZipArchive &archive) {
+        constexpr int MaxMembers = 1 << 16;
+        const QStringList &names = archive.names();
+        const int count = qMin(int(names.size()), MaxMembers);
+        for (int i = 0; i < count; ++i) {
+            const QString &path = names.at(i);
             if (!path.startsWith(QLatin1String("lib/")))
                 continue;
             const QStringList parts = path.split(QLatin1Char('/'));
@@ -139,7 +183,8 @@ QStringList PackageData::nativeAbis()
                 abis.insert(parts.at(1));
         }
     };
-    if (m_members.empty())
+    openSplits();
+    if (!isSet())
         collect(*m_outer);
     for (const auto &member : m_members)
         collect(*member);
@@ -190,10 +235,10 @@ QString PackageData::text(const XmlAttribute *attribute) const
     return value.text.isEmpty() ? value.plainText() : value.text;
 }
 
-bool PackageData::isEnabled(const Manifest::LauncherEntry &entry) const
+bool PackageData::isEnabled(const Manifest::LauncherEntry &entry)
 {
     return isTrue(entry.activity->attribute(Attr::Enabled), true)
-           && isTrue(m_manifest.applicationAttribute(Attr::Enabled), true);
+           && isTrue(manifest().applicationAttribute(Attr::Enabled), true);
 }
 
 bool PackageData::isExported(const Manifest::LauncherEntry &entry) const
@@ -201,16 +246,16 @@ bool PackageData::isExported(const Manifest::LauncherEntry &entry) const
     return isTrue(entry.activity->attribute(Attr::Exported), true);
 }
 
-std::optional<ResolvedValue> PackageData::applicationIcon() const
+std::optional<ResolvedValue> PackageData::applicationIcon()
 {
-    const XmlAttribute *const icon = m_manifest.applicationAttribute(Attr::Icon);
+    const XmlAttribute *const icon = manifest().applicationAttribute(Attr::Icon);
     return icon != nullptr ? std::make_optional(iconValue(icon)) : std::nullopt;
 }
 
-QVector<ResolvedValue> PackageData::launcherIcons(int count) const
+QVector<ResolvedValue> PackageData::launcherIcons(int count)
 {
     QVector<ResolvedValue> icons;
-    const XmlAttribute *const own = m_manifest.applicationAttribute(Attr::Icon);
+    const XmlAttribute *const own = manifest().applicationAttribute(Attr::Icon);
     for (const Manifest::LauncherEntry &entry : m_manifest.launchers()) {
         if (icons.size() == count)
             break;

@@ -9,6 +9,7 @@
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
+#include "package/PackageSet.h"
 #include "resources/ResourceResolver.h"
 
 #include <QExplicitlySharedDataPointer>
@@ -23,10 +24,20 @@
 namespace SorrelKit {
 
 /**
- * The data that Package and its launchers share: the archives, the decoded manifest and tables, and the error. Read on
- * first use. Files of the base hide those of its splits with the same path.
+ * The data that Package and its launchers share: the archives, the decoded manifest, the tables, and the error. Each is
+ * read on first use, and nothing is read twice:
+ *
+ * | step         | of a package                        | of a set                                                  |
+ * |--------------|-------------------------------------|-----------------------------------------------------------|
+ * | open()       | its directory                       | its directory; directories and manifests up to the base's |
+ * | manifest()   | the manifest                        | nothing else                                              |
+ * | openSplits() | nothing                             | directories and manifests of the other packages           |
+ * | tables()     | the steps above, and its table      | the steps above, and all tables                           |
+ *
+ * The order of the steps is fixed, whatever the caller asks for first. They spend from one budget and keep the first
+ * error, so neither depends on the order of queries. Files of the base hide those of its splits with the same path.
  */
-class PackageData : public QSharedData, public DrawingSource, private FileSource
+class PackageData : public QSharedData, public DrawingSource, private TableSource, private FileSource
 {
 public:
     /// Bytes of all tables, those of splits included: libsorrel's limit for one table. All tables together also have at
@@ -47,20 +58,20 @@ public:
     /// The package in the file whose path the system knows by these bytes.
     explicit PackageData(const QByteArray &nativePath);
 
-    /// This object, after the package was opened and read on first use.
-    PackageData &loaded();
-
+    /// The first error of the steps that were taken. tables() takes all of them.
     PackageError::Code error() const { return m_error; }
     /// The fault behind the error; may be empty.
     QString fault() const { return m_fault; }
-    const Manifest &manifest() const { return m_manifest; }
-    const QStringList &splits() const { return m_splits; }
-    /// The tables of all packages, the base's first.
-    const QVector<QSharedPointer<const ResourceTable>> &tables() const { return m_tables; }
-    /// Names of the processors that there is native code for.
+    /// The manifest; an empty one when it cannot be read.
+    const Manifest &manifest();
+    /// Names of the splits.
+    const QStringList &splits();
+    const ResourceTables &tables() override;
+    /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
 
-    /// The text of @p attribute, with references followed; for a phone without a language.
+    /// The text of @p attribute, with references followed; for a phone without a language. This function and the next
+    /// ones need the tables only for a reference.
     QString text(const XmlAttribute *attribute) const;
     /// Whether @p attribute is true; @p fallback when it is missing or no boolean.
     bool isTrue(const XmlAttribute *attribute, bool fallback) const;
@@ -72,37 +83,45 @@ public:
     QVector<IconFileLookup::File> iconFiles(const XmlAttribute *attribute);
 
     /// Whether both the application and the launcher's activity or alias are enabled.
-    bool isEnabled(const Manifest::LauncherEntry &entry) const;
+    bool isEnabled(const Manifest::LauncherEntry &entry);
     /// Whether other applications may start the launcher's activity or alias.
     bool isExported(const Manifest::LauncherEntry &entry) const;
 
     /// Looks as a phone of 160 dots per inch.
     const ResourceResolver &resolver() const override { return m_resolver; }
     FileSource &files() override { return *this; }
-    std::optional<ResolvedValue> applicationIcon() const override;
-    QVector<ResolvedValue> launcherIcons(int count) const override;
+    std::optional<ResolvedValue> applicationIcon() override;
+    QVector<ResolvedValue> launcherIcons(int count) override;
 
 private:
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
-    void read();
-    bool readManifest(ZipArchive &archive);
+    bool open();
+    void openSplits();
+    void readManifest();
     void readTable(ZipArchive &archive);
+    bool isSet() const { return !m_members.empty(); }
+    ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
     void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
+    std::unique_ptr<PackageSet> m_set;                  ///< until its splits are open
     std::vector<std::unique_ptr<ZipArchive>> m_members; ///< the packages of a set: the base, then the splits
     QHash<QString, ZipArchive *> m_holders;             ///< the first package of a set that has a member, by path
-    bool m_isLoaded = false;
+    bool m_isOpened = false;                            ///< open() was called, with any result
+    bool m_isOpen = false;                              ///< there is a package, or a set with a base
+    bool m_hasManifest = false;                         ///< the manifest was read, with any result
+    bool m_isManifestWhole = false;
+    bool m_hasTables = false; ///< the tables were read, with any result
     PackageError::Code m_error = PackageError::NoError;
     QString m_fault;
     Manifest m_manifest;
     QStringList m_splits;
-    QVector<QSharedPointer<const ResourceTable>> m_tables;
+    ResourceTables m_tables;
     Budget m_reading{MaxReadingWork, MaxReadingBytes};
     qint64 m_tableBytesLeft = MaxTableBytes;
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     Budget m_lookups{MaxLookupWork, MaxLookupBytes};
-    ResourceResolver m_resolver;
+    const ResourceResolver m_resolver;
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageSet.h"
-#include "limits/Limits.h"
 
 #include "format/XmlReader.h"
-#include "package/Manifest.h"
+#include "limits/Limits.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace SorrelKit {
 
@@ -32,44 +32,75 @@ int rank(const QString &path)
 
 bool PackageSet::isSet(ZipArchive &archive)
 {
-    const QStringList names = archive.names().mid(0, MaxMembers);
-    return std::any_of(names.cbegin(), names.cend(), isPackage);
+    const QStringList &names = archive.names();
+    return std::any_of(names.cbegin(), names.cbegin() + qMin(int(names.size()), int(MaxMembers)), isPackage);
 }
 
-PackageSet::PackageSet(ZipArchive &archive, Budget &budget)
+PackageSet::PackageSet(ZipArchive &archive, Budget &budget) : m_archive(archive), m_budget(budget)
 {
-    QStringList paths;
-    for (const QString &path : archive.names().mid(0, MaxMembers)) {
-        if (isPackage(path) && paths.size() < MaxPackages)
-            paths.append(path);
+    const QStringList &names = archive.names();
+    const int count = qMin(int(names.size()), MaxMembers);
+    for (int i = 0; i < count && m_paths.size() < MaxPackages; ++i) {
+        if (isPackage(names.at(i)))
+            m_paths.append(names.at(i));
     }
-    std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) { return rank(a) < rank(b); });
+    std::stable_sort(m_paths.begin(), m_paths.end(),
+                     [](const QString &a, const QString &b) { return rank(a) < rank(b); });
+}
 
-    QString application;
-    for (const QString &path : paths) {
-        std::unique_ptr<ZipArchive> package = archive.archive(path, &budget);
-        if (package == nullptr || !package->open(&budget))
-            continue;
-        const QByteArray bytes =
-            package->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
-        if (!budget.spendWork(Budget::DocumentByteWork * bytes.size()))
-            continue;
-        const XmlReader reader(bytes);
-        if (!budget.chargeWork(Budget::DocumentByteWork * reader.characters()))
-            break;
-        const Manifest manifest(reader.root());
-        if (reader.fault() != FormatFault::None)
-            continue;
-        if (!manifest.splitName().isEmpty()) {
-            m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName()});
-        } else if (m_base == nullptr) {
-            m_base = std::move(package);
-            application = manifest.packageName();
-        }
+std::unique_ptr<ZipArchive> &PackageSet::base()
+{
+    while (!m_hasBase && readNext()) {
     }
-    m_splits.erase(std::remove_if(m_splits.begin(), m_splits.end(),
-                                  [&](const Split &split) { return split.application != application; }),
-                   m_splits.end());
+    return m_base;
+}
+
+Manifest &PackageSet::baseManifest()
+{
+    base();
+    return m_baseManifest;
+}
+
+std::vector<PackageSet::Split> &PackageSet::splits()
+{
+    while (readNext()) {
+    }
+    if (!m_isFiltered) {
+        m_isFiltered = true;
+        m_splits.erase(std::remove_if(m_splits.begin(), m_splits.end(),
+                                      [&](const Split &split) { return split.application != m_application; }),
+                       m_splits.end());
+    }
+    return m_splits;
+}
+
+bool PackageSet::readNext()
+{
+    if (m_next >= m_paths.size())
+        return false;
+    std::unique_ptr<ZipArchive> package = m_archive.archive(m_paths.at(m_next++), &m_budget);
+    if (package == nullptr || !package->open(&m_budget))
+        return true;
+    const QByteArray bytes = package->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &m_budget);
+    if (!m_budget.spendWork(Budget::DocumentByteWork * bytes.size()))
+        return true;
+    const XmlReader reader(bytes);
+    if (!m_budget.chargeWork(Budget::DocumentByteWork * reader.characters())) {
+        m_next = int(m_paths.size());
+        return false;
+    }
+    if (reader.fault() != FormatFault::None)
+        return true;
+    Manifest manifest(reader.root());
+    if (!manifest.splitName().isEmpty()) {
+        m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName()});
+    } else if (!m_hasBase) {
+        m_hasBase = true;
+        m_application = manifest.packageName();
+        m_base = std::move(package);
+        m_baseManifest = std::move(manifest);
+    }
+    return true;
 }
 
 } // namespace SorrelKit

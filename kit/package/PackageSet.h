@@ -3,6 +3,7 @@
 #define SORRELKIT_PACKAGESET_H
 
 #include "archive/ZipArchive.h"
+#include "package/Manifest.h"
 
 #include <QString>
 #include <QStringList>
@@ -37,18 +38,34 @@ public:
     /// Whether one of the members of @p archive is a package.
     static bool isSet(ZipArchive &archive);
 
-    /// Opens the packages of @p archive, which outlives this object and the archives that are moved out of it. Packages
-    /// that do not fit in @p budget are skipped: reading their directories and manifests costs work, and packages that
-    /// are compressed in the set hold their bytes.
+    /// The set in @p archive. It and @p budget outlive this object; the archive also outlives the archives that are
+    /// moved out of this object. Packages that do not fit in the budget are skipped: reading their directories and
+    /// manifests costs work, and packages that are compressed in the set hold their bytes.
     PackageSet(ZipArchive &archive, Budget &budget);
 
-    /// The base; null when there is none. The caller may move it out.
-    std::unique_ptr<ZipArchive> &base() { return m_base; }
-    std::vector<Split> &splits() { return m_splits; }
+    /// The base, opened; null when there is none. The first call reads manifests up to that of the base. The caller may
+    /// move it out.
+    std::unique_ptr<ZipArchive> &base();
+    /// The manifest of base(), which is not damaged. The caller may move it out.
+    Manifest &baseManifest();
+    /// The splits of the base, opened. The first call reads the manifests of all packages. The caller may move the
+    /// archives out.
+    std::vector<Split> &splits();
 
 private:
+    /// Reads the next package; false when there is none.
+    bool readNext();
+
+    ZipArchive &m_archive;
+    Budget &m_budget;
+    QStringList m_paths; ///< of packages, the likeliest bases first
+    int m_next = 0;      ///< among the paths
+    bool m_hasBase = false;
     std::unique_ptr<ZipArchive> m_base;
+    Manifest m_baseManifest;
+    QString m_application; ///< the package name of the base
     std::vector<Split> m_splits;
+    bool m_isFiltered = false; ///< whether the splits of other applications are gone
 };
 
 } // namespace SorrelKit

@@ -16,7 +16,7 @@ public:
     ResourcesData &loaded()
     {
         if (!resources.isLoaded())
-            resources.load(package->loaded().tables());
+            resources.load(package->tables());
         return resources;
     }
 

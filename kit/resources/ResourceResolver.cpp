@@ -24,10 +24,20 @@ ResolvedValue found(const ResourceTable &table, const TableValue &value, quint32
 
 } // namespace
 
-ResourceResolver::ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device,
-                                   Budget *budget)
+ResourceResolver::ResourceResolver(ResourceTables tables, const Configuration &device, Budget *budget)
     : m_tables(std::move(tables)), m_device(device), m_sharedBudget(budget)
 {
+}
+
+ResourceResolver::ResourceResolver(TableSource &source, const Configuration &device, Budget *budget)
+    : m_source(&source), m_device(device), m_sharedBudget(budget)
+{
+}
+
+ResourceResolver ResourceResolver::forDevice(const Configuration &device, Budget *budget) const
+{
+    return m_source != nullptr ? ResourceResolver(*m_source, device, budget)
+                               : ResourceResolver(m_tables, device, budget);
 }
 
 ResolvedValue ResourceResolver::best(quint32 id) const
@@ -47,7 +57,7 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
     const ResourceTable *owner = nullptr;
     TableValue best;
-    for (const auto &table : m_tables) {
+    for (const auto &table : tables()) {
         for (const TableValue &value : table->values(id)) {
             // Localized pictures are skipped: they are no defaults.
             if (value.isMap || value.configuration->hasLocale() || !value.configuration->matches(m_device))
@@ -99,7 +109,7 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
         TableValue value;
     };
     QVector<Candidate> candidates;
-    for (const auto &table : m_tables) {
+    for (const auto &table : tables()) {
         for (const TableValue &value : table->values(id)) {
             const bool isWanted = locales == Locales::Any || !value.configuration->hasLocale();
             if (candidates.size() < MaxCandidates && isWanted && !value.isMap && value.configuration->matches(m_device))
@@ -118,7 +128,7 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
 qint64 ResourceResolver::work(quint32 id) const
 {
     qint64 work = Budget::LookupWork;
-    for (const auto &table : m_tables)
+    for (const auto &table : tables())
         work += Budget::ValueWork * table->typeChunkCount(id);
     return work;
 }
@@ -132,7 +142,7 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
 
 QString ResourceResolver::typeName(quint32 id) const
 {
-    for (const auto &table : m_tables) {
+    for (const auto &table : tables()) {
         QString name = table->typeName(id);
         if (!name.isEmpty())
             return name;

@@ -2,11 +2,10 @@
 #ifndef SORRELKIT_RESOURCERESOLVER_H
 #define SORRELKIT_RESOURCERESOLVER_H
 
-#include "format/ResourceTable.h"
 #include "limits/Budget.h"
+#include "resources/TableSource.h"
 
 #include <QHash>
-#include <QSharedPointer>
 #include <QVector>
 
 namespace SorrelKit {
@@ -48,15 +47,14 @@ public:
 
     /// Searches @p tables in their order; of equally good values the first counts. @p budget outlives this object and
     /// its copies; without one, this object has its own. A resource that does not fit in the budget has no value.
-    ResourceResolver(QVector<QSharedPointer<const ResourceTable>> tables, const Configuration &device,
-                     Budget *budget = nullptr);
+    ResourceResolver(ResourceTables tables, const Configuration &device, Budget *budget = nullptr);
+    /// The same for the tables of @p source, which outlives this object and its copies. The first resource that is
+    /// looked up reads them.
+    ResourceResolver(TableSource &source, const Configuration &device, Budget *budget = nullptr);
 
     const Configuration &device() const { return m_device; }
-    /// The same tables seen by @p device, with a budget as in the constructor.
-    ResourceResolver forDevice(const Configuration &device, Budget *budget = nullptr) const
-    {
-        return {m_tables, device, budget};
-    }
+    /// The same tables seen by @p device, with a budget as in the constructor. Reads no tables.
+    ResourceResolver forDevice(const Configuration &device, Budget *budget = nullptr) const;
 
     /// The value of the resource @p id.
     ResolvedValue resource(quint32 id) const;
@@ -84,7 +82,10 @@ private:
     ResolvedValue bestOfTables(quint32 id) const;
     Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }
 
-    QVector<QSharedPointer<const ResourceTable>> m_tables;
+    const ResourceTables &tables() const { return m_source != nullptr ? m_source->tables() : m_tables; }
+
+    TableSource *m_source = nullptr;
+    ResourceTables m_tables; ///< without a source
     Configuration m_device;
     Budget *m_sharedBudget;
     mutable Budget m_ownBudget{MaxWork, MaxBytes};

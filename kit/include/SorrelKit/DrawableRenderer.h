@@ -35,8 +35,9 @@ class DrawableRendererPrivate;
  * **Errors.** No operation throws. An icon that cannot be drawn is a null image, and error() returns the reason. A package
  * that cannot be read has no icon and no drawable; Package::error() returns the reason.
  *
- * **Cost.** Constructing an object reads nothing. It keeps a copy of the package, and so keeps the archive open. Each call
- * reads the files and draws anew: nothing is kept. Drawing is limited in time and memory, for any package; a part that
+ * **Cost.** Constructing an object reads nothing. It keeps a copy of the package, and so keeps the archive open. The
+ * first call reads the package's manifest and resource table, unless an earlier query did. Each call reads the files
+ * and draws anew: nothing else is kept. Drawing is limited in time and memory, for any package; a part that
  * does not fit is left out, and error() reports that. docs/limits.md lists the limits.
  *
  * **Threads.** Use an object from the thread of its package, from one at a time.

@@ -19,9 +19,11 @@ class LauncherData;
 /**
  * An entry of a package that a home screen may show: the component to start, its label and its icon.
  *
- * Package::launchers() returns these. Copies share their data and are cheap. Labels and files are looked up in the
- * package, which stays open while one of its launchers lives, on each call; only the list of icon files is kept. Use a
- * launcher from the thread of its package, from one at a time. Returned values belong to the caller.
+ * Package::launchers() returns these. Copies share their data and are cheap. The names and isAlias() are known from the
+ * manifest. Labels and files are looked up in the package, which stays open while one of its launchers lives, on each
+ * call; only the list of icon files is kept. The first lookup of a reference reads the package's resource table, and
+ * iconFiles() alone reads files of icons. Use a launcher from the thread of its package, from one at a time. Returned
+ * values belong to the caller.
  *
  * No operation throws or sets an error code. A value that is missing or cannot be read is an empty text, an empty map
  * or list, or 0; Package::error() returns the reason when the package is damaged. DrawableRenderer draws the icon.
@@ -66,11 +68,11 @@ public:
     QString className() const;
     /// Whether this is an activity alias. @since 0.5.1
     bool isAlias() const;
-    /// Whether neither the application nor the activity or alias has an `android:enabled` that is false, references
-    /// followed. @since 0.5.1
+    /// Whether neither the application nor the activity or alias has an `android:enabled` that is false. Reads the
+    /// table for a reference. @since 0.5.1
     bool isEnabled() const;
     /// Whether other applications, home screens among them, may start it: it has no `android:exported` that is false.
-    /// @since 0.5.1
+    /// Reads the table for a reference. @since 0.5.1
     bool isExported() const;
     /// isEnabled() and isExported(): whether home screens show it. @since 0.5.1
     bool isShown() const;
@@ -80,8 +82,9 @@ public:
      * "iw"). The empty key holds the label for all other languages. Empty when there is no label, or it cannot be read.
      *
      * The label is that of the intent filter, else of the activity or alias, else of an alias's target, else of the
-     * application. Each call looks it up in every language. The cost is limited for all launchers of a package
-     * together: with more than about a hundred launchers, each in a hundred languages, some labels are missing.
+     * application. Each call looks it up in every language, and reads the table for a reference. The cost is limited
+     * for all launchers of a package together: with more than about a hundred launchers, each in a hundred languages,
+     * some labels are missing.
      * @since 0.5.1
      */
     QMap<QString, QString> labels() const;
@@ -95,12 +98,14 @@ public:
     QString label(const QLocale &locale = QLocale()) const;
 
     /// Resource id of the icon (for example 0x7f080000); 0 when there is none, or the manifest names a path. The icon
-    /// is looked up in the same order as the label. @since 0.5.1
+    /// is looked up in the same order as the label. Reads no table. @since 0.5.1
     quint32 iconResource() const;
     /**
      * The files that the package has for the icon: each once, in the order in which the newest platform prefers them on
-     * a screen of 160 dots per inch. Files that cannot be read or decoded are left out. Each file is read once for all
-     * launchers of the package together; when that reaches its limit, the other files are left out.
+     * a screen of 160 dots per inch. Files that cannot be read or decoded are left out.
+     *
+     * The first call reads the table for a reference, and the files. Each file is read once for all launchers of the
+     * package together; when that reaches its limit, the other files are left out.
      * @since 0.5.1
      */
     QList<IconFile> iconFiles() const;

@@ -28,10 +28,23 @@ class PackageData;
  * An Android package that any build tool made: with XML icons, resource tables in every encoding, labels in every
  * language. A set of packages (`.apks`, `.xapk`, `.apkm`) is read as its base with all of its splits.
  *
- * Constructing an object opens and reads nothing. The first query opens the archive and reads the manifest and the
- * resource table; both are kept. No query throws.
+ * Constructing an object opens and reads nothing. A query reads the parts that it needs, and they are kept, so each is
+ * read once:
  *
- * **Errors.** error() is that of opening and reading, and does not change after the first query. A package without a
+ * | part              | read by                                                                                  |
+ * |-------------------|------------------------------------------------------------------------------------------|
+ * | archive directory | every query                                                                              |
+ * | manifest          | every query except nativeAbis(), which needs the names of members alone                  |
+ * | resource table    | error(), Resources, DrawableRenderer; others for an attribute that refers to a resource  |
+ * | files of icons    | Launcher::iconFiles(), DrawableRenderer                                                  |
+ *
+ * Attributes for labels and icons usually are references; any other attribute may be one. In a set of packages, queries
+ * of the manifest read the directories and manifests up to those of the base. nativeAbis(), splits(), and queries that
+ * need a table or a file read the directories and manifests of all packages. The tables of a set are read together.
+ *
+ * No query throws.
+ *
+ * **Errors.** error() is that of opening and reading, and does not depend on earlier queries. A package without a
  * resource table has no error, because it may have no resources. With a damaged table, the values in the manifest
  * itself can still be read. Without a manifest, every query returns the value for a package that names nothing: empty
  * texts and lists, or 0. A label or icon that cannot be read is no error of the package.
@@ -92,14 +105,18 @@ public:
     /// Exchanges two packages. @since 0.5.1
     void swap(Package &other) noexcept { d.swap(other.d); }
 
-    /// The first error in opening and reading the package. Reads it on first use. @since 0.5.1
+    /// The first error in opening the package and in reading its manifest and its resource table. The first call reads
+    /// all of them. @since 0.5.1
     Error error() const;
-    /// Whether the manifest was read; error() may report a damaged resource table all the same. @since 0.5.1
+    /// Whether the manifest can be read; error() may report a damaged resource table all the same. Reads the manifest.
+    /// @since 0.5.1
     bool isValid() const;
 
-    /// Name of the package ("org.example.notes"): the attribute `package` of the manifest's root. @since 0.5.1
+    /// Name of the package ("org.example.notes"): the attribute `package` of the manifest's root. Reads the manifest.
+    /// @since 0.5.1
     QString packageName() const;
-    /// The version for people ("2.1"), a reference followed to its default; empty when there is none. @since 0.5.1
+    /// The version for people ("2.1"), a reference followed to its default; empty when there is none. This fact and those
+    /// below read the manifest, and the table for a reference. @since 0.5.1
     QString versionName() const;
     /// The version that Android compares, 64 bits of `versionCodeMajor` and `versionCode`; 0 when there is none.
     /// @since 0.5.1
@@ -111,28 +128,30 @@ public:
     /// The API level that the package was made for; minSdkVersion() when the manifest has none. @since 0.5.1
     int targetSdkVersion() const;
     /// Permissions that the package requests ("android.permission.INTERNET"), each once, in the order of the manifest.
-    /// @since 0.5.1
+    /// Reads the manifest. @since 0.5.1
     QStringList permissions() const;
     /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
     /// The required version of OpenGL ES, major and minor; a null version when the package requires none. @since 0.5.1
     QVersionNumber openGlEsVersion() const;
     /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there
-    /// is no native code, and the package runs on every processor. Goes over the names of all members on each call.
-    /// @since 0.5.1
+    /// is no native code, and the package runs on every processor. Goes over the names of all members on each call, and
+    /// reads no member of a single package. @since 0.5.1
     QStringList nativeAbis() const;
-    /// Names of the splits that were read with the base ("config.de"); empty for a single package. @since 0.5.1
+    /// Names of the splits that belong to the base ("config.de"); empty for a single package. Reads the manifests of a
+    /// set. @since 0.5.1
     QStringList splits() const;
 
-    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. @since
-    /// 0.5.1
+    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. Reads the
+    /// table for a reference. @since 0.5.1
     QMap<QString, QString> labels() const;
-    /// The application's label for @p locale, chosen as Launcher::label() does; packageName() when there is none.
-    /// @since 0.5.1
+    /// The application's label for @p locale, chosen as Launcher::label() does; packageName() when there is none. Reads
+    /// the table for a reference. @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
 
     /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of
-    /// the manifest, up to 1024 of them. Goes over the manifest on each call. @since 0.5.1
+    /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
+    /// @since 0.5.1
     QList<Launcher> launchers() const;
 
     /**

@@ -22,9 +22,9 @@ class ResourcesPrivate;
  *     for (quint32 id : resources.ids())
  *         print(resources.name(id), resources.defaultValue(id).text());
  *
- * Constructing an object reads nothing. The first query reads the package as Package does, and goes over its tables
- * once to note the place of each value; the object keeps these notes, 12 bytes for each value. Values and names are
- * decoded on each call.
+ * Constructing an object reads nothing. The first query reads the package's manifest and its resource table, unless an
+ * earlier query did, and no other member. It goes over the table once to note the place of each value; the object keeps
+ * these notes, 12 bytes for each value. Values and names are decoded on each call.
  *
  * **Errors.** No query throws. A package that cannot be read, or has no table, has no resources: empty lists, empty texts,
  * 0. Package::error() returns the reason. Of a damaged table, the part before the fault is used.

@@ -379,7 +379,6 @@ void TestSamplePackages::badging()
         return;
     }
     PackageData data(sample(name));
-    data.loaded();
     const Package package(sample(name));
     QCOMPARE(package.packageName(), badging.value("^package: name='([^']*)'"));
     QCOMPARE(package.versionCode() & 0xffffffff, badging.value("^package: .*versionCode='([^']*)'").toLongLong());
