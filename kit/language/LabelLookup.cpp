@@ -13,19 +13,12 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     Texts texts;
     if (!m_budget.spendWork(m_resolver.work(id)))
         return *m_texts.insert(id, texts);
-    QSet<QString> keys;
     // The best values come first, so the first one counts for each language.
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
         if (!m_budget.spendWork(TagWork))
             break;
-        const LanguageTag tag(value.languageTag);
-        const QString key = tag.toString();
-        if (keys.contains(key) || texts.tags.size() >= MaxLanguages)
-            continue;
-        keys.insert(key);
-        texts.tags.append(tag);
-        texts.values.append(value);
-        texts.chooser.add(tag);
+        if (texts.values.size() < MaxLanguages && texts.chooser.add(LanguageTag(value.type->configuration())))
+            texts.values.append(value);
     }
     return *m_texts.insert(id, texts);
 }
@@ -56,7 +49,7 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
 QVector<LanguageTag> LabelLookup::languages(quint32 id)
 {
     QVector<LanguageTag> languages;
-    QSet<QString> known;
+    QSet<LanguageTag::Codes> known;
     QSet<quint32> visited;
     QVector<quint32> open{id};
     while (!open.isEmpty() && visited.size() < MaxLanguages) {
@@ -65,13 +58,13 @@ QVector<LanguageTag> LabelLookup::languages(quint32 id)
             continue;
         visited.insert(next);
         const Texts &candidates = texts(next);
-        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.tags.size()))
+        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.values.size()))
             break;
-        for (int i = 0; i < candidates.tags.size(); ++i) {
-            const QString key = candidates.tags.at(i).toString();
-            if (!known.contains(key) && languages.size() < MaxLanguages) {
-                known.insert(key);
-                languages.append(candidates.tags.at(i));
+        for (int i = 0; i < candidates.values.size(); ++i) {
+            const LanguageTag &tag = candidates.chooser.tag(i);
+            if (!known.contains(tag.codes()) && languages.size() < MaxLanguages) {
+                known.insert(tag.codes());
+                languages.append(tag);
             }
             if (candidates.values.at(i).value.isReference())
                 open.append(candidates.values.at(i).value.data);

@@ -55,9 +55,8 @@ public:
 private:
     /// The values of a resource by language; the best one for each.
     struct Texts {
-        QVector<LanguageTag> tags;
-        QVector<ResolvedValue> values; ///< for each tag
         LocaleChooser chooser;
+        QVector<ResolvedValue> values; ///< for each tag of the chooser
     };
 
     const Texts &texts(quint32 id);

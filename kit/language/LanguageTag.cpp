@@ -5,7 +5,7 @@
 
 #include <QStringList>
 
-#include <algorithm>
+#include <initializer_list>
 
 namespace SorrelKit {
 
@@ -18,44 +18,86 @@ struct Replacement {
 
 constexpr Replacement replacements[] = {{"iw", "he"}, {"in", "id"}, {"ji", "yi"}, {"tl", "fil"}};
 
+constexpr int ScriptLength = 4;
+
 // Regions where English follows that of the United States.
 constexpr char usEnglishRegions[] = "US AS BI GU MH MP PH PR UM VI";
 
-bool isAmong(const QString &region, const char *regions)
+// Whether @p region is one of @p regions, which are separated by spaces.
+bool isAmong(const ShortText &region, const char *regions)
 {
-    return QString::fromLatin1(regions).split(QLatin1Char(' ')).contains(region);
+    for (;;) {
+        int same = 0;
+        while (same < region.size() && regions[same] == region.at(same))
+            ++same;
+        const bool isWhole = regions[same] == ' ' || regions[same] == '\0';
+        if (same == region.size() && isWhole)
+            return true;
+        regions += same;
+        while (*regions != ' ' && *regions != '\0')
+            ++regions;
+        if (*regions == '\0')
+            return false;
+        ++regions;
+    }
 }
 
-bool isAll(const QString &part, bool (QChar::*test)() const)
+// A part of a tag. Empty when it is too long, or has a character that no tag has.
+ShortText partOf(const QString &text, int from, int end)
 {
-    return std::all_of(part.cbegin(), part.cend(),
-                       [test](QChar character) { return character.unicode() < 0x80 && (character.*test)(); });
+    ShortText part;
+    if (end - from > ShortText::MaxLength)
+        return part;
+    for (int i = from; i < end; ++i) {
+        const char character = text.at(i).toLatin1();
+        if (text.at(i).unicode() >= 0x80 || !ShortText::isLetterOrDigit(character))
+            return {};
+        part.append(character);
+    }
+    return part;
+}
+
+// "Latn", whatever cases @p code has.
+ShortText scriptCode(const ShortText &code)
+{
+    ShortText script = code.toLower();
+    ShortText result;
+    result.append(code.toUpper().at(0));
+    for (int i = 1; i < script.size(); ++i)
+        result.append(script.at(i));
+    return result;
+}
+
+QString joined(const std::initializer_list<ShortText> &parts, char separator)
+{
+    char text[64];
+    int size = 0;
+    for (const ShortText &part : parts) {
+        if (part.isEmpty())
+            continue;
+        if (size > 0)
+            text[size++] = separator;
+        for (int i = 0; i < part.size(); ++i)
+            text[size++] = part.at(i);
+    }
+    return QString::fromLatin1(text, size);
 }
 
 } // namespace
 
 LanguageTag::LanguageTag(const QString &text)
 {
-    QStringList parts = text.split(text.contains(QLatin1Char('_')) ? QLatin1Char('_') : QLatin1Char('-'));
-    const QString language = parts.takeFirst().toLower();
-    if (language.size() < 2 || language.size() > 3 || !isAll(language, &QChar::isLetter))
-        return;
-    m_language = language;
-    for (const Replacement &replacement : replacements) {
-        if (language == QLatin1String(replacement.old))
-            m_language = QLatin1String(replacement.now);
+    const QChar separator = text.contains(QLatin1Char('_')) ? QLatin1Char('_') : QLatin1Char('-');
+    for (int from = 0; from <= text.size();) {
+        const auto found = int(text.indexOf(separator, from));
+        const int end = found < 0 ? int(text.size()) : found;
+        if (from == 0)
+            setLanguage(partOf(text, from, end));
+        else if (!isEmpty())
+            addPart(partOf(text, from, end));
+        from = end + 1;
     }
-    for (const QString &part : parts) {
-        const bool isRegion =
-            (part.size() == 2 && isAll(part, &QChar::isLetter)) || (part.size() == 3 && isAll(part, &QChar::isDigit));
-        if (part.size() == 4 && isAll(part, &QChar::isLetter))
-            m_scriptCode = part.left(1).toUpper() + part.mid(1).toLower();
-        else if (isRegion)
-            m_region = part.toUpper();
-        else if (part.size() >= 4 && part.size() <= 8 && isAll(part, &QChar::isLetterOrNumber))
-            m_variant = part.toLower();
-    }
-    findScript();
+    m_scriptRegion = m_codes.region;
 }
 
 LanguageTag::LanguageTag(const QLocale &locale) : LanguageTag(locale.name())
@@ -67,60 +109,105 @@ LanguageTag::LanguageTag(const QLocale &locale) : LanguageTag(locale.name())
     // Qt's BCP 47 name has the script where it is not the usual one. It is kept, so that parents have it too.
     const QStringList parts = locale.bcp47Name().split(QLatin1Char('-'));
     for (const QString &part : parts) {
-        if (part.size() == 4 && isAll(part, &QChar::isLetter))
-            m_scriptCode = part;
+        const ShortText code = partOf(part, 0, int(part.size()));
+        if (code.size() == ScriptLength && code.isAll(ShortText::isLetter))
+            m_codes.script = code;
     }
 }
 
-void LanguageTag::findScript()
+LanguageTag::LanguageTag(const Configuration &configuration)
 {
-    QStringList parts{m_language};
-    for (const QString &part : {m_scriptCode, m_region}) {
-        if (!part.isEmpty())
-            parts.append(part);
+    setLanguage(configuration.language);
+    if (isEmpty())
+        return;
+    for (const ShortText &part : {configuration.script, configuration.region, configuration.variant})
+        addPart(part);
+    m_scriptRegion = m_codes.region;
+}
+
+void LanguageTag::setLanguage(const ShortText &language)
+{
+    if (language.size() < 2 || language.size() > 3 || !language.isAll(ShortText::isLetter))
+        return;
+    m_codes.language = language.toLower();
+    for (const Replacement &replacement : replacements) {
+        if (m_codes.language.latin1() == QLatin1String(replacement.old)) {
+            m_codes.language = ShortText(replacement.now);
+            break;
+        }
     }
-    const QLocale known(parts.join(QLatin1Char('_')));
-    m_script = known.language() == QLocale::C ? QLocale::AnyScript : known.script();
+}
+
+void LanguageTag::addPart(const ShortText &part)
+{
+    const bool isRegion =
+        (part.size() == 2 && part.isAll(ShortText::isLetter)) || (part.size() == 3 && part.isAll(ShortText::isDigit));
+    if (part.size() == ScriptLength && part.isAll(ShortText::isLetter))
+        m_codes.script = scriptCode(part);
+    else if (isRegion)
+        m_codes.region = part.toUpper();
+    else if (part.size() >= 4 && part.isAll(ShortText::isLetterOrDigit))
+        m_codes.variant = part.toLower();
+}
+
+QLocale::Script LanguageTag::script() const
+{
+    if (m_script != QLocale::AnyScript || isEmpty())
+        return m_script;
+    const QLocale known(joined({language(), m_codes.script, m_scriptRegion}, '_'));
+    return known.language() == QLocale::C ? QLocale::AnyScript : known.script();
+}
+
+bool LanguageTag::hasScriptOf(const LanguageTag &other) const
+{
+    const bool isSameQuestion =
+        m_script == other.m_script && m_codes.script == other.m_codes.script && m_scriptRegion == other.m_scriptRegion;
+    return isSameQuestion || script() == other.script();
 }
 
 QString LanguageTag::toString() const
 {
-    QStringList parts{m_language};
-    for (const QString &part : {m_scriptCode, m_region, m_variant}) {
-        if (!part.isEmpty())
-            parts.append(part);
-    }
-    return parts.join(QLatin1Char('-'));
+    return joined({language(), m_codes.script, region(), m_codes.variant}, '-');
+}
+
+LanguageTag LanguageTag::withRegion(const char *region) const
+{
+    LanguageTag tag;
+    tag.m_codes.language = language();
+    tag.m_codes.region = ShortText(region);
+    tag.m_scriptRegion = tag.m_codes.region;
+    return tag;
 }
 
 LanguageTag LanguageTag::parent() const
 {
     LanguageTag parent = *this;
-    if (!m_variant.isEmpty()) {
-        parent.m_variant.clear();
+    if (!m_codes.variant.isEmpty()) {
+        parent.m_codes.variant = ShortText();
         return parent;
     }
-    if (m_region.isEmpty())
+    if (region().isEmpty())
         return {};
+    const QLatin1String language = m_codes.language.latin1();
     for (const LanguageRegion &group : languageRegions) {
-        if (m_language == QLatin1String(group.language) && isAmong(m_region, group.countries))
-            return LanguageTag(m_language + QLatin1Char('-') + QLatin1String(group.region));
+        if (language == QLatin1String(group.language) && isAmong(region(), group.countries))
+            return withRegion(group.region);
     }
-    if (m_language == QLatin1String("en") && m_region != QLatin1String("001") && !isCloseToUsEnglish())
-        return LanguageTag(QStringLiteral("en-001"));
-    if (m_language == QLatin1String("zh") && m_region == QLatin1String("MO")
-        && m_script == QLocale::TraditionalChineseScript) {
-        parent.m_region = QStringLiteral("HK");
+    if (language == QLatin1String("en") && region() != ShortText("001") && !isCloseToUsEnglish())
+        return withRegion("001");
+    if (language == QLatin1String("zh") && region() == ShortText("MO")
+        && script() == QLocale::TraditionalChineseScript) {
+        parent.m_codes.region = ShortText("HK");
         return parent;
     }
     // The script stays, although the language without its region may be written in another one.
-    parent.m_region.clear();
+    parent.m_codes.region = ShortText();
     return parent;
 }
 
 bool LanguageTag::isCloseToUsEnglish() const
 {
-    return m_language == QLatin1String("en") && (m_region.isEmpty() || isAmong(m_region, usEnglishRegions));
+    return language() == ShortText("en") && (region().isEmpty() || isAmong(region(), usEnglishRegions));
 }
 
 } // namespace SorrelKit

@@ -2,6 +2,8 @@
 #ifndef SORRELKIT_LANGUAGETAG_H
 #define SORRELKIT_LANGUAGETAG_H
 
+#include "format/Configuration.h"
+
 #include <QLocale>
 #include <QString>
 
@@ -10,23 +12,44 @@ namespace SorrelKit {
 /**
  * A BCP 47 language tag with the parts that resources distinguish: language, script, region, variant ("sr-Latn",
  * "es-419", "ca-ES-valencia"). The old codes of Java and Android for Hebrew, Indonesian, Yiddish and Filipino (`iw`,
- * `in`, `ji`, `tl`) become today's.
+ * `in`, `ji`, `tl`) become today's. A value that owns no memory.
  */
 class LanguageTag
 {
 public:
+    /// The codes of a tag, as they are written.
+    struct Codes {
+        ShortText language;
+        ShortText script;
+        ShortText region;
+        ShortText variant;
+
+        friend bool operator==(const Codes &a, const Codes &b)
+        {
+            return a.language == b.language && a.script == b.script && a.region == b.region && a.variant == b.variant;
+        }
+        friend auto qHash(const Codes &codes, decltype(::qHash(0)) seed = 0)
+        {
+            return qHash(codes.language, qHash(codes.script, qHash(codes.region, qHash(codes.variant, seed))));
+        }
+    };
+
     /// The empty tag, for texts that are for every language.
     LanguageTag() = default;
     /// The tag in @p text, separated by "-" or "_"; parts that fit no form are left out.
     explicit LanguageTag(const QString &text);
     /// The tag of @p locale, with its region.
     explicit LanguageTag(const QLocale &locale);
+    /// The tag of the locale of @p configuration.
+    explicit LanguageTag(const Configuration &configuration);
 
-    bool isEmpty() const { return m_language.isEmpty(); }
-    QString language() const { return m_language; }
-    QString region() const { return m_region; }
-    /// The script in the tag, or the usual script of the language and region; AnyScript when Qt knows none.
-    QLocale::Script script() const { return m_script; }
+    bool isEmpty() const { return m_codes.language.isEmpty(); }
+    const Codes &codes() const { return m_codes; }
+    const ShortText &language() const { return m_codes.language; }
+    const ShortText &region() const { return m_codes.region; }
+    /// The script in the tag, or the usual script of the language and region; AnyScript when Qt knows none. Qt searches
+    /// its tables on each call.
+    QLocale::Script script() const;
     QString toString() const;
 
     /**
@@ -41,18 +64,22 @@ public:
     /// Whether both tags mean the same, also when only one of them names its script.
     friend bool operator==(const LanguageTag &a, const LanguageTag &b)
     {
-        return a.m_language == b.m_language && a.m_script == b.m_script && a.m_region == b.m_region
-               && a.m_variant == b.m_variant;
+        return a.language() == b.language() && a.region() == b.region() && a.m_codes.variant == b.m_codes.variant
+               && a.hasScriptOf(b);
     }
+    /// Whether both tags of one language have the same script(). Compares the codes before Qt is asked.
+    bool hasScriptOf(const LanguageTag &other) const;
 
 private:
-    void findScript();
+    void setLanguage(const ShortText &language);
+    /// Adds @p part, a script, a region or a variant; other parts are left out.
+    void addPart(const ShortText &part);
+    /// The tag of this language in @p region, whatever this one's script and region.
+    LanguageTag withRegion(const char *region) const;
 
-    QString m_language;
-    QString m_scriptCode;
-    QString m_region;
-    QString m_variant;
-    QLocale::Script m_script = QLocale::AnyScript;
+    Codes m_codes;
+    ShortText m_scriptRegion;                      ///< the region that the usual script belongs to; parents keep it
+    QLocale::Script m_script = QLocale::AnyScript; ///< of a locale of Qt; AnyScript for other tags
 };
 
 } // namespace SorrelKit

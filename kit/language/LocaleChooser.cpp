@@ -10,7 +10,8 @@ namespace {
 bool isBetterRelative(const LanguageTag &tag, const LanguageTag &other)
 {
     const auto isAtHome = [](const LanguageTag &relative) {
-        return QLocale(relative.language()).name().section(QLatin1Char('_'), 1) == relative.region();
+        const QString home = QLocale(relative.language().toString()).name().section(QLatin1Char('_'), 1);
+        return home == relative.region().latin1();
     };
     const bool isHome = isAtHome(tag);
     return isHome != isAtHome(other) ? isHome : tag.toString() < other.toString();
@@ -18,10 +19,33 @@ bool isBetterRelative(const LanguageTag &tag, const LanguageTag &other)
 
 } // namespace
 
-void LocaleChooser::add(const LanguageTag &tag)
+bool LocaleChooser::add(const LanguageTag &tag)
 {
-    m_byLanguage[tag.language()].append(int(m_tags.size()));
-    m_tags.append(tag);
+    Chain &alike = m_ofCodes[codes(tag)];
+    for (int number = alike.first; number != None; number = m_tags.at(number).nextOfCodes) {
+        if (m_tags.at(number).tag.codes() == tag.codes())
+            return false;
+    }
+    m_tags.append({tag});
+    append(&alike, &Tag::nextOfCodes);
+    append(&m_ofLanguage[tag.language()], &Tag::nextOfLanguage);
+    return true;
+}
+
+void LocaleChooser::append(Chain *chain, int Tag::*next)
+{
+    const int number = count() - 1;
+    if (chain->last == None)
+        chain->first = number;
+    else
+        m_tags[chain->last].*next = number;
+    chain->last = number;
+    ++chain->count;
+}
+
+LanguageTag::Codes LocaleChooser::codes(const LanguageTag &tag)
+{
+    return {tag.language(), ShortText(), tag.region(), tag.codes().variant};
 }
 
 int LocaleChooser::best(const LanguageTag &wanted) const
@@ -37,31 +61,25 @@ int LocaleChooser::best(const LanguageTag &wanted) const
 
 int LocaleChooser::exact(const LanguageTag &wanted) const
 {
-    const auto same = m_byLanguage.constFind(wanted.language());
-    if (same == m_byLanguage.cend())
-        return -1;
-    for (const int number : *same) {
-        if (m_tags.at(number) == wanted)
-            return number;
-    }
-    return -1;
+    int number = m_ofCodes.value(codes(wanted)).first;
+    while (number != None && !(m_tags.at(number).tag == wanted))
+        number = m_tags.at(number).nextOfCodes;
+    return number;
 }
 
 int LocaleChooser::relative(const LanguageTag &wanted) const
 {
-    const auto same = m_byLanguage.constFind(wanted.language());
-    if (same == m_byLanguage.cend())
-        return -1;
     const bool hasDefault = exact(LanguageTag()) >= 0;
-    int best = -1;
-    for (const int number : *same) {
-        const LanguageTag &tag = m_tags.at(number);
-        if (tag.script() != wanted.script())
+    int best = None;
+    for (int number = m_ofLanguage.value(wanted.language()).first; number != None;
+         number = m_tags.at(number).nextOfLanguage) {
+        const LanguageTag &candidate = tag(number);
+        if (!candidate.hasScriptOf(wanted))
             continue;
         // In most applications, the value for every language is the English of the United States.
-        if (hasDefault && wanted.isCloseToUsEnglish() && !tag.isCloseToUsEnglish())
+        if (hasDefault && wanted.isCloseToUsEnglish() && !candidate.isCloseToUsEnglish())
             continue;
-        if (best < 0 || isBetterRelative(tag, m_tags.at(best)))
+        if (best < 0 || isBetterRelative(candidate, tag(best)))
             best = number;
     }
     return best;

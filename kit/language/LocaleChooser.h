@@ -17,21 +17,43 @@ namespace SorrelKit {
 class LocaleChooser
 {
 public:
-    /// Adds a language of the resource; the empty tag is for every language. Languages are numbered from 0.
-    void add(const LanguageTag &tag);
+    /// Adds a language of the resource; the empty tag is for every language. Languages are numbered from 0. False, and
+    /// nothing is added, when the same tag was added before.
+    bool add(const LanguageTag &tag);
+
+    int count() const { return int(m_tags.size()); }
+    /// Precondition: @p number is less than count().
+    const LanguageTag &tag(int number) const { return m_tags.at(number).tag; }
 
     /// The number of the best language for @p wanted; -1 when no language fits.
     int best(const LanguageTag &wanted) const;
     /// The number of added tags with the language of @p wanted, whatever their script, region and variant. best()
-    /// compares all of them.
-    int relatives(const LanguageTag &wanted) const { return int(m_byLanguage.value(wanted.language()).size()); }
+    /// compares all of them when neither @p wanted nor a parent was added.
+    int relatives(const LanguageTag &wanted) const { return m_ofLanguage.value(wanted.language()).count; }
 
 private:
+    static constexpr int None = -1;
+
+    struct Tag {
+        LanguageTag tag;
+        int nextOfLanguage = None;
+        int nextOfCodes = None; ///< the next one that differs in its script alone
+    };
+    /// Tags that have something in common, in the order of adding.
+    struct Chain {
+        int first = None;
+        int last = None;
+        int count = 0;
+    };
+    /// The codes of @p tag without its script.
+    static LanguageTag::Codes codes(const LanguageTag &tag);
+    void append(Chain *chain, int Tag::*next);
     int exact(const LanguageTag &wanted) const;
     int relative(const LanguageTag &wanted) const;
 
-    QVector<LanguageTag> m_tags;
-    QHash<QString, QVector<int>> m_byLanguage; ///< numbers
+    QVector<Tag> m_tags;
+    QHash<ShortText, Chain> m_ofLanguage;
+    QHash<LanguageTag::Codes, Chain> m_ofCodes; ///< by codes()
 };
 
 } // namespace SorrelKit

@@ -38,16 +38,16 @@ QString localeText(const Configuration &configuration)
     const bool isPlain =
         configuration.script.isEmpty() && configuration.variant.isEmpty() && configuration.numberingSystem.isEmpty();
     if (isPlain && configuration.region.isEmpty())
-        return configuration.language;
+        return configuration.language.toString();
     if (isPlain)
-        return configuration.language + QLatin1String("-r") + configuration.region;
-    QStringList parts{QStringLiteral("b"), configuration.language};
-    for (const QString &part : {configuration.script, configuration.region, configuration.variant}) {
+        return configuration.language.toString() + QLatin1String("-r") + configuration.region.latin1();
+    QStringList parts{QStringLiteral("b"), configuration.language.toString()};
+    for (const ShortText &part : {configuration.script, configuration.region, configuration.variant}) {
         if (!part.isEmpty())
-            parts.append(part);
+            parts.append(part.toString());
     }
     if (!configuration.numberingSystem.isEmpty())
-        parts += {QStringLiteral("u"), QStringLiteral("nu"), configuration.numberingSystem};
+        parts += {QStringLiteral("u"), QStringLiteral("nu"), configuration.numberingSystem.toString()};
     return parts.join(QLatin1Char('+'));
 }
 

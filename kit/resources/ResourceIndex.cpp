@@ -55,7 +55,7 @@ void ResourceIndex::collectChunks()
             if (m_packageNames.isEmpty())
                 m_packageId = package.id;
             if (!m_packageNames.contains(package.id))
-                m_packageNames.insert(package.id, package.name);
+                m_packageNames.insert(package.id, package.name());
             collectTypes(*table, package);
         }
     }
@@ -63,10 +63,13 @@ void ResourceIndex::collectChunks()
 
 void ResourceIndex::collectTypes(const ResourceTable &table, const ResourceTable::Package &package)
 {
-    for (auto chunks = package.types.cbegin(); chunks != package.types.cend(); ++chunks) {
-        QString &name = m_typeNames[typeBits(package.id, chunks.key())];
+    for (int typeId = 0; typeId < package.chunks.size(); ++typeId) {
+        const QVector<TypeChunk> *const chunks = package.typeChunks(quint8(typeId));
+        if (chunks == nullptr)
+            continue;
+        QString &name = m_typeNames[typeBits(package.id, quint8(typeId))];
         if (name.isEmpty())
-            name = nameAt(package.typeNames, qint64(chunks.key()) - 1);
+            name = nameAt(package.typeNames, qint64(typeId) - 1);
         for (const TypeChunk &chunk : *chunks)
             m_chunks.push_back({&chunk, &table, &package});
     }
@@ -126,8 +129,7 @@ ResourceIndex::Value ResourceIndex::value(int number) const
 {
     const Slot &slot = m_slots.at(std::size_t(number));
     const Chunk &chunk = m_chunks.at(slot.chunk);
-    return {chunk.type->entryAt(slot.offset), chunk.table, chunk.package, &chunk.type->configuration(),
-            int(slot.chunk)};
+    return {chunk.type->entryAt(slot.offset), chunk.table, chunk.package, chunk.type, int(slot.chunk)};
 }
 
 QString ResourceIndex::entryName(int number) const

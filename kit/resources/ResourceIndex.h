@@ -30,12 +30,12 @@ public:
     /// Characters of the name of a type or an entry; a longer one counts as missing. Build tools write identifiers.
     static constexpr int MaxNameLength = 256;
 
-    /// One value: its entry, with the table, the package and the configuration that it belongs to.
+    /// One value: its entry, with the table, the package and the type chunk that it belongs to.
     struct Value {
         EntryView entry;
         const ResourceTable *table = nullptr;
         const ResourceTable::Package *package = nullptr;
-        const Configuration *configuration = nullptr;
+        const TypeChunk *type = nullptr;
         int chunk = 0; ///< number of the type chunk, less than chunkCount()
     };
 

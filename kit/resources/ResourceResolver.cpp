@@ -5,22 +5,30 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace SorrelKit {
 
 namespace {
 
-// The value of one table entry, without its text.
-ResolvedValue found(const ResourceTable &table, const TableValue &value, quint32 id)
-{
-    ResolvedValue result;
-    result.value = value.value;
-    result.table = &table;
-    result.resource = id;
-    result.density = value.configuration->density;
-    result.languageTag = value.configuration->languageTag();
-    return result;
-}
+// A value of a resource, and the configuration that it is for.
+struct Candidate {
+    // The value without its text.
+    ResolvedValue found(quint32 id) const
+    {
+        ResolvedValue result;
+        result.value = value.value;
+        result.table = table;
+        result.type = value.type;
+        result.resource = id;
+        result.density = configuration.density;
+        return result;
+    }
+
+    const ResourceTable *table = nullptr;
+    TableValue value;
+    Configuration configuration;
+};
 
 } // namespace
 
@@ -55,23 +63,23 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
-    const ResourceTable *owner = nullptr;
-    TableValue best;
+    Candidate best;
     for (const auto &table : tables()) {
-        for (const TableValue &value : table->values(id)) {
+        table->visitValues(id, [&](const TableValue &value) {
+            if (value.isMap)
+                return;
+            const Configuration configuration = value.configuration();
             // Localized pictures are skipped: they are no defaults.
-            if (value.isMap || value.configuration->hasLocale() || !value.configuration->matches(m_device))
-                continue;
-            if (owner == nullptr || value.configuration->isBetterThan(*best.configuration, m_device)) {
-                owner = table.data();
-                best = value;
-            }
-        }
+            if (configuration.hasLocale() || !configuration.matches(m_device))
+                return;
+            if (best.table == nullptr || configuration.isBetterThan(best.configuration, m_device))
+                best = {table.data(), value, configuration};
+        });
     }
-    if (owner == nullptr)
+    if (best.table == nullptr)
         return {};
     const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
-    ResolvedValue value = withText(found(*owner, best, id), longest);
+    ResolvedValue value = withText(best.found(id), longest);
     budget().chargeWork(Budget::ByteWork * value.text.size());
     return value;
 }
@@ -104,24 +112,27 @@ ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
 
 QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales) const
 {
-    struct Candidate {
-        const ResourceTable *table;
-        TableValue value;
-    };
-    QVector<Candidate> candidates;
+    std::vector<Candidate> candidates;
     for (const auto &table : tables()) {
-        for (const TableValue &value : table->values(id)) {
-            const bool isWanted = locales == Locales::Any || !value.configuration->hasLocale();
-            if (candidates.size() < MaxCandidates && isWanted && !value.isMap && value.configuration->matches(m_device))
-                candidates.append({table.data(), value});
-        }
+        table->visitValues(id, [&](const TableValue &value) {
+            if (value.isMap || candidates.size() >= MaxCandidates)
+                return;
+            const Configuration configuration = value.configuration();
+            const bool isWanted = locales == Locales::Any || !configuration.hasLocale();
+            if (isWanted && configuration.matches(m_device))
+                candidates.push_back({table.data(), value, configuration});
+        });
     }
-    std::stable_sort(candidates.begin(), candidates.end(), [this](const Candidate &a, const Candidate &b) {
-        return a.value.configuration->isBetterThan(*b.value.configuration, m_device);
-    });
+    const auto isBetter = [this](const Candidate &a, const Candidate &b) {
+        return a.configuration.isBetterThan(b.configuration, m_device);
+    };
+    // Values that differ only in their languages are in order.
+    if (!std::is_sorted(candidates.cbegin(), candidates.cend(), isBetter))
+        std::stable_sort(candidates.begin(), candidates.end(), isBetter);
     QVector<ResolvedValue> result;
+    result.reserve(int(candidates.size()));
     for (const Candidate &candidate : candidates)
-        result.append(found(*candidate.table, candidate.value, id));
+        result.append(candidate.found(id));
     return result;
 }
 

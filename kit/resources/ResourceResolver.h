@@ -20,8 +20,8 @@ struct ResolvedValue {
     QString text;                         ///< for a string: a label, the path of a file
     quint32 resource = 0;                 ///< the last resource of the chain; 0 for a value that was no reference
     int density = 0;                      ///< of the value's configuration
-    QString languageTag;                  ///< of the value's configuration; empty for every language
     const ResourceTable *table = nullptr; ///< the table whose pool has a string
+    const TypeChunk *type = nullptr;      ///< the type chunk of the table that has the value
 };
 
 /**

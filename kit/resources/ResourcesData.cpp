@@ -36,7 +36,7 @@ QString ResourcesData::configuration(const ResourceIndex::Value &source)
     Qualifiers &known = m_qualifiers.at(std::size_t(source.chunk));
     if (known.isKnown && (known.isDefault || !known.text.isEmpty()))
         return known.text;
-    QString text = configurationText(*source.configuration);
+    QString text = configurationText(source.type->configuration());
     known.isKnown = true;
     known.isDefault = text.isEmpty();
     if (text.size() <= MaxKeptQualifiers)

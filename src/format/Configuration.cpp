@@ -1,42 +1,48 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "format/Configuration.h"
 
-#include <QStringList>
-
-#include <cstdlib>
+#include <cstring>
 
 namespace {
 
-// Letters and digits up to the first zero byte.
-QString asciiAt(const ByteView &record, qint64 at, int length)
+// The fields of a record. Those beyond a shorter record are 0.
+class Fields
 {
-    QString text;
-    for (int i = 0; i < length; ++i) {
-        const QChar character = QLatin1Char(char(record.u8(at + i)));
-        if (!character.isLetterOrNumber() || character.unicode() > 0x7f)
-            break;
-        text += character;
+public:
+    explicit Fields(const ByteView &record)
+    {
+        const ByteView known = record.part(0, qMin(qint64(record.u32(0)), qint64(sizeof m_bytes)));
+        if (!known.isEmpty())
+            std::memcpy(m_bytes, known.data(), size_t(known.size()));
     }
-    return text;
-}
 
-// A language or region: two characters, or three of five bits each when the top bit is set.
-QString codeAt(const ByteView &record, qint64 at, char base)
-{
-    const int first = record.u8(at);
-    const int second = record.u8(at + 1);
-    if ((first & 0x80) == 0)
-        return first == 0 || second == 0 ? QString() : asciiAt(record, at, 2);
-    const int codes[] = {second & 0x1f, (second & 0xe0) >> 5 | (first & 0x03) << 3, (first & 0x7c) >> 2};
-    QString text;
-    for (const int code : codes) {
-        const QChar character = QLatin1Char(char(base + code));
-        if (!character.isLetterOrNumber())
-            return {};
-        text += character;
+    int u8(int at) const { return m_bytes[at]; }
+    int u16(int at) const { return qFromLittleEndian<quint16>(m_bytes + at); }
+    // Letters and digits, up to the first other character.
+    ShortText ascii(int at, int length) const
+    {
+        ShortText text;
+        for (int i = 0; i < length && ShortText::isLetterOrDigit(char(m_bytes[at + i])); ++i)
+            text.append(char(m_bytes[at + i]));
+        return text;
     }
-    return text;
-}
+    // A language or region: two characters, or three of five bits each when the top bit is set.
+    ShortText code(int at, char base) const
+    {
+        const int first = u8(at);
+        const int second = u8(at + 1);
+        if ((first & 0x80) == 0)
+            return first == 0 || second == 0 ? ShortText() : ascii(at, 2);
+        const int codes[] = {second & 0x1f, (second & 0xe0) >> 5 | (first & 0x03) << 3, (first & 0x7c) >> 2};
+        ShortText text;
+        for (const int code : codes)
+            text.append(char(base + code));
+        return text.isAll(ShortText::isLetterOrDigit) ? text : ShortText();
+    }
+
+private:
+    uchar m_bytes[64] = {}; // more than the fields have
+};
 
 bool fits(int wanted, int actual)
 {
@@ -108,13 +114,12 @@ int densityOrder(int mine, int other, int wanted)
 
 Configuration Configuration::read(const ByteView &record)
 {
-    // Fields beyond a shorter record read as 0.
-    const ByteView fields = record.part(0, record.u32(0));
+    const Fields fields(record);
     Configuration result;
     result.mcc = fields.u16(4);
     result.mnc = fields.u16(6);
-    result.language = codeAt(fields, 8, 'a').toLower();
-    result.region = codeAt(fields, 10, '0').toUpper();
+    result.language = fields.code(8, 'a').toLower();
+    result.region = fields.code(10, '0').toUpper();
     result.orientation = fields.u8(12);
     result.touchscreen = fields.u8(13);
     result.density = fields.u16(14);
@@ -137,9 +142,9 @@ Configuration Configuration::read(const ByteView &record)
     result.screenHeightDp = fields.u16(34);
     constexpr int ScriptWasDerivedAt = 52;
     if (fields.u8(ScriptWasDerivedAt) == 0)
-        result.script = asciiAt(fields, 36, 4);
-    result.variant = asciiAt(fields, 40, 8).toLower();
-    result.numberingSystem = asciiAt(fields, 53, 8).toLower();
+        result.script = fields.ascii(36, 4);
+    result.variant = fields.ascii(40, 8).toLower();
+    result.numberingSystem = fields.ascii(53, 8).toLower();
     result.screenRound = fields.u8(48) & 0x03;
     result.wideColorGamut = fields.u8(49) & 0x03;
     result.hdr = (fields.u8(49) & 0x0c) >> 2;
@@ -171,18 +176,6 @@ Configuration Configuration::phone(int density)
     device.wideColorGamut = 1;
     device.hdr = 1;
     return device;
-}
-
-QString Configuration::languageTag() const
-{
-    if (!hasLocale())
-        return {};
-    QStringList parts{language};
-    for (const QString &part : {script, region, variant}) {
-        if (!part.isEmpty())
-            parts.append(part);
-    }
-    return parts.join(QLatin1Char('-'));
 }
 
 bool Configuration::matches(const Configuration &device) const

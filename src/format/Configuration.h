@@ -3,12 +3,12 @@
 #define CONFIGURATION_H
 
 #include "format/ByteView.h"
-
-#include <QString>
+#include "format/ShortText.h"
 
 /**
  * A device configuration: the qualifiers (language, screen, platform version and so on) of a value in a resource table,
- * or those of the device that values are chosen for. 0, or an empty text, means any.
+ * or those of the device that values are chosen for. 0, or an empty text, means any. It owns no memory, and decoding one
+ * takes about as long as looking up a value.
  *
  * The record in a table starts with its own size; older tools wrote shorter records, which leave the later fields 0:
  *
@@ -58,8 +58,6 @@ struct Configuration {
     /// A current phone at @p density with the newest platform. No locale is set.
     static Configuration phone(int density);
 
-    /// Language, script, region and variant as a BCP 47 tag ("sr-Latn", "es-419"); empty without a language.
-    QString languageTag() const;
     bool hasLocale() const { return !language.isEmpty(); }
 
     /// Whether a device of the configuration @p device may use a value for this one. Locales are not compared.
@@ -70,11 +68,11 @@ struct Configuration {
 
     int mcc = 0;
     int mnc = 0;
-    QString language;        ///< two or three letters, lower case
-    QString region;          ///< two letters or three digits
-    QString script;          ///< four letters ("Latn"); empty when the build tool derived it from the language
-    QString variant;         ///< lower case
-    QString numberingSystem; ///< digits of the locale ("latn"); matches() ignores it
+    ShortText language;        ///< two or three letters, lower case
+    ShortText region;          ///< two letters or three digits
+    ShortText script;          ///< four letters ("Latn"); empty when the build tool derived it from the language
+    ShortText variant;         ///< lower case
+    ShortText numberingSystem; ///< digits of the locale ("latn"); matches() ignores it
     int orientation = 0;
     int touchscreen = 0;
     int density = 0;

@@ -1,18 +1,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "format/ResourceTable.h"
 
-namespace {
+#include <utility>
 
-QString packageName(const ByteView &package)
+QString ResourceTable::Package::name() const
 {
-    using Package = ResourceTable::Package;
     QString name;
-    for (int i = 0; i < Package::NameUnits && package.u16(Package::NameAt + 2 * i) != 0; ++i)
-        name += QChar(package.u16(Package::NameAt + 2 * i));
+    for (int i = 0; i < NameUnits && nameUnits.u16(2 * i) != 0; ++i)
+        name += QChar(nameUnits.u16(2 * i));
     return name;
 }
-
-} // namespace
 
 ResourceTable::ResourceTable(const QByteArray &bytes, int maxTypeChunks)
     : m_bytes(bytes), m_maxTypeChunks(maxTypeChunks)
@@ -40,11 +37,18 @@ void ResourceTable::readTable(const ChunkView &table)
         m_fault = FormatFault::DamagedTableChunk;
 }
 
+void ResourceTable::append(QVector<QVector<TypeChunk>> *chunks, const TypeChunk &type)
+{
+    if (type.typeId() >= chunks->size())
+        chunks->resize(type.typeId() + 1);
+    (*chunks)[type.typeId()].append(type);
+}
+
 void ResourceTable::readPackage(const ChunkView &chunk)
 {
     Package package;
     package.id = chunk.bytes().u8(Package::IdAt);
-    package.name = packageName(chunk.bytes());
+    package.nameUnits = chunk.bytes().part(Package::NameAt, 2 * Package::NameUnits);
     package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::TypeStringsAt)));
     package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::KeyStringsAt)));
     ChunkList chunks(chunk.bytes(), chunk.headerSize());
@@ -58,12 +62,12 @@ void ResourceTable::readPackage(const ChunkView &chunk)
         else if (m_typeChunks >= m_maxTypeChunks)
             m_fault = FormatFault::TooManyTypes;
         else
-            package.types[type.typeId()].append(type);
+            append(&package.chunks, type);
         m_typeChunks += m_fault == FormatFault::None ? 1 : 0;
     }
     if (m_fault == FormatFault::None && chunks.isDamaged())
         m_fault = FormatFault::DamagedTableChunk;
-    m_packages.append(package);
+    m_packages.append(std::move(package));
 }
 
 quint8 ResourceTable::ownerOf(quint32 id) const
@@ -75,22 +79,7 @@ quint8 ResourceTable::ownerOf(quint32 id) const
 QVector<TableValue> ResourceTable::values(quint32 id) const
 {
     QVector<TableValue> values;
-    for (const Package &package : m_packages) {
-        const auto types = package.types.constFind(ResourceId::type(id));
-        if (package.id != ownerOf(id) || types == package.types.cend())
-            continue;
-        for (const TypeChunk &type : *types) {
-            const EntryView entry = type.entryAt(type.offset(ResourceId::entry(id)));
-            if (!entry.isValid())
-                continue;
-            TableValue value;
-            value.isMap = entry.isMap();
-            if (!value.isMap)
-                value.value = entry.value();
-            value.configuration = &type.configuration();
-            values.append(value);
-        }
-    }
+    visitValues(id, [&values](const TableValue &value) { values.append(value); });
     return values;
 }
 
@@ -98,9 +87,9 @@ int ResourceTable::typeChunkCount(quint32 id) const
 {
     int count = 0;
     for (const Package &package : m_packages) {
-        const auto types = package.types.constFind(ResourceId::type(id));
-        if (package.id == ownerOf(id) && types != package.types.cend())
-            count += int(types->size());
+        const QVector<TypeChunk> *const types =
+            package.id == ownerOf(id) ? package.typeChunks(ResourceId::type(id)) : nullptr;
+        count += types != nullptr ? int(types->size()) : 0;
     }
     return count;
 }

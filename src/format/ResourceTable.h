@@ -9,15 +9,16 @@
 #include "format/TypedValue.h"
 #include "limits/Limits.h"
 
-#include <QHash>
 #include <QString>
 #include <QVector>
 
 /// One value of a resource in a table.
 struct TableValue {
-    bool isMap = false;                           ///< an array, a style or a plural, whose items are not read
-    TypedValue value;                             ///< when it is no map
-    const Configuration *configuration = nullptr; ///< the table's own; the table outlives it
+    bool isMap = false;              ///< an array, a style or a plural, whose items are not read
+    TypedValue value;                ///< when it is no map
+    const TypeChunk *type = nullptr; ///< the table's own, which has the value; the table outlives it
+
+    Configuration configuration() const { return type->configuration(); }
 };
 
 /**
@@ -42,14 +43,15 @@ struct TableValue {
  * | 280    | u32       | last public key                                                                        |
  * | header size | chunks | string pools, type specs (flags of each resource), types (see TypeChunk)             |
  *
- * Loading reads the chunks' headers only; entries are found when they are asked for, so that the table takes little
- * memory besides its bytes. The const operations only read. Meets raw input: a damaged part has no values.
+ * Loading reads the chunks' headers only; entries and configurations are decoded when they are asked for, so that the
+ * table takes little memory besides its bytes. The const operations only read. Meets raw input: a damaged part has no values.
  */
 class ResourceTable
 {
 public:
     static constexpr int HeaderSize = 12;
-    /// Type chunks of a table at most. Each is decoded on load, and searched in every lookup in its type.
+    /// Type chunks of a table at most. The header of each is checked on load, and each is searched in every lookup in its
+    /// type.
     static constexpr int MaxTypeChunks = 1 << 16;
     /// Characters of a string at most; the rest is dropped. UTF-8, the usual encoding, has 15 bits for the length.
     static constexpr int MaxStringLength = 0x7fff;
@@ -65,10 +67,18 @@ public:
         static constexpr int HeaderSize = 284;
 
         quint8 id = 0;
-        QString name; ///< "org.example.notes"
+        ByteView nameUnits;
         StringPoolView typeNames;
-        StringPoolView keys;                     ///< names of entries, by EntryView::key()
-        QHash<quint8, QVector<TypeChunk>> types; ///< by type id, each in the order of the table
+        StringPoolView keys;                ///< names of entries, by EntryView::key()
+        QVector<QVector<TypeChunk>> chunks; ///< by type id, each in the order of the table; up to the largest id
+
+        /// The name of the package ("org.example.notes").
+        QString name() const;
+        /// The type chunks of the type @p typeId, in the order of the table; null when there are none.
+        const QVector<TypeChunk> *typeChunks(quint8 typeId) const
+        {
+            return typeId < chunks.size() && !chunks.at(typeId).isEmpty() ? &chunks.at(typeId) : nullptr;
+        }
     };
 
     /// An empty table, valid.
@@ -85,6 +95,21 @@ public:
     /// The values of the resource @p id, in the order of the table; at most one for each type chunk. A package may be
     /// in the table in several parts.
     QVector<TableValue> values(quint32 id) const;
+    /// Calls @p visit with each of values(), without a list of them.
+    template <typename Visit>
+    void visitValues(quint32 id, Visit visit) const
+    {
+        for (const Package &package : m_packages) {
+            const QVector<TypeChunk> *const types =
+                package.id == ownerOf(id) ? package.typeChunks(ResourceId::type(id)) : nullptr;
+            for (int i = 0; types != nullptr && i < types->size(); ++i) {
+                const TypeChunk &type = types->at(i);
+                const EntryView entry = type.entryAt(type.offset(ResourceId::entry(id)));
+                if (entry.isValid())
+                    visit(TableValue{entry.isMap(), entry.isMap() ? TypedValue() : entry.value(), &type});
+            }
+        }
+    }
     /// The name of the resource's type ("mipmap"); empty when it has none.
     QString typeName(quint32 id) const;
     /// String @p index of the pool of values' texts, cut at @p maxLength characters.
@@ -101,6 +126,7 @@ public:
 private:
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
+    static void append(QVector<QVector<TypeChunk>> *chunks, const TypeChunk &type);
     /// The id of the package that the resource @p id belongs to.
     quint8 ownerOf(quint32 id) const;
 

@@ -16,7 +16,6 @@ TypeChunk::TypeChunk(const ChunkView &chunk) : m_bytes(chunk.bytes())
         return;
     m_slotCount = int(count);
     m_offsets = m_bytes.part(chunk.headerSize(), count * width);
-    m_configuration = Configuration::read(configurationBytes());
     m_isValid = true;
 }
 

@@ -62,7 +62,8 @@ public:
 
     bool isValid() const { return m_isValid; }
     quint8 typeId() const { return m_bytes.u8(8); }
-    const Configuration &configuration() const { return m_configuration; }
+    /// Decodes the configuration on each call.
+    Configuration configuration() const { return Configuration::read(configurationBytes()); }
     /// The configuration's record, its size included; cut where the header ends.
     ByteView configurationBytes() const;
     bool isSparse() const { return (m_bytes.u8(FlagsAt) & SparseFlag) != 0; }
@@ -83,9 +84,10 @@ public:
 private:
     ByteView m_bytes;
     ByteView m_offsets;
-    Configuration m_configuration;
     int m_slotCount = 0;
     bool m_isValid = false;
 };
+
+Q_DECLARE_TYPEINFO(TypeChunk, Q_MOVABLE_TYPE);
 
 #endif

@@ -44,7 +44,7 @@ int answers(const ResourceTable &table)
     int count = 0;
     for (const quint32 id : {0x7f010000u, 0x7f010002u, 0x7f010003u, 0x7f020001u, 0x7f020002u, 0x00010000u}) {
         for (const TableValue &value : table.values(id))
-            count += 1 + int(table.string(value.value.data).size()) + value.configuration->density;
+            count += 1 + int(table.string(value.value.data).size()) + value.configuration().density;
         count += int(table.typeName(id).size());
     }
     return count;
@@ -95,9 +95,9 @@ void TestResourceTable::valuesOfEveryEncoding()
     QCOMPARE(read.typeChunkCount(), 3);
     const QVector<TableValue> labels = read.values(0x7f010000);
     QCOMPARE(labels.size(), 2);
-    QVERIFY(!labels.at(0).configuration->hasLocale());
+    QVERIFY(!labels.at(0).configuration().hasLocale());
     QCOMPARE(read.string(labels.at(0).value.data), latin("Plain"));
-    QCOMPARE(labels.at(1).configuration->language, latin("de"));
+    QCOMPARE(labels.at(1).configuration().language.toString(), latin("de"));
     QCOMPARE(read.string(labels.at(1).value.data), latin("Deutsch"));
     QCOMPARE(read.typeChunkCount(0x7f010000), 2);
     QCOMPARE(read.typeChunkCount(0x7f020000), 1);
@@ -113,7 +113,7 @@ void TestResourceTable::valuesOfEveryEncoding()
 
     QCOMPARE(read.values(0x7f020001).size(), 1);
     QCOMPARE(read.values(0x7f020001).first().value.integer().value_or(0), 42);
-    QCOMPARE(read.values(0x7f020001).first().configuration->density, 320);
+    QCOMPARE(read.values(0x7f020001).first().configuration().density, 320);
     QCOMPARE(read.values(0x7f020002).size(), 1);
     QCOMPARE(read.values(0x7f020002).first().value.integer().value_or(0), 43);
 }

@@ -160,7 +160,8 @@ void TestTypeChunk::tellsTypeAndConfiguration()
     const Type type(TypeBuilder(0xfe, config).build());
     QVERIFY(type.view.isValid());
     QCOMPARE(type.view.typeId(), quint8(0xfe));
-    QCOMPARE(type.view.configuration().languageTag(), QStringLiteral("de-AT"));
+    QCOMPARE(type.view.configuration().language.toString(), QStringLiteral("de"));
+    QCOMPARE(type.view.configuration().region.toString(), QStringLiteral("AT"));
     QCOMPARE(type.view.configurationBytes().toByteArray(), config);
 }
 

@@ -15,11 +15,14 @@ private slots:
     void tags();
     void localesAsTags_data();
     void localesAsTags();
+    void configurationsAsTags_data();
+    void configurationsAsTags();
     void parents_data();
     void parents();
     void scripts();
     void best_data();
     void best();
+    void tagsAreAddedOnce();
     void nothingIsChosenOfNothing();
 };
 
@@ -84,6 +87,41 @@ void TestLanguages::localesAsTags()
     QFETCH(QLocale, locale);
     QFETCH(QString, tag);
     QCOMPARE(LanguageTag(locale).toString(), tag);
+}
+
+void TestLanguages::configurationsAsTags_data()
+{
+    QTest::addColumn<QString>("codes");
+    QTest::addColumn<QString>("tag");
+    // Language, script, region and variant; "-" for none.
+    const auto row = [](const char *codes, const char *tag) {
+        QTest::newRow(codes) << QString::fromLatin1(codes) << QString::fromLatin1(tag);
+    };
+    row("de - - -", "de");
+    row("ca Latn ES valencia", "ca-Latn-ES-valencia");
+    row("es - 419 -", "es-419");
+    row("iw - IL -", "he-IL");
+    row("- - US -", "");
+    row("d - AT -", "");
+    row("d1 - AT -", "");
+    row("sr lat - -", "sr");
+    row("sr 123 - -", "sr-123");
+}
+
+void TestLanguages::configurationsAsTags()
+{
+    QFETCH(QString, codes);
+    QFETCH(QString, tag);
+    const QStringList parts = codes.split(QLatin1Char(' '));
+    const auto code = [&parts](int number) {
+        return parts.at(number) == QLatin1String("-") ? ShortText() : ShortText(qPrintable(parts.at(number)));
+    };
+    Configuration configuration;
+    configuration.language = code(0);
+    configuration.script = code(1);
+    configuration.region = code(2);
+    configuration.variant = code(3);
+    QCOMPARE(LanguageTag(configuration).toString(), tag);
 }
 
 void TestLanguages::parents_data()
@@ -175,6 +213,19 @@ void TestLanguages::best()
         chooser.add(tag(language));
     const int number = chooser.best(tag(wanted));
     QCOMPARE(number < 0 ? QStringLiteral("none") : languages.at(number), best);
+}
+
+void TestLanguages::tagsAreAddedOnce()
+{
+    LocaleChooser chooser;
+    for (const char *tag : {"sr", "sr-Latn", "sr-Cyrl"})
+        QVERIFY(chooser.add(LanguageTag(QString::fromLatin1(tag))));
+    QVERIFY(!chooser.add(LanguageTag(QStringLiteral("sr_latn"))));
+    QCOMPARE(chooser.count(), 3);
+    QCOMPARE(chooser.relatives(LanguageTag(QStringLiteral("sr-RS"))), 3);
+    // The usual script of Serbian is Cyrillic, and the first tag counts.
+    QCOMPARE(chooser.best(LanguageTag(QStringLiteral("sr-Cyrl"))), 0);
+    QCOMPARE(chooser.best(LanguageTag(QStringLiteral("sr-Latn"))), 1);
 }
 
 void TestLanguages::nothingIsChosenOfNothing()
