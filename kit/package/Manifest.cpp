@@ -3,10 +3,10 @@
 
 #include "format/AndroidAttributes.h"
 
-#include <QHash>
 #include <QSet>
 
 #include <algorithm>
+#include <optional>
 
 namespace SorrelKit {
 
@@ -82,11 +82,7 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
     const XmlElement *const parent = application();
     if (parent == nullptr)
         return entries;
-    QHash<QString, const XmlElement *> activities;
-    for (const XmlElement &child : parent->children) {
-        if (child.name == QLatin1String("activity"))
-            activities.insert(completed(text(child, Attr::Name)), &child);
-    }
+    std::optional<QHash<QString, const XmlElement *>> activities;
     QSet<QString> known;
     for (const XmlElement &child : parent->children) {
         LauncherEntry entry;
@@ -94,22 +90,37 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
         if (!entry.isAlias && child.name != QLatin1String("activity"))
             continue;
         const auto filter = std::find_if(child.children.cbegin(), child.children.cend(), isLauncherFilter);
+        if (filter == child.children.cend())
+            continue;
         entry.name = completed(text(child, Attr::Name));
-        if (filter == child.children.cend() || known.contains(entry.name))
+        if (known.contains(entry.name))
             continue;
         known.insert(entry.name);
         entry.activity = &child;
         entry.filter = &*filter;
         entry.className = entry.name;
         if (entry.isAlias) {
+            // Most manifests have no such alias.
+            if (!activities)
+                activities = activitiesByName(*parent);
             entry.className = completed(text(child, Attr::TargetActivity));
-            entry.target = activities.value(entry.className);
+            entry.target = activities->value(entry.className);
         }
         entries.append(entry);
         if (entries.size() == MaxLaunchers)
             break;
     }
     return entries;
+}
+
+QHash<QString, const XmlElement *> Manifest::activitiesByName(const XmlElement &application) const
+{
+    QHash<QString, const XmlElement *> activities;
+    for (const XmlElement &child : application.children) {
+        if (child.name == QLatin1String("activity"))
+            activities.insert(completed(text(child, Attr::Name)), &child);
+    }
+    return activities;
 }
 
 QString Manifest::completed(const QString &name) const

@@ -4,6 +4,7 @@
 
 #include "format/XmlElement.h"
 
+#include <QHash>
 #include <QString>
 #include <QVector>
 
@@ -55,6 +56,9 @@ public:
     static QString text(const XmlElement &element, quint32 id);
 
 private:
+    /// The last activity of each name, which is completed.
+    QHash<QString, const XmlElement *> activitiesByName(const XmlElement &application) const;
+
     XmlElement m_root;
     QString m_packageName;
 };

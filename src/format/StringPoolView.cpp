@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "format/StringPoolView.h"
 
+#include <cstring>
+
 namespace {
 
 // The surrogate that three bytes of UTF-8 encode; 0 when they encode none.
@@ -13,27 +15,37 @@ ushort encodedSurrogate(const ByteView &text, qint64 at)
     return isSurrogate ? ushort(0xd000 | (second & 0x3f) << 6 | (third & 0x3f)) : ushort(0);
 }
 
+// The place of the next pair of encoded surrogates from @p at on; the end of the text when there is none.
+qint64 nextPair(const ByteView &text, qint64 at)
+{
+    constexpr int SurrogateStart = 0xed;
+    constexpr qint64 PairSize = 6;
+    while (at + PairSize <= text.size()) {
+        const void *const start = std::memchr(text.data() + at, SurrogateStart, size_t(text.size() - at));
+        if (start == nullptr)
+            break;
+        at = static_cast<const uchar *>(start) - text.data();
+        if (QChar::isHighSurrogate(encodedSurrogate(text, at)) && QChar::isLowSurrogate(encodedSurrogate(text, at + 3)))
+            return at;
+        ++at;
+    }
+    return text.size();
+}
+
 QString fromUtf8(const ByteView &text)
 {
-    QString string;
-    qint64 done = 0;
-    const auto appendPlain = [&](qint64 end) {
-        string += QString::fromUtf8(reinterpret_cast<const char *>(text.data()) + done, int(end - done));
+    const auto plain = [&text](qint64 from, qint64 end) {
+        return QString::fromUtf8(reinterpret_cast<const char *>(text.data()) + from, int(end - from));
     };
-    for (qint64 at = 0; at + 6 <= text.size(); ++at) {
-        if (text.u8(at) != 0xed)
-            continue;
-        const ushort high = encodedSurrogate(text, at);
-        const ushort low = encodedSurrogate(text, at + 3);
-        if (!QChar::isHighSurrogate(high) || !QChar::isLowSurrogate(low))
-            continue;
-        appendPlain(at);
-        string += QChar(high);
-        string += QChar(low);
-        done = at + 6;
-        at += 5;
+    qint64 pair = nextPair(text, 0);
+    QString string = plain(0, pair);
+    while (pair < text.size()) {
+        string += QChar(encodedSurrogate(text, pair));
+        string += QChar(encodedSurrogate(text, pair + 3));
+        const qint64 from = pair + 6;
+        pair = nextPair(text, from);
+        string += plain(from, pair);
     }
-    appendPlain(text.size());
     return string;
 }
 
@@ -81,7 +93,6 @@ QString StringPoolView::utf16At(qint64 at, int maxLength) const
     if (!m_strings.has(at, 2 * length))
         return {};
     QString string(int(qMin(length, qint64(maxLength))), Qt::Uninitialized);
-    for (int i = 0; i < string.size(); ++i)
-        string[i] = QChar(m_strings.u16(at + 2 * qint64(i)));
+    qFromLittleEndian<quint16>(m_strings.data() + at, string.size(), string.data());
     return string;
 }

@@ -38,4 +38,8 @@ struct XmlElement {
     QVector<XmlElement> children;
 };
 
+// Vectors of them grow without copying each.
+Q_DECLARE_TYPEINFO(XmlAttribute, Q_MOVABLE_TYPE);
+Q_DECLARE_TYPEINFO(XmlElement, Q_MOVABLE_TYPE);
+
 #endif

@@ -41,7 +41,8 @@ void XmlReader::readNodes(const ChunkView &document)
         const ChunkView chunk = chunks.next();
         if (chunk.type() == ChunkType::StringPool) {
             strings = StringPoolView(chunk);
-            m_strings.clear();
+            // No more than the offsets in the chunk have room for.
+            m_strings.assign(size_t(strings.count()), QString());
         } else if (chunk.type() == ChunkType::XmlResourceMap) {
             ids = chunk.bytes().from(chunk.headerSize());
         } else if (chunk.type() == ChunkType::XmlStartElement && (m_root.isNull() || !open.isEmpty())) {
@@ -49,7 +50,7 @@ void XmlReader::readNodes(const ChunkView &document)
             if (open.size() >= MaxDepth)
                 m_fault = FormatFault::ElementsTooDeep;
             else if (readStart(XmlStartChunk(chunk), strings, ids, &element))
-                open.append(element);
+                open.append(std::move(element));
         } else if (chunk.type() == ChunkType::XmlEndElement && !open.isEmpty()) {
             close(&open);
         }
@@ -97,7 +98,7 @@ bool XmlReader::readStart(const XmlStartChunk &start, const StringPoolView &stri
         if (attribute.id == 0)
             attribute.name = string(strings, record.name);
         readText(record.raw, strings, &attribute);
-        element->attributes.append(attribute);
+        element->attributes.append(std::move(attribute));
     }
     return m_fault == FormatFault::None;
 }
@@ -118,10 +119,11 @@ void XmlReader::readText(quint32 raw, const StringPoolView &strings, XmlAttribut
 
 QString XmlReader::string(const StringPoolView &strings, quint32 index)
 {
-    auto known = m_strings.constFind(index);
-    if (known == m_strings.cend())
-        known = m_strings.insert(index, strings.at(index));
-    QString text = *known;
+    if (index >= m_strings.size())
+        return {};
+    QString &text = m_strings[index];
+    if (text.isNull())
+        text = strings.at(index);
     m_characters += text.size();
     if (m_characters > m_maxCharacters)
         m_fault = FormatFault::TextsTooLong;

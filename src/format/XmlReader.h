@@ -7,7 +7,8 @@
 #include "limits/Limits.h"
 
 #include <QByteArray>
-#include <QHash>
+
+#include <vector>
 
 class ChunkView;
 class StringPoolView;
@@ -60,7 +61,7 @@ private:
     QString string(const StringPoolView &strings, quint32 index);
 
     const qint64 m_maxCharacters;
-    QHash<quint32, QString> m_strings; ///< by index: repeated uses of a string share its characters
+    std::vector<QString> m_strings; ///< those that were used, by index: repeated uses share the characters
     XmlElement m_root;
     FormatFault m_fault = FormatFault::None;
     int m_nodes = 0;
