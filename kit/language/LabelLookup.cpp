@@ -3,6 +3,8 @@
 
 #include <QSet>
 
+#include <utility>
+
 namespace SorrelKit {
 
 const LabelLookup::Texts &LabelLookup::texts(quint32 id)
@@ -17,7 +19,7 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
         if (!m_budget.spendWork(TagWork))
             break;
-        if (texts.values.size() < MaxLanguages && texts.chooser.add(LanguageTag(value.type->configuration())))
+        if (texts.values.size() < MaxLanguages && texts.chooser.add(LanguageTag(value.locale)))
             texts.values.append(value);
     }
     return *m_texts.insert(id, texts);
@@ -32,14 +34,16 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
         const int number = candidates.chooser.best(wanted);
         if (number < 0)
             return std::nullopt;
-        const TypedValue &value = candidates.values.at(number).value;
+        const ResolvedValue &candidate = candidates.values.at(number);
+        const TypedValue &value = candidate.value;
         if (!value.isReference()) {
             // One character above the limit shows that the text is too long.
             const int longest = int(qMin(m_budget.workLeft() + 1, qint64(ResourceTable::MaxStringLength)));
-            const QString text = ResourceResolver::withText(candidates.values.at(number), longest).plainText();
+            QString text =
+                value.type == ValueType::String ? candidate.table->string(value.data, longest) : value.plainText();
             const bool hasRoom = m_budget.spendWork(Budget::ByteWork * text.size())
                                  && m_budget.holdBytes(qint64(sizeof(QChar)) * text.size());
-            return hasRoom ? std::optional<QString>(text) : std::nullopt;
+            return hasRoom ? std::make_optional(std::move(text)) : std::nullopt;
         }
         id = value.data;
     }
@@ -49,7 +53,7 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
 QVector<LanguageTag> LabelLookup::languages(quint32 id)
 {
     QVector<LanguageTag> languages;
-    QSet<LanguageTag::Codes> known;
+    QSet<LocaleCodes> known;
     QSet<quint32> visited;
     QVector<quint32> open{id};
     while (!open.isEmpty() && visited.size() < MaxLanguages) {

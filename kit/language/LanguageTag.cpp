@@ -23,22 +23,25 @@ constexpr int ScriptLength = 4;
 // Regions where English follows that of the United States.
 constexpr char usEnglishRegions[] = "US AS BI GU MH MP PH PR UM VI";
 
-// Whether @p region is one of @p regions, which are separated by spaces.
-bool isAmong(const ShortText &region, const char *regions)
+// Languages whose usual script depends on the region, in the data of Qt 5.15 and Qt 6.4.
+constexpr char languagesOfRegionalScripts[] = "az aze chi mn mon pa pan sd sh snd sr srp uz uzb yue zh zho";
+
+// Whether @p code is one of @p codes, which are separated by spaces.
+bool isAmong(const ShortText &code, const char *codes)
 {
     for (;;) {
         int same = 0;
-        while (same < region.size() && regions[same] == region.at(same))
+        while (same < code.size() && codes[same] == code.at(same))
             ++same;
-        const bool isWhole = regions[same] == ' ' || regions[same] == '\0';
-        if (same == region.size() && isWhole)
+        const bool isWhole = codes[same] == ' ' || codes[same] == '\0';
+        if (same == code.size() && isWhole)
             return true;
-        regions += same;
-        while (*regions != ' ' && *regions != '\0')
-            ++regions;
-        if (*regions == '\0')
+        codes += same;
+        while (*codes != ' ' && *codes != '\0')
+            ++codes;
+        if (*codes == '\0')
             return false;
-        ++regions;
+        ++codes;
     }
 }
 
@@ -115,12 +118,12 @@ LanguageTag::LanguageTag(const QLocale &locale) : LanguageTag(locale.name())
     }
 }
 
-LanguageTag::LanguageTag(const Configuration &configuration)
+LanguageTag::LanguageTag(const LocaleCodes &locale)
 {
-    setLanguage(configuration.language);
+    setLanguage(locale.language);
     if (isEmpty())
         return;
-    for (const ShortText &part : {configuration.script, configuration.region, configuration.variant})
+    for (const ShortText &part : {locale.script, locale.region, locale.variant})
         addPart(part);
     m_scriptRegion = m_codes.region;
 }
@@ -160,9 +163,13 @@ QLocale::Script LanguageTag::script() const
 
 bool LanguageTag::hasScriptOf(const LanguageTag &other) const
 {
-    const bool isSameQuestion =
-        m_script == other.m_script && m_codes.script == other.m_codes.script && m_scriptRegion == other.m_scriptRegion;
-    return isSameQuestion || script() == other.script();
+    const bool isOfQt = m_script != QLocale::AnyScript || other.m_script != QLocale::AnyScript;
+    if (isOfQt || m_codes.script != other.m_codes.script)
+        return script() == other.script();
+    if (m_scriptRegion == other.m_scriptRegion)
+        return true;
+    const bool isUsual = m_codes.script.isEmpty() && !isAmong(language(), languagesOfRegionalScripts);
+    return isUsual || script() == other.script();
 }
 
 QString LanguageTag::toString() const

@@ -17,34 +17,17 @@ namespace SorrelKit {
 class LanguageTag
 {
 public:
-    /// The codes of a tag, as they are written.
-    struct Codes {
-        ShortText language;
-        ShortText script;
-        ShortText region;
-        ShortText variant;
-
-        friend bool operator==(const Codes &a, const Codes &b)
-        {
-            return a.language == b.language && a.script == b.script && a.region == b.region && a.variant == b.variant;
-        }
-        friend auto qHash(const Codes &codes, decltype(::qHash(0)) seed = 0)
-        {
-            return qHash(codes.language, qHash(codes.script, qHash(codes.region, qHash(codes.variant, seed))));
-        }
-    };
-
     /// The empty tag, for texts that are for every language.
     LanguageTag() = default;
     /// The tag in @p text, separated by "-" or "_"; parts that fit no form are left out.
     explicit LanguageTag(const QString &text);
     /// The tag of @p locale, with its region.
     explicit LanguageTag(const QLocale &locale);
-    /// The tag of the locale of @p configuration.
-    explicit LanguageTag(const Configuration &configuration);
+    /// The tag of the locale of a configuration.
+    explicit LanguageTag(const LocaleCodes &locale);
 
     bool isEmpty() const { return m_codes.language.isEmpty(); }
-    const Codes &codes() const { return m_codes; }
+    const LocaleCodes &codes() const { return m_codes; }
     const ShortText &language() const { return m_codes.language; }
     const ShortText &region() const { return m_codes.region; }
     /// The script in the tag, or the usual script of the language and region; AnyScript when Qt knows none. Qt searches
@@ -67,7 +50,7 @@ public:
         return a.language() == b.language() && a.region() == b.region() && a.m_codes.variant == b.m_codes.variant
                && a.hasScriptOf(b);
     }
-    /// Whether both tags of one language have the same script(). Compares the codes before Qt is asked.
+    /// Whether both tags, which have one language, have the same script(). Qt is asked only when the codes leave it open.
     bool hasScriptOf(const LanguageTag &other) const;
 
 private:
@@ -77,7 +60,7 @@ private:
     /// The tag of this language in @p region, whatever this one's script and region.
     LanguageTag withRegion(const char *region) const;
 
-    Codes m_codes;
+    LocaleCodes m_codes;
     ShortText m_scriptRegion;                      ///< the region that the usual script belongs to; parents keep it
     QLocale::Script m_script = QLocale::AnyScript; ///< of a locale of Qt; AnyScript for other tags
 };

@@ -43,7 +43,7 @@ void LocaleChooser::append(Chain *chain, int Tag::*next)
     ++chain->count;
 }
 
-LanguageTag::Codes LocaleChooser::codes(const LanguageTag &tag)
+LocaleCodes LocaleChooser::codes(const LanguageTag &tag)
 {
     return {tag.language(), ShortText(), tag.region(), tag.codes().variant};
 }

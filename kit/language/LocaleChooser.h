@@ -46,14 +46,14 @@ private:
         int count = 0;
     };
     /// The codes of @p tag without its script.
-    static LanguageTag::Codes codes(const LanguageTag &tag);
+    static LocaleCodes codes(const LanguageTag &tag);
     void append(Chain *chain, int Tag::*next);
     int exact(const LanguageTag &wanted) const;
     int relative(const LanguageTag &wanted) const;
 
     QVector<Tag> m_tags;
     QHash<ShortText, Chain> m_ofLanguage;
-    QHash<LanguageTag::Codes, Chain> m_ofCodes; ///< by codes()
+    QHash<LocaleCodes, Chain> m_ofCodes; ///< by codes()
 };
 
 } // namespace SorrelKit

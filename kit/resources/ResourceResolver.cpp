@@ -19,9 +19,9 @@ struct Candidate {
         ResolvedValue result;
         result.value = value.value;
         result.table = table;
-        result.type = value.type;
         result.resource = id;
         result.density = configuration.density;
+        result.locale = configuration.locale();
         return result;
     }
 
@@ -113,6 +113,7 @@ ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
 QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales) const
 {
     std::vector<Candidate> candidates;
+    candidates.reserve(std::size_t(qMin(typeChunkCount(id), MaxCandidates)));
     for (const auto &table : tables()) {
         table->visitValues(id, [&](const TableValue &value) {
             if (value.isMap || candidates.size() >= MaxCandidates)
@@ -136,12 +137,17 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
     return result;
 }
 
+int ResourceResolver::typeChunkCount(quint32 id) const
+{
+    int count = 0;
+    for (const auto &table : tables())
+        count += table->typeChunkCount(id);
+    return count;
+}
+
 qint64 ResourceResolver::work(quint32 id) const
 {
-    qint64 work = Budget::LookupWork;
-    for (const auto &table : tables())
-        work += Budget::ValueWork * table->typeChunkCount(id);
-    return work;
+    return Budget::LookupWork + Budget::ValueWork * typeChunkCount(id);
 }
 
 ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)

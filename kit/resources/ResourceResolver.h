@@ -21,7 +21,7 @@ struct ResolvedValue {
     quint32 resource = 0;                 ///< the last resource of the chain; 0 for a value that was no reference
     int density = 0;                      ///< of the value's configuration
     const ResourceTable *table = nullptr; ///< the table whose pool has a string
-    const TypeChunk *type = nullptr;      ///< the type chunk of the table that has the value
+    LocaleCodes locale;                   ///< of the value's configuration
 };
 
 /**
@@ -80,6 +80,8 @@ public:
 private:
     ResolvedValue best(quint32 id) const;
     ResolvedValue bestOfTables(quint32 id) const;
+    /// Number of type chunks that a lookup of @p id searches.
+    int typeChunkCount(quint32 id) const;
     Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }
 
     const ResourceTables &tables() const { return m_source != nullptr ? m_source->tables() : m_tables; }

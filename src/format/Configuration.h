@@ -5,6 +5,23 @@
 #include "format/ByteView.h"
 #include "format/ShortText.h"
 
+/// The codes of a locale, as a table has them; empty for any.
+struct LocaleCodes {
+    ShortText language;
+    ShortText script;
+    ShortText region;
+    ShortText variant;
+
+    friend bool operator==(const LocaleCodes &a, const LocaleCodes &b)
+    {
+        return a.language == b.language && a.script == b.script && a.region == b.region && a.variant == b.variant;
+    }
+    friend auto qHash(const LocaleCodes &codes, decltype(::qHash(0)) seed = 0)
+    {
+        return qHash(codes.language, qHash(codes.script, qHash(codes.region, qHash(codes.variant, seed))));
+    }
+};
+
 /**
  * A device configuration: the qualifiers (language, screen, platform version and so on) of a value in a resource table,
  * or those of the device that values are chosen for. 0, or an empty text, means any. It owns no memory, and decoding one
@@ -59,6 +76,7 @@ struct Configuration {
     static Configuration phone(int density);
 
     bool hasLocale() const { return !language.isEmpty(); }
+    LocaleCodes locale() const { return {language, script, region, variant}; }
 
     /// Whether a device of the configuration @p device may use a value for this one. Locales are not compared.
     bool matches(const Configuration &device) const;

@@ -20,6 +20,7 @@ private slots:
     void parents_data();
     void parents();
     void scripts();
+    void scriptsOfRegions();
     void best_data();
     void best();
     void tagsAreAddedOnce();
@@ -116,12 +117,7 @@ void TestLanguages::configurationsAsTags()
     const auto code = [&parts](int number) {
         return parts.at(number) == QLatin1String("-") ? ShortText() : ShortText(qPrintable(parts.at(number)));
     };
-    Configuration configuration;
-    configuration.language = code(0);
-    configuration.script = code(1);
-    configuration.region = code(2);
-    configuration.variant = code(3);
-    QCOMPARE(LanguageTag(configuration).toString(), tag);
+    QCOMPARE(LanguageTag(LocaleCodes{code(0), code(1), code(2), code(3)}).toString(), tag);
 }
 
 void TestLanguages::parents_data()
@@ -161,6 +157,35 @@ void TestLanguages::scripts()
     QVERIFY(LanguageTag(QStringLiteral("sr-Cyrl")) == LanguageTag(QStringLiteral("sr")));
     QVERIFY(LanguageTag(QStringLiteral("zh-Hant-TW")) == LanguageTag(QStringLiteral("zh-TW")));
     QCOMPARE(LanguageTag(QStringLiteral("qqq")).script(), QLocale::AnyScript);
+}
+
+// Tags without a script are compared without Qt where its data has one script for all regions.
+void TestLanguages::scriptsOfRegions()
+{
+    const QList<QLocale> locales =
+        QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
+    QSet<QString> languages;
+    QSet<QString> regions;
+    for (const QLocale &locale : locales) {
+        const QStringList codes = locale.name().split(QLatin1Char('_'));
+        if (codes.size() == 2) {
+            languages.insert(codes.first());
+            regions.insert(codes.last());
+        }
+    }
+    QVERIFY(languages.size() > 100 && regions.size() > 100);
+    int different = 0;
+    for (const QString &language : languages) {
+        const LanguageTag alone(language);
+        for (const QString &region : regions) {
+            const LanguageTag tag(language + QLatin1Char('-') + region);
+            const bool isSame = alone.script() == tag.script();
+            if (alone.hasScriptOf(tag) != isSame)
+                QFAIL(qPrintable(tag.toString()));
+            different += int(!isSame);
+        }
+    }
+    QVERIFY(different > 0);
 }
 
 void TestLanguages::best_data()
