@@ -9,20 +9,18 @@ namespace SorrelKit {
 
 const LabelLookup::Texts &LabelLookup::texts(quint32 id)
 {
-    const auto known = m_texts.constFind(id);
-    if (known != m_texts.cend())
-        return *known;
-    Texts texts;
-    if (!m_budget.spendWork(m_resolver.work(id)))
-        return *m_texts.insert(id, texts);
+    const auto [place, isNew] = m_texts.try_emplace(id);
+    Texts &texts = place->second;
+    if (!isNew || !m_budget.spendWork(m_resolver.work(id)))
+        return texts;
     // The best values come first, so the first one counts for each language.
     for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
         if (!m_budget.spendWork(TagWork))
             break;
-        if (texts.values.size() < MaxLanguages && texts.chooser.add(LanguageTag(value.locale)))
-            texts.values.append(value);
+        if (texts.chooser.count() < MaxLanguages && texts.chooser.add(LanguageTag(value.locale)))
+            texts.values.push_back({value.value, value.table});
     }
-    return *m_texts.insert(id, texts);
+    return texts;
 }
 
 std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
@@ -34,13 +32,11 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
         const int number = candidates.chooser.best(wanted);
         if (number < 0)
             return std::nullopt;
-        const ResolvedValue &candidate = candidates.values.at(number);
-        const TypedValue &value = candidate.value;
+        const auto &[value, table] = candidates.values.at(std::size_t(number));
         if (!value.isReference()) {
             // One character above the limit shows that the text is too long.
             const int longest = int(qMin(m_budget.workLeft() + 1, qint64(ResourceTable::MaxStringLength)));
-            QString text =
-                value.type == ValueType::String ? candidate.table->string(value.data, longest) : value.plainText();
+            QString text = value.type == ValueType::String ? table->string(value.data, longest) : value.plainText();
             const bool hasRoom = m_budget.spendWork(Budget::ByteWork * text.size())
                                  && m_budget.holdBytes(qint64(sizeof(QChar)) * text.size());
             return hasRoom ? std::make_optional(std::move(text)) : std::nullopt;
@@ -50,10 +46,9 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
     return std::nullopt;
 }
 
-QVector<LanguageTag> LabelLookup::languages(quint32 id)
+LocaleChooser LabelLookup::languages(quint32 id)
 {
-    QVector<LanguageTag> languages;
-    QSet<LocaleCodes> known;
+    LocaleChooser languages;
     QSet<quint32> visited;
     QVector<quint32> open{id};
     while (!open.isEmpty() && visited.size() < MaxLanguages) {
@@ -62,16 +57,14 @@ QVector<LanguageTag> LabelLookup::languages(quint32 id)
             continue;
         visited.insert(next);
         const Texts &candidates = texts(next);
-        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.values.size()))
+        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.chooser.count()))
             break;
-        for (int i = 0; i < candidates.values.size(); ++i) {
-            const LanguageTag &tag = candidates.chooser.tag(i);
-            if (!known.contains(tag.codes()) && languages.size() < MaxLanguages) {
-                known.insert(tag.codes());
-                languages.append(tag);
-            }
-            if (candidates.values.at(i).value.isReference())
-                open.append(candidates.values.at(i).value.data);
+        for (int i = 0; i < candidates.chooser.count(); ++i) {
+            if (languages.count() < MaxLanguages)
+                languages.add(candidates.chooser.tag(i));
+            const TypedValue &value = candidates.values.at(std::size_t(i)).value;
+            if (value.isReference())
+                open.append(value.data);
         }
     }
     return languages;
@@ -86,9 +79,10 @@ QMap<QString, QString> LabelLookup::labels(const XmlAttribute *attribute)
         labels.insert(QString(), label(attribute, LanguageTag()));
         return labels;
     }
-    for (const LanguageTag &tag : languages(attribute->value.data)) {
-        if (const auto found = text(attribute->value.data, tag))
-            labels.insert(tag.toString(), *found);
+    const LocaleChooser all = languages(attribute->value.data);
+    for (int i = 0; i < all.count(); ++i) {
+        if (const auto found = text(attribute->value.data, all.tag(i)))
+            labels.insert(all.tag(i).toString(), *found);
     }
     return labels;
 }

@@ -8,11 +8,12 @@
 #include "limits/Budget.h"
 #include "resources/ResourceResolver.h"
 
-#include <QHash>
 #include <QMap>
 #include <QString>
 
 #include <optional>
+#include <unordered_map>
+#include <vector>
 
 namespace SorrelKit {
 
@@ -53,19 +54,24 @@ public:
     bool isSpent() const { return m_budget.isSpent(); }
 
 private:
+    struct Value {
+        TypedValue value;
+        const ResourceTable *table; ///< whose pool has a string
+    };
     /// The values of a resource by language; the best one for each.
     struct Texts {
         LocaleChooser chooser;
-        QVector<ResolvedValue> values; ///< for each tag of the chooser
+        std::vector<Value> values; ///< for each tag of the chooser
     };
 
     const Texts &texts(quint32 id);
     std::optional<QString> text(quint32 id, const LanguageTag &wanted);
-    QVector<LanguageTag> languages(quint32 id);
+    /// The languages of the resource @p id and of all that it refers to.
+    LocaleChooser languages(quint32 id);
 
     const ResourceResolver &m_resolver;
     Budget m_budget;
-    QHash<quint32, Texts> m_texts;
+    std::unordered_map<quint32, Texts> m_texts; ///< by resource; references to them stay valid
 };
 
 } // namespace SorrelKit

@@ -26,23 +26,26 @@ constexpr char usEnglishRegions[] = "US AS BI GU MH MP PH PR UM VI";
 // Languages whose usual script depends on the region, in the data of Qt 5.15 and Qt 6.4.
 constexpr char languagesOfRegionalScripts[] = "az aze chi mn mon pa pan sd sh snd sr srp uz uzb yue zh zho";
 
+// Whether @p code is @p text, which ends at a zero or a space.
+bool isCode(const ShortText &code, const char *text)
+{
+    int same = 0;
+    while (same < code.size() && text[same] == code.at(same))
+        ++same;
+    return same == code.size() && (text[same] == ' ' || text[same] == '\0');
+}
+
 // Whether @p code is one of @p codes, which are separated by spaces.
 bool isAmong(const ShortText &code, const char *codes)
 {
-    for (;;) {
-        int same = 0;
-        while (same < code.size() && codes[same] == code.at(same))
-            ++same;
-        const bool isWhole = codes[same] == ' ' || codes[same] == '\0';
-        if (same == code.size() && isWhole)
-            return true;
-        codes += same;
+    while (!isCode(code, codes)) {
         while (*codes != ' ' && *codes != '\0')
             ++codes;
         if (*codes == '\0')
             return false;
         ++codes;
     }
+    return true;
 }
 
 // A part of a tag. Empty when it is too long, or has a character that no tag has.
@@ -134,7 +137,7 @@ void LanguageTag::setLanguage(const ShortText &language)
         return;
     m_codes.language = language.toLower();
     for (const Replacement &replacement : replacements) {
-        if (m_codes.language.latin1() == QLatin1String(replacement.old)) {
+        if (isCode(m_codes.language, replacement.old)) {
             m_codes.language = ShortText(replacement.now);
             break;
         }
@@ -195,15 +198,13 @@ LanguageTag LanguageTag::parent() const
     }
     if (region().isEmpty())
         return {};
-    const QLatin1String language = m_codes.language.latin1();
     for (const LanguageRegion &group : languageRegions) {
-        if (language == QLatin1String(group.language) && isAmong(region(), group.countries))
+        if (isCode(language(), group.language) && isAmong(region(), group.countries))
             return withRegion(group.region);
     }
-    if (language == QLatin1String("en") && region() != ShortText("001") && !isCloseToUsEnglish())
+    if (isCode(language(), "en") && !isCode(region(), "001") && !isCloseToUsEnglish())
         return withRegion("001");
-    if (language == QLatin1String("zh") && region() == ShortText("MO")
-        && script() == QLocale::TraditionalChineseScript) {
+    if (isCode(language(), "zh") && isCode(region(), "MO") && script() == QLocale::TraditionalChineseScript) {
         parent.m_codes.region = ShortText("HK");
         return parent;
     }
@@ -214,7 +215,7 @@ LanguageTag LanguageTag::parent() const
 
 bool LanguageTag::isCloseToUsEnglish() const
 {
-    return language() == ShortText("en") && (region().isEmpty() || isAmong(region(), usEnglishRegions));
+    return isCode(language(), "en") && (region().isEmpty() || isAmong(region(), usEnglishRegions));
 }
 
 } // namespace SorrelKit

@@ -21,26 +21,15 @@ bool isBetterRelative(const LanguageTag &tag, const LanguageTag &other)
 
 bool LocaleChooser::add(const LanguageTag &tag)
 {
-    Chain &alike = m_ofCodes[codes(tag)];
-    for (int number = alike.first; number != None; number = m_tags.at(number).nextOfCodes) {
-        if (m_tags.at(number).tag.codes() == tag.codes())
+    const LocaleCodes key = codes(tag);
+    for (int number = m_ofCodes.first(key); number != None; number = m_ofCodes.next(number)) {
+        if (this->tag(number).codes() == tag.codes())
             return false;
     }
-    m_tags.append({tag});
-    append(&alike, &Tag::nextOfCodes);
-    append(&m_ofLanguage[tag.language()], &Tag::nextOfLanguage);
+    m_tags.push_back(tag);
+    m_ofCodes.add(key);
+    m_ofLanguage.add(tag.language());
     return true;
-}
-
-void LocaleChooser::append(Chain *chain, int Tag::*next)
-{
-    const int number = count() - 1;
-    if (chain->last == None)
-        chain->first = number;
-    else
-        m_tags[chain->last].*next = number;
-    chain->last = number;
-    ++chain->count;
 }
 
 LocaleCodes LocaleChooser::codes(const LanguageTag &tag)
@@ -61,9 +50,9 @@ int LocaleChooser::best(const LanguageTag &wanted) const
 
 int LocaleChooser::exact(const LanguageTag &wanted) const
 {
-    int number = m_ofCodes.value(codes(wanted)).first;
-    while (number != None && !(m_tags.at(number).tag == wanted))
-        number = m_tags.at(number).nextOfCodes;
+    int number = m_ofCodes.first(codes(wanted));
+    while (number != None && !(tag(number) == wanted))
+        number = m_ofCodes.next(number);
     return number;
 }
 
@@ -71,8 +60,7 @@ int LocaleChooser::relative(const LanguageTag &wanted) const
 {
     const bool hasDefault = exact(LanguageTag()) >= 0;
     int best = None;
-    for (int number = m_ofLanguage.value(wanted.language()).first; number != None;
-         number = m_tags.at(number).nextOfLanguage) {
+    for (int number = m_ofLanguage.first(wanted.language()); number != None; number = m_ofLanguage.next(number)) {
         const LanguageTag &candidate = tag(number);
         if (!candidate.hasScriptOf(wanted))
             continue;

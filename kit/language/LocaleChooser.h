@@ -2,10 +2,11 @@
 #ifndef SORRELKIT_LOCALECHOOSER_H
 #define SORRELKIT_LOCALECHOOSER_H
 
+#include "language/KeyGroups.h"
 #include "language/LanguageTag.h"
 
-#include <QHash>
-#include <QVector>
+#include <cstddef>
+#include <vector>
 
 namespace SorrelKit {
 
@@ -23,37 +24,25 @@ public:
 
     int count() const { return int(m_tags.size()); }
     /// Precondition: @p number is less than count().
-    const LanguageTag &tag(int number) const { return m_tags.at(number).tag; }
+    const LanguageTag &tag(int number) const { return m_tags[std::size_t(number)]; }
 
     /// The number of the best language for @p wanted; -1 when no language fits.
     int best(const LanguageTag &wanted) const;
     /// The number of added tags with the language of @p wanted, whatever their script, region and variant. best()
     /// compares all of them when neither @p wanted nor a parent was added.
-    int relatives(const LanguageTag &wanted) const { return m_ofLanguage.value(wanted.language()).count; }
+    int relatives(const LanguageTag &wanted) const { return m_ofLanguage.count(wanted.language()); }
 
 private:
     static constexpr int None = -1;
 
-    struct Tag {
-        LanguageTag tag;
-        int nextOfLanguage = None;
-        int nextOfCodes = None; ///< the next one that differs in its script alone
-    };
-    /// Tags that have something in common, in the order of adding.
-    struct Chain {
-        int first = None;
-        int last = None;
-        int count = 0;
-    };
     /// The codes of @p tag without its script.
     static LocaleCodes codes(const LanguageTag &tag);
-    void append(Chain *chain, int Tag::*next);
     int exact(const LanguageTag &wanted) const;
     int relative(const LanguageTag &wanted) const;
 
-    QVector<Tag> m_tags;
-    QHash<ShortText, Chain> m_ofLanguage;
-    QHash<LocaleCodes, Chain> m_ofCodes; ///< by codes()
+    std::vector<LanguageTag> m_tags;
+    KeyGroups<ShortText> m_ofLanguage;
+    KeyGroups<LocaleCodes> m_ofCodes; ///< by codes()
 };
 
 } // namespace SorrelKit

@@ -24,6 +24,12 @@ struct ResolvedValue {
     LocaleCodes locale;                   ///< of the value's configuration
 };
 
+} // namespace SorrelKit
+
+Q_DECLARE_TYPEINFO(SorrelKit::ResolvedValue, Q_MOVABLE_TYPE);
+
+namespace SorrelKit {
+
 /**
  * Looks up resources in the tables of a package and its splits, as a device of a given configuration does: the best
  * value, and when that is a reference, again the best value of the resource that it names.

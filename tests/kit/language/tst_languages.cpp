@@ -24,6 +24,7 @@ private slots:
     void best_data();
     void best();
     void tagsAreAddedOnce();
+    void anyNumberOfTagsIsFound();
     void nothingIsChosenOfNothing();
 };
 
@@ -251,6 +252,29 @@ void TestLanguages::tagsAreAddedOnce()
     // The usual script of Serbian is Cyrillic, and the first tag counts.
     QCOMPARE(chooser.best(LanguageTag(QStringLiteral("sr-Cyrl"))), 0);
     QCOMPARE(chooser.best(LanguageTag(QStringLiteral("sr-Latn"))), 1);
+}
+
+void TestLanguages::anyNumberOfTagsIsFound()
+{
+    LocaleChooser chooser;
+    QVector<LanguageTag> tags;
+    for (char first = 'a'; first <= 'z'; ++first) {
+        for (char second = 'a'; second <= 'z'; ++second) {
+            for (const char *region : {"", "-AA", "-001"}) {
+                const LanguageTag tag(QLatin1Char(first) + QString(QLatin1Char(second)) + QLatin1String(region));
+                if (chooser.add(tag))
+                    tags.append(tag);
+            }
+        }
+    }
+    // "he", "id" and "yi" were added under their old codes as well.
+    QCOMPARE(tags.size(), 3 * (26 * 26 - 3));
+    QCOMPARE(chooser.count(), int(tags.size()));
+    for (int number = 0; number < tags.size(); ++number) {
+        QCOMPARE(chooser.best(tags.at(number)), number);
+        QCOMPARE(chooser.relatives(tags.at(number)), 3);
+    }
+    QCOMPARE(chooser.relatives(LanguageTag(QStringLiteral("abc"))), 0);
 }
 
 void TestLanguages::nothingIsChosenOfNothing()
