@@ -20,6 +20,8 @@ class KeyGroups
 {
 public:
     static constexpr int None = -1;
+    /// The numbers that the first addition makes room for; a power of two, as after each doubling.
+    static constexpr std::size_t FirstSize = 32;
 
     /// Numbers with one key.
     struct Group {
@@ -59,8 +61,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t FirstBuckets = 32; // a power of two, as after each doubling
-
     std::size_t bucketOf(const Key &key) const
     {
         // The lowest bits of a hash may be few for short texts.
@@ -98,7 +98,7 @@ private:
     }
     void grow()
     {
-        m_buckets.assign(m_buckets.empty() ? FirstBuckets : 2 * m_buckets.size(), None);
+        m_buckets.assign(m_buckets.empty() ? FirstSize : 2 * m_buckets.size(), None);
         m_groups.reserve(m_buckets.size());
         m_next.reserve(m_buckets.size());
         for (int number = 0; number < int(m_groups.size()); ++number)

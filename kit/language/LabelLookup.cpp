@@ -14,7 +14,9 @@ const LabelLookup::Texts &LabelLookup::texts(quint32 id)
     if (!isNew || !m_budget.spendWork(m_resolver.work(id)))
         return texts;
     // The best values come first, so the first one counts for each language.
-    for (const ResolvedValue &value : m_resolver.candidates(id, ResourceResolver::Locales::Any)) {
+    const QVector<ResolvedValue> candidates = m_resolver.candidates(id, ResourceResolver::Locales::Any);
+    texts.values.reserve(std::size_t(qMin(int(candidates.size()), MaxLanguages)));
+    for (const ResolvedValue &value : candidates) {
         if (!m_budget.spendWork(TagWork))
             break;
         if (texts.chooser.count() < MaxLanguages && texts.chooser.add(LanguageTag(value.locale)))
@@ -59,13 +61,15 @@ LocaleChooser LabelLookup::languages(quint32 id)
         const Texts &candidates = texts(next);
         if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.chooser.count()))
             break;
-        for (int i = 0; i < candidates.chooser.count(); ++i) {
-            if (languages.count() < MaxLanguages)
-                languages.add(candidates.chooser.tag(i));
-            const TypedValue &value = candidates.values.at(std::size_t(i)).value;
-            if (value.isReference())
-                open.append(value.data);
+        for (const Value &value : candidates.values) {
+            if (value.value.isReference())
+                open.append(value.value.data);
         }
+        // Most labels are no references.
+        if (visited.size() == 1 && open.isEmpty())
+            return candidates.chooser;
+        for (int i = 0; i < candidates.chooser.count() && languages.count() < MaxLanguages; ++i)
+            languages.add(candidates.chooser.tag(i));
     }
     return languages;
 }

@@ -26,6 +26,8 @@ bool LocaleChooser::add(const LanguageTag &tag)
         if (this->tag(number).codes() == tag.codes())
             return false;
     }
+    if (m_tags.empty())
+        m_tags.reserve(KeyGroups<LocaleCodes>::FirstSize);
     m_tags.push_back(tag);
     m_ofCodes.add(key);
     m_ofLanguage.add(tag.language());

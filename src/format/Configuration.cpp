@@ -197,6 +197,9 @@ bool Configuration::matches(const Configuration &device) const
 
 bool Configuration::isBetterThan(const Configuration &other, const Configuration &device) const
 {
+    // Values for languages usually differ in nothing else.
+    if (ConfigurationNumbers::operator==(other))
+        return false;
     // Both match, so every field that is set fits the device, and the larger size or version is the closer one.
     const int order[] = {
         specificity(mcc, other.mcc),

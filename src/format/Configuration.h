@@ -5,6 +5,9 @@
 #include "format/ByteView.h"
 #include "format/ShortText.h"
 
+#include <cstring>
+#include <type_traits>
+
 /// The codes of a locale, as a table has them; empty for any.
 struct LocaleCodes {
     ShortText language;
@@ -21,6 +24,40 @@ struct LocaleCodes {
         return qHash(codes.language, qHash(codes.script, qHash(codes.region, qHash(codes.variant, seed))));
     }
 };
+
+/// The qualifiers of a configuration that are numbers; 0 means any.
+struct ConfigurationNumbers {
+    int mcc = 0;
+    int mnc = 0;
+    int orientation = 0;
+    int touchscreen = 0;
+    int density = 0;
+    int keyboard = 0;
+    int navigation = 0;
+    int keysHidden = 0;
+    int navHidden = 0;
+    int grammaticalGender = 0;
+    int screenWidth = 0;
+    int screenHeight = 0;
+    int sdkVersion = 0;
+    int minorVersion = 0; ///< of sdkVersion; matches() ignores it
+    int screenSize = 0;
+    int screenLong = 0;
+    int layoutDirection = 0;
+    int uiModeType = 0;
+    int uiModeNight = 0;
+    int smallestScreenWidthDp = 0;
+    int screenWidthDp = 0;
+    int screenHeightDp = 0;
+    int screenRound = 0;
+    int wideColorGamut = 0;
+    int hdr = 0;
+
+    bool operator==(const ConfigurationNumbers &other) const { return std::memcmp(this, &other, sizeof other) == 0; }
+};
+
+// Without padding, whose bytes nothing sets.
+static_assert(std::has_unique_object_representations_v<ConfigurationNumbers>, "is compared byte by byte");
 
 /**
  * A device configuration: the qualifiers (language, screen, platform version and so on) of a value in a resource table,
@@ -55,7 +92,7 @@ struct LocaleCodes {
  * Among the values that match() the device, Android takes one that no other value isBetterThan(). It compares qualifier
  * by qualifier in a fixed order; the first in which two values differ decides.
  */
-struct Configuration {
+struct Configuration : ConfigurationNumbers {
     /// Densities with a special meaning.
     enum Density : int {
         DefaultDensity = 0,
@@ -84,36 +121,11 @@ struct Configuration {
     /// Locales are not compared. Precondition: both match @p device.
     bool isBetterThan(const Configuration &other, const Configuration &device) const;
 
-    int mcc = 0;
-    int mnc = 0;
     ShortText language;        ///< two or three letters, lower case
     ShortText region;          ///< two letters or three digits
     ShortText script;          ///< four letters ("Latn"); empty when the build tool derived it from the language
     ShortText variant;         ///< lower case
     ShortText numberingSystem; ///< digits of the locale ("latn"); matches() ignores it
-    int orientation = 0;
-    int touchscreen = 0;
-    int density = 0;
-    int keyboard = 0;
-    int navigation = 0;
-    int keysHidden = 0;
-    int navHidden = 0;
-    int grammaticalGender = 0;
-    int screenWidth = 0;
-    int screenHeight = 0;
-    int sdkVersion = 0;
-    int minorVersion = 0; ///< of sdkVersion; matches() ignores it
-    int screenSize = 0;
-    int screenLong = 0;
-    int layoutDirection = 0;
-    int uiModeType = 0;
-    int uiModeNight = 0;
-    int smallestScreenWidthDp = 0;
-    int screenWidthDp = 0;
-    int screenHeightDp = 0;
-    int screenRound = 0;
-    int wideColorGamut = 0;
-    int hdr = 0;
 };
 
 #endif
