@@ -18,6 +18,18 @@ QRgb between(QRgb first, QRgb second, int weight)
     return low | (high & ~Mask);
 }
 
+// Whether the samples are all pixels of a side, unchanged.
+bool isWhole(const PictureSamples &samples, int side)
+{
+    if (samples.size() != side)
+        return false;
+    for (int i = 0; i < side; ++i) {
+        if (samples.at(i).first != i || samples.at(i).weight != 0)
+            return false;
+    }
+    return true;
+}
+
 } // namespace
 
 PictureSample PictureSample::within(qreal position, int start, int end)
@@ -31,16 +43,17 @@ PictureSample PictureSample::within(qreal position, int start, int end)
 
 QImage PictureSample::resampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows)
 {
+    if (isWhole(columns, picture.width()) && isWhole(rows, picture.height()))
+        return picture;
     QImage result(int(columns.size()), int(rows.size()), QImage::Format_ARGB32_Premultiplied);
-    for (int y = 0; y < result.height(); ++y) {
-        const PictureSample &row = rows.at(y);
+    int y = 0;
+    for (const PictureSample &row : rows) {
         const auto *const above = reinterpret_cast<const QRgb *>(picture.constScanLine(row.first));
         const auto *const below = reinterpret_cast<const QRgb *>(picture.constScanLine(row.second));
-        auto *const line = reinterpret_cast<QRgb *>(result.scanLine(y));
-        for (int x = 0; x < result.width(); ++x) {
-            const PictureSample &column = columns.at(x);
-            line[x] = between(between(above[column.first], above[column.second], column.weight),
-                              between(below[column.first], below[column.second], column.weight), row.weight);
+        auto *pixel = reinterpret_cast<QRgb *>(result.scanLine(y++));
+        for (const PictureSample &column : columns) {
+            *pixel++ = between(between(above[column.first], above[column.second], column.weight),
+                               between(below[column.first], below[column.second], column.weight), row.weight);
         }
     }
     return result;

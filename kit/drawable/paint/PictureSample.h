@@ -21,8 +21,8 @@ struct PictureSample {
     /// The sample at @p position, in pixels from the edge of the original: the middle of its first pixel is at 0.5.
     /// Uses the pixels from @p start up to, but not including, @p end; the outermost ones repeat beyond.
     static PictureSample within(qreal position, int start, int end);
-    /// @p picture resampled by @p columns and @p rows. Both pictures have the format ARGB32_Premultiplied. The cost
-    /// depends on the size of the result alone.
+    /// @p picture resampled by @p columns and @p rows; @p picture itself when that changes nothing. Both pictures have
+    /// the format ARGB32_Premultiplied. The cost depends on the size of the result alone.
     static QImage resampled(const QImage &picture, const PictureSamples &columns, const PictureSamples &rows);
 
     int first = 0;

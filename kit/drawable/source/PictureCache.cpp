@@ -5,6 +5,18 @@
 
 namespace SorrelKit {
 
+namespace {
+
+// Pictures are painted in this format. A conversion in place needs no second picture; other formats are converted when
+// they are painted, because the result may be four times as large.
+QImage premultiplied(QImage image)
+{
+    constexpr int PixelBits = 32;
+    return image.depth() == PixelBits ? std::move(image).convertToFormat(QImage::Format_ARGB32_Premultiplied) : image;
+}
+
+} // namespace
+
 void PictureCache::add(const QString &path, QByteArray bytes)
 {
     Picture picture;
@@ -24,7 +36,7 @@ QImage PictureCache::image(const QString &path)
     if (picture == m_pictures.end())
         return {};
     if (picture->file.isAccepted()) {
-        picture->image = m_decoder.decoded(picture->file);
+        picture->image = premultiplied(m_decoder.decoded(picture->file));
         m_budget.releaseBytes(picture->file.bytes().size());
         picture->file = {};
     }
