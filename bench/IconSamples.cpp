@@ -213,7 +213,7 @@ QByteArray manifest()
     return builder.build();
 }
 
-/// A package whose icon has the files @p icons, and whose drawables are @p layers. Pictures and XML are stored, as build
+/// A package whose icon has the files @p icons, and whose drawables are @p layers. All members are stored, as build
 /// tools store pictures.
 QByteArray packageOf(const QVector<File> &icons, const QVector<File> &layers = {})
 {

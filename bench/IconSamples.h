@@ -15,8 +15,8 @@ namespace bench {
 struct IconSample {
     std::string name;
     QByteArray package;
-    /// Draws the icon with Qt alone, in the given number of pixels: paints the paths of a vector, or decodes the picture
-    /// and scales it.
+    /// Draws the icon with Qt alone, in the given number of pixels: paints the paths, or decodes the picture and scales
+    /// it.
     std::function<QImage(int size)> drawnByQt;
 };
 

@@ -34,7 +34,7 @@ public:
     QPainter &painter() { return *m_painter; }
     QSize size() const { return m_image.size(); }
     Budget &budget() { return m_budget; }
-    /// The finished picture. Resets the state of the painter.
+    /// The finished picture. Ends the painter, so nothing is painted afterwards.
     QImage image();
 
     /// Spends the work of @p passes over the whole canvas. Returns whether the drawable may paint.
@@ -53,12 +53,17 @@ public:
      */
     void layer(const std::function<void()> &paint, const std::function<void(QImage &)> &change, qreal opacity = 1);
     /// The same, and cuts the layer to @p mask, with smooth edges, after @p change, which may be empty. The mask has
-    /// the coordinates of painter(). Costs two passes more.
+    /// the coordinates of painter(). Costs two passes more. Holds no bytes of a layer when nothing is below it and
+    /// nothing changes it: it is then painted without one, and the result is the same.
     void maskedLayer(const QPainterPath &mask, const std::function<void()> &paint,
                      const std::function<void(QImage &)> &change = {}, qreal opacity = 1);
 
 private:
     Q_DISABLE_COPY(Canvas)
+
+    /// Makes the device of @p painter, which has the canvas's size, transparent outside of @p mask; all of it when the
+    /// budget has no room for a mask.
+    void cut(QPainter *painter, const QPainterPath &mask, const QTransform &transform);
 
     Budget &m_budget;
     QImage m_image;
@@ -66,8 +71,9 @@ private:
     QPainter m_bottom;
     QPainter *m_painter; ///< of the innermost layer
     int m_layers = 0;
-    bool m_isSpent;       ///< no more is painted
-    bool m_isCut = false; ///< something was left out
+    bool m_isBlank = true; ///< nothing was painted on the innermost layer
+    bool m_isSpent;        ///< no more is painted
+    bool m_isCut = false;  ///< something was left out
 };
 
 } // namespace SorrelKit

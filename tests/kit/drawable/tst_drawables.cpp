@@ -31,6 +31,7 @@ private slots:
     void adaptiveLayersReachBeyondWhatIsSeen();
     void adaptiveMasks_data();
     void adaptiveMasks();
+    void masksCutNothingBelow();
     void adaptiveBackgroundIsOnBlack();
     void adaptiveSizeIsThatOfWhatIsSeen();
     void adaptiveMonochrome();
@@ -100,6 +101,32 @@ void TestDrawables::adaptiveMasks()
     for (int x = 0; x < Side; ++x)
         isSoft = isSoft || (qAlpha(image.pixel(x, Side / 20)) % 255) != 0;
     QCOMPARE(isSoft, IconMask(mask) != IconMask::None);
+}
+
+// An icon above nothing is painted without a layer.
+void TestDrawables::masksCutNothingBelow()
+{
+    const QSize size(48, 48);
+    const XmlElement icon = element("adaptive-icon", {}, {element("background", {drawable(Red)})});
+    const auto withIcon = [&](const Elements &below, const XmlElement &top) {
+        Elements items = below;
+        items.append(element("item", {}, {top}));
+        Studio studio;
+        return studio.draw(element("layer-list", {}, items), size, IconMask::Circle);
+    };
+    const QImage alone = withIcon({}, icon);
+    QCOMPARE(alone.pixel(24, 24), Red);
+    QCOMPARE(alone.pixel(0, 0), Nothing);
+    // Nothing is visible of this one, but it is below.
+    const QImage above = withIcon({element("item", {drawable(0x00ffffff)})}, icon);
+    QCOMPARE(alone, above);
+    const QImage onGreen = withIcon({element("item", {drawable(Green)})}, icon);
+    QCOMPARE(onGreen.pixel(24, 24), Red);
+    QCOMPARE(onGreen.pixel(0, 0), Green);
+    // An icon in the layer of another one is cut by itself.
+    const XmlElement inner = element("adaptive-icon", {}, {element("foreground", {}, {icon})});
+    QCOMPARE(withIcon({}, inner).pixel(0, 0), Nothing);
+    QCOMPARE(withIcon({}, inner).pixel(24, 24), Red);
 }
 
 void TestDrawables::adaptiveBackgroundIsOnBlack()

@@ -86,11 +86,16 @@ void TestDrawingBudget::everythingCosts_data()
     constexpr qint64 Bytes = DrawableLoader::ElementBytes;
     QTest::newRow("a colour") << filled(Red) << Work + Pass << Bytes + CanvasBytes;
     QTest::newRow("drawables") << list(9, filled(Red)) << 10 * Work + 9 * Pass << 10 * Bytes + CanvasBytes;
-    QTest::newRow("a layer") << element("clip", {integer(Attr::Level, 5000)}, {filled(Red)}) << 2 * Work + 6 * Pass
-                             << 2 * Bytes + 3 * CanvasBytes;
-    QTest::newRow("layers in each other")
-        << element("clip", {integer(Attr::Level, 5000)}, {element("clip", {integer(Attr::Level, 5000)}, {filled(Red)})})
-        << 3 * Work + 11 * Pass << 3 * Bytes + 4 * CanvasBytes;
+    const auto clipped = [](const XmlElement &inner) { return element("clip", {integer(Attr::Level, 5000)}, {inner}); };
+    const auto aboveAColour = [](const XmlElement &inner) {
+        return element("layer-list", {}, {element("item", {drawable(Red)}), element("item", {}, {inner})});
+    };
+    QTest::newRow("a layer") << aboveAColour(clipped(filled(Red))) << 4 * Work + 7 * Pass
+                             << 4 * Bytes + 3 * CanvasBytes;
+    QTest::newRow("a layer above nothing")
+        << clipped(filled(Red)) << 2 * Work + 6 * Pass << 2 * Bytes + 2 * CanvasBytes;
+    QTest::newRow("layers in each other") << aboveAColour(clipped(aboveAColour(clipped(filled(Red)))))
+                                          << 7 * Work + 13 * Pass << 7 * Bytes + 4 * CanvasBytes;
     // 100 x 80 pixels are decoded, scaled down, and resampled.
     constexpr qint64 Picture = 100 * 80;
     QTest::newRow("a picture") << element("bitmap", {text(Attr::Src, picturePath)})
