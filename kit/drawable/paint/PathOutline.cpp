@@ -15,9 +15,14 @@ constexpr int CurvePoints = 4;
 constexpr qint64 MeetingWork = 32;
 constexpr qint64 StepWork = 2;
 
-qreal length(QPointF vector)
+qreal square(qreal number)
 {
-    return std::hypot(vector.x(), vector.y());
+    return number * number;
+}
+
+qreal squaredLength(QPointF vector)
+{
+    return square(vector.x()) + square(vector.y());
 }
 
 qreal scaleOf(const QTransform &transform)
@@ -25,12 +30,13 @@ qreal scaleOf(const QTransform &transform)
     return qMax(std::hypot(transform.m11(), transform.m12()), std::hypot(transform.m21(), transform.m22()));
 }
 
-// The largest distance of a curve from the line between its ends.
-qreal sag(const QPointF *points)
+// The square of the largest distance of a curve from the line between its ends.
+qreal squaredSag(const QPointF *points)
 {
     constexpr qreal SagPerBend = 0.75;
-    return SagPerBend
-           * qMax(length(points[0] - 2 * points[1] + points[2]), length(points[1] - 2 * points[2] + points[3]));
+    return SagPerBend * SagPerBend
+           * qMax(squaredLength(points[0] - 2 * points[1] + points[2]),
+                  squaredLength(points[1] - 2 * points[2] + points[3]));
 }
 
 } // namespace
@@ -40,7 +46,7 @@ PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSiz
       m_toPixels(toPixels),
       m_size(size),
       m_maxWork(maxWork),
-      m_flatness(Tolerance / scaleOf(toPixels)),
+      m_flatness(square(Tolerance / scaleOf(toPixels))),
       m_met(size.height())
 {
 }
@@ -58,7 +64,7 @@ bool PathOutline::add(const QPainterPath &path, const QTransform &transform)
             const QPointF points[CurvePoints] = {m_point, transform.map(QPointF(element)),
                                                  transform.map(QPointF(path.elementAt(i + 1))),
                                                  transform.map(QPointF(path.elementAt(i + 2)))};
-            curveTo(points, MaxHalvings);
+            curveTo(points, MaxHalvings, isInside(points, CurvePoints));
             i += 2;
         }
     }
@@ -71,16 +77,16 @@ qint64 PathOutline::edgeWork() const
 {
     constexpr qint64 EdgeWork = 4;
     constexpr qint64 RowsPerWork = 4;
-    if (m_polygons.elementCount() >= MaxPoints)
+    if (pointCount() >= MaxPoints)
         return m_maxWork + 1;
-    const qint64 rows = row(m_bottomRight.y()) - row(m_topLeft.y());
-    return m_meetings * MeetingWork + m_steps * StepWork + m_polygons.elementCount() * (EdgeWork + rows / RowsPerWork);
+    const qint64 rows = m_bottomRow - m_topRow;
+    return m_meetings * MeetingWork + m_steps * StepWork + pointCount() * (EdgeWork + rows / RowsPerWork);
 }
 
 qint64 PathOutline::area() const
 {
-    const qreal width = qBound(qreal(0), m_bottomRight.x() - m_topLeft.x() + 1, qreal(m_size.width()));
-    return m_polygons.isEmpty() ? 0 : qint64(width) * (row(m_bottomRight.y()) - row(m_topLeft.y()) + 1);
+    const qreal width = qBound(qreal(0), m_right - m_left + 1, qreal(m_size.width()));
+    return pointCount() == 0 ? 0 : qint64(width) * (m_bottomRow - m_topRow + 1);
 }
 
 void PathOutline::moveTo(QPointF point)
@@ -95,7 +101,7 @@ void PathOutline::lineTo(QPointF point)
         append(clamped(m_point));
     m_isOpen = true;
     const QPointF ends[] = {m_point, point};
-    if (!isAside(ends, 2)) {
+    if (!isInside(ends, 2) && !isAside(ends, 2)) {
         // The position on the line, from 0 to 1; 1 when it does not cross.
         const auto cross = [](qreal from, qreal to, qreal border) {
             const bool isCrossing = (from < border && to > border) || (from > border && to < border);
@@ -114,10 +120,16 @@ void PathOutline::lineTo(QPointF point)
     m_point = point;
 }
 
-// The recursion ends: it is MaxHalvings deep at most.
-void PathOutline::curveTo(const QPointF *points, int halvings)
+// The recursion ends: it is MaxHalvings deep at most. The parts of a curve inside are inside.
+void PathOutline::curveTo(const QPointF *points, int halvings, bool isInside)
 {
-    if (halvings == 0 || isAside(points, CurvePoints) || sag(points) <= m_flatness || edgeWork() > m_maxWork)
+    const bool isLine = halvings == 0 || squaredSag(points) <= m_flatness;
+    if (isLine && isInside && m_isOpen) {
+        append(points[3]);
+        m_point = points[3];
+        return;
+    }
+    if (isLine || (!isInside && isAside(points, CurvePoints)) || edgeWork() > m_maxWork)
         return lineTo(points[3]);
     const QPointF middle = (points[1] + points[2]) / 2;
     const QPointF before = (points[0] + points[1]) / 2;
@@ -127,8 +139,8 @@ void PathOutline::curveTo(const QPointF *points, int halvings)
     const QPointF half = (beforeMiddle + afterMiddle) / 2;
     const QPointF first[CurvePoints] = {points[0], before, beforeMiddle, half};
     const QPointF second[CurvePoints] = {half, afterMiddle, after, points[3]};
-    curveTo(first, halvings - 1);
-    curveTo(second, halvings - 1);
+    curveTo(first, halvings - 1, isInside);
+    curveTo(second, halvings - 1, isInside);
 }
 
 void PathOutline::close()
@@ -136,37 +148,52 @@ void PathOutline::close()
     if (!m_isOpen)
         return;
     lineTo(m_start);
+    m_polygons.addPolygon(m_figure);
     m_polygons.closeSubpath();
+    m_closedPoints = m_polygons.elementCount();
+    m_figure.resize(0);
     m_isOpen = false;
 }
 
 void PathOutline::append(QPointF point)
 {
-    const QPointF pixel = m_toPixels.map(point);
-    if (m_isOpen) {
-        m_polygons.lineTo(point);
-        count(m_pixel, pixel);
-    } else {
-        m_polygons.moveTo(point);
-    }
-    const bool isFirst = m_polygons.elementCount() == 1;
-    m_topLeft = isFirst ? pixel : QPointF(qMin(m_topLeft.x(), pixel.x()), qMin(m_topLeft.y(), pixel.y()));
-    m_bottomRight = isFirst ? pixel : QPointF(qMax(m_bottomRight.x(), pixel.x()), qMax(m_bottomRight.y(), pixel.y()));
+    const QPointF pixel = toPixels(point);
+    const int pixelRow = row(pixel.y());
+    if (m_isOpen)
+        count(pixel, pixelRow);
+    if (m_figure.isEmpty() || point != m_figure.constLast())
+        m_figure.append(point);
+    const bool isFirst = pointCount() == 1;
+    m_left = isFirst ? pixel.x() : qMin(m_left, pixel.x());
+    m_right = isFirst ? pixel.x() : qMax(m_right, pixel.x());
+    m_topRow = isFirst ? pixelRow : qMin(m_topRow, pixelRow);
+    m_bottomRow = isFirst ? pixelRow : qMax(m_bottomRow, pixelRow);
     m_pixel = pixel;
+    m_row = pixelRow;
 }
 
-void PathOutline::count(QPointF from, QPointF to)
+void PathOutline::count(QPointF to, int toRow)
 {
-    const int first = row(qMin(from.y(), to.y()));
-    const int last = row(qMax(from.y(), to.y()));
-    const qreal width = qBound(qreal(0), std::abs(from.x() - to.x()), qreal(m_size.width()));
+    const int first = qMin(m_row, toRow);
+    const int last = qMax(m_row, toRow);
+    const qreal width = qMin(std::abs(m_pixel.x() - to.x()), qreal(m_size.width()));
     const int met = 1 + int(width) / (last - first + 1);
+    int *const metInRows = m_met.data();
     for (int i = first; i <= last; ++i) {
         // A search goes through half of the pixels on average.
-        m_steps += met * qint64(qMin(m_met[i], m_size.width())) / 2;
-        m_meetings += met;
-        m_met[i] += met;
+        m_steps += met * qint64(qMin(metInRows[i], m_size.width())) / 2;
+        metInRows[i] += met;
     }
+    m_meetings += met * qint64(last - first + 1);
+}
+
+// Whether all points are within the rectangle, and none is on its border.
+bool PathOutline::isInside(const QPointF *points, int count) const
+{
+    return std::all_of(points, points + count, [this](QPointF point) {
+        return point.x() > m_visible.left() && point.x() < m_visible.right() && point.y() > m_visible.top()
+               && point.y() < m_visible.bottom();
+    });
 }
 
 // Whether all points are outside of the same side. Then only the first and the last one matter.
@@ -185,9 +212,16 @@ QPointF PathOutline::clamped(QPointF point) const
             qBound(m_visible.top(), point.y(), m_visible.bottom())};
 }
 
+// The transformation has no perspective.
+QPointF PathOutline::toPixels(QPointF point) const
+{
+    return {m_toPixels.m11() * point.x() + m_toPixels.m21() * point.y() + m_toPixels.dx(),
+            m_toPixels.m12() * point.x() + m_toPixels.m22() * point.y() + m_toPixels.dy()};
+}
+
 int PathOutline::row(qreal y) const
 {
-    return int(qBound(qreal(0), std::floor(y), qreal(m_size.height() - 1)));
+    return y > 0 ? int(qMin(y, qreal(m_size.height() - 1))) : 0;
 }
 
 } // namespace SorrelKit

@@ -3,6 +3,7 @@
 #define SORRELKIT_PATHOUTLINE_H
 
 #include <QPainterPath>
+#include <QPolygonF>
 #include <QRectF>
 #include <QSize>
 #include <QTransform>
@@ -46,28 +47,36 @@ public:
 private:
     void moveTo(QPointF point);
     void lineTo(QPointF point);
-    void curveTo(const QPointF *points, int halvings);
+    void curveTo(const QPointF *points, int halvings, bool isInside);
     void close();
     void append(QPointF point);
-    void count(QPointF from, QPointF to);
+    void count(QPointF to, int toRow);
+    int pointCount() const { return m_closedPoints + int(m_figure.size()); }
+    bool isInside(const QPointF *points, int count) const;
     bool isAside(const QPointF *points, int count) const;
     QPointF clamped(QPointF point) const;
+    QPointF toPixels(QPointF point) const;
     int row(qreal y) const;
 
     QRectF m_visible;
     QTransform m_toPixels;
     QSize m_size;
     qint64 m_maxWork;
-    qreal m_flatness; ///< the tolerance in the coordinates of the visible rectangle
+    qreal m_flatness; ///< the square of the tolerance in the coordinates of the visible rectangle
     QPainterPath m_polygons;
-    QVector<int> m_met;    ///< pixels that edges cross, in each row of the canvas
-    qint64 m_meetings = 0; ///< in all rows
-    qint64 m_steps = 0;    ///< of the searches in the rows
-    QPointF m_start;       ///< the start of the figure
-    QPointF m_point;       ///< the current point of the path
-    QPointF m_pixel;       ///< the current point of the polygon, in pixels
-    QPointF m_topLeft;     ///< of all polygons on the canvas
-    QPointF m_bottomRight;
+    int m_closedPoints = 0; ///< of the polygons
+    QPolygonF m_figure;     ///< the polygon that is not closed yet
+    QVector<int> m_met;     ///< pixels that edges cross, in each row of the canvas
+    qint64 m_meetings = 0;  ///< in all rows
+    qint64 m_steps = 0;     ///< of the searches in the rows
+    QPointF m_start;        ///< the start of the figure
+    QPointF m_point;        ///< the current point of the path
+    QPointF m_pixel;        ///< the current point of the polygon, in pixels
+    int m_row = 0;          ///< of the canvas that has this point
+    qreal m_left = 0;       ///< of all polygons on the canvas, as are the next three
+    qreal m_right = 0;
+    int m_topRow = 0;
+    int m_bottomRow = 0;
     bool m_isOpen = false;
 };
 
