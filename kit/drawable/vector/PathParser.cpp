@@ -9,6 +9,8 @@
 #include <QtMath>
 
 #include <cmath>
+#include <iterator>
+#include <optional>
 
 namespace SorrelKit {
 
@@ -46,6 +48,33 @@ bool isDigit(QChar c)
 {
     return c >= u'0' && c <= u'9';
 }
+
+// The number of a few decimal digits, without the general conversion, which takes most of the time of a path.
+class DecimalNumber
+{
+public:
+    void append(int digit)
+    {
+        m_isExact = m_isExact && m_digits <= MaxExact / 10 - 1;
+        if (m_isExact)
+            m_digits = m_digits * 10 + digit;
+    }
+    /// The number whose last @p fractionDigits digits are behind the point; nothing when it has too many digits. The
+    /// digits and the power of ten are exact, so the quotient is the double that is closest to the number.
+    std::optional<qreal> value(int fractionDigits) const
+    {
+        static constexpr qreal powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
+        if (!m_isExact || fractionDigits >= int(std::size(powers)))
+            return std::nullopt;
+        return qreal(m_digits) / powers[fractionDigits];
+    }
+
+private:
+    static constexpr qint64 MaxExact = qint64(1) << 53;
+
+    qint64 m_digits = 0;
+    bool m_isExact = true;
+};
 
 bool isInRange(QPointF point)
 {
@@ -150,31 +179,39 @@ bool PathParser::readNumber(qreal *number)
 {
     int at = m_at;
     const auto is = [&](char16_t c) { return at < m_data.size() && m_data.at(at) == c; };
+    DecimalNumber decimal;
     const auto skipDigits = [&]() {
         const int start = at;
-        while (at < m_data.size() && isDigit(m_data.at(at)))
-            ++at;
+        for (; at < m_data.size() && isDigit(m_data.at(at)); ++at)
+            decimal.append(m_data.at(at).unicode() - u'0');
         return at - start;
     };
-    if (is(u'-') || is(u'+'))
+    const bool isNegative = is(u'-');
+    if (isNegative || is(u'+'))
         ++at;
-    int digits = skipDigits();
+    const int wholeDigits = skipDigits();
+    int fractionDigits = 0;
     if (is(u'.')) {
         ++at;
-        digits += skipDigits();
+        fractionDigits = skipDigits();
     }
-    if (digits == 0) {
+    if (wholeDigits + fractionDigits == 0) {
         setFault(DrawableFault::NoNumber);
         return false;
     }
+    bool hasExponent = false;
     if (is(u'e') || is(u'E')) {
         const int mantissaEnd = at++;
         if (is(u'-') || is(u'+'))
             ++at;
-        if (skipDigits() == 0)
+        hasExponent = skipDigits() > 0;
+        if (!hasExponent)
             at = mantissaEnd;
     }
-    *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
+    if (const auto value = hasExponent ? std::nullopt : decimal.value(fractionDigits))
+        *number = isNegative ? -*value : *value;
+    else
+        *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
     if (!(std::abs(*number) <= PathPainter::MaxCoordinate)) {
         setFault(DrawableFault::NumberTooLarge);
         return false;

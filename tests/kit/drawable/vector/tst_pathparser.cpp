@@ -3,6 +3,7 @@
 #include "drawable/paint/PathPainter.h"
 #include "drawable/vector/PathParser.h"
 
+#include <QRandomGenerator>
 #include <QtTest>
 
 #include <cmath>
@@ -51,6 +52,7 @@ private slots:
     void commands();
     void numbers_data();
     void numbers();
+    void numbersAreTheClosestDoubles();
     void arcs_data();
     void arcs();
     void anArcTooSmallToReachIsEnlarged();
@@ -200,6 +202,24 @@ void TestPathParser::numbers_data()
 void TestPathParser::numbers()
 {
     commands();
+}
+
+void TestPathParser::numbersAreTheClosestDoubles()
+{
+    QRandomGenerator random(5);
+    const auto digits = [&random](int count) {
+        QString text;
+        for (int i = 0; i < count; ++i)
+            text += QLatin1Char(char('0' + random.bounded(10)));
+        return text;
+    };
+    for (int i = 0; i < 5000; ++i) {
+        const QString text = QLatin1String(random.bounded(2) == 0 ? "-" : "") + digits(1 + random.bounded(7)) + '.'
+                             + digits(random.bounded(20));
+        Budget budget(Plenty, Plenty);
+        const QPainterPath path = PathParser('M' + text + ' ' + text, budget).path();
+        QVERIFY2(path.elementCount() == 1 && path.elementAt(0).x == QLocale::c().toDouble(text), qPrintable(text));
+    }
 }
 
 void TestPathParser::arcs_data()
