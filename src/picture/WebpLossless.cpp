@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "picture/WebpLossless.h"
 
-#include <QVector>
+#include <QtEndian>
+
+#include <cstring>
 
 namespace {
 
@@ -9,6 +11,7 @@ constexpr int LiteralCount = 256;
 constexpr int LengthPrefixCount = 24;
 constexpr int DistancePrefixCount = 40;
 constexpr int MaxCacheBits = 11;
+constexpr qint64 SymbolSize = 2; // bytes in PrefixCode::symbols
 
 enum Transform : int {
     PredictorTransform = 0,
@@ -45,16 +48,25 @@ qint64 WebpLossless::tableBytes() const
     return m_groupCount * (RecordBytes + EntryBytes * (EntriesWithoutCache + cacheEntries));
 }
 
-// The lowest bit of a byte comes first. Past the end all bits are zeros, and the stream is not valid.
+// The lowest bit of a byte comes first. Past the end all bits are zeros.
+quint32 WebpLossless::nextBits() const
+{
+    constexpr qint64 WindowSize = sizeof(quint32);
+    const qint64 byte = m_at >> 3;
+    char window[WindowSize] = {};
+    std::memcpy(window, m_bytes.constData() + byte, size_t(qMin(WindowSize, m_bytes.size() - byte)));
+    return qFromLittleEndian<quint32>(window) >> (m_at & 7);
+}
+
+// Past the end, the stream is not valid.
 quint32 WebpLossless::bits(int count)
 {
-    quint32 value = 0;
-    if (count > qint64(m_bytes.size()) * 8 - m_at) {
+    if (count > bitsLeft()) {
         fail();
         return 0;
     }
-    for (int i = 0; i < count; ++i, ++m_at)
-        value |= ((quint32(quint8(m_bytes.at(int(m_at >> 3)))) >> (m_at & 7)) & 1) << i;
+    const quint32 value = nextBits() & ((1U << count) - 1);
+    m_at += count;
     return value;
 }
 
@@ -223,16 +235,19 @@ WebpLossless::PrefixCode WebpLossless::made(const QByteArray &lengths, bool *com
         return code;
     }
     qint64 open = 1;
-    for (int length = 1; length <= PrefixCode::MaxLength; ++length) {
+    int positions[PrefixCode::MaxLength + 1] = {}; // of the next symbol with a code of each length
+    for (int length = 1; length <= PrefixCode::MaxLength && open >= 0; ++length) {
         open = 2 * open - code.countOfLength[length];
-        if (open < 0)
-            break;
-        for (int i = 0; i < lengths.size(); ++i) {
-            if (lengths.at(i) == length)
-                code.symbols.append(char(i & 0xff)).append(char(i >> 8));
-        }
+        positions[length] = positions[length - 1] + (length > 1 ? code.countOfLength[length - 1] : 0);
     }
     *complete = open == 0;
+    if (!*complete)
+        return code;
+    code.symbols.resize(int(SymbolSize) * used);
+    for (int i = 0; i < lengths.size(); ++i) {
+        if (lengths.at(i) != 0)
+            qToLittleEndian(quint16(i), code.symbols.data() + SymbolSize * positions[int(lengths.at(i))]++);
+    }
     return code;
 }
 
@@ -240,15 +255,18 @@ int WebpLossless::symbol(const PrefixCode &code)
 {
     if (code.single >= 0)
         return code.single;
+    quint32 next = nextBits();
+    const int most = int(qMin(qint64(PrefixCode::MaxLength), bitsLeft()));
     int value = 0;
     int first = 0;
     int index = 0;
-    for (int length = 1; length <= PrefixCode::MaxLength && m_valid; ++length) {
-        value |= int(bits(1));
+    for (int length = 1; length <= most && m_valid; ++length) {
+        value |= int(next & 1);
+        next >>= 1;
         const int count = code.countOfLength[length];
         if (value - first < count) {
-            const int at = 2 * (index + value - first);
-            return quint8(code.symbols.at(at)) | quint8(code.symbols.at(at + 1)) << 8;
+            m_at += length;
+            return qFromLittleEndian<quint16>(code.symbols.constData() + SymbolSize * (index + value - first));
         }
         index += count;
         first = (first + count) << 1;

@@ -37,6 +37,10 @@ private:
         int single = -1;    ///< the only symbol, whose code has no bits
     };
 
+    qint64 bitsLeft() const { return qint64(m_bytes.size()) * 8 - m_at; }
+    /// The next bits, 25 at least.
+    quint32 nextBits() const;
+    /// Takes up to 25 bits.
     quint32 bits(int count);
     void readTransforms(int *width, int height);
     /// Reads a picture without an entropy image of its own, and returns the largest red and green in it.
