@@ -250,16 +250,17 @@ IconSample vectorSample()
     return {"adaptive, two vectors", package, [shapes](int size) { return painted(shapes, size, VisibleSide); }};
 }
 
-IconSample pictureSample(const std::string &name, const char *format, int quality, const QVector<int> &densities)
+/// The icon of a picture file for each of @p densities. Qt decodes only the one with the index @p best.
+IconSample pictureSample(const std::string &name, const char *format, int quality, int sideDp,
+                         const QVector<int> &densities, int best = 0)
 {
-    constexpr int SideDp = 108;
     constexpr int MediumDensity = 160;
     QVector<File> files;
     for (const int density : densities) {
         files.append({QStringLiteral("res/mipmap-%1/icon.%2").arg(density).arg(QString::fromLatin1(format).toLower()),
-                      density, pictureFile(SideDp * density / MediumDensity, format, quality)});
+                      density, pictureFile(sideDp * density / MediumDensity, format, quality)});
     }
-    const QByteArray picture = files.last().content;
+    const QByteArray picture = files.at(best).content;
     return {name, packageOf(files), [picture, format](int size) {
                 return QImage::fromData(picture, format)
                     .scaled(size, size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
@@ -270,15 +271,17 @@ IconSample pictureSample(const std::string &name, const char *format, int qualit
 
 std::vector<IconSample> iconSamples()
 {
-    constexpr int Default = -1;
+    constexpr int DefaultQuality = -1;
     constexpr int Lossless = 100;
     constexpr int Lossy = 80;
+    constexpr int IconDp = 48;
     constexpr int HighestDensity = 640;
     return {
         vectorSample(),
-        pictureSample("PNG, 432 pixels", "PNG", Default, {HighestDensity}),
-        pictureSample("WebP, 432 pixels, lossy", "WEBP", Lossy, {HighestDensity}),
-        pictureSample("WebP, 432 pixels, lossless", "WEBP", Lossless, {HighestDensity}),
+        pictureSample("PNG, 432 pixels", "PNG", DefaultQuality, LayerSide, {HighestDensity}),
+        pictureSample("WebP, 432 pixels, lossy", "WEBP", Lossy, LayerSide, {HighestDensity}),
+        pictureSample("WebP, 432 pixels, lossless", "WEBP", Lossless, LayerSide, {HighestDensity}),
+        pictureSample("PNG, five densities", "PNG", DefaultQuality, IconDp, {160, 240, 320, 480, HighestDensity}, 2),
     };
 }
 
