@@ -30,7 +30,8 @@ void openForReading(QuaZip &archive)
 
 } // namespace
 
-void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest)
+void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest,
+                  const QVector<OtherMember> &others)
 {
     constexpr int Stored = 0;
     QuaZip archive(fileName);
@@ -38,6 +39,8 @@ void writePackage(const QString &fileName, const QByteArray &table, const QByteA
         fail(QStringLiteral("could not write %1").arg(fileName));
     writeMember(archive, manifestName, manifest, Z_DEFLATED);
     writeMember(archive, tableName, table, Stored);
+    for (const OtherMember &other : others)
+        writeMember(archive, other.name, other.content, Stored);
     archive.close();
 }
 

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QVector>
 
 /// Package files, written and read by the ZIP library alone. A failure ends the program.
 namespace bench {
@@ -11,8 +12,15 @@ namespace bench {
 extern const QString tableName;    ///< of the member with the resource table
 extern const QString manifestName; ///< of the member with the manifest
 
-/// Writes a package of these two members. The table is stored and the manifest deflated, as build tools do it.
-void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest);
+/// A member besides the table and the manifest.
+struct OtherMember {
+    QString name;
+    QByteArray content;
+};
+
+/// Writes a package of these members. The manifest is deflated and the others are stored, as build tools do it.
+void writePackage(const QString &fileName, const QByteArray &table, const QByteArray &manifest,
+                  const QVector<OtherMember> &others = {});
 
 /// The content of a member.
 QByteArray member(const QString &fileName, const QString &name);
