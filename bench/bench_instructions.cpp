@@ -9,7 +9,12 @@
 #include "Floor.h"
 #include "launchers/LauncherFinder.h"
 
+#include <SorrelKit/IconFile.h>
+#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Package.h>
+
 #include <QDomDocument>
+#include <QMap>
 
 #include <cstdio>
 #include <cstring>
@@ -85,6 +90,24 @@ private:
     ApkResources m_resources;
 };
 
+/// A package of the kit, asked for everything that a list of applications shows.
+class KitRow : public Row
+{
+public:
+    using Row::Row;
+    bool run() override
+    {
+        const SorrelKit::Package package(m_fileName);
+        bool good = !package.packageName().isEmpty() && package.minSdkVersion() > 0;
+        const QList<SorrelKit::Launcher> launchers = package.launchers();
+        for (const SorrelKit::Launcher &launcher : launchers) {
+            good = good && !launcher.labels().isEmpty();
+            launcher.iconFiles();
+        }
+        return good && !launchers.isEmpty() && package.isValid();
+    }
+};
+
 std::unique_ptr<Row> makeRow(const QString &name, const QString &fileName)
 {
     if (name == QLatin1String("floor"))
@@ -95,6 +118,8 @@ std::unique_ptr<Row> makeRow(const QString &name, const QString &fileName)
         return std::make_unique<ManifestRow>(fileName);
     if (name == QLatin1String("launchers"))
         return std::make_unique<LaunchersRow>(fileName);
+    if (name == QLatin1String("kit"))
+        return std::make_unique<KitRow>(fileName);
     return nullptr;
 }
 
@@ -107,7 +132,7 @@ int main(int argc, char *argv[])
     const QString fileName = name.section(QLatin1Char('/'), 1) + QLatin1String(".apk");
     const auto first = makeRow(row, fileName);
     if (first == nullptr) {
-        std::fputs("usage: bench_instructions floor|resources|manifest|launchers/PACKAGE\n", stderr);
+        std::fputs("usage: bench_instructions floor|resources|manifest|launchers|kit/PACKAGE\n", stderr);
         return 2;
     }
     const auto counted = makeRow(row, fileName);

@@ -22,13 +22,15 @@ BASELINE = Path(__file__).with_name("instructions.json")
 FRAMEWORK = Path("/usr/share/android-framework-res/framework-res.apk")
 # The longest row first, so no processor starts it at the end.
 ROWS = ["resources/framework", "floor/framework", "manifest/generated", "resources/generated", "launchers/generated",
-        "floor/generated", "manifest/atlas", "resources/atlas", "launchers/atlas", "floor/atlas"]
+        "kit/generated", "floor/generated", "manifest/atlas", "resources/atlas", "kit/atlas", "kit/notes", "launchers/atlas",
+        "floor/atlas", "floor/notes"]
 
 
 def gather_packages(build, directory):
     """The packages under fixed names, because the length of a path changes the counts."""
     directory.mkdir(exist_ok=True)
     shutil.copyfile(build / "samples/atlas.aapt2.apk", directory / "atlas.apk")
+    shutil.copyfile(build / "samples/notes.aapt2.apk", directory / "notes.apk")
     shutil.copyfile(build / "packages/generated-100k.apk", directory / "generated.apk")
     shutil.copyfile(FRAMEWORK, directory / "framework.apk")
 
