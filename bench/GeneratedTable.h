@@ -8,9 +8,10 @@ namespace bench {
 
 /// The shape of a generated table. Two tables that differ in the number of values differ in size alone.
 struct TableShape {
-    int values;         ///< simple values in all; a multiple of the number of configurations
-    int configurations; ///< one without qualifiers, and a locale each
-    bool mostlyEmpty;   ///< whether three of four offsets lead to no entry
+    int values;                ///< simple values in all; a multiple of the number of configurations
+    int configurations;        ///< one without qualifiers, and a locale each
+    bool mostlyEmpty;          ///< whether three of four offsets lead to no entry
+    bool hasTypeSpecs = false; ///< whether programs that need a type spec before a type chunk can read the table
 };
 
 /**
@@ -21,8 +22,8 @@ struct TableShape {
  *
  * A mostly empty table has at least four type chunks for each type. The entries of one chunk fill the gaps of the
  * next three, so a resource has a value in every fourth chunk. With one configuration, all chunks are for that one.
- * Type specs are left out: with them, four million values and their gaps would exceed the largest table that the
- * library reads.
+ * Type specs are left out unless asked for: with them, four million values and their gaps would exceed the largest
+ * table that the library reads.
  */
 QByteArray generatedTable(const TableShape &shape);
 

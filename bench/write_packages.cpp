@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // write_packages DIRECTORY: writes generated packages, which are measured beside the packages of build tools. Their
-// tables have 10,000, 100,000 and 1,000,000 values over 20 configurations.
+// tables have 10,000, 100,000 and 1,000,000 values over 20 configurations. Other programs can read one of them,
+// table-1MB.apk, whose table has 50,000 values.
 
 #include "GeneratedManifest.h"
 #include "GeneratedTable.h"
@@ -19,12 +20,15 @@ int main(int argc, char *argv[])
         const char *name;
         int values;
         int activities;
-    } const packages[] = {
-        {"generated-10k", 10000, 100}, {"generated-100k", 100000, 1000}, {"generated-1M", 1000000, 1000}};
+        bool hasTypeSpecs;
+    } const packages[] = {{"generated-10k", 10000, 100, false},
+                          {"generated-100k", 100000, 1000, false},
+                          {"generated-1M", 1000000, 1000, false},
+                          {"table-1MB", 50000, 100, true}};
     for (const auto &package : packages) {
         bench::writePackage(
             QStringLiteral("%1/%2.apk").arg(QString::fromLocal8Bit(argv[1]), QLatin1String(package.name)),
-            bench::generatedTable({package.values, Configurations, false}),
+            bench::generatedTable({package.values, Configurations, false, package.hasTypeSpecs}),
             bench::generatedManifest(package.activities));
     }
     return 0;
