@@ -4,15 +4,19 @@
 
 Every row of the report is a ratio of two measurements of the same run. Besides the library's own sections, the report has one
 for each file *.json of the form
-{"section": title, "rows": [{"name": ..., "value": ..., "against": ..., "ratio": ..., "target": ...}]}.
+{"section": title, "rows": [{"name": ..., "value": ..., "against": ..., "ratio": ..., "target": ..., "goal": ...}]}.
+Rows that have the same goal share a line of the table "Targets", which has the row's "short" name when there is one.
 """
 
 import argparse
 import json
 import math
+import re
 import subprocess
 from collections import defaultdict
 from pathlib import Path
+
+import targets
 
 FRAMEWORK = "framework-res.apk"
 SMALLEST_TABLE, LARGEST_TABLE = 100_000, 1_000_000  # bytes: the packages that have targets for time, with FRAMEWORK
@@ -21,6 +25,12 @@ LAUNCHERS_TARGET = 0.1
 EXPONENT_TARGET = 1.05
 HELD_TARGET = 1.0
 PEAK_TARGET = 2.0
+PEAK_GOAL = "libsorrel: peak of the heap, against the members that are loaded"
+HELD_GOAL = "libsorrel: table in memory, against its member"
+MEMBERS = 65535
+MEMBERS_TARGET = 10.0  # milliseconds
+INSTRUCTIONS_TARGET = 1.05
+BASELINE = Path(__file__).with_name("instructions.json")
 
 QUERIES = [  # row, what it is called, target
     ("manifest", "resources() and getManifest()", MANIFEST_TARGET),
@@ -48,8 +58,9 @@ def size(value):
     return f"{value:.0f} bytes"
 
 
-def row(name, value, against, target=None, show=seconds):
-    return {"name": name, "value": show(value), "against": show(against), "ratio": value / against, "target": target}
+def row(name, value, against, target=None, show=seconds, goal=None):
+    return {"name": name, "value": show(value), "against": show(against), "ratio": value / against, "target": target,
+            "goal": goal if target is not None else None}
 
 
 def verdict(measured, target):
@@ -92,7 +103,7 @@ def medians(path):
         if item.get("error_occurred"):
             raise SystemExit(f"{item['name']}: {item['error_message']}")
         if item.get("aggregate_name") == "median":
-            name = item["run_name"].split("/iterations:")[0]
+            name = re.sub("/(iterations:|manual_time|real_time).*", "", item["run_name"])
             found[name] = {**item, "seconds": item["real_time"] * unit[item["time_unit"]]}
     return found
 
@@ -114,8 +125,8 @@ def query_rows(times, packages):
         for name in packages:
             floor = times[f"floor/{name}"]
             applies = has_time_targets(name, floor)
-            yield row(f"{title}: {name}", times[f"{query}/{name}"]["seconds"], floor["seconds"],
-                      target if applies else None)
+            yield {**row(f"{title}: {name}", times[f"{query}/{name}"]["seconds"], floor["seconds"],
+                         target if applies else None, goal=f"libsorrel: {title}, against the ZIP library"), "short": name}
 
 
 def exponent(points):
@@ -169,22 +180,39 @@ def memory_growth(cases):
     return in_order(series)
 
 
-def growth_lines(series, columns, show):
+def query_growth(times):
+    """The points (count, seconds) of each query of the kit, by what grows."""
+    series = defaultdict(list)
+    for name, item in times.items():
+        query, what, count = name.split("/")
+        series[f"{query}, by {what}"].append((int(count), item["seconds"]))
+    return {title: sorted(series[title]) for title in sorted(series)}
+
+
+def growth_rows(series, columns, show, goal):
     for title, points in series.items():
         for column, what in columns:
             first, last = points[0], points[-1]
             power = exponent([(point[0], point[column]) for point in points])
-            yield [f"{title}: {what}", f"{last[0]:,}: {show(last[column])}", f"{first[0]:,}: {show(first[column])}",
-                   f"{last[column] / first[column]:,.0f}", f"{power:.3f}", *verdict(power, EXPONENT_TARGET)]
+            yield {"name": f"{title}: {what}" if what else title, "value": f"{last[0]:,}: {show(last[column])}",
+                   "against": f"{first[0]:,}: {show(first[column])}", "growth": last[column] / first[column],
+                   "ratio": power, "target": EXPONENT_TARGET, "goal": goal}
 
 
-def print_growth(times, memory):
-    yield "## Growth\n"
-    yield ("From the smallest to the largest of four sizes; the exponent is that of the power law that fits the four "
-           "best. Time is that of loading alone, out of memory; peak and held are bytes on the heap while loading and "
-           "afterwards.\n")
-    lines = [*growth_lines(times, [(1, "time")], seconds), *growth_lines(memory, [(1, "peak"), (2, "held")], size)]
+def print_growth(title, text, rows):
+    yield f"## {title}\n"
+    yield text + "\n"
+    lines = [[item["name"], item["value"], item["against"], f"{item['growth']:,.0f}", f"{item['ratio']:.3f}",
+              *verdict(item["ratio"], item["target"])] for item in rows]
     yield from print_table(["series", "largest", "smallest", "ratio", "exponent", "target", "met"], lines)
+
+
+def member_rows(series):
+    """The time to open the package with the most members."""
+    for count, value in series["package name, by members"]:
+        if count == MEMBERS:
+            yield {"name": f"{count:,} members", "ratio": value * 1000, "target": MEMBERS_TARGET,
+                   "goal": f"the kit: opening {count:,} members and returning the package name, in milliseconds"}
 
 
 def case_name(title, count):
@@ -202,8 +230,8 @@ def memory_rows(series):
         is_table = title.startswith("table")
         for count, peak, held, length in points:
             name = case_name(title, count)
-            yield row(f"{name}, peak", peak, length, PEAK_TARGET if is_table else None, show=size)
-            yield row(f"{name}, held", held, length, HELD_TARGET if is_table else None, show=size)
+            yield row(f"{name}, peak", peak, length, PEAK_TARGET if is_table else None, size, PEAK_GOAL)
+            yield row(f"{name}, held", held, length, HELD_TARGET if is_table else None, size, HELD_GOAL)
 
 
 def package_memory_rows(cases):
@@ -212,11 +240,11 @@ def package_memory_rows(cases):
             name = case["name"].split("/")[1]
             applies = case["table_bytes"] >= SMALLEST_TABLE
             yield row(f"{name}: peak of resources() and getManifest(), against both members", case["peak"],
-                      case["table_bytes"] + case["manifest_bytes"], PEAK_TARGET if applies else None, show=size)
+                      case["table_bytes"] + case["manifest_bytes"], PEAK_TARGET if applies else None, size, PEAK_GOAL)
             yield row(f"{name}: peak of the ZIP library alone, against both members", case["floor_peak"],
                       case["table_bytes"] + case["manifest_bytes"], show=size)
             yield row(f"{name}: table kept, against its member", case["held"], case["table_bytes"],
-                      HELD_TARGET if applies else None, show=size)
+                      HELD_TARGET if applies else None, size, HELD_GOAL)
 
 
 def instruction_rows(counts):
@@ -226,11 +254,24 @@ def instruction_rows(counts):
             yield row(name, count, counts[f"floor/{package}"], show=lambda number: f"{number:,}")
 
 
+def baseline_rows(counts):
+    baseline = json.loads(BASELINE.read_text())["counts"]
+    for name in sorted(counts.keys() & baseline.keys()):
+        yield row(name, counts[name], baseline[name], INSTRUCTIONS_TARGET, show=lambda number: f"{number:,}",
+                  goal="instructions, against bench/instructions.json")
+
+
+def icon_rows(times):
+    for name in sorted({name.rsplit("/", 1)[0] for name in times}):
+        yield row(name, times[f"{name}/icon"]["seconds"], times[f"{name}/Qt"]["seconds"])
+
+
 def other_sections(directory):
+    """The sections that other programs have written: title and rows."""
     for path in sorted(directory.glob("*.json")):
         content = json.loads(path.read_text())
         if isinstance(content, dict) and "section" in content:
-            yield from print_rows(content["section"], None, content["rows"])
+            yield content["section"], content["rows"]
 
 
 def memory_cases(directory):
@@ -240,31 +281,56 @@ def memory_cases(directory):
 def report(directory):
     times = medians(directory / "packages.json")
     growth = time_growth(medians(directory / "growth.json"))
+    queries = query_growth(medians(directory / "queries.json"))
+    icons = medians(directory / "icons.json")
     cases = memory_cases(directory)
     grown = memory_growth(cases)
     counts = json.loads((directory / "instructions.json").read_text())["counts"]
     packages = sorted((name.split("/")[1] for name in times if name.startswith("floor/")),
                       key=lambda name: times[f"floor/{name}"]["table_bytes"])
 
+    ours = {
+        "queries": [*query_rows(times, packages)],
+        "growth": [*growth_rows(growth, [(1, "time")], seconds, "libsorrel: growth of loading, exponent"),
+                   *growth_rows(grown, [(1, "peak"), (2, "held")], size, "libsorrel: growth of memory, exponent")],
+        "kit": [*growth_rows(queries, [(1, "")], seconds, "the kit: growth of every query, exponent")],
+        "members": [*member_rows(queries)],
+        "memory": [*memory_rows(grown)],
+        "packages": [*package_memory_rows(cases)],
+        "baseline": [*baseline_rows(counts)],
+    }
+    others = [*other_sections(directory)]
+
     yield "# Measurements\n"
     yield ("Times are medians of repeated runs, in wall time. Targets for time are those of packages whose table has "
            f"{size(SMALLEST_TABLE)} to {size(LARGEST_TABLE)}, and of {FRAMEWORK}; those for memory, of every table of "
            f"at least {size(SMALLEST_TABLE)}.\n")
+    yield "## Targets\n"
+    yield "Each line shows the measurement that is furthest from the target.\n"
+    yield from print_table(targets.HEADER, targets.lines(
+        [*(item for _, rows in others for item in rows), *(item for rows in ours.values() for item in rows)]))
     yield from print_rows("Floor", "What the ZIP library alone takes to open a package and find the table and the "
                           "manifest (directory), and to read both: the parts against their sum.",
                           floor_rows(times, packages))
     yield from print_rows("Queries against the floor", "Each from an object made anew, against the floor of the same "
                           "package. Without pictures, icon references are resolved, and no file is looked for.",
-                          query_rows(times, packages))
-    yield from print_growth(growth, grown)
+                          ours["queries"])
+    yield from print_growth("Growth", "From the smallest to the largest of four sizes; the exponent is that of the power "
+                            "law that fits the four best. Time is that of loading alone, out of memory; peak and held "
+                            "are bytes on the heap while loading and afterwards.", ours["growth"])
+    yield from print_growth("Growth of the kit's queries", "Each opens a package by its name and makes one query.",
+                            ours["kit"])
     yield from print_rows("Loading against reading", "Loading out of memory, against reading the same bytes through "
                           "the same device and taking nothing from them.", load_rows(growth))
     yield from print_rows("Memory against the member", "Bytes on the heap, against the bytes of the table or the "
-                          "manifest that was loaded.", memory_rows(grown))
-    yield from print_rows("Memory of packages", None, package_memory_rows(cases))
+                          "manifest that was loaded.", ours["memory"])
+    yield from print_rows("Memory of packages", None, ours["packages"])
     yield from print_rows("Instructions", "Instructions of a row, against those of the floor of the same package.",
                           instruction_rows(counts))
-    yield from other_sections(directory)
+    yield from print_rows("Icons", "Drawing an icon of 96 pixels with the kit, against painting the same paths, or "
+                          "decoding and scaling the same file, with Qt alone.", icon_rows(icons))
+    for title, rows in others:
+        yield from print_rows(title, None, rows)
 
 
 def plot(path, label, series, column, factor):

@@ -1,11 +1,12 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""scan.py SORREL SAMPLES [OTHER]: prints a Markdown table of the packages a second that `sorrel scan` reads with one and
-with two workers, and the time to start a worker. OTHER is the program `sorrel` of another build, for a second column.
+"""scan.py SORREL SAMPLES [OTHER | OUTPUT.json]: prints a Markdown table of the packages a second that `sorrel scan` reads with
+one and with two workers, and the time to start a worker. OTHER is the program `sorrel` of another build, for a second column.
 The packages are copies of the samples in the page cache. The ways are measured in turns; a figure is the median of its
-runs."""
+runs. With OUTPUT.json, measures only the ways of `sorrel scan`, and writes them there for report.py."""
 
 import glob
+import json
 import os
 import shutil
 import statistics
@@ -44,8 +45,18 @@ def ways_of(sorrel):
     }
 
 
+def write_section(path, rates):
+    """Packages a second have no target. They are compared with earlier ones."""
+    rows = [{"name": way, "value": f"{rate:,.0f} a second", "measured": rate, "goal": "packages a second"}
+            for way, rate in rates.items()]
+    with open(path, "w", encoding="utf-8") as output:
+        json.dump({"section": "Many packages", "rows": rows}, output, indent=2)
+        output.write("\n")
+
+
 def main():
     sorrel, samples, *others = sys.argv[1:]
+    output = others.pop() if others and others[-1].endswith(".json") else None
     with tempfile.TemporaryDirectory() as shelf:
         for sample in sorted(glob.glob(samples + "/*.apk")):
             for copy in range(COPIES):
@@ -53,6 +64,10 @@ def main():
         files = sorted(glob.glob(shelf + "/*.apk"))
         paths = "".join(path + "\n" for path in files).encode()
 
+        if output:
+            ways = {way: command for way, command in ways_of(sorrel).items() if "scan" in command}
+            write_section(output, {way: len(files) / value for way, value in medians(ways, paths).items()})
+            return
         builds = [ways_of(build) for build in [sorrel, *others]]
         times = medians({(name, build): command for build, ways in enumerate(builds) for name, command in ways.items()},
                         paths)

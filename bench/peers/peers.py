@@ -5,8 +5,8 @@
 peers.py [FILE.apk...]          measures, and writes one JSON file for each section of the report
 peers.py --check [FILE.apk...]  compares the results of Sorrel with those of Android's own resource library
 
-Without files, it takes the sample packages of the build, and Debian's framework-res.apk if it is installed. A row shows when its
-other program is missing.
+Without files, it takes the sample packages of the build, the generated one with a table of 1 MB, and Debian's framework-res.apk if
+it is installed. A row shows when its other program is missing.
 
 The program with the library follows the rules of libsorrel, and the command follows those of Android: an activity with two
 filters is one entry, and each step of a label's references is looked up in the user's language. The sample "notes" differs for
@@ -24,7 +24,12 @@ import sys
 import tempfile
 
 FRAMEWORK = "/usr/share/android-framework-res/framework-res.apk"
+TABLE_OF_1_MB = "table-1MB.apk"
 LARGE_FILE = 20 << 20  # bytes
+LIBRARY_TARGET = 1.0
+AAPT_TARGET = 1.0
+AAPT2_TARGET = 0.35
+MEMORY_TARGET = 1.0
 MISSING = "not installed"
 
 
@@ -50,7 +55,8 @@ def default_packages(build):
     samples = os.path.join(build, "samples")
     names = sorted(os.listdir(samples)) if os.path.isdir(samples) else []
     files = [os.path.join(samples, name) for name in names if name.endswith(".apk")]
-    return files + [FRAMEWORK] * os.path.exists(FRAMEWORK)
+    files.append(os.path.join(build, "packages", TABLE_OF_1_MB))
+    return [file for file in files + [FRAMEWORK] if os.path.exists(file)]
 
 
 def is_large(file):
@@ -98,7 +104,7 @@ def mebibytes(runs):
     return f"{median(runs, 'peak_kib') / 1024:.1f} MiB"
 
 
-def row(name, ours, theirs, text, key, target=None):
+def row(name, ours, theirs, text, key, target=None, goal=None):
     """A row of the report; it has no ratio when one side is missing or failed."""
     wrong = failure(ours), failure(theirs)
     measured = not any(wrong) and all(median(side, key) > 0 for side in (ours, theirs))
@@ -110,6 +116,7 @@ def row(name, ours, theirs, text, key, target=None):
         "against": notes[1] if wrong[1] else shown[1],
         "ratio": round(median(ours, key) / median(theirs, key), 3) if measured else None,
         "target": target,
+        "goal": goal if target is not None else None,
     }
 
 
@@ -117,7 +124,10 @@ def in_process_rows(options):
     rows = []
     for file in options.files:
         runs = runs_of([program(options, "bench_peers"), file], 7 if is_large(file) else 15)
-        rows.append(row(os.path.basename(file), runs.get("sorrel"), runs.get("androidfw"), milliseconds, "real_time"))
+        name, theirs = os.path.basename(file), runs.get("androidfw")
+        rows.append(row(f"{name}, the kit", runs.get("kit"), theirs, milliseconds, "real_time", LIBRARY_TARGET,
+                        "the kit against Android's own library, in one process"))
+        rows.append(row(f"{name}, libsorrel", runs.get("sorrel"), theirs, milliseconds, "real_time"))
     return rows
 
 
@@ -131,21 +141,23 @@ def process_runs(options, files):
     return runs_of(command, 11 if any(map(is_large, files)) else 51)
 
 
-def aapt_target(file):
-    if os.path.basename(file) == os.path.basename(FRAMEWORK):
-        return 1.5
-    return None if is_large(file) else 1.0
+def kind_of(file):
+    """The kind of package that a target is for; nothing for other large packages, which have no target."""
+    kinds = {os.path.basename(FRAMEWORK): "framework-res", TABLE_OF_1_MB: "a table of 1 MB"}
+    return kinds.get(os.path.basename(file)) or (None if is_large(file) else "small packages")
 
 
 def process_sections(options):
     times, times2, memory = [], [], []
     for file in options.files:
-        name = os.path.basename(file)
+        name, kind = os.path.basename(file), kind_of(file)
         runs = process_runs(options, [file])
         sorrel, aapt, aapt2 = (runs.get(key) for key in ("sorrel", "aapt", "aapt2"))
-        times.append(row(name, sorrel, aapt, milliseconds, "real_time", aapt_target(file)))
-        times2.append(row(name, sorrel, aapt2, milliseconds, "real_time", 0.5))
-        memory.append(row(name + ", aapt", sorrel, aapt, mebibytes, "peak_kib"))
+        for rows, theirs, program_name, target in ((times, aapt, "aapt", AAPT_TARGET), (times2, aapt2, "aapt2", AAPT2_TARGET)):
+            rows.append(row(name, sorrel, theirs, milliseconds, "real_time", target if kind else None,
+                            f"`sorrel info --json` against `{program_name} dump badging`, {kind}"))
+        memory.append(row(name + ", aapt", sorrel, aapt, mebibytes, "peak_kib", MEMORY_TARGET if kind else None,
+                          "peak of memory of `sorrel info --json` against `aapt`"))
         memory.append(row(name + ", aapt2", sorrel, aapt2, mebibytes, "peak_kib"))
     small = [file for file in options.files if not is_large(file)]
     if len(small) > 1:
@@ -161,8 +173,8 @@ def process_sections(options):
 
 
 def measure(options):
-    sections = [("androidfw", "In one process: opening, table, manifest, package and minimum SDK, against Android's "
-                              "resource library, which decodes neither table nor manifest", in_process_rows(options))]
+    sections = [("androidfw", "In one process: the same questions to the kit, libsorrel and Android's resource library, "
+                              "which decodes neither table nor manifest", in_process_rows(options))]
     sections += process_sections(options)
     os.makedirs(options.output, exist_ok=True)
     for name, title, rows in sections:
