@@ -74,12 +74,6 @@ void PackageData::openSplits()
         m_members.push_back(std::move(split.archive));
     }
     m_set.reset();
-    for (const auto &member : m_members) {
-        for (const QString &path : member->names()) {
-            if (!m_holders.contains(path))
-                m_holders.insert(path, member.get());
-        }
-    }
 }
 
 const QStringList &PackageData::splits()
@@ -142,8 +136,8 @@ void PackageData::readTable(ZipArchive &archive)
     if (!archive.contains(path))
         return;
     // A package that is compressed in a set may list tables that are empty and take long.
-    const QByteArray bytes =
-        isSet() ? archive.file(path, m_tableBytesLeft, &m_reading) : archive.file(path, m_tableBytesLeft);
+    const SharedBytes bytes =
+        isSet() ? archive.content(path, m_tableBytesLeft, &m_reading) : archive.content(path, m_tableBytesLeft);
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes, m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
@@ -163,24 +157,30 @@ void PackageData::setError(PackageError::Code error, const QString &fault)
 QByteArray PackageData::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
     openSplits();
-    ZipArchive *const holder = isSet() ? m_holders.value(path) : m_outer.get();
-    return holder != nullptr ? holder->file(path, maxBytes, budget) : QByteArray();
+    if (!isSet())
+        return m_outer->file(path, maxBytes, budget);
+    for (const auto &member : m_members) {
+        if (!budget->spendWork(Budget::ValueWork))
+            break;
+        if (member->contains(path))
+            return member->file(path, maxBytes, budget);
+    }
+    return {};
 }
 
 QStringList PackageData::nativeAbis()
 {
     QSet<QString> abis;
-    const auto collect = [&abis](const ZipArchive &archive) {
+    const auto collect = [&abis](ZipArchive &archive) {
         constexpr int MaxMembers = 1 << 16;
-        const QStringList &names = archive.names();
-        const int count = qMin(int(names.size()), MaxMembers);
-        for (int i = 0; i < count; ++i) {
-            const QString &path = names.at(i);
-            if (!path.startsWith(QLatin1String("lib/")))
+        const ZipDirectory &directory = archive.directory();
+        for (int number = 0; number < qMin(directory.count(), MaxMembers); ++number) {
+            const ByteView name = directory.name(number);
+            if (!name.hasText(0, "lib/") || !name.hasText(name.size() - 3, ".so"))
                 continue;
-            const QStringList parts = path.split(QLatin1Char('/'));
-            if (parts.size() == 3 && parts.last().endsWith(QLatin1String(".so")))
-                abis.insert(parts.at(1));
+            const QList<QByteArray> parts = name.toByteArray().split('/');
+            if (parts.size() == 3)
+                abis.insert(QString::fromUtf8(parts.at(1)));
         }
     };
     openSplits();

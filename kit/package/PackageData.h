@@ -13,7 +13,6 @@
 #include "resources/ResourceResolver.h"
 
 #include <QExplicitlySharedDataPointer>
-#include <QHash>
 #include <QSharedData>
 #include <QString>
 #include <QStringList>
@@ -106,7 +105,6 @@ private:
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
     std::unique_ptr<PackageSet> m_set;                  ///< until its splits are open
     std::vector<std::unique_ptr<ZipArchive>> m_members; ///< the packages of a set: the base, then the splits
-    QHash<QString, ZipArchive *> m_holders;             ///< the first package of a set that has a member, by path
     bool m_isOpened = false;                            ///< open() was called, with any result
     bool m_isOpen = false;                              ///< there is a package, or a set with a base
     bool m_hasManifest = false;                         ///< the manifest was read, with any result

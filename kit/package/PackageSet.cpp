@@ -32,17 +32,15 @@ int rank(const QString &path)
 
 bool PackageSet::isSet(ZipArchive &archive)
 {
-    const QStringList &names = archive.names();
-    return std::any_of(names.cbegin(), names.cbegin() + qMin(int(names.size()), int(MaxMembers)), isPackage);
+    const QStringList names = archive.names(MaxMembers);
+    return std::any_of(names.cbegin(), names.cend(), isPackage);
 }
 
 PackageSet::PackageSet(ZipArchive &archive, Budget &budget) : m_archive(archive), m_budget(budget)
 {
-    const QStringList &names = archive.names();
-    const int count = qMin(int(names.size()), MaxMembers);
-    for (int i = 0; i < count && m_paths.size() < MaxPackages; ++i) {
-        if (isPackage(names.at(i)))
-            m_paths.append(names.at(i));
+    for (const QString &name : archive.names(MaxMembers)) {
+        if (isPackage(name) && m_paths.size() < MaxPackages)
+            m_paths.append(name);
     }
     std::stable_sort(m_paths.begin(), m_paths.end(),
                      [](const QString &a, const QString &b) { return rank(a) < rank(b); });

@@ -6,7 +6,7 @@
 #include "stream/Extractor.h"
 
 /**
- * Drops the nodes of a document, for callers that need only its fault and its diagnostics. Both are the same as those of
+ * Drops the nodes of a document, for callers that need only its fault and its diagnostics. Both are the same as with
  * XmlLoader, because the tag names are those that a DOM has.
  */
 class DroppedNodes : public XmlSink

@@ -11,10 +11,10 @@ QString ResourceTable::Package::name() const
     return name;
 }
 
-ResourceTable::ResourceTable(const QByteArray &bytes, int maxTypeChunks)
+ResourceTable::ResourceTable(const SharedBytes &bytes, int maxTypeChunks)
     : m_bytes(bytes), m_maxTypeChunks(maxTypeChunks)
 {
-    const ChunkView table = ChunkView::at(ByteView(m_bytes), 0);
+    const ChunkView table = ChunkView::at(m_bytes.view(), 0);
     if (table.isValid() && table.type() == ChunkType::Table)
         readTable(table);
     else

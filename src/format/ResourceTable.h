@@ -4,6 +4,7 @@
 
 #include "format/Configuration.h"
 #include "format/FormatFault.h"
+#include "format/SharedBytes.h"
 #include "format/StringPoolView.h"
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
@@ -83,9 +84,13 @@ public:
 
     /// An empty table, valid.
     ResourceTable() = default;
-    /// The table in @p bytes, of which it keeps a copy. A damaged table keeps the content before the fault. @p
-    /// maxTypeChunks is at most MaxTypeChunks; pass less for one of several tables that are looked up together.
-    explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks);
+    /// The table in @p bytes, which it keeps. A damaged table keeps the content before the fault. @p maxTypeChunks is at
+    /// most MaxTypeChunks; pass less for one of several tables that are looked up together.
+    explicit ResourceTable(const SharedBytes &bytes, int maxTypeChunks = MaxTypeChunks);
+    explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks)
+        : ResourceTable(SharedBytes(bytes), maxTypeChunks)
+    {
+    }
 
     /// The fault of the bytes; FormatFault::None without one.
     FormatFault fault() const { return m_fault; }
@@ -130,7 +135,7 @@ private:
     /// The id of the package that the resource @p id belongs to.
     quint8 ownerOf(quint32 id) const;
 
-    QByteArray m_bytes;
+    SharedBytes m_bytes;
     FormatFault m_fault = FormatFault::None;
     StringPoolView m_strings;
     QVector<Package> m_packages;
