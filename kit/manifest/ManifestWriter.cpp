@@ -175,7 +175,7 @@ void ManifestWriter::collect(quint32 uri)
 void ManifestWriter::write(const XmlStartChunk &start, int depth)
 {
     const QString name = qualifiedName(string(start.uri()), xmlName(string(start.name())));
-    count(2 * (name.size() + IndentWidth * (depth - 1)));
+    count(2 * (qint64(name.size()) + IndentWidth * qint64(depth - 1)));
     m_xml.writeStartElement(name);
     if (depth == 1)
         writeNamespaces();

@@ -37,14 +37,14 @@ QString ResourceNames::name(quint32 id) const
 QString ResourceNames::number(quint32 id) const
 {
     const QString type = typeName(id >> 24 != 0 ? id : id | quint32(m_index.packageId()) << 24);
-    return type.isEmpty() ? type : type + QLatin1Char('/') + QString::number(id & 0xffff);
+    return type.isEmpty() ? QString() : type + QLatin1Char('/') + QString::number(id & 0xffff);
 }
 
 // The name of the type with its package, unless that is the application's own.
 QString ResourceNames::typeName(quint32 id) const
 {
     const auto packageId = quint8(id >> 24);
-    const QString type = m_index.typeName(packageId, quint8(id >> 16));
+    QString type = m_index.typeName(packageId, quint8(id >> 16));
     if (type.isEmpty() || packageId == m_index.packageId())
         return type;
     return m_index.packageNames().value(packageId) + QLatin1Char(':') + type;
