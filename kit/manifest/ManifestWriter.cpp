@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "manifest/ManifestWriter.h"
 
-#include "format/AndroidAttributeNames.h"
+#include "format/AndroidAttributes.h"
 #include "format/XmlStartChunk.h"
 #include "resources/ValueFormatter.h"
 

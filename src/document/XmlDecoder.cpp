@@ -3,7 +3,7 @@
 
 #include "document/AndroidNamespace.h"
 #include "document/XmlSink.h"
-#include "format/AndroidAttributeNames.h"
+#include "format/AndroidAttributes.h"
 #include "format/XmlStartChunk.h"
 #include "stream/ChunkWalker.h"
 #include "stream/Extractor.h"
