@@ -105,8 +105,11 @@ def mebibytes(runs):
 
 
 def row(name, ours, theirs, text, key, target=None, goal=None):
-    """A row of the report; it has no ratio when one side is missing or failed."""
+    """A row of the report; it has no ratio when one side is missing or failed. A package that the other program cannot read
+    has no target."""
     wrong = failure(ours), failure(theirs)
+    if wrong[1] not in ("", MISSING):
+        target = None
     measured = not any(wrong) and all(median(side, key) > 0 for side in (ours, theirs))
     shown = [text(side) if side and not side[0].get("error_occurred") else "-" for side in (ours, theirs)]
     notes = [f"{value} ({problem})" if value != "-" else problem for value, problem in zip(shown, wrong)]

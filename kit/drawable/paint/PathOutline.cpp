@@ -15,14 +15,14 @@ constexpr int CurvePoints = 4;
 constexpr qint64 MeetingWork = 32;
 constexpr qint64 StepWork = 2;
 
-qreal square(qreal number)
+qreal squared(qreal number)
 {
     return number * number;
 }
 
 qreal squaredLength(QPointF vector)
 {
-    return square(vector.x()) + square(vector.y());
+    return squared(vector.x()) + squared(vector.y());
 }
 
 qreal scaleOf(const QTransform &transform)
@@ -46,7 +46,7 @@ PathOutline::PathOutline(const QRectF &visible, const QTransform &toPixels, QSiz
       m_toPixels(toPixels),
       m_size(size),
       m_maxWork(maxWork),
-      m_flatness(square(Tolerance / scaleOf(toPixels))),
+      m_flatness(squared(Tolerance / scaleOf(toPixels))),
       m_met(size.height())
 {
 }
