@@ -3,6 +3,7 @@
 
 #include <QSet>
 
+#include <algorithm>
 #include <utility>
 
 namespace SorrelKit {
@@ -48,30 +49,39 @@ std::optional<QString> LabelLookup::text(quint32 id, const LanguageTag &wanted)
     return std::nullopt;
 }
 
-LocaleChooser LabelLookup::languages(quint32 id)
+const LocaleChooser &LabelLookup::languages(quint32 id, LocaleChooser &several)
 {
-    LocaleChooser languages;
-    QSet<quint32> visited;
-    QVector<quint32> open{id};
+    const auto hasRoom = [this](const Texts &candidates) {
+        return m_budget.spendWork(ChoiceWork + TagWork * candidates.chooser.count());
+    };
+    const Texts &own = texts(id);
+    if (!hasRoom(own))
+        return several;
+    if (std::none_of(own.values.cbegin(), own.values.cend(), [](const Value &value) { return value.isReference(); }))
+        return own.chooser;
+
+    QSet<quint32> visited{id};
+    QVector<quint32> open;
+    const auto take = [&](const Texts &candidates) {
+        for (int i = 0; i < candidates.chooser.count() && several.count() < MaxLanguages; ++i)
+            several.add(candidates.chooser.tag(i));
+        for (const Value &value : candidates.values) {
+            if (value.isReference())
+                open.append(value.value.data);
+        }
+    };
+    take(own);
     while (!open.isEmpty() && visited.size() < MaxLanguages) {
         const quint32 next = open.takeLast();
         if (visited.contains(next))
             continue;
         visited.insert(next);
         const Texts &candidates = texts(next);
-        if (!m_budget.spendWork(ChoiceWork + TagWork * candidates.chooser.count()))
+        if (!hasRoom(candidates))
             break;
-        for (const Value &value : candidates.values) {
-            if (value.value.isReference())
-                open.append(value.value.data);
-        }
-        // Most labels are no references.
-        if (visited.size() == 1 && open.isEmpty())
-            return candidates.chooser;
-        for (int i = 0; i < candidates.chooser.count() && languages.count() < MaxLanguages; ++i)
-            languages.add(candidates.chooser.tag(i));
+        take(candidates);
     }
-    return languages;
+    return several;
 }
 
 QMap<QString, QString> LabelLookup::labels(const XmlAttribute *attribute)
@@ -83,7 +93,8 @@ QMap<QString, QString> LabelLookup::labels(const XmlAttribute *attribute)
         labels.insert(QString(), label(attribute, LanguageTag()));
         return labels;
     }
-    const LocaleChooser all = languages(attribute->value.data);
+    LocaleChooser several;
+    const LocaleChooser &all = languages(attribute->value.data, several);
     for (int i = 0; i < all.count(); ++i) {
         if (const auto found = text(attribute->value.data, all.tag(i)))
             labels.insert(all.tag(i).toString(), *found);

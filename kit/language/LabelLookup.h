@@ -55,6 +55,8 @@ public:
 
 private:
     struct Value {
+        bool isReference() const { return value.isReference(); }
+
         TypedValue value;
         const ResourceTable *table; ///< whose pool has a string
     };
@@ -66,8 +68,9 @@ private:
 
     const Texts &texts(quint32 id);
     std::optional<QString> text(quint32 id, const LanguageTag &wanted);
-    /// The languages of the resource @p id and of all that it refers to.
-    LocaleChooser languages(quint32 id);
+    /// The languages of the resource @p id and of all that it refers to. They are those of texts(), or when there is a
+    /// reference, @p several, which is empty before.
+    const LocaleChooser &languages(quint32 id, LocaleChooser &several);
 
     const ResourceResolver &m_resolver;
     Budget m_budget;

@@ -52,7 +52,7 @@ bool isAmong(const ShortText &code, const char *codes)
 ShortText partOf(const QString &text, int from, int end)
 {
     ShortText part;
-    if (end - from > ShortText::MaxLength)
+    if (end - from > ShortText::Capacity)
         return part;
     for (int i = from; i < end; ++i) {
         const char character = text.at(i).toLatin1();
@@ -111,7 +111,7 @@ LanguageTag::LanguageTag(const QLocale &locale) : LanguageTag(locale.name())
     // The C locale has no name of a language: it is English of the United States.
     if (isEmpty())
         *this = LanguageTag(QStringLiteral("en-US"));
-    m_script = locale.script();
+    m_ownScript = locale.script();
     // Qt's BCP 47 name has the script where it is not the usual one. It is kept, so that parents have it too.
     const QStringList parts = locale.bcp47Name().split(QLatin1Char('-'));
     for (const QString &part : parts) {
@@ -158,16 +158,15 @@ void LanguageTag::addPart(const ShortText &part)
 
 QLocale::Script LanguageTag::script() const
 {
-    if (m_script != QLocale::AnyScript || isEmpty())
-        return m_script;
+    if (m_ownScript || isEmpty())
+        return m_ownScript.value_or(QLocale::AnyScript);
     const QLocale known(joined({language(), m_codes.script, m_scriptRegion}, '_'));
     return known.language() == QLocale::C ? QLocale::AnyScript : known.script();
 }
 
 bool LanguageTag::hasScriptOf(const LanguageTag &other) const
 {
-    const bool isOfQt = m_script != QLocale::AnyScript || other.m_script != QLocale::AnyScript;
-    if (isOfQt || m_codes.script != other.m_codes.script)
+    if (m_ownScript || other.m_ownScript || m_codes.script != other.m_codes.script)
         return script() == other.script();
     if (m_scriptRegion == other.m_scriptRegion)
         return true;

@@ -7,6 +7,8 @@
 #include <QLocale>
 #include <QString>
 
+#include <optional>
+
 namespace SorrelKit {
 
 /**
@@ -61,8 +63,8 @@ private:
     LanguageTag withRegion(const char *region) const;
 
     LocaleCodes m_codes;
-    ShortText m_scriptRegion;                      ///< the region that the usual script belongs to; parents keep it
-    QLocale::Script m_script = QLocale::AnyScript; ///< of a locale of Qt; AnyScript for other tags
+    ShortText m_scriptRegion;                   ///< the region that the usual script belongs to; parents keep it
+    std::optional<QLocale::Script> m_ownScript; ///< of a locale of Qt, which may be AnyScript
 };
 
 } // namespace SorrelKit

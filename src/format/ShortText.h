@@ -12,13 +12,13 @@
 class ShortText
 {
 public:
-    static constexpr int MaxLength = 8;
+    static constexpr int Capacity = 8;
 
     ShortText() = default;
-    /// The first MaxLength characters of @p text, which are ASCII.
+    /// The first Capacity characters of @p text, which are ASCII.
     explicit ShortText(const char *text)
     {
-        for (; *text != '\0' && m_size < MaxLength; ++text)
+        for (; *text != '\0' && m_size < Capacity; ++text)
             append(*text);
     }
 
@@ -26,7 +26,7 @@ public:
     int size() const { return m_size; }
     /// Precondition: @p number is less than size().
     char at(int number) const { return m_characters[number]; }
-    /// Precondition: size() is less than MaxLength, and @p character is ASCII, but not zero.
+    /// Precondition: size() is less than Capacity, and @p character is ASCII, but not zero.
     void append(char character) { m_characters[m_size++] = character; }
 
     ShortText toLower() const
@@ -72,7 +72,7 @@ private:
         return number;
     }
 
-    char m_characters[MaxLength] = {}; ///< zeros after the text
+    char m_characters[Capacity] = {}; ///< zeros after the text
     quint8 m_size = 0;
 };
 

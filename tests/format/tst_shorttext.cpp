@@ -29,7 +29,7 @@ void TestShortText::texts()
 
 void TestShortText::longTextsAreCut()
 {
-    QCOMPARE(ShortText("valencia").size(), int(ShortText::MaxLength));
+    QCOMPARE(ShortText("valencia").size(), int(ShortText::Capacity));
     QCOMPARE(ShortText("valenciana").toString(), QStringLiteral("valencia"));
 }
 

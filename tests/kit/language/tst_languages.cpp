@@ -23,6 +23,7 @@ private slots:
     void scriptsOfRegions();
     void best_data();
     void best();
+    void localeWithoutALanguageGetsTheDefault();
     void tagsAreAddedOnce();
     void anyNumberOfTagsIsFound();
     void nothingIsChosenOfNothing();
@@ -239,6 +240,18 @@ void TestLanguages::best()
         chooser.add(tag(language));
     const int number = chooser.best(tag(wanted));
     QCOMPARE(number < 0 ? QStringLiteral("none") : languages.at(number), best);
+}
+
+// The C locale has no script, so no text in a language is for it.
+void TestLanguages::localeWithoutALanguageGetsTheDefault()
+{
+    LocaleChooser chooser;
+    for (const char *tag : {"en", "en-US"})
+        chooser.add(LanguageTag(QString::fromLatin1(tag)));
+    QCOMPARE(chooser.best(LanguageTag(QLocale::c())), -1);
+    chooser.add(LanguageTag());
+    QCOMPARE(chooser.best(LanguageTag(QLocale::c())), 2);
+    QCOMPARE(chooser.best(LanguageTag(QLocale(QStringLiteral("en_US")))), 1);
 }
 
 void TestLanguages::tagsAreAddedOnce()
