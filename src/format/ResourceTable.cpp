@@ -6,8 +6,8 @@
 QString ResourceTable::Package::name() const
 {
     QString name;
-    for (int i = 0; i < NameUnits && nameUnits.u16(2 * i) != 0; ++i)
-        name += QChar(nameUnits.u16(2 * i));
+    for (qint64 at = 0; at < nameUnits.size() && nameUnits.u16(at) != 0; at += 2)
+        name += QChar(nameUnits.u16(at));
     return name;
 }
 
@@ -48,7 +48,7 @@ void ResourceTable::readPackage(const ChunkView &chunk)
 {
     Package package;
     package.id = chunk.bytes().u8(Package::IdAt);
-    package.nameUnits = chunk.bytes().part(Package::NameAt, 2 * Package::NameUnits);
+    package.nameUnits = chunk.bytes().part(Package::NameAt, qint64(2) * Package::NameUnits);
     package.typeNames = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::TypeStringsAt)));
     package.keys = StringPoolView(ChunkView::at(chunk.bytes(), chunk.bytes().u32(Package::KeyStringsAt)));
     ChunkList chunks(chunk.bytes(), chunk.headerSize());

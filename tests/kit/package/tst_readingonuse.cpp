@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <utility>
 
 using namespace fixture;
 using SorrelKit::IconFile;
@@ -154,7 +153,7 @@ private slots:
 void TestReadingOnUse::queriesOfTheManifestReadNoTable_data()
 {
     QTest::addColumn<Query>("query");
-    const auto row = [](const char *name, Query query) { QTest::newRow(name) << std::move(query); };
+    const auto row = [](const char *name, const Query &query) { QTest::newRow(name) << query; };
     row("isValid", [](const Package &package) { QVERIFY(package.isValid()); });
     row("packageName", [](const Package &package) { QCOMPARE(package.packageName(), latin("org.example.app")); });
     row("versionName", [](const Package &package) { QCOMPARE(package.versionName(), latin("2.1")); });
@@ -187,7 +186,7 @@ void TestReadingOnUse::queriesOfTheManifestReadNoTable()
 void TestReadingOnUse::queriesOfResourcesReadTheTable_data()
 {
     QTest::addColumn<Query>("query");
-    const auto row = [](const char *name, Query query) { QTest::newRow(name) << std::move(query); };
+    const auto row = [](const char *name, const Query &query) { QTest::newRow(name) << query; };
     row("error", [](const Package &package) { QVERIFY(!package.error()); });
     row("labels", [](const Package &package) { QCOMPARE(package.labels().value(QString()), latin("Plain")); });
     row("label", [](const Package &package) { QCOMPARE(package.label(), latin("Plain")); });
