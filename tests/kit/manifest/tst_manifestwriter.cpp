@@ -29,7 +29,7 @@ QByteArray written(const QVector<Attribute> &attributes, const QByteArray &table
 {
     const QByteArray output = xml(XmlBuilder::manifest().empty(latin("e"), attributes).build(), table, references);
     const QByteArray start = "<e xmlns:android=\"http://schemas.android.com/apk/res/android\"";
-    const int at = output.indexOf(start);
+    const auto at = output.indexOf(start);
     return at < 0 ? output : output.mid(at + start.size()).trimmed().chopped(2);
 }
 
