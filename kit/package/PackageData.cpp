@@ -139,7 +139,7 @@ void PackageData::readTable(ZipArchive &archive)
     const SharedBytes bytes =
         isSet() ? archive.content(path, m_tableBytesLeft, &m_reading) : archive.content(path, m_tableBytesLeft);
     m_tableBytesLeft -= bytes.size();
-    const auto table = QSharedPointer<const ResourceTable>::create(bytes, m_typeChunksLeft);
+    const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
     if (table->fault() != FormatFault::None)
         setError(PackageError::BadResources, formatFaultText(table->fault()));

@@ -2,7 +2,7 @@
 #ifndef BYTESOURCE_H
 #define BYTESOURCE_H
 
-#include "format/SharedBytes.h"
+#include "archive/SharedBytes.h"
 
 #include <QByteArray>
 

@@ -11,10 +11,10 @@ QString ResourceTable::Package::name() const
     return name;
 }
 
-ResourceTable::ResourceTable(const SharedBytes &bytes, int maxTypeChunks)
-    : m_bytes(bytes), m_maxTypeChunks(maxTypeChunks)
+ResourceTable::ResourceTable(const ByteView &bytes, std::shared_ptr<const void> owner, int maxTypeChunks)
+    : m_owner(std::move(owner)), m_maxTypeChunks(maxTypeChunks)
 {
-    const ChunkView table = ChunkView::at(m_bytes.view(), 0);
+    const ChunkView table = ChunkView::at(bytes, 0);
     if (table.isValid() && table.type() == ChunkType::Table)
         readTable(table);
     else

@@ -4,7 +4,6 @@
 
 #include "format/Configuration.h"
 #include "format/FormatFault.h"
-#include "format/SharedBytes.h"
 #include "format/StringPoolView.h"
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
@@ -12,6 +11,8 @@
 
 #include <QString>
 #include <QVector>
+
+#include <memory>
 
 /// One value of a resource in a table.
 struct TableValue {
@@ -84,11 +85,13 @@ public:
 
     /// An empty table, valid.
     ResourceTable() = default;
-    /// The table in @p bytes, which it keeps. A damaged table keeps the content before the fault. @p maxTypeChunks is at
-    /// most MaxTypeChunks; pass less for one of several tables that are looked up together.
-    explicit ResourceTable(const SharedBytes &bytes, int maxTypeChunks = MaxTypeChunks);
+    /// The table in @p bytes, which are valid as long as @p owner lives; the table keeps the owner. A damaged table keeps
+    /// the content before the fault. @p maxTypeChunks is at most MaxTypeChunks; pass less for one of several tables that
+    /// are looked up together.
+    ResourceTable(const ByteView &bytes, std::shared_ptr<const void> owner, int maxTypeChunks = MaxTypeChunks);
+    /// The table in @p bytes, of which it keeps a copy.
     explicit ResourceTable(const QByteArray &bytes, int maxTypeChunks = MaxTypeChunks)
-        : ResourceTable(SharedBytes(bytes), maxTypeChunks)
+        : ResourceTable(ByteView(bytes), std::make_shared<QByteArray>(bytes), maxTypeChunks)
     {
     }
 
@@ -135,7 +138,7 @@ private:
     /// The id of the package that the resource @p id belongs to.
     quint8 ownerOf(quint32 id) const;
 
-    SharedBytes m_bytes;
+    std::shared_ptr<const void> m_owner; ///< of the bytes
     FormatFault m_fault = FormatFault::None;
     StringPoolView m_strings;
     QVector<Package> m_packages;

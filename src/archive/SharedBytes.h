@@ -26,6 +26,11 @@ public:
     bool isEmpty() const { return m_view.isEmpty(); }
     /// Valid as long as a copy of this object lives.
     ByteView view() const { return m_view; }
+    /// An object that keeps the bytes of view().
+    std::shared_ptr<const void> owner() const
+    {
+        return m_owner != nullptr ? m_owner : std::make_shared<QByteArray>(m_bytes);
+    }
     /// The bytes as an array, copied unless they are in one. Precondition: size() is below 2 GiB.
     QByteArray toByteArray() const { return m_owner == nullptr ? m_bytes : m_view.toByteArray(); }
 
