@@ -15,7 +15,7 @@ public:
 
     /// The content of the member @p path; of a damaged one, the bytes before the fault. Empty when there is no such
     /// member, it cannot be read, has more than @p maxBytes, or could cost more work than @p budget has left. Reading
-    /// costs work as in ArchiveMembers::content().
+    /// costs Budget::ByteWork for each byte, or Budget::PackedByteWork for each compressed byte, whichever is more.
     virtual QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) = 0;
 };
 

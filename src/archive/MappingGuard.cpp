@@ -21,7 +21,7 @@ struct Slot {
     std::atomic<std::uintptr_t> end{0};
 };
 
-std::array<Slot, MappingGuard::MaxMappings> slots;
+std::array<Slot, MappingGuard::MaxMappings> guardedRanges;
 std::mutex mutex; ///< of everything but what the handler reads
 std::uintptr_t pageSize = 0;
 struct sigaction previous = {};
@@ -37,7 +37,7 @@ void setRange(Slot &slot, std::uintptr_t begin, std::uintptr_t end)
 
 std::uintptr_t endOfRangeAt(std::uintptr_t address)
 {
-    for (const Slot &slot : slots) {
+    for (const Slot &slot : guardedRanges) {
         const quint32 version = slot.version;
         const std::uintptr_t begin = slot.begin;
         const std::uintptr_t end = slot.end;
@@ -103,7 +103,7 @@ int MappingGuard::guard(const void *begin, quint64 size)
     if (!installOnce())
         return -1;
     for (int number = 0; number < MaxMappings; ++number) {
-        Slot &slot = slots[std::size_t(number)];
+        Slot &slot = guardedRanges[std::size_t(number)];
         if (slot.begin == 0) {
             const auto address = reinterpret_cast<std::uintptr_t>(begin);
             setRange(slot, address, address + size);
@@ -116,5 +116,5 @@ int MappingGuard::guard(const void *begin, quint64 size)
 void MappingGuard::release(int number)
 {
     const std::lock_guard<std::mutex> lock(mutex);
-    setRange(slots[std::size_t(number)], 0, 0);
+    setRange(guardedRanges[std::size_t(number)], 0, 0);
 }

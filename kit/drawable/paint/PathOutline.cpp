@@ -187,7 +187,7 @@ void PathOutline::count(QPointF to, int toRow)
     m_meetings += met * qint64(last - first + 1);
 }
 
-// Whether all points are within the rectangle, and none is on its border.
+// Whether all points are inside of the rectangle, off its border.
 bool PathOutline::isInside(const QPointF *points, int count) const
 {
     return std::all_of(points, points + count, [this](QPointF point) {

@@ -49,6 +49,11 @@ class PackageData;
  * itself can still be read. Without a manifest, every query returns the value for a package that names nothing: empty
  * texts and lists, or 0. A label or icon that cannot be read is no error of the package.
  *
+ * **Files.** Members of 64 KiB and more that are not compressed, such as large tables, are used where they lie in the mapped
+ * file; other bytes are copied. A file that shrinks while it is open gives errors or missing values. For that, the
+ * library handles the signal SIGBUS from its first mapping on, for its own mappings alone, and passes other faults to the
+ * handler that was there before. A package on a device is never mapped.
+ *
  * **Threads and copies.** Copies are cheap: they share the open archive and what was read. Use an object, its copies and
  * its launchers from one thread at a time; packages that were opened separately may be used in different threads.
  * Returned values belong to the caller.
