@@ -69,7 +69,8 @@ public:
     /// Whether the member @p path exists. Does not read the archive.
     bool contains(const QString &path) { return find(path) >= 0; }
     /// The paths of the first @p most members, in the order of the archive. Empty ones, and members that are hidden by a
-    /// later one of the same name, are left out.
+    /// later one of the same name, are left out. A name that is no valid UTF-8, or begins with a byte order mark, does not
+    /// lead back to its member.
     QStringList names(int most = std::numeric_limits<int>::max());
 
     /// The directory; empty before open().

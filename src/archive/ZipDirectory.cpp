@@ -65,6 +65,8 @@ bool ZipDirectory::read(ByteSource &source)
     End end;
     if (!findEnd(source, end))
         return false;
+    if (end.count < 0)
+        return false;
     m_claimedCount = end.count;
     if (end.count == 0)
         return true;

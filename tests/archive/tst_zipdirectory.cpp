@@ -122,6 +122,7 @@ private slots:
     void otherDirectoryInAComment();
 
     void zip64Ends();
+    void zip64EndsOfNoFile();
     void zip64Fields();
     void zip64ReferenceToNowhere();
 
@@ -388,6 +389,23 @@ void TestZipDirectory::zip64Ends()
         QVERIFY(archive.directory.isZip64());
         QCOMPARE(archive.directory.leadingBytes(), qint64(before.size()));
         QCOMPARE(archive.content("b"), QByteArray("second"));
+    }
+}
+
+// A number of 64 bits may be too large for any file.
+void TestZipDirectory::zip64EndsOfNoFile()
+{
+    constexpr int CountAt = 32;
+    constexpr int SizeAt = 40;
+    constexpr int OffsetAt = 48;
+    for (const int at : {CountAt, SizeAt, OffsetAt}) {
+        QByteArray bytes = rawZip64({{"a", "first"}});
+        const int end = int(bytes.indexOf("PK\6\6"));
+        poke32(bytes, end + at + 4, 0xfa000000);
+        Opened archive(bytes);
+        QVERIFY(!archive.isRead);
+        QCOMPARE(archive.directory.count(), 0);
+        QCOMPARE(archive.directory.claimedCount(), qint64(at == CountAt ? 0 : 1));
     }
 }
 
