@@ -64,7 +64,7 @@ private:
     std::size_t bucketOf(const Key &key) const
     {
         // The lowest bits of a hash may be few for short texts.
-        const auto hash = quint32(qHash(key)) * 0x9e3779b1U;
+        const quint64 hash = quint64(quint32(qHash(key))) * 0x9e3779b1U;
         return std::size_t(hash >> 12 ^ hash) & (m_buckets.size() - 1);
     }
     const Group *find(const Key &key) const

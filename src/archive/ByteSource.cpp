@@ -81,7 +81,8 @@ PartOfBytes::PartOfBytes(std::shared_ptr<ByteSource> source, qint64 start, qint6
 
 SharedBytes PartOfBytes::view(qint64 at, qint64 count)
 {
-    return m_source->view(m_start + at, bytesFrom(at, count));
+    const qint64 existing = bytesFrom(at, count);
+    return existing > 0 ? m_source->view(m_start + at, existing) : SharedBytes();
 }
 
 qint64 PartOfBytes::copy(qint64 at, qint64 count, char *data)

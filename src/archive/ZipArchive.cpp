@@ -141,9 +141,8 @@ std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
         return {};
     const quint32 wanted = m_directory.member(number).crc;
     if (data->method == ZipDirectory::Deflated) {
-        const qint64 size = data->size;
-        const SharedBytes bytes = content(number, size, budget, false);
-        if (bytes.isEmpty() && size > 0)
+        const SharedBytes bytes = content(number, MaxCheckedBytes, budget, false);
+        if (bytes.isEmpty() && data->size > 0)
             return {};
         return Inflater::checksum(bytes.view()) == wanted;
     }

@@ -31,6 +31,8 @@ public:
     /// for.
     static constexpr qint64 MemberWork = 16;
     static constexpr qint64 MemberBytes = 24;
+    /// Bytes of a compressed member whose checksum is checked: the whole member is inflated for it.
+    static constexpr qint64 MaxCheckedBytes = 64 << 20;
 
     /// The archive in the file @p fileName.
     explicit ZipArchive(const QString &fileName);
@@ -78,7 +80,7 @@ public:
     /// The bytes of the archive. Precondition: it is open.
     ByteSource &source() { return *m_source; }
     /// Whether the content of member @p number has the checksum of the directory; nothing when the member cannot be
-    /// read, or could cost more work than @p budget has left.
+    /// read, could cost more work than @p budget has left, or has more than MaxCheckedBytes and is compressed.
     std::optional<bool> hasRightChecksum(int number, Budget *budget);
 
 private:

@@ -97,6 +97,7 @@ private slots:
     void membersWithOtherSizesInTheirHeader();
     void membersBeyondTheFile();
     void checksumsOfMembers();
+    void checksumsUpToTheCeiling();
     void filesThatShrinkWhileTheyAreOpen();
     void packagesThatShrinkWhileTheyAreOpen();
     void archivesInArchives_data();
@@ -368,6 +369,19 @@ void TestZipArchive::checksumsOfMembers()
             Budget nothing(0, 0);
             QCOMPARE(archive.hasRightChecksum(1, &nothing), std::optional<bool>());
         }
+    }
+}
+
+void TestZipArchive::checksumsUpToTheCeiling()
+{
+    Budget plenty(Plenty, 0);
+    for (const Compression compression : {Compression::Deflated, Compression::Stored}) {
+        const QByteArray most(int(ZipArchive::MaxCheckedBytes), 'x');
+        ZipArchive archive(zip({{latin("a"), most}, {latin("b"), most + 'x'}}, compression));
+        QVERIFY(archive.open());
+        QCOMPARE(archive.hasRightChecksum(0, &plenty), std::optional<bool>(true));
+        const bool isChecked = compression == Compression::Stored;
+        QCOMPARE(archive.hasRightChecksum(1, &plenty), isChecked ? std::make_optional(true) : std::nullopt);
     }
 }
 
