@@ -50,7 +50,6 @@ int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     ZipDirectory directory;
     if (!directory.read(source))
         return 0;
-    directory.hasDuplicates();
     directory.hasOtherDirectory(source);
     for (int number = 0; number < directory.count(); ++number) {
         const ZipDirectory::Member member = directory.member(number);

@@ -198,7 +198,6 @@ void ZipDirectory::makeIndex()
         std::size_t slot = NameHash::of(name) & (size - 1);
         while (m_index[slot] != 0 && !isSame(this->name(int(m_index[slot]) - 1), name))
             slot = (slot + 1) & (size - 1);
-        m_hasDuplicates = m_hasDuplicates || m_index[slot] != 0;
         m_index[slot] = quint32(number) + 1;
     }
 }
@@ -213,13 +212,6 @@ int ZipDirectory::find(const ByteView &name)
     while (m_index[slot] != 0 && !isSame(this->name(int(m_index[slot]) - 1), name))
         slot = (slot + 1) & (m_index.size() - 1);
     return int(m_index[slot]) - 1;
-}
-
-bool ZipDirectory::hasDuplicates()
-{
-    if (m_index.empty())
-        makeIndex();
-    return m_hasDuplicates;
 }
 
 ZipDirectory::LocalHeader ZipDirectory::localHeader(ByteSource &source, const Member &member)

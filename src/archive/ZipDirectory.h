@@ -71,8 +71,6 @@ public:
     ByteView name(int number) const;
     /// The number of the last member with this name; -1 when there is none. The first call makes the index.
     int find(const ByteView &name);
-    /// Whether two members have one name.
-    bool hasDuplicates();
 
     /// A name as text. Names in packages are UTF-8, whatever their flags say; in any other name each byte is a character.
     static QString nameText(const ByteView &name);
@@ -118,8 +116,7 @@ private:
     QByteArray m_directory;
     std::vector<quint32> m_records; ///< offsets of the records in the directory
     std::vector<quint32> m_index;   ///< hash table: 1 + number of the last member of a name; 0 is free
-    bool m_hasDuplicates = false;
-    qint64 m_endAt = -1; ///< offset of the end record
+    qint64 m_endAt = -1;            ///< offset of the end record
     qint64 m_claimedCount = 0;
     bool m_isMultiDisk = false;
     bool m_isZip64 = false;
