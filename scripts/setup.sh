@@ -10,7 +10,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # To build the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
-    qtbase5-dev libquazip1-qt5-dev libdeflate-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
+    qtbase5-dev libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
 # To build with Qt 6.
@@ -34,7 +34,7 @@ system_packages=(
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
-    bash fish zsh mandoc groff-base python3-distributed
+    bash fish zsh mandoc groff-base python3-distributed apksigner openssl
     doxygen qhelpgenerator-qt5
 )
 # scripts/coverage.sh

@@ -63,6 +63,11 @@ bool PackageData::open()
     return true;
 }
 
+std::shared_ptr<ByteSource> PackageData::bytes()
+{
+    return open() ? m_outer->sharedSource() : nullptr;
+}
+
 void PackageData::openSplits()
 {
     if (!open() || m_set == nullptr)

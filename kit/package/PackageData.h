@@ -61,6 +61,10 @@ public:
     PackageError::Code error() const { return m_error; }
     /// The fault behind the error; may be empty.
     QString fault() const { return m_fault; }
+    /// The bytes of the package or the set; null when it cannot be opened.
+    std::shared_ptr<ByteSource> bytes();
+    /// The path of its file, as the system has it; empty for a device.
+    QByteArray path() const { return m_outer->path(); }
     /// The manifest; an empty one when it cannot be read.
     const Manifest &manifest();
     /// Names of the splits.

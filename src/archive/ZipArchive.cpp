@@ -3,6 +3,8 @@
 
 #include "archive/BytesOfFile.h"
 
+#include <QFile>
+
 #include <limits>
 #include <utility>
 
@@ -17,6 +19,11 @@ std::unique_ptr<ZipArchive> ZipArchive::atNativePath(const QByteArray &path)
     std::unique_ptr<ZipArchive> archive(new ZipArchive);
     archive->m_nativePath = path;
     return archive;
+}
+
+QByteArray ZipArchive::path() const
+{
+    return m_nativePath.isNull() ? QFile::encodeName(m_fileName) : m_nativePath;
 }
 
 std::shared_ptr<ByteSource> ZipArchive::openSource() const

@@ -41,6 +41,8 @@ public:
     explicit ZipArchive(QIODevice *device);
     /// The archive in @p bytes.
     explicit ZipArchive(const QByteArray &bytes);
+    /// The archive in @p source, which may be shared with others.
+    explicit ZipArchive(std::shared_ptr<ByteSource> source) : m_source(std::move(source)) {}
     /// The archive in the file at @p path, the bytes that the system has for it. They need not be text.
     static std::unique_ptr<ZipArchive> atNativePath(const QByteArray &path);
 
@@ -79,6 +81,10 @@ public:
     ZipDirectory &directory() { return m_directory; }
     /// The bytes of the archive. Precondition: it is open.
     ByteSource &source() { return *m_source; }
+    /// The same; null before open() when this object opens them.
+    std::shared_ptr<ByteSource> sharedSource() const { return m_source; }
+    /// The path of the archive's file, as the system has it; empty for an archive elsewhere.
+    QByteArray path() const;
     /// Whether the content of member @p number has the checksum of the directory; nothing when the member cannot be
     /// read, could cost more work than @p budget has left, or has more than MaxCheckedBytes and is compressed.
     std::optional<bool> hasRightChecksum(int number, Budget *budget);
@@ -95,7 +101,6 @@ private:
     };
 
     ZipArchive() = default;
-    explicit ZipArchive(std::shared_ptr<ByteSource> source) : m_source(std::move(source)) {}
     std::shared_ptr<ByteSource> openSource() const;
     int find(const QString &path);
     /// The bytes of member @p number; nothing when it cannot be read.

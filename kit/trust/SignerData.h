@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_SIGNERDATA_H
+#define SORRELKIT_SIGNERDATA_H
+
+#include <SorrelKit/Signer.h>
+
+#include <QSharedData>
+
+#include <limits>
+
+namespace SorrelKit {
+
+/// The values of a signer, see there.
+struct SignerFields {
+    Certificate certificate;
+    Signer::Scheme scheme = Signer::Scheme::None;
+    int minSdkVersion = 0;
+    int maxSdkVersion = std::numeric_limits<int>::max();
+    QList<PastSigner> lineage;
+};
+
+class SignerData : public QSharedData, public SignerFields
+{
+};
+
+/// Makes signers.
+class SignatureAccess
+{
+public:
+    static Signer signer(const SignerFields &fields)
+    {
+        Signer result;
+        static_cast<SignerFields &>(*result.d) = fields;
+        return result;
+    }
+};
+
+} // namespace SorrelKit
+
+#endif
