@@ -55,6 +55,7 @@ constexpr IssueText issueTexts[] = {
     {Code::BadAttribute, "an attribute is damaged"},
     {Code::UnknownAttribute, "an attribute is unknown"},
     {Code::SdkVersionsDiffer, "API levels of a signer differ"},
+    {Code::SdkVersionsOverlap, "several signers are for the same API levels"},
     {Code::SdkVersionsUncovered, "no signer is for some API levels"},
     {Code::BadLineage, "the lineage of keys is damaged"},
     {Code::LineageDiffers, "the lineage of keys does not lead to the signer"},

@@ -61,6 +61,7 @@ public:
         BadAttribute,         ///< "an attribute is damaged"
         UnknownAttribute,     ///< "an attribute is unknown"
         SdkVersionsDiffer,    ///< "API levels of a signer differ"
+        SdkVersionsOverlap,   ///< "several signers are for the same API levels"
         SdkVersionsUncovered, ///< "no signer is for some API levels"
         BadLineage,           ///< "the lineage of keys is damaged"
         LineageDiffers,       ///< "the lineage of keys does not lead to the signer"
