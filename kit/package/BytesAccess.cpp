@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/BytesAccess.h"
 
+#include "format/AndroidAttributes.h"
 #include "package/PackageAccess.h"
 
 namespace SorrelKit {
@@ -10,7 +11,8 @@ namespace SORRELKIT_PRIVATE_NAMESPACE {
 PackageBytes packageBytes(const Package &package)
 {
     PackageData &data = *PackageAccess::data(package);
-    return {data.bytes(), data.path()};
+    const ResolvedValue sandbox = data.resolved(data.manifest().root().attribute(Attr::TargetSandboxVersion));
+    return {data.bytes(), data.path(), sandbox.value.integer().value_or(0)};
 }
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE

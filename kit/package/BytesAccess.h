@@ -25,9 +25,11 @@ struct PackageBytes {
     std::shared_ptr<ByteSource> source;
     /// The path of the file, as the system has it; empty for a device.
     QByteArray path;
+    /// The attribute `targetSandboxVersion` of the manifest; 0 when there is none.
+    int targetSandboxVersion = 0;
 };
 
-/// The bytes of @p package. Opens it on first use. They are mapped by KitCore's code: two guards of mappings in one
+/// The bytes of @p package. Opens it and reads its manifest on first use. They are mapped by KitCore's code: two guards of mappings in one
 /// process would disable each other (archive/MappingGuard.h).
 SORRELKITCORE_EXPORT PackageBytes packageBytes(const Package &package);
 

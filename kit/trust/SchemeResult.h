@@ -32,7 +32,7 @@ struct VerifiedSigner {
 
 /// The result of verifying a package by one scheme.
 struct SchemeResult {
-    explicit SchemeResult(Signer::Scheme scheme = Signer::Scheme::None) : scheme(scheme), issues(scheme) {}
+    explicit SchemeResult(Signer::Scheme of = Signer::Scheme::None) : scheme(of), issues(of) {}
 
     /// Whether the package is signed by the scheme, and everything about it is right.
     bool isVerified() const { return isFound && !issues.hasErrors() && !signers.isEmpty(); }

@@ -33,6 +33,7 @@ constexpr IssueText issueTexts[] = {
     {Code::NotSigned, "the package has no signature that this version of Android accepts"},
     {Code::TooCostly, "verification takes too much"},
     {Code::TooManyIssues, "there are more issues than are listed"},
+    {Code::NoSdkVersion, "no API level is in the range"},
     {Code::SchemeRequired, "the package needs a newer signature scheme"},
     {Code::SignersDiffer, "the signature schemes have different signers"},
     {Code::SetSignersDiffer, "the packages of the set have different signers"},

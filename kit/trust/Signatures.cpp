@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Signatures.h>
 
+#include "trust/SetVerifier.h"
 #include "trust/SignaturesData.h"
+#include "trust/SignerComparison.h"
 
 namespace SorrelKit {
 
@@ -12,8 +14,12 @@ Signatures::Signatures() : d(new SignaturesData)
 
 Signatures::Signatures(const Package &package, const SignatureRequest &request) : Signatures()
 {
-    Q_UNUSED(package)
-    Q_UNUSED(request)
+    const SetVerifier verifier(package, request);
+    if (verifier.isOpen())
+        verifier.verify(d.data());
+    else
+        d->errors = {
+            SignatureIssue(SignatureIssue::Code::CannotOpen, Signer::Scheme::None, {}, package.error().message())};
 }
 
 Signatures::Signatures(const Signatures &other) = default;
@@ -24,23 +30,17 @@ Signatures::~Signatures() = default;
 
 bool Signatures::isVerified() const
 {
-    return d->errors.isEmpty();
+    return d->errors.isEmpty() && !d->schemes.isEmpty();
 }
 
 QList<Signer::Scheme> Signatures::schemes() const
 {
-    return d->signers.keys();
+    return d->schemes;
 }
 
 QList<Signer> Signatures::signers() const
 {
-    const QList<Signer::Scheme> tried{Signer::Scheme::V31, Signer::Scheme::V3, Signer::Scheme::V2, Signer::Scheme::V1};
-    for (const Signer::Scheme scheme : tried) {
-        const QList<Signer> found = signers(scheme);
-        if (!found.isEmpty())
-            return found;
-    }
-    return {};
+    return SignerComparison::currentSigners(*d);
 }
 
 QList<Signer> Signatures::signers(Signer::Scheme scheme) const
@@ -85,9 +85,9 @@ QString Signatures::name() const
 
 Signatures::SignerMatch Signatures::compareSigners(const Signatures &installed, const Signatures &update)
 {
-    Q_UNUSED(installed)
-    Q_UNUSED(update)
-    return SignerMatch::Unverified;
+    if (!installed.isVerified() || !update.isVerified())
+        return SignerMatch::Unverified;
+    return SignerComparison::compare(installed.signers(), update.signers());
 }
 
 bool Signatures::sameSigner(const Signatures &installed, const Signatures &update)

@@ -22,6 +22,27 @@ Signer::Scheme Signer::scheme() const
     return d->scheme;
 }
 
+QString Signer::schemeName(Scheme scheme)
+{
+    switch (scheme) {
+    case Scheme::None:
+        break;
+    case Scheme::V1:
+        return QStringLiteral("v1");
+    case Scheme::V2:
+        return QStringLiteral("v2");
+    case Scheme::V3:
+        return QStringLiteral("v3");
+    case Scheme::V31:
+        return QStringLiteral("v3.1");
+    case Scheme::V4:
+        return QStringLiteral("v4");
+    case Scheme::Stamp:
+        return QStringLiteral("stamp");
+    }
+    return {};
+}
+
 int Signer::minSdkVersion() const
 {
     return d->minSdkVersion;

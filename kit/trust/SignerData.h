@@ -23,18 +23,6 @@ class SignerData : public QSharedData, public SignerFields
 {
 };
 
-/// Makes signers.
-class SignatureAccess
-{
-public:
-    static Signer signer(const SignerFields &fields)
-    {
-        Signer result;
-        static_cast<SignerFields &>(*result.d) = fields;
-        return result;
-    }
-};
-
 } // namespace SorrelKit
 
 #endif

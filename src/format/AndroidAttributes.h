@@ -21,6 +21,7 @@ constexpr quint32 VersionCodeMajor = 0x01010576;
 constexpr quint32 MinSdkVersion = 0x0101020c;
 constexpr quint32 TargetSdkVersion = 0x01010270;
 constexpr quint32 MaxSdkVersion = 0x01010271;
+constexpr quint32 TargetSandboxVersion = 0x0101054c;
 constexpr quint32 Enabled = 0x0101000e;
 constexpr quint32 Exported = 0x01010010;
 constexpr quint32 TargetActivity = 0x01010202;

@@ -39,6 +39,7 @@ public:
         NotSigned, ///< "the package has no signature that this version of Android accepts": nothing signed the package for the API levels that were asked for
         TooCostly, ///< "verification takes too much": the package would cost more than docs/limits.md allows
         TooManyIssues,        ///< "there are more issues than are listed"
+        NoSdkVersion,         ///< "no API level is in the range"
         SchemeRequired,       ///< "the package needs a newer signature scheme"
         SignersDiffer,        ///< "the signature schemes have different signers"
         SetSignersDiffer,     ///< "the packages of the set have different signers"

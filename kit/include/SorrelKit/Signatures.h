@@ -46,7 +46,6 @@ class SORRELTRUST_EXPORT Signatures
     Q_GADGET
     Q_PROPERTY(QString name READ name CONSTANT)
     Q_PROPERTY(bool verified READ isVerified CONSTANT)
-    Q_PROPERTY(QList<SorrelKit::Signer::Scheme> schemes READ schemes CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Signer> signers READ signers CONSTANT)
     Q_PROPERTY(SorrelKit::Certificate stamp READ stamp CONSTANT)
     Q_PROPERTY(QList<SorrelKit::SignatureIssue> errors READ errors CONSTANT)
@@ -90,10 +89,12 @@ public:
     /// one that it knows, so an older one may be missing although it is in the package. Of a set: the schemes by which
     /// all packages verified. @since 0.5.1
     QList<Signer::Scheme> schemes() const;
-    /// The signers by the newest scheme in schemes() except Scheme::V4, which has no signers of its own; of a set, those
-    /// of its base. Empty when nothing verified. Several people may sign a package by v1 and v2. @since 0.5.1
+    /// The signers on a device of the newest version that was verified: those by the newest scheme in schemes() except
+    /// Scheme::V4, which has no signers of its own; of a set, those of its base. Empty when nothing verified. Several
+    /// people may sign a package by v1 and v2; by v3 and v3.1, one does. @since 0.5.1
     QList<Signer> signers() const;
-    /// The signers by @p scheme; empty when it did not verify. Of a set, those of its base. @since 0.5.1
+    /// The signers by @p scheme; empty when it did not verify. By Scheme::V3 and Scheme::V31, each is for API levels of
+    /// its own. Of a set, those of its base. @since 0.5.1
     QList<Signer> signers(Signer::Scheme scheme) const;
     /// The certificate of the source stamp; null when there is none, or it did not verify. A stamp has no effect on
     /// isVerified(). @since 0.5.1
@@ -122,6 +123,8 @@ public:
     static bool sameSigner(const Signatures &installed, const Signatures &update);
 
 private:
+    friend class SignatureAccess;
+
     QSharedDataPointer<SignaturesData> d;
 };
 

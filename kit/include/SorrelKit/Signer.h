@@ -8,6 +8,7 @@
 #include <QList>
 #include <QMetaType>
 #include <QSharedDataPointer>
+#include <QString>
 
 namespace SorrelKit {
 
@@ -62,6 +63,8 @@ public:
     Certificate certificate() const;
     /// The scheme by which it signed. @since 0.5.1
     Scheme scheme() const;
+    /// The usual name of @p scheme ("v1", "v3.1", "stamp"); empty for Scheme::None. @since 0.5.1
+    static QString schemeName(Scheme scheme);
     /// The lowest API level that the signature is for; 0 when the scheme does not limit it. @since 0.5.1
     int minSdkVersion() const;
     /// The highest API level that the signature is for; 2147483647 when the scheme does not limit it. @since 0.5.1

@@ -7,19 +7,33 @@
 #include <openssl/core_names.h>
 #include <openssl/err.h>
 #include <openssl/evp.h>
+#include <openssl/objects.h>
 #include <openssl/rsa.h>
 #include <openssl/x509.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace SorrelKit {
 
 namespace {
 
-/// A product of two numbers of 64 bits takes about as long as inflating a fifth of a byte.
+/// Products of two numbers of 64 bits in the time of inflating a byte.
 constexpr qint64 ProductsOfWork = 4;
-/// Verification by a key on an elliptic curve, and with DSA, multiplies about this many times for each bit.
-constexpr qint64 ProductsOfBit = 12;
+/// Numbers of the key's length that are multiplied for each bit of an exponent, and on a curve for each bit of its order.
+constexpr qint64 StepsOfExponentBit = 2;
+constexpr qint64 StepsOfDsaBit = 4;
+constexpr qint64 StepsOfCurveBit = 48;
+
+bool isKnownCurve(const EVP_PKEY *key)
+{
+    char name[32] = {};
+    if (EVP_PKEY_get_group_name(key, name, sizeof name, nullptr) != 1)
+        return false;
+    const int known[] = {NID_secp224r1, NID_X9_62_prime256v1, NID_secp384r1, NID_secp521r1};
+    return std::find(std::begin(known), std::end(known), OBJ_txt2nid(name)) != std::end(known);
+}
 
 PublicKey::Algorithm algorithmOf(const EVP_PKEY *key)
 {
@@ -30,26 +44,31 @@ PublicKey::Algorithm algorithmOf(const EVP_PKEY *key)
     case EVP_PKEY_DSA:
         return PublicKey::Algorithm::Dsa;
     case EVP_PKEY_EC:
-        return PublicKey::Algorithm::Ec;
+        return isKnownCurve(key) ? PublicKey::Algorithm::Ec : PublicKey::Algorithm::Other;
     default:
         return PublicKey::Algorithm::Other;
     }
 }
 
-int exponentBits(const EVP_PKEY *key)
+/// Bits of the number @p name of @p key; the most that there may be when it cannot be read.
+qint64 numberBits(const EVP_PKEY *key, const char *name)
 {
-    BIGNUM *exponent = nullptr;
-    if (EVP_PKEY_get_bn_param(key, OSSL_PKEY_PARAM_RSA_E, &exponent) != 1)
+    BIGNUM *number = nullptr;
+    if (EVP_PKEY_get_bn_param(key, name, &number) != 1)
         return PublicKey::MaxBits;
-    const int bits = BN_num_bits(exponent);
-    BN_free(exponent);
+    const int bits = BN_num_bits(number);
+    BN_free(number);
     return bits;
 }
 
 qint64 workOf(const EVP_PKEY *key, PublicKey::Algorithm algorithm, int bits)
 {
     const qint64 words = (qint64(bits) + 63) / 64;
-    const qint64 steps = algorithm == PublicKey::Algorithm::Rsa ? 2 * qint64(exponentBits(key)) : ProductsOfBit * bits;
+    qint64 steps = StepsOfCurveBit * bits;
+    if (algorithm == PublicKey::Algorithm::Rsa)
+        steps = StepsOfExponentBit * numberBits(key, OSSL_PKEY_PARAM_RSA_E);
+    else if (algorithm == PublicKey::Algorithm::Dsa)
+        steps = StepsOfDsaBit * numberBits(key, OSSL_PKEY_PARAM_FFC_Q);
     return steps * words * words / ProductsOfWork;
 }
 

@@ -27,8 +27,8 @@ struct SignatureMethod {
     HashAlgorithm hash = HashAlgorithm::Sha256;
 };
 
-/// A public key of RSA, DSA or on an elliptic curve, and OpenSSL's verification by it. Copies share the key; it may be
-/// used in several threads.
+/// A public key of RSA, DSA or on an elliptic curve, and OpenSSL's verification by it. The curves are those that Android
+/// has: P-224, P-256, P-384 and P-521, by name. Copies share the key; it may be used in several threads.
 class PublicKey
 {
 public:
@@ -58,8 +58,8 @@ public:
     Algorithm algorithm() const { return m_algorithm; }
     /// Bits of the modulus, of the prime p, or of the curve's order; 0 without a key.
     int bits() const { return m_bits; }
-    /// Work of verifying one signature, in the unit of Budget. It grows with the square of bits(), and for RSA with the
-    /// bits of the exponent.
+    /// Work of verifying one signature, in the unit of Budget. It grows with the square of bits(), and with the bits of
+    /// the exponent.
     qint64 work() const { return m_work; }
     /// Whether @p signature is that of @p data by @p method. Spends work() and a unit for each byte of @p data.
     Result verify(const SignatureMethod &method, const ByteView &signature, const ByteView &data, Budget *budget) const;

@@ -35,6 +35,7 @@ private slots:
     void verifiesWhatWasSigned();
     void refusesEveryOtherBit();
     void refusesAnotherKindOfKey();
+    void refusesOtherCurves();
     void refusesDamagedKeys();
     void spendsItsWork();
     void refusesKeysThatAreTooLong();
@@ -101,6 +102,15 @@ void TestPublicKey::refusesAnotherKindOfKey()
     const QByteArray spki = fixture::TestKey::ec().publicKey();
     QCOMPARE(verify(PublicKey::fromDer(ByteView(spki)), rsa, "signature", "data"), Result::Mismatched);
     QCOMPARE(verify(PublicKey(), rsa, "signature", "data"), Result::Mismatched);
+}
+
+void TestPublicKey::refusesOtherCurves()
+{
+    const fixture::TestKey key = fixture::TestKey::ec(1, "brainpoolP256r1");
+    const QByteArray spki = key.publicKey();
+    const PublicKey known = PublicKey::fromDer(ByteView(spki));
+    QCOMPARE(known.algorithm(), PublicKey::Algorithm::Other);
+    QCOMPARE(verify(known, ec, key.sign(ec, "data"), "data"), Result::Mismatched);
 }
 
 void TestPublicKey::refusesDamagedKeys()
