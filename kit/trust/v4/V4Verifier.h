@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef SORRELKIT_V4VERIFIER_H
+#define SORRELKIT_V4VERIFIER_H
+
+#include "trust/SchemeResult.h"
+
+class Budget;
+class ByteSource;
+
+namespace SorrelKit {
+
+/// Verifies v4 signatures: a signature on the root of the hash tree of the whole file, in a file of its own. It needs
+/// another signature in the package, whose signer and digest it repeats.
+class V4Verifier
+{
+public:
+    /**
+     * The signature in @p idsig on @p package, which v2, v3 or v3.1 verified with @p counterpart. With v3.1, the signing
+     * info of v3.1 counts, otherwise the first one. All signing infos must be right.
+     *
+     * Everything that is not as apksigner writes it is an error: a salt, another hash or page size, bytes behind the
+     * last field. The tree may be missing.
+     *
+     * Cost: the hashes of the whole package, on all processors, unless a cheaper check fails; the tree, which has a
+     * 127th of the package's size, is held in @p budget. Signatures spend theirs.
+     */
+    static SchemeResult verify(ByteSource &package, ByteSource &idsig, const SchemeResult &counterpart, Budget *budget);
+};
+
+} // namespace SorrelKit
+
+#endif
