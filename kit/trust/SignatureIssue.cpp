@@ -68,6 +68,7 @@ constexpr IssueText issueTexts[] = {
     {Code::UnreadableMember, "a member cannot be read"},
     {Code::MissingSignatureFile, "a signature block has no signature file"},
     {Code::BadSignatureBlock, "a signature block is damaged"},
+    {Code::UnsupportedAlgorithm, "some versions of Android do not know an algorithm"},
     {Code::UnknownDigest, "no digest has a known algorithm"},
     {Code::ManifestChanged, "the manifest was changed"},
     {Code::SectionChanged, "a section of the manifest was changed"},

@@ -34,6 +34,14 @@ public:
     /// Bytes of a compressed member whose checksum is checked: the whole member is inflated for it.
     static constexpr qint64 MaxCheckedBytes = 64 << 20;
 
+    /// The bytes of a member in the archive.
+    struct Data {
+        qint64 at = 0;
+        qint64 packedSize = 0; ///< less than the directory has when the file is cut
+        qint64 size = 0;       ///< bytes that the member delivers
+        quint16 method = ZipDirectory::Stored;
+    };
+
     /// The archive in the file @p fileName.
     explicit ZipArchive(const QString &fileName);
     /// The archive on @p device, random-access and not open, which stays the caller's and outlives this object. It is
@@ -77,6 +85,10 @@ public:
     /// lead back to its member.
     QStringList names(int most = std::numeric_limits<int>::max());
 
+    /// Where the bytes of member @p number are, for callers that read them piece by piece; nothing when it cannot be
+    /// read, or @p number is below 0.
+    std::optional<Data> data(int number);
+
     /// The directory; empty before open().
     ZipDirectory &directory() { return m_directory; }
     /// The bytes of the archive. Precondition: it is open.
@@ -92,19 +104,9 @@ public:
 private:
     Q_DISABLE_COPY(ZipArchive)
 
-    /// The bytes of a member in the archive.
-    struct Data {
-        qint64 at = 0;
-        qint64 packedSize = 0;
-        qint64 size = 0;
-        quint16 method = ZipDirectory::Stored;
-    };
-
     ZipArchive() = default;
     std::shared_ptr<ByteSource> openSource() const;
     int find(const QString &path);
-    /// The bytes of member @p number; nothing when it cannot be read.
-    std::optional<Data> data(int number);
     SharedBytes content(int number, qint64 maxBytes, Budget *budget, bool mayView);
 
     QString m_fileName;            ///< null for an archive of another kind

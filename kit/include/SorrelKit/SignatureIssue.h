@@ -74,6 +74,7 @@ public:
         UnreadableMember,     ///< "a member cannot be read"
         MissingSignatureFile, ///< "a signature block has no signature file"
         BadSignatureBlock,    ///< "a signature block is damaged"
+        UnsupportedAlgorithm, ///< "some versions of Android do not know an algorithm"
         UnknownDigest,        ///< "no digest has a known algorithm"
         ManifestChanged,      ///< "the manifest was changed"
         SectionChanged,       ///< "a section of the manifest was changed"

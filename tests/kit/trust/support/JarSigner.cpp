@@ -127,9 +127,12 @@ QByteArray signerInfo(const QByteArray &signatureFile, const TestKey &key, const
 {
     const Certificate certificate = Certificate::fromDer(key.certificate(options.certificate));
     const CertificateData &fields = CertificateAccess::data(certificate);
-    const SignatureMethod method = methodOf(key, options.signatureHash);
+    const bool hasAlgorithm = !options.signatureAlgorithm.isNull();
+    const SignatureMethod method = methodOf(key, hasAlgorithm ? options.signedHash : options.signatureHash);
     const QByteArray version = der(0x02, QByteArray(1, '\x01'));
-    const QByteArray hash = sequence(hashOid(method.hash) + der(0x05, QByteArray()));
+    const QByteArray hash = sequence(hashOid(options.signatureHash) + der(0x05, QByteArray()));
+    const QByteArray algorithm =
+        hasAlgorithm ? sequence(oid(options.signatureAlgorithm.constData())) : keyAlgorithm(method.key);
     const QByteArray head = version + sequence(fields.issuerDer + fields.serialDer) + hash;
     QByteArray attributes;
     QByteArray signature;
@@ -142,7 +145,7 @@ QByteArray signerInfo(const QByteArray &signatureFile, const TestKey &key, const
     }
     if (options.editSignature)
         options.editSignature(signature);
-    return sequence(head + attributes + keyAlgorithm(method.key) + der(0x04, signature));
+    return sequence(head + attributes + algorithm + der(0x04, signature));
 }
 
 Member memberOf(const QByteArray &name, const QByteArray &content)
