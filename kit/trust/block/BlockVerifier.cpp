@@ -74,6 +74,10 @@ void BlockVerifier::checkContent(const QVector<CheckedSigner> &signers, SchemeRe
     QVector<ContentDigest::Kind> kinds;
     for (const CheckedSigner &signer : signers)
         kinds += signer.kinds;
+    if (kinds.contains(ContentDigest::Kind::VeritySha256) && !m_content->hasWholePages()) {
+        result->issues.addError(Code::BadBlock, QString(), QStringLiteral("it does not consist of pages"));
+        return;
+    }
     m_digests->compute(kinds, m_budget);
     for (const CheckedSigner &signer : signers) {
         for (const ContentDigest &digest : signer.verified.digests) {

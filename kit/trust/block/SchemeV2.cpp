@@ -11,7 +11,7 @@ using Code = SignatureIssue::Code;
 
 /// A scheme that must not be removed.
 constexpr quint32 StrippingProtection = 0xbeeff00d;
-constexpr quint32 NumberOfV2 = 2;
+constexpr quint32 NumberOfV2 = 2; // protects nothing, and apksigner refuses it
 constexpr quint32 NumberOfV3 = 3;
 
 } // namespace
@@ -41,11 +41,11 @@ void SchemeV2::checkAttribute(const SignerBlock::Attribute &attribute, const QSt
     }
     PrefixedFields fields(attribute.value);
     const quint32 scheme = fields.u32();
-    if (fields.hasFailed())
+    if (fields.hasFailed() || scheme == NumberOfV2)
         m_issues->addError(Code::BadAttribute, subject, SignatureAlgorithms::idText(attribute.id));
-    else if (scheme != NumberOfV2 && scheme != NumberOfV3)
+    else if (scheme != NumberOfV3)
         m_issues->addWarning(Code::UnknownScheme, subject, QString::number(scheme));
-    else if (scheme == NumberOfV3 && !hasV3 && sdk.max >= SdkRange::Pie)
+    else if (!hasV3 && sdk.max >= SdkRange::Pie)
         m_issues->addError(Code::SchemeStripped, subject, QStringLiteral("v3"));
 }
 

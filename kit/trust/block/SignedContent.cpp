@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "trust/block/SignedContent.h"
 
+#include "trust/block/MerkleTree.h"
+
 #include <QtEndian>
 
 #include <cstring>
@@ -19,6 +21,11 @@ SignedContent::SignedContent(ByteSource &source, const SigningBlock &block)
     m_sections[1] = {m_blockAt, directorySize};
     m_sections[2] = {m_blockAt + directorySize, m_end.size()};
     setSize(m_blockAt + directorySize + m_end.size());
+}
+
+bool SignedContent::hasWholePages() const
+{
+    return m_blockAt % MerkleTree::PageSize == 0 && m_directoryAt % MerkleTree::PageSize == 0;
 }
 
 SharedBytes SignedContent::view(qint64 at, qint64 count)

@@ -29,6 +29,8 @@ public:
     /// The content of the package in @p source, which outlives this object. Precondition: @p block is good.
     SignedContent(ByteSource &source, const SigningBlock &block);
 
+    /// Whether the block begins and ends at a page of 4096 bytes. Android refuses digests of Merkle trees otherwise.
+    bool hasWholePages() const;
     /// The members, the directory, and the end record.
     const std::array<Section, 3> &sections() const { return m_sections; }
     SharedBytes view(qint64 at, qint64 count) override;

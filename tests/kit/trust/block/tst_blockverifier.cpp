@@ -17,16 +17,6 @@ QByteArray smallZip()
     return rawZip({{"AndroidManifest.xml", "manifest"}, {"classes.dex", "code"}});
 }
 
-QString issuesOf(const SchemeResult &result)
-{
-    QStringList texts;
-    for (const SignatureIssue &issue : result.issues.errors())
-        texts.append(issue.message());
-    for (const SignatureIssue &issue : result.issues.warnings())
-        texts.append(QStringLiteral("warning: ") + issue.message());
-    return texts.join(QStringLiteral("; "));
-}
-
 TestKey keyFor(quint32 algorithm)
 {
     switch (algorithm) {
@@ -84,8 +74,8 @@ void TestBlockVerifier::verifiesEveryAlgorithm()
     OpenedBlock opened(builder.build());
     QVERIFY(opened.verifier->hasBlock());
     const SchemeResult result = opened.verify(Scheme(scheme), SdkRange().from(28));
-    QVERIFY2(result.isVerified(), qPrintable(issuesOf(result)));
-    QVERIFY2(result.issues.warnings().isEmpty(), qPrintable(issuesOf(result)));
+    QVERIFY2(result.isVerified(), qPrintable(messageOf(result)));
+    QVERIFY2(result.issues.warnings().isEmpty(), qPrintable(messageOf(result)));
     QCOMPARE(result.signers.size(), 1);
     QCOMPARE(result.signers.first().signer.certificate.der(), signer.certificates.first());
     QCOMPARE(result.signers.first().signer.scheme, Scheme(scheme));
@@ -95,7 +85,7 @@ void TestBlockVerifier::verifiesEveryAlgorithm()
              builder.contentDigest(algorithm));
     if (Scheme(scheme) == Scheme::V31) {
         const SchemeResult v3 = opened.verify(Scheme::V3);
-        QVERIFY2(v3.isVerified(), qPrintable(issuesOf(v3)));
+        QVERIFY2(v3.isVerified(), qPrintable(messageOf(v3)));
     }
 }
 

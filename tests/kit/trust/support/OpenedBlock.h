@@ -8,6 +8,7 @@
 #include "trust/block/BlockVerifier.h"
 
 #include <QByteArray>
+#include <QStringList>
 
 #include <memory>
 
@@ -50,6 +51,23 @@ public:
     bool isArchive = false;
     std::unique_ptr<SorrelKit::BlockVerifier> verifier;
 };
+
+/// The errors of a result, and its warnings behind "warning: ", in their order.
+inline QStringList messagesOf(const SorrelKit::SchemeResult &result)
+{
+    QStringList messages;
+    for (const SorrelKit::SignatureIssue &issue : result.issues.errors())
+        messages.append(issue.message());
+    for (const SorrelKit::SignatureIssue &issue : result.issues.warnings())
+        messages.append(QStringLiteral("warning: ") + issue.message());
+    return messages;
+}
+
+/// The same in one text.
+inline QString messageOf(const SorrelKit::SchemeResult &result)
+{
+    return messagesOf(result).join(QStringLiteral("; "));
+}
 
 } // namespace fixture
 
