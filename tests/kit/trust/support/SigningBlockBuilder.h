@@ -56,9 +56,9 @@ struct LineageLevel {
     QByteArray certificate;
     quint32 algorithm = 0x0103; ///< by which the key signs the next level
     quint32 flags = 31;
-    qint64 signedAlgorithm = -1;                        ///< of the parent, in the signed data; -1 for the true one
-    std::function<void(QByteArray &data)> onSignedData; ///< before it is signed
-    std::function<void(QByteArray &level)> onLevel;     ///< the whole level, without its size
+    qint64 signedAlgorithm = -1; ///< of the parent, in the signed data; -1 for the true one
+    std::function<void(QByteArray &data)> onSignedData = nullptr; ///< before it is signed
+    std::function<void(QByteArray &level)> onLevel = nullptr;     ///< the whole level, without its size
 };
 
 /// The value of the attribute with the lineage.
