@@ -3,6 +3,8 @@
 
 #include "trust/SignerWeaknesses.h"
 #include "trust/block/BlockVerifier.h"
+#include "trust/jar/JarVerifier.h"
+#include "trust/v4/V4Verifier.h"
 
 #include <QSet>
 
@@ -80,8 +82,7 @@ void PackageVerifier::verifyJar(ZipArchive &package, Budget *budget)
         found.append(2);
     if (m_v3.isFound || m_v31.isFound)
         found.append(3);
-    Q_UNUSED(package)
-    Q_UNUSED(budget)
+    m_v1 = JarVerifier(package, budget).verify(m_task.sdk, found);
     if (m_v1.isFound)
         return;
     if (hasBlockScheme())
@@ -93,9 +94,11 @@ void PackageVerifier::verifyJar(ZipArchive &package, Budget *budget)
 
 void PackageVerifier::verifyV4(ZipArchive &package, ByteSource &v4Signature, Budget *budget)
 {
-    Q_UNUSED(package)
-    Q_UNUSED(v4Signature)
-    Q_UNUSED(budget)
+    const std::array<const SchemeResult *, 3> newestFirst{&m_v31, &m_v3, &m_v2};
+    const auto counterpart =
+        std::find_if(newestFirst.cbegin(), newestFirst.cend(), [](const SchemeResult *each) { return each->isFound; });
+    m_v4 = V4Verifier::verify(package.source(), v4Signature, counterpart == newestFirst.cend() ? m_v2 : **counterpart,
+                              budget);
 }
 
 void PackageVerifier::checkTarget()
@@ -174,8 +177,10 @@ void PackageVerifier::moveTo(SignaturesFields *data)
     data->errors += m_issues.errors();
     data->warnings += m_issues.warnings();
     for (const SchemeResult *const each : {&m_v1, &m_v2, &m_v3, &m_v31, &m_v4}) {
-        data->errors += each->issues.errors();
-        data->warnings += each->issues.warnings();
+        if (each->isFound) {
+            data->errors += each->issues.errors();
+            data->warnings += each->issues.warnings();
+        }
         if (!each->isVerified())
             continue;
         data->schemes.append(each->scheme);
