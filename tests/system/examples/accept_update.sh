@@ -9,7 +9,7 @@ trap 'rm -rf "$work"' EXIT
 cd "$work"
 
 for name in first second; do
-    keytool -genkeypair -keystore "$name.jks" -storepass secret -alias key -keyalg EC -dname "CN=$name" 2>log ||
+    keytool -genkeypair -keystore "$name.jks" -storepass secret -alias key -keyalg RSA -dname "CN=$name" 2>log ||
         { cat log >&2; exit 1; }
 done
 
