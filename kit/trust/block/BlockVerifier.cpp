@@ -85,7 +85,9 @@ void BlockVerifier::checkContent(const QVector<CheckedSigner> &signers, SchemeRe
                 continue;
             const QByteArray actual = contentDigest(digest.kind);
             // A digest that cannot be computed is empty, and a digest in a signer never is.
-            if (actual.isEmpty() || actual != digest.digest)
+            if (actual.isEmpty() && m_budget->bytesLeft() < ContentDigests::PieceSize)
+                result->issues.addError(Code::TooCostly, signer.subject, QStringLiteral("the content"));
+            else if (actual.isEmpty() || actual != digest.digest)
                 result->issues.addError(Code::ContentChanged, signer.subject, QLatin1String(kindText(digest.kind)));
         }
         result->signers.append(signer.verified);
