@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "BlockSeeds.h"
 #include "Bytes.h"
 #include "KitSeeds.h"
 #include "Pictures.h"
@@ -153,6 +154,7 @@ int main(int argc, char *argv[])
     writeAll(directory + QStringLiteral("/path"), pathSeeds());
     writeAll(drawables, drawableSeeds(QStringLiteral(SORREL_SAMPLES_DIR)));
     writeAll(kitPackages, kitPackageSeeds());
+    writeAll(directory + QStringLiteral("/signing_block"), blockSeeds());
     const QString regressions = QStringLiteral("/regressions");
     writeAll(tables + regressions, tableRegressions());
     writeAll(documents + regressions, documentRegressions());
