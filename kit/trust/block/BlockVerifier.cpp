@@ -29,7 +29,7 @@ const char *kindText(ContentDigest::Kind kind)
 } // namespace
 
 BlockVerifier::BlockVerifier(ByteSource &source, const ZipDirectory &directory, Budget *budget)
-    : m_block(source, directory), m_budget(budget)
+    : m_source(&source), m_directory(&directory), m_block(source, directory), m_budget(budget)
 {
     if (!m_block.isGood())
         return;
@@ -56,6 +56,8 @@ SchemeResult BlockVerifier::verifyScheme(Signer::Scheme scheme, quint32 id, cons
         result.issues.addError(m_block.fault(), QString(), m_block.faultDetail());
         return result;
     }
+    if (!checkMembers(&result.issues))
+        return result;
     const qint64 size = m_block.valueSize(id);
     const HeldBytes held(*m_budget, size);
     if (size > SigningBlock::MaxValueBytes || !held || !m_budget->spendWork(size * Budget::ByteWork)) {
@@ -67,6 +69,17 @@ SchemeResult BlockVerifier::verifyScheme(Signer::Scheme scheme, quint32 id, cons
     if (!result.issues.hasErrors())
         checkContent(signers, &result);
     return result;
+}
+
+bool BlockVerifier::checkMembers(IssueList *issues)
+{
+    if (!m_places.has_value())
+        m_places = MemberPlaces::check(*m_source, *m_directory, m_block, m_budget);
+    if (m_places == MemberPlaces::Result::TooCostly)
+        issues->addError(Code::TooCostly, QString(), QStringLiteral("the members"));
+    else if (m_places == MemberPlaces::Result::Unsigned)
+        issues->addError(Code::BadBlock, QString(), QStringLiteral("a member is in it"));
+    return m_places == MemberPlaces::Result::Good;
 }
 
 void BlockVerifier::checkContent(const QVector<CheckedSigner> &signers, SchemeResult *result)

@@ -5,6 +5,7 @@
 #include "trust/SchemeResult.h"
 #include "trust/SdkRange.h"
 #include "trust/block/ContentDigests.h"
+#include "trust/block/MemberPlaces.h"
 #include "trust/block/SignedContent.h"
 #include "trust/block/SignerBlock.h"
 #include "trust/block/SigningBlock.h"
@@ -59,12 +60,17 @@ private:
     template <typename Verify>
     SchemeResult verifyScheme(Signer::Scheme scheme, quint32 id, const SdkRange &sdk, Verify verify);
     SchemeResult computeV31(const SdkRange &sdk);
+    /// Whether all members are before the block; otherwise, @p issues has an error.
+    bool checkMembers(IssueList *issues);
     void checkContent(const QVector<CheckedSigner> &signers, SchemeResult *result);
 
+    ByteSource *m_source;
+    const ZipDirectory *m_directory;
     const SigningBlock m_block;
     Budget *m_budget;
     std::unique_ptr<SignedContent> m_content; ///< null without a block
     std::unique_ptr<ContentDigests> m_digests;
+    std::optional<MemberPlaces::Result> m_places;
     std::optional<Known> m_v31;
 };
 

@@ -57,6 +57,7 @@ private slots:
     void stopsAtTheFirstLevelTooMany();
     void paysForLargeCertificates();
     void paysForLevelsOfALineage();
+    void paysForMembers();
     void boundsIssues();
 };
 
@@ -98,7 +99,8 @@ void TestBlockLimits::stopsAtTheFirstSignerTooMany()
     QVERIFY(hasOnly(opened.verifier->verifyV2({}), Code::TooManySigners));
     QVERIFY(hasOnly(opened.verifier->verifyV3({}), Code::TooManySigners));
     const qint64 size = builder.value(SigningBlockBuilder::V2).size() + builder.value(SigningBlockBuilder::V3).size();
-    QCOMPARE(OpenedBlock::Work - opened.budget.workLeft(), size * Budget::ByteWork);
+    const qint64 ofMembers = MemberPlaces::HeaderWork + Budget::ValueWork;
+    QCOMPARE(OpenedBlock::Work - opened.budget.workLeft(), size * Budget::ByteWork + ofMembers);
 }
 
 void TestBlockLimits::doesNotVerifyByHugeKeys_data()
@@ -184,6 +186,23 @@ void TestBlockLimits::paysForLevelsOfALineage()
     OpenedBlock little(package, first.certificate.size() * SignerBlock::CertificateByteWork);
     QCOMPARE(messageOf(little.verifier->verifyV3({})),
              QStringLiteral("signer 1: verification takes too much: the lineage of keys"));
+}
+
+void TestBlockLimits::paysForMembers()
+{
+    QVector<RawMember> members(10000, RawMember{"a", QByteArray()});
+    const BlockSigner signer(TestKey::ec(), {0x0201});
+    const QByteArray package = SigningBlockBuilder(rawZip(members)).v2({signer}).v3({signer}).build();
+    OpenedBlock enough(package);
+    QVERIFY(enough.verifier->verifyV2({}).isVerified());
+    QVERIFY(OpenedBlock::Work - enough.budget.workLeft() > members.size() * Budget::ValueWork);
+    // The places of members are compared once.
+    const qint64 left = enough.budget.workLeft();
+    QVERIFY(enough.verifier->verifyV3({}).isVerified());
+    QVERIFY(left - enough.budget.workLeft() < members.size() * Budget::ValueWork);
+    OpenedBlock little(package, members.size() * Budget::ValueWork);
+    QCOMPARE(messageOf(little.verifier->verifyV2({})), QStringLiteral("verification takes too much: the members"));
+    QCOMPARE(messageOf(little.verifier->verifyV3({})), QStringLiteral("verification takes too much: the members"));
 }
 
 void TestBlockLimits::boundsIssues()

@@ -86,6 +86,8 @@ private slots:
     void refusesEveryCut();
     void refusesEveryInsertedByte();
     void refusesEveryRemovedByte();
+    void refusesMembersInTheBlock_data();
+    void refusesMembersInTheBlock();
     void refusesAnotherContentForTheSameBlock();
 };
 
@@ -171,6 +173,39 @@ void TestChangedBytes::refusesEveryRemovedByte()
         bytes.remove(at, 1);
         QVERIFY2(!Verdict(bytes).isAny(), qPrintable(QString::number(at)));
     }
+}
+
+void TestChangedBytes::refusesMembersInTheBlock_data()
+{
+    QTest::addColumn<int>("field");
+    QTest::addColumn<int>("distance");
+    QTest::addColumn<bool>("isVerified");
+    // Fields of a record of the directory, whose header is 31 bytes long and has 7 bytes behind it.
+    constexpr int PackedSizeAt = 20;
+    constexpr int HeaderAt = 42;
+    QTest::addRow("true size") << PackedSizeAt << 0 << true;
+    QTest::addRow("one byte of data") << PackedSizeAt << 1 << false;
+    QTest::addRow("much data") << PackedSizeAt << (1 << 30) << false;
+    QTest::addRow("no header at the last place for one") << HeaderAt << 1 << true;
+    QTest::addRow("header across the border") << HeaderAt << 2 << false;
+    QTest::addRow("header in the block") << HeaderAt << 80 << false;
+    QTest::addRow("header far behind") << HeaderAt << 0x7fffff00 << false;
+}
+
+void TestChangedBytes::refusesMembersInTheBlock()
+{
+    QFETCH(int, field);
+    QFETCH(int, distance);
+    QByteArray zip = rawZip({{"b", QByteArray(200000, 'b')}, {"a", "content"}});
+    const int recordAt = int(zip.lastIndexOf("PK\1\2"));
+    poke32(zip, recordAt + field, peek32(zip, recordAt + field) + distance);
+    const QByteArray package =
+        SigningBlockBuilder(zip).v2({BlockSigner(TestKey::rsa())}).v3({BlockSigner(TestKey::rsa())}).build();
+    const Verdict verdict(package);
+    QTEST(verdict.v2.isVerified(), "isVerified");
+    QTEST(verdict.v3.isVerified(), "isVerified");
+    if (!verdict.isAny())
+        QCOMPARE(messageOf(verdict.v2), QStringLiteral("the signing block is damaged: a member is in it"));
 }
 
 void TestChangedBytes::refusesAnotherContentForTheSameBlock()
