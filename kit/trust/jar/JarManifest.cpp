@@ -73,13 +73,14 @@ int compareNames(const ByteView &a, const ByteView &b)
 
 JarManifest::JarManifest(const QByteArray &file, Budget *budget) : m_file(file)
 {
-    if (!budget->spendWork(WorkPerByte * m_file.size()) || !hold(2 * qint64(m_file.size()), budget)) {
+    if (!budget->spendWork(WorkPerByte * m_file.size()) || !hold(m_file.size(), budget)) {
         m_fault = Fault::TooCostly;
         m_file.clear();
         return;
     }
     read();
-    if (budget->chargeWork(Budget::ValueWork * count()) && hold(SectionBytes * count(), budget))
+    if (budget->chargeWork(Budget::ValueWork * count() + MainWorkPerByte * m_main.size)
+        && hold(SectionBytes * count() + m_nameBytes, budget))
         sortNames();
     else
         m_fault = Fault::TooCostly;
@@ -125,6 +126,7 @@ bool JarManifest::addSection(const Range &range)
         m_faultDetail = QString::number(count() + 1);
         return false;
     }
+    m_nameBytes += first.second.size();
     m_sections.push_back({range, first.second.toByteArray()});
     return true;
 }

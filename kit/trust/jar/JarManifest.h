@@ -32,10 +32,12 @@ class JarManifest
 public:
     /// Sections. A package has as many as it has members; archives without the extensions of ZIP64 have at most 65,535.
     static constexpr int MaxSections = 1 << 17;
-    /// Bytes that a section needs besides those of the file.
+    /// Bytes that a section needs besides those of the file and its name.
     static constexpr qint64 SectionBytes = 96;
-    /// Work of finding sections and names, and of looking up the attributes, for each byte.
-    static constexpr qint64 WorkPerByte = 8;
+    /// Work of finding sections and names, and of looking up the attributes once, for each byte.
+    static constexpr qint64 WorkPerByte = 2;
+    /// Work of looking up all attributes of the first section, for each of its bytes.
+    static constexpr qint64 MainWorkPerByte = 8;
 
     enum class Fault {
         None,
@@ -105,6 +107,7 @@ private:
     std::vector<int> m_byName; ///< numbers of the sections in the order of their names
     Fault m_fault = Fault::None;
     QString m_faultDetail;
+    qint64 m_nameBytes = 0; ///< of all names
     qint64 m_heldBytes = 0;
 };
 

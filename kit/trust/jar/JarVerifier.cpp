@@ -60,8 +60,7 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
     m_result = SchemeResult(Signer::Scheme::V1);
     m_manifestMember = m_archive.directory().find(viewOf(jarManifestName));
     const qint64 work = MemberWork * m_archive.directory().count();
-    const qint64 bytes = MemberBytes * m_archive.directory().count();
-    if (!m_budget->spendWork(work) || !m_budget->holdBytes(bytes)) {
+    if (!m_budget->spendWork(work)) {
         m_result.isFound = m_manifestMember >= 0;
         m_result.issues.addError(Code::TooCostly);
         return m_result;
@@ -80,7 +79,7 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
         if (!m_result.issues.hasErrors())
             checkMembers();
     }
-    m_budget->releaseBytes(bytes + m_manifest.heldBytes());
+    m_budget->releaseBytes(m_manifest.heldBytes());
     return m_result;
 }
 
@@ -174,17 +173,18 @@ void JarVerifier::verifySigner(int block, const QVector<int> &foundSchemes)
     const std::optional<QByteArray> fileBytes = read(file, MaxManifestBytes);
     if (!blockBytes || !fileBytes)
         return;
-    if (!m_budget->holdBytes(fileBytes->size() + blockBytes->size())) {
+    const qint64 bytes = qint64(fileBytes->size()) + blockBytes->size();
+    if (!m_budget->holdBytes(bytes)) {
         m_result.issues.addError(Code::TooCostly, subject);
         return;
     }
     const SignatureBlockFile::Result result =
         SignatureBlockFile::verify(ByteView(*blockBytes), ByteView(*fileBytes), m_sdk, m_budget);
+    m_budget->releaseBytes(bytes);
     if (result.code != Code::None)
         m_result.issues.addError(result.code, subject, result.detail);
     else
         compareWithManifest(*fileBytes, subject, foundSchemes, {result.certificate, {block, file}});
-    m_budget->releaseBytes(fileBytes->size() + blockBytes->size());
 }
 
 void JarVerifier::compareWithManifest(const QByteArray &signatureFile, const QString &subject,
@@ -233,6 +233,21 @@ void JarVerifier::checkMembers()
         return;
     }
     checkListedMembers();
+    const qint64 bytes = MemberBytes * m_archive.directory().count();
+    if (!m_budget->holdBytes(bytes)) {
+        m_result.issues.addError(Code::TooCostly);
+        return;
+    }
+    compareMembers();
+    m_budget->releaseBytes(bytes);
+    if (m_packageSigners == 0)
+        m_result.issues.addError(Code::NoSigner, QString(), QStringLiteral("no member is signed"));
+    addUnprotected();
+    addSigners();
+}
+
+void JarVerifier::compareMembers()
+{
     MemberDigests digests(m_archive);
     std::vector<int> compared;
     bool isFirst = true;
@@ -261,11 +276,7 @@ void JarVerifier::checkMembers()
         digests.add(i, std::move(wanted));
         compared.push_back(i);
     }
-    if (m_packageSigners == 0)
-        m_result.issues.addError(Code::NoSigner, QString(), QStringLiteral("no member is signed"));
     addResults(compared, digests.check());
-    addUnprotected();
-    addSigners();
 }
 
 void JarVerifier::addResults(const std::vector<int> &members, const std::vector<MemberDigests::Result> &results)

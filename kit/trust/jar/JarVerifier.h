@@ -70,6 +70,7 @@ private:
                              JarSigner signer);
     void checkListedMembers();
     void checkMembers();
+    void compareMembers();
     void addResults(const std::vector<int> &members, const std::vector<MemberDigests::Result> &results);
     void addUnprotected();
     void addSigners();

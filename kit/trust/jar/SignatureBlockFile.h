@@ -33,7 +33,7 @@ public:
     /// Certificates in a block. A chain has three.
     static constexpr int MaxCertificates = 100;
     /// Work of decoding a byte: certificates are made of many small values.
-    static constexpr qint64 WorkPerByte = 32;
+    static constexpr qint64 WorkPerByte = 64;
 
     struct Result {
         SignatureIssue::Code code = SignatureIssue::Code::None; ///< None when the signature is right

@@ -49,11 +49,12 @@ bool SignatureFile::isSkipped()
 SignatureFile::State SignatureFile::compare(const JarManifest &manifest, const QString &subject, IssueList &issues,
                                             Budget *budget)
 {
+    // The manifest is hashed as a whole and in sections.
+    const qint64 work = 2 * Budget::ByteWork * manifest.bytes().size() + SectionWork * m_file.count();
+    if (m_file.fault() == JarManifest::Fault::TooCostly || !budget->spendWork(work))
+        return State::TooCostly;
     if (isSkipped())
         return State::Skipped;
-    // There may be two digests of everything, and everything is hashed as a whole and in sections.
-    if (!budget->spendWork(4 * Budget::ByteWork * manifest.bytes().size() + SectionWork * m_file.count()))
-        return State::TooCostly;
     const bool isBySigntool = JarManifest::value(m_file.mainSection(), "Created-By").contains("signtool");
     const char *const suffix = isBySigntool ? "-Digest" : "-Digest-Manifest";
     const DigestState whole = stateOf(m_file.mainSection(), suffix, m_sdk, manifest.bytes());

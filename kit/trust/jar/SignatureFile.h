@@ -37,12 +37,11 @@ public:
     };
 
     /// Work of looking up a section and beginning its digests.
-    static constexpr qint64 SectionWork = 128;
+    static constexpr qint64 SectionWork = 256;
 
     /// Parses @p file for the versions in @p sdk. See JarManifest for what it costs.
     SignatureFile(const QByteArray &file, SdkRange sdk, Budget *budget) : m_file(file, budget), m_sdk(sdk) {}
 
-    bool isTooCostly() const { return m_file.fault() == JarManifest::Fault::TooCostly; }
     /// Bytes that were taken from the budget.
     qint64 heldBytes() const { return m_file.heldBytes(); }
 
