@@ -46,6 +46,28 @@ int idOf(const X509_ALGOR *algorithm)
     return type == V_ASN1_UNDEF || type == V_ASN1_NULL ? OBJ_obj2nid(object) : NID_undef;
 }
 
+/// Whether all sets, sequences and parts with the tag 0 in @p block are marked as constructed values. OpenSSL takes some
+/// without the mark.
+bool hasConstructedSets(const ByteView &block)
+{
+    const uchar *at = block.data();
+    const uchar *const end = at + block.size();
+    while (at < end) {
+        long size = 0;
+        int tag = 0;
+        int kind = 0;
+        const int form = ASN1_get_object(&at, &size, &tag, &kind, end - at);
+        if ((form & 0x80) != 0)
+            return false;
+        const bool isConstructed = (form & V_ASN1_CONSTRUCTED) != 0;
+        const bool isSet = kind == V_ASN1_UNIVERSAL && (tag == V_ASN1_SEQUENCE || tag == V_ASN1_SET);
+        if (!isConstructed && (isSet || (kind == V_ASN1_CONTEXT_SPECIFIC && tag == 0)))
+            return false;
+        at += isConstructed ? 0 : size;
+    }
+    return true;
+}
+
 /// The block, as OpenSSL decodes it, and the signature file.
 class SignedData
 {
@@ -265,7 +287,8 @@ SignatureBlockFile::Result SignatureBlockFile::verify(const ByteView &block, con
     const uchar *at = block.data();
     const std::unique_ptr<PKCS7, decltype(&PKCS7_free)> pkcs7(d2i_PKCS7(nullptr, &at, long(block.size())), PKCS7_free);
     Result result = refused(Code::BadSignatureBlock);
-    if (pkcs7 != nullptr && PKCS7_type_is_signed(pkcs7.get()) && pkcs7->d.sign != nullptr)
+    const bool isSigned = pkcs7 != nullptr && PKCS7_type_is_signed(pkcs7.get()) && pkcs7->d.sign != nullptr;
+    if (isSigned && hasConstructedSets(block.part(0, at - block.data())))
         result = SignedData(pkcs7->d.sign, block, signatureFile, sdk, budget).verify();
     ERR_clear_error();
     return result;

@@ -123,9 +123,14 @@ QByteArray signedAttributes(const QByteArray &signatureFile, const JarOptions &o
     return attributes;
 }
 
+QByteArray certificateOf(const TestKey &key, const JarOptions &options)
+{
+    return options.certificateDer.isNull() ? key.certificate(options.certificate) : options.certificateDer;
+}
+
 QByteArray signerInfo(const QByteArray &signatureFile, const TestKey &key, const JarOptions &options)
 {
-    const Certificate certificate = Certificate::fromDer(key.certificate(options.certificate));
+    const Certificate certificate = Certificate::fromDer(certificateOf(key, options));
     const CertificateData &fields = CertificateAccess::data(certificate);
     const bool hasAlgorithm = !options.signatureAlgorithm.isNull();
     const SignatureMethod method = methodOf(key, hasAlgorithm ? options.signedHash : options.signatureHash);
@@ -243,7 +248,7 @@ QByteArray jarSignatureBlock(const QByteArray &signatureFile, const TestKey &key
 {
     QByteArray certificates;
     if (options.hasCertificate)
-        certificates += key.certificate(options.certificate);
+        certificates += certificateOf(key, options);
     for (const QByteArray &other : options.otherCertificates)
         certificates += other;
     QByteArray infos = signerInfo(signatureFile, key, options);

@@ -35,6 +35,7 @@ struct JarOptions {
     bool hasContentType = true;       ///< one of the attributes
     bool hasMessageDigest = true;     ///< the same
     CertificateFields certificate = CertificateFields();
+    QByteArray certificateDer = QByteArray();   ///< the signer's certificate; null to make it
     QVector<QByteArray> otherCertificates = {}; ///< behind the signer's, in DER
     bool hasCertificate = true;                 ///< the signer's
     bool hasWrongInfoFirst = false;             ///< a SignerInfo with a wrong signature precedes the right one

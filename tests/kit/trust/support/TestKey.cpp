@@ -70,6 +70,18 @@ void setTime(ASN1_TIME *time, const QDateTime &value)
             "write a time");
 }
 
+void addExtension(X509 *x509, const char *type, const QByteArray &bytes)
+{
+    ASN1_OCTET_STRING *value = ASN1_OCTET_STRING_new();
+    ASN1_OCTET_STRING_set(value, reinterpret_cast<const uchar *>(bytes.constData()), int(bytes.size()));
+    ASN1_OBJECT *object = OBJ_txt2obj(type, 1);
+    X509_EXTENSION *extension = X509_EXTENSION_create_by_OBJ(nullptr, object, 0, value);
+    X509_add_ext(x509, extension, -1);
+    X509_EXTENSION_free(extension);
+    ASN1_OBJECT_free(object);
+    ASN1_OCTET_STRING_free(value);
+}
+
 } // namespace
 
 TestKey TestKey::rsa(int number, int bits)
@@ -102,6 +114,11 @@ QByteArray TestKey::publicKey() const
 
 QByteArray TestKey::certificate(const CertificateFields &fields) const
 {
+    return certificate(fields, *this);
+}
+
+QByteArray TestKey::certificate(const CertificateFields &fields, const TestKey &issuer) const
+{
     const std::unique_ptr<X509, decltype(&X509_free)> x509(X509_new(), X509_free);
     X509_set_version(x509.get(), X509_VERSION_3);
     BIGNUM *serial =
@@ -113,18 +130,14 @@ QByteArray TestKey::certificate(const CertificateFields &fields) const
     setTime(X509_getm_notBefore(x509.get()), fields.notBefore);
     setTime(X509_getm_notAfter(x509.get()), fields.notAfter);
     X509_set_pubkey(x509.get(), m_key.get());
-    if (fields.extensionSize > 0) {
-        ASN1_OCTET_STRING *value = ASN1_OCTET_STRING_new();
-        const QByteArray bytes(fields.extensionSize, 'x');
-        ASN1_OCTET_STRING_set(value, reinterpret_cast<const uchar *>(bytes.constData()), bytes.size());
-        ASN1_OBJECT *object = OBJ_txt2obj("1.3.6.1.4.1.99999.1", 1);
-        X509_EXTENSION *extension = X509_EXTENSION_create_by_OBJ(nullptr, object, 0, value);
-        X509_add_ext(x509.get(), extension, -1);
-        X509_EXTENSION_free(extension);
-        ASN1_OBJECT_free(object);
-        ASN1_OCTET_STRING_free(value);
+    if (fields.extensionSize > 0)
+        addExtension(x509.get(), "1.3.6.1.4.1.99999.1", QByteArray(fields.extensionSize, 'x'));
+    if (!fields.issuerKeyId.isNull()) {
+        const QByteArray id = "\x80" + QByteArray(1, char(fields.issuerKeyId.size())) + fields.issuerKeyId;
+        addExtension(x509.get(), "2.5.29.35", "0" + QByteArray(1, char(id.size())) + id);
     }
-    require(X509_sign(x509.get(), m_key.get(), SorrelKit::Digest::function(fields.hash)) > 0, "sign a certificate");
+    require(X509_sign(x509.get(), issuer.m_key.get(), SorrelKit::Digest::function(fields.hash)) > 0,
+            "sign a certificate");
     uchar *data = nullptr;
     const int size = i2d_X509(x509.get(), &data);
     require(size > 0, "write a certificate");

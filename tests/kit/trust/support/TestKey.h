@@ -19,7 +19,8 @@ struct CertificateFields {
     QDateTime notBefore = QDateTime(QDate(2020, 1, 1), QTime(0, 0), Qt::UTC);
     QDateTime notAfter = QDateTime(QDate(2050, 1, 1), QTime(0, 0), Qt::UTC);
     SorrelKit::HashAlgorithm hash = SorrelKit::HashAlgorithm::Sha256;
-    int extensionSize = 0; ///< bytes of an extension that nobody knows; 0 for none
+    int extensionSize = 0;                 ///< bytes of an extension that nobody knows; 0 for none
+    QByteArray issuerKeyId = QByteArray(); ///< of the extension with the issuer's key; null for none
 };
 
 /**
@@ -40,6 +41,8 @@ public:
     QByteArray publicKey() const;
     /// A certificate for this key, signed by itself, in DER.
     QByteArray certificate(const CertificateFields &fields = CertificateFields()) const;
+    /// The same, signed by @p issuer.
+    QByteArray certificate(const CertificateFields &fields, const TestKey &issuer) const;
     /// The signature of @p data by @p method, which fits the key.
     QByteArray sign(const SorrelKit::SignatureMethod &method, const QByteArray &data) const;
 
