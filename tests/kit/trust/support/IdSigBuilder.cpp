@@ -11,7 +11,7 @@ namespace fixture {
 
 namespace {
 
-constexpr int PageSize = 4096;
+constexpr int IdSigPageSize = 4096;
 
 QByteArray hashOf(const QByteArray &bytes)
 {
@@ -20,7 +20,7 @@ QByteArray hashOf(const QByteArray &bytes)
 
 QByteArray paddedToPage(const QByteArray &bytes)
 {
-    return bytes + QByteArray((PageSize - bytes.size() % PageSize) % PageSize, '\0');
+    return bytes + QByteArray((IdSigPageSize - bytes.size() % IdSigPageSize) % IdSigPageSize, '\0');
 }
 
 } // namespace
@@ -39,11 +39,11 @@ IdSigBuilder::IdSigBuilder(const QByteArray &package) : m_packageSize(package.si
     QByteArray level = paddedToPage(package);
     do {
         QByteArray hashes;
-        for (int at = 0; at < level.size(); at += PageSize)
-            hashes += hashOf(level.mid(at, PageSize));
+        for (int at = 0; at < level.size(); at += IdSigPageSize)
+            hashes += hashOf(level.mid(at, IdSigPageSize));
         level = paddedToPage(hashes);
         tree.prepend(level);
-    } while (level.size() > PageSize);
+    } while (level.size() > IdSigPageSize);
     rootHash = hashOf(level);
 }
 
