@@ -8,9 +8,8 @@
 #include <vector>
 
 /**
- * The command line of `sorrel`: the options without a command, the help, and one command of a program. Two programs
- * share it: `sorrel`, and the program that `sorrel` starts for the commands that draw (see DrawProgram). Both print the
- * same help, which lists the commands of both.
+ * The command line of `sorrel`: the options without a command, the help, and one command of a program. The programs of
+ * Program.h share it. They print the same help, which lists the commands of all.
  */
 class CommandLine
 {

@@ -2,24 +2,29 @@
 #ifndef COMMANDLIST_H
 #define COMMANDLIST_H
 
+#include "Program.h"
+
 /// A command in the help.
 struct ListedCommand {
     const char *name;
-    const char *summary; ///< a sentence
-    bool isDrawing;      ///< whether it is a command of DrawProgram
+    const char *summary;                   ///< a sentence
+    Program program;                       ///< the program that has the command
+    const char *option = nullptr;          ///< an option that needs another program
+    Program optionProgram = Program::Core; ///< the program that has the command with this option
 };
 
 /// The commands of `sorrel` in the order of its help, whichever program runs them.
 constexpr ListedCommand CommandList[] = {
-    {"info", "Show the name, version, minimum SDK, and launchers with labels and icons.", false},
-    {"manifest", "Print the manifest as XML.", false},
-    {"icon", "Write the icon as a PNG file.", true},
-    {"resources", "List the resources with their names and values.", false},
-    {"files", "List the files with their sizes.", false},
-    {"lint", "Report what is wrong or unusual in packages.", false},
-    {"desktop", "Write desktop entries and icons for the menus of hosts.", true},
-    {"scan", "Print a line of JSON for every package below directories.", false},
-    {"catalog", "Write a web page of every package below directories.", true},
+    {"info", "Show the name, version, minimum SDK, and launchers with labels and icons.", Program::Core, "--signer",
+     Program::Trust},
+    {"manifest", "Print the manifest as XML.", Program::Core},
+    {"icon", "Write the icon as a PNG file.", Program::Draw},
+    {"resources", "List the resources with their names and values.", Program::Core},
+    {"files", "List the files with their sizes.", Program::Core},
+    {"lint", "Report what is wrong or unusual in packages.", Program::Trust, "--draw", Program::Draw},
+    {"desktop", "Write desktop entries and icons for the menus of hosts.", Program::Draw},
+    {"scan", "Print a line of JSON for every package below directories.", Program::Core},
+    {"catalog", "Write a web page of every package below directories.", Program::Draw},
 };
 
 #endif

@@ -2,6 +2,8 @@
 #ifndef REPORTCONTENT_H
 #define REPORTCONTENT_H
 
+#include "Program.h"
+
 #include <SorrelKit/IconMask.h>
 
 /// The optional parts of a report.
@@ -12,8 +14,13 @@ struct ReportContent {
     bool includesLint = false;   ///< whether to add the findings of lint
     bool lintDrawsIcons = false; ///< whether lint draws the icons of launchers as well
 
-    /// Whether the report needs the program for drawing.
-    bool needsDrawing() const { return iconSize > 0 || lintDrawsIcons; }
+    /// The program whose worker has all parts of the report.
+    Program program() const
+    {
+        if (iconSize > 0 || lintDrawsIcons)
+            return Program::Draw;
+        return includesLint ? Program::Trust : Program::Core;
+    }
 };
 
 #endif

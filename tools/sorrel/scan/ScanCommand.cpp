@@ -2,9 +2,8 @@
 #include "ScanCommand.h"
 
 #include "Console.h"
-#include "DrawProgram.h"
+#include "OtherProgram.h"
 #include "PackageScan.h"
-#include "ProgramPath.h"
 
 QString ScanCommand::details() const
 {
@@ -44,7 +43,7 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                        .arg(parser.value(m_icon)),
                                    program);
     content.includesLint = parser.isSet(m_lint);
-    PackageScan scan(content.needsDrawing() ? DrawProgram::path() : programPath(), options, content);
+    PackageScan scan(OtherProgram::path(content.program()), options, content);
     scan.add(parser.positionalArguments());
     return scan.run(parser.isSet(m_ordered), [&](const QVector<QByteArray> &reports) {
         QByteArray lines;
