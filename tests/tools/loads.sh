@@ -12,7 +12,7 @@ trap 'rm -rf "$work"' EXIT
 loads() {
     rm -f "$work"/log.*
     # Each process writes a file of its own.
-    LD_DEBUG=libs LD_DEBUG_OUTPUT=$work/log sorrel "$@" >"$work/output" </dev/null
+    LD_DEBUG=libs LD_DEBUG_OUTPUT=$work/log sorrel "$@" >"$work/output" </dev/null || [ "$1" = verify ]
     [ -s "$work/output" ] || { echo "sorrel $* prints nothing" >&2; exit 1; }
     cat "$work"/log.* | sed -n 's/.*calling init: //p' | grep -E '/lib(Qt|sorrel|crypto|ssl)|/plugins/' | sort -u
 }
@@ -58,9 +58,13 @@ loads_core_alone resources "$package"
 loads_core_alone files "$package"
 loads_core_alone scan "$directory"
 
-for command in lint "scan --lint"; do
+for command in lint verify "info --signer" "scan --lint" "scan --verify"; do
     # shellcheck disable=SC2086
     loads_none_of "$drawing" $command "$package"
+done
+for command in verify "info --signer" "scan --verify" "scan --icon 16 --verify"; do
+    # shellcheck disable=SC2086
+    loads_all $command "$package" -- libcrypto libsorreltrust
 done
 
 for command in icon "lint --draw" "scan --icon 16"; do

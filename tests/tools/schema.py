@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""schema.py SCHEMA RELEASED SAMPLES: checks the output of the installed `sorrel info --json` and `sorrel scan` against SCHEMA:
-it has no other properties, and SCHEMA still has all properties of the version in RELEASED, because properties are only added.
-`schema.py --list SCHEMA` prints a list in the form of RELEASED."""
+"""schema.py DIRECTORY SAMPLES: checks the output of the installed `sorrel info --json`, `sorrel scan` and `sorrel verify --json`
+against report.schema.json and verify.schema.json in DIRECTORY: it has no other properties. Each schema still has all properties
+in the lists of released versions beside this script, because properties are only added.
+`schema.py --list SCHEMA` prints such a list."""
 
 import copy
 import glob
 import json
 import os
+import pathlib
 import shutil
 import subprocess
 import sys
@@ -17,18 +19,52 @@ import urllib.parse
 import jsonschema
 
 
-def properties(schema, path=""):
-    """Every property below `schema` as a line, with its type and whether it is required."""
-    if "$ref" in schema:
-        yield from properties(ROOT["$defs"][schema["$ref"].rsplit("/", 1)[1]], path)
-        return
-    for name, value in schema.get("properties", {}).items():
-        target = ROOT["$defs"][value["$ref"].rsplit("/", 1)[1]] if "$ref" in value else value
-        required = "always" if name in schema.get("required", []) else "sometimes"
-        yield f"{path}/{name} {target.get('type', 'enum')} {required}"
-        yield from properties(value, f"{path}/{name}")
-    if "items" in schema:
-        yield from properties(schema["items"], path + "[]")
+def load(path):
+    return json.loads(pathlib.Path(path).read_text(encoding="utf-8"))
+
+
+class Schema:
+    """A schema, and those beside it that it refers to."""
+
+    def __init__(self, path):
+        self.path = pathlib.Path(path)
+        self.root = load(path)
+        jsonschema.Draft202012Validator.check_schema(self.root)
+
+    def target(self, reference):
+        """The schema that `reference` refers to, and the Schema that contains it."""
+        file, pointer = reference.split("#/$defs/")
+        owner = Schema(self.path.with_name(file)) if file else self
+        return owner, owner.root["$defs"][pointer]
+
+    def properties(self, schema, path=""):
+        """Every property below `schema` as a line, with its type and whether it is required."""
+        if "$ref" in schema:
+            owner, schema = self.target(schema["$ref"])
+            yield from owner.properties(schema, path)
+            return
+        for name, value in schema.get("properties", {}).items():
+            target = self.target(value["$ref"])[1] if "$ref" in value else value
+            required = "always" if name in schema.get("required", []) else "sometimes"
+            yield f"{path}/{name} {target.get('type', 'enum')} {required}"
+            yield from self.properties(value, f"{path}/{name}")
+        if "items" in schema:
+            yield from self.properties(schema["items"], path + "[]")
+
+    def listed(self):
+        return sorted(set(self.properties(self.root)))
+
+    def check_released(self):
+        name = self.path.name.replace(".schema.json", "-schema-0.5.1.txt")
+        released = pathlib.Path(__file__).with_name(name).read_text(encoding="utf-8").splitlines()
+        gone = set(released) - set(self.listed())
+        assert not gone, f"{self.path.name} no longer has: {gone}"
+
+    def validator(self):
+        """A validator that forbids properties that are not in the schemas."""
+        others = {path.name: closed(load(path)) for path in self.path.parent.glob("*.schema.json")}
+        root = closed(self.root)
+        return jsonschema.Draft202012Validator(root, resolver=jsonschema.RefResolver("", root, store=others))
 
 
 def closed(schema):
@@ -53,21 +89,24 @@ def refuses(validator, report, change):
     return not validator.is_valid(altered)
 
 
+def validated(validator, lines):
+    """The objects in `lines`. Ends the program when one is invalid."""
+    for line in lines:
+        report = json.loads(line)
+        for error in validator.iter_errors(report):
+            sys.exit(f"{report.get('file')}: {error.json_path}: {error.message}")
+        yield report
+
+
 def main():
-    global ROOT
-    with open(sys.argv[-1] if sys.argv[1] == "--list" else sys.argv[1], encoding="utf-8") as file:
-        ROOT = json.load(file)
-    jsonschema.Draft202012Validator.check_schema(ROOT)
-    listed = sorted(set(properties(ROOT)))
     if sys.argv[1] == "--list":
-        print("\n".join(listed))
+        print("\n".join(Schema(sys.argv[2]).listed()))
         return
+    reports, verifications = (Schema(pathlib.Path(sys.argv[1], name + ".schema.json")) for name in ("report", "verify"))
+    reports.check_released()
+    verifications.check_released()
 
-    with open(sys.argv[2], encoding="utf-8") as file:
-        gone = [line for line in file.read().splitlines() if line not in listed]
-    assert not gone, f"the schema no longer says: {gone}"
-
-    samples = sorted(glob.glob(sys.argv[3] + "/*.apk"))
+    samples = sorted(glob.glob(sys.argv[2] + "/*.apk"))
     assert len(samples) > 10, "the sample packages are missing"
     with tempfile.TemporaryDirectory() as directory:
         bad = os.path.join(directory, "bad.apk")
@@ -80,19 +119,26 @@ def main():
         lines += output("scan", "--all", *files).splitlines()
         lines += output("scan", "--icon", "16", "--lint", *files).splitlines()
         lines += output("scan", "--timeout", "0.001", *files).splitlines()
-    assert len(lines) == 4 * len(files), f"there are {len(lines)} lines for {len(files)} files"
+        lines += output("info", "--json", "--signer", *files).splitlines()
+        lines += output("scan", "--verify", *files).splitlines()
+        verified = output("verify", "--json", *files).splitlines()
+    assert len(lines) == 6 * len(files), f"there are {len(lines)} lines for {len(files)} files"
+    assert len(verified) == len(files), f"there are {len(verified)} lines for {len(files)} files"
 
-    validator = jsonschema.Draft202012Validator(closed(ROOT))
-    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0, "uri": 0}
-    for line in lines:
-        report = json.loads(line)
-        for error in validator.iter_errors(report):
-            sys.exit(f"{report.get('file')}: {error.json_path}: {error.message}")
+    validator = reports.validator()
+    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0, "uri": 0, "signer": 0, "signatures": 0}
+    for report in validated(validator, lines):
         if "uri" in report:
             assert urllib.parse.unquote_to_bytes(report["uri"]) == b"file://" + os.fsencode(unnamed)
-        for key in ("icon", "lint", "launchers", "uri"):
+        for key in ("icon", "lint", "launchers", "uri", "signer", "signatures"):
             seen[key] += bool(report.get(key))
         seen["failed"] += report["error"]["code"] != 0
+    assert all(seen.values()), f"the samples do not have everything: {seen}"
+
+    seen = {"errors": 0, "uri": 0}
+    for report in validated(verifications.validator(), verified):
+        for key in seen:
+            seen[key] += bool(report.get(key))
     assert all(seen.values()), f"the samples do not have everything: {seen}"
 
     report = json.loads(lines[0])

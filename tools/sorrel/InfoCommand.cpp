@@ -11,7 +11,7 @@ QString InfoCommand::details() const
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const
 {
-    parser.addOptions({m_json, m_all});
+    parser.addOptions({m_json, m_all, m_signer});
 }
 
 int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -25,10 +25,15 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
             Console::complain(file.text(), report.errorText());
             status = CannotRead;
         }
+        const bool hasSigner = parser.isSet(m_signer);
         if (parser.isSet(m_json)) {
-            console.writeLine(report.toJson());
+            QJsonObject json = report.toJson();
+            if (hasSigner)
+                m_signerPart.add(report, &json);
+            console.writeLine(json);
         } else if (report.isValid()) {
-            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style()));
+            const ReportRows signer = hasSigner ? m_signerPart.rows(report) : ReportRows();
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style(), signer));
             isFirst = false;
         }
         console.flush();

@@ -3,15 +3,29 @@
 #define INFOCOMMAND_H
 
 #include "Command.h"
+#include "ReportRows.h"
 
 #include <QCommandLineOption>
+#include <QJsonObject>
 
 #include <limits>
+
+class PackageReport;
+
+/// The part of a report that `--signer` adds, in both forms.
+struct SignerPart {
+    ReportRows (*rows)(const PackageReport &report);
+    void (*add)(const PackageReport &report, QJsonObject *json);
+};
 
 /// `sorrel info`: prints the facts that a host needs to show or install packages.
 class InfoCommand : public Command
 {
 public:
+    InfoCommand() = default;
+    /// A program without a @p signer passes `info --signer` on to one that has it.
+    explicit InfoCommand(const SignerPart &signer) : m_signerPart(signer) {}
+
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override
@@ -22,10 +36,14 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
+    const SignerPart m_signerPart{[](const PackageReport &) { return ReportRows(); },
+                                  [](const PackageReport &, QJsonObject *) {}};
     const QCommandLineOption m_json{QStringLiteral("json"),
                                     QStringLiteral("Print one JSON object per file, each on one line.")};
     const QCommandLineOption m_all{QStringLiteral("all"),
                                    QStringLiteral("Include launchers that home screens do not show.")};
+    const QCommandLineOption m_signer{QStringLiteral("signer"),
+                                      QStringLiteral("Verify the signatures, and add the signer.")};
 };
 
 #endif

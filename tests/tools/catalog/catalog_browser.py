@@ -270,7 +270,7 @@ class Reading(PageTest):
         self.assertEqual(len(names["main"]), 1)
         self.assertEqual(names["search"], ["Packages"])
         self.assertEqual(names["status"], [""])
-        self.assertEqual(names["searchbox"], ["Search labels, packages, classes and files"])
+        self.assertEqual(names["searchbox"], ["Search labels, packages, classes, files and signers"])
         self.assertEqual(names["switch"], ["Dark"])
         self.assertEqual(names["combobox"], ["Language", "Sort by"])
         self.assertEqual(names["checkbox"], ["With findings only"])

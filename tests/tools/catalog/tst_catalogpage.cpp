@@ -139,6 +139,8 @@ QJsonObject packageOf(const QString &text)
     json.insert(latin("icon"), text);
     json.insert(latin("lint"),
                 QJsonArray{QJsonObject{{latin("check"), text}, {latin("severity"), text}, {latin("text"), text}}});
+    json.insert(latin("signatures"), QJsonObject{{latin("signers"), QJsonArray{text}},
+                                                 {latin("errors"), QJsonArray{QJsonObject{{latin("message"), text}}}}});
     return json;
 }
 
@@ -190,6 +192,7 @@ private slots:
     void pictures();
     void versionsOfAndroid_data();
     void versionsOfAndroid();
+    void signers();
     void findingsBySeverity();
     void rankGrowsWithFindings();
     void packageThatCouldNotBeRead();
@@ -510,6 +513,28 @@ void TestCatalogPage::versionsOfAndroid()
     json.insert(latin("minSdkVersion"), level);
     const QString runsFrom = text.isEmpty() ? QString() : latin("Runs from") + text;
     QCOMPARE(Parsed(pageOf({json})).texts("facts"), QStringList(latin("Version1.2 (12)") + runsFrom));
+}
+
+void TestCatalogPage::signers()
+{
+    const auto signedBy = [](const char *scheme, const char *subject) {
+        return QJsonObject{{latin("scheme"), latin(scheme)},
+                           {latin("certificate"), QJsonObject{{latin("subject"), latin(subject)}}}};
+    };
+    QJsonObject verified = package();
+    verified.insert(latin("signatures"),
+                    QJsonObject{{latin("verified"), true},
+                                {latin("signers"), QJsonArray{signedBy("v2", "CN=Jane"), signedBy("v2", "CN=<b>"),
+                                                              signedBy("v1", "CN=Old")}}});
+    QJsonObject changed = package();
+    changed.insert(latin("signatures"),
+                   QJsonObject{{latin("verified"), false},
+                               {latin("signers"), QJsonArray{signedBy("v1", "CN=Jane")}},
+                               {latin("errors"), QJsonArray{QJsonObject{{latin("message"), latin("a\nreason")}}}}});
+    const Parsed page(pageOf({verified, changed, package()}));
+    QCOMPARE(page.error, QString());
+    QCOMPARE(page.texts("signer"), QStringList({latin("CN=Jane; CN=<b>"), latin("Not verified:a reason")}));
+    QCOMPARE(page.texts("unverified"), QStringList(latin("Not verified:a reason")));
 }
 
 void TestCatalogPage::findingsBySeverity()

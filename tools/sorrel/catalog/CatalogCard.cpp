@@ -225,7 +225,32 @@ Markup CatalogCard::facts() const
                            fact(QStringLiteral("Version"), version)
                                + fact(QStringLiteral("Runs from"),
                                       AndroidVersion::text(m_package.value(QLatin1String("minSdkVersion")).toInt()))
-                               + fact(QStringLiteral("Splits"), splits == 0 ? QString() : QString::number(splits)));
+                               + fact(QStringLiteral("Splits"), splits == 0 ? QString() : QString::number(splits))
+                               + signer());
+}
+
+// The signers by the newest scheme, which come first; several may have signed by it.
+Markup CatalogCard::signer() const
+{
+    const QJsonObject signatures = m_package.value(QLatin1String("signatures")).toObject();
+    if (signatures.isEmpty())
+        return {};
+    const bool isVerified = signatures.value(QLatin1String("verified")).toBool();
+    const QJsonArray signers = signatures.value(QLatin1String("signers")).toArray();
+    QStringList names;
+    for (const QJsonValue &each : signers) {
+        const QJsonObject object = each.toObject();
+        if (valueOf(object, "scheme") == valueOf(signers.at(0).toObject(), "scheme"))
+            names.append(labelText(valueOf(object.value(QLatin1String("certificate")).toObject(), "subject")));
+    }
+    const QJsonArray errors = signatures.value(QLatin1String("errors")).toArray();
+    const QString reason = labelText(valueOf(errors.at(0).toObject(), "message"));
+    const Markup text = isVerified ? Markup::element("bdi", names.join(QStringLiteral("; ")))
+                                   : Markup::element("strong", QStringLiteral("Not verified:"))
+                                         + Markup::text(QStringLiteral(" ")) + Markup::element("bdi", reason);
+    const QString kind = isVerified ? QStringLiteral("signer") : QStringLiteral("signer unverified");
+    return Markup::element(
+        "div", {}, Markup::element("dt", QStringLiteral("Signed by")) + Markup::element("dd", {{"class", kind}}, text));
 }
 
 // Without enough space, the directory is shortened first.

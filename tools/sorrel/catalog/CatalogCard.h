@@ -34,6 +34,7 @@ private:
     Markup head() const;
     Markup problem() const;
     Markup facts() const;
+    Markup signer() const;
     Markup file() const;
     Markup launchers() const;
     Markup findings() const;

@@ -29,7 +29,7 @@ void CatalogCommand::addArguments(QCommandLineParser &parser) const
 
 void CatalogCommand::addOptions(QCommandLineParser &parser) const
 {
-    parser.addOptions({m_output, m_title});
+    parser.addOptions({m_output, m_title, m_verify});
     m_icon.addShapeTo(parser);
     m_scan.addTo(parser);
 }
@@ -51,6 +51,7 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.iconMask = icon.mask();
     content.includesLint = true;
     content.lintDrawsIcons = true;
+    content.includesSignatures = parser.isSet(m_verify);
     PackageScan scan(programPath(), options, content);
     scan.add(parser.positionalArguments());
     const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };

@@ -30,6 +30,8 @@ private:
                                       QStringLiteral("FILE.html")};
     const QCommandLineOption m_title{QStringLiteral("title"), QStringLiteral("Title of the page."),
                                      QStringLiteral("TITLE"), QStringLiteral("Android packages")};
+    const QCommandLineOption m_verify{QStringLiteral("verify"),
+                                      QStringLiteral("Verify the signatures, and add the signers.")};
     const IconOptions m_icon{IconSize};
 };
 

@@ -145,7 +145,7 @@
             const texts = [card.title.textContent];
             for (const { labels } of card.launchers)
                 texts.push(...labels.values());
-            for (const node of card.node.querySelectorAll("code, .file"))
+            for (const node of card.node.querySelectorAll("code, .file, .signer"))
                 texts.push(node.textContent);
             card.haystack = fold(texts.join("\n"));
         }

@@ -9,8 +9,9 @@ class Console;
 
 /// The exit status of the program.
 enum ExitStatus : int {
-    Success = 0,    ///< every file was read
-    CannotRead = 1, ///< a file was not read, or the output could not be written
+    Success = 0,     ///< every file was read
+    CannotRead = 1,  ///< a file was not read, or the output could not be written
+    NotVerified = 1, ///< of `verify`: a package is not verified, or was not read
     WrongUsage = 2,
 };
 

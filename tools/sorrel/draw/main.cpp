@@ -10,6 +10,7 @@
 #include "LintCommand.h"
 #include "ReportDrawnLint.h"
 #include "ReportIcon.h"
+#include "ReportSignatures.h"
 #include "WorkerCommand.h"
 
 namespace {
@@ -17,7 +18,7 @@ namespace {
 class DrawingWorker : public WorkerCommand
 {
 public:
-    DrawingWorker() : WorkerCommand({addIcon, addDrawnLint}) {}
+    DrawingWorker() : WorkerCommand({addIcon, addDrawnLint, addSignatures}) {}
 };
 
 class DrawingLint : public LintCommand

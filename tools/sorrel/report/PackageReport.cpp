@@ -6,34 +6,11 @@
 #include <QJsonArray>
 #include <QLocale>
 #include <QStringList>
-#include <QVector>
 
 using SorrelKit::IconFile;
 using SorrelKit::Launcher;
 
 namespace {
-
-constexpr int MinKeyWidth = 16;
-
-// The report as lines with a key and a value.
-struct Row {
-    QString key;
-    QString value;
-    bool isStrong = false;
-};
-
-QString rowTexts(const QVector<Row> &rows, const TextStyle &style)
-{
-    int width = MinKeyWidth;
-    for (const Row &row : rows)
-        width = qMax(width, int(row.key.size()));
-    QString text;
-    for (const Row &row : rows) {
-        text += style.key(row.key.leftJustified(width)) + QLatin1Char(' ')
-                + (row.isStrong ? style.strong(row.value) : row.value) + QLatin1Char('\n');
-    }
-    return text;
-}
 
 // The language of the user's messages, which may differ from that of the number format.
 QLocale userLocale()
@@ -119,12 +96,10 @@ PackageReport::PackageReport(const FileName &file, bool includesDisabled)
     }
 }
 
-QString PackageReport::toText(const TextStyle &style) const
+QString PackageReport::toText(const TextStyle &style, const ReportRows &more) const
 {
-    QVector<Row> rows;
-    const auto add = [&](const QString &key, const QString &value, bool isStrong = false) {
-        rows.append({printableText(key), printableText(value), isStrong});
-    };
+    ReportRows rows;
+    const auto add = [&](const QString &key, const QString &value) { rows.add(key, value); };
     add(QStringLiteral("  package"), m_package.packageName());
     if (m_package.versionCode() != 0 || !m_package.versionName().isEmpty())
         add(QStringLiteral("  version"),
@@ -140,13 +115,14 @@ QString PackageReport::toText(const TextStyle &style) const
         QMap<QString, QString> labels = launcher.labels();
         if (!labels.isEmpty()) {
             const QString shown = shownLanguage(labels, launcher.label(locale), locale);
-            add(QStringLiteral("    label ") + shown, labels.take(shown), true);
+            rows.add(QStringLiteral("    label ") + shown, labels.take(shown), ReportRows::Emphasis::Strong);
         }
         for (auto label = labels.cbegin(); label != labels.cend(); ++label)
             add(QStringLiteral("    label ") + label.key(), label.value());
         add(QStringLiteral("    icons"), iconTexts(launcher.iconFiles()));
     }
-    return style.title(printableText(m_file.text())) + QLatin1Char('\n') + rowTexts(rows, style);
+    rows.add(more);
+    return style.title(printableText(m_file.text())) + QLatin1Char('\n') + rows.toText(style);
 }
 
 QJsonObject PackageReport::toJson() const

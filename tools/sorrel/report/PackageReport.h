@@ -3,6 +3,7 @@
 #define PACKAGEREPORT_H
 
 #include "FileName.h"
+#include "ReportRows.h"
 #include "TextStyle.h"
 
 #include <SorrelKit/Package.h>
@@ -30,8 +31,8 @@ public:
     const SorrelKit::Package &package() const { return m_package; }
 
     /// The report for people, in lines, with the label in the user's language first. Characters that control a terminal
-    /// become U+FFFD.
-    QString toText(const TextStyle &style) const;
+    /// become U+FFFD. @p more are added at the end.
+    QString toText(const TextStyle &style, const ReportRows &more = {}) const;
     /// The report for programs. A package that could not be read has the same keys, with the values that the library
     /// returns.
     QJsonObject toJson() const;

@@ -11,15 +11,16 @@ struct ReportContent {
     bool includesDisabled = false; ///< whether to add launchers that are not shown
     int iconSize = 0;              ///< width and height of the icon in pixels; 0 for no icon
     SorrelKit::IconMask iconMask = SorrelKit::IconMask::None;
-    bool includesLint = false;   ///< whether to add the findings of lint
-    bool lintDrawsIcons = false; ///< whether lint draws the icons of launchers as well
+    bool includesLint = false;       ///< whether to add the findings of lint
+    bool lintDrawsIcons = false;     ///< whether lint draws the icons of launchers as well
+    bool includesSignatures = false; ///< whether to add the signatures
 
     /// The program whose worker has all parts of the report.
     Program program() const
     {
         if (iconSize > 0 || lintDrawsIcons)
             return Program::Draw;
-        return includesLint ? Program::Trust : Program::Core;
+        return includesLint || includesSignatures ? Program::Trust : Program::Core;
     }
 };
 

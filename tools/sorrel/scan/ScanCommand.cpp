@@ -25,7 +25,7 @@ void ScanCommand::addArguments(QCommandLineParser &parser) const
 void ScanCommand::addOptions(QCommandLineParser &parser) const
 {
     m_scan.addTo(parser);
-    parser.addOptions({m_ordered, m_all, m_icon, m_lint});
+    parser.addOptions({m_ordered, m_all, m_icon, m_lint, m_verify});
 }
 
 int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -43,6 +43,7 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                        .arg(parser.value(m_icon)),
                                    program);
     content.includesLint = parser.isSet(m_lint);
+    content.includesSignatures = parser.isSet(m_verify);
     PackageScan scan(OtherProgram::path(content.program()), options, content);
     scan.add(parser.positionalArguments());
     return scan.run(parser.isSet(m_ordered), [&](const QVector<QByteArray> &reports) {

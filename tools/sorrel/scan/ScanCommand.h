@@ -31,6 +31,7 @@ private:
                                     QStringLiteral("Add the icon: a PNG picture of N by N pixels, in Base64."),
                                     QStringLiteral("N")};
     const QCommandLineOption m_lint{QStringLiteral("lint"), QStringLiteral("Add the findings of 'sorrel lint'.")};
+    const QCommandLineOption m_verify{QStringLiteral("verify"), QStringLiteral("Add the results of 'sorrel verify'.")};
 };
 
 #endif

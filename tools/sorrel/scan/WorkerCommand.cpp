@@ -41,6 +41,7 @@ QList<QByteArray> WorkerCommand::arguments(const ReportContent &content, const L
         QByteArray::number(int(content.iconMask)),
         QByteArray::number(content.includesLint ? 1 : 0),
         QByteArray::number(content.lintDrawsIcons ? 1 : 0),
+        QByteArray::number(content.includesSignatures ? 1 : 0),
         QByteArray::number(limits.memory),
         QByteArray::number(limits.seconds),
         QByteArray::number(getpid()),
@@ -56,9 +57,10 @@ int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
     content.iconMask = SorrelKit::IconMask(arguments.at(2).toInt());
     content.includesLint = arguments.at(3).toInt() != 0;
     content.lintDrawsIcons = arguments.at(4).toInt() != 0;
-    const Limits limits{arguments.at(5).toLongLong(), arguments.at(6).toDouble()};
+    content.includesSignatures = arguments.at(5).toInt() != 0;
+    const Limits limits{arguments.at(6).toLongLong(), arguments.at(7).toDouble()};
 
-    if (!ProcessLimits::endWithParent(pid_t(arguments.at(7).toInt())))
+    if (!ProcessLimits::endWithParent(pid_t(arguments.at(8).toInt())))
         return CannotRead;
     ProcessLimits::limitMemory(limits.memory);
     char *line = nullptr;

@@ -34,8 +34,8 @@ public:
     /// The arguments of the program that is a worker for this process.
     static QList<QByteArray> arguments(const ReportContent &content, const Limits &limits);
 
-    int minArguments() const override { return 8; }
-    int maxArguments() const override { return 8; }
+    int minArguments() const override { return 9; }
+    int maxArguments() const override { return 9; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

@@ -6,14 +6,22 @@
 #include "InfoCommand.h"
 #include "LintCommand.h"
 #include "ReportLint.h"
+#include "ReportSignatures.h"
+#include "VerifyCommand.h"
 #include "WorkerCommand.h"
 
 namespace {
 
+class SignerInfo : public InfoCommand
+{
+public:
+    SignerInfo() : InfoCommand({signerRows, addSigner}) {}
+};
+
 class TrustWorker : public WorkerCommand
 {
 public:
-    TrustWorker() : WorkerCommand({addLint}) {}
+    TrustWorker() : WorkerCommand({addLint, addSignatures}) {}
 };
 
 } // namespace
@@ -22,8 +30,9 @@ int main(int argc, char *argv[])
 {
     return CommandLine::run(argc, argv,
                             {
-                                CommandLine::entry<InfoCommand>("info"),
+                                CommandLine::entry<SignerInfo>("info"),
                                 CommandLine::entry<LintCommand>("lint"),
+                                CommandLine::entry<VerifyCommand>("verify"),
                                 CommandLine::entry<TrustWorker>("worker"),
                             });
 }
