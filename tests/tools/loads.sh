@@ -62,7 +62,7 @@ for command in lint verify "info --signer" "scan --lint" "scan --verify"; do
     # shellcheck disable=SC2086
     loads_none_of "$drawing" $command "$package"
 done
-for command in verify "info --signer" "scan --verify" "scan --icon 16 --verify"; do
+for command in lint verify "info --signer" "scan --lint" "scan --verify" "scan --icon 16 --verify"; do
     # shellcheck disable=SC2086
     loads_all $command "$package" -- libcrypto libsorreltrust
 done

@@ -23,7 +23,7 @@ class InfoCommand : public Command
 {
 public:
     InfoCommand() = default;
-    /// A program without a @p signer passes `info --signer` on to one that has it.
+    /// `sorrel` starts `info --signer` in a program that has @p signer.
     explicit InfoCommand(const SignerPart &signer) : m_signerPart(signer) {}
 
     QString details() const override;

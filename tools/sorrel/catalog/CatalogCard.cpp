@@ -229,7 +229,7 @@ Markup CatalogCard::facts() const
                                + signer());
 }
 
-// The signers by the newest scheme, which come first; several may have signed by it.
+// The signers on the newest version of Android come first. Several may have signed by the same scheme.
 Markup CatalogCard::signer() const
 {
     const QJsonObject signatures = m_package.value(QLatin1String("signatures")).toObject();
@@ -238,9 +238,11 @@ Markup CatalogCard::signer() const
     const bool isVerified = signatures.value(QLatin1String("verified")).toBool();
     const QJsonArray signers = signatures.value(QLatin1String("signers")).toArray();
     QStringList names;
+    const QJsonObject first = signers.at(0).toObject();
+    const QLatin1String level("minSdkVersion");
     for (const QJsonValue &each : signers) {
         const QJsonObject object = each.toObject();
-        if (valueOf(object, "scheme") == valueOf(signers.at(0).toObject(), "scheme"))
+        if (valueOf(object, "scheme") == valueOf(first, "scheme") && object.value(level) == first.value(level))
             names.append(labelText(valueOf(object.value(QLatin1String("certificate")).toObject(), "subject")));
     }
     const QJsonArray errors = signatures.value(QLatin1String("errors")).toArray();

@@ -4,7 +4,7 @@
 
 #include "ReportPart.h"
 
-/// A ReportPart: the findings of PackageLint, with those of DrawnIconCheck when the content asks for them.
+/// A ReportPart: the findings of PackageLint and SignatureLint, with those of DrawnIconCheck when the content asks for them.
 void addDrawnLint(const PackageReport &report, const ReportContent &content, QJsonObject *json);
 
 #endif

@@ -11,6 +11,7 @@
 #include "ReportDrawnLint.h"
 #include "ReportIcon.h"
 #include "ReportSignatures.h"
+#include "SignatureLint.h"
 #include "WorkerCommand.h"
 
 namespace {
@@ -24,7 +25,7 @@ public:
 class DrawingLint : public LintCommand
 {
 public:
-    DrawingLint() : LintCommand(DrawnIconCheck::make) {}
+    DrawingLint() : LintCommand(SignatureLint::check, DrawnIconCheck::make) {}
 };
 
 } // namespace

@@ -132,6 +132,26 @@ inline constexpr LintCheck XmlOnlyIcon{
 inline constexpr LintCheck LaunchersSkipped{"launchers-skipped", Severity::Note,
                                             "The package has more launchers or icons than lint checks."};
 
+// The signatures.
+inline constexpr LintCheck Unsigned{"unsigned", Severity::Error,
+                                    "The package has no signature; Android does not install it."};
+inline constexpr LintCheck NotVerified{"not-verified", Severity::Error,
+                                       "The signatures do not verify, so the package may have been changed; Android "
+                                       "does not install it."};
+inline constexpr LintCheck WeakSignature{"weak-signature", Severity::Warning,
+                                         "A signature has a weak hash or a short key; others may be able to forge it."};
+inline constexpr LintCheck DebugCertificate{"debug-certificate", Severity::Warning,
+                                            "The certificate is for tests; shops refuse the package."};
+inline constexpr LintCheck ExpiredCertificate{
+    "expired-certificate", Severity::Note,
+    "A certificate has expired or is not valid yet; Android installs the package all the same."};
+inline constexpr LintCheck V1Only{"v1-only", Severity::Warning,
+                                  "The package is signed by scheme v1 alone; Android 7.0 and later accept changes "
+                                  "outside of its members, and take longer to install it."};
+inline constexpr LintCheck UnprotectedMember{
+    "unprotected-member", Severity::Note,
+    "A member below META-INF is not protected by scheme v1; anyone can change it."};
+
 /// All of them, in the order of the output.
 inline constexpr const LintCheck *All[] = {
     &MultiDisk,
@@ -183,6 +203,13 @@ inline constexpr const LintCheck *All[] = {
     &PartialIcon,
     &XmlOnlyIcon,
     &LaunchersSkipped,
+    &Unsigned,
+    &NotVerified,
+    &WeakSignature,
+    &DebugCertificate,
+    &ExpiredCertificate,
+    &V1Only,
+    &UnprotectedMember,
 };
 
 } // namespace LintChecks

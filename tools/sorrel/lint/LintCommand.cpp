@@ -87,7 +87,7 @@ int LintCommand::run(const QCommandLineParser &parser, Console &console) const
     bool isFirst = true;
     for (const QString &argument : files) {
         const FileName file(argument);
-        const PackageLint lint(file, parser.isSet(m_draw) ? m_makeDrawnCheck : IconCheckFactory());
+        const PackageLint lint(file, parser.isSet(m_draw) ? m_makeDrawnCheck : IconCheckFactory(), m_checkSignatures);
         if (lint.failed()) {
             Console::complain(file.text(), lint.errorText());
             status = CannotRead;

@@ -4,6 +4,7 @@
 
 #include "Command.h"
 #include "IconCheck.h"
+#include "SignatureCheck.h"
 
 #include <QCommandLineOption>
 
@@ -13,8 +14,11 @@
 class LintCommand : public Command
 {
 public:
-    /// @p makeDrawnCheck makes the check for `--draw`. A program without it passes such commands on to one that has it.
-    explicit LintCommand(const IconCheckFactory &makeDrawnCheck = {}) : m_makeDrawnCheck(makeDrawnCheck) {}
+    /// @p makeDrawnCheck makes the check for `--draw`. `sorrel` starts such commands in a program that has it.
+    explicit LintCommand(const SignatureCheck &checkSignatures, const IconCheckFactory &makeDrawnCheck = {})
+        : m_checkSignatures(checkSignatures), m_makeDrawnCheck(makeDrawnCheck)
+    {
+    }
 
     QString details() const override;
     /// `--checks` needs no file; otherwise run() requires one.
@@ -28,6 +32,7 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
+    const SignatureCheck m_checkSignatures;
     const IconCheckFactory m_makeDrawnCheck;
     const QCommandLineOption m_json{QStringLiteral("json"),
                                     QStringLiteral("Print one JSON object per file, each on one line.")};

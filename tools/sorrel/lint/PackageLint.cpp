@@ -8,7 +8,8 @@
 
 #include <QJsonObject>
 
-PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck)
+PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck,
+                         const SignatureCheck &checkSignatures)
 {
     FindingList findings;
     ArchiveLint archive(file, &findings);
@@ -21,6 +22,8 @@ PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconC
         archive.checkTable(package.targetSdkVersion());
         const std::unique_ptr<IconCheck> icons = makeIconCheck ? makeIconCheck(package, &findings) : nullptr;
         LauncherLint(package, icons.get(), &findings).run();
+        if (checkSignatures)
+            checkSignatures(package, &findings);
     }
     m_findings = findings.findings();
 }

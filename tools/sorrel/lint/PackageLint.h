@@ -5,6 +5,7 @@
 #include "FileName.h"
 #include "Finding.h"
 #include "IconCheck.h"
+#include "SignatureCheck.h"
 
 #include <QJsonArray>
 #include <QString>
@@ -15,14 +16,17 @@
  * SorrelKit, other readers of ZIP archives, and Android. The constructor runs all checks and closes the file.
  * LintChecks.h has the checks.
  *
- * Time and memory are bounded like those of SorrelKit::Package; this takes a few times as much. No package ends the
+ * Time and memory are bounded like those of SorrelKit::Package; this takes a few times as much, and the time of
+ * SorrelKit::Signatures with such a check. No package ends the
  * process. Several threads may construct objects at a time.
  */
 class PackageLint
 {
 public:
-    /// @p makeIconCheck makes a further check of the launchers' icons, such as DrawnIconCheck.
-    explicit PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck = {});
+    /// @p makeIconCheck makes a further check of the launchers' icons, such as DrawnIconCheck. @p checkSignatures checks
+    /// the signatures, such as SignatureLint.
+    explicit PackageLint(const FileName &file, const IconCheckFactory &makeIconCheck = {},
+                         const SignatureCheck &checkSignatures = {});
 
     /// SorrelKit::Package::error() and its text. Findings may give the reason.
     int errorCode() const { return m_errorCode; }

@@ -80,7 +80,7 @@ QJsonObject CertificateReport::toJson(const Signer &signer)
              QJsonArray::fromStringList(SignatureNames::capabilities(past.capabilities()))},
         });
     return {
-        {QStringLiteral("scheme"), SignatureNames::scheme(signer.scheme())},
+        {QStringLiteral("scheme"), Signer::schemeName(signer.scheme())},
         {QStringLiteral("minSdkVersion"), signer.minSdkVersion()},
         {QStringLiteral("maxSdkVersion"), signer.maxSdkVersion()},
         {QStringLiteral("certificate"), toJson(signer.certificate())},
@@ -112,7 +112,7 @@ void CertificateReport::addRows(const Signer &signer, int indent, ReportRows *ro
     constexpr int Step = 2;
     const QString space(indent, QLatin1Char(' '));
     rows->add(space + QStringLiteral("signer"),
-              QStringLiteral("by scheme ") + SignatureNames::scheme(signer.scheme()) + rangeText(signer));
+              QStringLiteral("by scheme ") + Signer::schemeName(signer.scheme()) + rangeText(signer));
     addRows(signer.certificate(), indent + Step, rows);
     for (const PastSigner &past : signer.lineage()) {
         const QStringList capabilities = SignatureNames::capabilities(past.capabilities());

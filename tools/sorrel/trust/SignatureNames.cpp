@@ -7,32 +7,11 @@ using SorrelKit::PastSigner;
 using SorrelKit::SignatureIssue;
 using SorrelKit::Signer;
 
-QString SignatureNames::scheme(Signer::Scheme scheme)
-{
-    switch (scheme) {
-    case Signer::Scheme::None:
-        break;
-    case Signer::Scheme::V1:
-        return QStringLiteral("v1");
-    case Signer::Scheme::V2:
-        return QStringLiteral("v2");
-    case Signer::Scheme::V3:
-        return QStringLiteral("v3");
-    case Signer::Scheme::V31:
-        return QStringLiteral("v3.1");
-    case Signer::Scheme::V4:
-        return QStringLiteral("v4");
-    case Signer::Scheme::Stamp:
-        return QStringLiteral("stamp");
-    }
-    return {};
-}
-
 QStringList SignatureNames::schemes(const QList<Signer::Scheme> &schemes)
 {
     QStringList names;
     for (const Signer::Scheme each : schemes)
-        names.append(scheme(each));
+        names.append(Signer::schemeName(each));
     return names;
 }
 

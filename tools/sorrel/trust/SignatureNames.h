@@ -13,9 +13,7 @@
 /// Names in the reports about signatures. They stay the same from version to version.
 namespace SignatureNames {
 
-/// "v1", "v2", "v3", "v3.1", "v4" or "stamp"; empty for Signer::Scheme::None.
-QString scheme(SorrelKit::Signer::Scheme scheme);
-/// The names of @p schemes.
+/// The names of @p schemes, by Signer::schemeName().
 QStringList schemes(const QList<SorrelKit::Signer::Scheme> &schemes);
 /// The name of the enumerator in lower case, with a hyphen between its words: "content-changed".
 QString code(SorrelKit::SignatureIssue::Code code);

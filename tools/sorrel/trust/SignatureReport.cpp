@@ -22,13 +22,23 @@ namespace {
 /// Lines of one kind of issue. JSON has all.
 constexpr int MaxLinesPerCode = 10;
 
-// The newest scheme first, so the list begins with Signatures::signers().
+// The list begins with those on the newest version of Android. The schemes of the others are in descending order.
 QList<Signer> allSigners(const Signatures &signatures)
 {
-    QList<Signer> signers;
+    QList<Signer> signers = signatures.signers();
+    const auto isListed = [current = signers](const Signer &signer) {
+        return std::any_of(current.cbegin(), current.cend(), [&](const Signer &each) {
+            return each.scheme() == signer.scheme() && each.certificate() == signer.certificate()
+                   && each.minSdkVersion() == signer.minSdkVersion();
+        });
+    };
     for (const Signer::Scheme scheme :
-         {Signer::Scheme::V31, Signer::Scheme::V3, Signer::Scheme::V2, Signer::Scheme::V1})
-        signers += signatures.signers(scheme);
+         {Signer::Scheme::V31, Signer::Scheme::V3, Signer::Scheme::V2, Signer::Scheme::V1}) {
+        for (const Signer &signer : signatures.signers(scheme)) {
+            if (!isListed(signer))
+                signers.append(signer);
+        }
+    }
     return signers;
 }
 
@@ -50,7 +60,7 @@ QString rangeText(const Signatures &signatures)
 
 QString issueText(const SignatureIssue &issue)
 {
-    const QString scheme = SignatureNames::scheme(issue.scheme());
+    const QString scheme = Signer::schemeName(issue.scheme());
     return (scheme.isEmpty() ? QString() : scheme + QStringLiteral(": ")) + issue.message();
 }
 
@@ -68,8 +78,8 @@ QJsonArray issuesJson(const QList<SignatureIssue> &issues)
 {
     QJsonArray json;
     for (const SignatureIssue &issue : issues)
-        json.append(issueJson(SignatureNames::code(issue.code()), SignatureNames::scheme(issue.scheme()),
-                              issue.subject(), issue.detail(), issue.message()));
+        json.append(issueJson(SignatureNames::code(issue.code()), Signer::schemeName(issue.scheme()), issue.subject(),
+                              issue.detail(), issue.message()));
     return json;
 }
 

@@ -7,6 +7,7 @@
 #include "LintCommand.h"
 #include "ReportLint.h"
 #include "ReportSignatures.h"
+#include "SignatureLint.h"
 #include "VerifyCommand.h"
 #include "WorkerCommand.h"
 
@@ -16,6 +17,12 @@ class SignerInfo : public InfoCommand
 {
 public:
     SignerInfo() : InfoCommand({signerRows, addSigner}) {}
+};
+
+class TrustLint : public LintCommand
+{
+public:
+    TrustLint() : LintCommand(SignatureLint::check) {}
 };
 
 class TrustWorker : public WorkerCommand
@@ -31,7 +38,7 @@ int main(int argc, char *argv[])
     return CommandLine::run(argc, argv,
                             {
                                 CommandLine::entry<SignerInfo>("info"),
-                                CommandLine::entry<LintCommand>("lint"),
+                                CommandLine::entry<TrustLint>("lint"),
                                 CommandLine::entry<VerifyCommand>("verify"),
                                 CommandLine::entry<TrustWorker>("worker"),
                             });

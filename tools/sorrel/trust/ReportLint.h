@@ -4,7 +4,7 @@
 
 #include "ReportPart.h"
 
-/// A ReportPart: the findings of PackageLint.
+/// A ReportPart: the findings of PackageLint and SignatureLint.
 void addLint(const PackageReport &report, const ReportContent &content, QJsonObject *json);
 
 #endif
