@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""schema.py DIRECTORY SAMPLES: checks the output of the installed `sorrel info --json`, `sorrel scan` and `sorrel verify --json`
-against report.schema.json and verify.schema.json in DIRECTORY: it has no other properties. Each schema still has all properties
-in the lists of released versions beside this script, because properties are only added.
-`schema.py --list SCHEMA` prints such a list."""
+"""schema.py DIRECTORY SAMPLES SIGNED: checks the output of the installed `sorrel info --json`, `sorrel scan` and
+`sorrel verify --json` on the packages in SAMPLES and SIGNED against report.schema.json and verify.schema.json in DIRECTORY: it
+has no other properties. Each schema still has all properties in the lists of released versions beside this script, because
+properties are only added. `schema.py --list SCHEMA` prints such a list."""
 
 import copy
 import glob
@@ -108,13 +108,15 @@ def main():
 
     samples = sorted(glob.glob(sys.argv[2] + "/*.apk"))
     assert len(samples) > 10, "the sample packages are missing"
+    signed = sorted(glob.glob(sys.argv[3] + "/*.apk*"))
+    assert len(signed) > 5, "the signed packages are missing"
     with tempfile.TemporaryDirectory() as directory:
         bad = os.path.join(directory, "bad.apk")
         with open(bad, "wb") as file:
             file.write(b"no package")
         unnamed = os.path.join(directory, os.fsdecode(b"\xff.apk"))
         shutil.copyfile(samples[0], unnamed)
-        files = samples + [bad, os.path.join(directory, "missing.apk"), unnamed]
+        files = samples + signed + [bad, os.path.join(directory, "missing.apk"), unnamed]
         lines = output("info", "--json", "--all", *files).splitlines()
         lines += output("scan", "--all", *files).splitlines()
         lines += output("scan", "--icon", "16", "--lint", *files).splitlines()
@@ -135,12 +137,19 @@ def main():
         seen["failed"] += report["error"]["code"] != 0
     assert all(seen.values()), f"the samples do not have everything: {seen}"
 
-    seen = {"errors": 0, "uri": 0}
-    for report in validated(verifications.validator(), verified):
+    seen = {"errors": 0, "uri": 0, "verified": 0, "signers": 0, "warnings": 0, "packages": 0, "lineage": 0}
+    validator = verifications.validator()
+    for report in validated(validator, verified):
         for key in seen:
             seen[key] += bool(report.get(key))
+        seen["lineage"] += any(signer["lineage"] for signer in report["signers"])
     assert all(seen.values()), f"the samples do not have everything: {seen}"
+    report = next(json.loads(line) for line in verified if json.loads(line)["signers"])
+    assert refuses(validator, report, lambda altered: altered["signers"][0].pop("certificate"))
+    assert refuses(validator, report, lambda altered: altered["signers"][0]["certificate"].update(more=1))
+    assert refuses(validator, report, lambda altered: altered.update(schemes=["v9"]))
 
+    validator = reports.validator()
     report = json.loads(lines[0])
     assert refuses(validator, report, lambda altered: altered.pop("package"))
     assert refuses(validator, report, lambda altered: altered.update(more=1))

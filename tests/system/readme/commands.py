@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""commands.py README SAMPLES: checks that every command of the README that runs an installed tool prints the lines below it, up
-to a line "[...]". The current directory has the packages of the README, such as notes.apk and babel.apk, and the directory
-shelf with all of them. With --update, the README is rewritten with the output of the commands."""
+"""commands.py README SAMPLES SIGNED: checks that every command of the README that runs an installed tool prints the lines below it, up
+to a line "[...]". The current directory has the packages of the README: notes.apk, babel.apk and others of SAMPLES, also
+in the directory shelf, and signed ones of SIGNED. With --update, the README is rewritten with the output of the commands."""
 
 import os
 import re
@@ -14,6 +14,7 @@ import tempfile
 # The names of the samples in the README.
 PACKAGES = {"notes.apk": "notes.aapt.apk", "babel.apk": "babel.sparse.apk", "gallery.apk": "gallery.aapt2.apk",
             "kiosk.apk": "kiosk.aapt2.apk", "atlas.apk": "atlas.aapt2.apk", "toolbox.apk": "toolbox.aapt2.apk"}
+SIGNED = {"signed.apk": "jane.apk", "changed.apk": "changed.apk"}
 TOOL = re.compile(r"(^|[| ])sorrel(-thumbnailer)? ")
 CUT = "[...]"
 
@@ -43,7 +44,7 @@ def output(command, directory):
 
 def main():
     update = "--update" in sys.argv
-    readme, samples = [argument for argument in sys.argv[1:] if not argument.startswith("-")]
+    readme, samples, signed = [argument for argument in sys.argv[1:] if not argument.startswith("-")]
     with open(readme, encoding="utf-8") as file:
         text = file.read()
     faults, commands, written = [], 0, []
@@ -52,6 +53,8 @@ def main():
         for name, sample in PACKAGES.items():
             for place in (directory, os.path.join(directory, "shelf")):
                 shutil.copy(os.path.join(samples, sample), os.path.join(place, name))
+        for name, package in SIGNED.items():
+            shutil.copy(os.path.join(signed, package), os.path.join(directory, name))
         for command, shown in parts(text):
             if command is not None:
                 commands += bool(TOOL.search(command))
