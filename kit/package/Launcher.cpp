@@ -38,12 +38,12 @@ bool Launcher::isAlias() const
 
 bool Launcher::isEnabled() const
 {
-    return d->isValid() && d->package->isEnabled(d->entry);
+    return d->isValid() && d->package->isEnabled(*d->entry.activity);
 }
 
 bool Launcher::isExported() const
 {
-    return d->isValid() && d->package->isExported(d->entry);
+    return d->isValid() && d->package->isExported(*d->entry.activity);
 }
 
 bool Launcher::isShown() const

@@ -113,6 +113,37 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
     return entries;
 }
 
+QVector<Manifest::ComponentEntry> Manifest::components() const
+{
+    QVector<ComponentEntry> entries;
+    const XmlElement *const parent = application();
+    if (parent == nullptr)
+        return entries;
+    QHash<QString, QSet<QString>> known{
+        {QStringLiteral("activity"), {}}, {QStringLiteral("activity-alias"), {}}, {QStringLiteral("service"), {}},
+        {QStringLiteral("receiver"), {}}, {QStringLiteral("provider"), {}},
+    };
+    int charactersLeft = MaxComponentCharacters;
+    for (const XmlElement &child : parent->children) {
+        const auto names = known.find(child.name);
+        if (names == known.end())
+            continue;
+        const QString name = text(child, Attr::Name);
+        const int most = int(name.size()) + int(m_packageName.size()) + 1;
+        if (name.isEmpty() || most > charactersLeft)
+            continue;
+        const ComponentEntry entry{&child, completed(name)};
+        if (names->contains(entry.name))
+            continue;
+        names->insert(entry.name);
+        charactersLeft -= int(entry.name.size());
+        entries.append(entry);
+        if (entries.size() == MaxComponents)
+            break;
+    }
+    return entries;
+}
+
 QHash<QString, const XmlElement *> Manifest::activitiesByName(const XmlElement &application) const
 {
     QHash<QString, const XmlElement *> activities;

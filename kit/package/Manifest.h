@@ -29,6 +29,17 @@ public:
     /// choose among icons have some dozens.
     static constexpr int MaxLaunchers = 1024;
 
+    /// A component of the application: the element of an activity, alias, service, receiver or provider.
+    struct ComponentEntry {
+        const XmlElement *element = nullptr;
+        QString name; ///< completed
+    };
+    /// Components at most; those that follow are left out. Each takes lookups of its own. The largest applications have
+    /// some thousands.
+    static constexpr int MaxComponents = 8192;
+    /// Characters of the names of all components. Completed names repeat the name of the package, which may be long.
+    static constexpr int MaxComponentCharacters = 4 << 20;
+
     Manifest() = default;
     explicit Manifest(const XmlElement &root);
 
@@ -48,6 +59,9 @@ public:
     /// One entry for each activity and alias, with its first launcher filter, in the order of the manifest; up to
     /// MaxLaunchers.
     QVector<LauncherEntry> launchers() const;
+    /// The components that have a name, each once, in the order of the manifest; up to MaxComponents and
+    /// MaxComponentCharacters. Of several elements with one tag and one name, the first counts.
+    QVector<ComponentEntry> components() const;
     /// @p name as the full name of a class: with the package in front when it begins with a dot or has no dot. An empty name
     /// stays empty.
     QString completed(const QString &name) const;

@@ -10,6 +10,9 @@
 
 #include <QSet>
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace SorrelKit {
 
 namespace {
@@ -32,6 +35,25 @@ int sdkVersion(PackageData &data, quint32 id, int fallback)
 quint32 versionPart(PackageData &data, quint32 id)
 {
     return quint32(data.resolved(data.manifest().root().attribute(id)).value.integer().value_or(0));
+}
+
+Component::Kind kindOf(const XmlElement &component)
+{
+    if (component.name == QLatin1String("activity-alias"))
+        return Component::Kind::Alias;
+    if (component.name == QLatin1String("service"))
+        return Component::Kind::Service;
+    if (component.name == QLatin1String("receiver"))
+        return Component::Kind::Receiver;
+    return component.name == QLatin1String("provider") ? Component::Kind::Provider : Component::Kind::Activity;
+}
+
+// The text of the first attribute that exists; an empty text means that no permission is needed.
+QString firstText(const PackageData &data, std::initializer_list<const XmlAttribute *> attributes)
+{
+    const auto *const found = std::find_if(attributes.begin(), attributes.end(),
+                                           [](const XmlAttribute *attribute) { return attribute != nullptr; });
+    return found != attributes.end() ? data.text(*found) : QString();
 }
 
 } // namespace
@@ -165,6 +187,28 @@ QList<Launcher> Package::launchers() const
         launchers.append(Launcher(data));
     }
     return launchers;
+}
+
+QList<Component> Package::components() const
+{
+    constexpr int FirstSdkWithHiddenProviders = 17;
+    QList<Component> components;
+    const XmlAttribute *const ofAll = d->manifest().applicationAttribute(Attr::Permission);
+    const bool providersAreExported = targetSdkVersion() < FirstSdkWithHiddenProviders;
+    for (const Manifest::ComponentEntry &entry : d->manifest().components()) {
+        const XmlElement &element = *entry.element;
+        const Component::Kind kind = kindOf(element);
+        const bool isProvider = kind == Component::Kind::Provider;
+        const XmlAttribute *const own = element.attribute(Attr::Permission);
+        const XmlAttribute *const inherited = kind != Component::Kind::Alias ? ofAll : nullptr;
+        const auto permission = [&](quint32 id) {
+            return firstText(*d, {isProvider ? element.attribute(id) : nullptr, own, inherited});
+        };
+        const bool isExported = d->isExported(element, isProvider && providersAreExported);
+        components.append(Component(kind, entry.name, isExported, d->isEnabled(element),
+                                    permission(Attr::ReadPermission), permission(Attr::WritePermission)));
+    }
+    return components;
 }
 
 QByteArray Package::manifestXml(References references) const

@@ -7,6 +7,7 @@
 
 #include <QSet>
 
+#include <algorithm>
 #include <utility>
 
 namespace SorrelKit {
@@ -240,15 +241,17 @@ QString PackageData::text(const XmlAttribute *attribute) const
     return value.text.isEmpty() ? value.plainText() : value.text;
 }
 
-bool PackageData::isEnabled(const Manifest::LauncherEntry &entry)
+bool PackageData::isEnabled(const XmlElement &element)
 {
-    return isTrue(entry.activity->attribute(Attr::Enabled), true)
+    return isTrue(element.attribute(Attr::Enabled), true)
            && isTrue(manifest().applicationAttribute(Attr::Enabled), true);
 }
 
-bool PackageData::isExported(const Manifest::LauncherEntry &entry) const
+bool PackageData::isExported(const XmlElement &element, bool isByDefault) const
 {
-    return isTrue(entry.activity->attribute(Attr::Exported), true);
+    const auto isFilter = [](const XmlElement &child) { return child.name == QLatin1String("intent-filter"); };
+    const bool hasFilter = std::any_of(element.children.cbegin(), element.children.cend(), isFilter);
+    return isTrue(element.attribute(Attr::Exported), isByDefault || hasFilter);
 }
 
 std::optional<ResolvedValue> PackageData::applicationIcon()
@@ -265,7 +268,7 @@ QVector<ResolvedValue> PackageData::launcherIcons(int count)
         if (icons.size() == count)
             break;
         const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon);
-        if (icon != own && isEnabled(entry) && isExported(entry))
+        if (icon != own && isEnabled(*entry.activity) && isExported(*entry.activity))
             icons.append(iconValue(icon));
     }
     return icons;

@@ -85,10 +85,11 @@ public:
     /// The files for the icon that @p attribute names.
     QVector<IconFileLookup::File> iconFiles(const XmlAttribute *attribute);
 
-    /// Whether both the application and the launcher's activity or alias are enabled.
-    bool isEnabled(const Manifest::LauncherEntry &entry);
-    /// Whether other applications may start the launcher's activity or alias.
-    bool isExported(const Manifest::LauncherEntry &entry) const;
+    /// Whether both the application and its component @p element are enabled.
+    bool isEnabled(const XmlElement &element);
+    /// Whether other applications may use the component @p element of the manifest. Without the attribute, a component
+    /// with an intent filter is exported, and other components are when @p isByDefault is true.
+    bool isExported(const XmlElement &element, bool isByDefault = false) const;
 
     /// Looks as a phone of 160 dots per inch.
     const ResourceResolver &resolver() const override { return m_resolver; }

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_PACKAGE_H
 #define SORRELKIT_PACKAGE_H
 
+#include <SorrelKit/Component.h>
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
@@ -78,6 +79,7 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(QStringList splits READ splits CONSTANT)
     Q_PROPERTY(QString label READ label CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Launcher> launchers READ launchers CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Component> components READ components CONSTANT)
 
 public:
     /// How manifestXml() writes references to resources. @since 0.5.1
@@ -158,6 +160,10 @@ public:
     /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
     /// @since 0.5.1
     QList<Launcher> launchers() const;
+    /// The components of the application that have a name, in the order of the manifest, up to 8192 of them. Of several
+    /// elements with one tag and one name, the first counts. Of a set, those of the base's manifest. Reads the manifest,
+    /// and the table for a reference; goes over the manifest on each call. @since 0.5.1
+    QList<Component> components() const;
 
     /**
      * The manifest as XML 1.0 in UTF-8, indented, one element on each line. Attributes have the values that Android reads,

@@ -61,7 +61,7 @@ constexpr bool isValue()
 void TestValues::movesAreCheap()
 {
     static_assert(isValue<Package>() && isValue<Launcher>() && isValue<Resources>());
-    static_assert(isValue<Error>() && isValue<Feature>() && isValue<IconFile>());
+    static_assert(isValue<Component>() && isValue<Error>() && isValue<Feature>() && isValue<IconFile>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
@@ -100,8 +100,9 @@ int readProperties(const Type &value)
 
 void TestValues::propertiesReadTheirValues()
 {
-    QCOMPARE(readProperties(Package()), 13);
+    QCOMPARE(readProperties(Package()), 14);
     QCOMPARE(readProperties(Launcher()), 10);
+    QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Error()), 3);
     QCOMPARE(readProperties(Feature()), 2);
     QCOMPARE(readProperties(IconFile()), 4);
@@ -121,6 +122,7 @@ void TestValues::propertiesReadTheirValues()
 void TestValues::enumsHaveNames()
 {
     QCOMPARE(QMetaEnum::fromType<Error::Code>().valueToKey(int(Error::Code::BadTable)), "BadTable");
+    QCOMPARE(QMetaEnum::fromType<Component::Kind>().valueToKey(int(Component::Kind::Alias)), "Alias");
     QCOMPARE(QMetaEnum::fromType<IconError::Code>().valueToKey(int(IconError::Code::TooMuch)), "TooMuch");
     QCOMPARE(QMetaEnum::fromType<ResourceItem::Type>().valueToKey(int(ResourceValue::Type::Map)), "Map");
     QCOMPARE(QMetaEnum::fromType<IconMask>().valueToKey(int(IconMask::Squircle)), "Squircle");

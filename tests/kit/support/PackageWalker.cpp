@@ -22,6 +22,8 @@ qint64 visitTexts(const Package &package)
                    + package.permissions().size() + package.features().size() + package.nativeAbis().size()
                    + package.splits().size() + package.labels().size() + package.label().size()
                    + package.manifestXml().size();
+    for (const Component &component : package.components())
+        count += component.name().size() + component.permission().size() + int(component.isExported());
     for (const bool isAnswered : {package.versionCode() != 0, package.minSdkVersion() != 1, package.isValid(),
                                   package.targetSdkVersion() != 1, !package.openGlEsVersion().isNull()})
         count += int(isAnswered);
