@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""schema.py DIRECTORY SAMPLES SIGNED: checks the output of the installed `sorrel info --json`, `sorrel scan` and
-`sorrel verify --json` on the packages in SAMPLES and SIGNED against report.schema.json and verify.schema.json in DIRECTORY: it
-has no other properties. Each schema still has all properties in the lists of released versions beside this script, because
-properties are only added. `schema.py --list SCHEMA` prints such a list."""
+"""schema.py DIRECTORY SAMPLES SIGNED: checks the output of the installed `sorrel info --json`, `sorrel scan`,
+`sorrel verify --json` and `sorrel diff --json` on the packages in SAMPLES and SIGNED against report.schema.json,
+verify.schema.json and diff.schema.json in DIRECTORY: it has no other properties. Each schema still has all properties in the
+lists of released versions beside this script, because properties are only added. `schema.py --list SCHEMA` prints such a
+list."""
 
 import copy
 import glob
@@ -62,9 +63,11 @@ class Schema:
 
     def validator(self):
         """A validator that forbids properties that are not in the schemas."""
-        others = {path.name: closed(load(path)) for path in self.path.parent.glob("*.schema.json")}
+        base = "file:///"
+        others = {base + path.name: closed(load(path)) for path in self.path.parent.glob("*.schema.json")}
         root = closed(self.root)
-        return jsonschema.Draft202012Validator(root, resolver=jsonschema.RefResolver("", root, store=others))
+        resolver = jsonschema.RefResolver(base + self.path.name, root, store=others)
+        return jsonschema.Draft202012Validator(root, resolver=resolver)
 
 
 def closed(schema):
@@ -102,9 +105,10 @@ def main():
     if sys.argv[1] == "--list":
         print("\n".join(Schema(sys.argv[2]).listed()))
         return
-    reports, verifications = (Schema(pathlib.Path(sys.argv[1], name + ".schema.json")) for name in ("report", "verify"))
-    reports.check_released()
-    verifications.check_released()
+    reports, verifications, differences = (Schema(pathlib.Path(sys.argv[1], name + ".schema.json"))
+                                           for name in ("report", "verify", "diff"))
+    for schema in (reports, verifications, differences):
+        schema.check_released()
 
     samples = sorted(glob.glob(sys.argv[2] + "/*.apk"))
     assert len(samples) > 10, "the sample packages are missing"
@@ -124,6 +128,7 @@ def main():
         lines += output("info", "--json", "--signer", *files).splitlines()
         lines += output("scan", "--verify", *files).splitlines()
         verified = output("verify", "--json", *files).splitlines()
+        compared = [output("diff", "--json", old, new) for old, new in zip(samples, samples[1:] + [unnamed])]
     assert len(lines) == 6 * len(files), f"there are {len(lines)} lines for {len(files)} files"
     assert len(verified) == len(files), f"there are {len(verified)} lines for {len(files)} files"
 
@@ -148,6 +153,15 @@ def main():
     assert refuses(validator, report, lambda altered: altered["signers"][0].pop("certificate"))
     assert refuses(validator, report, lambda altered: altered["signers"][0]["certificate"].update(more=1))
     assert refuses(validator, report, lambda altered: altered.update(schemes=["v9"]))
+
+    seen = set()
+    for report in validated(differences.validator(), compared):
+        seen.update(key for key, value in report.items() if value)
+        seen.update(key for side in ("before", "after") for key in report[side])
+    rare = {"complete", "nativeAbis", "otherBytes", "schemes", "signers", "splits"}
+    missing = set(differences.root["properties"]) - seen - rare
+    assert not missing, f"the differences of the samples do not have: {missing}"
+    assert "uri" in seen
 
     validator = reports.validator()
     report = json.loads(lines[0])

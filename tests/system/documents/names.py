@@ -22,7 +22,7 @@ TOOLS = ("sorrel", "sorrel-thumbnailer")
 # Options that the documents name without their program, and that program.
 OTHER_OPTIONS = {
     "-fsanitize": "gcc", "-fno-semantic-interposition": "gcc", "-Bsymbolic-functions": "ld", "-D": "cmake",
-    "--prefix": "cmake", "-help": "Qt Test", "--with": "rpmbuild", "--nodeps": "rpmbuild",
+    "--ext-diff": "git", "--prefix": "cmake", "-help": "Qt Test", "--with": "rpmbuild", "--nodeps": "rpmbuild",
 }
 
 faults = {}

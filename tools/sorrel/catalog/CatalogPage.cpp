@@ -2,33 +2,18 @@
 #include "CatalogPage.h"
 
 #include "CatalogCard.h"
+#include "PageSource.h"
 
-#include <QCryptographicHash>
-#include <QFile>
+#include <QFileDevice>
 #include <QIODevice>
 
-namespace {
-
-QByteArray resource(const char *name)
-{
-    QFile file(QStringLiteral(":/catalog/") + QLatin1String(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-QByteArray source(const QByteArray &content)
-{
-    return "'sha256-" + QCryptographicHash::hash(content, QCryptographicHash::Sha256).toBase64() + "'";
-}
-
-} // namespace
-
-// XML reads style and script as CDATA sections; HTML reads the marks around them as comments.
+// XML reads the script as a CDATA section; HTML reads the marks around it as comments.
 CatalogPage::CatalogPage(QIODevice *output, const QString &title)
     : m_output(output),
       m_title(title),
-      m_style("/*<![CDATA[*/\n" + resource("page.css") + "/*]]>*/"),
-      m_script("//<![CDATA[\n" + resource("page.js") + "//]]>\n"),
-      m_template(resource("page.html"))
+      m_style(PageSource::style({"catalog/page.css"})),
+      m_script("//<![CDATA[\n" + PageSource::resource("catalog/page.js") + "//]]>\n"),
+      m_template(PageSource::resource("catalog/page.html"))
 {
     writeTemplate();
 }
@@ -71,8 +56,8 @@ void CatalogPage::writeTemplate()
 QByteArray CatalogPage::valueOf(const QByteArray &name) const
 {
     if (name == "policy")
-        return "default-src 'none'; img-src data:; style-src " + source(m_style) + "; script-src " + source(m_script)
-               + "; base-uri 'none'; form-action 'none'";
+        return "default-src 'none'; img-src data:; style-src " + PageSource::hash(m_style) + "; script-src "
+               + PageSource::hash(m_script) + "; base-uri 'none'; form-action 'none'";
     if (name == "style")
         return m_style;
     if (name == "script")

@@ -11,7 +11,7 @@ _sorrel_files() {
 
 _sorrel() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="info manifest resources icon files lint verify desktop scan catalog"
+    local commands="info manifest resources icon files lint verify diff desktop scan catalog"
     local packages="apk|apks|xapk|apkm|APK|APKS|XAPK|APKM"
     local scan="-0 --null -j --jobs --max-memory --timeout --no-progress"
     local options="-h --help" extglob_was_off=
@@ -29,6 +29,7 @@ _sorrel() {
         icon) options+=" -s --size --shape --launcher -o --output" ;;
         lint) options+=" --json --draw --checks" ;;
         verify) options+=" --json --print-certs --min-sdk --max-sdk --fingerprint --same-as --v4-signature" ;;
+        diff) options+=" --json --all --html" ;;
         desktop) options+=" -o --output --exec --shape --all --json" ;;
         scan) options+=" $scan --ordered --all --icon --lint --verify" ;;
         catalog) options+=" $scan -o --output --title --shape --verify" ;;
@@ -42,7 +43,7 @@ _sorrel() {
             mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;
         icon:-o | icon:--output) _sorrel_files "png" ;;
-        catalog:-o | catalog:--output) _sorrel_files "html" ;;
+        catalog:-o | catalog:--output | diff:--html) _sorrel_files "html" ;;
         verify:--v4-signature) _sorrel_files "idsig" ;;
         *:-s | *:--size | *:--icon) mapfile -t COMPREPLY < <(compgen -W "48 96 192 512" -- "$current") ;;
         *:-j | *:--jobs | *:--max-memory | *:--timeout | *:--title | *:--exec | *:--launcher | \

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # Completions of sorrel(1) for fish.
 
-set -l commands info manifest resources icon files lint verify desktop scan catalog
+set -l commands info manifest resources icon files lint verify diff desktop scan catalog
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -f
 complete -c sorrel -s h -l help -d 'Show help'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -s v -l version -d 'Show the version'
@@ -13,12 +13,13 @@ complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a icon -d 'Wr
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a files -d 'List the files'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a lint -d 'Report what is wrong or unusual'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a verify -d 'Verify the signatures'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a diff -d 'Show what differs between two packages'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a desktop -d 'Write desktop entries and icons'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a scan -d 'Print a line of JSON for every package'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 'Write a web page of every package'
 
 set -l in __fish_seen_subcommand_from
-complete -c sorrel -n "$in info resources files lint verify desktop" -l json -d 'Print JSON objects, one on a line'
+complete -c sorrel -n "$in info resources files lint verify diff desktop" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
 complete -c sorrel -n "$in info" -l signer -d 'Verify the signatures, and add the signer'
 complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
@@ -34,6 +35,8 @@ complete -c sorrel -n "$in verify" -l max-sdk -x -d 'Verify for this API level a
 complete -c sorrel -n "$in verify" -l fingerprint -x -d 'Require a certificate with this SHA-256'
 complete -c sorrel -n "$in verify" -l same-as -r -d 'Require the signers of this package'
 complete -c sorrel -n "$in verify" -l v4-signature -r -d 'Require this v4 signature'
+complete -c sorrel -n "$in diff" -l all -d 'Do not cut long lists'
+complete -c sorrel -n "$in diff" -l html -r -d 'Write a web page'
 complete -c sorrel -n "$in desktop" -l exec -x -d 'The command that starts an entry'
 complete -c sorrel -n "$in scan catalog" -s 0 -l null -d 'Expect a NUL after each path on standard input'
 complete -c sorrel -n "$in scan catalog" -s j -l jobs -x -d 'Number of worker processes'

@@ -13,6 +13,8 @@ enum ExitStatus : int {
     CannotRead = 1,  ///< a file was not read, or the output could not be written
     NotVerified = 1, ///< of `verify`: a package is not verified, or was not read
     WrongUsage = 2,
+    Different = 1, ///< of `diff`: the packages differ
+    Trouble = 2,   ///< of `diff`: a file was not read, or the output could not be written
 };
 
 /// A subcommand: its arguments and its work. CommandLine makes the requested one, parses the arguments for it, and runs it.

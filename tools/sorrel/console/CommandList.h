@@ -23,6 +23,7 @@ constexpr ListedCommand CommandList[] = {
     {"files", "List the files with their sizes.", Program::Core},
     {"lint", "Report what is wrong or unusual in packages.", Program::Trust, "--draw", Program::Draw},
     {"verify", "Verify the signatures as Android does.", Program::Trust},
+    {"diff", "Show what differs between two packages.", Program::Trust},
     {"desktop", "Write desktop entries and icons for the menus of hosts.", Program::Draw},
     {"scan", "Print a line of JSON for every package below directories.", Program::Core},
     {"catalog", "Write a web page of every package below directories.", Program::Draw},

@@ -14,6 +14,8 @@ public:
     QString key(const QString &text) const { return styled("36", text); }
     QString strong(const QString &text) const { return styled("1;32", text); }
     QString faint(const QString &text) const { return styled("2", text); }
+    QString added(const QString &text) const { return styled("32", text); }
+    QString removed(const QString &text) const { return styled("31", text); }
     QString warning(const QString &text) const { return styled("33", text); }
     QString error(const QString &text) const { return styled("1;31", text); }
 
