@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Files.h"
+#include "SigningBlockBuilder.h"
 #include "Tool.h"
 #include "format/AndroidAttributes.h"
 
@@ -29,9 +30,11 @@ QByteArray packageOf(int version, const QStringList &permissions, bool isExporte
         .attributeId(latin("label"), Attr::Label)
         .attributeId(latin("exported"), Attr::Exported)
         .attributeId(latin("versionCode"), Attr::VersionCode)
+        .attributeId(latin("minSdkVersion"), Attr::MinSdkVersion)
         .startNamespace(latin("android"), androidUri)
         .start(latin("manifest"), {plainText(latin("package"), latin("org.example.notes")),
                                    androidValue(latin("versionCode"), Integer, version)});
+    builder.empty(latin("uses-sdk"), {androidValue(latin("minSdkVersion"), Integer, 28)});
     for (const QString &permission : permissions)
         builder.empty(latin("uses-permission"), {androidText(latin("name"), permission)});
     builder.start(latin("application"), {androidText(latin("label"), label)})
@@ -40,6 +43,11 @@ QByteArray packageOf(int version, const QStringList &permissions, bool isExporte
         .end(latin("application"))
         .end(latin("manifest"));
     return fixture::package(emptyTable(), builder.build(), others);
+}
+
+QByteArray signedBy(const BlockSigner &signer, const QByteArray &package)
+{
+    return SigningBlockBuilder(package).v3({signer}).build();
 }
 
 QJsonObject objectOf(const ToolRun &run)
@@ -62,6 +70,9 @@ private slots:
     void forAPerson();
     void sectionsAreInTheOrderOfTheirImportance();
     void refusalsComeFirst();
+    void anotherSignerIsTheFirstThing();
+    void theSameSigner();
+    void aNewKeyOfTheSigner();
     void columnsAreAligned();
     void longListsAreCut();
     void coloursOnATerminal();
@@ -136,6 +147,66 @@ void TestDiffCommand::refusalsComeFirst()
     const QByteArray other = fixture::package(emptyTable(), smallManifest());
     QVERIFY(
         alarms(diff(m_before, other)).contains(latin("Another application: Android installs it beside the other one")));
+}
+
+void TestDiffCommand::anotherSignerIsTheFirstThing()
+{
+    const QByteArray before = signedBy(BlockSigner(TestKey::rsa(1)), m_before);
+    const QByteArray after = signedBy(BlockSigner(TestKey::rsa(2)), m_after);
+    const ToolRun run = diff(before, after);
+    QCOMPARE(run.status, 1);
+    QVERIFY(run.output.startsWith("Signed by someone else: Android refuses this update\n"));
+    QVERIFY(run.output.contains("  ~ signer "));
+    QCOMPARE(run.output.count("CN=Test signer"), 2);
+    QVERIFY(!run.output.contains("Not verified"));
+    const QStringList files{write(latin("old.apk"), before), write(latin("new.apk"), after)};
+    const QByteArray colored = runSorrelOnTerminal(QStringList{latin("diff")} + files).output;
+    QVERIFY(colored.startsWith("\033[1;31mSigned by someone else: Android refuses this update\033[0m"));
+    QVERIFY(colored.contains("\033[1;31m~ signer "));
+    QCOMPARE(objectOf(diff(before, after, {latin("--json")})).value(latin("signerMatch")).toString(),
+             latin("different"));
+    const QString page = m_directory.filePath(latin("signer.html"));
+    QCOMPARE(diff(before, after, {latin("--html"), page}).status, 1);
+    QFile file(page);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray html = file.readAll();
+    const auto alert = html.indexOf("role=\"alert\">Signed by someone else: Android refuses this update</p>");
+    QVERIFY(alert > 0 && alert < html.indexOf("<section"));
+}
+
+void TestDiffCommand::theSameSigner()
+{
+    const BlockSigner signer(TestKey::rsa(1));
+    const ToolRun run = diff(signedBy(signer, m_before), signedBy(signer, m_after));
+    QCOMPARE(run.status, 1);
+    QVERIFY(run.output.startsWith(m_directory.path().toUtf8()));
+    QVERIFY(linesOf(run.output).contains(latin("    signer       the same")));
+    QVERIFY(!run.output.contains("refuses"));
+    QCOMPARE(diff(signedBy(signer, m_before), signedBy(signer, m_before)).status, 0);
+    // Only the old package is not verified.
+    const ToolRun fromUnsigned = diff(m_before, signedBy(signer, m_after));
+    QVERIFY(!fromUnsigned.output.contains("refuses"));
+    QVERIFY(fromUnsigned.output.contains("unknown: the old package is not verified ("));
+    // A byte of the new package was changed.
+    QByteArray changed = signedBy(signer, m_after);
+    changed[40] = char(~changed.at(40));
+    const ToolRun toChanged = diff(signedBy(signer, m_before), changed);
+    QVERIFY(toChanged.output.contains("Not verified: Android refuses this package ("));
+    QVERIFY(toChanged.output.contains("unknown: the new package is not verified"));
+}
+
+void TestDiffCommand::aNewKeyOfTheSigner()
+{
+    const TestKey first = TestKey::rsa(1);
+    BlockSigner rotated(TestKey::rsa(2));
+    rotated.attribute(SigningBlockBuilder::LineageAttribute,
+                      lineage({{first, first.certificate()}, {rotated.key, rotated.certificates.constFirst()}}));
+    const QByteArray old = signedBy(BlockSigner(first), m_before);
+    const ToolRun run = diff(old, signedBy(rotated, m_after));
+    QVERIFY(!run.output.contains("refuses"));
+    QVERIFY(linesOf(run.output).contains(latin("  ~ signer       the same, with a new key")));
+    const ToolRun back = diff(signedBy(rotated, m_before), signedBy(BlockSigner(first), m_after));
+    QVERIFY(linesOf(back.output).contains(latin("  ~ signer       the same, with an earlier key")));
 }
 
 void TestDiffCommand::columnsAreAligned()

@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "Bounds.h"
 #include "RawZip.h"
+#include "SigningBlockBuilder.h"
 #include "archive/ZipArchive.h"
 #include "format/AndroidAttributes.h"
 
@@ -134,6 +135,36 @@ QStringList textsOf(const QList<MemberChange> &changes)
     return texts;
 }
 
+/// A package for Android 9 and later, to be signed.
+QByteArray unsignedPackage(const QByteArray &content = "1")
+{
+    return packageOf(ManifestText().add("uses-sdk", {number("minSdkVersion", 28)}), {{latin("a"), content}});
+}
+
+PackageDiff signedDiffOf(const QByteArray &before, const QByteArray &after)
+{
+    PackageDevice beforeDevice(before);
+    PackageDevice afterDevice(after);
+    const Package beforePackage(&beforeDevice);
+    const Package afterPackage(&afterDevice);
+    return PackageDiff(beforePackage, afterPackage, Signatures(beforePackage), Signatures(afterPackage));
+}
+
+QByteArray signedByV3(const BlockSigner &signer, const QByteArray &content = "1")
+{
+    return SigningBlockBuilder(unsignedPackage(content)).v3({signer}).build();
+}
+
+/// The second key, with a lineage that begins with the first one.
+BlockSigner rotatedSigner()
+{
+    const TestKey first = TestKey::rsa(1);
+    const TestKey second = TestKey::rsa(2);
+    BlockSigner signer(second);
+    return signer.attribute(SigningBlockBuilder::LineageAttribute,
+                            lineage({{first, first.certificate()}, {second, signer.certificates.constFirst()}}));
+}
+
 QByteArray splitOf(const char *name, const QVector<Member> &members, const char *package = "org.example.app")
 {
     const QByteArray manifest = XmlBuilder::manifest()
@@ -177,6 +208,10 @@ private slots:
     void sets();
     void aSetAndAPackage();
     void unsignedPackagesAreUnverified();
+    void signers_data();
+    void signers();
+    void schemes();
+    void signersOfASet();
     void packagesThatCannotBeRead();
     void damagedPackages();
     void directoriesUpToTheCeiling();
@@ -381,6 +416,69 @@ void TestPackageDiff::unsignedPackagesAreUnverified()
     QVERIFY(diff.signers().isEmpty());
     QVERIFY(diff.schemes().isEmpty());
     QVERIFY(diff.isEmpty());
+}
+
+void TestPackageDiff::signers_data()
+{
+    QTest::addColumn<QByteArray>("before");
+    QTest::addColumn<QByteArray>("after");
+    QTest::addColumn<int>("match");
+    QTest::addColumn<int>("changes");
+
+    const QByteArray first = signedByV3(BlockSigner(TestKey::rsa(1)));
+    const QByteArray second = signedByV3(BlockSigner(TestKey::rsa(2)));
+    const QByteArray rotated = signedByV3(rotatedSigner());
+    QByteArray damaged = first;
+    damaged[40] = char(~damaged.at(40));
+    using Match = Signatures::SignerMatch;
+    QTest::newRow("same") << first << signedByV3(BlockSigner(TestKey::rsa(1)), "2") << int(Match::Same) << 0;
+    QTest::newRow("other") << first << second << int(Match::Different) << 2;
+    QTest::newRow("rotated") << first << rotated << int(Match::Rotated) << 2;
+    QTest::newRow("rolled back") << rotated << first << int(Match::Rollback) << 2;
+    QTest::newRow("damaged") << first << damaged << int(Match::Unverified) << 1;
+    QTest::newRow("unsigned before") << unsignedPackage() << first << int(Match::Unverified) << 1;
+}
+
+void TestPackageDiff::signers()
+{
+    QFETCH(QByteArray, before);
+    QFETCH(QByteArray, after);
+    QFETCH(int, match);
+    QFETCH(int, changes);
+    const PackageDiff diff = signedDiffOf(before, after);
+    QCOMPARE(int(diff.signerMatch()), match);
+    QCOMPARE(int(diff.signers().size()), changes);
+    for (const TextChange &signer : diff.signers()) {
+        QCOMPARE(signer.name().size(), 64);
+        QCOMPARE(signer.before() + signer.after(), latin("CN=Test signer"));
+    }
+    QVERIFY(!diff.isEmpty());
+    // Without signatures, a package that is signed by someone else still differs.
+    QVERIFY(!diffOf(before, after).isEmpty());
+    QVERIFY(diffOf(before, after).signers().isEmpty());
+}
+
+void TestPackageDiff::schemes()
+{
+    const TestKey key = TestKey::rsa(1);
+    const QByteArray before = SigningBlockBuilder(unsignedPackage()).v2({BlockSigner(key)}).build();
+    const PackageDiff diff = signedDiffOf(before, signedByV3(BlockSigner(key)));
+    QCOMPARE(textsOf(diff.schemes()), QStringList({latin("+v3="), latin("-v2=")}));
+    QCOMPARE(diff.signerMatch(), Signatures::SignerMatch::Same);
+    QVERIFY(diff.members().isEmpty());
+    QVERIFY(!diff.hasOtherBytes());
+    QVERIFY(diffOf(before, signedByV3(BlockSigner(key))).hasOtherBytes());
+}
+
+void TestPackageDiff::signersOfASet()
+{
+    const auto set = [](const TestKey &key) {
+        return zip({{latin("base.apk"), signedByV3(BlockSigner(key))}}, Compression::Stored);
+    };
+    QCOMPARE(signedDiffOf(set(TestKey::rsa(1)), set(TestKey::rsa(2))).signerMatch(),
+             Signatures::SignerMatch::Different);
+    QCOMPARE(signedDiffOf(set(TestKey::rsa(1)), signedByV3(BlockSigner(TestKey::rsa(1)))).signerMatch(),
+             Signatures::SignerMatch::Same);
 }
 
 void TestPackageDiff::packagesThatCannotBeRead()
