@@ -4,6 +4,7 @@
 #include "trust/SignerWeaknesses.h"
 #include "trust/block/BlockVerifier.h"
 #include "trust/jar/JarVerifier.h"
+#include "trust/stamp/StampVerifier.h"
 #include "trust/v4/V4Verifier.h"
 
 #include <QSet>
@@ -157,9 +158,9 @@ void PackageVerifier::findUncoveredLevels()
 
 void PackageVerifier::verifyStamp(ZipArchive &package, BlockVerifier &block, Budget *budget)
 {
-    Q_UNUSED(package)
-    Q_UNUSED(block)
-    Q_UNUSED(budget)
+    if (hasErrors())
+        return;
+    m_stamp = StampVerifier::verify(package, block.block(), {m_v1, m_v2, m_v3, m_v31}, budget);
 }
 
 void PackageVerifier::findWeaknesses()
@@ -169,6 +170,14 @@ void PackageVerifier::findWeaknesses()
         for (const VerifiedSigner &signer : each->signers)
             weaknesses.find(signer.signer.certificate);
     }
+}
+
+bool PackageVerifier::hasErrors() const
+{
+    const std::array<const SchemeResult *, 5> schemes{&m_v1, &m_v2, &m_v3, &m_v31, &m_v4};
+    return m_issues.hasErrors() || std::any_of(schemes.cbegin(), schemes.cend(), [](const SchemeResult *each) {
+               return each->isFound && each->issues.hasErrors();
+           });
 }
 
 void PackageVerifier::moveTo(SignaturesFields *data)

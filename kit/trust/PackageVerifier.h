@@ -57,6 +57,7 @@ private:
     void checkPast(const SchemeResult &newer, const SchemeResult &older);
     void findUncoveredLevels();
     void findWeaknesses();
+    bool hasErrors() const;
     bool hasBlockScheme() const { return m_v2.isFound || m_v3.isFound || m_v31.isFound; }
 
     const Task m_task;

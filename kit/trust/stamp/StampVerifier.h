@@ -28,7 +28,7 @@ class StampVerifier
 {
 public:
     /// Bytes of META-INF/MANIFEST.MF, whose digest is that of v1.
-    static constexpr qint64 MaxManifestBytes = 64 << 20;
+    static constexpr qint64 MaxManifestBytes = 32 << 20;
 
     /// The stamp of @p archive, whose signing block is @p block. @p schemes has the results of v1, v2, v3 and v3.1;
     /// those that verified the package count. A stamp has one signature for v3 and v3.1, whose digests are the same.
