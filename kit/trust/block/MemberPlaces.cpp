@@ -13,7 +13,7 @@ namespace {
 /// The fixed part of a member's header.
 constexpr qint64 ShortestHeader = 30;
 /// The same with the longest name and extra field behind it.
-constexpr qint64 LongestHeader = ShortestHeader + 2 * 0xffff;
+constexpr qint64 LongestHeader = ShortestHeader + 2 * qint64(0xffff);
 
 } // namespace
 

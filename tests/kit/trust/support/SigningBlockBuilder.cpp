@@ -80,8 +80,8 @@ QByteArray prefixedAll(const QVector<QByteArray> &elements)
     return result;
 }
 
-BlockSigner::BlockSigner(const TestKey &key, const QVector<quint32> &algorithms)
-    : key(key), algorithms(algorithms), certificates({key.certificate()}), publicKey(key.publicKey())
+BlockSigner::BlockSigner(const TestKey &signingKey, const QVector<quint32> &ids)
+    : key(signingKey), algorithms(ids), certificates({signingKey.certificate()}), publicKey(signingKey.publicKey())
 {
 }
 

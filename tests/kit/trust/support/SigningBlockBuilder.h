@@ -27,8 +27,8 @@ QByteArray prefixedAll(const QVector<QByteArray> &elements);
 /// A signer of v2, v3 or v3.1. Fields may be changed before it is given to the builder; the functions may damage what
 /// the builder makes.
 struct BlockSigner {
-    /// The true fields for @p key, with a certificate that is made for it.
-    explicit BlockSigner(const TestKey &key, const QVector<quint32> &algorithms = {0x0103});
+    /// The true fields for the key @p signingKey and the algorithms @p ids, with a certificate that is made for it.
+    explicit BlockSigner(const TestKey &signingKey, const QVector<quint32> &ids = {0x0103});
 
     BlockSigner &sdk(int min, int max);
     BlockSigner &attribute(quint32 id, const QByteArray &bytes);
