@@ -43,7 +43,7 @@ Program OtherProgram::needed(int argc, char *argv[])
 
 QByteArray OtherProgram::path(Program program)
 {
-    const QByteArray own = programPath();
+    QByteArray own = programPath();
     const QByteArray directory = own.left(own.lastIndexOf('/') + 1);
     if (own.isEmpty() || program == Program::Core)
         return own;

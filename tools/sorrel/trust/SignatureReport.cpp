@@ -187,7 +187,8 @@ QJsonObject SignatureReport::toJson() const
     QJsonArray errors;
     for (const Refusal &refusal : m_refusals)
         errors.append(issueJson(refusal.code, QString(), QString(), QString(), refusal.message));
-    for (const QJsonValue &issue : json.value(QLatin1String("errors")).toArray())
+    const QJsonArray ofSignatures = json.value(QLatin1String("errors")).toArray();
+    for (const QJsonValue &issue : ofSignatures)
         errors.append(issue);
     json.insert(QStringLiteral("errors"), errors);
     json.insert(QStringLiteral("verified"), isVerified());
