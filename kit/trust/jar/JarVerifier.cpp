@@ -71,7 +71,7 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
         m_result.issues.addError(Code::NoJarManifest);
     else if (blocks.empty())
         m_result.issues.addError(Code::NoSigner);
-    else if (hasUniqueNames() && readManifest(m_manifestMember)) {
+    else if (hasSoundNames() && readManifest(m_manifestMember)) {
         if (int(blocks.size()) > MaxSigners)
             m_result.issues.addError(Code::TooManySigners);
         for (size_t i = 0; i < blocks.size() && !m_result.issues.hasErrors(); ++i)
@@ -83,14 +83,17 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
     return m_result;
 }
 
-bool JarVerifier::hasUniqueNames()
+bool JarVerifier::hasSoundNames()
 {
     ZipDirectory &directory = m_archive.directory();
     if (directory.count() != directory.claimedCount())
         m_result.issues.addError(Code::UnreadableMember, QString(), QStringLiteral("the directory is damaged"));
     for (int i = 0; i < directory.count(); ++i) {
-        if (directory.find(directory.name(i)) != i)
+        const QByteArray name = directory.name(i).toByteArray();
+        if (directory.find(ByteView(name)) != i)
             m_result.issues.addError(Code::DuplicateMember, nameOf(i));
+        else if (nameOf(i).toUtf8() != name)
+            m_result.issues.addError(Code::UnreadableMember, nameOf(i), QStringLiteral("the name is no text"));
     }
     return !m_result.issues.hasErrors();
 }
@@ -118,16 +121,13 @@ std::optional<QByteArray> JarVerifier::read(int number, qint64 maxBytes)
         m_result.issues.addError(Code::TooCostly, name);
         return {};
     }
-    // The name may be no text, and then leads to no member or to another one.
-    const QByteArray path = name.toUtf8();
-    const bool isFound = data && m_archive.directory().find(ByteView(path)) == number;
-    const qint64 work = isFound ? Budget::PackedByteWork * data->packedSize + Budget::ByteWork * data->size : 0;
+    const qint64 work = data ? Budget::PackedByteWork * data->packedSize + Budget::ByteWork * data->size : 0;
     if (work > m_budget->workLeft()) {
         m_result.issues.addError(Code::TooCostly, name);
         return {};
     }
-    const QByteArray content = isFound ? m_archive.file(name, maxBytes, m_budget) : QByteArray();
-    if (!isFound || content.size() != m_archive.directory().member(number).size) {
+    const QByteArray content = data ? m_archive.file(name, maxBytes, m_budget) : QByteArray();
+    if (!data || content.size() != m_archive.directory().member(number).size) {
         m_result.issues.addError(Code::UnreadableMember, name);
         return {};
     }

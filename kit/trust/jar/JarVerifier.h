@@ -60,10 +60,10 @@ private:
     /// The signers of a member, one bit each.
     using SignerSet = quint16;
 
-    bool hasUniqueNames();
+    bool hasSoundNames();
     std::vector<int> blockFiles();
     bool readManifest(int number);
-    /// The content of member @p number; nothing, and an error, when it cannot be read or has more than @p maxBytes.
+    /// The content of member @p number, whose name is sound; nothing, and an error, when it cannot be read or has more than @p maxBytes.
     std::optional<QByteArray> read(int number, qint64 maxBytes);
     void verifySigner(int block, const QVector<int> &foundSchemes);
     void compareWithManifest(const QByteArray &signatureFile, const QString &subject, const QVector<int> &foundSchemes,

@@ -195,10 +195,15 @@ public:
     }
     /// Waits until @p bytes more may be read.
     void makeRoom(qint64 bytes) { m_room.acquire(int(bytes)); }
-    /// Waits until all members are hashed.
+    /// Waits until all members are hashed. A few need no thread.
     void finish()
     {
-        start();
+        if (m_pool.activeThreadCount() == 0)
+            MemberTask(std::move(m_waiting), m_bytes, &m_room).run();
+        else
+            start();
+        m_waiting.clear();
+        m_bytes = 0;
         m_pool.waitForDone();
     }
 

@@ -1,0 +1,213 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "JarCheck.h"
+#include "RawZip.h"
+
+#include "archive/ZipArchive.h"
+#include "limits/Budget.h"
+#include "trust/jar/JarVerifier.h"
+
+#include <QtTest>
+
+using namespace SorrelKit;
+using namespace fixture;
+using Code = SignatureIssue::Code;
+using Hash = HashAlgorithm;
+
+namespace {
+
+const QString manifestName = QStringLiteral("META-INF/MANIFEST.MF");
+const QString blockName = QStringLiteral("META-INF/CERT.RSA");
+
+} // namespace
+
+/// Damaged and hostile packages that are signed by v1.
+class TestJarDamage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void refusesEveryChangedByte_data();
+    void refusesEveryChangedByte();
+    void refusesEveryPrefix_data();
+    void refusesEveryPrefix();
+    void refusesTwoMembersOfOneName();
+    void refusesNamesThatAreNoText();
+    void takesAsManySectionsAsMembers();
+    void endsWithItsBudget();
+    void boundsManifests();
+    void boundsBlocks();
+};
+
+void TestJarDamage::refusesEveryChangedByte_data()
+{
+    QTest::addColumn<bool>("hasManifestDigest");
+    QTest::addColumn<bool>("hasMainDigest");
+    QTest::addColumn<bool>("hasTwoDigests");
+    QTest::addRow("digest of the manifest") << true << false << false;
+    QTest::addRow("digests of everything") << true << true << false;
+    QTest::addRow("digests of sections") << false << true << false;
+    QTest::addRow("two digests") << true << false << true;
+}
+
+void TestJarDamage::refusesEveryChangedByte()
+{
+    QFETCH(bool, hasManifestDigest);
+    QFETCH(bool, hasMainDigest);
+    QFETCH(bool, hasTwoDigests);
+    JarOptions options;
+    options.hasManifestDigest = hasManifestDigest;
+    options.hasMainDigest = hasMainDigest;
+    if (hasTwoDigests)
+        options.digests = {Hash::Sha1, Hash::Sha256};
+    const QVector<Member> members = signedMembers(options);
+    QVERIFY(verifyJar(members).isVerified());
+    for (int number = 0; number < members.size(); ++number) {
+        QVector<Member> others = members;
+        QByteArray &content = others[number].content;
+        for (int i = 0; i < content.size(); ++i) {
+            for (const int bits : {0x01, 0x20, 0x80}) {
+                const char before = content.at(i);
+                content[i] = char(before ^ bits);
+                if (verifyJar(others).isVerified())
+                    QFAIL(qPrintable(QStringLiteral("%1: byte %2 ^ %3").arg(others[number].name).arg(i).arg(bits)));
+                content[i] = before;
+            }
+        }
+        for (int i = 0; i < members.at(number).name.size(); ++i) {
+            others[number].name[i] = QChar(members.at(number).name.at(i).unicode() ^ 1);
+            QVERIFY(!verifyJar(others).isVerified());
+            others[number].name = members.at(number).name;
+        }
+    }
+}
+
+void TestJarDamage::refusesEveryPrefix_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const Member &member : signedMembers())
+        QTest::addRow("%s", qPrintable(member.name)) << member.name;
+    QTest::addRow("the archive") << QString();
+}
+
+void TestJarDamage::refusesEveryPrefix()
+{
+    QFETCH(QString, name);
+    const QVector<Member> members = signedMembers();
+    const QByteArray whole = zip(members, Compression::Stored);
+    QVector<Member> copy = members;
+    const int size = int(name.isNull() ? whole.size() : contentOf(copy, name).size());
+    for (int i = 0; i < size; ++i) {
+        if (name.isNull()) {
+            ZipArchive archive(whole.left(i));
+            Budget budget(JarWork, JarBytes);
+            QVERIFY(!archive.open() || !JarVerifier(archive, &budget).verify({24, NewestSdk}, {}).isVerified());
+        } else {
+            QVector<Member> others = members;
+            contentOf(others, name).truncate(i);
+            QVERIFY(!verifyJar(others).isVerified());
+        }
+    }
+}
+
+void TestJarDamage::refusesTwoMembersOfOneName()
+{
+    QVector<RawMember> members;
+    for (const Member &each : signedMembers())
+        members.append({each.name.toUtf8(), each.content});
+    QVERIFY(verifyJar(rawZip(members)).isVerified());
+    for (int i = 0; i < members.size(); ++i) {
+        QVector<RawMember> others = members;
+        others.append(others.at(i));
+        const SchemeResult result = verifyJar(rawZip(others));
+        QCOMPARE(errorsOf(result), QString::fromUtf8(members.at(i).name) + QStringLiteral(": a member occurs twice"));
+    }
+}
+
+void TestJarDamage::refusesNamesThatAreNoText()
+{
+    JarOptions options;
+    options.editManifest = [](QByteArray &bytes) { bytes.replace("Name: a.txt", "Name: \xff.txt"); };
+    QVector<RawMember> raw;
+    for (const Member &each : signedMembers(options))
+        raw.append({each.name.toUtf8(), each.content});
+    raw.first().name = "\xff.txt";
+    const QString error = QString::fromUtf8("ÿ.txt: a member cannot be read: the name is no text");
+    QCOMPARE(errorsOf(verifyJar(rawZip(raw))), error);
+}
+
+void TestJarDamage::takesAsManySectionsAsMembers()
+{
+    constexpr int Members = 0xffff - 3; // and the three files of the signature
+    QVector<Member> members;
+    for (int i = 0; i < Members; ++i)
+        members.append({QStringLiteral("res/layout/layout_of_number_%1.xml").arg(i), QByteArray::number(i)});
+    for (const bool hasManifestDigest : {true, false}) {
+        JarOptions options;
+        options.hasManifestDigest = hasManifestDigest;
+        options.hasMainDigest = true;
+        QVector<RawMember> raw;
+        for (const Member &each : signedJar(members, TestKey::rsa(), options))
+            raw.append({each.name.toUtf8(), each.content});
+        const QByteArray package = rawZip(raw);
+        const SchemeResult result = verifyJar(package, {18, NewestSdk});
+        QCOMPARE(errorsOf(result), QString());
+        QVERIFY(result.isVerified());
+    }
+}
+
+void TestJarDamage::endsWithItsBudget()
+{
+    const QByteArray package = zip(signedMembers());
+    ZipArchive archive(package);
+    QVERIFY(archive.open());
+    const auto isVerified = [&archive](qint64 work, qint64 bytes) {
+        Budget budget(work, bytes);
+        const SchemeResult result = JarVerifier(archive, &budget).verify({24, NewestSdk}, {});
+        const bool isTooCostly =
+            !result.issues.errors().isEmpty() && result.issues.errors().first().code() == Code::TooCostly;
+        if (result.isVerified() == isTooCostly || budget.bytesLeft() != bytes)
+            qFatal("the reason is another one: %s", qPrintable(errorsOf(result)));
+        return result.isVerified();
+    };
+    qint64 work = 0;
+    for (; !isVerified(work, JarBytes); work += 97)
+        QVERIFY(work < 1'000'000);
+    QVERIFY(work > 10'000);
+    qint64 bytes = 0;
+    for (; !isVerified(JarWork, bytes); bytes += 7)
+        QVERIFY(bytes < 100'000);
+    QVERIFY(bytes > 1'000);
+}
+
+void TestJarDamage::boundsManifests()
+{
+    for (const bool isTooLong : {false, true}) {
+        JarOptions options;
+        options.editManifest = [isTooLong](QByteArray &bytes) {
+            bytes += QByteArray(int(JarVerifier::MaxManifestBytes - bytes.size()) + int(isTooLong), '\n');
+        };
+        options.hasSectionDigests = false;
+        options.editSignatureFile = [](QByteArray &bytes) {
+            for (const Member &each : unsignedMembers())
+                bytes += jarLine("Name", each.name.toUtf8()) + "\r\n";
+        };
+        const SchemeResult result = verifyJar(zip(signedMembers(options)));
+        QCOMPARE(errorsOf(result),
+                 isTooLong ? manifestName + QStringLiteral(": verification takes too much") : QString());
+    }
+}
+
+void TestJarDamage::boundsBlocks()
+{
+    for (const bool isTooLong : {false, true}) {
+        JarOptions options;
+        options.editBlock = [isTooLong](QByteArray &bytes) {
+            bytes += QByteArray(int(JarVerifier::MaxBlockBytes - bytes.size()) + int(isTooLong), '\0');
+        };
+        const SchemeResult result = verifyJar(zip(signedMembers(options)));
+        QCOMPARE(errorsOf(result), isTooLong ? blockName + QStringLiteral(": verification takes too much") : QString());
+    }
+}
+
+QTEST_GUILESS_MAIN(TestJarDamage)
+#include "tst_jardamage.moc"
