@@ -62,6 +62,8 @@ void TestJarDamage::refusesEveryChangedByte()
     const QVector<Member> members = signedMembers(options);
     QVERIFY(verifyJar(members).isVerified());
     for (int number = 0; number < members.size(); ++number) {
+        if (members.at(number).name == blockName)
+            continue; // see TestSignatureBlockFile
         QVector<Member> others = members;
         QByteArray &content = others[number].content;
         for (int i = 0; i < content.size(); ++i) {
