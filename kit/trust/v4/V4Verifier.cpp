@@ -35,7 +35,7 @@ bool checkHashing(const IdSigFile &file, IssueList &issues)
         issues.addError(Code::UnknownAlgorithm, QString(), QStringLiteral("hash %1").arg(file.hashAlgorithm()));
     else if (file.pageBits() != PageBits)
         issues.addError(Code::BadV4Signature, QString(), QStringLiteral("page size"));
-    else if (!file.salt().isEmpty())
+    else if (file.salt().size() > V4Verifier::MaxSaltBytes)
         issues.addError(Code::BadV4Signature, QString(), QStringLiteral("salt"));
     return !issues.hasErrors();
 }
@@ -85,6 +85,13 @@ void compareWithCounterpart(const IdSigFile::SigningInfo &info, const Certificat
         issues.addError(Code::V4Differs, subject, QStringLiteral("digest"));
 }
 
+/// @p salt as fs-verity hashes it before each page: with zeros up to the next block of SHA-256.
+QByteArray paddedSalt(const ByteView &salt)
+{
+    constexpr int BlockSize = 64;
+    return salt.isEmpty() ? QByteArray() : salt.toByteArray().leftJustified(BlockSize, '\0');
+}
+
 bool hasTree(ByteSource &idsig, const IdSigFile &file, const QByteArray &tree)
 {
     const qint64 size = tree.size();
@@ -109,7 +116,7 @@ void checkContent(ByteSource &package, ByteSource &idsig, const IdSigFile &file,
         issues.addError(Code::TooCostly);
         return;
     }
-    const HashTree hashes = MerkleTree::make(package, QByteArray(), file.hasTree());
+    const HashTree hashes = MerkleTree::make(package, paddedSalt(file.salt()), file.hasTree());
     if (hashes.root.isEmpty() || !isSame(file.rootHash(), hashes.root))
         issues.addError(Code::RootHashDiffers);
     else if (file.hasTree() && !hasTree(idsig, file, hashes.tree))

@@ -11,6 +11,7 @@
 #include "trust/v4/IdSigFile.h"
 #include "trust/v4/V4Verifier.h"
 
+#include <QCryptographicHash>
 #include <QtTest>
 
 #include <functional>
@@ -89,6 +90,7 @@ private slots:
     void verifies();
     void verifiesEveryAlgorithm_data();
     void verifiesEveryAlgorithm();
+    void verifiesWithASalt();
     void verifiesWithoutTree();
     void verifiesTheInfoOfTheScheme();
     void comparesTheStrongestDigest();
@@ -155,6 +157,25 @@ void TestV4Verifier::verifiesEveryAlgorithm()
     QCOMPARE(messagesOf(verify(builder.build(), counterpart)), QStringList{"signer 1: a signature is wrong"});
 }
 
+void TestV4Verifier::verifiesWithASalt()
+{
+    for (const int size : {1, 8, V4Verifier::MaxSaltBytes}) {
+        fixture::IdSigBuilder builder(testPackage);
+        builder.salt = QByteArray(size, 's');
+        const QByteArray padded = builder.salt + QByteArray(64 - size, '\0');
+        const auto hashOf = [&padded](const QByteArray &page) {
+            return QCryptographicHash::hash(padded + page + QByteArray(4096 - page.size(), '\0'),
+                                            QCryptographicHash::Sha256);
+        };
+        builder.tree = hashOf(testPackage.left(4096)) + hashOf(testPackage.mid(4096));
+        builder.tree.append(QByteArray(4096 - builder.tree.size(), '\0'));
+        builder.rootHash = hashOf(builder.tree);
+        QCOMPARE(messagesOf(verify(builder.build())), QStringList());
+        builder.salt[0] = 'S';
+        QVERIFY(!verify(builder.build()).isVerified());
+    }
+}
+
 void TestV4Verifier::verifiesWithoutTree()
 {
     fixture::IdSigBuilder builder(testPackage);
@@ -216,7 +237,9 @@ void TestV4Verifier::hasEveryError_data()
     add("the version of the v4 signature is unknown: 3", [](Builder &b) { b.version = 3; });
     add("an algorithm is unknown: hash 2", [](Builder &b) { b.hashAlgorithm = 2; });
     add("the v4 signature is damaged: page size", [](Builder &b) { b.pageBits = 13; });
-    add("the v4 signature is damaged: salt", [](Builder &b) { b.salt = "salt"; });
+    add("the v4 signature is damaged: salt",
+        [](Builder &b) { b.salt = QByteArray(V4Verifier::MaxSaltBytes + 1, 's'); });
+    add("the root hash is wrong", [](Builder &b) { b.salt = "salt"; });
     add("the v4 signature is damaged: signing info", [](Builder &b) { b.afterInfos = "more"; });
     add("signer 1: an algorithm is unknown: 0x0105", [](Builder &b) { b.infos.first().algorithm = 0x0105; });
     add("signer 1: a public key is damaged", [](Builder &b) {
