@@ -7,6 +7,7 @@
 #include "trust/crypto/Digest.h"
 
 #include <QSemaphore>
+#include <QThread>
 #include <QThreadPool>
 
 #include <atomic>
@@ -90,7 +91,7 @@ void ContentDigests::compute(const QVector<Kind> &kinds, Budget *budget)
     if (chunked.isEmpty() && !needsTree)
         return;
     // Each thread has a piece, and another one waits for it.
-    const qint64 wanted = qMin(2 * qint64(QThreadPool().maxThreadCount()), MaxHeldBytes / PieceSize);
+    const qint64 wanted = qMin(2 * qint64(QThread::idealThreadCount()), MaxHeldBytes / PieceSize);
     const qint64 pieces = qBound(qint64(1), budget->bytesLeft() / PieceSize, wanted);
     const HeldBytes held(*budget, pieces * PieceSize);
     if (!held)
