@@ -46,7 +46,7 @@ return [...document.querySelectorAll(".card")].map((card) => ({
     package: (card.querySelector(".package") ?? card.querySelector("h2")).textContent,
     labels: [...card.querySelectorAll(".label")].map((label) => label.dataset.labels),
     shownLabels: [...card.querySelectorAll(".label")].map((label) => label.textContent),
-    texts: [...card.querySelectorAll("code, .file, h2")].map((node) => node.textContent),
+    texts: [...card.querySelectorAll("code, .file, .signer, h2")].map((node) => node.textContent),
     sdk: Number(card.dataset.sdk),
     rank: Number(card.dataset.rank),
     isShown: card.getClientRects().length > 0,
@@ -315,6 +315,10 @@ class Searching(PageTest):
         self.assertIn("notes.aapt.apk", self.assert_finds("JournalActivity", 2))
         self.assertEqual(self.assert_finds("notes.aapt2.apk", 1), ["notes.aapt2.apk"])
         self.assertEqual(self.assert_finds("aapt2 carnet", 1), ["notes.aapt2.apk"])
+
+    # The samples are not signed, and every card has the reason.
+    def test_signers(self):
+        self.assertIn("babel.aapt2.apk", self.assert_finds("signature phrasebook", 1))
 
     def test_nothing_is_found(self):
         self.search("there is no such package")

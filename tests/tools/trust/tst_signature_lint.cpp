@@ -90,10 +90,10 @@ void TestSignatureLint::findings_data()
     const Member other{QStringLiteral("META-INF/a"), "a"};
     row("a member without protection", signedByV1({}, {other}),
         {v1Only, QStringLiteral("unprotected-member|META-INF/a|A member is not protected by signatures (scheme v1); "
-                                "anyone can change it.")});
+                                "anyone can change it for devices that use this scheme.")});
     row("members without protection", signedByV1({}, {other, {QStringLiteral("META-INF/b"), "b"}}),
         {v1Only, QStringLiteral("unprotected-member||A member is not protected by signatures (scheme v1, 2 times); "
-                                "anyone can change it.")});
+                                "anyone can change it for devices that use this scheme.")});
     row("a set of two that are not signed by the same", signedSet(jane, signerNamed("Other", 2)),
         {QStringLiteral("not-verified|config.de|The packages of the set have different signers; the package is not "
                         "verified.")});

@@ -407,6 +407,9 @@ void TestVerifyCommand::wrongUsage_data()
     row("--max-sdk 10001 a.apk", "--max-sdk is a number from 1 to 10000, not '10001'.");
     row("--max-sdk x a.apk", "--max-sdk is a number from 1 to 10000, not 'x'.");
     row("--min-sdk 30 --max-sdk 29 a.apk", "--min-sdk is higher than --max-sdk.");
+    row("--fingerprint ab --fingerprint ab a.apk", "--fingerprint may be given once.");
+    row("--same-as a.apk --same-as b.apk a.apk", "--same-as may be given once.");
+    row("--min-sdk 1 --min-sdk 2 a.apk", "--min-sdk may be given once.");
     row("--v4-signature= a.apk", "--v4-signature is the name of a file, in UTF-8.");
     row("--v4-signature a.idsig a.apk b.apk", "--v4-signature is for one file.");
     row("--fingerprint ab a.apk", "--fingerprint is 64 hexadecimal digits, with or without colons, not 'ab'.");

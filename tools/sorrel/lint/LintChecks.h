@@ -150,7 +150,7 @@ inline constexpr LintCheck V1Only{"v1-only", Severity::Warning,
                                   "outside of its members, and take longer to install it."};
 inline constexpr LintCheck UnprotectedMember{
     "unprotected-member", Severity::Note,
-    "A member below META-INF is not protected by scheme v1; anyone can change it."};
+    "A member below META-INF is not protected by scheme v1; anyone can change it for devices that use this scheme."};
 
 /// All of them, in the order of the output.
 inline constexpr const LintCheck *All[] = {

@@ -103,7 +103,8 @@ void SignatureLint::addWarnings()
             add(LintChecks::ExpiredCertificate, kind, QStringLiteral("Android installs the package all the same."));
             break;
         case SignatureIssue::Code::UnprotectedMember:
-            add(LintChecks::UnprotectedMember, kind, QStringLiteral("anyone can change it."));
+            add(LintChecks::UnprotectedMember, kind,
+                QStringLiteral("anyone can change it for devices that use this scheme."));
             break;
         default:
             break;

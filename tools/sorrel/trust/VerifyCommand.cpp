@@ -71,6 +71,12 @@ bool VerifyCommand::readLevel(const QCommandLineParser &parser, const QCommandLi
 
 bool VerifyCommand::read(const QCommandLineParser &parser, Demands *demands, QString *error) const
 {
+    for (const QCommandLineOption *const option : {&m_minSdk, &m_maxSdk, &m_fingerprint, &m_sameAs, &m_v4Signature}) {
+        if (parser.values(*option).size() > 1) {
+            *error = QStringLiteral("--%1 may be given once.").arg(option->names().constFirst());
+            return false;
+        }
+    }
     int min = 0;
     int max = 0;
     if (!readLevel(parser, m_minSdk, &min, error) || !readLevel(parser, m_maxSdk, &max, error))
