@@ -59,7 +59,7 @@ private slots:
     void fingerprints_data();
     void fingerprints();
     void updates();
-    void v4SignatureThatIsMissing();
+    void v4SignatureThatIsDemanded();
     void hostileNames();
     void textOnATerminalIsColoured();
     void manyIssuesAreCounted();
@@ -350,13 +350,21 @@ void TestVerifyCommand::updates()
              QStringList(latin("update-refused")));
 }
 
-void TestVerifyCommand::v4SignatureThatIsMissing()
+void TestVerifyCommand::v4SignatureThatIsDemanded()
 {
     const QString file = write("good.apk", signedByV2({m_jane}));
     const QString missing = m_directory.filePath(latin("missing.idsig"));
     QCOMPARE(verify({latin("--v4-signature"), missing, file}).status, 1);
     const QString empty = write("empty.idsig", QByteArray());
     QCOMPARE(verify({latin("--v4-signature"), empty, file}).status, 1);
+    // Versions and files that have no v4 signature do not excuse it.
+    const ToolRun old = verify({latin("--v4-signature"), empty, latin("--max-sdk=29"), file});
+    QCOMPARE(old.status, 1);
+    QVERIFY2(old.output.contains("\n  error    the v4 signature was not verified\n"), old.output.constData());
+    const QString set = write("set.apks", signedSet(m_jane, m_jane));
+    QCOMPARE(verify({latin("--v4-signature"), empty, set}).status, 1);
+    QCOMPARE(codesOf(jsonOf(verify({latin("--json"), latin("--v4-signature"), empty, set}))),
+             QStringList(latin("v4-unverified")));
 }
 
 void TestVerifyCommand::hostileNames()

@@ -123,6 +123,10 @@ void VerifyCommand::check(const Demands &demands, const Signatures &signatures, 
         report->refuse(
             {QStringLiteral("fingerprint-differs"),
              QStringLiteral("no signer has the fingerprint %1").arg(QString::fromLatin1(demands.fingerprint.toHex()))});
+    // Neither sets nor versions before Android 11 have v4 signatures.
+    if (!demands.request.v4SignatureFile().isEmpty() && signatures.isVerified()
+        && !signatures.schemes().contains(Signer::Scheme::V4))
+        report->refuse({QStringLiteral("v4-unverified"), QStringLiteral("the v4 signature was not verified")});
     if (!demands.isUpdate || Signatures::sameSigner(demands.installed, signatures))
         return;
     const Signatures::SignerMatch match = Signatures::compareSigners(demands.installed, signatures);
