@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "BlockSeeds.h"
 #include "Bytes.h"
+#include "JarSeeds.h"
 #include "KitSeeds.h"
 #include "Pictures.h"
 #include "RawZip.h"
@@ -155,6 +156,8 @@ int main(int argc, char *argv[])
     writeAll(drawables, drawableSeeds(QStringLiteral(SORREL_SAMPLES_DIR)));
     writeAll(kitPackages, kitPackageSeeds());
     writeAll(directory + QStringLiteral("/signing_block"), blockSeeds());
+    writeAll(directory + QStringLiteral("/signature_block"), signatureBlockSeeds());
+    writeAll(directory + QStringLiteral("/jar_manifest"), jarManifestSeeds());
     const QString regressions = QStringLiteral("/regressions");
     writeAll(tables + regressions, tableRegressions());
     writeAll(documents + regressions, documentRegressions());
