@@ -196,7 +196,7 @@ void TestChangedBytes::refusesMembersInTheBlock()
     QFETCH(int, distance);
     QByteArray zip = rawZip({{"b", QByteArray(200000, 'b')}, {"a", "content"}});
     const int recordAt = int(zip.lastIndexOf("PK\1\2"));
-    poke32(zip, recordAt + field, peek32(zip, recordAt + field) + distance);
+    poke32(zip, recordAt + field, qint64(peek32(zip, recordAt + field)) + distance);
     const QByteArray package =
         SigningBlockBuilder(zip).v2({BlockSigner(TestKey::rsa())}).v3({BlockSigner(TestKey::rsa())}).build();
     const Verdict verdict(package);
