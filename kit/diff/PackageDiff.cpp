@@ -31,7 +31,7 @@ public:
 
     bool isComplete = true;
     bool isSameApplication = false;
-    Signatures::SignerMatch signerMatch = Signatures::SignerMatch::Unverified;
+    Signer::Match signerMatch = Signer::Match::Unverified;
     QList<TextChange> signers;
     QList<TextChange> facts;
     QList<TextChange> permissions;
@@ -150,7 +150,7 @@ bool PackageDiff::isSameApplication() const
     return d->isSameApplication;
 }
 
-Signatures::SignerMatch PackageDiff::signerMatch() const
+Signer::Match PackageDiff::signerMatch() const
 {
     return d->signerMatch;
 }

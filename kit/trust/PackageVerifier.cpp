@@ -180,7 +180,7 @@ bool PackageVerifier::hasErrors() const
            });
 }
 
-void PackageVerifier::moveTo(SignaturesFields *data)
+void PackageVerifier::moveTo(SignaturesData *data)
 {
     data->sdk = m_verified;
     data->errors += m_issues.errors();
@@ -195,7 +195,7 @@ void PackageVerifier::moveTo(SignaturesFields *data)
         data->schemes.append(each->scheme);
         QList<Signer> &signers = data->signers[each->scheme];
         for (const VerifiedSigner &signer : each->signers)
-            signers.append(SignatureAccess::signer(signer.signer));
+            signers.append(signer.signer.toSigner());
     }
     data->warnings += m_stamp.issues.errors();
     data->warnings += m_stamp.issues.warnings();

@@ -4,9 +4,9 @@
 
 #include "archive/ZipArchive.h"
 #include "limits/Budget.h"
-#include "trust/SchemeResult.h"
-#include "trust/SdkRange.h"
 #include "trust/SignaturesData.h"
+#include "trust/result/SchemeResult.h"
+#include "trust/result/SdkRange.h"
 
 #include <QString>
 
@@ -45,7 +45,7 @@ public:
     PackageVerifier(ZipArchive &package, const Task &task, ByteSource *v4Signature, Budget *budget);
 
     /// The values of Signatures for the package, except its name.
-    void moveTo(SignaturesFields *data);
+    void moveTo(SignaturesData *data);
 
 private:
     void verifyBlockSchemes(BlockVerifier &block);

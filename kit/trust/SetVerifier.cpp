@@ -40,9 +40,10 @@ QList<SignatureIssue> withPackage(const QList<SignatureIssue> &issues, const QSt
     return result;
 }
 
-bool areSame(const Signatures &a, const Signatures &b)
+bool areSame(const SignaturesData &a, const SignaturesData &b)
 {
-    return SignerComparison::compare(a.signers(), b.signers()) == Signatures::SignerMatch::Same;
+    return SignerComparison::compare(SignerComparison::currentSigners(a), SignerComparison::currentSigners(b))
+           == Signer::Match::Same;
 }
 
 } // namespace
@@ -62,7 +63,7 @@ SetVerifier::SetVerifier(const Package &package, const SignatureRequest &request
         m_archive = std::move(archive);
 }
 
-void SetVerifier::verify(SignaturesFields *result) const
+void SetVerifier::verify(SignaturesData *result) const
 {
     result->errors.clear();
     result->sdk = m_task.sdk;
@@ -83,7 +84,7 @@ void SetVerifier::verify(SignaturesFields *result) const
     PackageVerifier(*m_archive, m_task, v4Signature.get(), &budget).moveTo(result);
 }
 
-void SetVerifier::verifySet(SignaturesFields *result, Budget *budget) const
+void SetVerifier::verifySet(SignaturesData *result, Budget *budget) const
 {
     Budget opening(MaxOpeningWork, MaxOpeningBytes);
     PackageSet set(*m_archive, opening);
@@ -98,33 +99,32 @@ void SetVerifier::verifySet(SignaturesFields *result, Budget *budget) const
     if (result->packages.isEmpty())
         return;
 
-    const Signatures &base = result->packages.first();
-    result->schemes = base.schemes();
-    for (const Signatures &each : qAsConst(result->packages)) {
-        const QString name = each.name().isEmpty() ? QStringLiteral("base") : each.name();
-        result->errors += withPackage(each.errors(), name);
-        result->warnings += withPackage(each.warnings(), name);
-        result->sdk.min = std::max(result->sdk.min, each.minSdkVersion());
-        const QList<Signer::Scheme> schemes = each.schemes();
-        result->schemes.erase(std::remove_if(result->schemes.begin(), result->schemes.end(),
-                                             [&](Signer::Scheme scheme) { return !schemes.contains(scheme); }),
+    const SignaturesData &base = *result->packages.first();
+    result->schemes = base.schemes;
+    for (const SignaturesData::Pointer &each : qAsConst(result->packages)) {
+        const QString name = each->name.isEmpty() ? QStringLiteral("base") : each->name;
+        result->errors += withPackage(each->errors, name);
+        result->warnings += withPackage(each->warnings, name);
+        result->sdk.min = std::max(result->sdk.min, each->sdk.min);
+        const auto isMissing = [&each](Signer::Scheme scheme) { return !each->schemes.contains(scheme); };
+        result->schemes.erase(std::remove_if(result->schemes.begin(), result->schemes.end(), isMissing),
                               result->schemes.end());
-        if (each.isVerified() && base.isVerified() && !areSame(base, each))
+        if (each->isVerified() && base.isVerified() && !areSame(base, *each))
             result->errors.append(SignatureIssue(Code::SetSignersDiffer, Signer::Scheme::None, name));
     }
     if (result->errors.isEmpty()) {
         for (const Signer::Scheme scheme : qAsConst(result->schemes))
-            result->signers.insert(scheme, base.signers(scheme));
-        result->stamp = base.stamp();
+            result->signers.insert(scheme, base.signers.value(scheme));
+        result->stamp = base.stamp;
     }
 }
 
-Signatures SetVerifier::verifiedPart(ZipArchive &package, const QString &name, Budget *budget) const
+SignaturesData::Pointer SetVerifier::verifiedPart(ZipArchive &package, const QString &name, Budget *budget) const
 {
-    SignaturesFields data;
-    data.name = name;
-    PackageVerifier(package, m_task, nullptr, budget).moveTo(&data);
-    return SignatureAccess::signatures(data);
+    SignaturesData::Pointer data(new SignaturesData);
+    data->name = name;
+    PackageVerifier(package, m_task, nullptr, budget).moveTo(data.data());
+    return data;
 }
 
 std::shared_ptr<ByteSource> SetVerifier::openV4Signature() const

@@ -27,11 +27,11 @@ public:
     /// Whether there is a package with a manifest.
     bool isOpen() const { return m_archive != nullptr; }
     /// Verifies it. Precondition: isOpen().
-    void verify(SignaturesFields *result) const;
+    void verify(SignaturesData *result) const;
 
 private:
-    void verifySet(SignaturesFields *result, Budget *budget) const;
-    Signatures verifiedPart(ZipArchive &package, const QString &name, Budget *budget) const;
+    void verifySet(SignaturesData *result, Budget *budget) const;
+    SignaturesData::Pointer verifiedPart(ZipArchive &package, const QString &name, Budget *budget) const;
     std::shared_ptr<ByteSource> openV4Signature() const;
 
     SORRELKIT_PRIVATE_NAMESPACE::PackageBytes m_bytes;

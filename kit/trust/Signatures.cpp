@@ -12,6 +12,8 @@ Signatures::Signatures() : d(new SignaturesData)
     d->errors.append(SignatureIssue(SignatureIssue::Code::CannotOpen, Signer::Scheme::None));
 }
 
+Signatures::Signatures(SignaturesData *data) : d(data) {}
+
 Signatures::Signatures(const Package &package, const SignatureRequest &request) : Signatures()
 {
     const SetVerifier verifier(package, request);
@@ -30,7 +32,7 @@ Signatures::~Signatures() = default;
 
 bool Signatures::isVerified() const
 {
-    return d->errors.isEmpty() && !d->schemes.isEmpty();
+    return d->isVerified();
 }
 
 QList<Signer::Scheme> Signatures::schemes() const
@@ -75,7 +77,10 @@ int Signatures::maxSdkVersion() const
 
 QList<Signatures> Signatures::packages() const
 {
-    return d->packages;
+    QList<Signatures> packages;
+    for (const SignaturesData::Pointer &each : d->packages)
+        packages.append(Signatures(each.data()));
+    return packages;
 }
 
 QString Signatures::name() const
@@ -83,17 +88,17 @@ QString Signatures::name() const
     return d->name;
 }
 
-Signatures::SignerMatch Signatures::compareSigners(const Signatures &installed, const Signatures &update)
+Signer::Match Signatures::compareSigners(const Signatures &installed, const Signatures &update)
 {
     if (!installed.isVerified() || !update.isVerified())
-        return SignerMatch::Unverified;
+        return Signer::Match::Unverified;
     return SignerComparison::compare(installed.signers(), update.signers());
 }
 
 bool Signatures::sameSigner(const Signatures &installed, const Signatures &update)
 {
-    const SignerMatch match = compareSigners(installed, update);
-    return match == SignerMatch::Same || match == SignerMatch::Rotated || match == SignerMatch::Rollback;
+    const Signer::Match match = compareSigners(installed, update);
+    return match == Signer::Match::Same || match == Signer::Match::Rotated || match == Signer::Match::Rollback;
 }
 
 } // namespace SorrelKit

@@ -2,18 +2,26 @@
 #ifndef SORRELKIT_SIGNATURESDATA_H
 #define SORRELKIT_SIGNATURESDATA_H
 
-#include "trust/SdkRange.h"
-#include "trust/SignerData.h"
+#include "trust/result/SdkRange.h"
 
-#include <SorrelKit/Signatures.h>
+#include <SorrelKit/SignatureIssue.h>
 
+#include <QExplicitlySharedDataPointer>
+#include <QList>
 #include <QMap>
 #include <QSharedData>
+#include <QString>
 
 namespace SorrelKit {
 
 /// The values of Signatures, see there.
-struct SignaturesFields {
+class SignaturesData : public QSharedData
+{
+public:
+    using Pointer = QExplicitlySharedDataPointer<SignaturesData>;
+
+    bool isVerified() const { return errors.isEmpty() && !schemes.isEmpty(); }
+
     QString name;
     SdkRange sdk;
     QList<Signer::Scheme> schemes;               ///< that verified
@@ -21,29 +29,7 @@ struct SignaturesFields {
     Certificate stamp;
     QList<SignatureIssue> errors;
     QList<SignatureIssue> warnings;
-    QList<Signatures> packages;
-};
-
-class SignaturesData : public QSharedData, public SignaturesFields
-{
-};
-
-/// Makes objects of the public classes.
-class SignatureAccess
-{
-public:
-    static Signer signer(const SignerFields &fields)
-    {
-        Signer result;
-        static_cast<SignerFields &>(*result.d) = fields;
-        return result;
-    }
-    static Signatures signatures(const SignaturesFields &fields)
-    {
-        Signatures result;
-        static_cast<SignaturesFields &>(*result.d) = fields;
-        return result;
-    }
+    QList<Pointer> packages;
 };
 
 } // namespace SorrelKit

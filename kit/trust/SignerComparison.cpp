@@ -28,7 +28,7 @@ bool trusts(const Signer &signer, const Certificate &past, PastSigner::Capabilit
 
 } // namespace
 
-QList<Signer> SignerComparison::currentSigners(const SignaturesFields &signatures)
+QList<Signer> SignerComparison::currentSigners(const SignaturesData &signatures)
 {
     for (const Signer::Scheme scheme : {Signer::Scheme::V31, Signer::Scheme::V3}) {
         const QList<Signer> signers = signatures.signers.value(scheme);
@@ -42,9 +42,9 @@ QList<Signer> SignerComparison::currentSigners(const SignaturesFields &signature
     return ofV2.isEmpty() ? signatures.signers.value(Signer::Scheme::V1) : ofV2;
 }
 
-Signatures::SignerMatch SignerComparison::compare(const QList<Signer> &installed, const QList<Signer> &update)
+Signer::Match SignerComparison::compare(const QList<Signer> &installed, const QList<Signer> &update)
 {
-    using Match = Signatures::SignerMatch;
+    using Match = Signer::Match;
     if (installed.isEmpty() || update.isEmpty())
         return Match::Unverified;
     if (certificatesOf(installed) == certificatesOf(update))

@@ -4,8 +4,6 @@
 
 #include "trust/SignaturesData.h"
 
-#include <SorrelKit/Signatures.h>
-
 #include <QList>
 
 namespace SorrelKit {
@@ -14,7 +12,7 @@ namespace SorrelKit {
 namespace SignerComparison {
 
 /// The signers on a device of the newest version that the package was verified for.
-QList<Signer> currentSigners(const SignaturesFields &signatures);
+QList<Signer> currentSigners(const SignaturesData &signatures);
 
 /**
  * How the signers of an installed package and of its update relate.
@@ -23,7 +21,7 @@ QList<Signer> currentSigners(const SignaturesFields &signatures);
  * key: the lineage of the update then has the installed package's certificate, with the capability to hand over its
  * data. An update may also have an older key, when the lineage of the installed package's signer allows rollbacks to it.
  */
-Signatures::SignerMatch compare(const QList<Signer> &installed, const QList<Signer> &update);
+Signer::Match compare(const QList<Signer> &installed, const QList<Signer> &update);
 
 } // namespace SignerComparison
 

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_SIGNERWEAKNESSES_H
 #define SORRELKIT_SIGNERWEAKNESSES_H
 
-#include "trust/IssueList.h"
+#include "trust/result/IssueList.h"
 
 #include <SorrelKit/Certificate.h>
 

@@ -24,7 +24,7 @@ class PackageDiffData;
  *     const SorrelKit::Signatures ours(installed);
  *     const SorrelKit::Signatures theirs(update);
  *     const SorrelKit::PackageDiff diff(installed, update, ours, theirs);
- *     if (diff.signerMatch() == SorrelKit::Signatures::SignerMatch::Different)
+ *     if (diff.signerMatch() == SorrelKit::Signer::Match::Different)
  *         return refuse();
  *     show(diff.permissions());
  *
@@ -51,7 +51,7 @@ class SORRELTRUST_EXPORT PackageDiff
     Q_PROPERTY(bool empty READ isEmpty CONSTANT)
     Q_PROPERTY(bool complete READ isComplete CONSTANT)
     Q_PROPERTY(bool sameApplication READ isSameApplication CONSTANT)
-    Q_PROPERTY(SorrelKit::Signatures::SignerMatch signerMatch READ signerMatch CONSTANT)
+    Q_PROPERTY(SorrelKit::Signer::Match signerMatch READ signerMatch CONSTANT)
     Q_PROPERTY(QList<SorrelKit::TextChange> signers READ signers CONSTANT)
     Q_PROPERTY(QList<SorrelKit::TextChange> facts READ facts CONSTANT)
     Q_PROPERTY(QList<SorrelKit::TextChange> permissions READ permissions CONSTANT)
@@ -70,7 +70,7 @@ class SORRELTRUST_EXPORT PackageDiff
 public:
     /// No differences between no packages. @since 0.5.1
     PackageDiff();
-    /// Compares the packages without their signatures: signerMatch() is Signatures::SignerMatch::Unverified, and
+    /// Compares the packages without their signatures: signerMatch() is Signer::Match::Unverified, and
     /// signers() and schemes() are empty. @since 0.5.1
     PackageDiff(const Package &before, const Package &after);
     /// Compares the packages and their signatures, which belong to them. @since 0.5.1
@@ -98,7 +98,7 @@ public:
     /// Whether both have the same package name, which is not empty. @since 0.5.1
     bool isSameApplication() const;
     /// How the signers relate; Signatures::compareSigners() has the rules. @since 0.5.1
-    Signatures::SignerMatch signerMatch() const;
+    Signer::Match signerMatch() const;
     /// Signers that came or went: the certificate's SHA-256 digest in hexadecimal digits, and its subject as the value.
     /// @since 0.5.1
     QList<TextChange> signers() const;

@@ -55,16 +55,6 @@ class SORRELTRUST_EXPORT Signatures
     Q_PROPERTY(QList<SorrelKit::Signatures> packages READ packages CONSTANT)
 
 public:
-    /// How the signers of an installed package and of its update relate. @since 0.5.1
-    enum class SignerMatch {
-        Unverified, ///< one of the packages is not verified
-        Different,  ///< other people signed the update
-        Same,       ///< the same keys signed both
-        Rotated,    ///< the key of the installed package is in the lineage of the update's key, which accepts its data
-        Rollback,   ///< the key of the update is in the lineage of the installed package's key, which accepts it
-    };
-    Q_ENUM(SignerMatch)
-
     /// No package: isVerified() is false, with SignatureIssue::Code::CannotOpen. @since 0.5.1
     Signatures();
     /// Verifies @p package, which need not live longer than the call. @since 0.5.1
@@ -117,13 +107,13 @@ public:
 
     /// How the signers of @p installed and @p update relate, on a device of the newest version that both were verified
     /// for. @since 0.5.1
-    static SignerMatch compareSigners(const Signatures &installed, const Signatures &update);
+    static Signer::Match compareSigners(const Signatures &installed, const Signatures &update);
     /// Whether Android would accept @p update in place of @p installed, as far as signers are concerned: compareSigners()
     /// returns Same, Rotated or Rollback. @since 0.5.1
     static bool sameSigner(const Signatures &installed, const Signatures &update);
 
 private:
-    friend class SignatureAccess;
+    explicit Signatures(SignaturesData *data);
 
     QSharedDataPointer<SignaturesData> d;
 };

@@ -44,8 +44,21 @@ public:
     };
     Q_ENUM(Scheme)
 
+    /// How the signers of an installed package and of its update relate. @since 0.5.1
+    enum class Match {
+        Unverified, ///< one of the packages is not verified
+        Different,  ///< other people signed the update
+        Same,       ///< the same keys signed both
+        Rotated,    ///< the key of the installed package is in the lineage of the update's key, which accepts its data
+        Rollback,   ///< the key of the update is in the lineage of the installed package's key, which accepts it
+    };
+    Q_ENUM(Match)
+
     /// No signer. @since 0.5.1
     Signer();
+    /// The values of the arguments. @since 0.5.1
+    Signer(const Certificate &certificate, Scheme scheme, int minSdkVersion, int maxSdkVersion,
+           const QList<PastSigner> &lineage = {});
     /// A copy of @p other. @since 0.5.1
     Signer(const Signer &other);
     /// Takes the value of @p other. @since 0.5.1
@@ -73,8 +86,6 @@ public:
     QList<PastSigner> lineage() const;
 
 private:
-    friend class SignatureAccess;
-
     QSharedDataPointer<SignerData> d;
 };
 

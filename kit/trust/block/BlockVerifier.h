@@ -2,13 +2,13 @@
 #ifndef SORRELKIT_BLOCKVERIFIER_H
 #define SORRELKIT_BLOCKVERIFIER_H
 
-#include "trust/SchemeResult.h"
-#include "trust/SdkRange.h"
 #include "trust/block/ContentDigests.h"
 #include "trust/block/MemberPlaces.h"
 #include "trust/block/SignedContent.h"
 #include "trust/block/SignerBlock.h"
 #include "trust/block/SigningBlock.h"
+#include "trust/result/SchemeResult.h"
+#include "trust/result/SdkRange.h"
 
 #include <QByteArray>
 

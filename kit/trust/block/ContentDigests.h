@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_CONTENTDIGESTS_H
 #define SORRELKIT_CONTENTDIGESTS_H
 
-#include "trust/SchemeResult.h"
+#include "trust/result/SchemeResult.h"
 
 #include <QByteArray>
 #include <QMap>

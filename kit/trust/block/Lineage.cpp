@@ -5,7 +5,7 @@
 #include "trust/block/PrefixedFields.h"
 #include "trust/block/SignatureAlgorithms.h"
 #include "trust/block/SignerBlock.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 
 #include <algorithm>
 

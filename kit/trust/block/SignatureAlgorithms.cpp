@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "trust/block/SignatureAlgorithms.h"
 
-#include "trust/SdkRange.h"
+#include "trust/result/SdkRange.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_SIGNATUREALGORITHMS_H
 #define SORRELKIT_SIGNATUREALGORITHMS_H
 
-#include "trust/SchemeResult.h"
 #include "trust/crypto/PublicKey.h"
+#include "trust/result/SchemeResult.h"
 
 #include <QString>
 

@@ -4,7 +4,7 @@
 #include "limits/Budget.h"
 #include "trust/block/ContentDigests.h"
 #include "trust/block/SignatureAlgorithms.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 
 #include <QMap>
 

@@ -2,9 +2,9 @@
 #ifndef SORRELKIT_SIGNERBLOCK_H
 #define SORRELKIT_SIGNERBLOCK_H
 
-#include "trust/SchemeResult.h"
-#include "trust/SdkRange.h"
 #include "trust/block/PrefixedFields.h"
+#include "trust/result/SchemeResult.h"
+#include "trust/result/SdkRange.h"
 
 #include <QString>
 #include <QVector>

@@ -75,15 +75,15 @@ QByteArray derOf(Encode encode)
 
 } // namespace
 
-Certificate CertificateAccess::decode(const ByteView &der)
+QExplicitlySharedDataPointer<CertificateData> CertificateData::decode(const ByteView &der)
 {
-    Certificate result;
+    QExplicitlySharedDataPointer<CertificateData> data;
     if (der.size() > MaxBytes)
-        return result;
+        return data;
     const uchar *at = der.data();
     const std::unique_ptr<X509, decltype(&X509_free)> x509(d2i_X509(nullptr, &at, long(der.size())), X509_free);
     if (x509 != nullptr && at == der.data() + der.size()) {
-        auto *data = new CertificateData;
+        data = new CertificateData;
         data->der = der.toByteArray();
         data->subject = nameOf(X509_get_subject_name(x509.get()));
         data->issuer = nameOf(X509_get_issuer_name(x509.get()));
@@ -95,10 +95,9 @@ Certificate CertificateAccess::decode(const ByteView &der)
         data->signatureAlgorithm = algorithmOf(X509_get0_tbs_sigalg(x509.get()));
         data->publicKeyDer = derOf([&](uchar **out) { return i2d_X509_PUBKEY(X509_get_X509_PUBKEY(x509.get()), out); });
         data->publicKey = PublicKey::fromDer(ByteView(data->publicKeyDer));
-        result.d = data;
     }
     ERR_clear_error();
-    return result;
+    return data;
 }
 
 } // namespace SorrelKit

@@ -4,10 +4,9 @@
 
 #include "trust/crypto/PublicKey.h"
 
-#include <SorrelKit/Certificate.h>
-
 #include <QByteArray>
 #include <QDateTime>
+#include <QExplicitlySharedDataPointer>
 #include <QSharedData>
 #include <QString>
 
@@ -17,6 +16,13 @@ namespace SorrelKit {
 class CertificateData : public QSharedData
 {
 public:
+    /// Bytes of a certificate. Those in use have some thousands.
+    static constexpr qint64 MaxBytes = 1 << 20;
+
+    /// The fields of the certificate that the bytes @p der are, from their first to their last; null when they are
+    /// damaged, or more than MaxBytes.
+    static QExplicitlySharedDataPointer<CertificateData> decode(const ByteView &der);
+
     QByteArray der;
     QString subject;
     QString issuer;
@@ -28,20 +34,6 @@ public:
     QString signatureAlgorithm;
     QByteArray publicKeyDer;
     PublicKey publicKey; ///< no key when it is damaged or has an algorithm that OpenSSL does not know
-};
-
-/// Makes certificates, and reaches into them.
-class CertificateAccess
-{
-public:
-    /// Bytes of a certificate. Those in use have some thousands.
-    static constexpr qint64 MaxBytes = 1 << 20;
-
-    /// The certificate that the bytes @p der are, from their first to their last; a null one when they are damaged, or
-    /// more than MaxBytes.
-    static Certificate decode(const ByteView &der);
-    /// The fields of @p certificate, which must not be null.
-    static const CertificateData &data(const Certificate &certificate) { return *certificate.d; }
 };
 
 } // namespace SorrelKit

@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_JARDIGESTS_H
 #define SORRELKIT_JARDIGESTS_H
 
-#include "trust/SdkRange.h"
 #include "trust/crypto/Digest.h"
+#include "trust/result/SdkRange.h"
 
 #include <QByteArray>
 

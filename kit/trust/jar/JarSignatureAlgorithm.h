@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_JARSIGNATUREALGORITHM_H
 #define SORRELKIT_JARSIGNATUREALGORITHM_H
 
-#include "trust/SdkRange.h"
 #include "trust/crypto/PublicKey.h"
+#include "trust/result/SdkRange.h"
 
 #include <QString>
 

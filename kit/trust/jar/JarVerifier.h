@@ -2,10 +2,10 @@
 #ifndef SORRELKIT_JARVERIFIER_H
 #define SORRELKIT_JARVERIFIER_H
 
-#include "trust/SchemeResult.h"
-#include "trust/SdkRange.h"
 #include "trust/jar/JarManifest.h"
 #include "trust/jar/MemberDigests.h"
+#include "trust/result/SchemeResult.h"
+#include "trust/result/SdkRange.h"
 
 #include <QByteArray>
 #include <QString>

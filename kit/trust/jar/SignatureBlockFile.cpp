@@ -2,7 +2,7 @@
 #include "trust/jar/SignatureBlockFile.h"
 
 #include "limits/Budget.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 #include "trust/jar/JarSignatureAlgorithm.h"
 
 #include <openssl/err.h>

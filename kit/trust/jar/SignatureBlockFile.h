@@ -3,7 +3,7 @@
 #define SORRELKIT_SIGNATUREBLOCKFILE_H
 
 #include "format/ByteView.h"
-#include "trust/SdkRange.h"
+#include "trust/result/SdkRange.h"
 
 #include <SorrelKit/Certificate.h>
 #include <SorrelKit/SignatureIssue.h>

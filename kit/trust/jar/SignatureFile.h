@@ -2,9 +2,9 @@
 #ifndef SORRELKIT_SIGNATUREFILE_H
 #define SORRELKIT_SIGNATUREFILE_H
 
-#include "trust/IssueList.h"
-#include "trust/SdkRange.h"
 #include "trust/jar/JarManifest.h"
+#include "trust/result/IssueList.h"
+#include "trust/result/SdkRange.h"
 
 #include <QString>
 #include <QVector>

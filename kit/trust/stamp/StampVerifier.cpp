@@ -7,7 +7,7 @@
 #include "trust/block/SignatureAlgorithms.h"
 #include "trust/block/SignerBlock.h"
 #include "trust/block/SigningBlock.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 
 #include <QMap>
 #include <QtEndian>

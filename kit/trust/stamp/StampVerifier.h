@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_STAMPVERIFIER_H
 #define SORRELKIT_STAMPVERIFIER_H
 
-#include "trust/SchemeResult.h"
+#include "trust/result/SchemeResult.h"
 #include "trust/stamp/StampBlock.h"
 
 class Budget;

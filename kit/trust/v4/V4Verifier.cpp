@@ -3,12 +3,12 @@
 
 #include "archive/ByteSource.h"
 #include "limits/HeldBytes.h"
-#include "trust/SdkRange.h"
 #include "trust/block/MerkleTree.h"
 #include "trust/block/SignatureAlgorithms.h"
 #include "trust/block/SignerBlock.h"
 #include "trust/block/SigningBlock.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
+#include "trust/result/SdkRange.h"
 #include "trust/v4/IdSigFile.h"
 
 #include <algorithm>

@@ -2,7 +2,7 @@
 #ifndef SORRELKIT_V4VERIFIER_H
 #define SORRELKIT_V4VERIFIER_H
 
-#include "trust/SchemeResult.h"
+#include "trust/result/SchemeResult.h"
 
 class Budget;
 class ByteSource;

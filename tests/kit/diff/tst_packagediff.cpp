@@ -412,7 +412,7 @@ void TestPackageDiff::unsignedPackagesAreUnverified()
     PackageDevice device(packageOf(ManifestText()));
     const Package package(&device);
     const PackageDiff diff(package, package, Signatures(package), Signatures(package));
-    QCOMPARE(diff.signerMatch(), Signatures::SignerMatch::Unverified);
+    QCOMPARE(diff.signerMatch(), Signer::Match::Unverified);
     QVERIFY(diff.signers().isEmpty());
     QVERIFY(diff.schemes().isEmpty());
     QVERIFY(diff.isEmpty());
@@ -430,7 +430,7 @@ void TestPackageDiff::signers_data()
     const QByteArray rotated = signedByV3(rotatedSigner());
     QByteArray damaged = first;
     damaged[40] = char(~damaged.at(40));
-    using Match = Signatures::SignerMatch;
+    using Match = Signer::Match;
     QTest::newRow("same") << first << signedByV3(BlockSigner(TestKey::rsa(1)), "2") << int(Match::Same) << 0;
     QTest::newRow("other") << first << second << int(Match::Different) << 2;
     QTest::newRow("rotated") << first << rotated << int(Match::Rotated) << 2;
@@ -464,7 +464,7 @@ void TestPackageDiff::schemes()
     const QByteArray before = SigningBlockBuilder(unsignedPackage()).v2({BlockSigner(key)}).build();
     const PackageDiff diff = signedDiffOf(before, signedByV3(BlockSigner(key)));
     QCOMPARE(textsOf(diff.schemes()), QStringList({latin("+v3="), latin("-v2=")}));
-    QCOMPARE(diff.signerMatch(), Signatures::SignerMatch::Same);
+    QCOMPARE(diff.signerMatch(), Signer::Match::Same);
     QVERIFY(diff.members().isEmpty());
     QVERIFY(!diff.hasOtherBytes());
     QVERIFY(diffOf(before, signedByV3(BlockSigner(key))).hasOtherBytes());
@@ -475,10 +475,9 @@ void TestPackageDiff::signersOfASet()
     const auto set = [](const TestKey &key) {
         return zip({{latin("base.apk"), signedByV3(BlockSigner(key))}}, Compression::Stored);
     };
-    QCOMPARE(signedDiffOf(set(TestKey::rsa(1)), set(TestKey::rsa(2))).signerMatch(),
-             Signatures::SignerMatch::Different);
+    QCOMPARE(signedDiffOf(set(TestKey::rsa(1)), set(TestKey::rsa(2))).signerMatch(), Signer::Match::Different);
     QCOMPARE(signedDiffOf(set(TestKey::rsa(1)), signedByV3(BlockSigner(TestKey::rsa(1)))).signerMatch(),
-             Signatures::SignerMatch::Same);
+             Signer::Match::Same);
 }
 
 void TestPackageDiff::packagesThatCannotBeRead()

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "TestKey.h"
 
-#include "trust/IssueList.h"
+#include "trust/result/IssueList.h"
 
 #include <SorrelKit/SignatureRequest.h>
 #include <SorrelKit/Signatures.h>

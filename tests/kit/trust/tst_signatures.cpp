@@ -299,7 +299,7 @@ void TestSignatures::damageIsNeverAReasonForAnOlderScheme()
 
 void TestSignatures::updates()
 {
-    using Match = Signatures::SignerMatch;
+    using Match = Signer::Match;
     const Signatures first = verified(signedByV2({}, 1));
     const Signatures second = verified(signedByV2({}, 2));
     const Signatures rotatedOne = verified(Builder(unsignedPackage()).v3({rotated(1, 2)}).build());
@@ -310,6 +310,13 @@ void TestSignatures::updates()
     QCOMPARE(Signatures::compareSigners(second, rotatedOne), Match::Same);
     QCOMPARE(Signatures::compareSigners(rotatedOne, first), Match::Rollback);
     QVERIFY(Signatures::sameSigner(first, rotatedOne));
+    QByteArray bytes = signedByV2({}, 1);
+    bytes[bytes.indexOf(QByteArray(100, 'c'))] = 'C';
+    const Signatures damaged = verified(bytes);
+    QCOMPARE(Signatures::compareSigners(first, damaged), Match::Unverified);
+    QCOMPARE(Signatures::compareSigners(damaged, first), Match::Unverified);
+    QVERIFY(!Signatures::sameSigner(damaged, damaged));
+    QVERIFY(!Signatures::sameSigner(Signatures(), Signatures()));
 }
 
 void TestSignatures::sets()

@@ -7,7 +7,7 @@
 
 using namespace SorrelKit;
 using Capability = PastSigner::Capability;
-using Match = Signatures::SignerMatch;
+using Match = Signer::Match;
 using Scheme = Signer::Scheme;
 
 Q_DECLARE_METATYPE(QList<SorrelKit::Signer>)
@@ -26,12 +26,7 @@ Certificate certificate(int number)
 Signer signer(int number, const QList<PastSigner> &lineage = {}, Scheme scheme = Scheme::V3,
               int maxSdkVersion = std::numeric_limits<int>::max())
 {
-    SignerFields fields;
-    fields.certificate = certificate(number);
-    fields.scheme = scheme;
-    fields.maxSdkVersion = maxSdkVersion;
-    fields.lineage = lineage;
-    return SignatureAccess::signer(fields);
+    return {certificate(number), scheme, 0, maxSdkVersion, lineage};
 }
 
 /// The lineage from key 1 to key 2.
@@ -52,7 +47,6 @@ private slots:
     void compares();
     void theNewestSchemeCounts();
     void theSignerForTheNewestVersionCounts();
-    void whatIsNotVerifiedHasNoSigner();
 };
 
 void TestSignerComparison::compares_data()
@@ -97,7 +91,7 @@ void TestSignerComparison::compares()
 
 void TestSignerComparison::theNewestSchemeCounts()
 {
-    SignaturesFields fields;
+    SignaturesData fields;
     QVERIFY(SignerComparison::currentSigners(fields).isEmpty());
     for (const Scheme scheme : {Scheme::V1, Scheme::V2, Scheme::V3, Scheme::V31}) {
         fields.signers.insert(scheme, {signer(1, {}, scheme)});
@@ -108,27 +102,10 @@ void TestSignerComparison::theNewestSchemeCounts()
 
 void TestSignerComparison::theSignerForTheNewestVersionCounts()
 {
-    SignaturesFields fields;
+    SignaturesData fields;
     fields.signers.insert(Scheme::V3, {signer(2), signer(1, {}, Scheme::V3, 30)});
     QCOMPARE(SignerComparison::currentSigners(fields).size(), 1);
     QCOMPARE(SignerComparison::currentSigners(fields).first().certificate(), certificate(2));
-}
-
-void TestSignerComparison::whatIsNotVerifiedHasNoSigner()
-{
-    SignaturesFields fields;
-    fields.schemes = {Scheme::V2};
-    fields.signers.insert(Scheme::V2, {signer(1, {}, Scheme::V2)});
-    const Signatures verified = SignatureAccess::signatures(fields);
-    QVERIFY(verified.isVerified());
-    QVERIFY(Signatures::sameSigner(verified, verified));
-    fields.errors.append(SignatureIssue(SignatureIssue::Code::ContentChanged, Scheme::V2));
-    const Signatures damaged = SignatureAccess::signatures(fields);
-    QVERIFY(!damaged.isVerified());
-    QCOMPARE(Signatures::compareSigners(verified, damaged), Match::Unverified);
-    QCOMPARE(Signatures::compareSigners(damaged, verified), Match::Unverified);
-    QVERIFY(!Signatures::sameSigner(damaged, damaged));
-    QVERIFY(!Signatures::sameSigner(Signatures(), Signatures()));
 }
 
 QTEST_GUILESS_MAIN(TestSignerComparison)

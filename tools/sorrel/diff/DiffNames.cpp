@@ -4,7 +4,7 @@
 #include <iterator>
 
 using SorrelKit::Component;
-using SorrelKit::Signatures;
+using SorrelKit::Signer;
 using SorrelKit::SizeChange;
 using SorrelKit::TextChange;
 
@@ -57,18 +57,18 @@ QString DiffNames::category(SizeChange::Category category)
     return QStringLiteral("other");
 }
 
-QString DiffNames::match(Signatures::SignerMatch match)
+QString DiffNames::match(Signer::Match match)
 {
     switch (match) {
-    case Signatures::SignerMatch::Different:
+    case Signer::Match::Different:
         return QStringLiteral("different");
-    case Signatures::SignerMatch::Same:
+    case Signer::Match::Same:
         return QStringLiteral("same");
-    case Signatures::SignerMatch::Rotated:
+    case Signer::Match::Rotated:
         return QStringLiteral("rotated");
-    case Signatures::SignerMatch::Rollback:
+    case Signer::Match::Rollback:
         return QStringLiteral("rollback");
-    case Signatures::SignerMatch::Unverified:
+    case Signer::Match::Unverified:
         break;
     }
     return QStringLiteral("unverified");

@@ -19,7 +19,7 @@ QString componentKind(SorrelKit::Component::Kind kind);
 /// "code", "resources", "libraries", "assets", "signatures" or "other".
 QString category(SorrelKit::SizeChange::Category category);
 /// "unverified", "different", "same", "rotated" or "rollback".
-QString match(SorrelKit::Signatures::SignerMatch match);
+QString match(SorrelKit::Signer::Match match);
 
 /// @p bytes with a unit: "812 B", "1.5 KiB", "23.4 MiB".
 QString size(qint64 bytes);

@@ -10,6 +10,7 @@ using SorrelKit::Package;
 using SorrelKit::PackageDiff;
 using SorrelKit::SignatureIssue;
 using SorrelKit::Signatures;
+using SorrelKit::Signer;
 using SorrelKit::SizeChange;
 using SorrelKit::TextChange;
 
@@ -111,7 +112,7 @@ DiffReport::DiffReport(const DiffSide &before, const DiffSide &after, const Pack
 
 void DiffReport::addAlarms()
 {
-    if (m_diff.signerMatch() == Signatures::SignerMatch::Different)
+    if (m_diff.signerMatch() == Signer::Match::Different)
         m_alarms.append(QStringLiteral("Signed by someone else: Android refuses this update"));
     if (!m_after.signatures.isVerified())
         m_alarms.append(QStringLiteral("Not verified: Android refuses this package (%1)").arg(unverifiedText(m_after)));
@@ -124,15 +125,15 @@ void DiffReport::addAlarms()
 QString DiffReport::signerText() const
 {
     switch (m_diff.signerMatch()) {
-    case Signatures::SignerMatch::Same:
+    case Signer::Match::Same:
         return QStringLiteral("the same");
-    case Signatures::SignerMatch::Rotated:
+    case Signer::Match::Rotated:
         return QStringLiteral("the same, with a new key");
-    case Signatures::SignerMatch::Rollback:
+    case Signer::Match::Rollback:
         return QStringLiteral("the same, with an earlier key");
-    case Signatures::SignerMatch::Different:
+    case Signer::Match::Different:
         return QStringLiteral("someone else");
-    case Signatures::SignerMatch::Unverified:
+    case Signer::Match::Unverified:
         break;
     }
     return m_before.signatures.isVerified()
@@ -145,12 +146,12 @@ void DiffReport::addApplication()
     const Package &before = m_before.package;
     const Package &after = m_after.package;
     const auto number = [](int level) { return QString::number(level); };
-    const Signatures::SignerMatch match = m_diff.signerMatch();
-    const bool isEqual = match == Signatures::SignerMatch::Same || match == Signatures::SignerMatch::Unverified;
+    const Signer::Match match = m_diff.signerMatch();
+    const bool isEqual = match == Signer::Match::Same || match == Signer::Match::Unverified;
     DiffSection section{QStringLiteral("Application"), {}};
     section.lines.append(factLine(QStringLiteral("package"), before.packageName(), after.packageName()));
     section.lines.append({isEqual ? DiffLine::Mark::None : DiffLine::Mark::Changed, QString(), QStringLiteral("signer"),
-                          signerText(), match == Signatures::SignerMatch::Different});
+                          signerText(), match == Signer::Match::Different});
     for (const TextChange &signer : m_diff.signers())
         section.lines.append(lineOf(signer));
     section.lines.append(factLine(QStringLiteral("version"), versionText(before), versionText(after)));

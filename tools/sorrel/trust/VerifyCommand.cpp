@@ -30,9 +30,9 @@ QByteArray fingerprintOf(const QString &text)
     return isHex && digits.size() == Digits ? QByteArray::fromHex(digits) : QByteArray();
 }
 
-QString refusalText(Signatures::SignerMatch match, const QString &installed)
+QString refusalText(Signer::Match match, const QString &installed)
 {
-    return match == Signatures::SignerMatch::Unverified
+    return match == Signer::Match::Unverified
                ? QStringLiteral("no update of %1, because one of the two is not verified").arg(installed)
                : QStringLiteral("no update of %1, because the signers differ").arg(installed);
 }
@@ -129,7 +129,7 @@ void VerifyCommand::check(const Demands &demands, const Signatures &signatures, 
         report->refuse({QStringLiteral("v4-unverified"), QStringLiteral("the v4 signature was not verified")});
     if (!demands.isUpdate || Signatures::sameSigner(demands.installed, signatures))
         return;
-    const Signatures::SignerMatch match = Signatures::compareSigners(demands.installed, signatures);
+    const Signer::Match match = Signatures::compareSigners(demands.installed, signatures);
     report->refuse({QStringLiteral("update-refused"), refusalText(match, demands.installedFile)});
 }
 

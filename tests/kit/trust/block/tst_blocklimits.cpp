@@ -3,7 +3,7 @@
 #include "OpenedBlock.h"
 #include "RawZip.h"
 #include "SigningBlockBuilder.h"
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 
 #include <QtTest>
 
@@ -156,7 +156,7 @@ void TestBlockLimits::stopsAtTheFirstLevelTooMany()
 void TestBlockLimits::paysForLargeCertificates()
 {
     CertificateFields fields;
-    fields.extensionSize = int(CertificateAccess::MaxBytes) - 1000;
+    fields.extensionSize = int(CertificateData::MaxBytes) - 1000;
     BlockSigner signer(TestKey::ec(), {0x0201});
     signer.certificates = QVector<QByteArray>(7, signer.key.certificate(fields));
     const QByteArray package = SigningBlockBuilder(someZip()).v2({signer}).build();

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "TestKey.h"
 
-#include "trust/crypto/CertificateData.h"
+#include "trust/crypto/CertificateAccess.h"
 
 #include <QtTest>
 
@@ -86,9 +86,9 @@ void TestCertificate::refusesEveryPrefix()
 void TestCertificate::refusesMoreThanTheLimit()
 {
     fixture::CertificateFields fields;
-    fields.extensionSize = int(CertificateAccess::MaxBytes) - 1000;
+    fields.extensionSize = int(CertificateData::MaxBytes) - 1000;
     QVERIFY(!Certificate::fromDer(fixture::TestKey::ec().certificate(fields)).isNull());
-    fields.extensionSize = int(CertificateAccess::MaxBytes);
+    fields.extensionSize = int(CertificateData::MaxBytes);
     QVERIFY(Certificate::fromDer(fixture::TestKey::ec().certificate(fields)).isNull());
 }
 

@@ -3,8 +3,8 @@
 #define JARCHECK_H
 
 #include "JarSigner.h"
-#include "trust/SchemeResult.h"
-#include "trust/SdkRange.h"
+#include "trust/result/SchemeResult.h"
+#include "trust/result/SdkRange.h"
 
 #include <QString>
 #include <QStringList>

@@ -1,11 +1,35 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Signer.h>
 
-#include "trust/SignerData.h"
+#include <QSharedData>
+
+#include <limits>
 
 namespace SorrelKit {
 
+class SignerData : public QSharedData
+{
+public:
+    Certificate certificate;
+    Signer::Scheme scheme = Signer::Scheme::None;
+    int minSdkVersion = 0;
+    int maxSdkVersion = std::numeric_limits<int>::max();
+    QList<PastSigner> lineage;
+};
+
 Signer::Signer() : d(new SignerData) {}
+
+Signer::Signer(const Certificate &certificate, Scheme scheme, int minSdkVersion, int maxSdkVersion,
+               const QList<PastSigner> &lineage)
+    : Signer()
+{
+    d->certificate = certificate;
+    d->scheme = scheme;
+    d->minSdkVersion = minSdkVersion;
+    d->maxSdkVersion = maxSdkVersion;
+    d->lineage = lineage;
+}
+
 Signer::Signer(const Signer &other) = default;
 Signer::Signer(Signer &&other) noexcept = default;
 Signer &Signer::operator=(const Signer &other) = default;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "trust/IssueList.h"
+#include "trust/result/IssueList.h"
 
 namespace SorrelKit {
 

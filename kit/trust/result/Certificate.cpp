@@ -14,7 +14,9 @@ Certificate::~Certificate() = default;
 
 Certificate Certificate::fromDer(const QByteArray &der)
 {
-    return CertificateAccess::decode(ByteView(der));
+    Certificate certificate;
+    certificate.d = CertificateData::decode(ByteView(der)).data();
+    return certificate;
 }
 
 bool Certificate::isNull() const

@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_SCHEMERESULT_H
 #define SORRELKIT_SCHEMERESULT_H
 
-#include "trust/IssueList.h"
-#include "trust/SignerData.h"
+#include "trust/result/IssueList.h"
+#include "trust/result/SignerFields.h"
 
 #include <QByteArray>
 #include <QVector>
