@@ -61,6 +61,36 @@ private:
     qint64 m_left;
 };
 
+/// A file that is cut when a part of it was mapped, before anybody reads it.
+class CutFile : public ByteSource
+{
+public:
+    explicit CutFile(const QString &name) : ByteSource(0), m_name(name), m_bytes(BytesOfFile::open(name))
+    {
+        setSize(m_bytes->size());
+    }
+
+    SharedBytes view(qint64 at, qint64 count) override
+    {
+        SharedBytes result = m_bytes->view(at, count);
+        isCut = isCut || (count == ContentDigests::PieceSize && QFile::resize(m_name, 0));
+        return result;
+    }
+
+    bool isCut = false;
+
+private:
+    qint64 copy(qint64 at, qint64 count, char *data) override
+    {
+        const QByteArray bytes = m_bytes->read(at, count);
+        std::memcpy(data, bytes.constData(), size_t(bytes.size()));
+        return bytes.size();
+    }
+
+    QString m_name;
+    std::unique_ptr<ByteSource> m_bytes;
+};
+
 } // namespace
 
 /// ContentDigests and SignedContent.
@@ -75,6 +105,7 @@ private slots:
     void readsFilesAndDevices();
     void readsContentAsOnePiece();
     void refusesContentThatIsMissing();
+    void survivesAFileThatIsCut();
     void holdsPieces();
     void needsRoomForAPiece();
     void knowsSizes();
@@ -178,6 +209,25 @@ void TestContentDigests::refusesContentThatIsMissing()
             QVERIFY(digest.isEmpty() || (existing > 0 && digest != builder.contentDigest(algorithmOf(kind))));
         }
     }
+}
+
+void TestContentDigests::survivesAFileThatIsCut()
+{
+    // The members are one piece, which a thread reads after the cut.
+    const SigningBlockBuilder builder =
+        SigningBlockBuilder(zipOf(int(ContentDigests::PieceSize))).v2({BlockSigner(TestKey::rsa())});
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    QCOMPARE(file.write(builder.build()), qint64(builder.build().size()));
+    file.close();
+    auto cut = std::make_unique<CutFile>(file.fileName());
+    const CutFile &source = *cut;
+    OpenedBlock opened(std::move(cut));
+    QVERIFY(opened.verifier->hasBlock());
+    const SchemeResult result = opened.verifier->verifyV2({});
+    QVERIFY(source.isCut);
+    QVERIFY(!result.isVerified());
+    QCOMPARE(messageOf(result), QStringLiteral("signer 1: the content was changed: SHA-256"));
 }
 
 void TestContentDigests::holdsPieces()
