@@ -65,10 +65,10 @@ private slots:
     void findsSections_data();
     void findsSections();
     void foldsLines();
-    void keepsEmptyLinesOutOfSections();
+    void excludesEmptyLinesFromSections();
     void ignoresTheCaseOfNames();
     void takesTheFirstAttributeOfAName();
-    void keepsLinesWithoutAValue();
+    void acceptsLinesWithoutAValue();
     void findsEverySection();
     void refusesSectionsWithoutAName_data();
     void refusesSectionsWithoutAName();
@@ -122,7 +122,7 @@ void TestJarManifest::foldsLines()
     QCOMPARE(value("V: 1\n 2\n  3\n \n", "V"), QByteArray("12 3"));
 }
 
-void TestJarManifest::keepsEmptyLinesOutOfSections()
+void TestJarManifest::excludesEmptyLinesFromSections()
 {
     const JarManifest manifest = parsed("\n\r\nV: 1\n\n\n\nName: a\n\n\n");
     QCOMPARE(mainOf(manifest), QByteArray("V: 1\n\n"));
@@ -145,7 +145,7 @@ void TestJarManifest::takesTheFirstAttributeOfAName()
     QCOMPARE(parsed("V: 1\n\nName: a\nName: b\n").name(0), QByteArray("a"));
 }
 
-void TestJarManifest::keepsLinesWithoutAValue()
+void TestJarManifest::acceptsLinesWithoutAValue()
 {
     QCOMPARE(value("V\nW:1\nX: 2: 3\n", "X"), QByteArray("2: 3"));
     QCOMPARE(value("V\n", "V"), QByteArray(""));
