@@ -71,7 +71,7 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
         m_result.issues.addError(Code::NoJarManifest);
     else if (blocks.empty())
         m_result.issues.addError(Code::NoSigner);
-    else if (hasSoundNames() && readManifest(m_manifestMember)) {
+    else if (hasSoundEnds() && hasSoundNames() && readManifest(m_manifestMember)) {
         if (int(blocks.size()) > MaxSigners)
             m_result.issues.addError(Code::TooManySigners);
         for (size_t i = 0; i < blocks.size() && !m_result.issues.hasErrors(); ++i)
@@ -81,6 +81,24 @@ SchemeResult JarVerifier::verify(SdkRange sdk, const QVector<int> &foundSchemes)
     }
     m_budget->releaseBytes(m_manifest.heldBytes());
     return m_result;
+}
+
+bool JarVerifier::hasSoundEnds()
+{
+    constexpr quint32 FirstSignature = 0x04034b50;
+    constexpr qint64 EndRecordSize = 22;
+    constexpr qint64 CommentSizeAt = 20;
+    const ZipDirectory &directory = m_archive.directory();
+    ByteSource &source = m_archive.source();
+    const QByteArray first = source.read(0, sizeof FirstSignature);
+    const QByteArray end = source.read(directory.endAt(), EndRecordSize);
+    if (directory.leadingBytes() != 0 || ByteView(first).u32(0) != FirstSignature)
+        m_result.issues.addError(Code::UnreadableMember, QString(),
+                                 QStringLiteral("the archive does not begin with a member"));
+    if (source.size() - directory.endAt() - EndRecordSize != ByteView(end).u16(CommentSizeAt))
+        m_result.issues.addError(Code::UnreadableMember, QString(),
+                                 QStringLiteral("the archive does not end with its comment"));
+    return !m_result.issues.hasErrors();
 }
 
 bool JarVerifier::hasSoundNames()

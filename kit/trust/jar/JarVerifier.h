@@ -25,7 +25,9 @@ namespace SorrelKit {
  * META-INF/MANIFEST.MF has a digest of each member. A signer has two files, META-INF/NAME.SF with digests of the
  * manifest, and META-INF/NAME.RSA, .DSA or .EC with the signature of the former. Every member has to be in the
  * manifest, and all members have to have the same signers. Directories, and members below META-INF, need no digest;
- * the latter are reported as unprotected, except the manifest and the files of signers. Names have case.
+ * the latter are reported as unprotected, except the manifest and the files of signers. Names have case. Bytes before
+ * the first member, which could be a program of another format, and bytes behind the archive's comment are refused.
+ * Android refuses them, too.
  *
  * The manifest and signature files are parsed by JarManifest and SignatureFile, blocks are verified by
  * SignatureBlockFile, and members are compared by MemberDigests, which starts threads. Everything else happens in the
@@ -60,6 +62,7 @@ private:
     /// The signers of a member, one bit each.
     using SignerSet = quint16;
 
+    bool hasSoundEnds();
     bool hasSoundNames();
     std::vector<int> blockFiles();
     bool readManifest(int number);

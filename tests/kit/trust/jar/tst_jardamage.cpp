@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "Bytes.h"
 #include "JarCheck.h"
 #include "RawZip.h"
 
@@ -30,6 +31,7 @@ private slots:
     void refusesEveryChangedByte();
     void refusesEveryPrefix_data();
     void refusesEveryPrefix();
+    void refusesBytesAroundTheArchive();
     void refusesTwoMembersOfOneName();
     void refusesNamesThatAreNoText();
     void takesAsManySectionsAsMembers();
@@ -109,6 +111,49 @@ void TestJarDamage::refusesEveryPrefix()
             QVERIFY(!verifyJar(others).isVerified());
         }
     }
+}
+
+void TestJarDamage::refusesBytesAroundTheArchive()
+{
+    const auto errorsOf = [](const QByteArray &package) {
+        ZipArchive archive(package);
+        Budget budget(JarWork, JarBytes);
+        QStringList messages;
+        if (!archive.open())
+            return QStringList{"no archive"};
+        const SchemeResult result = JarVerifier(archive, &budget).verify({24, NewestSdk}, {});
+        for (const SignatureIssue &issue : result.issues.errors())
+            messages.append(issue.message());
+        return messages;
+    };
+    const QStringList begin{"a member cannot be read: the archive does not begin with a member"};
+    const QStringList end{"a member cannot be read: the archive does not end with its comment"};
+    const QByteArray good = zip(signedMembers(), Compression::Stored);
+    QCOMPARE(errorsOf(good), QStringList());
+    QCOMPARE(errorsOf("dex\n" + good), begin);
+    QCOMPARE(errorsOf(good + 'x'), end);
+
+    constexpr int EndSize = 22;
+    QByteArray withComment = good + "comment";
+    withComment[good.size() - 2] = 7;
+    QCOMPARE(errorsOf(withComment), QStringList());
+    withComment[good.size() - 2] = 6;
+    QCOMPARE(errorsOf(withComment), end);
+    withComment[good.size() - 2] = 8;
+    QCOMPARE(errorsOf(withComment), end);
+
+    // The offsets count from the first byte of the file, so only the signature of the first member is missing.
+    QByteArray moved = "dex\n" + good;
+    const int endAt = int(moved.size()) - EndSize;
+    const auto add = [&moved](int at) { poke32(moved, at, peek32(moved, at) + 4); };
+    add(endAt + 16);
+    int at = int(peek32(moved, endAt + 16));
+    while (peek32(moved, at) == 0x02014b50) {
+        add(at + 42);
+        at += 46 + peek16(moved, at + 28) + peek16(moved, at + 30) + peek16(moved, at + 32);
+    }
+    QCOMPARE(at, endAt);
+    QCOMPARE(errorsOf(moved), begin);
 }
 
 void TestJarDamage::refusesTwoMembersOfOneName()
