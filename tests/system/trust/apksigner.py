@@ -99,6 +99,7 @@ class Verdict:
         self.text = result.stdout
         # The status is no measure: apksigner fails when it prints the certificate of a damaged stamp.
         self.verified = "Verifies\n" in self.text
+        self.has_failed = "Exception in thread" in self.text
         self.schemes = re.findall(r"^Verified using (v[\d.]+) scheme .*: true$", self.text, re.M)
         self.signers = [certificate_in(self.text, f"Signer #{number}")
                         for number in re.findall(r"^Signer #(\d+) certificate DN: ", self.text, re.M)]

@@ -84,6 +84,20 @@ def without_pair(data, number):
     return with_pairs(data, pairs)
 
 
+def behind(data, prefix):
+    """The archive behind other bytes, which all its offsets count. It has no signing block and no comment."""
+    moved = bytearray(prefix + data)
+    end = len(moved) - 22
+    (at,) = struct.unpack_from("<I", data, len(data) - 6)
+    struct.pack_into("<I", moved, end + 16, at + len(prefix))
+    at += len(prefix)
+    while at < end:
+        (header,) = struct.unpack_from("<I", moved, at + 42)
+        struct.pack_into("<I", moved, at + 42, header + len(prefix))
+        at += 46 + sum(struct.unpack_from("<HHH", moved, at + 28))
+    return bytes(moved)
+
+
 def flipped(data, at, bit=0):
     return data[:at] + bytes([data[at] ^ 1 << bit]) + data[at + 1:]
 
