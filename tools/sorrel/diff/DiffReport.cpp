@@ -54,7 +54,8 @@ DiffLine factLine(const QString &name, const QString &before, const QString &aft
 
 QString versionText(const Package &package)
 {
-    return QStringLiteral("%1 (%2)").arg(package.versionName()).arg(package.versionCode());
+    const QString code = QString::number(package.versionCode());
+    return package.versionName().isEmpty() ? code : package.versionName() + QStringLiteral(" (%1)").arg(code);
 }
 
 QString unverifiedText(const DiffSide &side)
@@ -145,6 +146,7 @@ void DiffReport::addApplication()
 {
     const Package &before = m_before.package;
     const Package &after = m_after.package;
+    const auto orNone = [](const QString &text) { return text.isEmpty() ? QStringLiteral("none") : text; };
     const auto number = [](int level) { return QString::number(level); };
     const Signer::Match match = m_diff.signerMatch();
     const bool isEqual = match == Signer::Match::Same || match == Signer::Match::Unverified;
@@ -161,7 +163,7 @@ void DiffReport::addApplication()
         factLine(QStringLiteral("target SDK"), number(before.targetSdkVersion()), number(after.targetSdkVersion())));
     for (const TextChange &fact : m_diff.facts()) {
         if (fact.name() == QLatin1String("openGlEsVersion"))
-            section.lines.append(factLine(QStringLiteral("OpenGL ES"), fact.before(), fact.after()));
+            section.lines.append(factLine(QStringLiteral("OpenGL ES"), orNone(fact.before()), orNone(fact.after())));
     }
     m_sections.append(section);
 }
