@@ -84,6 +84,7 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
         return entries;
     std::optional<QHash<QString, const XmlElement *>> activities;
     QSet<QString> known;
+    int charactersLeft = MaxNameCharacters;
     for (const XmlElement &child : parent->children) {
         LauncherEntry entry;
         entry.isAlias = child.name == QLatin1String("activity-alias");
@@ -92,7 +93,11 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
         const auto filter = std::find_if(child.children.cbegin(), child.children.cend(), isLauncherFilter);
         if (filter == child.children.cend())
             continue;
-        entry.name = completed(text(child, Attr::Name));
+        const QString name = text(child, Attr::Name);
+        const QString target = entry.isAlias ? text(child, Attr::TargetActivity) : QString();
+        if (completedSize(name) > charactersLeft || completedSize(target) > charactersLeft - completedSize(name))
+            continue;
+        entry.name = completed(name);
         if (known.contains(entry.name))
             continue;
         known.insert(entry.name);
@@ -103,9 +108,10 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
             // Most manifests have no such alias.
             if (!activities)
                 activities = activitiesByName(*parent);
-            entry.className = completed(text(child, Attr::TargetActivity));
+            entry.className = completed(target);
             entry.target = activities->value(entry.className);
         }
+        charactersLeft -= completedSize(name) + completedSize(target);
         entries.append(entry);
         if (entries.size() == MaxLaunchers)
             break;
@@ -123,14 +129,13 @@ QVector<Manifest::ComponentEntry> Manifest::components() const
         {QStringLiteral("activity"), {}}, {QStringLiteral("activity-alias"), {}}, {QStringLiteral("service"), {}},
         {QStringLiteral("receiver"), {}}, {QStringLiteral("provider"), {}},
     };
-    int charactersLeft = MaxComponentCharacters;
+    int charactersLeft = MaxNameCharacters;
     for (const XmlElement &child : parent->children) {
         const auto names = known.find(child.name);
         if (names == known.end())
             continue;
         const QString name = text(child, Attr::Name);
-        const int most = int(name.size()) + int(m_packageName.size()) + 1;
-        if (name.isEmpty() || most > charactersLeft)
+        if (name.isEmpty() || completedSize(name) > charactersLeft)
             continue;
         const ComponentEntry entry{&child, completed(name)};
         if (names->contains(entry.name))
@@ -147,11 +152,20 @@ QVector<Manifest::ComponentEntry> Manifest::components() const
 QHash<QString, const XmlElement *> Manifest::activitiesByName(const XmlElement &application) const
 {
     QHash<QString, const XmlElement *> activities;
+    int charactersLeft = MaxNameCharacters;
     for (const XmlElement &child : application.children) {
-        if (child.name == QLatin1String("activity"))
-            activities.insert(completed(text(child, Attr::Name)), &child);
+        const QString name = text(child, Attr::Name);
+        if (child.name != QLatin1String("activity") || completedSize(name) > charactersLeft)
+            continue;
+        charactersLeft -= completedSize(name);
+        activities.insert(completed(name), &child);
     }
     return activities;
+}
+
+int Manifest::completedSize(const QString &name) const
+{
+    return name.isEmpty() ? 0 : int(name.size()) + int(m_packageName.size()) + 1;
 }
 
 QString Manifest::completed(const QString &name) const

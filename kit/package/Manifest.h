@@ -28,6 +28,9 @@ public:
     /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users
     /// choose among icons have some dozens.
     static constexpr int MaxLaunchers = 1024;
+    /// Characters of the names of all launchers, and of all components. Completed names repeat the name of the package,
+    /// which may be long.
+    static constexpr int MaxNameCharacters = 4 << 20;
 
     /// A component of the application: the element of an activity, alias, service, receiver or provider.
     struct ComponentEntry {
@@ -37,8 +40,6 @@ public:
     /// Components at most; those that follow are left out. Each takes lookups of its own. The largest applications have
     /// some thousands.
     static constexpr int MaxComponents = 8192;
-    /// Characters of the names of all components. Completed names repeat the name of the package, which may be long.
-    static constexpr int MaxComponentCharacters = 4 << 20;
 
     Manifest() = default;
     explicit Manifest(const XmlElement &root);
@@ -57,10 +58,10 @@ public:
     /// The attribute @p id of the first of the root's children of the name @p element that has it.
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
     /// One entry for each activity and alias, with its first launcher filter, in the order of the manifest; up to
-    /// MaxLaunchers.
+    /// MaxLaunchers and MaxNameCharacters.
     QVector<LauncherEntry> launchers() const;
     /// The components that have a name, each once, in the order of the manifest; up to MaxComponents and
-    /// MaxComponentCharacters. Of several elements with one tag and one name, the first counts.
+    /// MaxNameCharacters. Of several elements with one tag and one name, the first counts.
     QVector<ComponentEntry> components() const;
     /// @p name as the full name of a class: with the package in front when it begins with a dot or has no dot. An empty name
     /// stays empty.
@@ -70,6 +71,8 @@ public:
     static QString text(const XmlElement &element, quint32 id);
 
 private:
+    /// The most characters that completed() makes of @p name.
+    int completedSize(const QString &name) const;
     /// The last activity of each name, which is completed.
     QHash<QString, const XmlElement *> activitiesByName(const XmlElement &application) const;
 

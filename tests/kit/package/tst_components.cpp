@@ -241,8 +241,8 @@ void TestComponents::charactersUpToTheCeiling()
         return application.components().size();
     };
     // A name counts with one more character before it is completed.
-    QCOMPARE(count(Manifest::MaxComponentCharacters / Components - 1), Components);
-    QCOMPARE(count(Manifest::MaxComponentCharacters / Components + 1), Components - 1);
+    QCOMPARE(count(Manifest::MaxNameCharacters / Components - 1), Components);
+    QCOMPARE(count(Manifest::MaxNameCharacters / Components + 1), Components - 1);
 }
 
 QTEST_GUILESS_MAIN(TestComponents)

@@ -159,6 +159,7 @@ private slots:
     void languages();
     void budgetOfLabels();
     void launchers();
+    void charactersOfLaunchers();
     void packagesOfASet();
     void membersOfASet();
     void typeChunksOfASet();
@@ -323,6 +324,34 @@ void TestKitCeilings::launchers()
     };
     QCOMPARE(count(Manifest::MaxLaunchers), Manifest::MaxLaunchers);
     QCOMPARE(count(Manifest::MaxLaunchers + 1), Manifest::MaxLaunchers);
+}
+
+void TestKitCeilings::charactersOfLaunchers()
+{
+    // Each launcher's name has the package, a dot and a digit; one character more is counted. An alias has two names.
+    constexpr int Launchers = 8;
+    const auto count = [](int length, bool areAliases) {
+        const QString element = areAliases ? QStringLiteral("activity-alias") : QStringLiteral("activity");
+        XmlBuilder builder = XmlBuilder::manifest();
+        builder
+            .start(QStringLiteral("manifest"),
+                   {plainText(QStringLiteral("package"), QString(length - 3, QLatin1Char('p')))})
+            .start(QStringLiteral("application"));
+        for (int i = 0; i < Launchers; ++i) {
+            QVector<fixture::Attribute> attributes{androidText(QStringLiteral("name"), QStringLiteral(".%1").arg(i))};
+            if (areAliases)
+                attributes.append(androidText(QStringLiteral("targetActivity"), QStringLiteral(".T")));
+            builder.start(element, attributes).launcherFilter().end(element);
+        }
+        builder.end(QStringLiteral("application")).end(QStringLiteral("manifest"));
+        PackageDevice device(emptyTable(), builder.build());
+        return Package(&device).launchers().size();
+    };
+    constexpr int Most = Manifest::MaxNameCharacters / Launchers;
+    QCOMPARE(count(Most, false), Launchers);
+    QCOMPARE(count(Most + 1, false), Launchers - 1);
+    QCOMPARE(count(Most / 2, true), Launchers);
+    QCOMPARE(count(Most / 2 + 1, true), Launchers - 1);
 }
 
 void TestKitCeilings::packagesOfASet()
