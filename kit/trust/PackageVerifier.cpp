@@ -172,11 +172,17 @@ void PackageVerifier::findWeaknesses()
     }
 }
 
+// Android ignores a v4 signature that it does not need, so one that nobody named may be stale.
+bool PackageVerifier::isDemanded(const SchemeResult &result) const
+{
+    return result.scheme != Signer::Scheme::V4 || m_task.needsV4;
+}
+
 bool PackageVerifier::hasErrors() const
 {
     const std::array<const SchemeResult *, 5> schemes{&m_v1, &m_v2, &m_v3, &m_v31, &m_v4};
-    return m_issues.hasErrors() || std::any_of(schemes.cbegin(), schemes.cend(), [](const SchemeResult *each) {
-               return each->isFound && each->issues.hasErrors();
+    return m_issues.hasErrors() || std::any_of(schemes.cbegin(), schemes.cend(), [this](const SchemeResult *each) {
+               return each->isFound && each->issues.hasErrors() && isDemanded(*each);
            });
 }
 
@@ -187,7 +193,8 @@ void PackageVerifier::moveTo(SignaturesData *data)
     data->warnings += m_issues.warnings();
     for (const SchemeResult *const each : {&m_v1, &m_v2, &m_v3, &m_v31, &m_v4}) {
         if (each->isFound) {
-            data->errors += each->issues.errors();
+            QList<SignatureIssue> &severe = isDemanded(*each) ? data->errors : data->warnings;
+            severe += each->issues.errors();
             data->warnings += each->issues.warnings();
         }
         if (!each->isVerified())

@@ -39,6 +39,7 @@ public:
         SdkRange sdk;
         int targetSdkVersion = 0;
         int targetSandboxVersion = 0;
+        bool needsV4 = false; ///< a wrong v4 signature is an error, not a warning
     };
 
     /// Verifies @p package, which is open. @p v4Signature is the file with the v4 signature; null when there is none.
@@ -57,6 +58,7 @@ private:
     void checkPast(const SchemeResult &newer, const SchemeResult &older);
     void findUncoveredLevels();
     void findWeaknesses();
+    bool isDemanded(const SchemeResult &result) const;
     bool hasErrors() const;
     bool hasBlockScheme() const { return m_v2.isFound || m_v3.isFound || m_v31.isFound; }
 

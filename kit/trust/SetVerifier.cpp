@@ -58,6 +58,7 @@ SetVerifier::SetVerifier(const Package &package, const SignatureRequest &request
     m_task.sdk.max = orDefault(request.maxSdkVersion(), std::numeric_limits<int>::max());
     m_task.targetSdkVersion = package.targetSdkVersion();
     m_task.targetSandboxVersion = m_bytes.targetSandboxVersion;
+    m_task.needsV4 = !m_v4SignatureFile.isEmpty();
     auto archive = std::make_unique<ZipArchive>(m_bytes.source);
     if (archive->open())
         m_archive = std::move(archive);

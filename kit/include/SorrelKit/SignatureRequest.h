@@ -54,8 +54,8 @@ public:
     /// Sets maxSdkVersion(). @since 0.5.1
     void setMaxSdkVersion(int version);
     /// The file with the v4 signature. By default empty: the file beside that of the package, with its name and
-    /// ".idsig" behind it, when it exists; a package on a device has none. A file that is named here must exist.
-    /// @since 0.5.1
+    /// ".idsig" behind it, when it exists; a package on a device has none. Faults of that file are warnings. A file that is
+    /// named here must exist, and its faults are errors. @since 0.5.1
     QString v4SignatureFile() const;
     /// Sets v4SignatureFile(). @since 0.5.1
     void setV4SignatureFile(const QString &fileName);

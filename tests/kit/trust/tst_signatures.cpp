@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Files.h"
+#include "IdSigBuilder.h"
 #include "JarSigner.h"
 #include "SigningBlockBuilder.h"
 
@@ -131,6 +132,7 @@ private slots:
     void sets();
     void setsOfSeveralSigners();
     void setsWithADamagedSplit();
+    void v4SignaturesBesideThePackage();
     void filesAreMapped();
     void valuesOutliveThePackage();
 };
@@ -361,6 +363,36 @@ void TestSignatures::setsWithADamagedSplit()
     QVERIFY(signatures.errors().first().subject().startsWith(QLatin1String("config.de")));
     QVERIFY(signatures.packages().at(0).isVerified());
     QVERIFY(!signatures.packages().at(1).isVerified());
+}
+
+void TestSignatures::v4SignaturesBesideThePackage()
+{
+    QTemporaryDir directory;
+    const Builder builder = Builder(unsignedPackage()).v2({BlockSigner(TestKey::rsa())});
+    const QByteArray package = builder.build();
+    IdSigBuilder signature(package);
+    signature.infos[0].apkDigest = builder.contentDigest(0x0103);
+    const QString fileName = directory.filePath(QStringLiteral("app.apk"));
+    writeFile(fileName, package);
+    writeFile(fileName + QLatin1String(".idsig"), signature.build());
+    QCOMPARE(schemesOf(Signatures{Package(fileName)}), QStringLiteral("v2 v4"));
+    SignatureRequest old;
+    old.setMaxSdkVersion(29);
+    QCOMPARE(schemesOf(Signatures(Package(fileName), old)), QStringLiteral("v2"));
+
+    signature.rootHash[0] = char(signature.rootHash.at(0) ^ 1);
+    writeFile(fileName + QLatin1String(".idsig"), signature.build());
+    const Signatures beside{Package(fileName)};
+    QVERIFY(beside.isVerified());
+    QCOMPARE(schemesOf(beside), QStringLiteral("v2"));
+    QCOMPARE(textOf(beside.warnings()), QStringLiteral("v4 the root hash is wrong"));
+    SignatureRequest request;
+    request.setV4SignatureFile(fileName + QLatin1String(".idsig"));
+    const Signatures named(Package(fileName), request);
+    QVERIFY(!named.isVerified());
+    QCOMPARE(textOf(named.errors()), QStringLiteral("v4 the root hash is wrong"));
+    request.setV4SignatureFile(directory.filePath(QStringLiteral("missing")));
+    QVERIFY(!Signatures(Package(fileName), request).isVerified());
 }
 
 void TestSignatures::filesAreMapped()
