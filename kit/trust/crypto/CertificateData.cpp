@@ -94,7 +94,7 @@ QExplicitlySharedDataPointer<CertificateData> CertificateData::decode(const Byte
         data->notAfter = timeOf(X509_get0_notAfter(x509.get()));
         data->signatureAlgorithm = algorithmOf(X509_get0_tbs_sigalg(x509.get()));
         data->publicKeyDer = derOf([&](uchar **out) { return i2d_X509_PUBKEY(X509_get_X509_PUBKEY(x509.get()), out); });
-        data->publicKey = PublicKey::fromDer(ByteView(data->publicKeyDer));
+        data->publicKey = PublicKey::fromOpenSsl(X509_get_pubkey(x509.get()));
     }
     ERR_clear_error();
     return data;

@@ -91,15 +91,20 @@ bool fits(PublicKey::Algorithm algorithm, SignatureMethod::Key wanted)
 PublicKey PublicKey::fromDer(const ByteView &spki)
 {
     const uchar *at = spki.data();
-    const std::shared_ptr<EVP_PKEY> key(d2i_PUBKEY(nullptr, &at, long(spki.size())), EVP_PKEY_free);
+    PublicKey key = fromOpenSsl(d2i_PUBKEY(nullptr, &at, long(spki.size())));
     ERR_clear_error(); // a host may look at the errors of its own calls
+    return at == spki.data() + spki.size() ? key : PublicKey();
+}
+
+PublicKey PublicKey::fromOpenSsl(EVP_PKEY *key)
+{
     PublicKey result;
-    if (key == nullptr || at != spki.data() + spki.size())
+    if (key == nullptr)
         return result;
-    result.m_key = key;
-    result.m_algorithm = algorithmOf(key.get());
-    result.m_bits = EVP_PKEY_get_bits(key.get());
-    result.m_work = workOf(key.get(), result.m_algorithm, result.m_bits);
+    result.m_key = {key, EVP_PKEY_free};
+    result.m_algorithm = algorithmOf(key);
+    result.m_bits = EVP_PKEY_get_bits(key);
+    result.m_work = workOf(key, result.m_algorithm, result.m_bits);
     return result;
 }
 

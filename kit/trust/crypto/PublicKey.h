@@ -53,6 +53,8 @@ public:
     PublicKey() = default;
     /// The key in @p spki, an X.509 SubjectPublicKeyInfo in DER; no key when it is damaged or has bytes behind it.
     static PublicKey fromDer(const ByteView &spki);
+    /// The key @p key of OpenSSL, which the result owns; no key when it is null.
+    static PublicKey fromOpenSsl(EVP_PKEY *key);
 
     bool isNull() const { return m_key == nullptr; }
     Algorithm algorithm() const { return m_algorithm; }
