@@ -252,22 +252,23 @@ def sorrel_reports(sorrel, files, range_, idsig=None):
     return reports
 
 
-def certificate_of(report):
+def certificate_of(owner):
+    report = owner["certificate"]
     return {
         "subject": apksigner.name_parts(report["subject"]),
         "sha256": report["sha256"],
         "sha1": report["sha1"],
         "md5": report["md5"],
-        "algorithm": report["publicKey"]["algorithm"],
-        "bits": report["publicKey"]["bits"],
-        "key": report["publicKey"]["sha256"],
+        "algorithm": owner["publicKey"]["algorithm"],
+        "bits": owner["publicKey"]["bits"],
+        "key": owner["publicKey"]["sha256"],
     }
 
 
 def current_signers(report):
     """The certificates of the signers by the newest scheme, which come first."""
     signers = [each for each in report["signers"] if each["scheme"] == report["signers"][0]["scheme"]]
-    return [certificate_of(each["certificate"]) for each in signers]
+    return [certificate_of(each) for each in signers]
 
 
 def differences(package, theirs, ours):
@@ -298,7 +299,7 @@ def compare_lineages(sorrel, paths, pool):
     nobody replaced it."""
     faults = []
     for path, theirs, report in zip(paths, pool.map(apksigner.lineage, paths), sorrel_reports(sorrel, paths, FROM_PIE)):
-        ours = [(certificate_of(level["certificate"]), level["capabilities"])
+        ours = [(certificate_of(level), level["capabilities"])
                 for level in report["signers"][0]["lineage"]]
         same = [a == b for a, b in zip(theirs[:-1], ours[:-1])] + [theirs[-1][0] == ours[-1][0]] if ours else [False]
         if len(theirs) != len(ours) or not all(same):

@@ -230,15 +230,12 @@ void TestVerifyCommand::json()
         {latin("sha1"), hash(QCryptographicHash::Sha1)},
         {latin("md5"), hash(QCryptographicHash::Md5)},
         {latin("signatureAlgorithm"), latin("ecdsa-with-SHA256")},
-        {latin("publicKey"), QJsonObject{{latin("algorithm"), latin("EC")},
-                                         {latin("bits"), 256},
-                                         {latin("sha256"), QString::fromLatin1(key)}}},
     };
-    const QJsonObject signer{{latin("scheme"), latin("v2")},
-                             {latin("minSdkVersion"), 0},
-                             {latin("maxSdkVersion"), 2147483647},
-                             {latin("certificate"), certificate},
-                             {latin("lineage"), QJsonArray()}};
+    const QJsonObject publicKey{
+        {latin("algorithm"), latin("EC")}, {latin("bits"), 256}, {latin("sha256"), QString::fromLatin1(key)}};
+    const QJsonObject signer{{latin("scheme"), latin("v2")},       {latin("minSdkVersion"), 0},
+                             {latin("maxSdkVersion"), 2147483647}, {latin("certificate"), certificate},
+                             {latin("publicKey"), publicKey},      {latin("lineage"), QJsonArray()}};
     const QJsonObject expected{{latin("file"), file},
                                {latin("verified"), true},
                                {latin("schemes"), QJsonArray{latin("v2")}},
@@ -449,9 +446,9 @@ void TestVerifyCommand::otherReportsHaveTheSigner()
             .toObject();
     };
     QCOMPARE(signer(good).value(latin("verified")), QJsonValue(true));
-    QCOMPARE(signer(good).value(latin("certificates")).toArray().size(), 1);
+    QCOMPARE(signer(good).value(latin("signers")).toArray().size(), 1);
     QCOMPARE(signer(damaged).value(latin("verified")), QJsonValue(false));
-    QCOMPARE(signer(damaged).value(latin("certificates")).toArray().size(), 0);
+    QCOMPARE(signer(damaged).value(latin("signers")).toArray().size(), 0);
 
     QJsonObject expected = jsonOf(verify({latin("--json"), good}));
     expected.remove(latin("file"));

@@ -51,7 +51,9 @@ QString CertificateReport::sha256(const Certificate &certificate)
     return hexOf(certificate.fingerprint());
 }
 
-QJsonObject CertificateReport::toJson(const Certificate &certificate)
+namespace {
+
+QJsonObject fieldsOf(const Certificate &certificate)
 {
     return {
         {QStringLiteral("subject"), certificate.subject()},
@@ -59,10 +61,19 @@ QJsonObject CertificateReport::toJson(const Certificate &certificate)
         {QStringLiteral("serial"), certificate.serialNumber()},
         {QStringLiteral("notBefore"), dateText(certificate.notBefore())},
         {QStringLiteral("notAfter"), dateText(certificate.notAfter())},
-        {QStringLiteral("sha256"), sha256(certificate)},
+        {QStringLiteral("sha256"), CertificateReport::sha256(certificate)},
         {QStringLiteral("sha1"), hexOf(certificate.fingerprint(QCryptographicHash::Sha1))},
         {QStringLiteral("md5"), hexOf(certificate.fingerprint(QCryptographicHash::Md5))},
         {QStringLiteral("signatureAlgorithm"), certificate.signatureAlgorithm()},
+    };
+}
+
+} // namespace
+
+QJsonObject CertificateReport::toJson(const Certificate &certificate)
+{
+    return {
+        {QStringLiteral("certificate"), fieldsOf(certificate)},
         {QStringLiteral("publicKey"),
          QJsonObject{{QStringLiteral("algorithm"), certificate.keyAlgorithm()},
                      {QStringLiteral("bits"), certificate.keyBits()},
@@ -73,19 +84,18 @@ QJsonObject CertificateReport::toJson(const Certificate &certificate)
 QJsonObject CertificateReport::toJson(const Signer &signer)
 {
     QJsonArray lineage;
-    for (const PastSigner &past : signer.lineage())
-        lineage.append(QJsonObject{
-            {QStringLiteral("certificate"), toJson(past.certificate())},
-            {QStringLiteral("capabilities"),
-             QJsonArray::fromStringList(SignatureNames::capabilities(past.capabilities()))},
-        });
-    return {
-        {QStringLiteral("scheme"), Signer::schemeName(signer.scheme())},
-        {QStringLiteral("minSdkVersion"), signer.minSdkVersion()},
-        {QStringLiteral("maxSdkVersion"), signer.maxSdkVersion()},
-        {QStringLiteral("certificate"), toJson(signer.certificate())},
-        {QStringLiteral("lineage"), lineage},
-    };
+    for (const PastSigner &past : signer.lineage()) {
+        QJsonObject json = toJson(past.certificate());
+        json.insert(QStringLiteral("capabilities"),
+                    QJsonArray::fromStringList(SignatureNames::capabilities(past.capabilities())));
+        lineage.append(json);
+    }
+    QJsonObject json = toJson(signer.certificate());
+    json.insert(QStringLiteral("scheme"), Signer::schemeName(signer.scheme()));
+    json.insert(QStringLiteral("minSdkVersion"), signer.minSdkVersion());
+    json.insert(QStringLiteral("maxSdkVersion"), signer.maxSdkVersion());
+    json.insert(QStringLiteral("lineage"), lineage);
+    return json;
 }
 
 void CertificateReport::addRows(const Certificate &certificate, int indent, ReportRows *rows)

@@ -18,7 +18,9 @@ QString name(const SorrelKit::Certificate &certificate);
 /// The SHA-256 fingerprint in lower-case hexadecimal digits.
 QString sha256(const SorrelKit::Certificate &certificate);
 
+/// An object of "certificate" and "publicKey".
 QJsonObject toJson(const SorrelKit::Certificate &certificate);
+/// The same with the scheme, the versions and the lineage.
 QJsonObject toJson(const SorrelKit::Signer &signer);
 
 /// Everything about @p certificate, with @p indent spaces before the keys.

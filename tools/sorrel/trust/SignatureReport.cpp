@@ -228,15 +228,15 @@ QJsonObject SignatureReport::toJson(const Signatures &signatures)
 
 QJsonObject SignatureReport::signerJson(const Signatures &signatures)
 {
-    QJsonArray certificates;
+    QJsonArray signers;
     if (signatures.isVerified()) {
         for (const Signer &signer : signatures.signers())
-            certificates.append(CertificateReport::toJson(signer.certificate()));
+            signers.append(CertificateReport::toJson(signer.certificate()));
     }
     return {
         {QStringLiteral("verified"), signatures.isVerified()},
         {QStringLiteral("schemes"), QJsonArray::fromStringList(SignatureNames::schemes(signatures.schemes()))},
-        {QStringLiteral("certificates"), certificates},
+        {QStringLiteral("signers"), signers},
         {QStringLiteral("errors"), issuesJson(signatures.errors())},
     };
 }
