@@ -122,7 +122,7 @@ QByteArray TestKey::certificate(const CertificateFields &fields, const TestKey &
     const std::unique_ptr<X509, decltype(&X509_free)> x509(X509_new(), X509_free);
     X509_set_version(x509.get(), X509_VERSION_3);
     BIGNUM *serial =
-        BN_bin2bn(reinterpret_cast<const uchar *>(fields.serial.constData()), fields.serial.size(), nullptr);
+        BN_bin2bn(reinterpret_cast<const uchar *>(fields.serial.constData()), int(fields.serial.size()), nullptr);
     BN_to_ASN1_INTEGER(serial, X509_get_serialNumber(x509.get()));
     BN_free(serial);
     setName(X509_get_subject_name(x509.get()), fields.commonName);
