@@ -60,7 +60,7 @@ Key makeDsa(int bits)
 void setName(X509_NAME *name, const QByteArray &text)
 {
     X509_NAME_add_entry_by_txt(name, "CN", MBSTRING_UTF8, reinterpret_cast<const uchar *>(text.constData()),
-                               text.size(), -1, 0);
+                               int(text.size()), -1, 0);
 }
 
 void setTime(ASN1_TIME *time, const QDateTime &value)
