@@ -353,7 +353,7 @@ void TestSignatures::setsWithADamagedSplit()
 {
     const Facts facts{24, 0, 0, QStringLiteral("config.de")};
     QByteArray split = signedByV2(facts);
-    const int at = split.indexOf(QByteArray(100, 'c'));
+    const auto at = int(split.indexOf(QByteArray(100, 'c')));
     split[at] = 'C';
     const Signatures signatures =
         verified(fixture::zip({{QStringLiteral("base.apk"), signedByV2()}, {QStringLiteral("de.apk"), split}}));

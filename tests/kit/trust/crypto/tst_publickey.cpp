@@ -137,7 +137,7 @@ void TestPublicKey::refusesKeysThatAreTooLong()
 {
     // A modulus of MaxBits + 8 bits, which needs no prime factors: (SEQUENCE (INTEGER modulus) (INTEGER 65537)).
     const auto der = [](char tag, const QByteArray &content) {
-        const int size = content.size();
+        const auto size = int(content.size());
         QByteArray head(1, tag);
         head += char(0x83);
         head += char(size >> 16);

@@ -333,7 +333,7 @@ void TestV4Verifier::refusesEveryPrefix()
     fixture::IdSigBuilder builder(testPackage);
     const QByteArray good = builder.build();
     builder.hasTree = false;
-    const int sizeWithoutTree = builder.build().size();
+    const auto sizeWithoutTree = int(builder.build().size());
     for (int size = 0; size < good.size(); ++size)
         QCOMPARE(verify(good.left(size)).isVerified(), size == sizeWithoutTree);
     QCOMPARE(messagesOf(verify(good + 'x')), QStringList{"the v4 signature is damaged: hash tree"});
@@ -370,7 +370,7 @@ void TestV4Verifier::boundsItsInfos()
     builder.hasTree = false;
     additional.clear();
     constexpr int BeforeInfos = 4 + 4 + 4 + 1 + 4 + 4 + 32 + 4;
-    const int others = builder.build().size() - BeforeInfos;
+    const auto others = int(builder.build().size()) - BeforeInfos;
     additional = QByteArray(int(IdSigFile::MaxInfoBytes) - others, 'x');
     QVERIFY(verify(builder.build()).isVerified());
     additional += 'x';
