@@ -6,9 +6,9 @@
 
 /// A command in the help.
 struct ListedCommand {
-    const char *name;
-    const char *summary;                   ///< a sentence
-    Program program;                       ///< the program that has the command
+    const char *name = nullptr;
+    const char *summary = nullptr;         ///< a sentence
+    Program program = Program::Core;       ///< the program that has the command
     const char *option = nullptr;          ///< an option that needs another program
     Program optionProgram = Program::Core; ///< the program that has the command with this option
 };
