@@ -7,7 +7,7 @@
 #include <QByteArray>
 #include <QVector>
 
-/// What an input of the harness of signing blocks is, by its first byte. Any other input is a package.
+/// The kinds of inputs of the harness of signing blocks, by their first byte. Any other input is a package.
 enum class BlockInput : char {
     ValueV2 = 'a',  ///< the value of v2
     ValueV3 = 'b',  ///< the value of v3

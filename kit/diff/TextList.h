@@ -33,7 +33,7 @@ public:
     QList<TextChange> changesSince(const TextList &before) const;
 
 private:
-    /// Adds a text. Of several with one name, the first counts.
+    /// Adds a text. The first of several with one name counts.
     void add(const QString &name, const QString &value);
 
     QStringList m_names;

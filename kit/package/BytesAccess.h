@@ -20,7 +20,7 @@ namespace SORRELKIT_PRIVATE_NAMESPACE {
 
 /// The bytes that a package is read from.
 struct PackageBytes {
-    /// Of the package or the set; null when it cannot be opened. Stays valid when the package is gone, except that a
+    /// The bytes of the package or the set; null when it cannot be opened. They stay valid when the package is gone, except that a
     /// device must outlive it.
     std::shared_ptr<ByteSource> source;
     /// The path of the file, as the system has it; empty for a device.

@@ -61,7 +61,7 @@ public:
     /// MaxLaunchers and MaxNameCharacters.
     QVector<LauncherEntry> launchers() const;
     /// The components that have a name, each once, in the order of the manifest; up to MaxComponents and
-    /// MaxNameCharacters. Of several elements with one tag and one name, the first counts.
+    /// MaxNameCharacters. The first of several elements with one tag and one name counts.
     QVector<ComponentEntry> components() const;
     /// @p name as the full name of a class: with the package in front when it begins with a dot or has no dot. An empty name
     /// stays empty.

@@ -34,7 +34,7 @@ class BlockVerifier;
 class PackageVerifier
 {
 public:
-    /// What the manifest demands, and the range that was asked for.
+    /// The demands of the manifest, and the range that was asked for.
     struct Task {
         SdkRange sdk;
         int targetSdkVersion = 0;

@@ -381,7 +381,7 @@ void TestDiffCommand::unreadableFiles()
     }
     QCOMPARE(diff("no package", m_before).status, 2);
     QCOMPARE(diff(m_before, zip({{latin("a"), "1"}})).status, 2);
-    // What can be compared is shown.
+    // The parts that can be compared are shown.
     const ToolRun damaged = diff(m_before, fixture::package("no table", smallManifest()));
     QCOMPARE(damaged.status, 2);
     QVERIFY(damaged.output.contains("- p.Old"));

@@ -67,7 +67,7 @@ public:
     /// Whether the component and its application are enabled after installation. @since 0.5.1
     bool isEnabled() const;
     /// The permission that other applications need to use the component; for a provider, to read. The application's
-    /// permission counts for components without one, except for aliases. Empty when none is needed. @since 0.5.1
+    /// permission counts for components without one, except for aliases. Empty when no permission is needed. @since 0.5.1
     QString permission() const;
     /// The same for writing to a provider. Equal to permission() for other components. @since 0.5.1
     QString writePermission() const;

@@ -160,8 +160,8 @@ public:
     /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
     /// @since 0.5.1
     QList<Launcher> launchers() const;
-    /// The components of the application that have a name, in the order of the manifest, up to 8192 of them. Of several
-    /// elements with one tag and one name, the first counts. Of a set, those of the base's manifest. Reads the manifest,
+    /// The components of the application that have a name, in the order of the manifest, up to 8192 of them. The
+    /// first of several elements with one tag and one name counts. A set has those of the base's manifest. Reads the manifest,
     /// and the table for a reference; goes over the manifest on each call. @since 0.5.1
     QList<Component> components() const;
 

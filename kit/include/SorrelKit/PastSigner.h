@@ -28,7 +28,7 @@ class SORRELTRUST_EXPORT PastSigner
     Q_PROPERTY(Capabilities capabilities READ capabilities CONSTANT)
 
 public:
-    /// What the owner of a past key may still do. The numbers are those of the lineage's flags in a package.
+    /// The rights that the owner of a past key keeps. The numbers are those of the lineage's flags in a package.
     /// @since 0.5.1
     enum class Capability {
         InstalledData = 1, ///< be updated by the new key, and keep the data
@@ -60,7 +60,7 @@ public:
 
     /// The certificate. @since 0.5.1
     Certificate certificate() const;
-    /// What its owner may still do. The last entry of a lineage, the signer's own, has all capabilities whatever the
+    /// The rights that its owner keeps. The last entry of a lineage, the signer's own, has all capabilities whatever the
     /// flags say. @since 0.5.1
     Capabilities capabilities() const;
 

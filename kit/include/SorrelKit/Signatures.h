@@ -73,10 +73,10 @@ public:
     void swap(Signatures &other) noexcept { d.swap(other.d); }
 
     /// Whether the package is as its signers left it, for all versions of Android from minSdkVersion() to
-    /// maxSdkVersion(). Of a set: whether all packages are, and have the same signers. @since 0.5.1
+    /// maxSdkVersion(). A set is verified when all packages are, and have the same signers. @since 0.5.1
     bool isVerified() const;
     /// The schemes that verified, in the order of Signer::Scheme, without Scheme::Stamp. Android looks at the newest
-    /// one that it knows, so an older one may be missing although it is in the package. Of a set: the schemes by which
+    /// one that it knows, so an older one may be missing although it is in the package. A set has the schemes by which
     /// all packages verified. @since 0.5.1
     QList<Signer::Scheme> schemes() const;
     /// The signers on a device of the newest version that was verified: those by the newest scheme in schemes() except
@@ -84,7 +84,7 @@ public:
     /// people may sign a package by v1 and v2; by v3 and v3.1, one does. @since 0.5.1
     QList<Signer> signers() const;
     /// The signers by @p scheme; empty when it did not verify. By Scheme::V3 and Scheme::V31, each is for API levels of
-    /// its own. Of a set, those of its base. @since 0.5.1
+    /// its own. A set has the signers of its base. @since 0.5.1
     QList<Signer> signers(Signer::Scheme scheme) const;
     /// The certificate of the source stamp; null when there is none, or it did not verify. A stamp has no effect on
     /// isVerified(). @since 0.5.1

@@ -60,7 +60,7 @@ public:
 
     /// Which of the packages has it. @since 0.5.1
     Kind kind() const;
-    /// What differs: the function of PackageDiff that returns the change describes it. @since 0.5.1
+    /// The subject of the change: the function of PackageDiff that returns the change describes it. @since 0.5.1
     QString name() const;
     /// The value before the change; empty when it was added, and for things that have no value. @since 0.5.1
     QString before() const;

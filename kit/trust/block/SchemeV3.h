@@ -28,9 +28,9 @@ public:
     {
     }
 
-    /// The first API level of the signers of v3.1, when these verified. Of use for v3.
+    /// The first API level of the signers of v3.1, when these verified. SchemeV3 uses it.
     void setRotation(int minSdk) { m_rotationMinSdk = minSdk; }
-    /// Whether the block has a value of v3.1, right or not. Of use for v3.
+    /// Whether the block has a value of v3.1, right or not. SchemeV3 uses it.
     void setHasV31(bool hasV31) { m_hasV31 = hasV31; }
     /// Verifies the signers in @p value for the versions @p sdk. Without errors, the result has all signers.
     QVector<CheckedSigner> verify(const ByteView &value, const SdkRange &sdk);

@@ -41,7 +41,7 @@ public:
 
     /// Bytes of a value that is read. A signer has some thousands of bytes.
     static constexpr qint64 MaxValueBytes = 8 << 20;
-    /// Pairs of a block. Those in use have less than ten.
+    /// Pairs of a block. Blocks in use have less than ten.
     static constexpr int MaxPairs = 1024;
 
     /// Finds the block of the archive in @p source, whose directory is @p directory; both outlive this object. Reads 12
@@ -50,7 +50,7 @@ public:
 
     /// Whether there is a block, and it can be read.
     bool isGood() const { return m_fault == SignatureIssue::Code::None && m_blockAt >= 0; }
-    /// What is wrong with the block: BadBlock or TooCostly. None when it is good, or there is none.
+    /// The fault of the block: BadBlock or TooCostly. None when it is good, or missing.
     SignatureIssue::Code fault() const { return m_fault; }
     QString faultDetail() const { return m_faultDetail; }
 

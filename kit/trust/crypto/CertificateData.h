@@ -16,7 +16,7 @@ namespace SorrelKit {
 class CertificateData : public QSharedData
 {
 public:
-    /// Bytes of a certificate. Those in use have some thousands.
+    /// Bytes of a certificate. Certificates in use have some thousands.
     static constexpr qint64 MaxBytes = 1 << 20;
 
     /// The fields of the certificate that the bytes @p der are, from their first to their last; null when they are

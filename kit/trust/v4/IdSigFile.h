@@ -32,7 +32,7 @@ class IdSigFile
 {
 public:
     static constexpr quint32 Version = 2;
-    /// Bytes of the hashing info, and of all signing infos. Those in use have some thousands.
+    /// Bytes of the hashing info, and of all signing infos. Files in use have some thousands.
     static constexpr qint64 MaxInfoBytes = 64 << 10;
 
     struct SigningInfo {
@@ -47,7 +47,7 @@ public:
 
     /// Reads @p source, except for the tree. False when fault() has a code.
     bool read(ByteSource &source);
-    /// What is wrong with the file: UnknownV4Version or BadV4Signature.
+    /// The fault of the file: UnknownV4Version or BadV4Signature.
     SignatureIssue::Code fault() const { return m_fault; }
     QString faultDetail() const { return m_faultDetail; }
 

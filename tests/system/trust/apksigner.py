@@ -6,7 +6,7 @@ import pathlib
 import re
 import subprocess
 
-# What openssl genpkey makes, by the names of keys in the tests.
+# Options of openssl genpkey, by the names of keys in the tests.
 KINDS = {
     "rsa1024": ["RSA", "-pkeyopt", "rsa_keygen_bits:1024"],
     "rsa2048": ["RSA", "-pkeyopt", "rsa_keygen_bits:2048"],

@@ -48,7 +48,7 @@ struct DiffSection {
 };
 
 /**
- * What differs between two packages, in the order in which a user asks before an update: the application and its signer,
+ * The differences between two packages, in the order in which a user asks before an update: the application and its signer,
  * versions, permissions, features, components, launchers, labels, processors, splits, signatures, sizes, members. The
  * texts are those of the packages. DiffText and DiffPage make them harmless.
  */

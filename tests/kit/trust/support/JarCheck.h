@@ -12,7 +12,7 @@
 
 #include <limits>
 
-/// What tests of v1 have in common: members, and JarVerifier with the budget of a call.
+/// Helpers of the tests of v1: members, and JarVerifier with the budget of a call.
 namespace fixture {
 
 constexpr int NewestSdk = std::numeric_limits<int>::max();
