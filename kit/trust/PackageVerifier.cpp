@@ -29,8 +29,19 @@ QSet<QByteArray> certificatesOf(const SchemeResult &result)
     return certificates;
 }
 
+/// The first API level of a signer by v3.1; that of the scheme when the signature is wrong.
+int firstLevelOf(const SchemeResult &v31)
+{
+    int first = std::numeric_limits<int>::max();
+    for (const VerifiedSigner &each : v31.signers)
+        first = std::min(first, each.signer.minSdkVersion);
+    return v31.signers.isEmpty() ? int(SdkRange::Tiramisu) : std::max(first, int(SdkRange::Tiramisu));
+}
+
 QString levels(int first, int last)
 {
+    if (first == last)
+        return QStringLiteral("API level %1").arg(first);
     return last == std::numeric_limits<int>::max() ? QStringLiteral("API level %1 and later").arg(first)
                                                    : QStringLiteral("API levels %1 to %2").arg(first).arg(last);
 }
@@ -55,25 +66,19 @@ PackageVerifier::PackageVerifier(ZipArchive &package, const Task &task, ByteSour
 
 void PackageVerifier::verifyBlockSchemes(BlockVerifier &block)
 {
-    if (m_task.sdk.max >= SdkRange::Tiramisu)
-        m_v31 = block.verifyV31(m_task.sdk.from(SdkRange::Tiramisu));
+    m_v31 = block.verifyV31(m_task.sdk.from(SdkRange::Tiramisu));
     SdkRange ofV3 = m_task.sdk.from(SdkRange::Pie);
     if (m_v31.isFound) {
-        const auto first = std::min_element(m_v31.signers.cbegin(), m_v31.signers.cend(),
-                                            [](const VerifiedSigner &a, const VerifiedSigner &b) {
-                                                return a.signer.minSdkVersion < b.signer.minSdkVersion;
-                                            });
-        const int firstLevel = first == m_v31.signers.cend() ? SdkRange::Tiramisu : first->signer.minSdkVersion;
-        ofV3.max = std::min(ofV3.max, std::max(firstLevel, 1) - 1);
+        const int first = firstLevelOf(m_v31);
+        ofV3.max = std::min(ofV3.max, first - 1);
+        if (first > m_task.sdk.max)
+            m_v31 = SchemeResult(Signer::Scheme::V31); // no version in the range looks at it
     }
-    if (!ofV3.isEmpty())
-        m_v3 = block.verifyV3(ofV3);
-    const bool hasNewer = m_v3.isFound || m_v31.isFound;
+    m_v3 = block.verifyV3(ofV3);
     SdkRange ofV2 = m_task.sdk.from(SdkRange::Nougat);
-    if (hasNewer)
+    if (m_v3.isFound || m_v31.isFound)
         ofV2.max = std::min(ofV2.max, SdkRange::Pie - 1);
-    if (!ofV2.isEmpty())
-        m_v2 = block.verifyV2(ofV2);
+    m_v2 = block.verifyV2(ofV2);
 }
 
 void PackageVerifier::verifyJar(ZipArchive &package, Budget *budget)

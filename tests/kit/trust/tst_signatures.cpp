@@ -176,7 +176,7 @@ void TestSignatures::schemesByVersion_data()
     QTest::newRow("v2 alone") << v2 << 0 << 0 << "v2"
                               << "";
     QTest::newRow("v2 alone, old too") << v2 << 23 << 0 << "v2"
-                                       << "the package needs a newer signature scheme: v1 for API levels 23 to 23";
+                                       << "the package needs a newer signature scheme: v1 for API level 23";
     QTest::newRow("v2 alone, old alone") << v2 << 23 << 23 << ""
                                          << "the package has no signature that this version of Android accepts";
     const QByteArray v3 = Builder(unsignedPackage()).v3({BlockSigner(key)}).build();
