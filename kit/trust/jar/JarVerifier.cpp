@@ -47,6 +47,14 @@ bool needsDigest(const ByteView &name)
     return !isInMetaDirectory(name) && !endsWith(name, "/");
 }
 
+/// Whether SHA-1 is the strongest of the digests for versions that know better ones.
+bool isWeak(const std::vector<JarDigest> &digests, SdkRange sdk)
+{
+    return sdk.max >= SdkRange::JellyBeanMr2 && std::all_of(digests.begin(), digests.end(), [](const JarDigest &each) {
+               return each.algorithm == HashAlgorithm::Sha1;
+           });
+}
+
 ByteView viewOf(const char *text)
 {
     return {reinterpret_cast<const uchar *>(text), qint64(qstrlen(text))};
@@ -269,6 +277,7 @@ void JarVerifier::compareMembers()
     MemberDigests digests(m_archive);
     std::vector<int> compared;
     bool isFirst = true;
+    bool hasWeakDigest = false;
     for (int i = 0; i < m_archive.directory().count(); ++i) {
         const ByteView name = m_archive.directory().name(i);
         if (!needsDigest(name))
@@ -283,6 +292,7 @@ void JarVerifier::compareMembers()
             m_result.issues.addError(Code::UnknownDigest, nameOf(i));
             continue;
         }
+        hasWeakDigest = hasWeakDigest || isWeak(wanted, m_sdk);
         const SignerSet signers = m_signersOf[size_t(section)];
         if (signers == 0)
             m_result.issues.addError(Code::UnsignedMember, nameOf(i));
@@ -294,6 +304,8 @@ void JarVerifier::compareMembers()
         digests.add(i, std::move(wanted));
         compared.push_back(i);
     }
+    if (hasWeakDigest)
+        m_result.issues.addWarning(Code::WeakHash, QString::fromLatin1(jarManifestName), QStringLiteral("SHA-1"));
     addResults(compared, digests.check());
 }
 

@@ -83,7 +83,9 @@ void TestJarVerifier::verifiesWhatWasSigned()
         const QVector<Member> members = signedMembers(options, key);
         const SchemeResult result = verifyJar(zip(members, isDeflated ? Compression::Deflated : Compression::Stored));
         QCOMPARE(errorsOf(result), QString());
-        QCOMPARE(warningsOf(result), QString());
+        const bool isWeak = options.digests == QVector<Hash>{Hash::Sha1};
+        QCOMPARE(warningsOf(result),
+                 isWeak ? QStringLiteral("META-INF/MANIFEST.MF: a hash is weak: SHA-1") : QString());
         QVERIFY(result.isFound);
         QVERIFY(result.isVerified());
         QCOMPARE(result.scheme, Signer::Scheme::V1);
@@ -224,6 +226,9 @@ void TestJarVerifier::hasAllWarnings_data()
     options.hasManifestDigest = false;
     row("no digest of the manifest", signedMembers(options),
         "CERT: the manifest was changed: only the sections are verified");
+    options = {};
+    options.digests = {JarOptions::Hash::Sha1};
+    row("weak digests", signedMembers(options), "META-INF/MANIFEST.MF: a hash is weak: SHA-1");
     options = {};
     options.schemes = "1, x, 2, 999";
     row("unknown scheme", signedMembers(options),
