@@ -9,8 +9,8 @@
 #include "Floor.h"
 #include "launchers/LauncherFinder.h"
 
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/IconFile.h>
-#include <SorrelKit/Launcher.h>
 #include <SorrelKit/Package.h>
 
 #include <QDomDocument>
@@ -99,8 +99,8 @@ public:
     {
         const SorrelKit::Package package(m_fileName);
         bool good = !package.packageName().isEmpty() && package.minSdkVersion() > 0;
-        const QList<SorrelKit::Launcher> launchers = package.launchers();
-        for (const SorrelKit::Launcher &launcher : launchers) {
+        const QList<SorrelKit::Entry> launchers = package.launchers();
+        for (const SorrelKit::Entry &launcher : launchers) {
             good = good && !launcher.labels().isEmpty();
             launcher.iconFiles();
         }

@@ -10,8 +10,8 @@
 #include "GeneratedTable.h"
 #include "ZippedPackage.h"
 
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/IconFile.h>
-#include <SorrelKit/Launcher.h>
 #include <SorrelKit/Package.h>
 #include <SorrelKit/ResourceValue.h>
 #include <SorrelKit/Resources.h>
@@ -24,7 +24,7 @@
 #include <chrono>
 #include <string>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 using SorrelKit::Package;
 using SorrelKit::Resources;
 
@@ -46,7 +46,7 @@ qint64 launchers(const Package &package)
 qint64 labels(const Package &package)
 {
     qint64 count = 0;
-    for (const Launcher &launcher : package.launchers())
+    for (const Entry &launcher : package.launchers())
         count += launcher.labels().size();
     return count;
 }
@@ -54,7 +54,7 @@ qint64 labels(const Package &package)
 qint64 iconFiles(const Package &package)
 {
     qint64 count = 0;
-    for (const Launcher &launcher : package.launchers())
+    for (const Entry &launcher : package.launchers())
         count += launcher.iconFiles().size();
     return count;
 }

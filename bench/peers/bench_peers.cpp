@@ -47,8 +47,8 @@ void kit(benchmark::State &state, const QString &file)
         const SorrelKit::Package package(file);
         benchmark::DoNotOptimize(package.packageName());
         benchmark::DoNotOptimize(package.minSdkVersion());
-        const QList<SorrelKit::Launcher> launchers = package.launchers();
-        for (const SorrelKit::Launcher &launcher : launchers) {
+        const QList<SorrelKit::Entry> launchers = package.launchers();
+        for (const SorrelKit::Entry &launcher : launchers) {
             benchmark::DoNotOptimize(launcher.className());
             benchmark::DoNotOptimize(launcher.labels());
             benchmark::DoNotOptimize(launcher.iconFiles());

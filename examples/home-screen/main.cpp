@@ -3,7 +3,7 @@
 // by default the language of the session): the label, the component to start, and the files of the icon.
 #include <QCoreApplication>
 #include <QTextStream>
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 
 int main(int argc, char *argv[])
@@ -25,7 +25,7 @@ int main(int argc, char *argv[])
     if (!package.isValid())
         return 1;
 
-    for (const SorrelKit::Launcher &launcher : package.launchers()) {
+    for (const SorrelKit::Entry &launcher : package.launchers()) {
         // The list has all entries, including disabled ones.
         if (!launcher.isShown())
             continue;

@@ -13,7 +13,7 @@ static void addLaunchers(const SorrelKit::Package &package, QListWidget *grid)
     SorrelKit::IconRequest request(grid->iconSize().width());
     request.setDevicePixelRatio(grid->devicePixelRatioF());
     request.setMask(SorrelKit::IconMask::Squircle);
-    for (const SorrelKit::Launcher &launcher : package.launchers()) {
+    for (const SorrelKit::Entry &launcher : package.launchers()) {
         if (!launcher.isShown())
             continue;
         const QPixmap icon = QPixmap::fromImage(SorrelKit::DrawableRenderer(package).icon(launcher, request));

@@ -65,7 +65,7 @@ TextList TextList::features(const Package &package)
 TextList TextList::launchers(const Package &package)
 {
     TextList list;
-    for (const Launcher &launcher : package.launchers())
+    for (const Entry &launcher : package.launchers())
         list.add(launcher.name(), launcher.isShown() ? QStringLiteral("shown") : QStringLiteral("hidden"));
     return list;
 }

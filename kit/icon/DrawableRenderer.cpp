@@ -5,7 +5,7 @@
 #include "icon/IconRenderer.h"
 #include "package/DrawingAccess.h"
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 
 using namespace SorrelKit::SORRELKIT_PRIVATE_NAMESPACE;
@@ -59,9 +59,9 @@ QImage DrawableRenderer::icon(const IconRequest &request)
     return image;
 }
 
-QImage DrawableRenderer::icon(const Launcher &launcher, const IconRequest &request)
+QImage DrawableRenderer::icon(const Entry &launcher, const IconRequest &request)
 {
-    const LauncherIcon icon = launcherIcon(launcher);
+    const EntryIcon icon = entryIcon(launcher);
     if (icon.source != nullptr)
         return d->drawn(*icon.source, icon.icon, request);
     d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});

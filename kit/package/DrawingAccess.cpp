@@ -13,9 +13,9 @@ DrawingSource &drawingSource(const Package &package)
     return *PackageAccess::data(package);
 }
 
-LauncherIcon launcherIcon(const Launcher &launcher)
+EntryIcon entryIcon(const Entry &launcher)
 {
-    const LauncherData &data = PackageAccess::data(launcher);
+    const EntryData &data = PackageAccess::data(launcher);
     if (!data.isValid())
         return {};
     return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon))};

@@ -8,7 +8,7 @@
 
 namespace SorrelKit {
 
-class Launcher;
+class Entry;
 class Package;
 
 /**
@@ -22,14 +22,14 @@ class Package;
 namespace SORRELKIT_PRIVATE_NAMESPACE {
 
 /// The icon of a launcher.
-struct LauncherIcon {
+struct EntryIcon {
     DrawingSource *source = nullptr; ///< lives as long as the launcher; null for a launcher of nothing
     ResolvedValue icon;              ///< a reference or a path
 };
 
 /// The parts of @p package, each of which is read on first use. The result lives as long as the package.
 SORRELKITCORE_EXPORT DrawingSource &drawingSource(const Package &package);
-SORRELKITCORE_EXPORT LauncherIcon launcherIcon(const Launcher &launcher);
+SORRELKITCORE_EXPORT EntryIcon entryIcon(const Entry &launcher);
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE
 

@@ -41,7 +41,7 @@ public:
         int density = 0; ///< that the resource table has the file for
     };
 
-    /// The files for @p icon, a reference or a path, in the order of Launcher::iconFiles().
+    /// The files for @p icon, a reference or a path, in the order of Entry::iconFiles().
     QVector<File> files(const ResolvedValue &icon);
 
     /// The values of @p icon, a reference or a path, in the configurations that @p resolver matches, each path once and

@@ -4,8 +4,8 @@
 #include "format/AndroidAttributes.h"
 #include "language/LabelLookup.h"
 #include "manifest/ManifestWriter.h"
+#include "package/EntryData.h"
 #include "package/FeatureData.h"
-#include "package/LauncherData.h"
 #include "package/PackageData.h"
 
 #include <QSet>
@@ -175,16 +175,16 @@ QString Package::label(const QLocale &locale) const
     return label.isEmpty() ? packageName() : label;
 }
 
-QList<Launcher> Package::launchers() const
+QList<Entry> Package::launchers() const
 {
-    QList<Launcher> launchers;
+    QList<Entry> launchers;
     const QVector<Manifest::LauncherEntry> entries = d->manifest().launchers();
     for (const Manifest::LauncherEntry &entry : entries) {
-        auto *const data = new LauncherData;
+        auto *const data = new EntryData;
         data->package = d;
         data->entry = entry;
         data->launcherCount = int(entries.size());
-        launchers.append(Launcher(data));
+        launchers.append(Entry(data));
     }
     return launchers;
 }

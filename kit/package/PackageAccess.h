@@ -2,9 +2,9 @@
 #ifndef SORRELKIT_PACKAGEACCESS_H
 #define SORRELKIT_PACKAGEACCESS_H
 
-#include "package/LauncherData.h"
+#include "package/EntryData.h"
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 
 namespace SorrelKit {
@@ -14,7 +14,7 @@ class PackageAccess
 {
 public:
     static PackageDataPointer data(const Package &package) { return package.d; }
-    static const LauncherData &data(const Launcher &launcher) { return *launcher.d; }
+    static const EntryData &data(const Entry &launcher) { return *launcher.d; }
 };
 
 } // namespace SorrelKit

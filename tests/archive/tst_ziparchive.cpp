@@ -691,7 +691,7 @@ void TestZipArchive::missingFilesOfASetAreKnownWithoutReading()
             zip({{latin("base.apk"), packageWithIcon("res/nothing.png")}, {latin("de.apk"), split}}, compression));
         const Package package(&device);
         QCOMPARE(package.splits().size(), 1);
-        const Launcher launcher = package.launchers().constFirst();
+        const Entry launcher = package.launchers().constFirst();
         const qint64 before = device.bytesRead();
         QVERIFY(iconOf(launcher, 48).isNull());
         QVERIFY(launcher.iconFiles().isEmpty());

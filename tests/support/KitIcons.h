@@ -3,12 +3,12 @@
 #define KITICONS_H
 
 #include <SorrelKit/DrawableRenderer.h>
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 
 namespace fixture {
 
-/// The icon of @p owner, a Package or a Launcher, in @p size pixels, and the text of the error.
+/// The icon of @p owner, a Package or an Entry, in @p size pixels, and the text of the error.
 template <typename Owner>
 QImage iconOf(const Owner &owner, int size, SorrelKit::IconMask mask = SorrelKit::IconMask::None,
               QString *error = nullptr)
@@ -17,7 +17,7 @@ QImage iconOf(const Owner &owner, int size, SorrelKit::IconMask mask = SorrelKit
     request.setMask(mask);
     QImage image;
     QString text;
-    if constexpr (std::is_same_v<Owner, SorrelKit::Launcher>) {
+    if constexpr (std::is_same_v<Owner, SorrelKit::Entry>) {
         SorrelKit::DrawableRenderer renderer{SorrelKit::Package()};
         image = renderer.icon(owner, request);
         text = renderer.error().text();

@@ -4,7 +4,7 @@
 #include "Bytes.h"
 #include "LogCapture.h"
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 #include <SorrelKit/PackageNormalizer.h>
 
@@ -197,7 +197,7 @@ void TestOddArchives::lastOfTwoIconsOfOneNameCounts()
         for (int i = 0; i < 2; ++i)
             QCOMPARE(apk.getLauncherInfo(false).constFirst().icons().constFirst().width(), 5);
         PackageDevice other(zip(members));
-        const SorrelKit::Launcher launcher = SorrelKit::Package(&other).launchers().constFirst();
+        const SorrelKit::Entry launcher = SorrelKit::Package(&other).launchers().constFirst();
         QCOMPARE(launcher.iconFiles().constFirst().size(), QSize(5, 5));
     }
 }

@@ -12,12 +12,12 @@
 
 using namespace fixture;
 using SorrelKit::DrawableRenderer;
+using SorrelKit::Entry;
 using SorrelKit::Feature;
 using SorrelKit::IconError;
 using SorrelKit::IconFile;
 using SorrelKit::IconMask;
 using SorrelKit::IconRequest;
-using SorrelKit::Launcher;
 using SorrelKit::Package;
 
 namespace {
@@ -165,9 +165,9 @@ void TestPackage::packageIsReadOnce()
 void TestPackage::labelsAndIcons()
 {
     Opened opened(table(), manifest(labelAndIcon()), icons());
-    const QList<Launcher> launchers = opened.package.launchers();
+    const QList<Entry> launchers = opened.package.launchers();
     QCOMPARE(launchers.size(), 1);
-    const Launcher &launcher = launchers.first();
+    const Entry &launcher = launchers.first();
     QCOMPARE(launcher.packageName(), latin("org.example.app"));
     QCOMPARE(launcher.name(), latin("org.example.app.Main"));
     QCOMPARE(launcher.className(), latin("org.example.app.Main"));
@@ -204,7 +204,7 @@ void TestPackage::valuesOfAttributesWinOverWhatWasWritten()
     const auto texts = launcherOf(writtenAs(androidText(latin("name"), latin("org.x.Main")), latin("org.bank.Main")),
                                   writtenAs(androidText(latin("label"), latin("Notes")), latin("Bank")),
                                   writtenAs(androidText(latin("enabled"), latin("true")), latin("false")));
-    const Launcher launcher = texts->package.launchers().first();
+    const Entry launcher = texts->package.launchers().first();
     QCOMPARE(launcher.packageName(), latin("org.written"));
     QCOMPARE(launcher.name(), latin("org.x.Main"));
     QCOMPARE(launcher.className(), latin("org.x.Main"));
@@ -214,7 +214,7 @@ void TestPackage::valuesOfAttributesWinOverWhatWasWritten()
     const auto values = launcherOf(writtenAs(androidValue(latin("name"), Integer, 5), latin("org.bank.Main")),
                                    writtenAs(androidValue(latin("label"), Integer, 7), latin("Bank")),
                                    writtenAs(androidValue(latin("enabled"), Boolean, 0), latin("true")));
-    const Launcher other = values->package.launchers().first();
+    const Entry other = values->package.launchers().first();
     QCOMPARE(other.name(), latin("org.written.5"));
     QCOMPARE(other.label(), latin("7"));
     QVERIFY(!other.isEnabled());
@@ -256,7 +256,7 @@ void TestPackage::manifestOfUnsetTypeIsRead()
 void TestPackage::copiesAndLaunchersKeepThePackage()
 {
     PackageDevice device(table(), manifest(labelAndIcon()), icons());
-    Launcher launcher;
+    Entry launcher;
     {
         const Package package(&device);
         launcher = package.launchers().first();
@@ -267,7 +267,7 @@ void TestPackage::copiesAndLaunchersKeepThePackage()
 
 void TestPackage::emptyLauncher()
 {
-    const Launcher launcher;
+    const Entry launcher;
     QCOMPARE(launcher.packageName(), QString());
     QCOMPARE(launcher.name(), QString());
     QCOMPARE(launcher.className(), QString());
@@ -355,7 +355,7 @@ void TestPackage::rendererDrawsAnyResource()
     QCOMPARE(renderer.error(), IconError());
     QVERIFY(renderer.drawable(0x7f020001, request).isNull());
     QCOMPARE(renderer.error().text(), latin("resource 0x7f020001 is no drawable"));
-    QVERIFY(renderer.icon(Launcher(), request).isNull());
+    QVERIFY(renderer.icon(Entry(), request).isNull());
     QCOMPARE(renderer.error(), IconError(IconError::Code::Missing, latin("there is no icon")));
 }
 

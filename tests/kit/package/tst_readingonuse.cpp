@@ -13,9 +13,9 @@
 #include <functional>
 
 using namespace fixture;
+using SorrelKit::Entry;
 using SorrelKit::IconFile;
 using SorrelKit::IconRequest;
-using SorrelKit::Launcher;
 using SorrelKit::Package;
 
 namespace {
@@ -166,7 +166,7 @@ void TestReadingOnUse::queriesOfTheManifestReadNoTable_data()
     row("nativeAbis", [](const Package &package) { QCOMPARE(package.nativeAbis(), {latin("arm64-v8a")}); });
     row("splits", [](const Package &package) { QVERIFY(package.splits().isEmpty()); });
     row("launchers", [](const Package &package) {
-        const Launcher launcher = package.launchers().value(0);
+        const Entry launcher = package.launchers().value(0);
         QCOMPARE(launcher.packageName(), latin("org.example.app"));
         QCOMPARE(launcher.className(), latin("org.example.app.Main"));
         QVERIFY(launcher.isShown());
@@ -239,7 +239,7 @@ void TestReadingOnUse::iconFilesAreReadWhenTheyAreAskedFor()
 {
     const QByteArray icon = large(picture(48, 48, 0xff0000));
     RecordingDevice device(packageOf(tableOf("Plain"), manifestOf(references()), icon));
-    const Launcher launcher = Package(&device).launchers().value(0);
+    const Entry launcher = Package(&device).launchers().value(0);
     QCOMPARE(launcher.label(), latin("Plain"));
     QVERIFY(!device.hasRead(icon));
     QCOMPARE(launcher.iconFiles().value(0).size(), QSize(48, 48));

@@ -51,7 +51,7 @@ QStringList answers(const Package &package)
             lines.append(label.key() + QStringLiteral(": ") + label.value());
     };
     append(package.labels());
-    for (const Launcher &launcher : package.launchers()) {
+    for (const Entry &launcher : package.launchers()) {
         lines.append(launcher.name() + QLatin1Char(' ') + launcher.className());
         lines.append(QStringLiteral("%1 %2").arg(launcher.isShown()).arg(launcher.iconResource()));
         append(launcher.labels());
@@ -205,13 +205,13 @@ void TestSamplePackages::labelThatADeviceShows()
 
 void TestSamplePackages::launchersAreTold()
 {
-    const QList<Launcher> launchers = Package(sample(QStringLiteral("babel.aapt2"))).launchers();
+    const QList<Entry> launchers = Package(sample(QStringLiteral("babel.aapt2"))).launchers();
     QCOMPARE(launchers.size(), 5);
 
     QCOMPARE(launchers.at(0).name(), QStringLiteral("org.example.babel.Phrasebook"));
     QVERIFY(launchers.at(0).isShown());
 
-    const Launcher &lessons = launchers.at(1);
+    const Entry &lessons = launchers.at(1);
     QCOMPARE(lessons.name(), QStringLiteral("org.example.babel.Lessons"));
     // The label refers to another resource, except in Spanish.
     const Labels labels{{QString(), QStringLiteral("Lessons")},
@@ -220,7 +220,7 @@ void TestSamplePackages::launchersAreTold()
                         {QStringLiteral("fr-FR"), QStringLiteral("Leçons")}};
     QCOMPARE(lessons.labels(), labels);
 
-    const Launcher &alias = launchers.at(2);
+    const Entry &alias = launchers.at(2);
     QCOMPARE(alias.name(), QStringLiteral("org.example.babel.LessonsAgain"));
     QCOMPARE(alias.className(), QStringLiteral("org.example.babel.Lessons"));
     QVERIFY(alias.isAlias() && alias.isShown());

@@ -60,7 +60,7 @@ constexpr bool isValue()
 
 void TestValues::movesAreCheap()
 {
-    static_assert(isValue<Package>() && isValue<Launcher>() && isValue<Resources>());
+    static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Error>() && isValue<Feature>() && isValue<IconFile>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconRequest>());
@@ -101,7 +101,7 @@ int readProperties(const Type &value)
 void TestValues::propertiesReadTheirValues()
 {
     QCOMPARE(readProperties(Package()), 14);
-    QCOMPARE(readProperties(Launcher()), 10);
+    QCOMPARE(readProperties(Entry()), 10);
     QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Error()), 3);
     QCOMPARE(readProperties(Feature()), 2);

@@ -53,7 +53,7 @@ qint64 visit(const Package &package, int iconCount, int iconSize)
     constexpr int MaskCount = int(sizeof masks / sizeof *masks);
     qint64 count = visitTexts(package);
     int number = 0;
-    for (const Launcher &launcher : package.launchers()) {
+    for (const Entry &launcher : package.launchers()) {
         count += launcher.labels().size() + launcher.label().size() + launcher.label(QLocale(QLocale::German)).size()
                  + launcher.iconFiles().size() + launcher.name().size() + launcher.className().size()
                  + launcher.packageName().size() + int(launcher.isShown()) + int(launcher.isAlias())

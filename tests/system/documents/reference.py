@@ -40,7 +40,7 @@ def check_reference(doxygen, doxyfile, qthelp, source, directory):
         if not is_good:
             fail(f"{os.path.basename(config)}:\n{said}")
 
-    headers = [path for place in ("include", "kit/include/SorrelKit") for path in glob.glob(f"{source}/{place}/*.h")]
+    headers = [path for place in ("include", "kit/include/*/SorrelKit") for path in glob.glob(f"{source}/{place}/*.h")]
     classes = {name for path in headers for name in CLASS.findall(read(path))}
     if not {"ApkFile", "Package", "IconFile"} <= classes:
         fail(f"{source} has no classes but {sorted(classes)}")

@@ -12,7 +12,7 @@
 
 #include <utility>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 using SorrelKit::Package;
 
 namespace {
@@ -22,7 +22,7 @@ QString toLines(const LauncherFiles &files)
     return (QStringList(files.entry) + files.icons).join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
 
-QJsonObject toJson(const Launcher &launcher, const LauncherFiles &files)
+QJsonObject toJson(const Entry &launcher, const LauncherFiles &files)
 {
     return {
         {QStringLiteral("name"), launcher.name()},
@@ -74,7 +74,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
     }
     const FileName file(parser.positionalArguments().constFirst());
     const Package package = Package::fromNativePath(file.path());
-    QList<Launcher> launchers;
+    QList<Entry> launchers;
     int status = Success;
     // With a damaged table, entries without labels and icons would replace good ones.
     if (!package.error()) {
@@ -87,7 +87,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
     installer.setMask(options.mask());
     installer.setVersionCode(package.versionCode());
     QJsonArray entries;
-    for (const Launcher &launcher : std::as_const(launchers)) {
+    for (const Entry &launcher : std::as_const(launchers)) {
         if (!parser.isSet(m_all) && !launcher.isShown())
             continue;
         const LauncherFiles files = installer.install(launcher);

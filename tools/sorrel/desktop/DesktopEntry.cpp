@@ -9,7 +9,7 @@
 
 #include <algorithm>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 
 namespace {
 
@@ -59,7 +59,7 @@ QString shownLabel(const QString &label)
 }
 
 // The first text that is visible; otherwise the name of the file.
-QString shownName(const Launcher &launcher, const QString &defaultLabel)
+QString shownName(const Entry &launcher, const QString &defaultLabel)
 {
     for (const QString &text : {defaultLabel, launcher.label(QLocale::c()), launcher.name()}) {
         QString shown = shownLabel(text);
@@ -87,7 +87,7 @@ bool hasAny(const QString &text, QLatin1String characters)
 
 } // namespace
 
-DesktopEntry::DesktopEntry(const Launcher &launcher, const QString &command, const QString &icon)
+DesktopEntry::DesktopEntry(const Entry &launcher, const QString &command, const QString &icon)
     : m_launcher(launcher), m_command(command), m_icon(icon)
 {
     const QMap<QString, QString> labels = launcher.labels();
@@ -112,7 +112,7 @@ QByteArray DesktopEntry::toUtf8() const
     return text + "Exec=" + escaped(m_command) + "\nTerminal=false\n";
 }
 
-QString DesktopEntry::fileName(const Launcher &launcher)
+QString DesktopEntry::fileName(const Entry &launcher)
 {
     const QString package = launcher.packageName();
     const QString name = launcher.name();

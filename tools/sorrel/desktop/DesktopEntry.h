@@ -2,7 +2,7 @@
 #ifndef DESKTOPENTRY_H
 #define DESKTOPENTRY_H
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 
 #include <QByteArray>
 #include <QMap>
@@ -25,7 +25,7 @@ public:
     static constexpr int MaxLabelLength = 1000;
 
     /// The entry of @p launcher, started by @p command, with the icon @p icon, or without an icon when it is empty.
-    DesktopEntry(const SorrelKit::Launcher &launcher, const QString &command, const QString &icon);
+    DesktopEntry(const SorrelKit::Entry &launcher, const QString &command, const QString &icon);
 
     /// The version of the package. A host can compare it with the version of an installed entry.
     void setVersionCode(qint64 code) { m_versionCode = code; }
@@ -42,10 +42,10 @@ public:
      * ("org.example.game-com.example.engine.Activity"), because several packages may have a class of one name.
      * safeFileName() converts all other names.
      */
-    static QString fileName(const SorrelKit::Launcher &launcher);
+    static QString fileName(const SorrelKit::Entry &launcher);
 
 private:
-    SorrelKit::Launcher m_launcher;
+    SorrelKit::Entry m_launcher;
     QString m_command;
     QString m_icon;
     QString m_name;

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 
 namespace {
 
@@ -38,7 +38,7 @@ QString quoted(const QString &argument)
     return text + QLatin1Char('"');
 }
 
-QString nameOf(QChar code, const Launcher &launcher)
+QString nameOf(QChar code, const Entry &launcher)
 {
     if (code == QLatin1Char('p'))
         return launcher.packageName();
@@ -141,7 +141,7 @@ void ExecTemplate::check()
     }
 }
 
-QString ExecTemplate::command(const Launcher &launcher, QString *fault) const
+QString ExecTemplate::command(const Entry &launcher, QString *fault) const
 {
     QStringList arguments;
     for (const QString &pattern : m_arguments) {

@@ -2,7 +2,7 @@
 #ifndef EXECTEMPLATE_H
 #define EXECTEMPLATE_H
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 
 #include <QString>
 #include <QStringList>
@@ -32,7 +32,7 @@ public:
     /// text and sets @p fault when a name is missing, when it has characters that no argument can have (control
     /// characters except tabs and line ends, halves of surrogate pairs), or when it begins with a dash and the program
     /// would read it as an option.
-    QString command(const SorrelKit::Launcher &launcher, QString *fault) const;
+    QString command(const SorrelKit::Entry &launcher, QString *fault) const;
 
 private:
     void split(const QString &text);

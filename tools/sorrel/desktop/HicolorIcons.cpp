@@ -3,13 +3,13 @@
 
 #include <limits>
 
+using SorrelKit::Entry;
 using SorrelKit::IconFile;
-using SorrelKit::Launcher;
 
 namespace {
 
 // The largest size that does not enlarge a picture.
-int largestSize(const Launcher &launcher)
+int largestSize(const Entry &launcher)
 {
     int largest = 0;
     for (const IconFile &file : launcher.iconFiles()) {
@@ -22,7 +22,7 @@ int largestSize(const Launcher &launcher)
 
 } // namespace
 
-HicolorIcons::HicolorIcons(SorrelKit::DrawableRenderer &renderer, const Launcher &launcher, SorrelKit::IconMask mask)
+HicolorIcons::HicolorIcons(SorrelKit::DrawableRenderer &renderer, const Entry &launcher, SorrelKit::IconMask mask)
 {
     const int largest = largestSize(launcher);
     QStringList missing;

@@ -3,7 +3,7 @@
 #define HICOLORICONS_H
 
 #include <SorrelKit/DrawableRenderer.h>
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 
 #include <QImage>
 #include <QList>
@@ -20,7 +20,7 @@ class HicolorIcons
 {
 public:
     /// Draws the icons.
-    HicolorIcons(SorrelKit::DrawableRenderer &renderer, const SorrelKit::Launcher &launcher, SorrelKit::IconMask mask);
+    HicolorIcons(SorrelKit::DrawableRenderer &renderer, const SorrelKit::Entry &launcher, SorrelKit::IconMask mask);
 
     /// The drawn icons, in ascending order of size.
     const QList<QImage> &pictures() const { return m_pictures; }

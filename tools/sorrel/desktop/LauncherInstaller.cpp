@@ -11,7 +11,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 
 namespace {
 
@@ -49,12 +49,12 @@ LauncherInstaller::LauncherInstaller(const SorrelKit::Package &package, const QS
 {
 }
 
-void LauncherInstaller::complain(const Launcher &launcher, const QString &text) const
+void LauncherInstaller::complain(const Entry &launcher, const QString &text) const
 {
     Console::complain(m_file, launcher.name() + QLatin1String(": ") + text);
 }
 
-QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Launcher &launcher, const QString &name)
+QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Entry &launcher, const QString &name)
 {
     QVector<File> files;
     const HicolorIcons icons(m_renderer, launcher, m_mask);
@@ -67,7 +67,7 @@ QVector<LauncherInstaller::File> LauncherInstaller::iconFiles(const Launcher &la
     return files;
 }
 
-void LauncherInstaller::removeOldIcons(const Launcher &launcher, const QString &name, const QStringList &icons) const
+void LauncherInstaller::removeOldIcons(const Entry &launcher, const QString &name, const QStringList &icons) const
 {
     for (const int size : HicolorIcons::sizes()) {
         const QString icon = path(HicolorIcons::path(name, size));
@@ -76,7 +76,7 @@ void LauncherInstaller::removeOldIcons(const Launcher &launcher, const QString &
     }
 }
 
-LauncherFiles LauncherInstaller::install(const Launcher &launcher)
+LauncherFiles LauncherInstaller::install(const Entry &launcher)
 {
     QString fault;
     const QString command = m_command.command(launcher, &fault);

@@ -5,7 +5,7 @@
 #include "ExecTemplate.h"
 
 #include <SorrelKit/DrawableRenderer.h>
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Package.h>
 
 #include <QByteArray>
@@ -37,7 +37,7 @@ public:
     void setMask(SorrelKit::IconMask mask) { m_mask = mask; }
     void setVersionCode(qint64 code) { m_versionCode = code; }
 
-    LauncherFiles install(const SorrelKit::Launcher &launcher);
+    LauncherFiles install(const SorrelKit::Entry &launcher);
 
 private:
     struct File {
@@ -46,9 +46,9 @@ private:
         bool isNew = true;
     };
 
-    void complain(const SorrelKit::Launcher &launcher, const QString &text) const;
-    QVector<File> iconFiles(const SorrelKit::Launcher &launcher, const QString &name);
-    void removeOldIcons(const SorrelKit::Launcher &launcher, const QString &name, const QStringList &icons) const;
+    void complain(const SorrelKit::Entry &launcher, const QString &text) const;
+    QVector<File> iconFiles(const SorrelKit::Entry &launcher, const QString &name);
+    void removeOldIcons(const SorrelKit::Entry &launcher, const QString &name, const QStringList &icons) const;
     QString path(const QString &relative) const { return m_directory + QLatin1Char('/') + relative; }
 
     SorrelKit::DrawableRenderer m_renderer;

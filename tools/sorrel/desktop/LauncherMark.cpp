@@ -29,7 +29,7 @@ bool isPng(const QString &path)
 
 } // namespace
 
-LauncherMark::LauncherMark(const SorrelKit::Launcher &launcher)
+LauncherMark::LauncherMark(const SorrelKit::Entry &launcher)
     : m_package(launcher.packageName().toUtf8().toPercentEncoding()),
       m_component(launcher.name().toUtf8().toPercentEncoding())
 {

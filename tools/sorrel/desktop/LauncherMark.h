@@ -2,7 +2,7 @@
 #ifndef LAUNCHERMARK_H
 #define LAUNCHERMARK_H
 
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 
 #include <QByteArray>
 #include <QImage>
@@ -16,7 +16,7 @@
 class LauncherMark
 {
 public:
-    explicit LauncherMark(const SorrelKit::Launcher &launcher);
+    explicit LauncherMark(const SorrelKit::Entry &launcher);
 
     /// The two lines of a desktop entry.
     QByteArray entryLines() const;

@@ -3,14 +3,14 @@
 
 #include <QImage>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 
 std::unique_ptr<IconCheck> DrawnIconCheck::make(const SorrelKit::Package &package, FindingList *findings)
 {
     return std::make_unique<DrawnIconCheck>(package, findings);
 }
 
-void DrawnIconCheck::check(const Launcher &launcher)
+void DrawnIconCheck::check(const Entry &launcher)
 {
     const quint32 resource = launcher.iconResource();
     const bool isKnown = resource != 0 && m_outcomes.contains(resource);
@@ -30,7 +30,7 @@ void DrawnIconCheck::check(const Launcher &launcher)
                             .arg(icon.fault));
 }
 
-DrawnIconCheck::Outcome DrawnIconCheck::draw(const Launcher &launcher)
+DrawnIconCheck::Outcome DrawnIconCheck::draw(const Entry &launcher)
 {
     constexpr int IconSize = 48;
     Outcome outcome;

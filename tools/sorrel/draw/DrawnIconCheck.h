@@ -25,7 +25,7 @@ public:
     /// An IconCheckFactory.
     static std::unique_ptr<IconCheck> make(const SorrelKit::Package &package, FindingList *findings);
 
-    void check(const SorrelKit::Launcher &launcher) override;
+    void check(const SorrelKit::Entry &launcher) override;
     void finish() override;
 
 private:
@@ -34,7 +34,7 @@ private:
         QString fault; ///< empty when the icon is drawn as the package describes it
     };
 
-    Outcome draw(const SorrelKit::Launcher &launcher);
+    Outcome draw(const SorrelKit::Entry &launcher);
 
     SorrelKit::DrawableRenderer m_renderer;
     QHash<quint32, Outcome> m_outcomes; ///< by resource id

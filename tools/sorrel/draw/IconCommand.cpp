@@ -9,14 +9,14 @@
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 
-using SorrelKit::Launcher;
+using SorrelKit::Entry;
 using SorrelKit::Package;
 
 namespace {
 
-const Launcher *findLauncher(const QList<Launcher> &launchers, const QString &name)
+const Entry *findLauncher(const QList<Entry> &launchers, const QString &name)
 {
-    for (const Launcher &launcher : launchers) {
+    for (const Entry &launcher : launchers) {
         if (launcher.name() == name)
             return &launcher;
     }
@@ -78,8 +78,8 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     SorrelKit::DrawableRenderer renderer(package);
     QImage picture;
     if (parser.isSet(m_launcher)) {
-        const QList<Launcher> launchers = package.launchers();
-        const Launcher *launcher = findLauncher(launchers, parser.value(m_launcher));
+        const QList<Entry> launchers = package.launchers();
+        const Entry *launcher = findLauncher(launchers, parser.value(m_launcher));
         if (launcher == nullptr) {
             Console::complain(file.text(), QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
             return CannotRead;

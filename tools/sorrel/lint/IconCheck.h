@@ -16,7 +16,7 @@ public:
     virtual ~IconCheck() = default;
 
     /// Checks the icon of @p launcher, in which LauncherLint has found no fault.
-    virtual void check(const SorrelKit::Launcher &launcher) = 0;
+    virtual void check(const SorrelKit::Entry &launcher) = 0;
     /// All launchers were checked.
     virtual void finish() = 0;
 };

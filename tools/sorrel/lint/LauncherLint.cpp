@@ -4,8 +4,8 @@
 #include <algorithm>
 
 using namespace LintChecks;
+using SorrelKit::Entry;
 using SorrelKit::IconFile;
-using SorrelKit::Launcher;
 using SorrelKit::ResourceValue;
 
 LauncherLint::LauncherLint(const SorrelKit::Package &package, IconCheck *icons, FindingList *findings)
@@ -15,7 +15,7 @@ LauncherLint::LauncherLint(const SorrelKit::Package &package, IconCheck *icons, 
 
 void LauncherLint::run()
 {
-    const QList<Launcher> launchers = m_package.launchers();
+    const QList<Entry> launchers = m_package.launchers();
     if (launchers.isEmpty())
         m_findings->add(NoLauncher, QString(),
                         QStringLiteral("The package has no launcher; home screens do not show it."));
@@ -32,7 +32,7 @@ void LauncherLint::run()
             QStringLiteral("The package has %1 launchers; lint checks the first %2.").arg(launchers.size()).arg(count));
 }
 
-void LauncherLint::checkNames(const Launcher &launcher)
+void LauncherLint::checkNames(const Entry &launcher)
 {
     const QString className = launcher.className();
     if (className.isEmpty())
@@ -47,7 +47,7 @@ void LauncherLint::checkNames(const Launcher &launcher)
                         QStringLiteral("The launcher's label is missing; hosts show the launcher's name."));
 }
 
-void LauncherLint::checkIcon(const Launcher &launcher)
+void LauncherLint::checkIcon(const Entry &launcher)
 {
     constexpr quint32 PlatformPackage = 0x01;
     const IconState icon = iconState(launcher);
@@ -72,7 +72,7 @@ void LauncherLint::checkIcon(const Launcher &launcher)
         m_iconCheck->check(launcher);
 }
 
-LauncherLint::IconState LauncherLint::iconState(const Launcher &launcher)
+LauncherLint::IconState LauncherLint::iconState(const Entry &launcher)
 {
     const quint32 resource = launcher.iconResource();
     const auto known = m_icons.constFind(resource);

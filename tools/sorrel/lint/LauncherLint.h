@@ -32,9 +32,9 @@ private:
         Usable,
     };
 
-    void checkNames(const SorrelKit::Launcher &launcher);
-    void checkIcon(const SorrelKit::Launcher &launcher);
-    IconState iconState(const SorrelKit::Launcher &launcher);
+    void checkNames(const SorrelKit::Entry &launcher);
+    void checkIcon(const SorrelKit::Entry &launcher);
+    IconState iconState(const SorrelKit::Entry &launcher);
     bool isColor(quint32 resource) const;
 
     SorrelKit::Package m_package;

@@ -7,8 +7,8 @@
 #include <QLocale>
 #include <QStringList>
 
+using SorrelKit::Entry;
 using SorrelKit::IconFile;
-using SorrelKit::Launcher;
 
 namespace {
 
@@ -71,7 +71,7 @@ QJsonObject errorToJson(int code, const QString &text)
     return {{QStringLiteral("code"), code}, {QStringLiteral("text"), text}};
 }
 
-QJsonObject launcherToJson(const Launcher &launcher)
+QJsonObject launcherToJson(const Entry &launcher)
 {
     QJsonArray icons;
     for (const IconFile &icon : launcher.iconFiles())
@@ -90,7 +90,7 @@ QJsonObject launcherToJson(const Launcher &launcher)
 PackageReport::PackageReport(const FileName &file, bool includesDisabled)
     : m_file(file), m_package(SorrelKit::Package::fromNativePath(file.path()))
 {
-    for (const Launcher &launcher : m_package.launchers()) {
+    for (const Entry &launcher : m_package.launchers()) {
         if (includesDisabled || launcher.isShown())
             m_launchers.append(launcher);
     }
@@ -110,7 +110,7 @@ QString PackageReport::toText(const TextStyle &style, const ReportRows &more) co
     if (m_launchers.isEmpty())
         add(QStringLiteral("  launcher"), QStringLiteral("none"));
     const QLocale locale = userLocale();
-    for (const Launcher &launcher : m_launchers) {
+    for (const Entry &launcher : m_launchers) {
         add(QStringLiteral("  launcher"), launcher.name());
         QMap<QString, QString> labels = launcher.labels();
         if (!labels.isEmpty()) {
@@ -128,7 +128,7 @@ QString PackageReport::toText(const TextStyle &style, const ReportRows &more) co
 QJsonObject PackageReport::toJson() const
 {
     QJsonArray launchers;
-    for (const Launcher &launcher : m_launchers)
+    for (const Entry &launcher : m_launchers)
         launchers.append(launcherToJson(launcher));
     QJsonObject json = m_file.toJson();
     json.insert(QStringLiteral("error"), errorToJson(int(m_package.error().code()), errorText()));

@@ -40,7 +40,7 @@ public:
 private:
     FileName m_file;
     SorrelKit::Package m_package;
-    QList<SorrelKit::Launcher> m_launchers;
+    QList<SorrelKit::Entry> m_launchers;
 };
 
 #endif

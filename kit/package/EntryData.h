@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_LAUNCHERDATA_H
-#define SORRELKIT_LAUNCHERDATA_H
+#ifndef SORRELKIT_ENTRYDATA_H
+#define SORRELKIT_ENTRYDATA_H
 
 #include "package/Manifest.h"
 #include "package/PackageData.h"
@@ -9,8 +9,8 @@
 
 namespace SorrelKit {
 
-/// The data of a Launcher. The entry points into the manifest of the package, which this object keeps alive.
-class LauncherData : public QSharedData
+/// The data of an Entry. The entry points into the manifest of the package, which this object keeps alive.
+class EntryData : public QSharedData
 {
 public:
     PackageDataPointer package;

@@ -14,7 +14,7 @@ namespace SorrelKit {
 class IconFileData;
 
 /**
- * A file that a package has for an icon. Launcher::iconFiles() returns these.
+ * A file that a package has for an icon. Entry::iconFiles() returns these.
  *
  * The values stay valid when the package is gone. Copies share their data and are cheap. Every operation takes constant
  * time and cannot fail. Different objects may be used in different threads.
@@ -57,7 +57,7 @@ public:
     int density() const;
 
 private:
-    friend class Launcher;
+    friend class Entry;
 
     QSharedDataPointer<IconFileData> d;
 };

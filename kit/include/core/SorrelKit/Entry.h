@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_LAUNCHER_H
-#define SORRELKIT_LAUNCHER_H
+#ifndef SORRELKIT_ENTRY_H
+#define SORRELKIT_ENTRY_H
 
 #include <SorrelKit/IconFile.h>
 #include <SorrelKit/KitCoreExport.h>
@@ -14,7 +14,7 @@
 
 namespace SorrelKit {
 
-class LauncherData;
+class EntryData;
 
 /**
  * An entry of a package that a home screen may show: the component to start, its label and its icon.
@@ -30,7 +30,7 @@ class LauncherData;
  *
  * @since 0.5.1
  */
-class SORRELKITCORE_EXPORT Launcher
+class SORRELKITCORE_EXPORT Entry
 {
     Q_GADGET
     Q_PROPERTY(QString packageName READ packageName CONSTANT)
@@ -46,19 +46,19 @@ class SORRELKITCORE_EXPORT Launcher
 
 public:
     /// An entry of nothing: empty texts and lists, and neither enabled nor exported. @since 0.5.1
-    Launcher();
+    Entry();
     /// A copy of @p other. @since 0.5.1
-    Launcher(const Launcher &other);
+    Entry(const Entry &other);
     /// Takes the value of @p other. @since 0.5.1
-    Launcher(Launcher &&other) noexcept;
+    Entry(Entry &&other) noexcept;
     /// Becomes a copy of @p other. @since 0.5.1
-    Launcher &operator=(const Launcher &other);
+    Entry &operator=(const Entry &other);
     /// Takes the value of @p other. @since 0.5.1
-    Launcher &operator=(Launcher &&other) noexcept;
+    Entry &operator=(Entry &&other) noexcept;
     /// Closes the package when no other object uses it. @since 0.5.1
-    ~Launcher();
+    ~Entry();
     /// Exchanges two launchers. @since 0.5.1
-    void swap(Launcher &other) noexcept { d.swap(other.d); }
+    void swap(Entry &other) noexcept { d.swap(other.d); }
 
     /// Name of the package ("org.example.notes"). @since 0.5.1
     QString packageName() const;
@@ -113,14 +113,14 @@ public:
 private:
     friend class Package;
     friend class PackageAccess;
-    explicit Launcher(LauncherData *data);
+    explicit Entry(EntryData *data);
 
-    QExplicitlySharedDataPointer<LauncherData> d;
+    QExplicitlySharedDataPointer<EntryData> d;
 };
 
 } // namespace SorrelKit
 
-Q_DECLARE_SHARED(SorrelKit::Launcher)
-Q_DECLARE_METATYPE(SorrelKit::Launcher)
+Q_DECLARE_SHARED(SorrelKit::Entry)
+Q_DECLARE_METATYPE(SorrelKit::Entry)
 
 #endif

@@ -68,7 +68,7 @@ public:
      */
     QImage icon(const IconRequest &request);
     /// The icon of @p launcher, which may belong to any package. @since 0.5.1
-    QImage icon(const Launcher &launcher, const IconRequest &request);
+    QImage icon(const Entry &launcher, const IconRequest &request);
     /// The drawable or colour resource @p id (0xPPTTEEEE). @since 0.5.1
     QImage drawable(quint32 id, const IconRequest &request);
 

@@ -113,7 +113,7 @@ public:
     /// Components that came, went or changed in a value of Component. Those for which ComponentChange::isOpened() is true
     /// are first. @since 0.5.1
     QList<ComponentChange> components() const;
-    /// Launchers that came, went or changed, by Launcher::name(); the values are "shown" and "hidden". @since 0.5.1
+    /// Launchers that came, went or changed, by Entry::name(); the values are "shown" and "hidden". @since 0.5.1
     QList<TextChange> launchers() const;
     /// The application's labels by language tag. @since 0.5.1
     QList<TextChange> labels() const;

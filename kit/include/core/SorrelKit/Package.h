@@ -3,10 +3,10 @@
 #define SORRELKIT_PACKAGE_H
 
 #include <SorrelKit/Component.h>
+#include <SorrelKit/Entry.h>
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
-#include <SorrelKit/Launcher.h>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -37,7 +37,7 @@ class PackageData;
  * | archive directory | every query                                                                              |
  * | manifest          | every query except nativeAbis(), which needs the names of members alone                  |
  * | resource table    | error(), Resources, DrawableRenderer; others for an attribute that refers to a resource  |
- * | files of icons    | Launcher::iconFiles(), DrawableRenderer                                                  |
+ * | files of icons    | Entry::iconFiles(), DrawableRenderer                                                  |
  *
  * Attributes for labels and icons usually are references; any other attribute may be one. In a set of packages, queries
  * of the manifest read the directories and manifests up to those of the base. nativeAbis(), splits(), and queries that
@@ -78,7 +78,7 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(QStringList nativeAbis READ nativeAbis CONSTANT)
     Q_PROPERTY(QStringList splits READ splits CONSTANT)
     Q_PROPERTY(QString label READ label CONSTANT)
-    Q_PROPERTY(QList<SorrelKit::Launcher> launchers READ launchers CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Entry> launchers READ launchers CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Component> components READ components CONSTANT)
 
 public:
@@ -149,17 +149,17 @@ public:
     /// set. @since 0.5.1
     QStringList splits() const;
 
-    /// The application's labels by language tag, in the form of Launcher::labels(); empty when there is none. Reads the
+    /// The application's labels by language tag, in the form of Entry::labels(); empty when there is none. Reads the
     /// table for a reference. @since 0.5.1
     QMap<QString, QString> labels() const;
-    /// The application's label for @p locale, chosen as Launcher::label() does; packageName() when there is none. Reads
+    /// The application's label for @p locale, chosen as Entry::label() does; packageName() when there is none. Reads
     /// the table for a reference. @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
 
     /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of
     /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
     /// @since 0.5.1
-    QList<Launcher> launchers() const;
+    QList<Entry> launchers() const;
     /// The components of the application that have a name, in the order of the manifest, up to 8192 of them. The
     /// first of several elements with one tag and one name counts. A set has those of the base's manifest. Reads the manifest,
     /// and the table for a reference; goes over the manifest on each call. @since 0.5.1

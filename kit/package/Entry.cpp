@@ -1,63 +1,63 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <SorrelKit/Launcher.h>
+#include <SorrelKit/Entry.h>
 
 #include "format/AndroidAttributes.h"
 #include "language/LabelLookup.h"
+#include "package/EntryData.h"
 #include "package/IconFileData.h"
-#include "package/LauncherData.h"
 
 namespace SorrelKit {
 
-Launcher::Launcher() : d(new LauncherData) {}
-Launcher::Launcher(LauncherData *data) : d(data) {}
-Launcher::Launcher(const Launcher &other) = default;
-Launcher::Launcher(Launcher &&other) noexcept = default;
-Launcher &Launcher::operator=(const Launcher &other) = default;
-Launcher &Launcher::operator=(Launcher &&other) noexcept = default;
-Launcher::~Launcher() = default;
+Entry::Entry() : d(new EntryData) {}
+Entry::Entry(EntryData *data) : d(data) {}
+Entry::Entry(const Entry &other) = default;
+Entry::Entry(Entry &&other) noexcept = default;
+Entry &Entry::operator=(const Entry &other) = default;
+Entry &Entry::operator=(Entry &&other) noexcept = default;
+Entry::~Entry() = default;
 
-QString Launcher::packageName() const
+QString Entry::packageName() const
 {
     return d->isValid() ? d->package->manifest().packageName() : QString();
 }
 
-QString Launcher::name() const
+QString Entry::name() const
 {
     return d->entry.name;
 }
 
-QString Launcher::className() const
+QString Entry::className() const
 {
     return d->entry.className;
 }
 
-bool Launcher::isAlias() const
+bool Entry::isAlias() const
 {
     return d->entry.isAlias;
 }
 
-bool Launcher::isEnabled() const
+bool Entry::isEnabled() const
 {
     return d->isValid() && d->package->isEnabled(*d->entry.activity);
 }
 
-bool Launcher::isExported() const
+bool Entry::isExported() const
 {
     return d->isValid() && d->package->isExported(*d->entry.activity);
 }
 
-bool Launcher::isShown() const
+bool Entry::isShown() const
 {
     return isEnabled() && isExported();
 }
 
-QMap<QString, QString> Launcher::labels() const
+QMap<QString, QString> Entry::labels() const
 {
     return d->isValid() ? LabelLookup(d->package->resolver(), d->launcherCount).labels(d->innermost(Attr::Label))
                         : QMap<QString, QString>();
 }
 
-QString Launcher::label(const QLocale &locale) const
+QString Entry::label(const QLocale &locale) const
 {
     if (!d->isValid())
         return {};
@@ -66,13 +66,13 @@ QString Launcher::label(const QLocale &locale) const
     return label.isEmpty() ? name() : label;
 }
 
-quint32 Launcher::iconResource() const
+quint32 Entry::iconResource() const
 {
     const XmlAttribute *const icon = d->innermost(Attr::Icon);
     return icon != nullptr && icon->value.isReference() ? icon->value.data : 0;
 }
 
-QList<IconFile> Launcher::iconFiles() const
+QList<IconFile> Entry::iconFiles() const
 {
     QList<IconFile> files;
     if (!d->isValid())
