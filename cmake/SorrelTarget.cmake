@@ -28,8 +28,10 @@ function(sorrel_internal target)
     sorrel_target(${target})
     sorrel_reproducible(${target})
     target_compile_definitions(${target} PRIVATE $<$<NOT:$<BOOL:${SORREL_ASSERTIONS}>>:QT_NO_DEBUG>)
-    # Only the libraries need debug information: the ABI check reads it.
-    target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g>)
+    # Only the libraries need debug information: the ABI check reads it. The presets with sanitizers choose their own.
+    if(NOT SORREL_SANITIZERS)
+        target_compile_options(${target} PRIVATE $<$<CONFIG:RelWithDebInfo>:-g>)
+    endif()
     if(SORREL_FUZZERS)
         target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
     endif()
