@@ -11,12 +11,17 @@ namespace {
 using Effect = DiagnosticTable::Effect;
 
 constexpr int Android8_1 = 27;
+constexpr int Android9 = 28;
 constexpr int Android11 = 30;
 
 constexpr DiagnosticTable::Row rows[] = {
     {Oddity::BytesAhead, Effect::Refused, Android8_1, 0,
      "The archive does not begin with the file; Android refuses the package."},
     {Oddity::BytesBehind, Effect::Refused, 0, 0, "The file goes on behind the archive; Android refuses the package."},
+    {Oddity::CutComment, Effect::Refused, 0, 0,
+     "The file ends before the archive's comment does; Android refuses the package."},
+    {Oddity::LongComment, Effect::Taken, 0, 0,
+     "The archive's comment has so many bytes that some readers do not find the end record; Android finds it."},
     {Oddity::DirectoryGap, Effect::Taken, 0, 0,
      "There are bytes between the directory and the end record; Android skips them, unless a signature of scheme v2 or "
      "later is checked."},
@@ -27,7 +32,7 @@ constexpr DiagnosticTable::Row rows[] = {
      "The directory has more members than the end record counts; Android does not see the others."},
     {Oddity::MissingRecords, Effect::Refused, 0, 0,
      "The directory has fewer members than the end record counts, or a damaged one; Android refuses the package."},
-    {Oddity::HeaderBehindStart, Effect::Refused, 0, 0,
+    {Oddity::OffsetBehindMembers, Effect::Refused, 0, 0,
      "A member has an offset at or behind the directory; Android refuses the package."},
     {Oddity::InvalidName, Effect::Refused, 0, 0,
      "A member's name has a zero, or is no UTF-8; Android refuses the package."},
@@ -40,14 +45,17 @@ constexpr DiagnosticTable::Row rows[] = {
      "The file has another name in its own header; Android does not open it."},
     {Oddity::MemberSizes, Effect::ManifestRefused, 0, 0,
      "The file has other sizes or another checksum in its own header; Android does not open it."},
-    {Oddity::MemberPastData, Effect::ManifestRefused, 0, 0,
+    {Oddity::MemberPastDirectory, Effect::ManifestRefused, 0, 0,
      "The file's data does not end before the directory; Android does not open it."},
     {Oddity::MemberMethod, Effect::Taken, 0, 0,
      "The file has another compression method in its own header; Android uses that of the directory."},
     {Oddity::MemberEncrypted, Effect::Taken, 0, 0,
      "The file is marked as encrypted; Android does not look at the mark."},
-    {Oddity::MemberNotDeflated, Effect::Taken, 0, 0,
-     "The file has an unknown compression method; Android reads it as not compressed."},
+    {Oddity::MemberNotDeflated, Effect::Taken, Android9, 0,
+     "The file has an unknown compression method; Android 9 and later read it as not compressed, older versions cannot "
+     "read it."},
+    {Oddity::MemberStoredSizes, Effect::Taken, 0, 0,
+     "The file is not compressed and has two sizes; Android uses the uncompressed one."},
     {Oddity::MemberMarksDiffer, Effect::Taken, 0, 0,
      "The file's header and the directory differ about sizes that follow the data; Android uses the mark in the "
      "header."},

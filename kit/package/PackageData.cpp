@@ -169,7 +169,11 @@ QList<Diagnostic> PackageData::diagnostics()
     DiagnosticList diagnostics;
     for (std::size_t number = 0; number < m_oddities.size(); ++number) {
         const FileOddities &files = m_oddities.at(number);
+        ZipArchive &archive = isSet() ? *m_members.at(number) : *m_outer;
+        diagnostics.append(archive.oddities(), files.package, QString());
+        diagnostics.append(archive.oddities(manifestPath()), files.package, manifestPath());
         diagnostics.append(files.manifest, files.package, manifestPath());
+        diagnostics.append(archive.oddities(tablePath()), files.package, tablePath());
         diagnostics.append(files.table, files.package, tablePath());
     }
     return diagnostics.all();

@@ -37,6 +37,13 @@ public:
             item.detail = QString::number(number);
     }
 
+    /// The same for @p times times at once.
+    void add(Oddity oddity, const QString &detail, qint64 times)
+    {
+        add(oddity, detail);
+        at(oddity).count += times - 1;
+    }
+
     bool isEmpty() const { return m_items.empty(); }
     bool contains(Oddity oddity) const { return find(oddity) != nullptr; }
     /// The item of @p oddity; null when there is none.

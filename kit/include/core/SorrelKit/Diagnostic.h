@@ -40,26 +40,29 @@ public:
     enum class Code {
         None, ///< nothing is odd
 
-        BytesAhead,        ///< the file does not begin with a member
-        BytesBehind,       ///< the file goes on behind the archive
-        DirectoryGap,      ///< bytes between the directory and the end record
-        DiskNumbers,       ///< the end record has the numbers of an archive on several disks
-        EmptyArchive,      ///< the end record counts no member
-        HiddenRecords,     ///< the directory has more records than the end record counts
-        MissingRecords,    ///< the directory has fewer records than the end record counts
-        HeaderBehindStart, ///< a record has the offset of a header at or behind the directory
-        InvalidName,       ///< a name with a zero, or with bytes that are no UTF-8
-        DuplicateName,     ///< two members of one name
-        Zip64Directory,    ///< the end record is in the form of ZIP64
+        BytesAhead,          ///< the file does not begin with a member
+        BytesBehind,         ///< the file goes on behind the archive
+        CutComment,          ///< the file ends before the archive's comment does
+        LongComment,         ///< the end record is further from the end of the file than some readers look
+        DirectoryGap,        ///< bytes between the directory and the end record
+        DiskNumbers,         ///< the end record has the numbers of an archive on several disks
+        EmptyArchive,        ///< the end record counts no member
+        HiddenRecords,       ///< the directory has more records than the end record counts
+        MissingRecords,      ///< the directory has fewer records than the end record counts
+        OffsetBehindMembers, ///< a record has the offset of a header at or behind the directory
+        InvalidName,         ///< a name with a zero, or with bytes that are no UTF-8
+        DuplicateName,       ///< two members of one name
+        Zip64Directory,      ///< the end record is in the form of ZIP64
 
-        NoMemberHeader,    ///< there is no header at the offset in the directory
-        MemberName,        ///< the header has another name than the directory
-        MemberSizes,       ///< the header has other sizes or another checksum than the directory
-        MemberPastData,    ///< the data ends behind the start of the directory
-        MemberMethod,      ///< the header has another compression method than the directory
-        MemberEncrypted,   ///< there is a mark of encryption
-        MemberNotDeflated, ///< a compression method other than 0 (stored) and 8 (deflated)
-        MemberMarksDiffer, ///< the header and the directory differ about sizes that follow the data
+        NoMemberHeader,      ///< there is no header at the offset in the directory
+        MemberName,          ///< the header has another name than the directory
+        MemberSizes,         ///< the header has other sizes or another checksum than the directory
+        MemberPastDirectory, ///< the data ends behind the start of the directory
+        MemberMethod,        ///< the header has another compression method than the directory
+        MemberEncrypted,     ///< there is a mark of encryption
+        MemberNotDeflated,   ///< a compression method other than 0 (stored) and 8 (deflated)
+        MemberStoredSizes,   ///< a member that is not compressed has two sizes in the directory
+        MemberMarksDiffer,   ///< the header and the directory differ about sizes that follow the data
 
         DocumentType,         ///< the first chunk is no document
         DocumentHeaderSize,   ///< the header of the document has another size than 8
