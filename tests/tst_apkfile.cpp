@@ -338,7 +338,8 @@ void TestApkFile::errorTextOfEveryCode_data()
     QTest::newRow("3") << 3 << QStringLiteral("could not parse resources.arsc");
     QTest::newRow("4") << 4 << QStringLiteral("could not find AndroidManifest.xml");
     QTest::newRow("5") << 5 << QStringLiteral("could not parse AndroidManifest.xml");
-    QTest::newRow("6") << 6 << QStringLiteral("unknown error");
+    QTest::newRow("6") << 6 << QStringLiteral("Android refuses the package");
+    QTest::newRow("7") << 7 << QStringLiteral("unknown error");
     QTest::newRow("-1") << -1 << QStringLiteral("unknown error");
 }
 

@@ -24,12 +24,16 @@
 #include <quazip/quazip.h>
 #include <quazip/quazipfile.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace SorrelKit {
 
 namespace {
 
 const char *const tableName = "resources.arsc";
 const char *const manifestName = "AndroidManifest.xml";
+const char *const requiredNames[] = {tableName, manifestName};
 
 struct Member {
     QString name;
@@ -89,6 +93,20 @@ std::unique_ptr<QIODevice> bufferOf(const QByteArray &bytes)
     auto buffer = std::make_unique<QBuffer>();
     buffer->setData(bytes);
     return buffer;
+}
+
+// Whether ApkFile reads the same files from @p archive as Android does. QuaZip is stricter.
+bool isArchiveOfApkFile(ZipArchive &archive)
+{
+    const OddityList directory = archive.oddities();
+    if (directory.contains(Oddity::DirectoryGap) || directory.contains(Oddity::DiskNumbers)
+        || directory.contains(Oddity::LongComment))
+        return false;
+    return std::none_of(std::begin(requiredNames), std::end(requiredNames), [&archive](const char *name) {
+        const OddityList member = archive.oddities(QLatin1String(name));
+        return member.contains(Oddity::MemberMethod) || member.contains(Oddity::MemberNotDeflated)
+               || member.contains(Oddity::MemberStoredSizes);
+    });
 }
 
 } // namespace
@@ -167,6 +185,7 @@ void PackageNormalizerPrivate::load()
     isNeeded = package.set != nullptr;
     loadManifest(*package.files);
     loadTable(package, budget);
+    isNeeded = isNeeded || (!error && !isArchiveOfApkFile(*package.files));
 }
 
 void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &budget)

@@ -12,7 +12,8 @@ static_assert(int(Error::Code::None) == PackageError::NoError
                   && int(Error::Code::CannotOpen) == PackageError::CannotOpen
                   && int(Error::Code::BadTable) == PackageError::BadResources
                   && int(Error::Code::NoManifest) == PackageError::NoManifest
-                  && int(Error::Code::BadManifest) == PackageError::BadManifest,
+                  && int(Error::Code::BadManifest) == PackageError::BadManifest
+                  && int(Error::Code::RefusedByAndroid) == PackageError::RefusedByAndroid,
               "the codes are those of ApkFile::getError()");
 
 class ErrorData : public QSharedData

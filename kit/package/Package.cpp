@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Package.h>
 
+#include "diagnostic/DiagnosticList.h"
 #include "format/AndroidAttributes.h"
 #include "language/LabelLookup.h"
 #include "manifest/ManifestWriter.h"
@@ -78,7 +79,16 @@ Error Package::error() const
 {
     // A damaged table is an error, too.
     d->tables();
-    return Error(Error::Code(d->error()), d->fault());
+    if (d->error() != PackageError::NoError)
+        return Error(Error::Code(d->error()), d->fault());
+    const QList<Diagnostic> diagnostics = d->diagnostics();
+    const auto refused = std::find_if(diagnostics.cbegin(), diagnostics.cend(), DiagnosticList::isRefusedToday);
+    return refused != diagnostics.cend() ? Error(Error::Code::RefusedByAndroid, refused->text()) : Error();
+}
+
+QList<Diagnostic> Package::diagnostics() const
+{
+    return d->diagnostics();
 }
 
 bool Package::isValid() const

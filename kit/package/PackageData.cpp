@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "package/PackageData.h"
 
+#include "diagnostic/DiagnosticList.h"
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
@@ -17,6 +18,11 @@ namespace {
 QString manifestPath()
 {
     return QStringLiteral("AndroidManifest.xml");
+}
+
+QString tablePath()
+{
+    return QStringLiteral("resources.arsc");
 }
 
 Configuration anyPhone()
@@ -78,6 +84,7 @@ void PackageData::openSplits()
     for (PackageSet::Split &split : m_set->splits()) {
         m_splits.append(split.name);
         m_members.push_back(std::move(split.archive));
+        m_oddities.push_back({split.path, split.oddities, {}});
     }
     m_set.reset();
 }
@@ -104,14 +111,17 @@ void PackageData::readManifest()
     FormatFault fault = FormatFault::None;
     if (m_set != nullptr) {
         manifest = std::move(m_set->baseManifest());
+        m_oddities.push_back({m_set->basePath(), m_set->baseOddities(), {}});
     } else {
         const QByteArray bytes = m_outer->file(manifestPath(), Limits::MaxManifestBytes);
+        m_oddities.emplace_back();
         if (bytes.isEmpty()) {
             setError(PackageError::NoManifest);
             return;
         }
         const XmlReader reader(bytes);
         fault = reader.fault();
+        m_oddities.front().manifest = reader.oddities();
         manifest = Manifest(reader.root());
     }
     m_isManifestWhole = fault == FormatFault::None;
@@ -128,16 +138,16 @@ const ResourceTables &PackageData::tables()
         manifest();
         openSplits();
         if (m_isManifestWhole)
-            readTable(base());
+            readTable(base(), &m_oddities.front().table);
         for (std::size_t split = 1; split < m_members.size(); ++split)
-            readTable(*m_members.at(split));
+            readTable(*m_members.at(split), &m_oddities.at(split).table);
     }
     return m_tables;
 }
 
-void PackageData::readTable(ZipArchive &archive)
+void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
 {
-    const QString path = QStringLiteral("resources.arsc");
+    const QString path = tablePath();
     // A package may have no resources, and splits for processors have none.
     if (!archive.contains(path))
         return;
@@ -147,9 +157,26 @@ void PackageData::readTable(ZipArchive &archive)
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
+    *oddities = table->oddities();
     if (table->fault() != FormatFault::None)
         setError(PackageError::BadResources, formatFaultText(table->fault()));
     m_tables.append(table);
+}
+
+QList<Diagnostic> PackageData::diagnostics()
+{
+    tables();
+    DiagnosticList diagnostics;
+    for (std::size_t number = 0; number < m_oddities.size(); ++number) {
+        const FileOddities &files = m_oddities.at(number);
+        ZipArchive &archive = isSet() ? *m_members.at(number) : *m_outer;
+        diagnostics.append(archive.oddities(), files.package, QString());
+        diagnostics.append(archive.oddities(manifestPath()), files.package, manifestPath());
+        diagnostics.append(files.manifest, files.package, manifestPath());
+        diagnostics.append(archive.oddities(tablePath()), files.package, tablePath());
+        diagnostics.append(files.table, files.package, tablePath());
+    }
+    return diagnostics.all();
 }
 
 void PackageData::setError(PackageError::Code error, const QString &fault)

@@ -6,13 +6,17 @@
 #include "archive/ZipArchive.h"
 #include "limits/Budget.h"
 #include "limits/Limits.h"
+#include "oddity/OddityList.h"
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "package/PackageSet.h"
 #include "resources/ResourceResolver.h"
 
+#include <SorrelKit/Diagnostic.h>
+
 #include <QExplicitlySharedDataPointer>
+#include <QList>
 #include <QSharedData>
 #include <QString>
 #include <QStringList>
@@ -61,6 +65,8 @@ public:
     PackageError::Code error() const { return m_error; }
     /// The fault behind the error; may be empty.
     QString fault() const { return m_fault; }
+    /// What is odd in the archives, manifests and tables. Takes all steps.
+    QList<Diagnostic> diagnostics();
     /// The bytes of the package or the set; null when it cannot be opened.
     std::shared_ptr<ByteSource> bytes();
     /// The path of its file, as the system has it; empty for a device.
@@ -98,11 +104,18 @@ public:
     QVector<ResolvedValue> launcherIcons(int count) override;
 
 private:
+    /// The oddities of a package's files.
+    struct FileOddities {
+        QString package; ///< its path in the set; empty for a single package
+        OddityList manifest;
+        OddityList table;
+    };
+
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     bool open();
     void openSplits();
     void readManifest();
-    void readTable(ZipArchive &archive);
+    void readTable(ZipArchive &archive, OddityList *oddities);
     bool isSet() const { return !m_members.empty(); }
     ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
     void setError(PackageError::Code error, const QString &fault = QString());
@@ -118,6 +131,7 @@ private:
     PackageError::Code m_error = PackageError::NoError;
     QString m_fault;
     Manifest m_manifest;
+    std::vector<FileOddities> m_oddities; ///< of the base or the single package, then of the splits
     QStringList m_splits;
     ResourceTables m_tables;
     Budget m_reading{MaxReadingWork, MaxReadingBytes};

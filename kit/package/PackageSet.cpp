@@ -76,7 +76,8 @@ bool PackageSet::readNext()
 {
     if (m_next >= m_paths.size())
         return false;
-    std::unique_ptr<ZipArchive> package = m_archive.archive(m_paths.at(m_next++), &m_budget);
+    const QString path = m_paths.at(m_next++);
+    std::unique_ptr<ZipArchive> package = m_archive.archive(path, &m_budget);
     if (package == nullptr || !package->open(&m_budget))
         return true;
     const QByteArray bytes = package->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &m_budget);
@@ -91,10 +92,12 @@ bool PackageSet::readNext()
         return true;
     Manifest manifest(reader.root());
     if (!manifest.splitName().isEmpty()) {
-        m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName()});
+        m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName(), path, reader.oddities()});
     } else if (!m_hasBase) {
         m_hasBase = true;
         m_application = manifest.packageName();
+        m_basePath = path;
+        m_baseOddities = reader.oddities();
         m_base = std::move(package);
         m_baseManifest = std::move(manifest);
     }

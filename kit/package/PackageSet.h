@@ -3,6 +3,7 @@
 #define SORRELKIT_PACKAGESET_H
 
 #include "archive/ZipArchive.h"
+#include "oddity/OddityList.h"
 #include "package/Manifest.h"
 
 #include <QString>
@@ -33,6 +34,8 @@ public:
         QString name; ///< "config.de"
         std::unique_ptr<ZipArchive> archive;
         QString application; ///< the package name of its base
+        QString path;        ///< in the set
+        OddityList oddities; ///< of its manifest
     };
 
     /// Whether one of the members of @p archive is a package.
@@ -48,6 +51,9 @@ public:
     std::unique_ptr<ZipArchive> &base();
     /// The manifest of base(), which is not damaged. The caller may move it out.
     Manifest &baseManifest();
+    /// The path of base() in the set, and what is odd in its manifest. Precondition: base() was called.
+    const QString &basePath() const { return m_basePath; }
+    const OddityList &baseOddities() const { return m_baseOddities; }
     /// The splits of the base, opened. The first call reads the manifests of all packages. The caller may move the
     /// archives out.
     std::vector<Split> &splits();
@@ -63,6 +69,8 @@ private:
     bool m_hasBase = false;
     std::unique_ptr<ZipArchive> m_base;
     Manifest m_baseManifest;
+    QString m_basePath;
+    OddityList m_baseOddities;
     QString m_application; ///< the package name of the base
     std::vector<Split> m_splits;
     bool m_isFiltered = false; ///< whether the splits of other applications are gone

@@ -16,6 +16,8 @@ QString PackageError::text(int code)
         return QStringLiteral("could not find AndroidManifest.xml");
     case BadManifest:
         return QStringLiteral("could not parse AndroidManifest.xml");
+    case RefusedByAndroid:
+        return QStringLiteral("Android refuses the package");
     default:
         return QStringLiteral("unknown error");
     }

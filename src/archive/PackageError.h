@@ -4,7 +4,7 @@
 
 #include <QString>
 
-/// The error codes of ApkFile::getError().
+/// The error codes of ApkFile::getError(), and RefusedByAndroid of SorrelKit alone.
 namespace PackageError {
 
 enum Code : int {
@@ -14,6 +14,7 @@ enum Code : int {
     BadResources = 3,
     NoManifest = 4,
     BadManifest = 5,
+    RefusedByAndroid = 6,
 };
 
 /// The text of @p code, in English; "unknown error" for an unknown number.

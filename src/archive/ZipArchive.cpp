@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "archive/ZipArchive.h"
 
+#include "archive/ArchiveOddities.h"
 #include "archive/BytesOfFile.h"
 
 #include <QFile>
@@ -61,6 +62,17 @@ int ZipArchive::find(const QString &path)
     return name.isEmpty() ? -1 : m_directory.find(ByteView(name));
 }
 
+OddityList ZipArchive::oddities()
+{
+    return m_isOpen ? ArchiveOddities::ofDirectory(m_directory, *m_source) : OddityList();
+}
+
+OddityList ZipArchive::oddities(const QString &path)
+{
+    const int number = find(path);
+    return number >= 0 ? ArchiveOddities::ofMember(m_directory, *m_source, number) : OddityList();
+}
+
 QStringList ZipArchive::names(int most)
 {
     QStringList names;
@@ -78,16 +90,13 @@ std::optional<ZipArchive::Data> ZipArchive::data(int number)
         return {};
     const ZipDirectory::Member member = m_directory.member(number);
     const ZipDirectory::LocalHeader own = ZipDirectory::localHeader(*m_source, member);
-    const bool sizesFollow = (own.flags & ZipDirectory::SizesFollowFlag) != 0;
-    const bool isSame = own.packedSize == member.packedSize && own.size == member.size && own.crc == member.crc;
-    if (!own.isFound || !(sizesFollow || isSame) || member.packedSize < 0 || member.size < 0)
+    if (!own.isFound || !ZipDirectory::agree(own, member) || member.packedSize < 0 || member.size < 0)
         return {};
     Data data;
     data.at = own.dataAt;
     data.method = member.method;
-    // Tools that hide content claim another size for stored bytes; the shorter one of both is there for sure.
-    data.size = member.method == ZipDirectory::Stored ? qMin(member.size, member.packedSize) : member.size;
-    data.packedSize = member.method == ZipDirectory::Stored ? data.size : member.packedSize;
+    data.size = member.size;
+    data.packedSize = data.isStored() ? member.size : member.packedSize;
     if (data.at > m_source->size())
         return {};
     // A file that is cut in a member has the start of it.
@@ -100,12 +109,11 @@ SharedBytes ZipArchive::content(int number, qint64 maxBytes, Budget *budget, boo
     const std::optional<Data> data = budget->workLeft() > 0 ? this->data(number) : std::nullopt;
     if (!data)
         return {};
-    const bool isStored = data->method == ZipDirectory::Stored;
+    const bool isStored = data->isStored();
     // A member delivers no more than the directory says, so one that is too long is not read at all.
     const qint64 size = isStored ? data->packedSize : data->size;
     const qint64 workPerByte = isStored ? Budget::ByteWork : Budget::PackedByteWork;
-    if ((!isStored && data->method != ZipDirectory::Deflated) || data->size > maxBytes
-        || data->packedSize > budget->workLeft() / workPerByte
+    if (data->size > maxBytes || data->packedSize > budget->workLeft() / workPerByte
         || qMin(size, data->packedSize * Inflater::MaxRatio) > budget->workLeft() / Budget::ByteWork)
         return {};
     SharedBytes bytes;
@@ -147,13 +155,13 @@ std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
     if (!data)
         return {};
     const quint32 wanted = m_directory.member(number).crc;
-    if (data->method == ZipDirectory::Deflated) {
+    if (!data->isStored()) {
         const SharedBytes bytes = content(number, MaxCheckedBytes, budget, false);
         if (bytes.isEmpty() && data->size > 0)
             return {};
         return Inflater::checksum(bytes.view()) == wanted;
     }
-    if (data->method != ZipDirectory::Stored || !budget->spendWork(Budget::ByteWork * data->packedSize))
+    if (!budget->spendWork(Budget::ByteWork * data->packedSize))
         return {};
     constexpr qint64 PieceSize = 1 << 18;
     quint32 sum = 0;
@@ -170,7 +178,7 @@ std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *bud
     const std::optional<Data> data = this->data(number);
     if (!data || data->packedSize > m_source->size() - m_innerBytes)
         return nullptr;
-    if (data->method == ZipDirectory::Stored) {
+    if (data->isStored()) {
         m_innerBytes += data->packedSize;
         const auto part = std::make_shared<PartOfBytes>(m_source, data->at, data->packedSize);
         return std::unique_ptr<ZipArchive>(new ZipArchive(part));

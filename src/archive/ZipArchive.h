@@ -6,6 +6,7 @@
 #include "archive/FileSource.h"
 #include "archive/Inflater.h"
 #include "archive/ZipDirectory.h"
+#include "oddity/OddityList.h"
 
 #include <QStringList>
 
@@ -21,7 +22,7 @@ class QIODevice;
  * open() reads the end of the file and the directory. A member costs reading its header and its bytes; nothing else of
  * the archive is touched. A member is readable when its own header is where the directory says, has the same sizes and
  * checksum unless these follow the data, and all of its bytes exist. The directory's compression method and name count.
- * Checksums of contents and marks of encryption are ignored, as on Android.
+ * A member that is not deflated is stored, whatever its method is, and its uncompressed size counts. Checksums of contents and marks of encryption are ignored, as on Android.
  */
 class ZipArchive : public FileSource
 {
@@ -40,6 +41,9 @@ public:
         qint64 packedSize = 0; ///< less than the directory has when the file is cut
         qint64 size = 0;       ///< bytes that the member delivers
         quint16 method = ZipDirectory::Stored;
+
+        /// Whether the bytes are those that the member delivers. Android 9 and later take any method but one for this.
+        bool isStored() const { return method != ZipDirectory::Deflated; }
     };
 
     /// The archive in the file @p fileName.
@@ -88,6 +92,11 @@ public:
     /// Where the bytes of member @p number are, for callers that read them piece by piece; nothing when it cannot be
     /// read, or @p number is below 0.
     std::optional<Data> data(int number);
+
+    /// What is odd in the archive, and in how the member @p path is stored. Empty before open(), and for a member that
+    /// does not exist.
+    OddityList oddities();
+    OddityList oddities(const QString &path);
 
     /// The directory; empty before open().
     ZipDirectory &directory() { return m_directory; }

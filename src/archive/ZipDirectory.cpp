@@ -83,6 +83,7 @@ bool ZipDirectory::read(ByteSource &source)
             return false;
     }
     m_gapBytes = end.endAt - end.size - at;
+    m_directoryAt = at;
     m_isCut = end.size > MaxBytes;
     m_directory = source.read(at, qMin(end.size, MaxBytes));
     readRecords(end.count);
@@ -103,7 +104,9 @@ bool ZipDirectory::findEnd(ByteSource &source, End &end)
         const ByteView record = ByteView(tail).from(at);
         const quint16 disk = record.u16(4);
         m_isMultiDisk = disk != record.u16(6) || (disk != 0 && disk != InZip64) || record.u16(8) != record.u16(10);
-        m_trailingBytes = qMax(qint64(0), source.size() - m_endAt - EndSize - record.u16(20));
+        const qint64 behind = source.size() - m_endAt - EndSize - record.u16(20);
+        m_trailingBytes = qMax(qint64(0), behind);
+        m_missingCommentBytes = qMax(qint64(0), -behind);
         end.count = record.u16(10);
         end.size = record.u32(12);
         end.offset = record.u32(16);
@@ -148,6 +151,8 @@ void ZipDirectory::readRecords(qint64 count)
         m_records.push_back(quint32(at));
         at += size;
     }
+    m_hasHiddenRecords =
+        qint64(m_records.size()) == count && directory.has(at, MemberSize) && directory.u32(at) == MemberSignature;
 }
 
 ByteView ZipDirectory::name(int number) const
@@ -187,19 +192,43 @@ ZipDirectory::Member ZipDirectory::member(int number) const
     return member;
 }
 
+qint64 ZipDirectory::headerAt(int number) const
+{
+    const quint32 offset = ByteView(m_directory).u32(m_records[std::size_t(number)] + 42);
+    return offset != AtZip64 && m_leadingBytes == 0 ? qint64(offset) : member(number).headerAt;
+}
+
 void ZipDirectory::makeIndex()
 {
     std::size_t size = 16;
     while (size < 2 * m_records.size())
         size *= 2;
     m_index.assign(size, 0);
+    m_duplicates = 0;
+    m_firstDuplicate = -1;
     for (int number = 0; number < count(); ++number) {
         const ByteView name = this->name(number);
         std::size_t slot = NameHash::of(name) & (size - 1);
         while (m_index[slot] != 0 && !isSame(this->name(int(m_index[slot]) - 1), name))
             slot = (slot + 1) & (size - 1);
+        if (m_index[slot] != 0 && m_duplicates++ == 0)
+            m_firstDuplicate = number;
         m_index[slot] = quint32(number) + 1;
     }
+}
+
+int ZipDirectory::duplicateCount()
+{
+    if (m_index.empty())
+        makeIndex();
+    return m_duplicates;
+}
+
+int ZipDirectory::firstDuplicate()
+{
+    if (m_index.empty())
+        makeIndex();
+    return m_firstDuplicate;
 }
 
 int ZipDirectory::find(const ByteView &name)

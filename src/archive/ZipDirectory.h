@@ -17,13 +17,17 @@ class ByteSource;
  *
  * An archive is what Android takes for one, and damaged ones are read as far as they go:
  *
- * - The last end record counts. A comment may follow it. Android refuses an archive with bytes behind the comment.
+ * - The last end record counts. A comment may follow it. Android refuses an archive whose comment does not end with the
+ *   file.
  * - The directory is at the offset in the end record; data may follow it. When it is not there, but right before the
  *   end record, other data precedes the archive, and all offsets are that much larger. Android refuses this.
  * - Numbers of disks have no meaning. An end record in the form of ZIP64 counts where the other one refers to it.
- * - The directory ends at the first record that is damaged. Android refuses the archive.
+ * - The end record counts the members; further records are hidden. The directory ends at the first record that is
+ *   damaged. Android refuses an archive with fewer records than the count, or with the count 0.
  * - Names are bytes. Android refuses an archive with two members of one name; here, the last one counts, as in
  *   libsorrel.
+ *
+ * ArchiveOddities names what Android refuses, and what it takes although it is odd.
  *
  * The copy of the directory's bytes, four bytes for each member, and an index of eight to sixteen bytes for each one
  * when find() is called first: that is all the memory.
@@ -78,8 +82,25 @@ public:
     /// The own header of @p member.
     static LocalHeader localHeader(ByteSource &source, const Member &member);
 
+    /// Whether @p own has the sizes and the checksum of @p member, or they follow the data by its own mark.
+    static bool agree(const LocalHeader &own, const Member &member)
+    {
+        return (own.flags & SizesFollowFlag) != 0
+               || (own.packedSize == member.packedSize && own.size == member.size && own.crc == member.crc);
+    }
+
     /// The bytes of the directory that are held.
     qint64 bytes() const { return m_directory.size(); }
+    /// Offset of the directory in the file.
+    qint64 directoryAt() const { return m_directoryAt; }
+    /// Offset of the header of member @p number in the file; as Member::headerAt, and faster than all of the member.
+    qint64 headerAt(int number) const;
+    /// Whether a record follows the last one that the end record counts.
+    bool hasHiddenRecords() const { return m_hasHiddenRecords; }
+    /// The number of members with the name of an earlier one, and the number of the first of these; -1 when there is
+    /// none. The first call of one of these or of find() makes the index.
+    int duplicateCount();
+    int firstDuplicate();
     /// The number of members according to the end record.
     qint64 claimedCount() const { return m_claimedCount; }
     /// Whether the numbers in the end record say that the archive is one of several disks.
@@ -96,6 +117,8 @@ public:
     qint64 leadingBytes() const { return m_leadingBytes; }
     /// Bytes after the archive and its comment.
     qint64 trailingBytes() const { return m_trailingBytes; }
+    /// Bytes of the comment that the file lacks.
+    qint64 missingCommentBytes() const { return m_missingCommentBytes; }
     /// Whether the end of another directory with members is near the end of the file. Reads it again.
     bool hasOtherDirectory(ByteSource &source) const;
 
@@ -117,6 +140,10 @@ private:
     std::vector<quint32> m_records; ///< offsets of the records in the directory
     std::vector<quint32> m_index;   ///< hash table: 1 + number of the last member of a name; 0 is free
     qint64 m_endAt = -1;            ///< offset of the end record
+    qint64 m_directoryAt = 0;
+    bool m_hasHiddenRecords = false;
+    int m_duplicates = 0;
+    int m_firstDuplicate = -1;
     qint64 m_claimedCount = 0;
     bool m_isMultiDisk = false;
     bool m_isZip64 = false;
@@ -124,6 +151,7 @@ private:
     qint64 m_gapBytes = 0;
     qint64 m_leadingBytes = 0;
     qint64 m_trailingBytes = 0;
+    qint64 m_missingCommentBytes = 0;
 };
 
 #endif

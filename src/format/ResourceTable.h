@@ -8,6 +8,7 @@
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
 #include "limits/Limits.h"
+#include "oddity/OddityList.h"
 
 #include <QString>
 #include <QVector>
@@ -97,6 +98,8 @@ public:
 
     /// The fault of the bytes; FormatFault::None without one.
     FormatFault fault() const { return m_fault; }
+    /// What is odd in the chunks that were visited on load, up to the fault.
+    const OddityList &oddities() const { return m_oddities; }
     /// Number of type chunks in all.
     int typeChunkCount() const { return m_typeChunks; }
 
@@ -140,6 +143,7 @@ private:
 
     std::shared_ptr<const void> m_owner; ///< of the bytes
     FormatFault m_fault = FormatFault::None;
+    OddityList m_oddities;
     StringPoolView m_strings;
     QVector<Package> m_packages;
     int m_maxTypeChunks = MaxTypeChunks;

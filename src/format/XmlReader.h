@@ -5,6 +5,7 @@
 #include "format/FormatFault.h"
 #include "format/XmlElement.h"
 #include "limits/Limits.h"
+#include "oddity/OddityList.h"
 
 #include <QByteArray>
 
@@ -48,6 +49,8 @@ public:
     const XmlElement &root() const { return m_root; }
     /// The fault of the document; FormatFault::None without one.
     FormatFault fault() const { return m_fault; }
+    /// What is odd in the document, up to the fault.
+    const OddityList &oddities() const { return m_oddities; }
     /// Characters of all names and texts that were read: the memory that they take besides the bytes.
     qint64 characters() const { return m_characters; }
 
@@ -64,6 +67,7 @@ private:
     std::vector<QString> m_strings; ///< those that were used, by index: repeated uses share the characters
     XmlElement m_root;
     FormatFault m_fault = FormatFault::None;
+    OddityList m_oddities;
     int m_nodes = 0;
     qint64 m_characters = 0;
 };

@@ -235,11 +235,11 @@ std::vector<MemberDigests::Result> MemberDigests::check()
         MemberQueue queue;
         for (Member &member : m_members) {
             const std::optional<ZipArchive::Data> data = m_archive.data(member.number);
-            const qint64 claimed = m_archive.directory().member(member.number).size;
+            const ZipDirectory::Member claimed = m_archive.directory().member(member.number);
             const bool isKnown =
                 data && (data->method == ZipDirectory::Stored || data->method == ZipDirectory::Deflated);
             // A stored member whose sizes differ is read differently by others.
-            if (!isKnown || data->size != claimed)
+            if (!isKnown || (data->isStored() && claimed.packedSize != claimed.size))
                 continue;
             if (data->packedSize > packedLeft || data->size > inflatedLeft) {
                 member.result.state = State::TooCostly;

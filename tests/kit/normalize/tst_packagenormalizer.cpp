@@ -6,6 +6,7 @@
 #include "Devices.h"
 #include "EncodedTable.h"
 #include "LogCapture.h"
+#include "RawZip.h"
 #include "archive/ZipArchive.h"
 #include "format/AndroidAttributes.h"
 #include "normalize/IconMembers.h"
@@ -186,6 +187,8 @@ private slots:
     void packagesInOtherFormsAnswerAsTheClassicOne();
     void aPackageMayHaveNoTable();
     void aManifestNeedNotSayThatItIsOne();
+    void archivesThatAndroidTakes_data();
+    void archivesThatAndroidTakes();
     void aSetAnswersAsItsBase();
     void aSetWithoutABaseIsNoPackage();
     void aSparseBuildAnswersAsTheDenseOne_data();
@@ -300,6 +303,59 @@ void TestPackageNormalizer::aManifestNeedNotSayThatItIsOne()
     QVERIFY(!Normalized(package(table(), document)).normalizer.isNeeded());
     QVERIFY(!Normalized(package(table(), QByteArray(7, '\0'))).normalizer.isNeeded());
     QVERIFY(!Normalized(package(table(), QByteArray())).normalizer.isNeeded());
+}
+
+void TestPackageNormalizer::archivesThatAndroidTakes_data()
+{
+    constexpr int UnknownMethod = 1234;
+    constexpr int LongestComment = 0xffff;
+    const QVector<RawMember> members{{manifestName.toLatin1(), smallManifest()}, {tableName.toLatin1(), emptyTable()}};
+    const QByteArray good = rawZip(members);
+    const int endAt = int(good.size()) - ZipEndSize;
+    QTest::addColumn<QByteArray>("bytes");
+    QVector<RawMember> changed = members;
+    changed[0].localMethod = UnknownMethod;
+    QTest::newRow("another method in the header of the manifest") << rawZip(changed);
+    changed = members;
+    changed[1].localMethod = UnknownMethod;
+    QTest::newRow("another method in the header of the table") << rawZip(changed);
+    changed = members;
+    changed[0].method = UnknownMethod;
+    QTest::newRow("an unknown method of the manifest") << rawZip(changed);
+    changed = members;
+    changed[1].method = UnknownMethod;
+    QTest::newRow("an unknown method of the table") << rawZip(changed);
+    QByteArray disks = good;
+    poke16(disks, endAt + 4, 7);
+    QTest::newRow("numbers of disks") << disks;
+    QByteArray gap = good;
+    QTest::newRow("bytes behind the directory") << gap.insert(endAt, "gap");
+    QByteArray comment = good + QByteArray(LongestComment, 'c');
+    poke16(comment, endAt + 20, LongestComment);
+    QTest::newRow("the longest comment") << comment;
+    QByteArray sizes = good;
+    const int recordAt = int(sizes.indexOf("PK\1\2"));
+    poke32(sizes, 18, 5);
+    poke32(sizes, recordAt + 20, 5);
+    QTest::newRow("two sizes of the stored manifest") << sizes;
+}
+
+void TestPackageNormalizer::archivesThatAndroidTakes()
+{
+    QFETCH(QByteArray, bytes);
+    const LogCapture log;
+    PackageDevice original(bytes);
+    ApkFile refusing(&original);
+    QVERIFY(!refusing.open() || refusing.mainPackage().isEmpty());
+
+    PackageDevice device(bytes);
+    const PackageNormalizer normalizer(&device);
+    QVERIFY(normalizer.isNeeded());
+    QVERIFY(!normalizer.error());
+    const std::unique_ptr<ApkFile> apk = normalizer.apkFile();
+    QVERIFY(apk->open());
+    QCOMPARE(apk->mainPackage(), QStringLiteral("org.example.app"));
+    QCOMPARE(apk->getError(), 0);
 }
 
 void TestPackageNormalizer::aSetAnswersAsItsBase()

@@ -28,13 +28,17 @@ class SORRELKITCORE_EXPORT Error
     Q_PROPERTY(QString message READ message CONSTANT)
 
 public:
-    /// Kinds of errors. The numbers are those of ApkFile::getError(). New ones may be added. @since 0.5.1
+    /// Kinds of errors. The numbers are those of ApkFile::getError(), which has no RefusedByAndroid. New ones may be
+    /// added. @since 0.5.1
     enum class Code {
         None = 0,        ///< "no error"
         CannotOpen = 1,  ///< "could not open APK file": the file is missing, or is no regular file or no archive
         BadTable = 3,    ///< "could not parse resources.arsc": labels and icons are missing
         NoManifest = 4,  ///< "could not find AndroidManifest.xml"
         BadManifest = 5, ///< "could not parse AndroidManifest.xml"
+        /// "Android refuses the package": everything was read, and Android would read nothing. The detail is the text of
+        /// the first Diagnostic that isRefused().
+        RefusedByAndroid = 6,
     };
     Q_ENUM(Code)
 

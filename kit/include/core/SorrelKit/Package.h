@@ -3,6 +3,7 @@
 #define SORRELKIT_PACKAGE_H
 
 #include <SorrelKit/Component.h>
+#include <SorrelKit/Diagnostic.h>
 #include <SorrelKit/Entry.h>
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
@@ -77,6 +78,7 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(QList<SorrelKit::Feature> features READ features CONSTANT)
     Q_PROPERTY(QStringList nativeAbis READ nativeAbis CONSTANT)
     Q_PROPERTY(QStringList splits READ splits CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Diagnostic> diagnostics READ diagnostics CONSTANT)
     Q_PROPERTY(QString label READ label CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Entry> launchers READ launchers CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Component> components READ components CONSTANT)
@@ -112,9 +114,14 @@ public:
     /// Exchanges two packages. @since 0.5.1
     void swap(Package &other) noexcept { d.swap(other.d); }
 
-    /// The first error in opening the package and in reading its manifest and its resource table. The first call reads
-    /// all of them. @since 0.5.1
+    /// The first error in opening the package and in reading its manifest and its resource table. Without one,
+    /// Error::Code::RefusedByAndroid when Android 14 refuses the package for one of diagnostics(): every query returns
+    /// what was read all the same. The first call reads all of them, and the names of members. @since 0.5.1
     Error error() const;
+    /// What is odd in the bytes of the archive, the manifest and the resource table, of each package in a set; the
+    /// order is that of reading. The archive of a set itself is read by no Android, so it has none. Reads what error()
+    /// reads. @since 0.5.1
+    QList<Diagnostic> diagnostics() const;
     /// Whether the manifest can be read; error() may report a damaged resource table all the same. Reads the manifest.
     /// @since 0.5.1
     bool isValid() const;
