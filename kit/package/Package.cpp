@@ -74,6 +74,16 @@ Package Package::fromNativePath(const QByteArray &path)
     return package;
 }
 
+void Package::setPlatform(const Platform &platform)
+{
+    d->setPlatform(platform.d);
+}
+
+Platform Package::platform() const
+{
+    return d->platform() != nullptr ? Platform(d->platform()) : Platform();
+}
+
 Error Package::error() const
 {
     // A damaged table is an error, too.

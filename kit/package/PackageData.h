@@ -10,6 +10,7 @@
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "package/PackageSet.h"
+#include "platform/PlatformData.h"
 #include "resources/ResourceResolver.h"
 
 #include <QExplicitlySharedDataPointer>
@@ -70,6 +71,12 @@ public:
     /// Names of the splits.
     const QStringList &splits();
     const ResourceTables &tables() override;
+    /// The platform that references to it are resolved in; none by default. Nothing that was resolved before changes.
+    void setPlatform(const PlatformDataPointer &platform)
+    {
+        m_platform = platform->isNone() ? PlatformDataPointer() : platform;
+    }
+    PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
 
@@ -120,6 +127,7 @@ private:
     Manifest m_manifest;
     QStringList m_splits;
     ResourceTables m_tables;
+    PlatformDataPointer m_platform; ///< null for none
     Budget m_reading{MaxReadingWork, MaxReadingBytes};
     qint64 m_tableBytesLeft = MaxTableBytes;
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;

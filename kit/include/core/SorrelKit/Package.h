@@ -7,6 +7,7 @@
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
+#include <SorrelKit/Platform.h>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -111,6 +112,20 @@ public:
     ~Package();
     /// Exchanges two packages. @since 0.5.1
     void swap(Package &other) noexcept { d.swap(other.d); }
+
+    /**
+     * Sets the platform in which references to Android's own resources (`@android:string/ok`) are resolved: for labels,
+     * icons and all other values, of this object, its copies, its launchers, its Resources and its DrawableRenderer. Set
+     * it before the first of their queries; later queries may return what was resolved without it. Opens nothing: the
+     * first such reference opens the platform, which packages may share, also in different threads.
+     *
+     * Without a platform, which is the default, such a reference resolves to nothing, except colours that are the same on
+     * every device. A package that is a platform itself uses its own resources.
+     * @since 0.5.1
+     */
+    void setPlatform(const Platform &platform);
+    /// The platform that was set; no platform by default. @since 0.5.1
+    Platform platform() const;
 
     /// The first error in opening the package and in reading its manifest and its resource table. The first call reads
     /// all of them. @since 0.5.1
