@@ -33,9 +33,9 @@ public:
     {
     }
 
-    /// A file that the package has for an icon.
+    /// A file that the package, or the platform, has for an icon.
     struct File {
-        QString path;    ///< of the member in the package
+        OwnedPath path;  ///< of the member
         QString kind;    ///< the root element of an XML file, else the format of the picture
         QSize size;      ///< in pixels; empty for XML
         int density = 0; ///< that the resource table has the file for
@@ -55,12 +55,12 @@ private:
         QString name; ///< of the picture's format, or of the root element of XML; empty for any other file
         QSize size;
     };
-    Kind kindOf(const QString &path);
+    Kind kindOf(const OwnedPath &path);
 
     const ResourceResolver &m_resolver;
     FileSource &m_files;
     Budget &m_budget;
-    QHash<QString, Kind> m_kinds; ///< by path
+    QHash<OwnedPath, Kind> m_kinds;
     QHash<quint32, QVector<File>> m_ofResources;
 };
 

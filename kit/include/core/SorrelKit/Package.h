@@ -69,6 +69,7 @@ class SORRELKITCORE_EXPORT Package
     Q_GADGET
     Q_PROPERTY(SorrelKit::Error error READ error CONSTANT)
     Q_PROPERTY(bool valid READ isValid CONSTANT)
+    Q_PROPERTY(SorrelKit::Platform platform READ platform CONSTANT)
     Q_PROPERTY(QString packageName READ packageName CONSTANT)
     Q_PROPERTY(QString versionName READ versionName CONSTANT)
     Q_PROPERTY(qint64 versionCode READ versionCode CONSTANT)

@@ -1,0 +1,288 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "KitIcons.h"
+#include "PlatformFixture.h"
+
+#include <SorrelKit/DrawableRenderer.h>
+#include <SorrelKit/Package.h>
+#include <SorrelKit/Platform.h>
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace fixture;
+using SorrelKit::DrawableRenderer;
+using SorrelKit::IconError;
+using SorrelKit::IconFile;
+using SorrelKit::IconRequest;
+using SorrelKit::Package;
+using SorrelKit::Platform;
+
+namespace {
+
+constexpr QRgb Red = 0xffff0000u;
+constexpr QRgb Green = 0xff00ff00u;
+constexpr int Size = 48;
+constexpr quint32 OwnPicture = 0x7f010000;
+constexpr quint32 OwnAlias = 0x7f010001;
+constexpr quint32 OwnLayers = 0x7f010002;
+
+QString latin(const char *text)
+{
+    return QString::fromLatin1(text);
+}
+
+XmlBuilder drawables()
+{
+    XmlBuilder builder;
+    builder.attributeId(latin("src"), Attr::Src)
+        .attributeId(latin("drawable"), Attr::Drawable)
+        .attributeId(latin("color"), Attr::Color)
+        .startNamespace(latin("android"), androidUri);
+    return builder;
+}
+
+QByteArray bitmap(const Attribute &source)
+{
+    return drawables().empty(latin("bitmap"), {source}).build();
+}
+
+// A package with a launcher whose icon is @p icon, and with a picture at the path that the platform has one at.
+QByteArray packageWithIcon(quint32 icon, const QByteArray &layers)
+{
+    const QByteArray table =
+        TableBuilder()
+            .strings({latin("res/icon.png"), latin("res/layers.xml")})
+            .package(
+                PackageBuilder()
+                    .types({latin("drawable")})
+                    .keys({latin("icon")})
+                    .type(TypeBuilder(1).value(0, String, 0).value(1, Reference, PlatformIcon).value(2, String, 1)))
+            .build();
+    XmlBuilder manifest = packageManifest();
+    manifest.start(latin("manifest"), {plainText(latin("package"), latin("org.example.app"))})
+        .start(latin("application"), {androidReference(latin("icon"), icon)})
+        .start(latin("activity"), {androidText(latin("name"), latin(".Main"))})
+        .launcherFilter()
+        .end(latin("activity"))
+        .end(latin("application"))
+        .end(latin("manifest"));
+    return package(table, manifest.build(),
+                   {{latin("res/icon.png"), picture(Size, Size, Green)}, {latin("res/layers.xml"), layers}});
+}
+
+QRgb middle(const QImage &image)
+{
+    return image.isNull() ? 0 : image.pixel(image.width() / 2, image.height() / 2);
+}
+
+} // namespace
+
+class TestPlatformIcons : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void iconIsThatOfItsArchive_data();
+    void iconIsThatOfItsArchive();
+    void bothArchivesAreInOneIcon();
+    void withoutAPlatformTheResourceIsNamed_data();
+    void withoutAPlatformTheResourceIsNamed();
+    void partOfAnIconIsNamed();
+    void filesAreOfTheirArchive();
+    void missingFileOfThePlatformIsNotThePackages();
+    void anyResourceOfThePlatformIsDrawn();
+    void hostilePlatformsStayWithinBounds();
+
+private:
+    QString file(const char *name) const { return m_directory.filePath(latin(name)); }
+    QByteArray platform(const QByteArray &shape) const
+    {
+        return package(platformTable(), platformManifest(),
+                       {{latin("res/icon.png"), picture(Size, Size, Red)}, {latin("res/shape.xml"), shape}});
+    }
+
+    QTemporaryDir m_directory;
+};
+
+void TestPlatformIcons::initTestCase()
+{
+    QVERIFY(writeFile(file("framework.apk"), platform(bitmap(androidReference(latin("src"), PlatformIcon)))));
+}
+
+void TestPlatformIcons::iconIsThatOfItsArchive_data()
+{
+    QTest::addColumn<QByteArray>("shape"); // of the platform
+    QTest::addColumn<QByteArray>("layers");
+    QTest::addColumn<quint32>("icon");
+    QTest::addColumn<QRgb>("color");
+    const QByteArray ownBitmap = bitmap(androidReference(latin("src"), OwnPicture));
+    const QByteArray platformBitmap = bitmap(androidReference(latin("src"), PlatformIcon));
+    const QByteArray literalBitmap = bitmap(androidText(latin("src"), latin("res/icon.png")));
+    const QByteArray color =
+        drawables().empty(latin("color"), {androidReference(latin("color"), PlatformColor)}).build();
+    QTest::newRow("own picture") << QByteArray() << QByteArray() << OwnPicture << Green;
+    QTest::newRow("picture") << QByteArray() << QByteArray() << PlatformIcon << Red;
+    QTest::newRow("alias") << QByteArray() << QByteArray() << OwnAlias << Red;
+    QTest::newRow("own file, own picture") << QByteArray() << ownBitmap << OwnLayers << Green;
+    QTest::newRow("own file, picture") << QByteArray() << platformBitmap << OwnLayers << Red;
+    QTest::newRow("own file, path") << QByteArray() << literalBitmap << OwnLayers << Green;
+    QTest::newRow("file, picture") << platformBitmap << QByteArray() << PlatformXml << Red;
+    QTest::newRow("file, path") << literalBitmap << QByteArray() << PlatformXml << Red;
+    QTest::newRow("file, color") << color << QByteArray() << PlatformXml << QRgb(ColorOfPlatform);
+    QTest::newRow("own file, color") << QByteArray() << color << OwnLayers << QRgb(ColorOfPlatform);
+    QTest::newRow("color") << QByteArray() << QByteArray() << PlatformColor << QRgb(ColorOfPlatform);
+}
+
+void TestPlatformIcons::iconIsThatOfItsArchive()
+{
+    QFETCH(QByteArray, shape);
+    QFETCH(QByteArray, layers);
+    QFETCH(quint32, icon);
+    QVERIFY(writeFile(file("row.apk"), platform(shape)));
+    PackageDevice device(packageWithIcon(icon, layers));
+    Package package(&device);
+    package.setPlatform(Platform(file("row.apk")));
+    QString error;
+    QTEST(middle(iconOf(package, Size, SorrelKit::IconMask::None, &error)), "color");
+    QCOMPARE(error, QString());
+}
+
+void TestPlatformIcons::bothArchivesAreInOneIcon()
+{
+    XmlBuilder layers = drawables();
+    layers.start(latin("layer-list"))
+        .empty(latin("item"), {androidReference(latin("drawable"), OwnPicture)})
+        .start(latin("item"))
+        .start(latin("inset"), {androidReference(latin("drawable"), PlatformXml)})
+        .end(latin("inset"))
+        .end(latin("item"))
+        .end(latin("layer-list"));
+    PackageDevice device(packageWithIcon(OwnLayers, layers.build()));
+    Package package(&device);
+    package.setPlatform(Platform(file("framework.apk")));
+    // The last layer is on top.
+    QCOMPARE(middle(iconOf(package, Size)), Red);
+    XmlBuilder reversed = drawables();
+    reversed.start(latin("layer-list"))
+        .empty(latin("item"), {androidReference(latin("drawable"), PlatformIcon)})
+        .empty(latin("item"), {androidReference(latin("drawable"), OwnPicture)})
+        .end(latin("layer-list"));
+    PackageDevice other(packageWithIcon(OwnLayers, reversed.build()));
+    Package second(&other);
+    second.setPlatform(Platform(file("framework.apk")));
+    QCOMPARE(middle(iconOf(second, Size)), Green);
+}
+
+void TestPlatformIcons::withoutAPlatformTheResourceIsNamed_data()
+{
+    QTest::addColumn<quint32>("icon");
+    QTest::addColumn<QByteArray>("layers");
+    const QByteArray source = bitmap(androidReference(latin("src"), PlatformIcon));
+    QTest::newRow("the icon") << PlatformIcon << QByteArray();
+    QTest::newRow("an alias") << OwnAlias << QByteArray();
+    QTest::newRow("a picture in a file") << OwnLayers << source;
+}
+
+void TestPlatformIcons::withoutAPlatformTheResourceIsNamed()
+{
+    QFETCH(quint32, icon);
+    QFETCH(QByteArray, layers);
+    const QByteArray bytes = packageWithIcon(icon, layers);
+    const QByteArray emptyPlatform =
+        package(TableBuilder().package(PackageBuilder(0x01, latin("android"))).build(), platformManifest());
+    QVERIFY(writeFile(file("empty.apk"), emptyPlatform));
+    for (const Platform &platform : {Platform(), Platform(file("missing.apk")), Platform(file("empty.apk"))}) {
+        PackageDevice device(bytes);
+        Package package(&device);
+        package.setPlatform(platform);
+        DrawableRenderer renderer(package);
+        QVERIFY(renderer.icon(IconRequest(Size)).isNull());
+        QCOMPARE(renderer.error().code(), IconError::Code::NeedsPlatform);
+        QCOMPARE(renderer.error().text(), latin("needs the platform's resource 0x01080000"));
+    }
+}
+
+void TestPlatformIcons::partOfAnIconIsNamed()
+{
+    XmlBuilder layers = drawables();
+    layers.start(latin("layer-list"))
+        .empty(latin("item"), {androidReference(latin("drawable"), OwnPicture)})
+        .empty(latin("item"), {androidReference(latin("drawable"), PlatformIcon)})
+        .end(latin("layer-list"));
+    PackageDevice device(packageWithIcon(OwnLayers, layers.build()));
+    const Package package(&device);
+    DrawableRenderer renderer(package);
+    QCOMPARE(middle(renderer.icon(IconRequest(Size))), Green);
+    QCOMPARE(renderer.error().code(), IconError::Code::NeedsPlatform);
+}
+
+void TestPlatformIcons::filesAreOfTheirArchive()
+{
+    const auto files = [this](quint32 icon, bool hasPlatform) {
+        PackageDevice device(packageWithIcon(icon, QByteArray()));
+        Package package(&device);
+        if (hasPlatform)
+            package.setPlatform(Platform(file("framework.apk")));
+        QStringList texts;
+        for (const IconFile &found : package.launchers().constFirst().iconFiles())
+            texts.append(found.path() + (found.isOfPlatform() ? latin(" of the platform") : QString()));
+        return texts;
+    };
+    QCOMPARE(files(OwnPicture, true), QStringList(latin("res/icon.png")));
+    QCOMPARE(files(OwnAlias, true), QStringList(latin("res/icon.png of the platform")));
+    QCOMPARE(files(PlatformXml, true), QStringList(latin("res/shape.xml of the platform")));
+    QCOMPARE(files(OwnAlias, false), QStringList());
+}
+
+void TestPlatformIcons::missingFileOfThePlatformIsNotThePackages()
+{
+    QVERIFY(writeFile(file("bare.apk"), package(platformTable(), platformManifest())));
+    PackageDevice device(packageWithIcon(OwnAlias, QByteArray()));
+    Package package(&device);
+    package.setPlatform(Platform(file("bare.apk")));
+    DrawableRenderer renderer(package);
+    QVERIFY(renderer.icon(IconRequest(Size)).isNull());
+    QCOMPARE(renderer.error().code(), IconError::Code::Unreadable);
+}
+
+void TestPlatformIcons::anyResourceOfThePlatformIsDrawn()
+{
+    PackageDevice device(packageWithIcon(OwnPicture, QByteArray()));
+    Package package(&device);
+    package.setPlatform(Platform(file("framework.apk")));
+    DrawableRenderer renderer(package);
+    QCOMPARE(middle(renderer.drawable(PlatformXml, IconRequest(Size))), Red);
+    QCOMPARE(middle(renderer.drawable(OwnPicture, IconRequest(Size))), Green);
+}
+
+void TestPlatformIcons::hostilePlatformsStayWithinBounds()
+{
+    // The platform's file shows itself.
+    QVERIFY(writeFile(
+        file("cycle.apk"),
+        platform(drawables().empty(latin("inset"), {androidReference(latin("drawable"), PlatformXml)}).build())));
+    PackageDevice device(packageWithIcon(PlatformXml, QByteArray()));
+    Package cyclic(&device);
+    cyclic.setPlatform(Platform(file("cycle.apk")));
+    DrawableRenderer cycle(cyclic);
+    QVERIFY(cycle.icon(IconRequest(Size)).isNull());
+    QCOMPARE(cycle.error().code(), IconError::Code::TooMuch);
+
+    const QByteArray whole = platform(bitmap(androidReference(latin("src"), PlatformIcon)));
+    for (int at = 0; at < whole.size(); ++at) {
+        QByteArray damaged = whole;
+        damaged[at] = char(~damaged.at(at));
+        QVERIFY(writeFile(file("damaged.apk"), damaged));
+        PackageDevice application(packageWithIcon(PlatformXml, QByteArray()));
+        Package package(&application);
+        package.setPlatform(Platform(file("damaged.apk")));
+        DrawableRenderer renderer(package);
+        const QImage image = renderer.icon(IconRequest(Size));
+        QVERIFY(!image.isNull() || renderer.error());
+    }
+}
+
+QTEST_GUILESS_MAIN(TestPlatformIcons)
+#include "tst_platformicons.moc"
