@@ -60,6 +60,12 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
     return files;
 }
 
+void IconFileLookup::forget()
+{
+    m_kinds.clear();
+    m_ofResources.clear();
+}
+
 IconFileLookup::Kind IconFileLookup::kindOf(const OwnedPath &path)
 {
     const auto known = m_kinds.constFind(path);

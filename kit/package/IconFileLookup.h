@@ -44,6 +44,9 @@ public:
     /// The files for @p icon, a reference or a path, in the order of Entry::iconFiles().
     QVector<File> files(const ResolvedValue &icon);
 
+    /// Drops all kept results, because the platform has changed.
+    void forget();
+
     /// The values of @p icon, a reference or a path, in the configurations that @p resolver matches, each path once and
     /// with references followed. Lookups and the characters of paths cost work. A table may have thousands of type
     /// chunks for each resource; the largest applications take some thousands of units.

@@ -229,9 +229,10 @@ QByteArray Package::manifestXml(References references) const
     const QByteArray document =
         d->files().file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
     const ResourceIndex index(d->tables());
-    const auto style =
-        references == References::Numbers ? ManifestWriter::References::Numbers : ManifestWriter::References::Names;
-    return ManifestWriter(index, style).toXml(document);
+    // Numbers are those of ApkFile, which knows no platform.
+    if (references == References::Numbers)
+        return ManifestWriter(index, ManifestWriter::References::Numbers).toXml(document);
+    return ManifestWriter(index, ManifestWriter::References::Names, d->platform()).toXml(document);
 }
 
 } // namespace SorrelKit

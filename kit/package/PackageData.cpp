@@ -135,6 +135,13 @@ const ResourceTables &PackageData::tables()
     return m_tables;
 }
 
+void PackageData::setPlatform(const PlatformDataPointer &platform)
+{
+    m_platform = platform->isNone() ? PlatformDataPointer() : platform;
+    m_resolver.forget();
+    m_iconFiles.forget();
+}
+
 void PackageData::readTable(ZipArchive &archive)
 {
     const QString path = QStringLiteral("resources.arsc");

@@ -71,11 +71,9 @@ public:
     /// Names of the splits.
     const QStringList &splits();
     const ResourceTables &tables() override;
-    /// The platform that references to it are resolved in; none by default. Nothing that was resolved before changes.
-    void setPlatform(const PlatformDataPointer &platform)
-    {
-        m_platform = platform->isNone() ? PlatformDataPointer() : platform;
-    }
+    /// Sets the platform that references to it are resolved in, and forgets what was resolved before.
+    void setPlatform(const PlatformDataPointer &platform);
+    /// None by default.
     PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
@@ -132,7 +130,7 @@ private:
     qint64 m_tableBytesLeft = MaxTableBytes;
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     Budget m_lookups{MaxLookupWork, MaxLookupBytes};
-    const ResourceResolver m_resolver;
+    ResourceResolver m_resolver;
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 

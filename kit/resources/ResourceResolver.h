@@ -70,6 +70,8 @@ public:
     ResourceResolver(TableSource &source, const Configuration &device, Budget *budget = nullptr);
 
     const Configuration &device() const { return m_device; }
+    /// Drops all kept results, because the platform has changed. They still count against the budget.
+    void forget() { m_best.clear(); }
     /// The same tables seen by @p device, with a budget as in the constructor. Reads no tables.
     ResourceResolver forDevice(const Configuration &device, Budget *budget = nullptr) const;
 

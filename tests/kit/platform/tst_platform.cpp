@@ -7,6 +7,7 @@
 
 #include <SorrelKit/Package.h>
 #include <SorrelKit/Platform.h>
+#include <SorrelKit/Resources.h>
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -17,6 +18,7 @@ using SorrelKit::Package;
 using SorrelKit::PackageAccess;
 using SorrelKit::Platform;
 using SorrelKit::PlatformData;
+using SorrelKit::Resources;
 
 namespace {
 
@@ -79,6 +81,7 @@ private slots:
     void ownReferencesLeadToThePlatform();
     void missingResourcesResolveToNothing();
     void packageWithItsOwnPlatformResourcesUsesThem();
+    void referencesHaveNames();
     void platformIsOpenedOnlyForItsResources();
     void copiesShareTheFile();
     void hostilePlatformsStayWithinBounds();
@@ -206,8 +209,10 @@ void TestPlatform::packageHasNoPlatformByDefault()
     package.setPlatform(Platform(file("framework.apk")));
     QCOMPARE(package.platform().fileName(), file("framework.apk"));
     QCOMPARE(package.label(QLocale::c()), latin("OK"));
+    QCOMPARE(package.versionName(), latin("OK"));
     package.setPlatform(Platform());
     QVERIFY(package.platform().fileName().isEmpty());
+    QCOMPARE(package.versionName(), QString());
 }
 
 void TestPlatform::labelsAreInTheLanguageOfTheUser()
@@ -260,6 +265,26 @@ void TestPlatform::packageWithItsOwnPlatformResourcesUsesThem()
     Package package(&device);
     package.setPlatform(Platform(file("missing.apk")));
     QCOMPARE(package.label(), latin("Own"));
+}
+
+void TestPlatform::referencesHaveNames()
+{
+    PackageDevice device(packageReferringTo(PlatformLabel, ownTable(PlatformAlias)));
+    Package package(&device);
+    QVERIFY(package.manifestXml().contains("android:label=\"@0x01040000\""));
+    package.setPlatform(Platform(file("framework.apk")));
+    QVERIFY(package.manifestXml().contains("android:label=\"@android:string/ok\""));
+    QVERIFY(package.manifestXml(Package::References::Numbers).contains("android:label=\"@0x01040000\""));
+    const Resources resources(package);
+    QCOMPARE(resources.defaultValue(0x7f010000).text(), latin("@android:string/yes"));
+    QCOMPARE(resources.name(PlatformIcon), latin("android:drawable/icon"));
+    QCOMPARE(resources.name(MissingInPlatform), QString());
+    // A package that is a platform has its own names.
+    PackageDevice own(packageReferringTo(PlatformAlias, platformTable()));
+    Package framework(&own);
+    framework.setPlatform(Platform(file("framework.apk")));
+    QVERIFY(framework.manifestXml().contains("android:label=\"@android:string/yes\""));
+    QCOMPARE(Resources(framework).name(MissingInPlatform), QString());
 }
 
 void TestPlatform::platformIsOpenedOnlyForItsResources()

@@ -11,6 +11,7 @@
 
 using namespace fixture;
 using SorrelKit::DrawableRenderer;
+using SorrelKit::Entry;
 using SorrelKit::IconError;
 using SorrelKit::IconFile;
 using SorrelKit::IconRequest;
@@ -91,6 +92,7 @@ private slots:
     void withoutAPlatformTheResourceIsNamed();
     void partOfAnIconIsNamed();
     void filesAreOfTheirArchive();
+    void platformMayChange();
     void missingFileOfThePlatformIsNotThePackages();
     void anyResourceOfThePlatformIsDrawn();
     void hostilePlatformsStayWithinBounds();
@@ -234,6 +236,19 @@ void TestPlatformIcons::filesAreOfTheirArchive()
     QCOMPARE(files(OwnAlias, true), QStringList(latin("res/icon.png of the platform")));
     QCOMPARE(files(PlatformXml, true), QStringList(latin("res/shape.xml of the platform")));
     QCOMPARE(files(OwnAlias, false), QStringList());
+}
+
+void TestPlatformIcons::platformMayChange()
+{
+    PackageDevice device(packageWithIcon(OwnAlias, QByteArray()));
+    Package package(&device);
+    const Entry launcher = package.launchers().constFirst();
+    QVERIFY(launcher.iconFiles().isEmpty());
+    package.setPlatform(Platform(file("framework.apk")));
+    QCOMPARE(launcher.iconFiles().size(), 1);
+    package.setPlatform(Platform());
+    QVERIFY(launcher.iconFiles().isEmpty());
+    QVERIFY(iconOf(launcher, Size).isNull());
 }
 
 void TestPlatformIcons::missingFileOfThePlatformIsNotThePackages()

@@ -116,9 +116,9 @@ public:
 
     /**
      * Sets the platform in which references to Android's own resources (`@android:string/ok`) are resolved: for labels,
-     * icons and all other values, of this object, its copies, its launchers, its Resources and its DrawableRenderer. Set
-     * it before the first of their queries; later queries may return what was resolved without it. Opens nothing: the
-     * first such reference opens the platform, which packages may share, also in different threads.
+     * icons and all other values, of this object, its copies and its launchers, and of each Resources that is made
+     * later. Queries that were asked before may return another result afterwards. Opens nothing: the first such
+     * reference opens the platform, which packages may share, also in different threads.
      *
      * Without a platform, which is the default, such a reference resolves to nothing, except colours that are the same on
      * every device. A package that is a platform itself uses its own resources.
@@ -187,8 +187,8 @@ public:
      * those that XML does not allow, which are replaced, so a program that shows the text has to make it harmless.
      *
      * References are "@string/app_name" or "?attr/colorAccent", with the package in front when it is another one
-     * ("@com.example.library:string/ok"). The id replaces the name of a resource that the tables of this package do not
-     * have, such as one of the platform ("@0x01040000").
+     * ("@com.example.library:string/ok"). Resources of the platform have names ("@android:string/ok") when
+     * there is a platform() that has them. The id replaces the name of a resource that is missing ("@0x01040000").
      *
      * Empty when isValid() is false, or when the text would exceed the limit in docs/limits.md. Of a set, the base's
      * manifest. Reads the manifest again on each call, and notes the place of each resource as Resources does.
