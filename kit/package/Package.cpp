@@ -81,7 +81,10 @@ void Package::setPlatform(const Platform &platform)
 
 Platform Package::platform() const
 {
-    return d->platform() != nullptr ? Platform(d->platform()) : Platform();
+    Platform platform;
+    if (d->platform() != nullptr)
+        platform.d = d->platform();
+    return platform;
 }
 
 Error Package::error() const

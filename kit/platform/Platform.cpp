@@ -10,7 +10,6 @@ namespace SorrelKit {
 
 Platform::Platform() : Platform(QString()) {}
 Platform::Platform(const QString &fileName) : d(new PlatformData(fileName)) {}
-Platform::Platform(PlatformData *data) : d(data) {}
 Platform::Platform(const Platform &other) = default;
 Platform::Platform(Platform &&other) noexcept = default;
 Platform &Platform::operator=(const Platform &other) = default;

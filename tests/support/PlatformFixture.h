@@ -3,9 +3,9 @@
 #define PLATFORMFIXTURE_H
 
 #include "Apk.h"
+#include "Files.h"
 #include "format/AndroidAttributes.h"
 
-#include <QFile>
 #include <QString>
 
 /// Platforms and packages made in code, which refer to each other.
@@ -76,13 +76,6 @@ inline QByteArray platformManifest()
                                               androidReference(QStringLiteral("label"), PlatformLabel)})
         .end(QStringLiteral("manifest"))
         .build();
-}
-
-/// Writes @p bytes to the file @p name.
-inline bool writeFile(const QString &name, const QByteArray &bytes)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
 }
 
 } // namespace fixture

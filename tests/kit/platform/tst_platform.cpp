@@ -96,7 +96,7 @@ private:
 void TestPlatform::initTestCase()
 {
     m_platform = package(platformTable(), platformManifest());
-    QVERIFY(writeFile(file("framework.apk"), m_platform));
+    writeFile(file("framework.apk"), m_platform);
 }
 
 void TestPlatform::init()
@@ -151,7 +151,7 @@ void TestPlatform::statesItsApiLevel_data()
 void TestPlatform::statesItsApiLevel()
 {
     QFETCH(QByteArray, manifest);
-    QVERIFY(writeFile(file("level.apk"), package(platformTable(), manifest)));
+    writeFile(file("level.apk"), package(platformTable(), manifest));
     QTEST(Platform(file("level.apk")).apiLevel(), "level");
 }
 
@@ -171,7 +171,7 @@ void TestPlatform::errorIsThatOfTheFile_data()
 void TestPlatform::errorIsThatOfTheFile()
 {
     QFETCH(QByteArray, bytes);
-    QVERIFY(writeFile(file("other.apk"), bytes));
+    writeFile(file("other.apk"), bytes);
     const Platform platform(file("other.apk"));
     QTEST(platform.error().message(), "error");
     QVERIFY(!platform.isValid());
@@ -185,7 +185,7 @@ void TestPlatform::errorIsThatOfTheFile()
 void TestPlatform::damagedTableKeepsWhatIsBeforeTheFault()
 {
     const QByteArray cutChunk = Bytes().u16(int(ChunkType::Package)).u16(8).u32(1000).data();
-    QVERIFY(writeFile(file("cut.apk"), package(platformTable(0x01, cutChunk), platformManifest())));
+    writeFile(file("cut.apk"), package(platformTable(0x01, cutChunk), platformManifest()));
     const Platform platform(file("cut.apk"));
     QCOMPARE(platform.error().code(), Error::Code::BadTable);
     QVERIFY(platform.isValid());
@@ -302,14 +302,14 @@ void TestPlatform::platformIsOpenedOnlyForItsResources()
     QCOMPARE(package.versionName(), latin("Own"));
     QCOMPARE(package.error(), Error());
     // It can still be opened, so nothing tried before.
-    QVERIFY(writeFile(late, m_platform));
+    writeFile(late, m_platform);
     QVERIFY(platform.isValid());
 }
 
 void TestPlatform::copiesShareTheFile()
 {
     const QString name = file("shared.apk");
-    QVERIFY(writeFile(name, m_platform));
+    writeFile(name, m_platform);
     const Platform platform(name);
     const Platform copy = platform;
     QVERIFY(platform.isValid());
@@ -327,7 +327,7 @@ void TestPlatform::hostilePlatformsStayWithinBounds()
     for (int at = 0; at < m_platform.size(); ++at) {
         QByteArray damaged = m_platform;
         damaged[at] = char(~damaged.at(at));
-        QVERIFY(writeFile(file("damaged.apk"), damaged));
+        writeFile(file("damaged.apk"), damaged);
         PackageDevice device(application);
         Package package(&device);
         package.setPlatform(Platform(file("damaged.apk")));

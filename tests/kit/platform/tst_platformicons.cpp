@@ -110,7 +110,7 @@ private:
 
 void TestPlatformIcons::initTestCase()
 {
-    QVERIFY(writeFile(file("framework.apk"), platform(bitmap(androidReference(latin("src"), PlatformIcon)))));
+    writeFile(file("framework.apk"), platform(bitmap(androidReference(latin("src"), PlatformIcon))));
 }
 
 void TestPlatformIcons::iconIsThatOfItsArchive_data()
@@ -142,7 +142,7 @@ void TestPlatformIcons::iconIsThatOfItsArchive()
     QFETCH(QByteArray, shape);
     QFETCH(QByteArray, layers);
     QFETCH(quint32, icon);
-    QVERIFY(writeFile(file("row.apk"), platform(shape)));
+    writeFile(file("row.apk"), platform(shape));
     PackageDevice device(packageWithIcon(icon, layers));
     Package package(&device);
     package.setPlatform(Platform(file("row.apk")));
@@ -194,7 +194,7 @@ void TestPlatformIcons::withoutAPlatformTheResourceIsNamed()
     const QByteArray bytes = packageWithIcon(icon, layers);
     const QByteArray emptyPlatform =
         package(TableBuilder().package(PackageBuilder(0x01, latin("android"))).build(), platformManifest());
-    QVERIFY(writeFile(file("empty.apk"), emptyPlatform));
+    writeFile(file("empty.apk"), emptyPlatform);
     for (const Platform &platform : {Platform(), Platform(file("missing.apk")), Platform(file("empty.apk"))}) {
         PackageDevice device(bytes);
         Package package(&device);
@@ -253,7 +253,7 @@ void TestPlatformIcons::platformMayChange()
 
 void TestPlatformIcons::missingFileOfThePlatformIsNotThePackages()
 {
-    QVERIFY(writeFile(file("bare.apk"), package(platformTable(), platformManifest())));
+    writeFile(file("bare.apk"), package(platformTable(), platformManifest()));
     PackageDevice device(packageWithIcon(OwnAlias, QByteArray()));
     Package package(&device);
     package.setPlatform(Platform(file("bare.apk")));
@@ -275,9 +275,8 @@ void TestPlatformIcons::anyResourceOfThePlatformIsDrawn()
 void TestPlatformIcons::hostilePlatformsStayWithinBounds()
 {
     // The platform's file shows itself.
-    QVERIFY(writeFile(
-        file("cycle.apk"),
-        platform(drawables().empty(latin("inset"), {androidReference(latin("drawable"), PlatformXml)}).build())));
+    writeFile(file("cycle.apk"),
+              platform(drawables().empty(latin("inset"), {androidReference(latin("drawable"), PlatformXml)}).build()));
     PackageDevice device(packageWithIcon(PlatformXml, QByteArray()));
     Package cyclic(&device);
     cyclic.setPlatform(Platform(file("cycle.apk")));
@@ -289,7 +288,7 @@ void TestPlatformIcons::hostilePlatformsStayWithinBounds()
     for (int at = 0; at < whole.size(); ++at) {
         QByteArray damaged = whole;
         damaged[at] = char(~damaged.at(at));
-        QVERIFY(writeFile(file("damaged.apk"), damaged));
+        writeFile(file("damaged.apk"), damaged);
         PackageDevice application(packageWithIcon(PlatformXml, QByteArray()));
         Package package(&application);
         package.setPlatform(Platform(file("damaged.apk")));

@@ -88,8 +88,6 @@ public:
 private:
     friend class Package;
 
-    explicit Platform(PlatformData *data);
-
     QExplicitlySharedDataPointer<PlatformData> d;
 };
 
