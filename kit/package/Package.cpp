@@ -87,6 +87,11 @@ Platform Package::platform() const
     return platform;
 }
 
+QList<quint32> Package::platformResources() const
+{
+    return d->platformResources();
+}
+
 Error Package::error() const
 {
     // A damaged table is an error, too.

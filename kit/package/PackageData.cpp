@@ -4,6 +4,7 @@
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
+#include "platform/PlatformReferences.h"
 
 #include <QSet>
 
@@ -140,6 +141,12 @@ void PackageData::setPlatform(const PlatformDataPointer &platform)
     m_platform = platform->isNone() ? PlatformDataPointer() : platform;
     m_resolver.forget();
     m_iconFiles.forget();
+}
+
+QList<quint32> PackageData::platformResources()
+{
+    Budget budget(MaxLookupWork, MaxLookupBytes);
+    return PlatformReferences(m_resolver, *this, budget).ids(manifest().root());
 }
 
 void PackageData::readTable(ZipArchive &archive)

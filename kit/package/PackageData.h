@@ -73,6 +73,8 @@ public:
     const ResourceTables &tables() override;
     /// Sets the platform that references to it are resolved in, and forgets what was resolved before.
     void setPlatform(const PlatformDataPointer &platform);
+    /// The ids that Package::platformResources() returns. Each call spends from a budget of its own.
+    QList<quint32> platformResources();
     /// None by default.
     PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.

@@ -4,8 +4,6 @@
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
 
-#include <QMutexLocker>
-
 #include <algorithm>
 
 namespace SorrelKit {
@@ -34,7 +32,7 @@ void PlatformData::readTable()
 {
     if (isNone())
         return;
-    const QMutexLocker lock(&m_reading);
+    const std::lock_guard<std::mutex> lock(m_reading);
     if (!m_archive.open()) {
         m_error = Error(Error::Code::CannotOpen);
         return;
@@ -59,7 +57,7 @@ void PlatformData::readManifest()
         return;
     QByteArray bytes;
     {
-        const QMutexLocker lock(&m_reading);
+        const std::lock_guard<std::mutex> lock(m_reading);
         if (m_archive.open())
             bytes = m_archive.file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes);
     }
@@ -70,7 +68,7 @@ void PlatformData::readManifest()
 
 QByteArray PlatformData::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
-    const QMutexLocker lock(&m_reading);
+    const std::lock_guard<std::mutex> lock(m_reading);
     return m_archive.open() ? m_archive.file(path, maxBytes, budget) : QByteArray();
 }
 

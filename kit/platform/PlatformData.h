@@ -10,7 +10,6 @@
 #include <SorrelKit/Error.h>
 
 #include <QExplicitlySharedDataPointer>
-#include <QMutex>
 #include <QSharedData>
 #include <QString>
 
@@ -44,7 +43,7 @@ private:
     void readManifest();
 
     const QString m_fileName;
-    QMutex m_reading; ///< held while the archive is opened or read
+    std::mutex m_reading; ///< held while the archive is opened or read
     ZipArchive m_archive;
     std::once_flag m_tableIsRead;
     std::once_flag m_manifestIsRead;

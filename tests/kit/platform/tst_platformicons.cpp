@@ -2,6 +2,9 @@
 #include "KitIcons.h"
 #include "PlatformFixture.h"
 
+#include "package/PackageAccess.h"
+#include "platform/PlatformReferences.h"
+
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 #include <SorrelKit/Platform.h>
@@ -16,7 +19,10 @@ using SorrelKit::IconError;
 using SorrelKit::IconFile;
 using SorrelKit::IconRequest;
 using SorrelKit::Package;
+using SorrelKit::PackageAccess;
+using SorrelKit::PackageDataPointer;
 using SorrelKit::Platform;
+using SorrelKit::PlatformReferences;
 
 namespace {
 
@@ -95,6 +101,10 @@ private slots:
     void platformMayChange();
     void missingFileOfThePlatformIsNotThePackages();
     void anyResourceOfThePlatformIsDrawn();
+    void packageKnowsWhatItNeeds_data();
+    void packageKnowsWhatItNeeds();
+    void needsHaveABudget();
+    void filesForNeedsAreLimited();
     void hostilePlatformsStayWithinBounds();
 
 private:
@@ -270,6 +280,74 @@ void TestPlatformIcons::anyResourceOfThePlatformIsDrawn()
     DrawableRenderer renderer(package);
     QCOMPARE(middle(renderer.drawable(PlatformXml, IconRequest(Size))), Red);
     QCOMPARE(middle(renderer.drawable(OwnPicture, IconRequest(Size))), Green);
+}
+
+void TestPlatformIcons::packageKnowsWhatItNeeds_data()
+{
+    QTest::addColumn<quint32>("icon");
+    QTest::addColumn<QByteArray>("layers");
+    QTest::addColumn<QList<quint32>>("ids");
+    XmlBuilder both = drawables();
+    both.start(latin("layer-list"))
+        .empty(latin("item"), {androidReference(latin("drawable"), PlatformXml)})
+        .empty(latin("item"), {androidValue(latin("color"), int(ValueType::Attribute), 0x01010435)})
+        .empty(latin("item"), {androidReference(latin("drawable"), OwnLayers)})
+        .empty(latin("item"), {androidReference(latin("drawable"), OwnAlias)})
+        .end(latin("layer-list"));
+    const QByteArray whole = both.build();
+    QTest::newRow("nothing") << OwnPicture << whole << QList<quint32>();
+    QTest::newRow("the icon") << PlatformIcon << whole << QList<quint32>{PlatformIcon};
+    QTest::newRow("an alias") << OwnAlias << whole << QList<quint32>{PlatformIcon};
+    QTest::newRow("a file, itself within it")
+        << OwnLayers << whole << QList<quint32>{0x01010435, PlatformIcon, PlatformXml};
+    QTest::newRow("a file that is cut") << OwnLayers << whole.left(whole.size() / 2) << QList<quint32>();
+    QTest::newRow("no file") << OwnLayers << QByteArray() << QList<quint32>();
+}
+
+void TestPlatformIcons::packageKnowsWhatItNeeds()
+{
+    QFETCH(quint32, icon);
+    QFETCH(QByteArray, layers);
+    PackageDevice device(packageWithIcon(icon, layers));
+    Package package(&device);
+    QTEST(package.platformResources(), "ids");
+    package.setPlatform(Platform(file("framework.apk")));
+    QTEST(package.platformResources(), "ids");
+    QCOMPARE(Package().platformResources(), QList<quint32>());
+}
+
+void TestPlatformIcons::needsHaveABudget()
+{
+    constexpr int Items = 2000;
+    XmlBuilder layers = drawables();
+    layers.start(latin("layer-list"));
+    for (int i = 0; i < Items; ++i)
+        layers.empty(latin("item"), {androidReference(latin("drawable"), PlatformIcon + quint32(i))});
+    const QByteArray document = layers.end(latin("layer-list")).build();
+    PackageDevice device(packageWithIcon(OwnLayers, document));
+    const PackageDataPointer data = PackageAccess::data(Package(&device));
+    const auto found = [&](qint64 work, qint64 bytes) {
+        Budget budget(work, bytes);
+        return PlatformReferences(data->resolver(), data->files(), budget).ids(data->manifest().root()).size();
+    };
+    constexpr qint64 Much = 1 << 28;
+    QCOMPARE(int(found(Much, Much)), Items);
+    QCOMPARE(int(found(0, Much)), 0);
+    QCOMPARE(int(found(Much, 0)), 0);
+    QVERIFY(int(found(Much, PlatformReferences::IdBytes * Items / 2)) < Items / 2);
+    QVERIFY(int(found(Budget::DocumentByteWork * document.size() / 2, Much)) == 0);
+}
+
+void TestPlatformIcons::filesForNeedsAreLimited()
+{
+    const QByteArray document = bitmap(androidReference(latin("src"), PlatformIcon));
+    const auto ids = [&](qint64 size) {
+        const QByteArray padding(int(size - document.size()), '\0');
+        PackageDevice device(packageWithIcon(OwnLayers, document + padding));
+        return Package(&device).platformResources();
+    };
+    QCOMPARE(ids(PlatformReferences::MaxFileBytes), QList<quint32>{PlatformIcon});
+    QCOMPARE(ids(PlatformReferences::MaxFileBytes + 1), QList<quint32>());
 }
 
 void TestPlatformIcons::hostilePlatformsStayWithinBounds()

@@ -127,6 +127,16 @@ public:
     void setPlatform(const Platform &platform);
     /// The platform that was set; no platform by default. @since 0.5.1
     Platform platform() const;
+    /**
+     * The ids of the platform's resources (0x01PPEEEE) that the package needs, ascending: those to which the manifest
+     * refers, by itself, through resources of the package in any language, and through their XML files, such as icons.
+     * They include attributes of the platform's themes. Styles and arrays are not followed. Empty when there are none.
+     *
+     * Does not depend on platform(), and opens none. Reads the manifest, the table and these files on each call; what
+     * exceeds the limits in docs/limits.md is left out.
+     * @since 0.5.1
+     */
+    QList<quint32> platformResources() const;
 
     /// The first error in opening the package and in reading its manifest and its resource table. The first call reads
     /// all of them. @since 0.5.1
