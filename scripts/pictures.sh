@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# pictures.sh: draws the pictures of the documents again: docs/catalog.png, docs/contact-sheet.png and
-# docs/launcher-grid.png. Look at them before you commit them. Installs missing packages first.
+# pictures.sh: draws the pictures of the documents again: docs/catalog.png, docs/contact-sheet.png, docs/launcher-grid.png and
+# docs/platform-icons.png. Look at them before you commit them. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
@@ -37,4 +37,5 @@ with Screen() as screen, Window(screen, [program, folder], "Launchers in " + fol
 END
 
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/contact_sheet" "$docs/contact-sheet.png" gallery vectors
+"$OLDPWD/scripts/platform-sheet.sh" "$docs/platform-icons.png"
 ls -l "$docs"/*.png

@@ -72,7 +72,7 @@ QSizeF BitmapDrawable::sizeOf(const QImage &picture, qreal scale)
 
 DrawablePointer BitmapDrawable::fromFile(const ResolvedValue &value, DrawableLoader &loader)
 {
-    const QImage picture = loader.picture(value.text);
+    const QImage picture = loader.picture(value.file());
     if (picture.isNull())
         return nullptr;
     return std::make_unique<BitmapDrawable>(picture, sizeOf(picture, loader.scaleOf(value.density)));
@@ -86,7 +86,7 @@ DrawablePointer BitmapDrawable::fromXml(const XmlElement &element, DrawableLoade
         loader.setError(DrawableFault::NoPicture, element.name);
         return nullptr;
     }
-    const QImage picture = loader.picture(source.text);
+    const QImage picture = loader.picture(source.file());
     if (picture.isNull())
         return nullptr;
     auto drawable = std::make_unique<BitmapDrawable>(picture, sizeOf(picture, loader.scaleOf(source.density)));

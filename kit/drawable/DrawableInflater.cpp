@@ -63,7 +63,7 @@ DrawablePointer DrawableInflater::makeColor(const QColor &color)
 
 DrawablePointer DrawableInflater::makePicture(const ResolvedValue &value)
 {
-    return ninePatch(value.text) ? NinePatchDrawable::fromFile(value, *this) : BitmapDrawable::fromFile(value, *this);
+    return ninePatch(value.file()) ? NinePatchDrawable::fromFile(value, *this) : BitmapDrawable::fromFile(value, *this);
 }
 
 DrawablePointer DrawableInflater::makeElement(const XmlElement &element)

@@ -18,10 +18,10 @@ NinePatchDrawable::NinePatchDrawable(const QImage &picture, NinePatch patch, qre
 
 std::unique_ptr<NinePatchDrawable> NinePatchDrawable::read(const ResolvedValue &value, DrawableLoader &loader)
 {
-    const QImage picture = loader.picture(value.text);
+    const QImage picture = loader.picture(value.file());
     if (picture.isNull())
         return nullptr;
-    auto patch = loader.ninePatch(value.text);
+    auto patch = loader.ninePatch(value.file());
     if (!patch) {
         loader.setError(DrawableFault::NotNinePatch, value.text);
         return nullptr;

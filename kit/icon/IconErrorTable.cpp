@@ -23,6 +23,7 @@ constexpr Row rows[] = {
     {Fault::UndecodableIcon, Code::Unreadable, "%1 cannot be read or decoded"},
     {Fault::NoValue, Code::NotDrawable, "no drawable is given"},
     {Fault::NotDrawable, Code::NotDrawable, "resource %1 is no drawable"},
+    {Fault::PlatformResource, Code::NeedsPlatform, "needs the platform's resource %1"},
     {Fault::UnreadableFile, Code::Unreadable, "%1 cannot be read"},
     {Fault::DamagedDocument, Code::Unreadable, "%1"},
     {Fault::UndecodablePicture, Code::Unreadable, "%1 is no picture that can be decoded"},

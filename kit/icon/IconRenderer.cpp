@@ -17,7 +17,7 @@ namespace {
 
 // A picture file of an icon, not decoded.
 struct Picture {
-    QString path;
+    OwnedPath path;
     QSize size;
 };
 
@@ -81,19 +81,19 @@ QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &reques
     const int size = request.pixelSize();
     Budget budget(MaxWork, MaxBytes);
     const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request), &budget);
+    // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
+    DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
             setError({DrawableFault::NoIcon, QString()});
         else
-            setError({DrawableFault::NotDrawable, DrawableLoader::idText(best.resource)});
+            setError(loader.missing(best));
         return {};
     }
-    // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
-    DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
     loader.setIconMask(request.mask());
     loader.setMonochrome(request.isMonochrome());
-    const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
+    const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.file());
     QImage image = isPicture ? QImage() : drawn(best, loader, size);
     if (image.isNull())
         image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, size);
@@ -122,7 +122,7 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
 {
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
-        const Picture picture{candidate.text, loader.pictureSize(candidate.text)};
+        const Picture picture{candidate.file(), loader.pictureSize(candidate.file())};
         if (!picture.size.isEmpty())
             pictures.append(picture);
     }

@@ -17,7 +17,6 @@ const QLatin1String xmlUri("http://www.w3.org/XML/1998/namespace");
 const QLatin1String xmlnsUri("http://www.w3.org/2000/xmlns/");
 
 constexpr int IndentWidth = 4;
-constexpr quint8 PlatformPackage = 0x01;
 
 bool isXmlCharacter(QChar character)
 {
@@ -81,9 +80,9 @@ private:
 
 } // namespace
 
-ManifestWriter::ManifestWriter(const ResourceIndex &index, References references)
+ManifestWriter::ManifestWriter(const ResourceIndex &index, References references, PlatformSource *platform)
     : m_index(index),
-      m_names(index),
+      m_names(index, platform),
       m_references(references),
       m_xml(&m_output),
       m_usedPrefixes({QString(), QStringLiteral("xmlns")})
@@ -249,7 +248,7 @@ QString ManifestWriter::referenceText(const TypedValue &value) const
         return ValueFormatter(m_names).text(value);
     QString text{QLatin1Char(value.isThemeAttribute() ? '?' : '@')};
     // In every package but its own, the name of a resource of the platform begins with "android:".
-    if (packageId == PlatformPackage && packageId == m_index.packageId())
+    if (packageId == ResourceId::PlatformPackage && packageId == m_index.packageId())
         text += m_index.packageNames().value(packageId) + QLatin1Char(':');
     return text + name;
 }

@@ -41,8 +41,8 @@ public:
         Numbers, ///< "@string/12"
     };
 
-    /// @p index outlives this object.
-    ManifestWriter(const ResourceIndex &index, References references);
+    /// Both outlive this object. Without a @p platform, its resources have no names.
+    ManifestWriter(const ResourceIndex &index, References references, PlatformSource *platform = nullptr);
 
     /**
      * The XML of @p document, as UTF-8; empty when it would exceed MaxCharacters.

@@ -79,7 +79,8 @@ QList<IconFile> Entry::iconFiles() const
         return files;
     for (const IconFileLookup::File &found : d->package->iconFiles(d->innermost(Attr::Icon))) {
         IconFile file;
-        file.d->path = found.path;
+        file.d->path = found.path.path;
+        file.d->isOfPlatform = found.path.owner == ResourceOwner::Platform;
         file.d->kind = found.kind;
         file.d->size = found.size;
         file.d->density = found.density;

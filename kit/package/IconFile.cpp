@@ -32,4 +32,9 @@ int IconFile::density() const
     return d->density;
 }
 
+bool IconFile::isOfPlatform() const
+{
+    return d->isOfPlatform;
+}
+
 } // namespace SorrelKit

@@ -15,6 +15,7 @@ public:
     QString kind;
     QSize size;
     int density = 0;
+    bool isOfPlatform = false;
 };
 
 } // namespace SorrelKit

@@ -16,9 +16,9 @@ QVector<IconFileLookup::File> IconFileLookup::files(const ResolvedValue &icon)
         return *known;
     QVector<File> files;
     for (const ResolvedValue &candidate : candidates(icon, m_resolver, &m_budget)) {
-        const Kind kind = kindOf(candidate.text);
+        const Kind kind = kindOf(candidate.file());
         File file;
-        file.path = candidate.text;
+        file.path = candidate.file();
         file.density = candidate.density;
         file.kind = kind.name;
         file.size = kind.size;
@@ -37,7 +37,7 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
         return {icon};
     QVector<ResolvedValue> files;
     QSet<quint32> visited;
-    QSet<QString> paths;
+    QSet<OwnedPath> paths;
     QVector<quint32> open{icon.resource};
     while (!open.isEmpty() && visited.size() < MaxFiles) {
         const quint32 id = open.takeFirst();
@@ -52,21 +52,28 @@ QVector<ResolvedValue> IconFileLookup::candidates(const ResolvedValue &icon, con
             const ResolvedValue file = ResourceResolver::withText(candidate);
             if (!budget->spendWork(Budget::ByteWork * file.text.size()))
                 return files;
-            if (!paths.contains(file.text))
+            if (!paths.contains(file.file()))
                 files.append(file);
-            paths.insert(file.text);
+            paths.insert(file.file());
         }
     }
     return files;
 }
 
-IconFileLookup::Kind IconFileLookup::kindOf(const QString &path)
+void IconFileLookup::forget()
+{
+    m_kinds.clear();
+    m_ofResources.clear();
+}
+
+IconFileLookup::Kind IconFileLookup::kindOf(const OwnedPath &path)
 {
     const auto known = m_kinds.constFind(path);
     if (known != m_kinds.cend())
         return *known;
     Kind kind;
-    QByteArray bytes = m_files.file(path, PictureFile::MaxBytes, &m_budget);
+    FileSource &files = path.owner == ResourceOwner::Platform ? m_resolver.platform()->files() : m_files;
+    QByteArray bytes = files.file(path.path, PictureFile::MaxBytes, &m_budget);
     if (XmlReader::isDocument(bytes)) {
         if (m_budget.spendWork(Budget::DocumentByteWork * bytes.size())) {
             const XmlReader reader(bytes);
@@ -78,7 +85,7 @@ IconFileLookup::Kind IconFileLookup::kindOf(const QString &path)
         kind.name = QString::fromLatin1(picture.format());
         kind.size = picture.size();
     }
-    if (m_budget.holdBytes(ResultBytes + qint64(sizeof(QChar)) * path.size()))
+    if (m_budget.holdBytes(ResultBytes + qint64(sizeof(QChar)) * path.path.size()))
         m_kinds.insert(path, kind);
     return kind;
 }

@@ -33,9 +33,9 @@ public:
     {
     }
 
-    /// A file that the package has for an icon.
+    /// A file that the package, or the platform, has for an icon.
     struct File {
-        QString path;    ///< of the member in the package
+        OwnedPath path;  ///< of the member
         QString kind;    ///< the root element of an XML file, else the format of the picture
         QSize size;      ///< in pixels; empty for XML
         int density = 0; ///< that the resource table has the file for
@@ -43,6 +43,9 @@ public:
 
     /// The files for @p icon, a reference or a path, in the order of Entry::iconFiles().
     QVector<File> files(const ResolvedValue &icon);
+
+    /// Drops all kept results, because the platform has changed.
+    void forget();
 
     /// The values of @p icon, a reference or a path, in the configurations that @p resolver matches, each path once and
     /// with references followed. Lookups and the characters of paths cost work. A table may have thousands of type
@@ -55,12 +58,12 @@ private:
         QString name; ///< of the picture's format, or of the root element of XML; empty for any other file
         QSize size;
     };
-    Kind kindOf(const QString &path);
+    Kind kindOf(const OwnedPath &path);
 
     const ResourceResolver &m_resolver;
     FileSource &m_files;
     Budget &m_budget;
-    QHash<QString, Kind> m_kinds; ///< by path
+    QHash<OwnedPath, Kind> m_kinds;
     QHash<quint32, QVector<File>> m_ofResources;
 };
 

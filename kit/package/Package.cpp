@@ -75,6 +75,24 @@ Package Package::fromNativePath(const QByteArray &path)
     return package;
 }
 
+void Package::setPlatform(const Platform &platform)
+{
+    d->setPlatform(platform.d);
+}
+
+Platform Package::platform() const
+{
+    Platform platform;
+    if (d->platform() != nullptr)
+        platform.d = d->platform();
+    return platform;
+}
+
+QList<quint32> Package::platformResources() const
+{
+    return d->platformResources();
+}
+
 Error Package::error() const
 {
     // A damaged table is an error, too.
@@ -229,9 +247,10 @@ QByteArray Package::manifestXml(References references) const
     const QByteArray document =
         d->files().file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
     const ResourceIndex index(d->tables());
-    const auto style =
-        references == References::Numbers ? ManifestWriter::References::Numbers : ManifestWriter::References::Names;
-    return ManifestWriter(index, style).toXml(document);
+    // Numbers are those of ApkFile, which knows no platform.
+    if (references == References::Numbers)
+        return ManifestWriter(index, ManifestWriter::References::Numbers).toXml(document);
+    return ManifestWriter(index, ManifestWriter::References::Names, d->platform()).toXml(document);
 }
 
 } // namespace SorrelKit

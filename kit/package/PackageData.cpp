@@ -5,6 +5,7 @@
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
+#include "platform/PlatformReferences.h"
 
 #include <QSet>
 
@@ -143,6 +144,19 @@ const ResourceTables &PackageData::tables()
             readTable(*m_members.at(split), &m_oddities.at(split).table);
     }
     return m_tables;
+}
+
+void PackageData::setPlatform(const PlatformDataPointer &platform)
+{
+    m_platform = platform->isNone() ? PlatformDataPointer() : platform;
+    m_resolver.forget();
+    m_iconFiles.forget();
+}
+
+QList<quint32> PackageData::platformResources()
+{
+    Budget budget(MaxLookupWork, MaxLookupBytes);
+    return PlatformReferences(m_resolver, *this, budget).ids(manifest().root());
 }
 
 void PackageData::readTable(ZipArchive &archive, OddityList *oddities)

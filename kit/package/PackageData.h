@@ -11,6 +11,7 @@
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "package/PackageSet.h"
+#include "platform/PlatformData.h"
 #include "resources/ResourceResolver.h"
 
 #include <SorrelKit/Diagnostic.h>
@@ -76,6 +77,12 @@ public:
     /// Names of the splits.
     const QStringList &splits();
     const ResourceTables &tables() override;
+    /// Sets the platform that references to it are resolved in, and forgets what was resolved before.
+    void setPlatform(const PlatformDataPointer &platform);
+    /// The ids that Package::platformResources() returns. Each call spends from a budget of its own.
+    QList<quint32> platformResources();
+    /// None by default.
+    PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
 
@@ -134,11 +141,12 @@ private:
     std::vector<FileOddities> m_oddities; ///< of the base or the single package, then of the splits
     QStringList m_splits;
     ResourceTables m_tables;
+    PlatformDataPointer m_platform; ///< null for none
     Budget m_reading{MaxReadingWork, MaxReadingBytes};
     qint64 m_tableBytesLeft = MaxTableBytes;
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     Budget m_lookups{MaxLookupWork, MaxLookupBytes};
-    const ResourceResolver m_resolver;
+    ResourceResolver m_resolver;
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 

@@ -11,17 +11,18 @@ namespace SorrelKit {
 class ResourcesPrivate : public QSharedData
 {
 public:
-    explicit ResourcesPrivate(PackageDataPointer owner) : package(std::move(owner)) {}
+    explicit ResourcesPrivate(PackageDataPointer owner) : package(std::move(owner)), platform(package->platform()) {}
 
     ResourcesData &loaded()
     {
         if (!resources.isLoaded())
-            resources.load(package->tables());
+            resources.load(package->tables(), platform.data());
         return resources;
     }
 
 private:
     PackageDataPointer package;
+    PlatformDataPointer platform; ///< stays when the package gets another one
     ResourcesData resources;
 };
 

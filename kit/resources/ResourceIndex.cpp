@@ -135,7 +135,12 @@ ResourceIndex::Value ResourceIndex::value(int number) const
 QString ResourceIndex::entryName(int number) const
 {
     const Value value = this->value(number);
-    QString name = nameAt(value.package->keys, value.entry.key());
+    return entryName(*value.package, value.entry);
+}
+
+QString ResourceIndex::entryName(const ResourceTable::Package &package, const EntryView &entry)
+{
+    QString name = nameAt(package.keys, entry.key());
     return isPlaceholder(name) || isNumber(name) ? QString() : name;
 }
 

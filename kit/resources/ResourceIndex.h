@@ -66,6 +66,8 @@ public:
     /// The name of the entry of value @p number. Empty for names that no reference can use: digits alone, which are
     /// numbers of entries, and the placeholder that optimizers write in place of every name.
     QString entryName(int number) const;
+    /// The same for @p entry of @p package, in any table.
+    static QString entryName(const ResourceTable::Package &package, const EntryView &entry);
     /// The package's own id: that of the first package of the first table that has one.
     quint8 packageId() const { return m_packageId; }
     /// The names of packages by their ids; of several packages with one id, the first name.

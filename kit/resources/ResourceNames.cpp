@@ -25,7 +25,7 @@ QString ResourceNames::name(quint32 id) const
 {
     const ResourceIndex::Range range = m_index.values(id);
     if (range.isEmpty())
-        return {};
+        return m_index.packageNames().contains(ResourceId::PlatformPackage) ? QString() : m_platform.name(id);
     id = m_index.id(range.first);
     const QString type = typeName(id);
     if (type.isEmpty())

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_RESOURCENAMES_H
 #define SORRELKIT_RESOURCENAMES_H
 
+#include "resources/PlatformNames.h"
 #include "resources/ResourceIndex.h"
 
 #include <QString>
@@ -9,19 +10,22 @@
 namespace SorrelKit {
 
 /// Converts between the ids of resources and their names, `[package:]type/entry`. Resources::name() and
-/// Resources::find() document the forms.
+/// Resources::find() document the forms. Resources of the platform have names as well.
 class ResourceNames
 {
 public:
-    /// @p index outlives this object.
-    explicit ResourceNames(const ResourceIndex &index) : m_index(index) {}
+    /// Both outlive this object. Without a @p platform, its resources have no names.
+    explicit ResourceNames(const ResourceIndex &index, PlatformSource *platform = nullptr)
+        : m_index(index), m_platform(platform)
+    {
+    }
 
-    /// The name of @p id; empty when the resource has no value.
+    /// The name of @p id; empty when neither the tables nor the platform have a value for it.
     QString name(quint32 id) const;
     /// The name with the entry's decimal number in place of its name, "string/12"; empty when the type has no name.
     QString number(quint32 id) const;
     /// The text of a reference to @p id that begins with @p mark, '@' or '?': "@string/app_name", or "@0x7f010003" when
-    /// the tables have no value for it.
+    /// it has no name.
     QString reference(quint32 id, QChar mark) const;
     /// The resource that @p reference names; 0 when it does not exist.
     quint32 find(const QString &reference) const;
@@ -33,6 +37,7 @@ private:
     quint32 findName(quint8 packageId, quint8 typeId, const QString &name) const;
 
     const ResourceIndex &m_index;
+    const PlatformNames m_platform;
 };
 
 } // namespace SorrelKit

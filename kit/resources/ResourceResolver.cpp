@@ -19,6 +19,7 @@ struct Candidate {
         ResolvedValue result;
         result.value = value.value;
         result.table = table;
+        result.owner = owner;
         result.resource = id;
         result.density = configuration.density;
         result.locale = configuration.locale();
@@ -28,6 +29,7 @@ struct Candidate {
     const ResourceTable *table = nullptr;
     TableValue value;
     Configuration configuration;
+    ResourceOwner owner = ResourceOwner::Package;
 };
 
 } // namespace
@@ -48,6 +50,25 @@ ResourceResolver ResourceResolver::forDevice(const Configuration &device, Budget
                                : ResourceResolver(m_tables, device, budget);
 }
 
+bool ResourceResolver::isOfPlatform(quint32 id) const
+{
+    if (ResourceId::package(id) != ResourceId::PlatformPackage)
+        return false;
+    const auto isPlatform = [](const ResourceTable::Package &package) {
+        return package.id == ResourceId::PlatformPackage;
+    };
+    return std::none_of(tables().cbegin(), tables().cend(), [&](const auto &table) {
+        return std::any_of(table->packages().cbegin(), table->packages().cend(), isPlatform);
+    });
+}
+
+ResourceResolver::Owned ResourceResolver::tablesOf(quint32 id) const
+{
+    if (isOfPlatform(id) && platform() != nullptr)
+        return {platform()->tables(), ResourceOwner::Platform};
+    return {tables(), ResourceOwner::Package};
+}
+
 ResolvedValue ResourceResolver::best(quint32 id) const
 {
     const auto known = m_best.constFind(id);
@@ -64,7 +85,8 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
     Candidate best;
-    for (const auto &table : tables()) {
+    const Owned owned = tablesOf(id);
+    for (const auto &table : owned.tables) {
         table->visitValues(id, [&](const TableValue &value) {
             if (value.isMap)
                 return;
@@ -73,7 +95,7 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
             if (configuration.hasLocale() || !configuration.matches(m_device))
                 return;
             if (best.table == nullptr || configuration.isBetterThan(best.configuration, m_device))
-                best = {table.data(), value, configuration};
+                best = {table.data(), value, configuration, owned.owner};
         });
     }
     if (best.table == nullptr)
@@ -82,6 +104,12 @@ ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
     ResolvedValue value = withText(best.found(id), longest);
     budget().chargeWork(Budget::ByteWork * value.text.size());
     return value;
+}
+
+std::optional<quint32> ResourceResolver::colorWithoutPlatform(quint32 id) const
+{
+    const bool hasPlatform = isOfPlatform(id) && platform() != nullptr && !platform()->tables().isEmpty();
+    return hasPlatform ? std::nullopt : androidColor(id);
 }
 
 ResolvedValue ResourceResolver::resource(quint32 id) const
@@ -98,7 +126,7 @@ ResolvedValue ResourceResolver::resolved(const TypedValue &value) const
         const ResolvedValue next = best(id);
         if (!next.isNull()) {
             result = next;
-        } else if (const auto color = androidColor(id)) {
+        } else if (const auto color = colorWithoutPlatform(id)) {
             result = ResolvedValue();
             result.value = {ValueType::FirstColor, *color};
             result.resource = id;
@@ -114,14 +142,15 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
 {
     std::vector<Candidate> candidates;
     candidates.reserve(std::size_t(qMin(typeChunkCount(id), MaxCandidates)));
-    for (const auto &table : tables()) {
+    const Owned owned = tablesOf(id);
+    for (const auto &table : owned.tables) {
         table->visitValues(id, [&](const TableValue &value) {
             if (value.isMap || candidates.size() >= MaxCandidates)
                 return;
             const Configuration configuration = value.configuration();
             const bool isWanted = locales == Locales::Any || !configuration.hasLocale();
             if (isWanted && configuration.matches(m_device))
-                candidates.push_back({table.data(), value, configuration});
+                candidates.push_back({table.data(), value, configuration, owned.owner});
         });
     }
     const auto isBetter = [this](const Candidate &a, const Candidate &b) {
@@ -140,7 +169,7 @@ QVector<ResolvedValue> ResourceResolver::candidates(quint32 id, Locales locales)
 int ResourceResolver::typeChunkCount(quint32 id) const
 {
     int count = 0;
-    for (const auto &table : tables())
+    for (const auto &table : tablesOf(id).tables)
         count += table->typeChunkCount(id);
     return count;
 }
@@ -159,7 +188,7 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
 
 QString ResourceResolver::typeName(quint32 id) const
 {
-    for (const auto &table : tables()) {
+    for (const auto &table : tablesOf(id).tables) {
         QString name = table->typeName(id);
         if (!name.isEmpty())
             return name;

@@ -3,10 +3,13 @@
 #define SORRELKIT_RESOURCERESOLVER_H
 
 #include "limits/Budget.h"
+#include "resources/OwnedPath.h"
 #include "resources/TableSource.h"
 
 #include <QHash>
 #include <QVector>
+
+#include <optional>
 
 namespace SorrelKit {
 
@@ -16,12 +19,16 @@ struct ResolvedValue {
     /// The text of a string, or of another value: a label may be a number.
     QString plainText() const { return value.type == ValueType::String ? text : value.plainText(); }
 
+    /// The file that a string names.
+    OwnedPath file() const { return {text, owner}; }
+
     TypedValue value;                     ///< a reference only when the resource is missing
     QString text;                         ///< for a string: a label, the path of a file
     quint32 resource = 0;                 ///< the last resource of the chain; 0 for a value that was no reference
     int density = 0;                      ///< of the value's configuration
     const ResourceTable *table = nullptr; ///< the table whose pool has a string
     LocaleCodes locale;                   ///< of the value's configuration
+    ResourceOwner owner = ResourceOwner::Package; ///< of the table
 };
 
 } // namespace SorrelKit
@@ -33,6 +40,10 @@ namespace SorrelKit {
 /**
  * Looks up resources in the tables of a package and its splits, as a device of a given configuration does: the best
  * value, and when that is a reference, again the best value of the resource that it names.
+ *
+ * Ids of the platform (package 0x01) are looked up in the table of the TableSource's platform, unless the tables of the
+ * package have a package with this id: that package is a platform itself. Without a platform, colours of the platform
+ * that are the same on every device are known (AndroidColors). The first such id opens the platform.
  *
  * References are followed up to MaxDepth in a row, which ends cycles as well. A table may have thousands of values for
  * each of thousands of resources, so resource() and resolved() spend from a budget. Their results are kept and cost
@@ -59,6 +70,8 @@ public:
     ResourceResolver(TableSource &source, const Configuration &device, Budget *budget = nullptr);
 
     const Configuration &device() const { return m_device; }
+    /// Drops all kept results, because the platform has changed. They still count against the budget.
+    void forget() { m_best.clear(); }
     /// The same tables seen by @p device, with a budget as in the constructor. Reads no tables.
     ResourceResolver forDevice(const Configuration &device, Budget *budget = nullptr) const;
 
@@ -80,12 +93,24 @@ public:
     qint64 work(quint32 id) const;
     /// @p value, one of the candidates(), with its text, cut after @p maxLength characters.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
+    /// Whether @p id is one of the platform's. Reads the tables for such an id, and opens no platform.
+    bool isOfPlatform(quint32 id) const;
+    /// The platform of the tables; null without one.
+    PlatformSource *platform() const { return m_source != nullptr ? m_source->platform() : nullptr; }
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;
 
 private:
     ResolvedValue best(quint32 id) const;
     ResolvedValue bestOfTables(quint32 id) const;
+    /// The tables that may have @p id, and their owner.
+    struct Owned {
+        const ResourceTables &tables;
+        ResourceOwner owner;
+    };
+    Owned tablesOf(quint32 id) const;
+    /// The colour @p id of the platform, when there is no platform to look it up in.
+    std::optional<quint32> colorWithoutPlatform(quint32 id) const;
     /// Number of type chunks that a lookup of @p id searches.
     int typeChunkCount(quint32 id) const;
     Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }

@@ -7,10 +7,10 @@
 
 namespace SorrelKit {
 
-void ResourcesData::load(const QVector<QSharedPointer<const ResourceTable>> &tables)
+void ResourcesData::load(const ResourceTables &tables, PlatformSource *platform)
 {
     m_index = std::make_unique<ResourceIndex>(tables);
-    m_names = std::make_unique<ResourceNames>(*m_index);
+    m_names = std::make_unique<ResourceNames>(*m_index, platform);
     m_qualifiers.resize(std::size_t(m_index->chunkCount()));
 }
 

@@ -27,7 +27,8 @@ public:
     ResourcesData() = default;
 
     bool isLoaded() const { return m_index != nullptr; }
-    void load(const QVector<QSharedPointer<const ResourceTable>> &tables);
+    /// @p platform outlives this object; null for none.
+    void load(const ResourceTables &tables, PlatformSource *platform);
 
     const ResourceIndex &index() const { return *m_index; }
     const ResourceNames &names() const { return *m_names; }

@@ -51,8 +51,10 @@ enum class ValueType : quint8 {
 /// A resource id is 0xPPTTEEEE: package, type (1 for the first), and index of the entry within the type.
 namespace ResourceId {
 
-/// The package id of an application's own resources; the framework's is 0x01.
+/// The package id of an application's own resources.
 constexpr quint8 ApplicationPackage = 0x7f;
+/// The package id of the platform's resources.
+constexpr quint8 PlatformPackage = 0x01;
 
 constexpr quint8 package(quint32 id)
 {

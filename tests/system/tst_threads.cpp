@@ -2,9 +2,11 @@
 #include "Apk.h"
 #include "ApkFile.h"
 #include "KitIcons.h"
+#include "PlatformFixture.h"
 #include "Walker.h"
 
 #include <SorrelKit/Package.h>
+#include <SorrelKit/Platform.h>
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -27,6 +29,7 @@ private slots:
     void packageIsReadByAnObjectForEachThread();
     void packageOfTheKitIsReadByAnObjectForEachThread();
     void copiesOfATableAreReadInEachThread();
+    void packagesOfAllThreadsShareAPlatform();
 
 private:
     QTemporaryDir m_directory;
@@ -112,6 +115,36 @@ void TestThreads::copiesOfATableAreReadInEachThread()
         }
     });
     QCOMPARE(good.load(), Threads * Rounds * 2);
+}
+
+void TestThreads::packagesOfAllThreadsShareAPlatform()
+{
+    const QString path = m_directory.filePath(QStringLiteral("framework.apk"));
+    writeFile(path, package(platformTable(), platformManifest(),
+                            {{QStringLiteral("res/icon.png"), picture(48, 48, 0xff0000)}}));
+    const QByteArray application =
+        package(emptyTable(),
+                packageManifest()
+                    .start(QStringLiteral("manifest"))
+                    .empty(QStringLiteral("application"), {androidReference(QStringLiteral("label"), PlatformAlias),
+                                                           androidReference(QStringLiteral("icon"), PlatformIcon)})
+                    .end(QStringLiteral("manifest"))
+                    .build());
+    // The threads race to open it.
+    const SorrelKit::Platform platform(path);
+    std::atomic<int> good(0);
+    inThreads([&] {
+        const SorrelKit::Platform own = platform;
+        for (int round = 0; round < Rounds; ++round) {
+            PackageDevice device(application);
+            SorrelKit::Package package(&device);
+            package.setPlatform(own);
+            if (package.label(QLocale(QLocale::German)) == QLatin1String("Gut") && !iconOf(package, 48).isNull()
+                && own.apiLevel() == 29 && !own.error())
+                ++good;
+        }
+    });
+    QCOMPARE(good.load(), Threads * Rounds);
 }
 
 QTEST_GUILESS_MAIN(TestThreads)

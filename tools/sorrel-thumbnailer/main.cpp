@@ -6,6 +6,7 @@
 #include "ProcessLimits.h"
 #include "ThumbnailFile.h"
 #include "ThumbnailerOptions.h"
+#include "UsedPlatform.h"
 
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
@@ -62,7 +63,7 @@ int writeThumbnail(const ThumbnailerOptions &options)
     const FileName input(path);
     if (isFile && input.isSameFile(options.output()))
         return fail(inputName, QStringLiteral("the thumbnail would replace the package"));
-    const Package package = Package::fromNativePath(input.path());
+    const Package package = UsedPlatform::package(input);
     SorrelKit::IconRequest request(options.size());
     request.setMask(options.mask());
     SorrelKit::DrawableRenderer renderer(package);

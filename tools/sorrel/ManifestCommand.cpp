@@ -4,6 +4,7 @@
 #include "Console.h"
 #include "FileName.h"
 #include "PrintableText.h"
+#include "UsedPlatform.h"
 
 #include <SorrelKit/Package.h>
 
@@ -34,8 +35,9 @@ QString ManifestCommand::details() const
 {
     return QStringLiteral(
         "Values are those that Android reads. A reference has the name of the resource, such as \"@string/app_name\"; "
-        "'sorrel resources FILE @string/app_name' shows its values. A resource that the package does not have, such "
-        "as one of Android itself, has its id: \"@0x01040000\".");
+        "'sorrel resources FILE @string/app_name' shows its values. A resource of Android itself has its name "
+        "(\"@android:string/ok\") when the platform has it. A resource that does not exist has its id: "
+        "\"@0x01040000\".");
 }
 
 void ManifestCommand::addOptions(QCommandLineParser &parser) const
@@ -46,7 +48,7 @@ void ManifestCommand::addOptions(QCommandLineParser &parser) const
 int ManifestCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     const FileName file(parser.positionalArguments().constFirst());
-    const Package package = Package::fromNativePath(file.path());
+    const Package package = UsedPlatform::package(file);
     const QByteArray xml =
         package.manifestXml(parser.isSet(m_ids) ? Package::References::Numbers : Package::References::Names);
     console.write(withReferences(xml));

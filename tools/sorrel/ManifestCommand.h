@@ -12,6 +12,7 @@ class ManifestCommand : public Command
 public:
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
+    bool usesPlatform() const override { return true; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

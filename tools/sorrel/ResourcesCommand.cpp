@@ -4,6 +4,7 @@
 #include "Console.h"
 #include "FileName.h"
 #include "ResourceReport.h"
+#include "UsedPlatform.h"
 
 #include <SorrelKit/Package.h>
 
@@ -35,7 +36,7 @@ int ResourcesCommand::run(const QCommandLineParser &parser, Console &console) co
 {
     const QStringList arguments = parser.positionalArguments();
     const FileName file(arguments.constFirst());
-    const Package package = Package::fromNativePath(file.path());
+    const Package package = UsedPlatform::package(file);
     const ResourceReport report(file, package);
     int status = Success;
     if (package.error()) {

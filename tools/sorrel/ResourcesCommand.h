@@ -15,6 +15,7 @@ public:
     int maxArguments() const override { return 2; }
     void addArguments(QCommandLineParser &parser) const override;
     void addOptions(QCommandLineParser &parser) const override;
+    bool usesPlatform() const override { return true; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

@@ -18,6 +18,7 @@ enum class DrawableFault {
     // Resources and files. The detail is the resource id or the path; DamagedDocument also has the reason.
     NoValue,
     NotDrawable,
+    PlatformResource,
     UnreadableFile,
     DamagedDocument,
     UndecodablePicture,

@@ -4,6 +4,8 @@
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
 
+#include <QScopedValueRollback>
+
 #include <utility>
 
 namespace SorrelKit {
@@ -56,20 +58,19 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
     if (const auto argb = value.value.argb())
         return makeColor(QColor::fromRgba(*argb));
     if (value.text.isEmpty()) {
-        if (value.resource == 0)
-            setError(DrawableFault::NoValue);
-        else
-            setError(DrawableFault::NotDrawable, idText(value.resource));
+        const DrawableError error = missing(value);
+        setError(error.fault, error.detail);
         return nullptr;
     }
-    const QByteArray bytes = documentBytes(value.text);
+    const QByteArray bytes = documentBytes(value.file());
     if (bytes.isEmpty())
         return makePicture(value);
     if (m_resolver.typeName(value.resource) == QLatin1String("color")) {
         const QColor color = this->color(value, QColor());
         return color.isValid() ? makeColor(color) : nullptr;
     }
-    const Document document = parsed(bytes, value.text);
+    const Document document = parsed(bytes, value.file());
+    const QScopedValueRollback<ResourceOwner> owner(m_owner, value.owner);
     return document.root.isNull() ? nullptr : fromElement(document.root);
 }
 
@@ -94,13 +95,17 @@ DrawablePointer DrawableLoader::fromRequiredItem(const XmlElement &item)
     return drawable;
 }
 
-ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute) const
+ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute)
 {
     if (attribute == nullptr)
         return {};
     ResolvedValue value = m_resolver.resolved(attribute->value);
-    if (value.value.type == ValueType::String && value.resource == 0)
+    if (value.value.type == ValueType::String && value.resource == 0) {
         value.text = attribute->text;
+        value.owner = m_owner;
+    } else if (value.value.isReference() && m_resolver.isOfPlatform(value.resource)) {
+        setError(DrawableFault::PlatformResource, idText(value.resource));
+    }
     return value;
 }
 
@@ -116,35 +121,37 @@ QBrush DrawableLoader::brush(const ResolvedValue &value, const QBrush &fallback)
         return QColor::fromRgba(*argb);
     if (value.text.isEmpty())
         return fallback;
-    const auto known = m_brushes.constFind(value.text);
+    const auto known = m_brushes.constFind(value.file());
     if (known != m_brushes.cend())
         return known->style() == Qt::NoBrush ? fallback : *known;
     Level level(this);
     if (!level.isOpen())
         return fallback;
-    const Document document = this->document(value.text);
+    const Document document = this->document(value.file());
+    const QScopedValueRollback<ResourceOwner> owner(m_owner, value.owner);
     const QBrush brush = document.root.isNull() ? QBrush() : makeBrush(document.root);
-    m_brushes.insert(value.text, brush);
+    m_brushes.insert(value.file(), brush);
     return brush.style() == Qt::NoBrush ? fallback : brush;
 }
 
-QByteArray DrawableLoader::file(const QString &path)
+QByteArray DrawableLoader::file(const OwnedPath &path)
 {
     QByteArray bytes;
+    FileSource &files = path.owner == ResourceOwner::Platform ? m_resolver.platform()->files() : m_files;
     if (m_budget.spendWork(FileWork))
-        bytes = m_files.file(path, qMin(MaxFileBytes, m_budget.bytesLeft()), &m_budget);
+        bytes = files.file(path.path, qMin(MaxFileBytes, m_budget.bytesLeft()), &m_budget);
     if (bytes.isEmpty())
-        setError(DrawableFault::UnreadableFile, path);
+        setError(DrawableFault::UnreadableFile, path.path);
     return bytes;
 }
 
-DrawableLoader::Document DrawableLoader::document(const QString &path)
+DrawableLoader::Document DrawableLoader::document(const OwnedPath &path)
 {
     const QByteArray bytes = file(path);
     return bytes.isEmpty() ? Document{{}, {m_budget, 0}} : parsed(bytes, path);
 }
 
-DrawableLoader::Document DrawableLoader::parsed(const QByteArray &bytes, const QString &path)
+DrawableLoader::Document DrawableLoader::parsed(const QByteArray &bytes, const OwnedPath &path)
 {
     Document document{{}, {m_budget, bytes.size() * BytesPerXmlByte}};
     if (!document.bytes || !m_budget.spendWork(bytes.size() * Budget::DocumentByteWork)) {
@@ -156,13 +163,13 @@ DrawableLoader::Document DrawableLoader::parsed(const QByteArray &bytes, const Q
     if (!m_budget.chargeWork(reader.characters() * Budget::DocumentByteWork))
         setError(DrawableFault::TooMuchDrawing);
     else if (reader.fault() != FormatFault::None)
-        setError(DrawableFault::DamagedDocument, path + QLatin1String(": ") + formatFaultText(reader.fault()));
+        setError(DrawableFault::DamagedDocument, path.path + QLatin1String(": ") + formatFaultText(reader.fault()));
     else
         document.root = reader.root();
     return document;
 }
 
-QByteArray DrawableLoader::documentBytes(const QString &path)
+QByteArray DrawableLoader::documentBytes(const OwnedPath &path)
 {
     if (m_pictures.contains(path))
         return {};
@@ -173,27 +180,27 @@ QByteArray DrawableLoader::documentBytes(const QString &path)
     return {};
 }
 
-bool DrawableLoader::isDocument(const QString &path)
+bool DrawableLoader::isDocument(const OwnedPath &path)
 {
     return !documentBytes(path).isEmpty();
 }
 
-QSize DrawableLoader::pictureSize(const QString &path)
+QSize DrawableLoader::pictureSize(const OwnedPath &path)
 {
     documentBytes(path);
     return m_pictures.size(path);
 }
 
-QImage DrawableLoader::picture(const QString &path)
+QImage DrawableLoader::picture(const OwnedPath &path)
 {
     documentBytes(path);
     QImage picture = m_pictures.image(path);
     if (picture.isNull())
-        setError(DrawableFault::UndecodablePicture, path);
+        setError(DrawableFault::UndecodablePicture, path.path);
     return picture;
 }
 
-std::optional<NinePatch> DrawableLoader::ninePatch(const QString &path)
+std::optional<NinePatch> DrawableLoader::ninePatch(const OwnedPath &path)
 {
     documentBytes(path);
     return m_pictures.ninePatch(path);
@@ -217,6 +224,14 @@ qreal DrawableLoader::scaleOf(int density) const
 QString DrawableLoader::idText(quint32 id)
 {
     return QStringLiteral("0x%1").arg(id, 8, 16, QLatin1Char('0'));
+}
+
+DrawableError DrawableLoader::missing(const ResolvedValue &value) const
+{
+    if (value.resource == 0)
+        return {DrawableFault::NoValue, QString()};
+    const bool isPlatforms = value.value.isReference() && m_resolver.isOfPlatform(value.resource);
+    return {isPlatforms ? DrawableFault::PlatformResource : DrawableFault::NotDrawable, idText(value.resource)};
 }
 
 void DrawableLoader::setError(DrawableFault fault, const QString &detail)

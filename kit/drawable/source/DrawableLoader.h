@@ -64,24 +64,25 @@ public:
     DrawablePointer fromRequiredItem(const XmlElement &item);
 
     /// The value of @p attribute, with its text and its reference followed; a null value for a null pointer.
-    ResolvedValue resolved(const XmlAttribute *attribute) const;
+    /// A reference to a resource of the platform that is not found is an error.
+    ResolvedValue resolved(const XmlAttribute *attribute);
     /// The colour @p value, or the default colour of the colour state list that it names.
     QColor color(const ResolvedValue &value, const QColor &fallback);
     /// The same, or the gradient that @p value names, in the coordinates of the drawable.
     QBrush brush(const ResolvedValue &value, const QBrush &fallback);
     /// The XML file @p path.
-    Document document(const QString &path);
+    Document document(const OwnedPath &path);
     /// The content of the file @p path; empty, with an error, when it cannot be read.
-    QByteArray file(const QString &path);
+    QByteArray file(const OwnedPath &path);
     /// Whether the file @p path is XML.
-    bool isDocument(const QString &path);
+    bool isDocument(const OwnedPath &path);
     /// The size of the picture file @p path, found without decoding; empty when it is no picture.
-    QSize pictureSize(const QString &path);
+    QSize pictureSize(const OwnedPath &path);
     /// The picture in the file @p path; a null image, with an error, when it cannot be decoded. Each file is read and
     /// decoded once, also when that fails.
-    QImage picture(const QString &path);
+    QImage picture(const OwnedPath &path);
     /// The parts of the picture @p path that may be stretched; nothing when it is no nine-patch.
-    std::optional<NinePatch> ninePatch(const QString &path);
+    std::optional<NinePatch> ninePatch(const OwnedPath &path);
 
     /// The outline of adaptive icons that are made from now on. IconMask::None by default.
     void setIconMask(IconMask mask) { m_iconMask = mask; }
@@ -102,6 +103,8 @@ public:
     const DrawableError &error() const { return m_error; }
     /// The resource id @p id as the detail of an error: "0x7f010000".
     static QString idText(quint32 id);
+    /// The error for @p value, which is no drawable: the platform's resource that is missing, or that it is none.
+    DrawableError missing(const ResolvedValue &value) const;
     /// Keeps the error unless there is one already.
     void setError(DrawableFault fault, const QString &detail = QString());
 
@@ -124,8 +127,8 @@ private:
 
     /// The content of the file @p path when it is XML. Any other file is added to the pictures; the result is empty
     /// then.
-    QByteArray documentBytes(const QString &path);
-    Document parsed(const QByteArray &bytes, const QString &path);
+    QByteArray documentBytes(const OwnedPath &path);
+    Document parsed(const QByteArray &bytes, const OwnedPath &path);
 
     const ResourceResolver m_resolver;
     FileSource &m_files;
@@ -135,8 +138,9 @@ private:
     bool m_isMonochrome = false;
     DrawableError m_error;
     int m_depth = 0;
+    ResourceOwner m_owner = ResourceOwner::Package; ///< of the document whose elements are made
     PictureCache m_pictures;
-    QHash<QString, QBrush> m_brushes; ///< by path
+    QHash<OwnedPath, QBrush> m_brushes; ///< by path
 };
 
 } // namespace SorrelKit

@@ -17,7 +17,7 @@ QImage premultiplied(QImage image)
 
 } // namespace
 
-void PictureCache::add(const QString &path, QByteArray bytes)
+void PictureCache::add(const OwnedPath &path, QByteArray bytes)
 {
     Picture picture;
     // PictureFile drops the chunk with the parts that may be stretched.
@@ -30,7 +30,7 @@ void PictureCache::add(const QString &path, QByteArray bytes)
     m_pictures.insert(path, picture);
 }
 
-QImage PictureCache::image(const QString &path)
+QImage PictureCache::image(const OwnedPath &path)
 {
     const auto picture = m_pictures.find(path);
     if (picture == m_pictures.end())

@@ -5,12 +5,12 @@
 #include "drawable/source/NinePatch.h"
 #include "limits/Budget.h"
 #include "picture/PictureDecoder.h"
+#include "resources/OwnedPath.h"
 
 #include <QByteArray>
 #include <QHash>
 #include <QImage>
 #include <QSize>
-#include <QString>
 
 #include <optional>
 
@@ -31,17 +31,17 @@ public:
     /// @p budget outlives this object.
     explicit PictureCache(Budget &budget) : m_budget(budget) {}
 
-    bool contains(const QString &path) const { return m_pictures.contains(path); }
+    bool contains(const OwnedPath &path) const { return m_pictures.contains(path); }
     /// Opens the file @p path. A file that is no picture, or does not fit in the budget, is remembered without a
     /// picture.
-    void add(const QString &path, QByteArray bytes);
+    void add(const OwnedPath &path, QByteArray bytes);
 
     /// The size in pixels, found without decoding; empty when there is no picture.
-    QSize size(const QString &path) const { return m_pictures.value(path).size; }
+    QSize size(const OwnedPath &path) const { return m_pictures.value(path).size; }
     /// The picture, the first one of an animation. A null image when there is none or it cannot be decoded.
-    QImage image(const QString &path);
+    QImage image(const OwnedPath &path);
     /// The parts that may be stretched; nothing when the file does not say.
-    std::optional<NinePatch> ninePatch(const QString &path) const { return m_pictures.value(path).patch; }
+    std::optional<NinePatch> ninePatch(const OwnedPath &path) const { return m_pictures.value(path).patch; }
 
 private:
     struct Picture {
@@ -52,7 +52,7 @@ private:
     };
 
     Budget &m_budget;
-    QHash<QString, Picture> m_pictures;
+    QHash<OwnedPath, Picture> m_pictures;
     PictureDecoder m_decoder{m_budget};
 };
 

@@ -455,10 +455,13 @@ void TestPackage::errorThereIsNoIcon()
 
 void TestPackage::errorResourceIsNoDrawable()
 {
-    Opened opened(table(), manifest({androidReference(latin("icon"), 0x01080093)}));
+    Opened opened(table(), manifest({androidReference(latin("icon"), 0x7f080093)}));
     QString error;
     QVERIFY(iconOf(opened.package, 48, IconMask::None, &error).isNull());
-    QCOMPARE(error, latin("resource 0x01080093 is no drawable"));
+    QCOMPARE(error, latin("resource 0x7f080093 is no drawable"));
+    Opened platforms(table(), manifest({androidReference(latin("icon"), 0x01080093)}));
+    QVERIFY(iconOf(platforms.package, 48, IconMask::None, &error).isNull());
+    QCOMPARE(error, latin("needs the platform's resource 0x01080093"));
 }
 
 void TestPackage::errorPictureHasSides()

@@ -62,7 +62,7 @@ void TestValues::movesAreCheap()
 {
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Diagnostic>() && isValue<Error>() && isValue<Feature>()
-                  && isValue<IconFile>());
+                  && isValue<IconFile>() && isValue<Platform>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
@@ -107,7 +107,8 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(Diagnostic()), 9);
     QCOMPARE(readProperties(Error()), 3);
     QCOMPARE(readProperties(Feature()), 2);
-    QCOMPARE(readProperties(IconFile()), 4);
+    QCOMPARE(readProperties(IconFile()), 5);
+    QCOMPARE(readProperties(Platform()), 4);
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);

@@ -2,8 +2,15 @@
 
 // contact_sheet FILE APP...: writes a picture of all drawables of the sample applications, each with its name, on a
 // checkerboard and in two sizes. An adaptive icon is drawn in every mask.
+// contact_sheet FILE --framework FRAMEWORK NAME...: the same of these drawables of a platform ("ic_menu_add"), as a package
+// without any resources of its own sees them.
 
 #include "SampleDrawables.h"
+
+#include <SorrelKit/DrawableRenderer.h>
+#include <SorrelKit/Package.h>
+#include <SorrelKit/Platform.h>
+#include <SorrelKit/Resources.h>
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -55,6 +62,24 @@ bool appendApp(QVector<Cell> *cells, const QString &app)
     return true;
 }
 
+bool appendPlatform(QVector<Cell> *cells, const QString &fileName, const QStringList &names)
+{
+    using namespace SorrelKit;
+    const Platform platform(fileName);
+    Package package;
+    package.setPlatform(platform);
+    DrawableRenderer renderer(package);
+    const Resources resources{Package(fileName)};
+    for (const QString &name : names) {
+        const quint32 id = resources.find(QStringLiteral("drawable/") + name);
+        Cell cell{name, QString(), renderer.drawable(id, IconRequest(LargeSide)), QImage()};
+        cell.error = renderer.error().text();
+        cell.small = renderer.drawable(id, IconRequest(SmallSide));
+        cells->append(cell);
+    }
+    return platform.isValid();
+}
+
 void paintOnCheckerboard(QPainter *painter, QPoint at, const QImage &image, int side)
 {
     for (int y = 0; y < side; y += Square) {
@@ -95,11 +120,15 @@ int main(int argc, char *argv[])
     const QGuiApplication application(argc, argv);
     const QStringList arguments = QGuiApplication::arguments();
     if (arguments.size() < 3) {
-        std::fputs("usage: contact_sheet FILE APP...\n", stderr);
+        std::fputs("usage: contact_sheet FILE APP...\n       contact_sheet FILE --framework FRAMEWORK NAME...\n",
+                   stderr);
         return 2;
     }
     QVector<Cell> cells;
-    for (const QString &app : arguments.mid(2)) {
+    const bool isOfPlatform = arguments.at(2) == QLatin1String("--framework") && arguments.size() > 3;
+    if (isOfPlatform && !appendPlatform(&cells, arguments.at(3), arguments.mid(4)))
+        std::fprintf(stderr, "contact_sheet: %s is no platform\n", qPrintable(arguments.at(3)));
+    for (const QString &app : isOfPlatform ? QStringList() : arguments.mid(2)) {
         if (!appendApp(&cells, app))
             std::fprintf(stderr, "contact_sheet: no package of %s\n", qPrintable(app));
     }

@@ -23,16 +23,17 @@ _sorrel() {
         mapfile -t COMPREPLY < <(compgen -W "$commands -h --help -v --version" -- "$current")
     else
         case ${COMP_WORDS[1]} in
-        info) options+=" --json --all --signer" ;;
-        manifest) options+=" --ids" ;;
-        resources | files) options+=" --json" ;;
-        icon) options+=" -s --size --shape --launcher -o --output" ;;
-        lint) options+=" --json --draw --checks" ;;
+        info) options+=" --json --all --signer --platform" ;;
+        manifest) options+=" --ids --platform" ;;
+        resources) options+=" --json --platform" ;;
+        files) options+=" --json" ;;
+        icon) options+=" -s --size --shape --launcher -o --output --platform" ;;
+        lint) options+=" --json --draw --checks --platform" ;;
         verify) options+=" --json --print-certs --min-sdk --max-sdk --fingerprint --same-as --v4-signature" ;;
         diff) options+=" --json --all --html" ;;
-        desktop) options+=" -o --output --exec --shape --all --json" ;;
-        scan) options+=" $scan --ordered --all --icon --lint --verify" ;;
-        catalog) options+=" $scan -o --output --title --shape --verify" ;;
+        desktop) options+=" -o --output --exec --shape --all --json --platform" ;;
+        scan) options+=" $scan --ordered --all --icon --lint --verify --platform" ;;
+        catalog) options+=" $scan -o --output --title --shape --verify --platform" ;;
         esac
         case ${COMP_WORDS[1]}:$previous in
         *:--shape)

@@ -21,6 +21,7 @@ complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 
 set -l in __fish_seen_subcommand_from
 complete -c sorrel -n "$in info resources files lint verify diff desktop" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
+complete -c sorrel -n "$in info manifest resources icon lint desktop scan catalog" -l platform -r -d 'Framework package of Android, or none'
 complete -c sorrel -n "$in info" -l signer -d 'Verify the signatures, and add the signer'
 complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
 complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'

@@ -35,6 +35,8 @@ public:
         parser.addPositionalArgument(QStringLiteral("FILE"), fileText());
     }
     virtual void addOptions(QCommandLineParser &parser) const { Q_UNUSED(parser) }
+    /// Whether it shows what resources of packages have, and so has the option `--platform`.
+    virtual bool usesPlatform() const { return false; }
 
     /// Runs the command and returns an ExitStatus. The number of arguments was checked before.
     virtual int run(const QCommandLineParser &parser, Console &console) const = 0;

@@ -5,6 +5,7 @@
 #include "CommandList.h"
 #include "Console.h"
 #include "PrintableText.h"
+#include "UsedPlatform.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -57,6 +58,14 @@ QCommandLineOption helpOption()
     return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
 }
 
+QCommandLineOption platformOption()
+{
+    return {QStringLiteral("platform"),
+            QStringLiteral("Framework package with the resources of Android itself, or 'none'. By default the "
+                           "installed one."),
+            QStringLiteral("FILE")};
+}
+
 int runWithoutCommand(const QStringList &arguments)
 {
     const QCommandLineOption help = helpOption();
@@ -86,6 +95,9 @@ int runCommand(const QString &name, const Command &command, const QStringList &a
     QCommandLineParser parser;
     command.addArguments(parser);
     command.addOptions(parser);
+    const QCommandLineOption platform = platformOption();
+    if (command.usesPlatform())
+        parser.addOption(platform);
     parser.addOption(help);
     if (!parser.parse(arguments))
         return Console::wrongUsage(parser.errorText(), program);
@@ -98,6 +110,14 @@ int runCommand(const QString &name, const Command &command, const QStringList &a
         return Console::wrongUsage(QStringLiteral("A file is missing."), program);
     if (count > command.maxArguments())
         return Console::wrongUsage(QStringLiteral("There are too many arguments."), program);
+    if (command.usesPlatform() && parser.isSet(platform)) {
+        const FileName file(parser.value(platform));
+        const QString error = UsedPlatform::use(file);
+        if (!error.isEmpty()) {
+            Console::complain(file.text(), error);
+            return CannotRead;
+        }
+    }
     Console console;
     const int status = command.run(parser, console);
     return console.finish() || status != Success ? status : CannotRead;

@@ -5,6 +5,7 @@
 #include "ExecTemplate.h"
 #include "FileName.h"
 #include "LauncherInstaller.h"
+#include "UsedPlatform.h"
 
 #include <SorrelKit/Package.h>
 
@@ -73,7 +74,7 @@ int DesktopCommand::run(const QCommandLineParser &parser, Console &console) cons
         return CannotRead;
     }
     const FileName file(parser.positionalArguments().constFirst());
-    const Package package = Package::fromNativePath(file.path());
+    const Package package = UsedPlatform::package(file);
     QList<Entry> launchers;
     int status = Success;
     // With a damaged table, entries without labels and icons would replace good ones.

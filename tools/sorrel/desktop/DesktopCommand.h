@@ -13,6 +13,7 @@ class DesktopCommand : public Command
 public:
     QString details() const override;
     void addOptions(QCommandLineParser &parser) const override;
+    bool usesPlatform() const override { return true; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

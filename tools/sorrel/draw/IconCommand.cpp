@@ -5,6 +5,7 @@
 #include "FileName.h"
 #include "OutputFile.h"
 #include "PngBytes.h"
+#include "UsedPlatform.h"
 
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
@@ -68,7 +69,7 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     const FileName file(parser.positionalArguments().constFirst());
     if (!isStandardOutput && output.isSameFile(file))
         return Console::wrongUsage(QStringLiteral("The picture would replace the package."), program);
-    const Package package = Package::fromNativePath(file.path());
+    const Package package = UsedPlatform::package(file);
     if (!package.isValid()) {
         Console::complain(file.text(), package.error().message());
         return CannotRead;

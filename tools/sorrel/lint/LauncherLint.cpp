@@ -78,7 +78,10 @@ LauncherLint::IconState LauncherLint::iconState(const Entry &launcher)
     const auto known = m_icons.constFind(resource);
     if (resource != 0 && known != m_icons.cend())
         return *known;
-    const QList<IconFile> files = launcher.iconFiles();
+    // The platform's files are not the package's: every device has others.
+    QList<IconFile> files = launcher.iconFiles();
+    files.erase(std::remove_if(files.begin(), files.end(), [](const IconFile &file) { return file.isOfPlatform(); }),
+                files.end());
     IconState state = IconState::Usable;
     if (files.isEmpty())
         state = isColor(resource) ? IconState::Usable : IconState::None;

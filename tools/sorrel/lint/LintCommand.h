@@ -29,6 +29,7 @@ public:
         parser.addPositionalArgument(QStringLiteral("FILE"), fileText(), QStringLiteral("FILE..."));
     }
     void addOptions(QCommandLineParser &parser) const override;
+    bool usesPlatform() const override { return true; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

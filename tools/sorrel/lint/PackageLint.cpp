@@ -5,6 +5,7 @@
 #include "FindingList.h"
 #include "LauncherLint.h"
 #include "ReaderLint.h"
+#include "UsedPlatform.h"
 
 #include <QJsonObject>
 
@@ -14,7 +15,7 @@ PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconC
     FindingList findings;
     ArchiveLint archive(file, &findings);
     archive.run();
-    const SorrelKit::Package package = SorrelKit::Package::fromNativePath(file.path());
+    const SorrelKit::Package package = UsedPlatform::package(file);
     m_errorCode = int(package.error().code());
     m_errorText = package.error().message();
     ReaderLint(file, package, &findings).run();

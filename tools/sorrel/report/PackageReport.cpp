@@ -2,6 +2,7 @@
 #include "PackageReport.h"
 
 #include "PrintableText.h"
+#include "UsedPlatform.h"
 
 #include <QJsonArray>
 #include <QLocale>
@@ -46,6 +47,8 @@ QJsonObject iconToJson(const IconFile &icon)
         json.insert(QStringLiteral("width"), icon.size().width());
         json.insert(QStringLiteral("height"), icon.size().height());
     }
+    if (icon.isOfPlatform())
+        json.insert(QStringLiteral("platform"), true);
     return json;
 }
 
@@ -88,7 +91,7 @@ QJsonObject launcherToJson(const Entry &launcher)
 } // namespace
 
 PackageReport::PackageReport(const FileName &file, bool includesDisabled)
-    : m_file(file), m_package(SorrelKit::Package::fromNativePath(file.path()))
+    : m_file(file), m_package(UsedPlatform::package(file))
 {
     for (const Entry &launcher : m_package.launchers()) {
         if (includesDisabled || launcher.isShown())

@@ -18,6 +18,7 @@ public:
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override;
     void addOptions(QCommandLineParser &parser) const override;
+    bool usesPlatform() const override { return true; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

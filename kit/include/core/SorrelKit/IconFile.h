@@ -14,7 +14,7 @@ namespace SorrelKit {
 class IconFileData;
 
 /**
- * A file that a package has for an icon. Entry::iconFiles() returns these.
+ * A file that a package, or its platform, has for an icon. Entry::iconFiles() returns these.
  *
  * The values stay valid when the package is gone. Copies share their data and are cheap. Every operation takes constant
  * time and cannot fail. Different objects may be used in different threads.
@@ -28,6 +28,7 @@ class SORRELKITCORE_EXPORT IconFile
     Q_PROPERTY(QString kind READ kind CONSTANT)
     Q_PROPERTY(QSize size READ size CONSTANT)
     Q_PROPERTY(int density READ density CONSTANT)
+    Q_PROPERTY(bool ofPlatform READ isOfPlatform CONSTANT)
 
 public:
     /// No file: empty texts and an empty size. @since 0.5.1
@@ -45,7 +46,7 @@ public:
     /// Exchanges the values of two files. @since 0.5.1
     void swap(IconFile &other) noexcept { d.swap(other.d); }
 
-    /// Path of the member in the package ("res/mipmap-hdpi/icon.png"). @since 0.5.1
+    /// Path of the member in the package, or in the platform when isOfPlatform() is true ("res/mipmap-hdpi/icon.png"). @since 0.5.1
     QString path() const;
     /// For XML the name of the root element ("adaptive-icon", "vector"), else the format: "png", "jpeg", "gif", "webp",
     /// "bmp" or "ico". A Windows icon whose only content is a PNG is a "png". @since 0.5.1
@@ -55,6 +56,9 @@ public:
     /// Density that the resource table has the file for, in dots per inch: 0 for the default, 65534 for any density,
     /// 65535 for no scaling. @since 0.5.1
     int density() const;
+    /// Whether the file is a member of the platform (Package::platform()). False for one of the package itself.
+    /// @since 0.5.1
+    bool isOfPlatform() const;
 
 private:
     friend class Entry;

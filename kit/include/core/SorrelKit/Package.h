@@ -8,6 +8,7 @@
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
+#include <SorrelKit/Platform.h>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -69,6 +70,7 @@ class SORRELKITCORE_EXPORT Package
     Q_GADGET
     Q_PROPERTY(SorrelKit::Error error READ error CONSTANT)
     Q_PROPERTY(bool valid READ isValid CONSTANT)
+    Q_PROPERTY(SorrelKit::Platform platform READ platform CONSTANT)
     Q_PROPERTY(QString packageName READ packageName CONSTANT)
     Q_PROPERTY(QString versionName READ versionName CONSTANT)
     Q_PROPERTY(qint64 versionCode READ versionCode CONSTANT)
@@ -113,6 +115,30 @@ public:
     ~Package();
     /// Exchanges two packages. @since 0.5.1
     void swap(Package &other) noexcept { d.swap(other.d); }
+
+    /**
+     * Sets the platform in which references to Android's own resources (`@android:string/ok`) are resolved: for labels,
+     * icons and all other values, of this object, its copies and its launchers, and of each Resources that is made
+     * later. Queries that were asked before may return another result afterwards. Opens nothing: the first such
+     * reference opens the platform, which packages may share, also in different threads.
+     *
+     * Without a platform, which is the default, such a reference resolves to nothing, except colours that are the same on
+     * every device. A package that is a platform itself uses its own resources.
+     * @since 0.5.1
+     */
+    void setPlatform(const Platform &platform);
+    /// The platform that was set; no platform by default. @since 0.5.1
+    Platform platform() const;
+    /**
+     * The ids of the platform's resources (0x01PPEEEE) that the package needs, ascending: those to which the manifest
+     * refers, by itself, through resources of the package in any language, and through their XML files, such as icons.
+     * They include attributes of the platform's themes. Styles and arrays are not followed. Empty when there are none.
+     *
+     * Does not depend on platform(), and opens none. Reads the manifest, the table and these files on each call; what
+     * exceeds the limits in docs/limits.md is left out.
+     * @since 0.5.1
+     */
+    QList<quint32> platformResources() const;
 
     /// The first error in opening the package and in reading its manifest and its resource table. Without one,
     /// Error::Code::RefusedByAndroid when Android 14 refuses the package for one of diagnostics(): every query returns
@@ -178,8 +204,8 @@ public:
      * those that XML does not allow, which are replaced, so a program that shows the text has to make it harmless.
      *
      * References are "@string/app_name" or "?attr/colorAccent", with the package in front when it is another one
-     * ("@com.example.library:string/ok"). The id replaces the name of a resource that the tables of this package do not
-     * have, such as one of the platform ("@0x01040000").
+     * ("@com.example.library:string/ok"). Resources of the platform have names ("@android:string/ok") when
+     * there is a platform() that has them. The id replaces the name of a resource that is missing ("@0x01040000").
      *
      * Empty when isValid() is false, or when the text would exceed the limit in docs/limits.md. Of a set, the base's
      * manifest. Reads the manifest again on each call, and notes the place of each resource as Resources does.

@@ -68,6 +68,8 @@ public:
      * decimal number ("string/12") replaces a name that is missing, consists of digits alone, or is the one that
      * optimizers give to every resource. Returns the id ("0x7f010003") when the type has no name.
      *
+     * A resource of the package's platform has a name as well ("android:string/ok").
+     *
      * Empty when the resource has no value. Several resources may have one name. A name may contain any characters.
      * Costs a binary search.
      * @since 0.5.1

@@ -38,6 +38,9 @@ public:
         Damaged,     ///< a drawable contradicts itself, or lacks a part that it needs
         Unreadable,  ///< a file is missing, or cannot be read or decoded
         TooMuch,     ///< drawing takes more than a limit (docs/limits.md) allows
+        /// a resource of the platform is missing: the package has no platform (Package::setPlatform()), or another
+        /// version of Android has the resource
+        NeedsPlatform,
     };
     Q_ENUM(Code)
 
