@@ -32,6 +32,26 @@ struct Candidate {
     ResourceOwner owner = ResourceOwner::Package;
 };
 
+// The best value of the resource @p id that is a map, or is none.
+template <typename Owned>
+Candidate bestCandidate(quint32 id, bool isMap, const Owned &owned, const Configuration &device)
+{
+    Candidate best;
+    for (const auto &table : owned.tables) {
+        table->visitValues(id, [&](const TableValue &value) {
+            if (value.isMap != isMap)
+                return;
+            const Configuration configuration = value.configuration();
+            // Localized pictures are skipped: they are no defaults.
+            if (configuration.hasLocale() || !configuration.matches(device))
+                return;
+            if (best.table == nullptr || configuration.isBetterThan(best.configuration, device))
+                best = {table.data(), value, configuration, owned.owner};
+        });
+    }
+    return best;
+}
+
 } // namespace
 
 ResourceResolver::ResourceResolver(ResourceTables tables, const Configuration &device, Budget *budget)
@@ -84,26 +104,19 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
-    Candidate best;
-    const Owned owned = tablesOf(id);
-    for (const auto &table : owned.tables) {
-        table->visitValues(id, [&](const TableValue &value) {
-            if (value.isMap)
-                return;
-            const Configuration configuration = value.configuration();
-            // Localized pictures are skipped: they are no defaults.
-            if (configuration.hasLocale() || !configuration.matches(m_device))
-                return;
-            if (best.table == nullptr || configuration.isBetterThan(best.configuration, m_device))
-                best = {table.data(), value, configuration, owned.owner};
-        });
-    }
+    const Candidate best = bestCandidate(id, false, tablesOf(id), m_device);
+    return best.table != nullptr ? withTextInBudget(best.found(id)) : ResolvedValue();
+}
+
+ResolvedMap ResourceResolver::map(quint32 id) const
+{
+    if (!budget().spendWork(work(id)))
+        return {};
+    const Candidate best = bestCandidate(id, true, tablesOf(id), m_device);
     if (best.table == nullptr)
         return {};
-    const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
-    ResolvedValue value = withText(best.found(id), longest);
-    budget().chargeWork(Budget::ByteWork * value.text.size());
-    return value;
+    const TypeChunk &type = *best.value.type;
+    return {type.entryAt(type.offset(ResourceId::entry(id))), best.table, best.owner};
 }
 
 std::optional<quint32> ResourceResolver::colorWithoutPlatform(quint32 id) const
@@ -184,6 +197,19 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
     if (value.value.type == ValueType::String && value.table != nullptr)
         value.text = value.table->string(value.value.data, maxLength);
     return value;
+}
+
+ResolvedValue ResourceResolver::withTextInBudget(const ResolvedValue &value) const
+{
+    const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
+    ResolvedValue result = withText(value, longest);
+    budget().chargeWork(Budget::ByteWork * result.text.size());
+    return result;
+}
+
+quint8 ResourceResolver::packageId() const
+{
+    return tables().isEmpty() ? ResourceId::ApplicationPackage : tables().first()->packageId();
 }
 
 QString ResourceResolver::typeName(quint32 id) const
