@@ -33,11 +33,10 @@ struct Candidate {
 };
 
 // The best value of the resource @p id that is a map, or is none.
-template <typename Owned>
-Candidate bestCandidate(quint32 id, bool isMap, const Owned &owned, const Configuration &device)
+Candidate bestCandidate(quint32 id, bool isMap, const ResourceTables &tables, const Configuration &device)
 {
     Candidate best;
-    for (const auto &table : owned.tables) {
+    for (const auto &table : tables) {
         table->visitValues(id, [&](const TableValue &value) {
             if (value.isMap != isMap)
                 return;
@@ -46,7 +45,7 @@ Candidate bestCandidate(quint32 id, bool isMap, const Owned &owned, const Config
             if (configuration.hasLocale() || !configuration.matches(device))
                 return;
             if (best.table == nullptr || configuration.isBetterThan(best.configuration, device))
-                best = {table.data(), value, configuration, owned.owner};
+                best = {table.data(), value, configuration};
         });
     }
     return best;
@@ -104,7 +103,9 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
-    const Candidate best = bestCandidate(id, false, tablesOf(id), m_device);
+    const Owned owned = tablesOf(id);
+    Candidate best = bestCandidate(id, false, owned.tables, m_device);
+    best.owner = owned.owner;
     return best.table != nullptr ? withTextInBudget(best.found(id)) : ResolvedValue();
 }
 
@@ -112,11 +113,12 @@ ResolvedMap ResourceResolver::map(quint32 id) const
 {
     if (!budget().spendWork(work(id)))
         return {};
-    const Candidate best = bestCandidate(id, true, tablesOf(id), m_device);
+    const Owned owned = tablesOf(id);
+    const Candidate best = bestCandidate(id, true, owned.tables, m_device);
     if (best.table == nullptr)
         return {};
     const TypeChunk &type = *best.value.type;
-    return {type.entryAt(type.offset(ResourceId::entry(id))), best.table, best.owner};
+    return {type.entryAt(type.offset(ResourceId::entry(id))), best.table, owned.owner};
 }
 
 std::optional<quint32> ResourceResolver::colorWithoutPlatform(quint32 id) const
