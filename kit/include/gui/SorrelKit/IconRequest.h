@@ -113,7 +113,8 @@ public:
     /// Sets themeStyle(), and theme() to Theme::Style. @since 0.5.1
     void setThemeStyle(quint32 style);
     /// The ids of styles (`ThemeOverlay`) that are applied over the theme, in this order: their values replace the
-    /// theme's. Not used for Theme::None. Empty by default.
+    /// theme's. On Android, `android:theme` of a view in a layout is such an overlay; drawables have none of their own.
+    /// Not used for Theme::None. Empty by default.
     /// @since 0.5.1
     QList<quint32> themeOverlays() const;
     /// Sets themeOverlays(). @since 0.5.1
