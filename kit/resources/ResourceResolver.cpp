@@ -201,12 +201,12 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
     return value;
 }
 
-ResolvedValue ResourceResolver::withTextInBudget(const ResolvedValue &value) const
+ResolvedValue ResourceResolver::withTextInBudget(ResolvedValue value) const
 {
     const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
-    ResolvedValue result = withText(value, longest);
-    budget().chargeWork(Budget::ByteWork * result.text.size());
-    return result;
+    value = withText(std::move(value), longest);
+    budget().chargeWork(Budget::ByteWork * value.text.size());
+    return value;
 }
 
 quint8 ResourceResolver::packageId() const

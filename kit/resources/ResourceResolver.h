@@ -106,7 +106,7 @@ public:
     /// @p value, one of the candidates(), with its text, cut after @p maxLength characters.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
     /// The same, cut where the budget ends, which pays for it.
-    ResolvedValue withTextInBudget(const ResolvedValue &value) const;
+    ResolvedValue withTextInBudget(ResolvedValue value) const;
     /// Whether @p id is one of the platform's. Reads the tables for such an id, and opens no platform.
     bool isOfPlatform(quint32 id) const;
     /// The platform of the tables; null without one.

@@ -5,21 +5,17 @@
 
 namespace SorrelKit {
 
-namespace {
-
-// Within a library that is loaded dynamically, its own package has the id 0.
-quint32 idWithPackage(quint32 id, quint8 packageId)
-{
-    constexpr int PackageShift = 24;
-    return ResourceId::package(id) == 0 ? quint32(packageId) << PackageShift | id : id;
-}
-
-} // namespace
-
 bool Theme::Item::isRemoved() const
 {
     constexpr quint32 Empty = 1;
     return value.isNull() && value.data != Empty;
+}
+
+quint32 Theme::fullId(quint32 id, quint8 packageId)
+{
+    // Within a library that is loaded dynamically, its own package has the id 0.
+    constexpr int PackageShift = 24;
+    return ResourceId::package(id) == 0 ? quint32(packageId) << PackageShift | id : id;
 }
 
 void Theme::applyStyle(quint32 id, Apply apply)
@@ -57,7 +53,7 @@ Theme::Items Theme::itemsOf(quint32 style) const
             break;
         }
         addItems(map, &items);
-        id = map.entry.parent() == 0 ? 0 : idWithPackage(map.entry.parent(), map.table->packageId());
+        id = map.entry.parent() == 0 ? 0 : fullId(map.entry.parent(), map.table->packageId());
     }
     return items;
 }
@@ -67,7 +63,7 @@ void Theme::addItems(const ResolvedMap &style, Items *items) const
     Budget &budget = m_resolver.budget();
     for (qint64 number = 0; number < style.entry.itemCount() && budget.spendWork(ItemWork); ++number) {
         const EntryView::Item item = style.entry.item(number);
-        const quint32 attribute = idWithPackage(item.name, style.table->packageId());
+        const quint32 attribute = fullId(item.name, style.table->packageId());
         if (!items->contains(attribute) && budget.holdBytes(ItemBytes))
             items->insert(attribute, {item.value, style.table, style.owner});
     }
@@ -92,7 +88,7 @@ void Theme::merge(const Items &items, Apply apply) const
 std::optional<ResolvedValue> Theme::value(quint32 attribute) const
 {
     readStyles();
-    quint32 id = idWithPackage(attribute, m_resolver.packageId());
+    quint32 id = fullId(attribute, m_resolver.packageId());
     for (int followed = 0; followed <= MaxAttributes; ++followed) {
         if (!m_resolver.budget().spendWork(Budget::LookupWork))
             return std::nullopt;
@@ -101,7 +97,7 @@ std::optional<ResolvedValue> Theme::value(quint32 attribute) const
             return std::nullopt;
         if (!item->value.isThemeAttribute())
             return resolved(*item);
-        id = idWithPackage(item->value.data, item->table->packageId());
+        id = fullId(item->value.data, item->table->packageId());
     }
     return std::nullopt;
 }
@@ -109,7 +105,7 @@ std::optional<ResolvedValue> Theme::value(quint32 attribute) const
 ResolvedValue Theme::resolved(const Item &item) const
 {
     if (item.value.isReference() && item.value.data != 0)
-        return m_resolver.resolved({ValueType::Reference, idWithPackage(item.value.data, item.table->packageId())});
+        return m_resolver.resolved({ValueType::Reference, fullId(item.value.data, item.table->packageId())});
     ResolvedValue result;
     result.value = item.value;
     result.table = item.table;

@@ -74,6 +74,8 @@ private:
     };
     using Items = QHash<quint32, Item>; ///< by attribute
 
+    /// The id @p id, which a table with the own package @p packageId or a document has, with its package.
+    static quint32 fullId(quint32 id, quint8 packageId);
     void readStyles() const;
     Items itemsOf(quint32 style) const;
     void addItems(const ResolvedMap &style, Items *items) const;
