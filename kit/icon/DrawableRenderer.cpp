@@ -23,10 +23,12 @@ class DrawableRendererPrivate
 public:
     explicit DrawableRendererPrivate(const Package &owner) : package(owner) {}
 
-    QImage drawn(DrawingSource &source, const ResolvedValue &icon, const IconRequest &request)
+    QImage drawn(DrawingSource &source, const ResolvedValue &icon, const IconRequest &request,
+                 const XmlElement *activity = nullptr)
     {
+        const bool needsTheme = request.theme() == IconRequest::Theme::Package;
         IconRenderer renderer(source.resolver(), source.files());
-        QImage image = renderer.icon(icon, request);
+        QImage image = renderer.icon(icon, request, needsTheme ? source.theme(activity) : 0);
         error = renderer.error();
         return image;
     }
@@ -63,7 +65,7 @@ QImage DrawableRenderer::icon(const Entry &launcher, const IconRequest &request)
 {
     const EntryIcon icon = entryIcon(launcher);
     if (icon.source != nullptr)
-        return d->drawn(*icon.source, icon.icon, request);
+        return d->drawn(*icon.source, icon.icon, request, icon.activity);
     d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
     return {};
 }

@@ -8,6 +8,7 @@
 #include "icon/IconErrorTable.h"
 #include "limits/Budget.h"
 #include "package/IconFileLookup.h"
+#include "theme/Theme.h"
 
 #include <algorithm>
 
@@ -37,6 +38,14 @@ Configuration deviceOf(const IconRequest &request)
     return device;
 }
 
+void applyStyles(const IconRequest &request, quint32 packageTheme, Theme *theme)
+{
+    const bool isPackages = request.theme() == IconRequest::Theme::Package;
+    theme->applyStyle(isPackages ? packageTheme : request.themeStyle(), Theme::Apply::Forced);
+    for (const quint32 overlay : request.themeOverlays())
+        theme->applyStyle(overlay, Theme::Apply::Forced);
+}
+
 int side(QSize size)
 {
     return qMax(size.width(), size.height());
@@ -63,7 +72,7 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 
 } // namespace
 
-QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
+QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme)
 {
     m_error = {};
     const int size = request.pixelSize();
@@ -71,16 +80,17 @@ QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
         setError({DrawableFault::InvalidSize, QString()});
         return {};
     }
-    QImage image = square(icon, request);
+    QImage image = square(icon, request, packageTheme);
     image.setDevicePixelRatio(request.devicePixelRatio());
     return image;
 }
 
-QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &request)
+QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme)
 {
     const int size = request.pixelSize();
     Budget budget(MaxWork, MaxBytes);
     const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request), &budget);
+    Theme theme(resolver);
     // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
     DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
@@ -90,6 +100,10 @@ QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &reques
         else
             setError(loader.missing(best));
         return {};
+    }
+    if (request.theme() != IconRequest::Theme::None) {
+        applyStyles(request, packageTheme, &theme);
+        loader.setTheme(&theme);
     }
     loader.setIconMask(request.mask());
     loader.setMonochrome(request.isMonochrome());

@@ -39,12 +39,13 @@ public:
     IconRenderer(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
 
     /// Draws the icon that the reference or path @p icon names. A null image, with an error, when it cannot be drawn.
-    QImage icon(const ResolvedValue &icon, const IconRequest &request);
+    /// @p packageTheme is the style that IconRequest::Theme::Package stands for.
+    QImage icon(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme = 0);
     /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
     IconError error() const;
 
 private:
-    QImage square(const ResolvedValue &icon, const IconRequest &request);
+    QImage square(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme);
     QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
     void setError(const DrawableError &error);

@@ -14,6 +14,9 @@ public:
     bool isNight = false;
     bool isMonochrome = false;
     int platformVersion = 0;
+    IconRequest::Theme theme = IconRequest::Theme::None;
+    quint32 themeStyle = 0;
+    QList<quint32> themeOverlays;
 };
 
 IconRequest::IconRequest(int size) : d(new IconRequestData)
@@ -95,12 +98,44 @@ void IconRequest::setPlatformVersion(int version)
     d->platformVersion = version;
 }
 
+IconRequest::Theme IconRequest::theme() const
+{
+    return d->theme;
+}
+
+void IconRequest::setTheme(Theme theme)
+{
+    d->theme = theme;
+}
+
+quint32 IconRequest::themeStyle() const
+{
+    return d->themeStyle;
+}
+
+void IconRequest::setThemeStyle(quint32 style)
+{
+    d->themeStyle = style;
+    d->theme = Theme::Style;
+}
+
+QList<quint32> IconRequest::themeOverlays() const
+{
+    return d->themeOverlays;
+}
+
+void IconRequest::setThemeOverlays(const QList<quint32> &styles)
+{
+    d->themeOverlays = styles;
+}
+
 bool operator==(const IconRequest &a, const IconRequest &b)
 {
     return a.d == b.d
            || (a.size() == b.size() && qFuzzyCompare(a.devicePixelRatio(), b.devicePixelRatio()) && a.mask() == b.mask()
                && a.isNight() == b.isNight() && a.isMonochrome() == b.isMonochrome()
-               && a.platformVersion() == b.platformVersion());
+               && a.platformVersion() == b.platformVersion() && a.theme() == b.theme()
+               && a.themeStyle() == b.themeStyle() && a.themeOverlays() == b.themeOverlays());
 }
 
 bool operator!=(const IconRequest &a, const IconRequest &b)

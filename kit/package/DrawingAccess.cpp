@@ -18,7 +18,9 @@ EntryIcon entryIcon(const Entry &launcher)
     const EntryData &data = PackageAccess::data(launcher);
     if (!data.isValid())
         return {};
-    return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon))};
+    const Manifest::LauncherEntry &entry = data.entry;
+    return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon)),
+            entry.isAlias ? entry.target : entry.activity};
 }
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE

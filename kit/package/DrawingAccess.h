@@ -25,6 +25,8 @@ namespace SORRELKIT_PRIVATE_NAMESPACE {
 struct EntryIcon {
     DrawingSource *source = nullptr; ///< lives as long as the launcher; null for a launcher of nothing
     ResolvedValue icon;              ///< a reference or a path
+    const XmlElement *activity =
+        nullptr; ///< that is started; null when an alias names none. Lives as long as the launcher
 };
 
 /// The parts of @p package, each of which is read on first use. The result lives as long as the package.

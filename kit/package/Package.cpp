@@ -18,21 +18,6 @@ namespace SorrelKit {
 
 namespace {
 
-constexpr int FirstSdkVersion = 1;
-constexpr int PreviewSdkVersion = 10000;
-
-int sdkVersion(PackageData &data, quint32 id, int fallback)
-{
-    const ResolvedValue value = data.resolved(data.manifest().childAttribute(QStringLiteral("uses-sdk"), id));
-    if (const auto version = value.value.integer())
-        return *version;
-    if (value.text.isEmpty())
-        return fallback;
-    bool isNumber = false;
-    const int version = value.text.toInt(&isNumber);
-    return isNumber ? version : PreviewSdkVersion;
-}
-
 quint32 versionPart(PackageData &data, quint32 id)
 {
     return quint32(data.resolved(data.manifest().root().attribute(id)).value.integer().value_or(0));
@@ -131,12 +116,12 @@ qint64 Package::versionCode() const
 
 int Package::minSdkVersion() const
 {
-    return sdkVersion(*d, Attr::MinSdkVersion, FirstSdkVersion);
+    return d->minSdkVersion();
 }
 
 int Package::targetSdkVersion() const
 {
-    return sdkVersion(*d, Attr::TargetSdkVersion, minSdkVersion());
+    return d->targetSdkVersion();
 }
 
 QStringList Package::permissions() const

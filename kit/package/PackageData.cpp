@@ -6,6 +6,7 @@
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
 #include "platform/PlatformReferences.h"
+#include "theme/PlatformThemes.h"
 
 #include <QSet>
 
@@ -293,6 +294,40 @@ bool PackageData::isExported(const XmlElement &element, bool isByDefault) const
     const auto isFilter = [](const XmlElement &child) { return child.name == QLatin1String("intent-filter"); };
     const bool hasFilter = std::any_of(element.children.cbegin(), element.children.cend(), isFilter);
     return isTrue(element.attribute(Attr::Exported), isByDefault || hasFilter);
+}
+
+int PackageData::sdkVersion(quint32 id, int fallback)
+{
+    constexpr int PreviewSdkVersion = 10000;
+    const ResolvedValue value = resolved(manifest().childAttribute(QStringLiteral("uses-sdk"), id));
+    if (const auto version = value.value.integer())
+        return *version;
+    if (value.text.isEmpty())
+        return fallback;
+    bool isNumber = false;
+    const int version = value.text.toInt(&isNumber);
+    return isNumber ? version : PreviewSdkVersion;
+}
+
+int PackageData::minSdkVersion()
+{
+    constexpr int FirstSdkVersion = 1;
+    return sdkVersion(Attr::MinSdkVersion, FirstSdkVersion);
+}
+
+int PackageData::targetSdkVersion()
+{
+    return sdkVersion(Attr::TargetSdkVersion, minSdkVersion());
+}
+
+quint32 PackageData::theme(const XmlElement *activity)
+{
+    for (const XmlElement *element : {activity, manifest().application()}) {
+        const XmlAttribute *const theme = element != nullptr ? element->attribute(Attr::Theme) : nullptr;
+        if (theme != nullptr && theme->value.isReference() && theme->value.data != 0)
+            return resolved(theme).resource;
+    }
+    return platformTheme(targetSdkVersion());
 }
 
 std::optional<ResolvedValue> PackageData::applicationIcon()

@@ -98,6 +98,10 @@ public:
     /// The files for the icon that @p attribute names.
     QVector<IconFileLookup::File> iconFiles(const XmlAttribute *attribute);
 
+    /// API levels of the manifest. A version with a code name counts as newer than any number.
+    int minSdkVersion();
+    int targetSdkVersion();
+
     /// Whether both the application and its component @p element are enabled.
     bool isEnabled(const XmlElement &element);
     /// Whether other applications may use the component @p element of the manifest. Without the attribute, a component
@@ -108,6 +112,7 @@ public:
     const ResourceResolver &resolver() const override { return m_resolver; }
     FileSource &files() override { return *this; }
     std::optional<ResolvedValue> applicationIcon() override;
+    quint32 theme(const XmlElement *activity) override;
     QVector<ResolvedValue> launcherIcons(int count) override;
 
 private:
@@ -119,6 +124,7 @@ private:
     };
 
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
+    int sdkVersion(quint32 id, int fallback);
     bool open();
     void openSplits();
     void readManifest();

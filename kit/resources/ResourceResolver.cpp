@@ -32,6 +32,25 @@ struct Candidate {
     ResourceOwner owner = ResourceOwner::Package;
 };
 
+// The best value of the resource @p id that is a map, or is none.
+Candidate bestCandidate(quint32 id, bool isMap, const ResourceTables &tables, const Configuration &device)
+{
+    Candidate best;
+    for (const auto &table : tables) {
+        table->visitValues(id, [&](const TableValue &value) {
+            if (value.isMap != isMap)
+                return;
+            const Configuration configuration = value.configuration();
+            // Localized pictures are skipped: they are no defaults.
+            if (configuration.hasLocale() || !configuration.matches(device))
+                return;
+            if (best.table == nullptr || configuration.isBetterThan(best.configuration, device))
+                best = {table.data(), value, configuration};
+        });
+    }
+    return best;
+}
+
 } // namespace
 
 ResourceResolver::ResourceResolver(ResourceTables tables, const Configuration &device, Budget *budget)
@@ -84,26 +103,22 @@ ResolvedValue ResourceResolver::best(quint32 id) const
 
 ResolvedValue ResourceResolver::bestOfTables(quint32 id) const
 {
-    Candidate best;
     const Owned owned = tablesOf(id);
-    for (const auto &table : owned.tables) {
-        table->visitValues(id, [&](const TableValue &value) {
-            if (value.isMap)
-                return;
-            const Configuration configuration = value.configuration();
-            // Localized pictures are skipped: they are no defaults.
-            if (configuration.hasLocale() || !configuration.matches(m_device))
-                return;
-            if (best.table == nullptr || configuration.isBetterThan(best.configuration, m_device))
-                best = {table.data(), value, configuration, owned.owner};
-        });
-    }
+    Candidate best = bestCandidate(id, false, owned.tables, m_device);
+    best.owner = owned.owner;
+    return best.table != nullptr ? withTextInBudget(best.found(id)) : ResolvedValue();
+}
+
+ResolvedMap ResourceResolver::map(quint32 id) const
+{
+    if (!budget().spendWork(work(id)))
+        return {};
+    const Owned owned = tablesOf(id);
+    const Candidate best = bestCandidate(id, true, owned.tables, m_device);
     if (best.table == nullptr)
         return {};
-    const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
-    ResolvedValue value = withText(best.found(id), longest);
-    budget().chargeWork(Budget::ByteWork * value.text.size());
-    return value;
+    const TypeChunk &type = *best.value.type;
+    return {type.entryAt(type.offset(ResourceId::entry(id))), best.table, owned.owner};
 }
 
 std::optional<quint32> ResourceResolver::colorWithoutPlatform(quint32 id) const
@@ -184,6 +199,19 @@ ResolvedValue ResourceResolver::withText(ResolvedValue value, int maxLength)
     if (value.value.type == ValueType::String && value.table != nullptr)
         value.text = value.table->string(value.value.data, maxLength);
     return value;
+}
+
+ResolvedValue ResourceResolver::withTextInBudget(ResolvedValue value) const
+{
+    const int longest = int(qMin(budget().workLeft() / Budget::ByteWork, qint64(ResourceTable::MaxStringLength)));
+    value = withText(std::move(value), longest);
+    budget().chargeWork(Budget::ByteWork * value.text.size());
+    return value;
+}
+
+quint8 ResourceResolver::packageId() const
+{
+    return tables().isEmpty() ? ResourceId::ApplicationPackage : tables().first()->packageId();
 }
 
 QString ResourceResolver::typeName(quint32 id) const

@@ -31,6 +31,15 @@ struct ResolvedValue {
     ResourceOwner owner = ResourceOwner::Package; ///< of the table
 };
 
+/// A map (a style, an array, a plural) of a resource, and the table that has it.
+struct ResolvedMap {
+    bool isNull() const { return table == nullptr; }
+
+    EntryView entry;
+    const ResourceTable *table = nullptr;
+    ResourceOwner owner = ResourceOwner::Package; ///< of the table
+};
+
 } // namespace SorrelKit
 
 Q_DECLARE_TYPEINFO(SorrelKit::ResolvedValue, Q_MOVABLE_TYPE);
@@ -80,6 +89,9 @@ public:
     /// @p value itself, or the value that it refers to. A string has no text in the result: the document that it comes
     /// from has the pool. Null for an attribute of the theme, as there is no theme.
     ResolvedValue resolved(const TypedValue &value) const;
+    /// The map of the resource @p id for the device; a null one when it has none. Spends as resource() does, and is not
+    /// kept.
+    ResolvedMap map(quint32 id) const;
     /// The values that candidates() returns: those for every language, or all.
     enum class Locales {
         None,
@@ -93,12 +105,17 @@ public:
     qint64 work(quint32 id) const;
     /// @p value, one of the candidates(), with its text, cut after @p maxLength characters.
     static ResolvedValue withText(ResolvedValue value, int maxLength = ResourceTable::MaxStringLength);
+    /// The same, cut where the budget ends, which pays for it.
+    ResolvedValue withTextInBudget(ResolvedValue value) const;
     /// Whether @p id is one of the platform's. Reads the tables for such an id, and opens no platform.
     bool isOfPlatform(quint32 id) const;
     /// The platform of the tables; null without one.
     PlatformSource *platform() const { return m_source != nullptr ? m_source->platform() : nullptr; }
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
     QString typeName(quint32 id) const;
+    /// The id of the application's own package, as its table has it.
+    quint8 packageId() const;
+    Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }
 
 private:
     ResolvedValue best(quint32 id) const;
@@ -113,7 +130,6 @@ private:
     std::optional<quint32> colorWithoutPlatform(quint32 id) const;
     /// Number of type chunks that a lookup of @p id searches.
     int typeChunkCount(quint32 id) const;
-    Budget &budget() const { return m_sharedBudget != nullptr ? *m_sharedBudget : m_ownBudget; }
 
     const ResourceTables &tables() const { return m_source != nullptr ? m_source->tables() : m_tables; }
 

@@ -51,6 +51,34 @@ QByteArray iconNamed(const QString &path, const QVector<Member> &members)
     return package(emptyTable(), builder.end(QStringLiteral("manifest")).build(), members);
 }
 
+// The icon is a color of the theme: red in the style of the manifest, and blue in the style Blue.
+QByteArray themedIcon()
+{
+    constexpr quint32 ColorAttribute = 0x7f010000;
+    constexpr quint32 FirstStyle = 0x7f020000;
+    constexpr quint32 Icon = 0x7f030000;
+    const auto style = [](quint32 color, int key) {
+        return mapOf({mapItem(ColorAttribute, int(ValueType::FirstColor), color)}, 0, key);
+    };
+    PackageBuilder resources;
+    resources.types({QStringLiteral("attr"), QStringLiteral("style"), QStringLiteral("drawable")})
+        .keys({QStringLiteral("Red"), QStringLiteral("Blue")})
+        .type(TypeBuilder(2).entry(0, style(0xffff0000, 0)).entry(1, style(0xff0000ff, 1)))
+        .type(TypeBuilder(3).value(0, String, 0));
+    XmlBuilder manifest;
+    manifest.attributeId(QStringLiteral("theme"), 0x01010000).attributeId(QStringLiteral("icon"), 0x01010002);
+    manifest.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
+        .empty(QStringLiteral("application"),
+               {androidReference(QStringLiteral("icon"), Icon), androidReference(QStringLiteral("theme"), FirstStyle)})
+        .end(QStringLiteral("manifest"));
+    XmlBuilder icon;
+    icon.attributeId(QStringLiteral("color"), 0x010101a5)
+        .empty(QStringLiteral("color"),
+               {androidValue(QStringLiteral("color"), int(ValueType::Attribute), ColorAttribute)});
+    return package(TableBuilder().strings({QStringLiteral("res/icon.xml")}).package(resources).build(),
+                   manifest.build(), {{QStringLiteral("res/icon.xml"), icon.build()}});
+}
+
 } // namespace
 
 class TestIconCommand : public QObject
@@ -64,6 +92,9 @@ private slots:
     void ofASet();
     void intoAFile();
     void ofALauncher();
+    void inATheme_data();
+    void inATheme();
+    void inNoTheme();
     void notToATerminal();
     void packagesWithoutAnIcon();
     void whatCannotBeDrawnIsTold();
@@ -158,6 +189,40 @@ void TestIconCommand::ofALauncher()
     QCOMPARE(missing.status, 1);
     QCOMPARE(QString::fromUtf8(missing.errors),
              QStringLiteral("sorrel: %1: there is no launcher '\ufffd[2Jgreen'\n").arg(file));
+}
+
+void TestIconCommand::inATheme_data()
+{
+    QTest::addColumn<QString>("theme");
+    QTest::addColumn<uint>("color");
+    QTest::newRow("of the package") << "package" << 0xffff0000;
+    QTest::newRow("by name") << "@style/Blue" << 0xff0000ff;
+    QTest::newRow("by id") << "0x7f020001" << 0xff0000ff;
+}
+
+void TestIconCommand::inATheme()
+{
+    QFETCH(QString, theme);
+    QFETCH(uint, color);
+    const QString file = write(QStringLiteral("themed.apk"), themedIcon());
+    const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("--theme"), theme, file});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(QImage::fromData(result.output).pixel(8, 8), color);
+}
+
+void TestIconCommand::inNoTheme()
+{
+    const QString file = write(QStringLiteral("themed.apk"), themedIcon());
+    const ToolRun plain = runSorrel({QStringLiteral("icon"), file});
+    QCOMPARE(plain.status, 0);
+    QCOMPARE(QImage::fromData(plain.output).pixel(8, 8), 0u);
+    QCOMPARE(QString::fromUtf8(plain.errors),
+             QStringLiteral("sorrel: %1: ?0x7f010000 has no value without a theme\n").arg(file));
+    const ToolRun unknown = runSorrel({QStringLiteral("icon"), QStringLiteral("--theme=@style/Green"), file});
+    QCOMPARE(unknown.status, 1);
+    QCOMPARE(QString::fromUtf8(unknown.errors),
+             QStringLiteral("sorrel: %1: there is no style '@style/Green'\n").arg(file));
 }
 
 void TestIconCommand::notToATerminal()

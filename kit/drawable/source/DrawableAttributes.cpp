@@ -64,6 +64,9 @@ bool DrawableAttributes::isForDefaultState() const
     const auto isOn = [](quint32 state) { return state == Attr::StateEnabled || state == Attr::StateWindowFocused; };
     const QVector<XmlAttribute> &attributes = m_element.attributes;
     return std::all_of(attributes.cbegin(), attributes.cend(), [&](const XmlAttribute &attribute) {
+        // Android reads states without a theme.
+        if (attribute.value.isThemeAttribute())
+            return true;
         const TypedValue value = m_loader.resolved(&attribute).value;
         return value.type != ValueType::Boolean || (value.data != 0) == isOn(attribute.id);
     });

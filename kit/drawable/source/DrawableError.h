@@ -24,6 +24,11 @@ enum class DrawableFault {
     UndecodablePicture,
     NotNinePatch,
 
+    // Attributes of the theme. The detail is the id of the attribute; NoThemeStyle also has the reason.
+    NoTheme,
+    NoThemeValue,
+    NoThemeStyle,
+
     // Elements. The detail is the name of the element, or the number of the shape or gradient.
     UnknownDrawable,
     UnknownColor,

@@ -99,6 +99,8 @@ ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute)
 {
     if (attribute == nullptr)
         return {};
+    if (attribute->value.isThemeAttribute())
+        return themeValue(attribute->value.data);
     ResolvedValue value = m_resolver.resolved(attribute->value);
     if (value.value.type == ValueType::String && value.resource == 0) {
         value.text = attribute->text;
@@ -107,6 +109,26 @@ ResolvedValue DrawableLoader::resolved(const XmlAttribute *attribute)
         setError(DrawableFault::PlatformResource, idText(value.resource));
     }
     return value;
+}
+
+ResolvedValue DrawableLoader::themeValue(quint32 id)
+{
+    if (m_theme == nullptr) {
+        setError(DrawableFault::NoTheme, idText(id));
+        return {};
+    }
+    if (const auto value = m_theme->value(id)) {
+        if (value->value.isReference() && m_resolver.isOfPlatform(value->resource))
+            setError(DrawableFault::PlatformResource, idText(value->resource));
+        return *value;
+    }
+    if (const quint32 style = m_theme->missingStyle())
+        setError(
+            DrawableFault::NoThemeStyle,
+            QStringLiteral("%1 has no value in the theme, whose style %2 is missing").arg(idText(id), idText(style)));
+    else
+        setError(DrawableFault::NoThemeValue, idText(id));
+    return {};
 }
 
 QColor DrawableLoader::color(const ResolvedValue &value, const QColor &fallback)

@@ -9,6 +9,7 @@
 #include "format/XmlElement.h"
 #include "limits/HeldBytes.h"
 #include "resources/ResourceResolver.h"
+#include "theme/Theme.h"
 
 #include <SorrelKit/IconMask.h>
 
@@ -63,8 +64,9 @@ public:
     /// The same, for an element that needs a drawable: sets an error when the result is null.
     DrawablePointer fromRequiredItem(const XmlElement &item);
 
-    /// The value of @p attribute, with its text and its reference followed; a null value for a null pointer.
-    /// A reference to a resource of the platform that is not found is an error.
+    /// The value of @p attribute, with its text, and its reference or its attribute of the theme followed. A null value
+    /// for a null pointer and, with an error, for an attribute that has no value in the theme. A reference to a resource
+    /// of the platform that is not found is an error.
     ResolvedValue resolved(const XmlAttribute *attribute);
     /// The colour @p value, or the default colour of the colour state list that it names.
     QColor color(const ResolvedValue &value, const QColor &fallback);
@@ -84,6 +86,8 @@ public:
     /// The parts of the picture @p path that may be stretched; nothing when it is no nine-patch.
     std::optional<NinePatch> ninePatch(const OwnedPath &path);
 
+    /// The theme of what is loaded from now on; a null pointer, the default, for none. It outlives the loader.
+    void setTheme(const Theme *theme) { m_theme = theme; }
     /// The outline of adaptive icons that are made from now on. IconMask::None by default.
     void setIconMask(IconMask mask) { m_iconMask = mask; }
     IconMask iconMask() const { return m_iconMask; }
@@ -129,11 +133,14 @@ private:
     /// then.
     QByteArray documentBytes(const OwnedPath &path);
     Document parsed(const QByteArray &bytes, const OwnedPath &path);
+    /// The value of the attribute @p id in the theme; a null value, with an error, when it has none.
+    ResolvedValue themeValue(quint32 id);
 
     const ResourceResolver m_resolver;
     FileSource &m_files;
     Budget &m_budget;
     qreal m_pixelsPerDp;
+    const Theme *m_theme = nullptr;
     IconMask m_iconMask = IconMask::None;
     bool m_isMonochrome = false;
     DrawableError m_error;

@@ -112,7 +112,7 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);
-    QCOMPARE(readProperties(IconRequest()), 7);
+    QCOMPARE(readProperties(IconRequest()), 10);
 
     IconRequest request(24);
     const QMetaObject &type = IconRequest::staticMetaObject;
@@ -127,6 +127,7 @@ void TestValues::enumsHaveNames()
     QCOMPARE(QMetaEnum::fromType<Error::Code>().valueToKey(int(Error::Code::BadTable)), "BadTable");
     QCOMPARE(QMetaEnum::fromType<Component::Kind>().valueToKey(int(Component::Kind::Alias)), "Alias");
     QCOMPARE(QMetaEnum::fromType<IconError::Code>().valueToKey(int(IconError::Code::TooMuch)), "TooMuch");
+    QCOMPARE(QMetaEnum::fromType<IconRequest::Theme>().valueToKey(int(IconRequest::Theme::Style)), "Style");
     QCOMPARE(QMetaEnum::fromType<ResourceItem::Type>().valueToKey(int(ResourceValue::Type::Map)), "Map");
     QCOMPARE(QMetaEnum::fromType<IconMask>().valueToKey(int(IconMask::Squircle)), "Squircle");
 }

@@ -141,8 +141,8 @@ XmlAttribute drawable(QRgb value)
 
 QString described(const IconError &error)
 {
-    const char *const codes[] = {"None",        "InvalidSize", "Missing",    "NotDrawable",
-                                 "Unsupported", "Damaged",     "Unreadable", "TooMuch"};
+    const char *const codes[] = {"None",    "InvalidSize", "Missing", "NotDrawable",   "Unsupported",
+                                 "Damaged", "Unreadable",  "TooMuch", "NeedsPlatform", "NoThemeValue"};
     return error ? QStringLiteral("%1: %2").arg(QLatin1String(codes[int(error.code())]), error.text()) : QString();
 }
 

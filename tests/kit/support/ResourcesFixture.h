@@ -36,22 +36,6 @@ struct ResourcesFixture {
     SorrelKit::Resources resources{package};
 };
 
-/// An item of a map.
-inline QByteArray mapItem(qint64 name, int type, qint64 data)
-{
-    return Bytes().u32(name).u16(8).u8(0).u8(type).u32(data).data();
-}
-
-/// A map entry of @p items.
-inline QByteArray mapOf(const QVector<QByteArray> &items, qint64 parent = 0, int key = 0)
-{
-    Bytes bytes;
-    bytes.u16(16).u16(1).u32(key).u32(parent).u32(items.size());
-    for (const QByteArray &item : items)
-        bytes.raw(item);
-    return bytes.data();
-}
-
 /// Everything about @p resources in lines: the id and name of each resource, and all members of each value and item.
 inline QStringList answers(const SorrelKit::Resources &resources)
 {

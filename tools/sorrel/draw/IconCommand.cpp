@@ -48,6 +48,7 @@ QString IconCommand::details() const
 void IconCommand::addOptions(QCommandLineParser &parser) const
 {
     m_icon.addTo(parser);
+    m_theme.addTo(parser);
     parser.addOptions({m_launcher, m_output});
 }
 
@@ -76,6 +77,11 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     }
     SorrelKit::IconRequest request(options.size());
     request.setMask(options.mask());
+    ThemeOption theme(m_theme);
+    if (!theme.read(parser, package, &request)) {
+        Console::complain(file.text(), theme.errorText());
+        return CannotRead;
+    }
     SorrelKit::DrawableRenderer renderer(package);
     QImage picture;
     if (parser.isSet(m_launcher)) {

@@ -4,6 +4,7 @@
 
 #include "Command.h"
 #include "IconOptions.h"
+#include "ThemeOption.h"
 
 #include <QCommandLineOption>
 
@@ -18,6 +19,7 @@ public:
 
 private:
     const IconOptions m_icon{192};
+    const ThemeOption m_theme;
     const QCommandLineOption m_launcher{
         QStringLiteral("launcher"),
         QStringLiteral(

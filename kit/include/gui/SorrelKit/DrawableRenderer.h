@@ -28,6 +28,8 @@ class DrawableRendererPrivate;
  * ARGB32_Premultiplied, transparent where nothing is drawn; a drawable that is not square is centred. The picture
  * belongs to the caller.
  *
+ * Attributes of the theme (`?attr/x`) have values when the request names a theme (IconRequest::theme()).
+ *
  * An XML icon is drawn where the requested platform takes it. Else the smallest picture file that is large enough is
  * taken, else the largest, and scaled. When an XML icon cannot be drawn, a picture file of the same icon takes its
  * place.

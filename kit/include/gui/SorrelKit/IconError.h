@@ -41,6 +41,7 @@ public:
         /// a resource of the platform is missing: the package has no platform (Package::setPlatform()), or another
         /// version of Android has the resource
         NeedsPlatform,
+        NoThemeValue, ///< an attribute (`?attr/x`) has no value in the theme, or the request has no theme
     };
     Q_ENUM(Code)
 

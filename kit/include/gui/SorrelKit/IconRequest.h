@@ -5,6 +5,7 @@
 #include <SorrelKit/IconMask.h>
 #include <SorrelKit/KitGuiExport.h>
 
+#include <QList>
 #include <QMetaType>
 #include <QSharedDataPointer>
 
@@ -35,8 +36,19 @@ class SORRELKITGUI_EXPORT IconRequest
     Q_PROPERTY(bool night READ isNight WRITE setNight)
     Q_PROPERTY(bool monochrome READ isMonochrome WRITE setMonochrome)
     Q_PROPERTY(int platformVersion READ platformVersion WRITE setPlatformVersion)
+    Q_PROPERTY(Theme theme READ theme WRITE setTheme)
+    Q_PROPERTY(quint32 themeStyle READ themeStyle WRITE setThemeStyle)
+    Q_PROPERTY(QList<quint32> themeOverlays READ themeOverlays WRITE setThemeOverlays)
 
 public:
+    /// The theme that gives attributes (`?attr/x`) their values in drawables and colours. @since 0.5.1
+    enum class Theme {
+        None,    ///< no theme, as launchers draw icons: attributes have no value
+        Package, ///< the activity's, else the application's, else the platform's default for the targeted API level
+        Style,   ///< themeStyle()
+    };
+    Q_ENUM(Theme)
+
     /// A square with sides of @p size device-independent pixels; the other properties have their defaults. @since 0.5.1
     explicit IconRequest(int size = 48);
     /// A copy of @p other. @since 0.5.1
@@ -81,6 +93,32 @@ public:
     int platformVersion() const;
     /// Sets platformVersion(). @since 0.5.1
     void setPlatformVersion(int version);
+
+    /**
+     * The theme of the drawable. Theme::None by default. As on Android, the theme of an activity replaces that of the
+     * application. DrawableRenderer uses the activity's for the icon of a launcher, and the application's for any other
+     * picture. The styles are chosen for the device of this request, so isNight() and platformVersion() count.
+     *
+     * An attribute that has no value leaves out what needs it, and DrawableRenderer::error() names it. Themes of
+     * applications inherit from the platform's styles, which only the platform's package has. A theme costs nothing
+     * while no attribute is looked up.
+     * @since 0.5.1
+     */
+    Theme theme() const;
+    /// Sets theme(). @since 0.5.1
+    void setTheme(Theme theme);
+    /// The id of the style (0xPPTTEEEE) that is the theme for Theme::Style; not used for others. 0 by default.
+    /// @since 0.5.1
+    quint32 themeStyle() const;
+    /// Sets themeStyle(), and theme() to Theme::Style. @since 0.5.1
+    void setThemeStyle(quint32 style);
+    /// The ids of styles (`ThemeOverlay`) that are applied over the theme, in this order: their values replace the
+    /// theme's. On Android, `android:theme` of a view in a layout is such an overlay; drawables have none of their own.
+    /// Not used for Theme::None. Empty by default.
+    /// @since 0.5.1
+    QList<quint32> themeOverlays() const;
+    /// Sets themeOverlays(). @since 0.5.1
+    void setThemeOverlays(const QList<quint32> &styles);
 
     /// Whether two values are equal. @since 0.5.1
     friend SORRELKITGUI_EXPORT bool operator==(const IconRequest &a, const IconRequest &b);

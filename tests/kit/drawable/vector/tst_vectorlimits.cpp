@@ -143,6 +143,8 @@ void TestVectorLimits::faultsLeaveOutTheRest_data()
     XmlAttribute theme;
     theme.id = Attr::FillColor;
     theme.value = {ValueType::Attribute, 0x01010000};
+    XmlAttribute missing = theme;
+    missing.value = {ValueType::Reference, 0x7f010000};
     const XmlElement good = path("M2 2h4v4h-4z");
     const QRect goodArea(2, 2, 4, 4);
     QTest::newRow("bad path data") << vector({path("M2 2h4v4h-4zX")}) << "Damaged: no command in path data at 12"
@@ -150,9 +152,15 @@ void TestVectorLimits::faultsLeaveOutTheRest_data()
     QTest::newRow("bad path data of a clip path") << vector({clipPath("M2 2h4v4h-4zX"), path(everything)})
                                                   << "Damaged: no command in path data at 12" << goodArea;
     QTest::newRow("a color of the theme") << vector({good, element("path", {text(Attr::PathData, everything), theme})})
-                                          << "Damaged: vector path without the color that it refers to" << goodArea;
+                                          << "NoThemeValue: ?0x01010000 has no value without a theme" << goodArea;
+    QTest::newRow("a color that is missing")
+        << vector({good, element("path", {text(Attr::PathData, everything), missing})})
+        << "Damaged: vector path without the color that it refers to" << goodArea;
     theme.id = Attr::Tint;
-    QTest::newRow("a tint of the theme") << vector({good}, {theme}) << "Damaged: tint without a color" << goodArea;
+    missing.id = Attr::Tint;
+    QTest::newRow("a tint of the theme") << vector({good}, {theme})
+                                         << "NoThemeValue: ?0x01010000 has no value without a theme" << goodArea;
+    QTest::newRow("a tint that is missing") << vector({good}, {missing}) << "Damaged: tint without a color" << goodArea;
     QTest::newRow("deep groups") << vector({good, nested(path(everything), VectorGroup::MaxDepth + 1, {})})
                                  << "TooMuch: groups of a vector nested too deeply" << goodArea;
     QTest::newRow("groups that are deep enough")
