@@ -8,8 +8,6 @@
 #include "package/FeatureData.h"
 #include "package/PackageData.h"
 
-#include <QSet>
-
 #include <algorithm>
 #include <initializer_list>
 
@@ -122,21 +120,6 @@ int Package::minSdkVersion() const
 int Package::targetSdkVersion() const
 {
     return sdkVersion(*d, Attr::TargetSdkVersion, minSdkVersion());
-}
-
-QStringList Package::permissions() const
-{
-    QStringList permissions;
-    QSet<QString> known;
-    for (const XmlElement &child : d->manifest().root().children) {
-        if (child.name != QLatin1String("uses-permission") && child.name != QLatin1String("uses-permission-sdk-23"))
-            continue;
-        const QString name = Manifest::text(child, Attr::Name);
-        if (!name.isEmpty() && !known.contains(name))
-            permissions.append(name);
-        known.insert(name);
-    }
-    return permissions;
 }
 
 QList<Feature> Package::features() const

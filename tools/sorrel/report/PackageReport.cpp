@@ -141,7 +141,7 @@ QJsonObject PackageReport::toJson() const
     json.insert(QStringLiteral("versionName"), m_package.versionName());
     json.insert(QStringLiteral("minSdkVersion"), m_package.minSdkVersion());
     json.insert(QStringLiteral("targetSdkVersion"), m_package.targetSdkVersion());
-    json.insert(QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissions()));
+    json.insert(QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissionNames()));
     json.insert(QStringLiteral("features"), featuresToJson(m_package.features()));
     json.insert(QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis()));
     json.insert(QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits()));

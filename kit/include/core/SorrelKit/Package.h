@@ -8,6 +8,7 @@
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
 #include <SorrelKit/Platform.h>
+#include <SorrelKit/Permission.h>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -75,7 +76,8 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(qint64 versionCode READ versionCode CONSTANT)
     Q_PROPERTY(int minSdkVersion READ minSdkVersion CONSTANT)
     Q_PROPERTY(int targetSdkVersion READ targetSdkVersion CONSTANT)
-    Q_PROPERTY(QStringList permissions READ permissions CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Permission> permissions READ permissions CONSTANT)
+    Q_PROPERTY(QStringList permissionNames READ permissionNames CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Feature> features READ features CONSTANT)
     Q_PROPERTY(QStringList nativeAbis READ nativeAbis CONSTANT)
     Q_PROPERTY(QStringList splits READ splits CONSTANT)
@@ -150,9 +152,13 @@ public:
     int minSdkVersion() const;
     /// The API level that the package was made for; minSdkVersion() when the manifest has none. @since 0.5.1
     int targetSdkVersion() const;
-    /// Permissions that the package requests ("android.permission.INTERNET"), each once, in the order of the manifest.
-    /// Reads the manifest. @since 0.5.1
-    QStringList permissions() const;
+    /// Permissions that the package requests, each once, in the order of the manifest, up to 8192 of them; behind them
+    /// those that Android adds for them or for old API levels. Several requests for one permission are one that holds
+    /// wherever one of them does. Goes over the manifest on each call. @since 0.5.1
+    QList<Permission> permissions() const;
+    /// Names of the permissions that the manifest requests ("android.permission.INTERNET"): those of permissions() that
+    /// are not implied. @since 0.5.1
+    QStringList permissionNames() const;
     /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
     /// The required version of OpenGL ES, major and minor; a null version when the package requires none. @since 0.5.1
