@@ -13,59 +13,79 @@ const PermissionDeclarations &PermissionWords::own()
     return *m_own;
 }
 
+const PermissionDeclarations &PermissionWords::ofPlatform()
+{
+    if (m_package->manifest().packageName() == QLatin1String("android"))
+        return own();
+    if (!m_ofPlatform) {
+        m_platform = PlatformDataPointer(m_package->platform());
+        static const XmlElement none;
+        m_ofPlatform.emplace(m_platform.data() != nullptr ? m_platform->manifest() : none);
+    }
+    return *m_ofPlatform;
+}
+
 const XmlElement *PermissionWords::declaration(const QString &name)
 {
-    return PermissionTable::find(name) ? nullptr : own().permission(name);
+    const XmlElement *const element = ofPlatform().permission(name);
+    return element != nullptr || PermissionTable::find(name) ? element : own().permission(name);
 }
 
 std::optional<quint32> PermissionWords::protection(const QString &name)
 {
-    if (const auto known = PermissionTable::find(name))
-        return known->protection;
-    const XmlElement *const element = declaration(name);
-    if (element == nullptr)
-        return std::nullopt;
     // Without the attribute, a permission is normal.
-    return quint32(m_package->resolved(element->attribute(Attr::ProtectionLevel)).value.integer().value_or(0));
+    if (const XmlElement *const element = declaration(name))
+        return quint32(m_package->resolved(element->attribute(Attr::ProtectionLevel)).value.integer().value_or(0));
+    const auto known = PermissionTable::find(name);
+    return known ? std::make_optional(known->protection) : std::nullopt;
 }
 
 QString PermissionWords::group(const QString &name)
 {
-    if (const auto known = PermissionTable::find(name))
-        return known->group != nullptr ? PermissionTable::groupName(known->group) : QString();
     const XmlElement *const element = declaration(name);
-    return element != nullptr ? m_package->text(element->attribute(Attr::PermissionGroup)) : QString();
+    const QString declared =
+        element != nullptr ? m_package->text(element->attribute(Attr::PermissionGroup)) : QString();
+    const auto known = PermissionTable::find(name);
+    // Since Android 10, the platform's manifest has the group UNDEFINED for every dangerous permission.
+    const bool isUndefined = declared.isEmpty() || declared == PermissionTable::groupName("UNDEFINED");
+    if (!isUndefined)
+        return declared;
+    return known && known->group != nullptr ? PermissionTable::groupName(known->group) : QString();
 }
 
-QString PermissionWords::ownText(const XmlElement *element, quint32 attribute, const QLocale &locale)
+QString PermissionWords::text(const XmlElement *element, quint32 id, const QLocale &locale)
 {
     if (element == nullptr)
         return {};
-    if (!m_ownTexts)
-        m_ownTexts.emplace(m_package->resolver());
-    return m_ownTexts->label(element->attribute(attribute), LanguageTag(locale));
+    if (!m_texts)
+        m_texts.emplace(m_package->resolver());
+    return m_texts->label(element->attribute(id), LanguageTag(locale));
 }
 
 QString PermissionWords::label(const QString &name, const QLocale &locale)
 {
-    const QString text = ownText(declaration(name), Attr::Label, locale);
-    if (!text.isEmpty())
-        return text;
-    return PermissionTable::find(name) ? PermissionTable::words(name) : name;
+    const QString label = text(declaration(name), Attr::Label, locale);
+    if (!label.isEmpty())
+        return label;
+    const bool isOfPlatform = ofPlatform().permission(name) != nullptr || PermissionTable::find(name);
+    return isOfPlatform ? PermissionTable::words(name) : name;
 }
 
 QString PermissionWords::description(const QString &name, const QLocale &locale)
 {
-    return ownText(declaration(name), Attr::Description, locale);
+    return text(declaration(name), Attr::Description, locale);
 }
 
 QString PermissionWords::groupLabel(const QString &name, const QLocale &locale)
 {
     const QString groupOfName = group(name);
-    const QString text = ownText(own().group(groupOfName), Attr::Label, locale);
-    if (!text.isEmpty())
-        return text;
     const QString words = PermissionTable::groupWords(groupOfName);
+    const XmlElement *element = ofPlatform().group(groupOfName);
+    if (element == nullptr && words.isEmpty())
+        element = own().group(groupOfName);
+    const QString label = text(element, Attr::Label, locale);
+    if (!label.isEmpty())
+        return label;
     return words.isEmpty() ? groupOfName : words;
 }
 

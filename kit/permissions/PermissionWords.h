@@ -14,8 +14,13 @@
 
 namespace SorrelKit {
 
-/// The facts and the words of the permissions that one list of a package has. Keeps the package alive. Goes over the
-/// manifest when the first fact is asked for, and looks up texts on each call, within one budget.
+/**
+ * The facts and the words of the permissions that one list of a package has. Keeps the package and its platform alive.
+ * Goes over the manifests when the first fact is asked for, and looks up texts on each call, within one budget.
+ *
+ * The platform comes first, because Android ignores a package that declares one of its permissions. For the same reason,
+ * PermissionTable comes before the package.
+ */
 class PermissionWords : public QSharedData
 {
 public:
@@ -33,13 +38,18 @@ public:
 
 private:
     const PermissionDeclarations &own();
-    /// The element of the package that declares @p name; null for a permission of the platform.
+    /// Those of the platform; without one, none. A package that is a platform itself declares the platform's.
+    const PermissionDeclarations &ofPlatform();
+    /// The element that declares @p name, of the platform or the package; null when there is none that counts.
     const XmlElement *declaration(const QString &name);
-    QString ownText(const XmlElement *element, quint32 attribute, const QLocale &locale);
+    /// The text of the attribute @p id of @p element for @p locale; empty when either is missing.
+    QString text(const XmlElement *element, quint32 id, const QLocale &locale);
 
     PackageDataPointer m_package;
+    PlatformDataPointer m_platform; ///< that of the package at the first query; may be null
     std::optional<PermissionDeclarations> m_own;
-    std::optional<LabelLookup> m_ownTexts;
+    std::optional<PermissionDeclarations> m_ofPlatform;
+    std::optional<LabelLookup> m_texts;
 };
 
 } // namespace SorrelKit

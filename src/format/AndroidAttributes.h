@@ -27,6 +27,7 @@ constexpr quint32 Exported = 0x01010010;
 constexpr quint32 TargetActivity = 0x01010202;
 constexpr quint32 Required = 0x0101028e;
 constexpr quint32 GlEsVersion = 0x01010281;
+constexpr quint32 Version = 0x01010519;
 constexpr quint32 RoundIcon = 0x0101052c;
 constexpr quint32 Banner = 0x010103f2;
 constexpr quint32 IsFeatureSplit = 0x0101055b;

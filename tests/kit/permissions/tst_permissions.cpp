@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "Apk.h"
+#include "PlatformFixture.h"
 #include "format/AndroidAttributes.h"
 #include "permissions/PermissionRequests.h"
 #include "permissions/PermissionTable.h"
 
 #include <SorrelKit/Package.h>
 
+#include <QTemporaryDir>
 #include <QtTest>
 
 using namespace fixture;
@@ -33,7 +34,7 @@ QString full(const char *constant)
 class Root
 {
 public:
-    explicit Root(int targetSdkVersion = 30)
+    explicit Root(int targetSdkVersion = 30, const QString &package = latin("org.example"))
     {
         m_builder.attributeId(latin("label"), Attr::Label)
             .attributeId(latin("name"), Attr::Name)
@@ -44,7 +45,7 @@ public:
             .attributeId(latin("maxSdkVersion"), Attr::MaxSdkVersion)
             .attributeId(latin("required"), Attr::Required)
             .startNamespace(latin("android"), androidUri)
-            .start(latin("manifest"), {plainText(latin("package"), latin("org.example"))})
+            .start(latin("manifest"), {plainText(latin("package"), package)})
             .empty(latin("uses-sdk"), {androidValue(latin("targetSdkVersion"), Integer, targetSdkVersion)});
     }
 
@@ -104,6 +105,27 @@ fixture::Attribute isFalse(const char *name)
     return androidValue(latin(name), Boolean, 0);
 }
 
+/// A platform that declares READ_SMS and GREET, in a group with a label when @p hasGroups is true.
+QByteArray platformOf(bool hasGroups)
+{
+    const QString group = latin("android.permission-group.") + latin(hasGroups ? "SMS" : "UNDEFINED");
+    Root root(30, latin("android"));
+    root.add("permission-group", latin("android.permission-group.SMS"),
+             {androidReference(latin("label"), PlatformLabel)});
+    root.add("permission", full("READ_SMS"),
+             {androidReference(latin("label"), PlatformAlias), androidText(latin("permissionGroup"), group),
+              androidText(latin("description"), latin("Reads messages.")), number("protectionLevel", 0x1001)});
+    root.add("permission", full("GREET"), {number("protectionLevel", 2)});
+    return package(platformTable(), root.build());
+}
+
+/// A platform of the file @p bytes in @p directory.
+SorrelKit::Platform platformIn(const QTemporaryDir &directory, const QByteArray &bytes)
+{
+    const QString name = directory.filePath(latin("platform.apk"));
+    return writeFile(name, bytes) ? SorrelKit::Platform(name) : SorrelKit::Platform();
+}
+
 } // namespace
 
 class TestPermissions : public QObject
@@ -128,6 +150,11 @@ private slots:
     void declaredLevels();
     void aPackageCannotDeclareThePlatformsPermissions();
     void permissionsKeepThePackage();
+    void wordsOfThePlatform();
+    void aPlatformIsAskedFirst();
+    void aPlatformWithoutGroups();
+    void aPlatformAsAPackage();
+    void aDamagedPlatform();
 };
 
 void TestPermissions::nothing()
@@ -387,6 +414,86 @@ void TestPermissions::permissionsKeepThePackage()
     const Permission copy = permission;
     permission = Permission();
     QCOMPARE(copy.label(QLocale::c()), latin("send notes"));
+}
+
+void TestPermissions::wordsOfThePlatform()
+{
+    const QTemporaryDir directory;
+    const SorrelKit::Platform platform = platformIn(directory, platformOf(true));
+    Root root;
+    root.requests("READ_SMS").requests("GREET").requests("CAMERA");
+    PackageDevice device(emptyTable(), root.build());
+    Package package(&device);
+    package.setPlatform(platform);
+    const QList<Permission> permissions = package.permissions();
+    const Permission reading = permissions.at(0);
+    QCOMPARE(reading.label(QLocale(QLocale::German)), latin("Gut"));
+    QCOMPARE(reading.label(QLocale(QLocale::French)), latin("OK"));
+    QCOMPARE(reading.description(), latin("Reads messages."));
+    QCOMPARE(reading.level(), Permission::Level::Dangerous);
+    QCOMPARE(reading.flags(), Permission::Flags(Permission::Flag::Instant));
+    QCOMPARE(reading.group(), latin("android.permission-group.SMS"));
+    QCOMPARE(reading.groupLabel(QLocale(QLocale::German)), latin("Gut"));
+    QVERIFY(!reading.isDeclared());
+    // A permission of the platform without a label, and one that this platform does not have.
+    QCOMPARE(permissions.at(1).label(), latin("greet"));
+    QCOMPARE(permissions.at(1).level(), Permission::Level::Signature);
+    QCOMPARE(permissions.at(2).label(), latin("camera"));
+    QCOMPARE(permissions.at(2).level(), Permission::Level::Dangerous);
+    QCOMPARE(permissions.at(2).groupLabel(), latin("camera"));
+}
+
+void TestPermissions::aPlatformIsAskedFirst()
+{
+    const QTemporaryDir directory;
+    Root root;
+    for (const char *constant : {"READ_SMS", "GREET"})
+        root.requests(constant).add("permission", full(constant), {androidText(latin("label"), latin("harmless"))});
+    PackageDevice device(emptyTable(), root.build());
+    Package package(&device);
+    QCOMPARE(package.permissions().at(0).label(), latin("read sms"));
+    QCOMPARE(package.permissions().at(1).label(), latin("harmless"));
+    package.setPlatform(platformIn(directory, platformOf(true)));
+    QCOMPARE(package.permissions().at(0).label(QLocale::c()), latin("OK"));
+    QCOMPARE(package.permissions().at(1).label(), latin("greet"));
+}
+
+void TestPermissions::aPlatformWithoutGroups()
+{
+    const QTemporaryDir directory;
+    Root root;
+    root.requests("READ_SMS").requests("GREET");
+    PackageDevice device(emptyTable(), root.build());
+    Package package(&device);
+    package.setPlatform(platformIn(directory, platformOf(false)));
+    const QList<Permission> permissions = package.permissions();
+    QCOMPARE(permissions.at(0).group(), latin("android.permission-group.SMS"));
+    QCOMPARE(permissions.at(0).groupLabel(QLocale(QLocale::German)), latin("Gut"));
+    QCOMPARE(permissions.at(1).group(), QString());
+}
+
+void TestPermissions::aPlatformAsAPackage()
+{
+    Root root(30, latin("android"));
+    root.requests("READ_SMS")
+        .add("permission", full("READ_SMS"),
+             {androidReference(latin("label"), PlatformLabel), number("protectionLevel", 2)});
+    PackageDevice device(platformTable(), root.build());
+    const QList<Permission> permissions = Package(&device).permissions();
+    QCOMPARE(permissions.at(0).level(), Permission::Level::Signature);
+    QCOMPARE(permissions.at(0).label(QLocale(QLocale::German)), latin("Gut"));
+}
+
+void TestPermissions::aDamagedPlatform()
+{
+    const QTemporaryDir directory;
+    Root root;
+    root.requests("READ_SMS");
+    PackageDevice device(emptyTable(), root.build());
+    Package package(&device);
+    package.setPlatform(platformIn(directory, "no package"));
+    QCOMPARE(package.permissions().at(0).label(), latin("read sms"));
+    QCOMPARE(package.permissions().at(0).level(), Permission::Level::Dangerous);
 }
 
 QTEST_APPLESS_MAIN(TestPermissions)

@@ -20,6 +20,7 @@ qint64 visitTexts(const Package &package)
 {
     qint64 count = package.packageName().size() + package.versionName().size() + package.error().message().size()
                    + package.permissionNames().size() + package.features().size() + package.nativeAbis().size()
+                   + package.languages().size() + package.densities().size() + package.impliedFeatures().size()
                    + package.splits().size() + package.labels().size() + package.label().size()
                    + package.manifestXml().size();
     for (const Component &component : package.components())

@@ -7,8 +7,8 @@
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
-#include <SorrelKit/Platform.h>
 #include <SorrelKit/Permission.h>
+#include <SorrelKit/Platform.h>
 
 #include <QByteArray>
 #include <QExplicitlySharedDataPointer>
@@ -161,12 +161,21 @@ public:
     QStringList permissionNames() const;
     /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
+    /// Features that the manifest does not name, in the order of their names: those that stores derive from permissions,
+    /// activities and other features. Goes over the manifest on each call. @since 0.5.1
+    QList<Feature> impliedFeatures() const;
     /// The required version of OpenGL ES, major and minor; a null version when the package requires none. @since 0.5.1
     QVersionNumber openGlEsVersion() const;
     /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there
     /// is no native code, and the package runs on every processor. Goes over the names of all members on each call, and
     /// reads no member of a single package. @since 0.5.1
     QStringList nativeAbis() const;
+    /// Language tags ("de", "pt-BR") of all that the package has values for, in ascending order; without the language of
+    /// its values for everybody. Reads the table, and goes over its configurations on each call. @since 0.5.1
+    QStringList languages() const;
+    /// Densities, in dots per inch, that the package has values for, in ascending order, with the numbers that the table
+    /// has for any density (65534) and for none (65535). Reads and costs as languages() does. @since 0.5.1
+    QList<int> densities() const;
     /// Names of the splits that belong to the base ("config.de"); empty for a single package. Reads the manifests of a
     /// set. @since 0.5.1
     QStringList splits() const;

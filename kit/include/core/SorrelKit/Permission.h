@@ -20,12 +20,14 @@ class PermissionData;
  * The facts of the request are known from the manifest: name(), isImplied(), isRequired() and the SDK levels. The facts
  * of the permission and its words come from the first of these that knows the permission:
  *
- * 1. the package itself, by its elements `permission` and `permission-group`, except for permissions of the platform:
- *    Android ignores a package that declares one of those
+ * 1. the package's platform, when it has one: Package::setPlatform()
  * 2. a built-in table of the platform's permissions, which has level, flags and group, and no sentences
+ * 3. the package itself, by its elements `permission` and `permission-group`; as on a device, a package cannot declare a
+ *    permission of the platform
  *
- * They are looked up in the package on each call, which stays open while one of its permissions lives. A reference makes
- * the first lookup read the package's resource table. Copies share their data and are cheap. Use a permission from the
+ * They are looked up on each call in the package and its platform, which stay open while one of the permissions lives. The
+ * first lookup reads the platform's manifest, and its resource table for a reference; for a reference of the package, the
+ * package's table. Copies share their data and are cheap. Use a permission from the
  * thread of its package, from one at a time. Returned values belong to the caller.
  *
  * No operation throws or sets an error code. A value that is missing or cannot be read is an empty text, 0 or
