@@ -122,8 +122,7 @@ QByteArray platformOf(bool hasGroups)
 /// A platform of the file @p bytes in @p directory.
 SorrelKit::Platform platformIn(const QTemporaryDir &directory, const QByteArray &bytes)
 {
-    const QString name = directory.filePath(latin("platform.apk"));
-    return writeFile(name, bytes) ? SorrelKit::Platform(name) : SorrelKit::Platform();
+    return SorrelKit::Platform(writeFile(directory.filePath(latin("platform.apk")), bytes));
 }
 
 } // namespace
