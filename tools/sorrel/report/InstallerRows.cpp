@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <limits>
 
 using SorrelKit::Feature;
 using SorrelKit::Permission;
@@ -21,14 +22,13 @@ QString bytesText(qint64 bytes)
                             : QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
-// The versions of Android and the devices for which the package requests @p permission; empty for all.
-QString conditionText(const Permission &permission)
+// When a package for @p firstSdk and later requests @p permission; empty for always.
+QString conditionText(const Permission &permission, int firstSdk)
 {
     QStringList parts;
-    if (permission.minSdkVersion() > 0)
-        parts.append(QStringLiteral("from %1").arg(AndroidVersion::withLevel(permission.minSdkVersion())));
-    if (permission.maxSdkVersion() > 0)
-        parts.append(QStringLiteral("up to %1").arg(AndroidVersion::withLevel(permission.maxSdkVersion())));
+    const int last = permission.maxSdkVersion() > 0 ? permission.maxSdkVersion() : std::numeric_limits<int>::max();
+    if (permission.minSdkVersion() > firstSdk || permission.maxSdkVersion() > 0)
+        parts.append(AndroidVersion::range(std::max(permission.minSdkVersion(), firstSdk), last));
     if (!permission.isRequired())
         parts.append(QStringLiteral("optional"));
     return parts.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(parts.join(QStringLiteral(", ")));
@@ -147,7 +147,7 @@ void InstallerRows::addWords(const QString &key, const Permission &permission, i
     const QString space(indent, QLatin1Char(' '));
     const QString details(indent + DetailsIndent, QLatin1Char(' '));
     const QString label = permission.label(m_locale);
-    m_rows.addSafe(key, space + isolatedText(label) + conditionText(permission));
+    m_rows.addSafe(key, space + isolatedText(label) + conditionText(permission, m_package.minSdkVersion()));
     if (!showsAll())
         return;
     const QString description = permission.description(m_locale);
