@@ -10,9 +10,9 @@ namespace SorrelKit {
 
 /**
  * Facts of the platform's permissions that are known without a platform: the protection level, and the group by which a
- * user agrees. The table has the permissions of Android 1.0 to 16 that a package may get without being part of the
- * system, and those of the system that the documentation for developers lists. The level is that of the newest version of
- * Android that has the permission.
+ * user agrees. The table has permissions that a package may get without being part of the system, and those of the
+ * system that the documentation for developers lists. Most rows are those of Android 10; permissions that later versions
+ * brought have the level of the version that did.
  */
 namespace PermissionTable {
 
