@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
     }
 
     out << package.label() << ' ' << package.versionName() << " (" << package.packageName() << ")\n";
-    for (const QString &permission : package.permissions())
+    for (const QString &permission : package.permissionNames())
         out << "  asks for " << permission << '\n';
     for (const SorrelKit::Feature &feature : package.features())
         out << "  " << (feature.isRequired() ? "needs " : "can use ") << feature.name() << '\n';

@@ -54,7 +54,7 @@ void PackageDiffData::compareManifests(const Package &before, const Package &aft
     isComplete = before.isValid() && after.isValid();
     isSameApplication = !before.packageName().isEmpty() && before.packageName() == after.packageName();
     facts = TextList::facts(after).changesSince(TextList::facts(before));
-    permissions = TextList::names(after.permissions()).changesSince(TextList::names(before.permissions()));
+    permissions = TextList::names(after.permissionNames()).changesSince(TextList::names(before.permissionNames()));
     features = TextList::features(after).changesSince(TextList::features(before));
     components = ComponentDiff::changes(before.components(), after.components());
     launchers = TextList::launchers(after).changesSince(TextList::launchers(before));

@@ -6,7 +6,6 @@
 #include "language/LabelLookup.h"
 #include "manifest/ManifestWriter.h"
 #include "package/EntryData.h"
-#include "package/FeatureData.h"
 #include "package/PackageData.h"
 
 #include <QSet>
@@ -40,6 +39,20 @@ QString firstText(const PackageData &data, std::initializer_list<const XmlAttrib
     const auto *const found = std::find_if(attributes.begin(), attributes.end(),
                                            [](const XmlAttribute *attribute) { return attribute != nullptr; });
     return found != attributes.end() ? data.text(*found) : QString();
+}
+
+// Calls @p visit with the configuration of each chunk of values.
+template <typename Visit>
+void visitConfigurations(const ResourceTables &tables, Visit visit)
+{
+    for (const auto &table : tables) {
+        for (const ResourceTable::Package &package : table->packages()) {
+            for (const QVector<TypeChunk> &chunks : package.chunks) {
+                for (const TypeChunk &chunk : chunks)
+                    visit(chunk.configuration());
+            }
+        }
+    }
 }
 
 } // namespace
@@ -124,36 +137,6 @@ int Package::targetSdkVersion() const
     return d->targetSdkVersion();
 }
 
-QStringList Package::permissions() const
-{
-    QStringList permissions;
-    QSet<QString> known;
-    for (const XmlElement &child : d->manifest().root().children) {
-        if (child.name != QLatin1String("uses-permission") && child.name != QLatin1String("uses-permission-sdk-23"))
-            continue;
-        const QString name = Manifest::text(child, Attr::Name);
-        if (!name.isEmpty() && !known.contains(name))
-            permissions.append(name);
-        known.insert(name);
-    }
-    return permissions;
-}
-
-QList<Feature> Package::features() const
-{
-    QList<Feature> features;
-    for (const XmlElement &child : d->manifest().root().children) {
-        const QString name = Manifest::text(child, Attr::Name);
-        if (child.name == QLatin1String("uses-feature") && !name.isEmpty()) {
-            Feature feature;
-            feature.d->name = name;
-            feature.d->isRequired = d->isTrue(child.attribute(Attr::Required), true);
-            features.append(feature);
-        }
-    }
-    return features;
-}
-
 QVersionNumber Package::openGlEsVersion() const
 {
     qint32 version = 0;
@@ -169,6 +152,31 @@ QVersionNumber Package::openGlEsVersion() const
 QStringList Package::nativeAbis() const
 {
     return d->nativeAbis();
+}
+
+QStringList Package::languages() const
+{
+    QStringList tags;
+    visitConfigurations(d->tables(), [&](const Configuration &configuration) {
+        const LanguageTag tag(configuration.locale());
+        if (!tag.isEmpty())
+            tags.append(tag.toString());
+    });
+    tags.sort();
+    tags.removeDuplicates();
+    return tags;
+}
+
+QList<int> Package::densities() const
+{
+    QSet<int> densities;
+    visitConfigurations(d->tables(), [&](const Configuration &configuration) {
+        if (configuration.density != 0)
+            densities.insert(configuration.density);
+    });
+    QList<int> sorted(densities.cbegin(), densities.cend());
+    std::sort(sorted.begin(), sorted.end());
+    return sorted;
 }
 
 QStringList Package::splits() const

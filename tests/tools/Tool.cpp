@@ -10,6 +10,8 @@ ToolRun runTool(const QString &program, const QStringList &arguments, const Tool
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C.UTF-8"));
+    // A machine may have a platform or not.
+    environment.insert(QStringLiteral("SORREL_PLATFORM"), QString(QLatin1String("")));
     for (const char *name : {"QT_LOGGING_RULES", "LANGUAGE", "NO_COLOR"})
         environment.remove(QLatin1String(name));
     for (auto variable = setting.environment.cbegin(); variable != setting.environment.cend(); ++variable) {

@@ -18,7 +18,7 @@ struct ToolRun {
 
 /// The environment of a program.
 struct ToolSetting {
-    /// Added to the environment of the test, in the locale C.UTF-8. A null value removes a variable.
+    /// Added to the environment of the test, in the locale C.UTF-8 and without a platform. A null value removes a variable.
     QMap<QString, QString> environment;
     QString outputFile; ///< instead of a pipe, when it is not null
     QString directory;  ///< the working directory, when it is not null

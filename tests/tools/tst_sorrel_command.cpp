@@ -3,6 +3,7 @@
 #include "Files.h"
 #include "Tool.h"
 
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -77,6 +78,9 @@ class TestSorrelCommand : public QObject
 
 private slots:
     void infoForAPerson();
+    void infoShowsPermissionsInGroups();
+    void infoIsolatesTextFromRightToLeft();
+    void infoAddsDetailsForAProgram();
     void infoShowsDisabledEntriesWhenAsked();
     void infoForAProgram();
     void infoInTheUsersLanguage_data();
@@ -131,17 +135,89 @@ QString TestSorrelCommand::good() const
 void TestSorrelCommand::infoForAPerson()
 {
     const QString file = good();
+    const auto bytesText = [](qint64 bytes) {
+        return bytes < 1000 ? QStringLiteral("%1 B").arg(bytes)
+                            : QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    };
+    const qint64 resources = labelTable(QStringLiteral("Notes"), QStringLiteral("Notizbücher")).size();
+    const qint64 others = launcherManifest().size() + picture(48, 32, 0).size();
     const ToolRun result = runSorrel({QStringLiteral("info"), file});
     QCOMPARE(result.status, 0);
-    QCOMPARE(QString::fromUtf8(result.output), file
-                                                   + QStringLiteral("\n"
-                                                                    "  package        org.x\n"
-                                                                    "  minimum SDK    23\n"
-                                                                    "  launcher       org.x.Main\n"
-                                                                    "    label        Notes\n"
-                                                                    "    label de     Notizbücher\n"
-                                                                    "    icons        48x32\n"));
+    const QString lines = QStringLiteral("\n"
+                                         "  name           App\n"
+                                         "  package        org.x\n"
+                                         "  minimum SDK    Android 6.0 (API 23)\n"
+                                         "  size           %1\n"
+                                         "  unpacked       libraries 1 B, resources %2, other files %3\n"
+                                         "  requests       1 more, which --all shows\n"
+                                         "  needs          org.x.feature\n"
+                                         "  processors     arm64-v8a\n"
+                                         "  languages      de\n"
+                                         "  launcher       org.x.Main\n"
+                                         "    label        Notes\n");
+    QCOMPARE(QString::fromUtf8(result.output),
+             file + lines.arg(bytesText(QFileInfo(file).size()), bytesText(resources), bytesText(others)));
     QCOMPARE(result.errors, QByteArray());
+}
+
+void TestSorrelCommand::infoShowsPermissionsInGroups()
+{
+    const auto name = [](const char *text) { return androidText(QStringLiteral("name"), QString::fromLatin1(text)); };
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))});
+    builder.empty(QStringLiteral("uses-sdk"), {androidValue(QStringLiteral("minSdkVersion"), Integer, 23)});
+    for (const char *permission : {"VIBRATE", "CAMERA", "READ_SMS", "SEND_SMS", "SYSTEM_ALERT_WINDOW", "REBOOT"})
+        builder.empty(QStringLiteral("uses-permission"),
+                      {name(QByteArray("android.permission.").append(permission).constData())});
+    const QByteArray manifest = builder.end(QStringLiteral("manifest")).build();
+    const QString file = write(QStringLiteral("permissions.apk"), package(emptyTable(), manifest));
+    const auto permissionRows = [](const QByteArray &output) {
+        const QString rows = QString::fromUtf8(output);
+        return rows.mid(rows.indexOf(QStringLiteral("  asks for"))).section(QStringLiteral("  launcher"), 0, 0);
+    };
+    QCOMPARE(permissionRows(runSorrel({QStringLiteral("info"), file}).output),
+             QStringLiteral("  asks for       camera\n"
+                            "                   camera\n"
+                            "                 SMS\n"
+                            "                   read sms\n"
+                            "                   send sms\n"
+                            "  in settings    system alert window\n"
+                            "  gets           vibrate\n"
+                            "  requests       1 more, which --all shows\n"));
+    const QString all = permissionRows(runSorrel({QStringLiteral("info"), QStringLiteral("--all"), file}).output);
+    QVERIFY(all.contains(QStringLiteral("                   read sms\n"
+                                        "                     android.permission.READ_SMS\n")));
+    QVERIFY(all.contains(QStringLiteral("  requests       reboot\n")));
+    QVERIFY(all.contains(QStringLiteral("  implies        camera on the back: requested android.permission.CAMERA\n")));
+}
+
+void TestSorrelCommand::infoIsolatesTextFromRightToLeft()
+{
+    // A mark of direction is left out, and an override is replaced.
+    const QString label = QString(QChar(0x200f)) + QStringLiteral("שלום") + QChar(0x202e);
+    const QString file =
+        write(QStringLiteral("hebrew.apk"), package(labelTable(label, QStringLiteral("Hallo")), launcherManifest(),
+                                                    {{QStringLiteral("icon.png"), picture(48, 32, 0)}}));
+    const QString output = QString::fromUtf8(runSorrel({QStringLiteral("info"), file}).output);
+    QVERIFY2(output.contains(QStringLiteral("    label        ") + QChar(0x2068) + QStringLiteral("שלום")
+                             + QChar(QChar::ReplacementCharacter) + QChar(0x2069) + QLatin1Char('\n')),
+             qPrintable(output));
+}
+
+void TestSorrelCommand::infoAddsDetailsForAProgram()
+{
+    const QString file = good();
+    const ToolRun result = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), QStringLiteral("--all"), file});
+    const QJsonObject details =
+        QJsonDocument::fromJson(result.output).object().value(QLatin1String("details")).toObject();
+    const QJsonArray permissions = details.value(QLatin1String("permissions")).toArray();
+    QCOMPARE(permissions.size(), 1);
+    QCOMPARE(permissions.at(0).toObject().value(QLatin1String("level")), QJsonValue(QStringLiteral("unknown")));
+    QCOMPARE(details.value(QLatin1String("features")).toArray().size(), 2);
+    QCOMPARE(details.value(QLatin1String("languages")), QJsonValue(QJsonArray{QStringLiteral("de")}));
+    QCOMPARE(details.value(QLatin1String("sizes")).toObject().value(QLatin1String("libraries")), QJsonValue(1));
+    QCOMPARE(details.value(QLatin1String("screens")).toObject().value(QLatin1String("xlarge")), QJsonValue(true));
+    QCOMPARE(details.value(QLatin1String("debuggable")), QJsonValue(false));
 }
 
 void TestSorrelCommand::infoShowsDisabledEntriesWhenAsked()
@@ -213,10 +289,11 @@ void TestSorrelCommand::infoInTheUsersLanguage()
     QFETCH(QString, first);
     ToolSetting setting;
     setting.environment = {{QStringLiteral("LC_ALL"), locale}, {QStringLiteral("LANGUAGE"), languages}};
-    const ToolRun result = runSorrel({QStringLiteral("info"), good()}, setting);
+    const ToolRun result = runSorrel({QStringLiteral("info"), QStringLiteral("--all"), good()}, setting);
     QCOMPARE(result.status, 0);
     const QStringList lines = QString::fromUtf8(result.output).split(QLatin1Char('\n'));
-    QCOMPARE(lines.filter(QStringLiteral("    label")).size(), 2);
+    // Those of the hidden launcher are the same.
+    QCOMPARE(lines.filter(QStringLiteral("    label")).size(), 4);
     QCOMPARE(lines.filter(QStringLiteral("    label")).constFirst().trimmed(), first);
 }
 

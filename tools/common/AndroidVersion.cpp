@@ -43,6 +43,14 @@ QString AndroidVersion::text(int apiLevel)
     return hasName(apiLevel) ? QStringLiteral("%1 (%2)").arg(name(apiLevel)).arg(apiLevel) : name(apiLevel);
 }
 
+QString AndroidVersion::withLevel(int apiLevel)
+{
+    const QString level = QStringLiteral("API %1").arg(apiLevel);
+    if (apiLevel == PreviewLevel)
+        return shortName(apiLevel);
+    return hasName(apiLevel) ? QStringLiteral("%1 (%2)").arg(name(apiLevel), level) : level;
+}
+
 QString AndroidVersion::range(int first, int last)
 {
     const int from = std::max(first, 1);

@@ -23,6 +23,11 @@ constexpr Range steeringCharacters[] = {
     {0xe0000, 0xe007f}, // tags
 };
 
+bool isDirectionMark(char32_t character)
+{
+    return character == 0x061c || character == 0x200e || character == 0x200f;
+}
+
 } // namespace
 
 bool steersText(char32_t character)
@@ -44,4 +49,21 @@ QString printableText(const QString &text)
         written = first + size;
     });
     return written == 0 ? text : printable + text.mid(written);
+}
+
+QString isolatedText(const QString &text)
+{
+    constexpr char16_t FirstStrongIsolate = 0x2068;
+    constexpr char16_t PopDirectionalIsolate = 0x2069;
+    bool isRightToLeft = false;
+    QString unmarked;
+    forEachCharacter(text, [&](int first, int size, char32_t character) {
+        if (isDirectionMark(character))
+            return;
+        const QChar::Direction direction = QChar::direction(character);
+        isRightToLeft = isRightToLeft || direction == QChar::DirR || direction == QChar::DirAL;
+        unmarked += text.mid(first, size);
+    });
+    return isRightToLeft ? QChar(FirstStrongIsolate) + printableText(unmarked) + QChar(PopDirectionalIsolate)
+                         : printableText(text);
 }

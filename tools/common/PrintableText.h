@@ -17,6 +17,11 @@ bool steersText(char32_t character);
  */
 QString printableText(const QString &text);
 
+/// printableText(@p text) within an isolate of direction when it has characters that are written from right to left. The
+/// texts around it then stay in their places, also on a terminal that takes the direction of a line from its content.
+/// Marks of direction, which translators write into such texts, are left out.
+QString isolatedText(const QString &text);
+
 /// Calls @p take(first, size, character) for each character of @p text: the index of its first UTF-16 unit, its number
 /// of units, and its code point. A lone half of a surrogate pair is passed as U+FFFD.
 template <typename Take>

@@ -6,7 +6,7 @@
 
 QString InfoCommand::details() const
 {
-    return QStringLiteral("The label in the user's language is printed first.");
+    return QStringLiteral("The report is in the user's language where the package, or the platform, has texts in it.");
 }
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const
@@ -27,7 +27,7 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
         }
         const bool hasSigner = parser.isSet(m_signer);
         if (parser.isSet(m_json)) {
-            QJsonObject json = report.toJson();
+            QJsonObject json = parser.isSet(m_all) ? report.toDetailedJson() : report.toJson();
             if (hasSigner)
                 m_signerPart.add(report, &json);
             console.writeLine(json);

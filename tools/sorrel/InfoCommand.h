@@ -42,7 +42,7 @@ private:
     const QCommandLineOption m_json{QStringLiteral("json"),
                                     QStringLiteral("Print one JSON object per file, each on one line.")};
     const QCommandLineOption m_all{QStringLiteral("all"),
-                                   QStringLiteral("Include launchers that home screens do not show.")};
+                                   QStringLiteral("Show everything, and launchers that home screens hide.")};
     const QCommandLineOption m_signer{QStringLiteral("signer"),
                                       QStringLiteral("Verify the signatures, and add the signer.")};
 };

@@ -161,7 +161,9 @@ void TestReadingOnUse::queriesOfTheManifestReadNoTable_data()
     row("minSdkVersion", [](const Package &package) { QCOMPARE(package.minSdkVersion(), 21); });
     row("targetSdkVersion", [](const Package &package) { QCOMPARE(package.targetSdkVersion(), 21); });
     row("permissions", [](const Package &package) { QCOMPARE(package.permissions().size(), 1); });
+    row("permissionNames", [](const Package &package) { QCOMPARE(package.permissionNames().size(), 1); });
     row("features", [](const Package &package) { QCOMPARE(package.features().size(), 1); });
+    row("impliedFeatures", [](const Package &package) { QCOMPARE(package.impliedFeatures().size(), 1); });
     row("openGlEsVersion", [](const Package &package) { QVERIFY(package.openGlEsVersion().isNull()); });
     row("nativeAbis", [](const Package &package) { QCOMPARE(package.nativeAbis(), {latin("arm64-v8a")}); });
     row("splits", [](const Package &package) { QVERIFY(package.splits().isEmpty()); });

@@ -43,7 +43,7 @@ QStringList answers(const Package &package)
                       QString::number(package.versionCode()),
                       QString::number(package.minSdkVersion()),
                       QString::number(package.targetSdkVersion())};
-    lines += package.permissions();
+    lines += package.permissionNames();
     for (const Feature &feature : package.features())
         lines.append(feature.name() + (feature.isRequired() ? QStringLiteral(" required") : QString()));
     const auto append = [&lines](const Labels &labels) {
@@ -127,7 +127,7 @@ void TestSamplePackages::manifestIsTold()
     const QStringList permissions{QStringLiteral("android.permission.INTERNET"),
                                   QStringLiteral("android.permission.RECORD_AUDIO"),
                                   QStringLiteral("android.permission.CAMERA")};
-    QCOMPARE(package.permissions(), permissions);
+    QCOMPARE(package.permissionNames(), permissions);
     const QList<Feature> features = package.features();
     QCOMPARE(features.size(), 2);
     QCOMPARE(features.at(0).name(), QStringLiteral("android.hardware.microphone"));

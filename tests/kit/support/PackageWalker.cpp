@@ -19,11 +19,16 @@ bool isAsPromised(const QImage &icon, int size)
 qint64 visitTexts(const Package &package)
 {
     qint64 count = package.packageName().size() + package.versionName().size() + package.error().message().size()
-                   + package.permissions().size() + package.features().size() + package.nativeAbis().size()
+                   + package.permissionNames().size() + package.features().size() + package.nativeAbis().size()
+                   + package.languages().size() + package.densities().size() + package.impliedFeatures().size()
                    + package.splits().size() + package.labels().size() + package.label().size()
                    + package.manifestXml().size();
     for (const Component &component : package.components())
         count += component.name().size() + component.permission().size() + int(component.isExported());
+    for (const Permission &permission : package.permissions())
+        count += permission.name().size() + permission.label().size() + permission.description().size()
+                 + permission.groupLabel().size() + permission.impliedReason().size() + permission.maxSdkVersion()
+                 + int(permission.flags()) + int(permission.level()) + int(permission.isDeclared());
     for (const bool isAnswered : {package.versionCode() != 0, package.minSdkVersion() != 1, package.isValid(),
                                   package.targetSdkVersion() != 1, !package.openGlEsVersion().isNull()})
         count += int(isAnswered);

@@ -4,7 +4,7 @@
 # about SAMPLE, and the output of the program for the kit about KIT_SAMPLE.
 set -euo pipefail
 readme=$1 sorrel=$2 program=$3 kit_program=$4 sample=$5 kit_sample=$6
-export LC_ALL=C.UTF-8
+export LC_ALL=C.UTF-8 SORREL_PLATFORM=
 
 fail() {
     echo "README: $1" >&2

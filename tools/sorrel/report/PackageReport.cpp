@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageReport.h"
 
+#include "DetailsJson.h"
+#include "InstallerRows.h"
 #include "PrintableText.h"
 #include "UsedPlatform.h"
 
@@ -90,11 +92,11 @@ QJsonObject launcherToJson(const Entry &launcher)
 
 } // namespace
 
-PackageReport::PackageReport(const FileName &file, bool includesDisabled)
-    : m_file(file), m_package(UsedPlatform::package(file))
+PackageReport::PackageReport(const FileName &file, bool showsAll)
+    : m_file(file), m_showsAll(showsAll), m_package(UsedPlatform::package(file))
 {
     for (const Entry &launcher : m_package.launchers()) {
-        if (includesDisabled || launcher.isShown())
+        if (showsAll || launcher.isShown())
             m_launchers.append(launcher);
     }
 }
@@ -103,18 +105,25 @@ QString PackageReport::toText(const TextStyle &style, const ReportRows &more) co
 {
     ReportRows rows;
     const auto add = [&](const QString &key, const QString &value) { rows.add(key, value); };
+    const QLocale locale = userLocale();
+    if (!m_package.labels().isEmpty())
+        rows.add(QStringLiteral("  name"), m_package.label(locale), ReportRows::Emphasis::Strong);
     add(QStringLiteral("  package"), m_package.packageName());
     if (m_package.versionCode() != 0 || !m_package.versionName().isEmpty())
         add(QStringLiteral("  version"),
             QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
-    add(QStringLiteral("  minimum SDK"), QString::number(m_package.minSdkVersion()));
+    const InstallerRows::Extent extent = m_showsAll ? InstallerRows::Extent::All : InstallerRows::Extent::Short;
+    rows.add(InstallerRows(m_file, m_package, locale, extent).rows());
     if (!m_package.splits().isEmpty())
         add(QStringLiteral("  splits"), m_package.splits().join(QLatin1Char(' ')));
     if (m_launchers.isEmpty())
         add(QStringLiteral("  launcher"), QStringLiteral("none"));
-    const QLocale locale = userLocale();
     for (const Entry &launcher : m_launchers) {
         add(QStringLiteral("  launcher"), launcher.name());
+        if (!m_showsAll) {
+            rows.add(QStringLiteral("    label"), launcher.label(locale), ReportRows::Emphasis::Strong);
+            continue;
+        }
         QMap<QString, QString> labels = launcher.labels();
         if (!labels.isEmpty()) {
             const QString shown = shownLanguage(labels, launcher.label(locale), locale);
@@ -141,12 +150,19 @@ QJsonObject PackageReport::toJson() const
     json.insert(QStringLiteral("versionName"), m_package.versionName());
     json.insert(QStringLiteral("minSdkVersion"), m_package.minSdkVersion());
     json.insert(QStringLiteral("targetSdkVersion"), m_package.targetSdkVersion());
-    json.insert(QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissions()));
+    json.insert(QStringLiteral("permissions"), QJsonArray::fromStringList(m_package.permissionNames()));
     json.insert(QStringLiteral("features"), featuresToJson(m_package.features()));
     json.insert(QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis()));
     json.insert(QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits()));
     json.insert(QStringLiteral("labels"), labelsToJson(m_package.labels()));
     json.insert(QStringLiteral("launchers"), launchers);
+    return json;
+}
+
+QJsonObject PackageReport::toDetailedJson() const
+{
+    QJsonObject json = toJson();
+    json.insert(QStringLiteral("details"), DetailsJson::of(m_file, m_package, userLocale()));
     return json;
 }
 

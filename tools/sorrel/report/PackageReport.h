@@ -17,8 +17,9 @@
 class PackageReport
 {
 public:
-    /// @p includesDisabled adds the launchers that are not shown.
-    explicit PackageReport(const FileName &file, bool includesDisabled = false);
+    /// @p showsAll adds the launchers that are not shown, and to the report for people, labels in all languages, icons, and
+    /// the names and the descriptions of permissions.
+    explicit PackageReport(const FileName &file, bool showsAll = false);
 
     /// The result of toJson() for a package when only its error is known.
     static QJsonObject failure(const FileName &file, int code, const QString &text);
@@ -36,9 +37,12 @@ public:
     /// The report for programs. A package that could not be read has the same keys, with the values that the library
     /// returns.
     QJsonObject toJson() const;
+    /// The same with the key "details", see DetailsJson.
+    QJsonObject toDetailedJson() const;
 
 private:
     FileName m_file;
+    bool m_showsAll;
     SorrelKit::Package m_package;
     QList<SorrelKit::Entry> m_launchers;
 };

@@ -5,7 +5,12 @@
 
 void ReportRows::add(const QString &key, const QString &value, Emphasis emphasis)
 {
-    m_rows.append({printableText(key), printableText(value), emphasis});
+    addSafe(key, isolatedText(value), emphasis);
+}
+
+void ReportRows::addSafe(const QString &key, const QString &value, Emphasis emphasis)
+{
+    m_rows.append({printableText(key), value, emphasis});
 }
 
 QString ReportRows::toText(const TextStyle &style) const

@@ -17,8 +17,10 @@ public:
         Error,
     };
 
-    /// Adds a line. Spaces at the start of @p key indent it.
+    /// Adds a line. Spaces at the start of @p key indent it. A value from right to left is isolated.
     void add(const QString &key, const QString &value, Emphasis emphasis = Emphasis::None);
+    /// Adds a line whose value is safe for a terminal already, such as one of isolatedText().
+    void addSafe(const QString &key, const QString &value, Emphasis emphasis = Emphasis::None);
     /// Adds the lines of @p other.
     void add(const ReportRows &other) { m_rows += other.m_rows; }
 

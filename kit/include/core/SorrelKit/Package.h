@@ -8,6 +8,7 @@
 #include <SorrelKit/Error.h>
 #include <SorrelKit/Feature.h>
 #include <SorrelKit/KitCoreExport.h>
+#include <SorrelKit/Permission.h>
 #include <SorrelKit/Platform.h>
 
 #include <QByteArray>
@@ -76,7 +77,8 @@ class SORRELKITCORE_EXPORT Package
     Q_PROPERTY(qint64 versionCode READ versionCode CONSTANT)
     Q_PROPERTY(int minSdkVersion READ minSdkVersion CONSTANT)
     Q_PROPERTY(int targetSdkVersion READ targetSdkVersion CONSTANT)
-    Q_PROPERTY(QStringList permissions READ permissions CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::Permission> permissions READ permissions CONSTANT)
+    Q_PROPERTY(QStringList permissionNames READ permissionNames CONSTANT)
     Q_PROPERTY(QList<SorrelKit::Feature> features READ features CONSTANT)
     Q_PROPERTY(QStringList nativeAbis READ nativeAbis CONSTANT)
     Q_PROPERTY(QStringList splits READ splits CONSTANT)
@@ -167,17 +169,30 @@ public:
     int minSdkVersion() const;
     /// The API level that the package was made for; minSdkVersion() when the manifest has none. @since 0.5.1
     int targetSdkVersion() const;
-    /// Permissions that the package requests ("android.permission.INTERNET"), each once, in the order of the manifest.
-    /// Reads the manifest. @since 0.5.1
-    QStringList permissions() const;
+    /// Permissions that the package requests, each once, in the order of the manifest, up to 8192 of them; behind them
+    /// those that Android adds for them or for old API levels. Several requests for one permission are one that holds
+    /// wherever one of them does. Goes over the manifest on each call. @since 0.5.1
+    QList<Permission> permissions() const;
+    /// Names of the permissions that the manifest requests ("android.permission.INTERNET"): those of permissions() that
+    /// are not implied. @since 0.5.1
+    QStringList permissionNames() const;
     /// Features that have a name, in the order of the manifest. @since 0.5.1
     QList<Feature> features() const;
+    /// Features that the manifest does not name, in the order of their names: those that stores derive from permissions,
+    /// activities and other features. Goes over the manifest on each call. @since 0.5.1
+    QList<Feature> impliedFeatures() const;
     /// The required version of OpenGL ES, major and minor; a null version when the package requires none. @since 0.5.1
     QVersionNumber openGlEsVersion() const;
     /// Names of the processors that the package has native code for ("arm64-v8a"), in ascending order. Empty when there
     /// is no native code, and the package runs on every processor. Goes over the names of all members on each call, and
     /// reads no member of a single package. @since 0.5.1
     QStringList nativeAbis() const;
+    /// Language tags ("de", "pt-BR") of all that the package has values for, in ascending order; without the language of
+    /// its values for everybody. Reads the table, and goes over its configurations on each call. @since 0.5.1
+    QStringList languages() const;
+    /// Densities, in dots per inch, that the package has values for, in ascending order, with the numbers that the table
+    /// has for any density (65534) and for none (65535). Reads and costs as languages() does. @since 0.5.1
+    QList<int> densities() const;
     /// Names of the splits that belong to the base ("config.de"); empty for a single package. Reads the manifests of a
     /// set. @since 0.5.1
     QStringList splits() const;

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/Feature.h>
 
-#include "package/FeatureData.h"
+#include "permissions/FeatureData.h"
+#include "permissions/FeatureWords.h"
 
 namespace SorrelKit {
 
@@ -20,6 +21,26 @@ QString Feature::name() const
 bool Feature::isRequired() const
 {
     return d->isRequired;
+}
+
+QString Feature::label() const
+{
+    return featureWords(d->name);
+}
+
+int Feature::version() const
+{
+    return d->version;
+}
+
+bool Feature::isImplied() const
+{
+    return !d->impliedReason.isEmpty();
+}
+
+QString Feature::impliedReason() const
+{
+    return d->impliedReason;
 }
 
 } // namespace SorrelKit

@@ -12,6 +12,8 @@ class FeatureData : public QSharedData
 public:
     QString name;
     bool isRequired = true;
+    int version = 0;       ///< 0 for any
+    QString impliedReason; ///< empty for a feature of the manifest
 };
 
 } // namespace SorrelKit
