@@ -17,6 +17,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -52,6 +53,12 @@ public:
     static constexpr qint64 MaxLookupWork = 1 << 28;
     static constexpr qint64 MaxLookupBytes = 32 << 20;
 
+    /// Bytes of an XML file that describes entries, such as shortcuts; and characters of its names and texts. Each byte
+    /// holds BytesPerDocumentByte, each character two.
+    static constexpr qint64 MaxDocumentBytes = 1 << 20;
+    static constexpr qint64 MaxDocumentCharacters = 1 << 20;
+    static constexpr qint64 BytesPerDocumentByte = 5;
+
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
     /// The package in the file whose path the system knows by these bytes.
@@ -85,6 +92,10 @@ public:
     /// The files for the icon that @p attribute names.
     QVector<IconFileLookup::File> iconFiles(const XmlAttribute *attribute);
 
+    /// The root of the XML file that the attribute `android:resource` of @p metaData names; null when there is none, or
+    /// it is damaged. Each file is read once, and its elements live as long as this object.
+    const XmlElement *details(const XmlElement &metaData);
+
     /// Whether both the application and its component @p element are enabled.
     bool isEnabled(const XmlElement &element);
     /// Whether other applications may use the component @p element of the manifest. Without the attribute, a component
@@ -105,6 +116,7 @@ private:
     void readTable(ZipArchive &archive);
     bool isSet() const { return !m_members.empty(); }
     ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
+    XmlElement document(const QString &path);
     void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
@@ -125,6 +137,7 @@ private:
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     Budget m_lookups{MaxLookupWork, MaxLookupBytes};
     const ResourceResolver m_resolver;
+    std::map<QString, XmlElement> m_documents; ///< by path; a null element for a file without one
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 

@@ -52,6 +52,15 @@ constexpr quint32 InstallLocation = 0x010102b7;
 constexpr quint32 HardwareAccelerated = 0x010102d3;
 constexpr quint32 LargeHeap = 0x0101035a;
 constexpr quint32 PublicKey = 0x010103a6;
+constexpr quint32 Logo = 0x010102be;
+constexpr quint32 Value = 0x01010024;
+constexpr quint32 MimeType = 0x01010026;
+constexpr quint32 Action = 0x0101002d;
+constexpr quint32 TargetClass = 0x0101002f;
+constexpr quint32 SettingsActivity = 0x01010225;
+constexpr quint32 ShortcutId = 0x01010528;
+constexpr quint32 ShortcutShortLabel = 0x01010529;
+constexpr quint32 ShortcutLongLabel = 0x0101052a;
 
 // Drawables.
 constexpr quint32 Drawable = 0x01010199;

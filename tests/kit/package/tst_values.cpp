@@ -101,7 +101,7 @@ int readProperties(const Type &value)
 void TestValues::propertiesReadTheirValues()
 {
     QCOMPARE(readProperties(Package()), 14);
-    QCOMPARE(readProperties(Entry()), 10);
+    QCOMPARE(readProperties(Entry()), 22);
     QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Error()), 3);
     QCOMPARE(readProperties(Feature()), 2);
@@ -122,6 +122,7 @@ void TestValues::propertiesReadTheirValues()
 void TestValues::enumsHaveNames()
 {
     QCOMPARE(QMetaEnum::fromType<Error::Code>().valueToKey(int(Error::Code::BadTable)), "BadTable");
+    QCOMPARE(QMetaEnum::fromType<Entry::Kind>().valueToKey(int(Entry::Kind::InputMethod)), "InputMethod");
     QCOMPARE(QMetaEnum::fromType<Component::Kind>().valueToKey(int(Component::Kind::Alias)), "Alias");
     QCOMPARE(QMetaEnum::fromType<IconError::Code>().valueToKey(int(IconError::Code::TooMuch)), "TooMuch");
     QCOMPARE(QMetaEnum::fromType<ResourceItem::Type>().valueToKey(int(ResourceValue::Type::Map)), "Map");
