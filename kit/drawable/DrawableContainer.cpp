@@ -2,6 +2,7 @@
 #include "drawable/DrawableContainer.h"
 
 #include "drawable/source/DrawableAttributes.h"
+#include "drawable/source/MirroredDrawable.h"
 
 #include <functional>
 
@@ -10,11 +11,11 @@ namespace SorrelKit {
 namespace {
 
 DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
-                          const std::function<bool(const XmlElement &)> &isWanted)
+                          const std::function<bool(const XmlElement &)> &isWanted, bool isMirrored = false)
 {
     for (const XmlElement &child : element.children) {
         if (child.name == QLatin1String("item") && isWanted(child))
-            return loader.fromRequiredItem(child);
+            return MirroredDrawable::mirrored(loader.fromRequiredItem(child), isMirrored);
     }
     loader.setError(DrawableFault::NoFirstItem, element.name);
     return nullptr;
@@ -24,8 +25,11 @@ DrawablePointer firstItem(const XmlElement &element, DrawableLoader &loader,
 
 DrawablePointer DrawableContainer::fromStateList(const XmlElement &element, DrawableLoader &loader)
 {
-    return firstItem(element, loader,
-                     [&](const XmlElement &item) { return DrawableAttributes(item, loader).isForDefaultState(); });
+    const bool isMirrored =
+        loader.isRightToLeft() && DrawableAttributes(element, loader).boolean(Attr::AutoMirrored, false);
+    return firstItem(
+        element, loader, [&](const XmlElement &item) { return DrawableAttributes(item, loader).isForDefaultState(); },
+        isMirrored);
 }
 
 DrawablePointer DrawableContainer::fromLevelList(const XmlElement &element, DrawableLoader &loader)

@@ -31,6 +31,14 @@ public:
         return image;
     }
 
+    QImage bannerOf(DrawingSource &source, const ResolvedValue &banner, const IconRequest &request)
+    {
+        IconRenderer renderer(source.resolver(), source.files());
+        QImage image = renderer.banner(banner, request);
+        error = renderer.error();
+        return image;
+    }
+
     Package package;
     IconError error;
 };
@@ -43,12 +51,12 @@ DrawableRenderer::~DrawableRenderer() = default;
 QImage DrawableRenderer::icon(const IconRequest &request)
 {
     DrawingSource &source = drawingSource(d->package);
-    const std::optional<ResolvedValue> own = source.applicationIcon();
+    const std::optional<ResolvedValue> own = source.applicationIcon(request.isRound());
     QImage image = d->drawn(source, own.value_or(ResolvedValue()), request);
     if (!image.isNull())
         return image;
     const IconError ownError = d->error;
-    for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns)) {
+    for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns, request.isRound())) {
         image = d->drawn(source, icon, request);
         if (!image.isNull())
             break;
@@ -61,9 +69,24 @@ QImage DrawableRenderer::icon(const IconRequest &request)
 
 QImage DrawableRenderer::icon(const Entry &launcher, const IconRequest &request)
 {
-    const EntryIcon icon = entryIcon(launcher);
+    const EntryIcon icon = entryIcon(launcher, request.isRound() ? EntryPicture::RoundIcon : EntryPicture::Icon);
     if (icon.source != nullptr)
         return d->drawn(*icon.source, icon.icon, request);
+    d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
+    return {};
+}
+
+QImage DrawableRenderer::banner(const IconRequest &request)
+{
+    DrawingSource &source = drawingSource(d->package);
+    return d->bannerOf(source, source.applicationBanner().value_or(ResolvedValue()), request);
+}
+
+QImage DrawableRenderer::banner(const Entry &entry, const IconRequest &request)
+{
+    const EntryIcon banner = entryIcon(entry, EntryPicture::Banner);
+    if (banner.source != nullptr)
+        return d->bannerOf(*banner.source, banner.icon, request);
     d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
     return {};
 }

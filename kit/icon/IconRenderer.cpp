@@ -21,17 +21,19 @@ struct Picture {
     QSize size;
 };
 
-int densityOf(int size)
+int densityOf(int size, int dp)
 {
-    return qBound(1, size * Configuration::MediumDensity / IconRenderer::IconDp, 0xffff);
+    return qBound(1, size * Configuration::MediumDensity / dp, 0xffff);
 }
 
 // The phone that the icon is drawn for.
-Configuration deviceOf(const IconRequest &request)
+Configuration deviceOf(const IconRequest &request, int dp)
 {
-    Configuration device = Configuration::phone(densityOf(request.pixelSize()));
+    Configuration device = Configuration::phone(densityOf(request.pixelSize(), dp));
     if (request.isNight())
         device.uiModeNight = Configuration::Night;
+    if (request.layoutDirection() == Qt::RightToLeft)
+        device.layoutDirection = Configuration::RightToLeft;
     if (request.platformVersion() > 0)
         device.sdkVersion = request.platformVersion();
     return device;
@@ -65,22 +67,32 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 
 QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
 {
-    m_error = {};
     const int size = request.pixelSize();
-    if (size < MinSize || size > MaxSize) {
+    return picture(icon, request, {size, size}, IconDp);
+}
+
+QImage IconRenderer::banner(const ResolvedValue &banner, const IconRequest &request)
+{
+    const int height = request.pixelSize();
+    return picture(banner, request, {qRound(height * BannerAspect), height}, BannerDp);
+}
+
+QImage IconRenderer::picture(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp)
+{
+    m_error = {};
+    if (size.height() < MinSize || size.width() > MaxSize) {
         setError({DrawableFault::InvalidSize, QString()});
         return {};
     }
-    QImage image = square(icon, request);
+    QImage image = drawn(icon, request, size, dp);
     image.setDevicePixelRatio(request.devicePixelRatio());
     return image;
 }
 
-QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &request)
+QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp)
 {
-    const int size = request.pixelSize();
     Budget budget(MaxWork, MaxBytes);
-    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request), &budget);
+    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request, dp), &budget);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
@@ -90,7 +102,7 @@ QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &reques
         return {};
     }
     // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
-    DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
+    DrawableInflater loader(resolver, m_files, budget, qreal(size.height()) / dp);
     loader.setIconMask(request.mask());
     loader.setMonochrome(request.isMonochrome());
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
@@ -102,10 +114,10 @@ QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &reques
     return image;
 }
 
-QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, int size)
+QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, QSize size)
 {
     // Made first, so that loading leaves room for it.
-    Canvas canvas(QSize(size, size), loader.budget());
+    Canvas canvas(size, loader.budget());
     const DrawablePointer drawable = loader.fromValue(value);
     if (drawable == nullptr) {
         setError(loader.error());
@@ -118,7 +130,7 @@ QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, i
     return canvas.image();
 }
 
-QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size)
+QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, QSize size)
 {
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
@@ -127,9 +139,9 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
             pictures.append(picture);
     }
     // The pictures that are large enough first, from small to large; then the others, from large to small.
-    std::stable_sort(pictures.begin(), pictures.end(), [size](const Picture &a, const Picture &b) {
-        const bool isEnough = side(a.size) >= size;
-        if (isEnough != (side(b.size) >= size))
+    std::stable_sort(pictures.begin(), pictures.end(), [wanted = side(size)](const Picture &a, const Picture &b) {
+        const bool isEnough = side(a.size) >= wanted;
+        if (isEnough != (side(b.size) >= wanted))
             return isEnough;
         return isEnough ? side(a.size) < side(b.size) : side(a.size) > side(b.size);
     });
@@ -137,7 +149,7 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
         const QImage image = loader.picture(picture.path);
         if (image.isNull())
             continue;
-        Canvas canvas(QSize(size, size), loader.budget());
+        Canvas canvas(size, loader.budget());
         drawFitted(BitmapDrawable(image, image.size()), image.size(), canvas);
         if (!canvas.isSpent())
             return canvas.image();

@@ -29,6 +29,9 @@ public:
     static constexpr int MaxSize = 1024;
     /// The side of an icon in dp. The requested pixels divided by this side give the density of the device.
     static constexpr int IconDp = 48;
+    /// The height of a banner in dp, and its width for each unit of its height: 160 x 90 dp.
+    static constexpr int BannerDp = 90;
+    static constexpr qreal BannerAspect = 16.0 / 9;
 
     /// The budget of one icon. The work takes about 0.7 s. The bytes are enough for a picture of 2508 x 2508 pixels in
     /// a masked icon of MaxSize.
@@ -40,13 +43,17 @@ public:
 
     /// Draws the icon that the reference or path @p icon names. A null image, with an error, when it cannot be drawn.
     QImage icon(const ResolvedValue &icon, const IconRequest &request);
+    /// Draws the banner that the reference or path @p banner names, as icon() does. The size of the request is its height.
+    QImage banner(const ResolvedValue &banner, const IconRequest &request);
     /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
     IconError error() const;
 
 private:
-    QImage square(const ResolvedValue &icon, const IconRequest &request);
-    QImage drawn(const ResolvedValue &value, DrawableLoader &loader, int size);
-    QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size);
+    /// A picture of @p size, whose height is @p dp on the device.
+    QImage picture(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp);
+    QImage drawn(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp);
+    QImage drawn(const ResolvedValue &value, DrawableLoader &loader, QSize size);
+    QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, QSize size);
     void setError(const DrawableError &error);
 
     const ResourceResolver &m_resolver;

@@ -13,12 +13,14 @@ DrawingSource &drawingSource(const Package &package)
     return *PackageAccess::data(package);
 }
 
-EntryIcon entryIcon(const Entry &launcher)
+EntryIcon entryIcon(const Entry &entry, EntryPicture picture)
 {
-    const EntryData &data = PackageAccess::data(launcher);
+    const EntryData &data = PackageAccess::data(entry);
     if (!data.isValid())
         return {};
-    return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon))};
+    const XmlAttribute *const attribute = data.innermost(picture == EntryPicture::Banner ? Attr::Banner : Attr::Icon,
+                                                         picture == EntryPicture::RoundIcon ? Attr::RoundIcon : 0);
+    return {data.package.data(), data.package->iconValue(attribute)};
 }
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE

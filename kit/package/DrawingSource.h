@@ -21,10 +21,13 @@ public:
     virtual const ResourceResolver &resolver() const = 0;
     /// The members of the package and its splits.
     virtual FileSource &files() = 0;
-    /// The icon of the application, a reference or a path; nothing when the manifest names none.
-    virtual std::optional<ResolvedValue> applicationIcon() = 0;
+    /// The icon of the application, a reference or a path; nothing when the manifest names none. With @p isRound, the
+    /// round one where there is one.
+    virtual std::optional<ResolvedValue> applicationIcon(bool isRound) = 0;
+    /// The banner of the application, in the same way.
+    virtual std::optional<ResolvedValue> applicationBanner() = 0;
     /// Icons of the first @p count launchers that are shown and have an icon of their own, in the manifest's order.
-    virtual QVector<ResolvedValue> launcherIcons(int count) = 0;
+    virtual QVector<ResolvedValue> launcherIcons(int count, bool isRound) = 0;
 };
 
 } // namespace SorrelKit

@@ -278,20 +278,27 @@ bool PackageData::isExported(const XmlElement &element, bool isByDefault) const
     return isTrue(element.attribute(Attr::Exported), isByDefault || hasFilter);
 }
 
-std::optional<ResolvedValue> PackageData::applicationIcon()
+std::optional<ResolvedValue> PackageData::applicationBanner()
 {
-    const XmlAttribute *const icon = manifest().applicationAttribute(Attr::Icon);
+    const XmlAttribute *const banner = manifest().applicationAttribute(Attr::Banner);
+    return banner != nullptr ? std::make_optional(iconValue(banner)) : std::nullopt;
+}
+
+std::optional<ResolvedValue> PackageData::applicationIcon(bool isRound)
+{
+    const XmlAttribute *const icon = manifest().innermostAttribute({}, Attr::Icon, isRound ? Attr::RoundIcon : 0);
     return icon != nullptr ? std::make_optional(iconValue(icon)) : std::nullopt;
 }
 
-QVector<ResolvedValue> PackageData::launcherIcons(int count)
+QVector<ResolvedValue> PackageData::launcherIcons(int count, bool isRound)
 {
     QVector<ResolvedValue> icons;
-    const XmlAttribute *const own = manifest().applicationAttribute(Attr::Icon);
+    const quint32 preferred = isRound ? Attr::RoundIcon : 0;
+    const XmlAttribute *const own = manifest().innermostAttribute({}, Attr::Icon, preferred);
     for (const Manifest::EntryElements &entry : m_manifest.launchers()) {
         if (icons.size() == count)
             break;
-        const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon);
+        const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon, preferred);
         if (icon != own && isEnabled(*entry.component) && isExported(*entry.component))
             icons.append(iconValue(icon));
     }

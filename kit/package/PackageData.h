@@ -105,8 +105,9 @@ public:
     /// Looks as a phone of 160 dots per inch.
     const ResourceResolver &resolver() const override { return m_resolver; }
     FileSource &files() override { return *this; }
-    std::optional<ResolvedValue> applicationIcon() override;
-    QVector<ResolvedValue> launcherIcons(int count) override;
+    std::optional<ResolvedValue> applicationIcon(bool isRound) override;
+    std::optional<ResolvedValue> applicationBanner() override;
+    QVector<ResolvedValue> launcherIcons(int count, bool isRound) override;
 
 private:
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;

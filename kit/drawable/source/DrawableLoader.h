@@ -90,6 +90,8 @@ public:
     void setMonochrome(bool isMonochrome) { m_isMonochrome = isMonochrome; }
     bool isMonochrome() const { return m_isMonochrome; }
 
+    /// Whether the layout of the device runs from right to left.
+    bool isRightToLeft() const { return m_resolver.device().layoutDirection == Configuration::RightToLeft; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
     /// The budget of the call.
     Budget &budget() { return m_budget; }

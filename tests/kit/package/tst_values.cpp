@@ -109,7 +109,7 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);
-    QCOMPARE(readProperties(IconRequest()), 7);
+    QCOMPARE(readProperties(IconRequest()), 9);
 
     IconRequest request(24);
     const QMetaObject &type = IconRequest::staticMetaObject;

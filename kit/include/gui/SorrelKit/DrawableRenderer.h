@@ -24,7 +24,7 @@ class DrawableRendererPrivate;
  *     request.setMask(IconMask::Circle);
  *     const QImage icon = renderer.icon(request);
  *
- * Each operation returns a square picture of IconRequest::pixelSize() pixels a side, in the format
+ * Each operation for icons and drawables returns a square picture of IconRequest::pixelSize() pixels a side, in the format
  * ARGB32_Premultiplied, transparent where nothing is drawn; a drawable that is not square is centred. The picture
  * belongs to the caller.
  *
@@ -67,8 +67,16 @@ public:
      * @since 0.5.1
      */
     QImage icon(const IconRequest &request);
-    /// The icon of @p launcher, which may belong to any package. @since 0.5.1
+    /// The icon of @p launcher, an entry of any kind and of any package. @since 0.5.1
     QImage icon(const Entry &launcher, const IconRequest &request);
+    /**
+     * The banner of @p entry (`android:banner`), which televisions show: as icon(), but 16 units wide for 9 units of
+     * height. IconRequest::pixelSize() is its height, up to 576 pixels; its width is rounded. A television shows a banner
+     * at 160 x 90 device-independent pixels. A null image when there is none. @since 0.5.1
+     */
+    QImage banner(const Entry &entry, const IconRequest &request);
+    /// The same for the banner of the application. @since 0.5.1
+    QImage banner(const IconRequest &request);
     /// The drawable or colour resource @p id (0xPPTTEEEE). @since 0.5.1
     QImage drawable(quint32 id, const IconRequest &request);
 
