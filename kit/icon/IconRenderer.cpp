@@ -5,6 +5,7 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
+#include "drawable/source/AnimationClock.h"
 #include "icon/IconErrorTable.h"
 #include "limits/Budget.h"
 #include "package/IconFileLookup.h"
@@ -68,31 +69,72 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
 {
     const int size = request.pixelSize();
-    return picture(icon, request, {size, size}, IconDp);
+    return picture(icon, request, {{size, size}, IconDp});
 }
 
 QImage IconRenderer::banner(const ResolvedValue &banner, const IconRequest &request)
 {
     const int height = request.pixelSize();
-    return picture(banner, request, {qRound(height * BannerAspect), height}, BannerDp);
+    return picture(banner, request, {{qRound(height * BannerAspect), height}, BannerDp});
 }
 
-QImage IconRenderer::picture(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp)
+QVector<IconFrame> IconRenderer::frames(const ResolvedValue &icon, const IconRequest &request)
+{
+    QVector<IconFrame> frames;
+    const int size = request.pixelSize();
+    const Format format{{size, size}, IconDp};
+    if (!isDrawable(format))
+        return frames;
+    const qint64 frameCount = qMin(qint64(MaxFrames), MaxFrameBytes / (4 * qint64(size) * size));
+    qint64 workLeft = MaxFramesWork;
+    qint64 period = 0;
+    qint64 time = 0;
+    qint64 end = 0;
+    do {
+        const qint64 work = qMin(workLeft, MaxWork);
+        Budget budget(work, MaxBytes);
+        AnimationClock clock(time);
+        QImage image = drawn(icon, request, format, budget, &clock);
+        workLeft -= work - budget.workLeft();
+        const bool isCut = frames.size() >= frameCount || (work < MaxWork && budget.isSpent());
+        if (isCut)
+            setError({DrawableFault::TooMuchDrawing, QString()});
+        if (isCut || image.isNull())
+            break;
+        image.setDevicePixelRatio(request.devicePixelRatio());
+        // An animation may begin within another one, so the end of all may move.
+        period = qMax(period, clock.period());
+        end = period > 0 ? (time / period + 1) * period : AnimationClock::MaxTime;
+        const qint64 delay = qMin(clock.delay(), end - time);
+        frames.append(IconFrame(image, int(delay)));
+        time = delay > 0 ? time + delay : end;
+    } while (time < end);
+    return frames;
+}
+
+bool IconRenderer::isDrawable(const Format &format)
 {
     m_error = {};
-    if (size.height() < MinSize || size.width() > MaxSize) {
-        setError({DrawableFault::InvalidSize, QString()});
+    if (format.size.height() >= MinSize && format.size.width() <= MaxSize)
+        return true;
+    setError({DrawableFault::InvalidSize, QString()});
+    return false;
+}
+
+QImage IconRenderer::picture(const ResolvedValue &icon, const IconRequest &request, const Format &format)
+{
+    if (!isDrawable(format))
         return {};
-    }
-    QImage image = drawn(icon, request, size, dp);
+    Budget budget(MaxWork, MaxBytes);
+    QImage image = drawn(icon, request, format, budget);
     image.setDevicePixelRatio(request.devicePixelRatio());
     return image;
 }
 
-QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp)
+QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request, const Format &format, Budget &budget,
+                           AnimationClock *clock)
 {
-    Budget budget(MaxWork, MaxBytes);
-    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request, dp), &budget);
+    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request, format.dp), &budget);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
@@ -102,13 +144,17 @@ QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request
         return {};
     }
     // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
-    DrawableInflater loader(resolver, m_files, budget, qreal(size.height()) / dp);
+    DrawableInflater loader(resolver, m_files, budget, qreal(format.size.height()) / format.dp);
     loader.setIconMask(request.mask());
     loader.setMonochrome(request.isMonochrome());
+    loader.setClock(clock);
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.text);
-    QImage image = isPicture ? QImage() : drawn(best, loader, size);
-    if (image.isNull())
-        image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, size);
+    QImage image = isPicture ? QImage() : drawn(best, loader, format.size);
+    if (image.isNull()) {
+        if (clock != nullptr)
+            *clock = AnimationClock(clock->time());
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, format.size);
+    }
     if (image.isNull())
         setError({DrawableFault::UndecodableIcon, best.text});
     return image;

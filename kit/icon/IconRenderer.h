@@ -5,9 +5,11 @@
 #include "archive/FileSource.h"
 #include "drawable/source/Drawable.h"
 #include "drawable/source/DrawableError.h"
+#include "limits/Budget.h"
 #include "resources/ResourceResolver.h"
 
 #include <SorrelKit/IconError.h>
+#include <SorrelKit/IconFrame.h>
 #include <SorrelKit/IconRequest.h>
 
 #include <QImage>
@@ -15,6 +17,7 @@
 
 namespace SorrelKit {
 
+class AnimationClock;
 class DrawableLoader;
 
 /**
@@ -38,6 +41,11 @@ public:
     static constexpr qint64 MaxWork = 128 << 20;
     static constexpr qint64 MaxBytes = 56 << 20;
 
+    /// Frames of an animated icon, their bytes, and the work of drawing them all.
+    static constexpr int MaxFrames = 256;
+    static constexpr qint64 MaxFrameBytes = 64 << 20;
+    static constexpr qint64 MaxFramesWork = 4 * MaxWork;
+
     /// Both outlive this object.
     IconRenderer(const ResourceResolver &resolver, FileSource &files) : m_resolver(resolver), m_files(files) {}
 
@@ -45,13 +53,23 @@ public:
     QImage icon(const ResolvedValue &icon, const IconRequest &request);
     /// Draws the banner that the reference or path @p banner names, as icon() does. The size of the request is its height.
     QImage banner(const ResolvedValue &banner, const IconRequest &request);
+    /// The pictures of the icon, as icon() draws them, at the times at which it changes; empty, with an error, when it
+    /// cannot be drawn. Frames that do not fit in MaxFrames, MaxFrameBytes and MaxFramesWork are left out, with an error.
+    QVector<IconFrame> frames(const ResolvedValue &icon, const IconRequest &request);
     /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
     IconError error() const;
 
 private:
-    /// A picture of @p size, whose height is @p dp on the device.
-    QImage picture(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp);
-    QImage drawn(const ResolvedValue &icon, const IconRequest &request, QSize size, int dp);
+    /// The size of a picture in pixels, and its height on the device in dp.
+    struct Format {
+        QSize size;
+        int dp;
+    };
+    /// Whether the size can be drawn; sets an error when it cannot.
+    bool isDrawable(const Format &format);
+    QImage picture(const ResolvedValue &icon, const IconRequest &request, const Format &format);
+    QImage drawn(const ResolvedValue &icon, const IconRequest &request, const Format &format, Budget &budget,
+                 AnimationClock *clock = nullptr);
     QImage drawn(const ResolvedValue &value, DrawableLoader &loader, QSize size);
     QImage bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, QSize size);
     void setError(const DrawableError &error);

@@ -81,7 +81,7 @@ constexpr quint32 TileMode = 0x01010201;
 constexpr quint32 TileModeX = 0x01010477;
 constexpr quint32 TileModeY = 0x01010478;
 
-// State lists and level lists. An item with a state set to false applies while the state is off.
+// State lists, level lists and animation lists. An item with a state set to false applies while the state is off.
 constexpr quint32 StateFocused = 0x0101009c;
 constexpr quint32 StateWindowFocused = 0x0101009d;
 constexpr quint32 StateEnabled = 0x0101009e;
@@ -99,6 +99,8 @@ constexpr quint32 StateHovered = 0x01010367;
 constexpr quint32 StateAccelerated = 0x0101031b;
 constexpr quint32 StateDragCanAccept = 0x01010368;
 constexpr quint32 StateDragHovered = 0x01010369;
+constexpr quint32 Duration = 0x01010198;
+constexpr quint32 OneShot = 0x01010197;
 constexpr quint32 MinLevel = 0x010101b1;
 constexpr quint32 MaxLevel = 0x010101b2;
 constexpr quint32 Level = 0x01010500;

@@ -63,7 +63,7 @@ void TestValues::movesAreCheap()
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Error>() && isValue<Feature>() && isValue<IconFile>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
-    static_assert(isValue<IconError>() && isValue<IconRequest>());
+    static_assert(isValue<IconError>() && isValue<IconFrame>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
     static_assert(!std::is_copy_constructible_v<DrawableRenderer>);
 
@@ -109,6 +109,7 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);
+    QCOMPARE(readProperties(IconFrame(QImage(1, 1, QImage::Format_ARGB32), 1)), 2);
     QCOMPARE(readProperties(IconRequest()), 9);
 
     IconRequest request(24);

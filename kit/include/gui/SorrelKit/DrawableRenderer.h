@@ -3,11 +3,13 @@
 #define SORRELKIT_DRAWABLERENDERER_H
 
 #include <SorrelKit/IconError.h>
+#include <SorrelKit/IconFrame.h>
 #include <SorrelKit/IconRequest.h>
 #include <SorrelKit/KitGuiExport.h>
 #include <SorrelKit/Package.h>
 
 #include <QImage>
+#include <QVector>
 
 #include <memory>
 
@@ -79,6 +81,20 @@ public:
     QImage banner(const IconRequest &request);
     /// The drawable or colour resource @p id (0xPPTTEEEE). @since 0.5.1
     QImage drawable(quint32 id, const IconRequest &request);
+
+    /**
+     * The pictures of the application's icon while it moves, with their durations; one picture for an icon that does
+     * not. `animation-list` and `animated-rotate` move, anywhere in a drawable; when several do, the pictures are those
+     * until the slowest starts again. An `animated-vector` stays as it is at the start.
+     *
+     * Empty when the icon cannot be drawn. Costs an icon for each picture, up to four of the limits of one; at most 256
+     * pictures and 64 MiB of them. The animation ends early, with an error, when that does not suffice. @since 0.5.1
+     */
+    QVector<IconFrame> frames(const IconRequest &request);
+    /// The same for the icon of @p entry. @since 0.5.1
+    QVector<IconFrame> frames(const Entry &entry, const IconRequest &request);
+    /// The same for the drawable or colour resource @p id. @since 0.5.1
+    QVector<IconFrame> frames(quint32 id, const IconRequest &request);
 
     /// The reason why the last picture is missing, or not complete; no error before the first one. Reads nothing.
     /// @since 0.5.1
