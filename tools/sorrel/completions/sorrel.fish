@@ -21,11 +21,17 @@ complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 
 set -l in __fish_seen_subcommand_from
 complete -c sorrel -n "$in info resources files lint verify diff desktop" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
+complete -c sorrel -n "$in info" -l entries -x -d 'Add the entries of this kind' \
+    -a 'all launcher television car car-service watch-face home-screen tile wallpaper input-method screen-saver widget share-target direct-share instant shortcut'
 complete -c sorrel -n "$in info" -l signer -d 'Verify the signatures, and add the signer'
 complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
 complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width and height in pixels'
 complete -c sorrel -n "$in icon" -l launcher -x -d 'Draw the icon of this launcher'
+complete -c sorrel -n "$in icon" -l round -d 'Draw the icon for round screens'
+complete -c sorrel -n "$in icon" -l rtl -d 'Draw for a layout from right to left'
+complete -c sorrel -n "$in icon" -l banner -d 'Draw the banner for televisions'
+complete -c sorrel -n "$in icon" -l frames -x -a '(__fish_complete_directories)' -d 'Write each frame into this directory'
 complete -c sorrel -n "$in icon desktop catalog" -s o -l output -r -d 'Write here'
 complete -c sorrel -n "$in lint" -l draw -d 'Also draw the icons'
 complete -c sorrel -n "$in lint" -l checks -d 'List the checks'
