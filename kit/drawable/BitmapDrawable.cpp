@@ -93,7 +93,7 @@ DrawablePointer BitmapDrawable::fromXml(const XmlElement &element, DrawableLoade
     const TileMode both = tileMode(attributes, Attr::TileMode, TileMode::Disabled);
     drawable->m_tileX = tileMode(attributes, Attr::TileModeX, both);
     drawable->m_tileY = tileMode(attributes, Attr::TileModeY, both);
-    drawable->m_gravity = attributes.integer(Attr::Gravity, Gravity::Fill);
+    drawable->m_gravity = attributes.gravity(Attr::Gravity, Gravity::Fill);
     drawable->m_layer = TintedLayer(attributes, loader);
     return drawable;
 }

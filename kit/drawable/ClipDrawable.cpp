@@ -23,7 +23,7 @@ DrawablePointer ClipDrawable::fromXml(const XmlElement &element, DrawableLoader 
     const DrawableAttributes attributes(element, loader);
     return std::make_unique<ClipDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel),
                                           attributes.integer(Attr::ClipOrientation, Horizontal),
-                                          attributes.integer(Attr::Gravity, Gravity::Left));
+                                          attributes.gravity(Attr::Gravity, Gravity::Left));
 }
 
 void ClipDrawable::draw(Canvas &canvas, const QRectF &bounds) const

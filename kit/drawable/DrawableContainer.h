@@ -17,7 +17,8 @@ namespace DrawableContainer {
 DrawablePointer fromStateList(const XmlElement &element, DrawableLoader &loader);
 /// `level-list`: the first item whose levels, `android:minLevel` to `android:maxLevel`, include level 0.
 DrawablePointer fromLevelList(const XmlElement &element, DrawableLoader &loader);
-/// `animation-list`: the first frame.
+/// `animation-list`: the frame at the time of the loader's clock; the first one without a clock. Each `item` is shown
+/// for `android:duration` milliseconds. After the last one, the first follows, unless `android:oneshot` is true.
 DrawablePointer fromAnimation(const XmlElement &element, DrawableLoader &loader);
 
 } // namespace DrawableContainer

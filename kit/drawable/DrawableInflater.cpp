@@ -14,8 +14,12 @@
 #include "drawable/ShapeDrawable.h"
 #include "drawable/color/ColorStateList.h"
 #include "drawable/color/GradientColor.h"
+#include "drawable/source/DrawableAttributes.h"
+#include "drawable/source/MirroredDrawable.h"
 #include "drawable/vector/AnimatedVector.h"
 #include "drawable/vector/VectorDrawable.h"
+
+#include <utility>
 
 namespace SorrelKit {
 
@@ -24,6 +28,7 @@ namespace {
 struct Kind {
     const char *element;
     DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
+    bool isMirrored = false; ///< whether the element may have android:autoMirrored for itself
 };
 
 constexpr Kind kinds[] = {
@@ -32,20 +37,20 @@ constexpr Kind kinds[] = {
     {"animated-selector", DrawableContainer::fromStateList},
     {"animated-vector", AnimatedVector::fromXml},
     {"animation-list", DrawableContainer::fromAnimation},
-    {"bitmap", BitmapDrawable::fromXml},
+    {"bitmap", BitmapDrawable::fromXml, true},
     {"clip", ClipDrawable::fromXml},
     {"color", ColorDrawable::fromXml},
     {"inset", InsetDrawable::fromXml},
     {"layer-list", LayerDrawable::fromXml},
     {"level-list", DrawableContainer::fromLevelList},
-    {"nine-patch", NinePatchDrawable::fromXml},
+    {"nine-patch", NinePatchDrawable::fromXml, true},
     {"ripple", LayerDrawable::fromXml},
     {"rotate", RotateDrawable::fromXml},
     {"scale", ScaleDrawable::fromXml},
     {"selector", DrawableContainer::fromStateList},
     {"shape", ShapeDrawable::fromXml},
     {"transition", LayerDrawable::fromXml},
-    {"vector", VectorDrawable::fromXml},
+    {"vector", VectorDrawable::fromXml, true},
 };
 
 } // namespace
@@ -69,8 +74,12 @@ DrawablePointer DrawableInflater::makePicture(const ResolvedValue &value)
 DrawablePointer DrawableInflater::makeElement(const XmlElement &element)
 {
     for (const Kind &kind : kinds) {
-        if (element.name == QLatin1String(kind.element))
-            return kind.make(element, *this);
+        if (element.name != QLatin1String(kind.element))
+            continue;
+        const bool isMirrored =
+            kind.isMirrored && isRightToLeft() && DrawableAttributes(element, *this).boolean(Attr::AutoMirrored, false);
+        DrawablePointer drawable = kind.make(element, *this);
+        return isMirrored ? MirroredDrawable::mirrored(std::move(drawable), true) : std::move(drawable);
     }
     setError(DrawableFault::UnknownDrawable, element.name);
     return nullptr;

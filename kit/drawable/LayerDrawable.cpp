@@ -28,10 +28,12 @@ Layer readLayer(const XmlElement &item, DrawableLoader &loader)
     layer.drawable = loader.fromItem(item);
     const qreal left = attributes.pixels(Attr::Left, 0);
     const qreal right = attributes.pixels(Attr::Right, 0);
-    layer.insets = {attributes.pixels(Attr::Start, left), attributes.pixels(Attr::Top, 0),
-                    attributes.pixels(Attr::End, right), attributes.pixels(Attr::Bottom, 0)};
+    const quint32 leftEdge = loader.isRightToLeft() ? Attr::End : Attr::Start;
+    const quint32 rightEdge = loader.isRightToLeft() ? Attr::Start : Attr::End;
+    layer.insets = {attributes.pixels(leftEdge, left), attributes.pixels(Attr::Top, 0),
+                    attributes.pixels(rightEdge, right), attributes.pixels(Attr::Bottom, 0)};
     layer.size = {attributes.pixels(Attr::Width, -1), attributes.pixels(Attr::Height, -1)};
-    layer.gravity = attributes.integer(Attr::Gravity, 0);
+    layer.gravity = attributes.gravity(Attr::Gravity, 0);
     return layer;
 }
 

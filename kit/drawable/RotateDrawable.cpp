@@ -23,6 +23,18 @@ RotateDrawable::Pivot pivot(const DrawableAttributes &attributes, quint32 id)
     return pivot;
 }
 
+qreal animatedDegrees(const DrawableLoader &loader)
+{
+    constexpr int Period = RotateDrawable::AnimatedFrames * RotateDrawable::AnimatedFrameTime;
+    if (loader.clock() == nullptr)
+        return 0;
+    const qint64 time = loader.clock()->timeWithin(Period);
+    const qint64 frame = time / RotateDrawable::AnimatedFrameTime;
+    loader.clock()->noteChange((frame + 1) * RotateDrawable::AnimatedFrameTime - time);
+    loader.clock()->notePeriod(Period);
+    return 360.0 * int(frame) / RotateDrawable::AnimatedFrames;
+}
+
 qreal coordinate(const RotateDrawable::Pivot &pivot, qreal start, qreal side)
 {
     return PaintBounds::clamped(start + (pivot.isFraction ? pivot.value * side : pivot.value));
@@ -42,9 +54,9 @@ DrawablePointer RotateDrawable::fromXml(const XmlElement &element, DrawableLoade
         return nullptr;
     const DrawableAttributes attributes(element, loader);
     const bool isAnimated = element.name == QLatin1String("animated-rotate");
-    return std::make_unique<RotateDrawable>(std::move(drawable),
-                                            isAnimated ? 0 : attributes.number(Attr::FromDegrees, 0),
-                                            pivot(attributes, Attr::PivotX), pivot(attributes, Attr::PivotY));
+    return std::make_unique<RotateDrawable>(
+        std::move(drawable), isAnimated ? animatedDegrees(loader) : attributes.number(Attr::FromDegrees, 0),
+        pivot(attributes, Attr::PivotX), pivot(attributes, Attr::PivotY));
 }
 
 void RotateDrawable::draw(Canvas &canvas, const QRectF &bounds) const

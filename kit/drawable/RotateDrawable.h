@@ -14,11 +14,15 @@ class DrawableLoader;
  * A rotated drawable: `rotate`, by `android:fromDegrees` clockwise, its angle at level 0. The pivot is a fraction of
  * the bounds, or in pixels from their corner; the middle by default.
  *
- * `animated-rotate` starts at 0 degrees, and is drawn so.
+ * `animated-rotate` starts at 0 degrees, and turns in AnimatedFrames steps of AnimatedFrameTime, by the loader's clock.
+ * Its attributes for both are not public, so packages do not have them.
  */
 class RotateDrawable : public Drawable
 {
 public:
+    static constexpr int AnimatedFrames = 12;
+    static constexpr int AnimatedFrameTime = 150;
+
     /// A coordinate of the pivot: pixels, or a fraction of the side.
     struct Pivot {
         qreal value = 0.5;

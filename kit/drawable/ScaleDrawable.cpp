@@ -44,7 +44,7 @@ DrawablePointer ScaleDrawable::fromXml(const XmlElement &element, DrawableLoader
     auto scaled =
         std::make_unique<ScaleDrawable>(std::move(drawable), qBound(0, attributes.integer(Attr::Level, 0), MaxLevel));
     scaled->m_shares = {share(attributes, Attr::ScaleWidth), share(attributes, Attr::ScaleHeight)};
-    scaled->m_gravity = attributes.integer(Attr::ScaleGravity, Gravity::Left);
+    scaled->m_gravity = attributes.gravity(Attr::ScaleGravity, Gravity::Left);
     scaled->m_hasMinimum = attributes.boolean(Attr::UseIntrinsicSizeAsMinimum, false);
     return scaled;
 }

@@ -16,6 +16,29 @@ namespace {
 
 constexpr int MaxStandIns = 4;
 
+bool isNothing(const QImage &image)
+{
+    return image.isNull();
+}
+
+bool isNothing(const QVector<IconFrame> &frames)
+{
+    return frames.isEmpty();
+}
+
+EntryIcon iconOf(const Entry &entry, const IconRequest &request)
+{
+    return entryIcon(entry, request.isRound() ? EntryPicture::RoundIcon : EntryPicture::Icon);
+}
+
+ResolvedValue referenceTo(quint32 id)
+{
+    ResolvedValue reference;
+    reference.value = {ValueType::Reference, id};
+    reference.resource = id;
+    return reference;
+}
+
 } // namespace
 
 class DrawableRendererPrivate
@@ -23,14 +46,51 @@ class DrawableRendererPrivate
 public:
     explicit DrawableRendererPrivate(const Package &owner) : package(owner) {}
 
-    QImage drawn(DrawingSource &source, const ResolvedValue &icon, const IconRequest &request,
+    /// Draws by @p draw, a function of IconRenderer.
+    template <typename Result>
+    Result drawn(DrawingSource &source, const ResolvedValue &icon, const IconRequest &request,
+                 Result (IconRenderer::*draw)(const ResolvedValue &, const IconRequest &),
                  const XmlElement *activity = nullptr)
     {
         const bool needsTheme = request.theme() == IconRequest::Theme::Package;
         IconRenderer renderer(source.resolver(), source.files());
-        QImage image = renderer.icon(icon, request, needsTheme ? source.theme(activity) : 0);
+        renderer.setPackageTheme(needsTheme ? source.theme(activity) : 0);
+        Result result = (renderer.*draw)(icon, request);
         error = renderer.error();
-        return image;
+        return result;
+    }
+
+    /// The same for a picture of an entry.
+    template <typename Result>
+    Result drawn(const EntryIcon &icon, const IconRequest &request,
+                 Result (IconRenderer::*draw)(const ResolvedValue &, const IconRequest &))
+    {
+        if (icon.source != nullptr)
+            return drawn(*icon.source, icon.icon, request, draw, icon.activity);
+        error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
+        return {};
+    }
+
+    /// The same for the icon of the application, or of a launcher in its place.
+    template <typename Result>
+    Result drawnForApplication(const IconRequest &request,
+                               Result (IconRenderer::*draw)(const ResolvedValue &, const IconRequest &))
+    {
+        DrawingSource &source = drawingSource(package);
+        const std::optional<ResolvedValue> own = source.applicationIcon(request.isRound());
+        Result result = drawn(source, own.value_or(ResolvedValue()), request, draw);
+        if (!isNothing(result))
+            return result;
+        const IconError ownError = error;
+        for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns, request.isRound())) {
+            result = drawn(source, icon, request, draw);
+            if (!isNothing(result))
+                break;
+        }
+        // An icon of the application that cannot be drawn stays an error; an icon that it does not have is none.
+        if (isNothing(result) || own)
+            error = ownError;
+        return result;
     }
 
     Package package;
@@ -44,38 +104,43 @@ DrawableRenderer::~DrawableRenderer() = default;
 
 QImage DrawableRenderer::icon(const IconRequest &request)
 {
-    DrawingSource &source = drawingSource(d->package);
-    const std::optional<ResolvedValue> own = source.applicationIcon();
-    QImage image = d->drawn(source, own.value_or(ResolvedValue()), request);
-    if (!image.isNull())
-        return image;
-    const IconError ownError = d->error;
-    for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns)) {
-        image = d->drawn(source, icon, request);
-        if (!image.isNull())
-            break;
-    }
-    // An icon of the application that cannot be drawn stays an error; an icon that it does not have is none.
-    if (image.isNull() || own)
-        d->error = ownError;
-    return image;
+    return d->drawnForApplication(request, &IconRenderer::icon);
 }
 
 QImage DrawableRenderer::icon(const Entry &launcher, const IconRequest &request)
 {
-    const EntryIcon icon = entryIcon(launcher);
-    if (icon.source != nullptr)
-        return d->drawn(*icon.source, icon.icon, request, icon.activity);
-    d->error = IconErrorTable::iconError({DrawableFault::NoIcon, QString()});
-    return {};
+    return d->drawn(iconOf(launcher, request), request, &IconRenderer::icon);
 }
 
 QImage DrawableRenderer::drawable(quint32 id, const IconRequest &request)
 {
-    ResolvedValue reference;
-    reference.value = {ValueType::Reference, id};
-    reference.resource = id;
-    return d->drawn(drawingSource(d->package), reference, request);
+    return d->drawn(drawingSource(d->package), referenceTo(id), request, &IconRenderer::icon);
+}
+
+QImage DrawableRenderer::banner(const IconRequest &request)
+{
+    DrawingSource &source = drawingSource(d->package);
+    return d->drawn(source, source.applicationBanner().value_or(ResolvedValue()), request, &IconRenderer::banner);
+}
+
+QImage DrawableRenderer::banner(const Entry &entry, const IconRequest &request)
+{
+    return d->drawn(entryIcon(entry, EntryPicture::Banner), request, &IconRenderer::banner);
+}
+
+QVector<IconFrame> DrawableRenderer::frames(const IconRequest &request)
+{
+    return d->drawnForApplication(request, &IconRenderer::frames);
+}
+
+QVector<IconFrame> DrawableRenderer::frames(const Entry &entry, const IconRequest &request)
+{
+    return d->drawn(iconOf(entry, request), request, &IconRenderer::frames);
+}
+
+QVector<IconFrame> DrawableRenderer::frames(quint32 id, const IconRequest &request)
+{
+    return d->drawn(drawingSource(d->package), referenceTo(id), request, &IconRenderer::frames);
 }
 
 IconError DrawableRenderer::error() const

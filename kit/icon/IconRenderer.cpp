@@ -5,6 +5,7 @@
 #include "drawable/BitmapDrawable.h"
 #include "drawable/DrawableInflater.h"
 #include "drawable/paint/Canvas.h"
+#include "drawable/source/AnimationClock.h"
 #include "icon/IconErrorTable.h"
 #include "limits/Budget.h"
 #include "package/IconFileLookup.h"
@@ -22,17 +23,19 @@ struct Picture {
     QSize size;
 };
 
-int densityOf(int size)
+int densityOf(int size, int dp)
 {
-    return qBound(1, size * Configuration::MediumDensity / IconRenderer::IconDp, 0xffff);
+    return qBound(1, size * Configuration::MediumDensity / dp, 0xffff);
 }
 
 // The phone that the icon is drawn for.
-Configuration deviceOf(const IconRequest &request)
+Configuration deviceOf(const IconRequest &request, int dp)
 {
-    Configuration device = Configuration::phone(densityOf(request.pixelSize()));
+    Configuration device = Configuration::phone(densityOf(request.pixelSize(), dp));
     if (request.isNight())
         device.uiModeNight = Configuration::Night;
+    if (request.layoutDirection() == Qt::RightToLeft)
+        device.layoutDirection = Configuration::RightToLeft;
     if (request.platformVersion() > 0)
         device.sdkVersion = request.platformVersion();
     return device;
@@ -72,27 +75,78 @@ void drawFitted(const Drawable &drawable, QSizeF own, Canvas &canvas)
 
 } // namespace
 
-QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme)
+QImage IconRenderer::icon(const ResolvedValue &icon, const IconRequest &request)
+{
+    const int size = request.pixelSize();
+    return picture(icon, request, {{size, size}, IconDp});
+}
+
+QImage IconRenderer::banner(const ResolvedValue &banner, const IconRequest &request)
+{
+    const int height = request.pixelSize();
+    return picture(banner, request, {{qRound(height * BannerAspect), height}, BannerDp});
+}
+
+QVector<IconFrame> IconRenderer::frames(const ResolvedValue &icon, const IconRequest &request)
+{
+    QVector<IconFrame> frames;
+    const int size = request.pixelSize();
+    const Format format{{size, size}, IconDp};
+    if (!isDrawable(format))
+        return frames;
+    const qint64 frameCount = qMin(qint64(MaxFrames), MaxFrameBytes / (4 * qint64(size) * size));
+    qint64 workLeft = MaxFramesWork;
+    qint64 period = 0;
+    qint64 time = 0;
+    qint64 end = 0;
+    do {
+        const qint64 work = qMin(workLeft, MaxWork);
+        Budget budget(work, MaxBytes);
+        AnimationClock clock(time);
+        QImage image = drawn(icon, request, format, budget, &clock);
+        workLeft -= work - budget.workLeft();
+        const bool isCut = frames.size() >= frameCount || (work < MaxWork && budget.isSpent());
+        if (isCut)
+            setError({DrawableFault::TooMuchDrawing, QString()});
+        if (isCut || image.isNull())
+            break;
+        image.setDevicePixelRatio(request.devicePixelRatio());
+        // An animation may begin within another one, so the end of all may move.
+        period = qMax(period, clock.period());
+        end = period > 0 ? (time / period + 1) * period : AnimationClock::MaxTime;
+        const qint64 delay = qMin(clock.delay(), end - time);
+        frames.append(IconFrame(image, int(delay)));
+        time = delay > 0 ? time + delay : end;
+    } while (time < end);
+    return frames;
+}
+
+bool IconRenderer::isDrawable(const Format &format)
 {
     m_error = {};
-    const int size = request.pixelSize();
-    if (size < MinSize || size > MaxSize) {
-        setError({DrawableFault::InvalidSize, QString()});
+    if (format.size.height() >= MinSize && format.size.width() <= MaxSize)
+        return true;
+    setError({DrawableFault::InvalidSize, QString()});
+    return false;
+}
+
+QImage IconRenderer::picture(const ResolvedValue &icon, const IconRequest &request, const Format &format)
+{
+    if (!isDrawable(format))
         return {};
-    }
-    QImage image = square(icon, request, packageTheme);
+    Budget budget(MaxWork, MaxBytes);
+    QImage image = drawn(icon, request, format, budget);
     image.setDevicePixelRatio(request.devicePixelRatio());
     return image;
 }
 
-QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &request, quint32 packageTheme)
+QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request, const Format &format, Budget &budget,
+                           AnimationClock *clock)
 {
-    const int size = request.pixelSize();
-    Budget budget(MaxWork, MaxBytes);
-    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request), &budget);
+    const ResourceResolver resolver = m_resolver.forDevice(deviceOf(request, format.dp), &budget);
     Theme theme(resolver);
     // One inflater for the drawable and the pictures, so that no file is read or decoded twice.
-    DrawableInflater loader(resolver, m_files, budget, qreal(size) / IconDp);
+    DrawableInflater loader(resolver, m_files, budget, qreal(format.size.height()) / format.dp);
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
@@ -102,24 +156,28 @@ QImage IconRenderer::square(const ResolvedValue &icon, const IconRequest &reques
         return {};
     }
     if (request.theme() != IconRequest::Theme::None) {
-        applyStyles(request, packageTheme, &theme);
+        applyStyles(request, m_packageTheme, &theme);
         loader.setTheme(&theme);
     }
     loader.setIconMask(request.mask());
     loader.setMonochrome(request.isMonochrome());
+    loader.setClock(clock);
     const bool isPicture = best.value.type == ValueType::String && !loader.isDocument(best.file());
-    QImage image = isPicture ? QImage() : drawn(best, loader, size);
-    if (image.isNull())
-        image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, size);
+    QImage image = isPicture ? QImage() : drawn(best, loader, format.size);
+    if (image.isNull()) {
+        if (clock != nullptr)
+            *clock = AnimationClock(clock->time());
+        image = bestPicture(IconFileLookup::candidates(icon, resolver, &budget), loader, format.size);
+    }
     if (image.isNull())
         setError({DrawableFault::UndecodableIcon, best.text});
     return image;
 }
 
-QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, int size)
+QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, QSize size)
 {
     // Made first, so that loading leaves room for it.
-    Canvas canvas(QSize(size, size), loader.budget());
+    Canvas canvas(size, loader.budget());
     const DrawablePointer drawable = loader.fromValue(value);
     if (drawable == nullptr) {
         setError(loader.error());
@@ -132,7 +190,7 @@ QImage IconRenderer::drawn(const ResolvedValue &value, DrawableLoader &loader, i
     return canvas.image();
 }
 
-QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, int size)
+QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, DrawableLoader &loader, QSize size)
 {
     QVector<Picture> pictures;
     for (const ResolvedValue &candidate : candidates) {
@@ -141,9 +199,9 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
             pictures.append(picture);
     }
     // The pictures that are large enough first, from small to large; then the others, from large to small.
-    std::stable_sort(pictures.begin(), pictures.end(), [size](const Picture &a, const Picture &b) {
-        const bool isEnough = side(a.size) >= size;
-        if (isEnough != (side(b.size) >= size))
+    std::stable_sort(pictures.begin(), pictures.end(), [wanted = side(size)](const Picture &a, const Picture &b) {
+        const bool isEnough = side(a.size) >= wanted;
+        if (isEnough != (side(b.size) >= wanted))
             return isEnough;
         return isEnough ? side(a.size) < side(b.size) : side(a.size) > side(b.size);
     });
@@ -151,7 +209,7 @@ QImage IconRenderer::bestPicture(const QVector<ResolvedValue> &candidates, Drawa
         const QImage image = loader.picture(picture.path);
         if (image.isNull())
             continue;
-        Canvas canvas(QSize(size, size), loader.budget());
+        Canvas canvas(size, loader.budget());
         drawFitted(BitmapDrawable(image, image.size()), image.size(), canvas);
         if (!canvas.isSpent())
             return canvas.image();

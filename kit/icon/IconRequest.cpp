@@ -13,6 +13,8 @@ public:
     IconMask mask = IconMask::None;
     bool isNight = false;
     bool isMonochrome = false;
+    bool isRound = false;
+    Qt::LayoutDirection layoutDirection = Qt::LeftToRight;
     int platformVersion = 0;
     IconRequest::Theme theme = IconRequest::Theme::None;
     quint32 themeStyle = 0;
@@ -88,6 +90,26 @@ void IconRequest::setMonochrome(bool monochrome)
     d->isMonochrome = monochrome;
 }
 
+bool IconRequest::isRound() const
+{
+    return d->isRound;
+}
+
+void IconRequest::setRound(bool round)
+{
+    d->isRound = round;
+}
+
+Qt::LayoutDirection IconRequest::layoutDirection() const
+{
+    return d->layoutDirection;
+}
+
+void IconRequest::setLayoutDirection(Qt::LayoutDirection direction)
+{
+    d->layoutDirection = direction;
+}
+
 int IconRequest::platformVersion() const
 {
     return d->platformVersion;
@@ -133,9 +155,9 @@ bool operator==(const IconRequest &a, const IconRequest &b)
 {
     return a.d == b.d
            || (a.size() == b.size() && qFuzzyCompare(a.devicePixelRatio(), b.devicePixelRatio()) && a.mask() == b.mask()
-               && a.isNight() == b.isNight() && a.isMonochrome() == b.isMonochrome()
-               && a.platformVersion() == b.platformVersion() && a.theme() == b.theme()
-               && a.themeStyle() == b.themeStyle() && a.themeOverlays() == b.themeOverlays());
+               && a.isNight() == b.isNight() && a.isMonochrome() == b.isMonochrome() && a.isRound() == b.isRound()
+               && a.layoutDirection() == b.layoutDirection() && a.platformVersion() == b.platformVersion()
+               && a.theme() == b.theme() && a.themeStyle() == b.themeStyle() && a.themeOverlays() == b.themeOverlays());
 }
 
 bool operator!=(const IconRequest &a, const IconRequest &b)

@@ -13,14 +13,15 @@ DrawingSource &drawingSource(const Package &package)
     return *PackageAccess::data(package);
 }
 
-EntryIcon entryIcon(const Entry &launcher)
+EntryIcon entryIcon(const Entry &entry, EntryPicture picture)
 {
-    const EntryData &data = PackageAccess::data(launcher);
+    const EntryData &data = PackageAccess::data(entry);
     if (!data.isValid())
         return {};
-    const Manifest::LauncherEntry &entry = data.entry;
-    return {data.package.data(), data.package->iconValue(data.innermost(Attr::Icon)),
-            entry.isAlias ? entry.target : entry.activity};
+    const Manifest::EntryElements &found = data.entry;
+    const XmlAttribute *const attribute = data.innermost(picture == EntryPicture::Banner ? Attr::Banner : Attr::Icon,
+                                                         picture == EntryPicture::RoundIcon ? Attr::RoundIcon : 0);
+    return {data.package.data(), data.package->iconValue(attribute), found.isAlias ? found.target : found.component};
 }
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE

@@ -21,9 +21,16 @@ class Package;
  */
 namespace SORRELKIT_PRIVATE_NAMESPACE {
 
-/// The icon of a launcher.
+/// The pictures of an entry.
+enum class EntryPicture {
+    Icon,
+    RoundIcon, ///< that of Entry::roundIconResource()
+    Banner,
+};
+
+/// A picture of an entry.
 struct EntryIcon {
-    DrawingSource *source = nullptr; ///< lives as long as the launcher; null for a launcher of nothing
+    DrawingSource *source = nullptr; ///< lives as long as the entry; null for an entry of nothing
     ResolvedValue icon;              ///< a reference or a path
     const XmlElement *activity =
         nullptr; ///< that is started; null when an alias names none. Lives as long as the launcher
@@ -31,7 +38,7 @@ struct EntryIcon {
 
 /// The parts of @p package, each of which is read on first use. The result lives as long as the package.
 SORRELKITCORE_EXPORT DrawingSource &drawingSource(const Package &package);
-SORRELKITCORE_EXPORT EntryIcon entryIcon(const Entry &launcher);
+SORRELKITCORE_EXPORT EntryIcon entryIcon(const Entry &entry, EntryPicture picture);
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE
 

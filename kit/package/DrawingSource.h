@@ -22,14 +22,17 @@ public:
     virtual const ResourceResolver &resolver() const = 0;
     /// The members of the package and its splits.
     virtual FileSource &files() = 0;
-    /// The icon of the application, a reference or a path; nothing when the manifest names none.
-    virtual std::optional<ResolvedValue> applicationIcon() = 0;
+    /// The icon of the application, a reference or a path; nothing when the manifest names none. With @p isRound, the
+    /// round one where there is one.
+    virtual std::optional<ResolvedValue> applicationIcon(bool isRound) = 0;
+    /// The banner of the application, in the same way.
+    virtual std::optional<ResolvedValue> applicationBanner() = 0;
     /// The style that is the theme of @p activity, an element of the manifest: the one that it names, else the
     /// application's, else the platform's default for the version that the package targets. A null pointer for the
     /// application alone. As on Android, the theme of an activity replaces the application's.
     virtual quint32 theme(const XmlElement *activity) = 0;
     /// Icons of the first @p count launchers that are shown and have an icon of their own, in the manifest's order.
-    virtual QVector<ResolvedValue> launcherIcons(int count) = 0;
+    virtual QVector<ResolvedValue> launcherIcons(int count, bool isRound) = 0;
 };
 
 } // namespace SorrelKit

@@ -12,20 +12,6 @@ namespace SorrelKit {
 
 namespace {
 
-bool hasChildNamed(const XmlElement &filter, const QString &element, const QString &name)
-{
-    return std::any_of(filter.children.cbegin(), filter.children.cend(), [&](const XmlElement &child) {
-        return child.name == element && Manifest::text(child, Attr::Name) == name;
-    });
-}
-
-bool isLauncherFilter(const XmlElement &element)
-{
-    return element.name == QLatin1String("intent-filter")
-           && hasChildNamed(element, QStringLiteral("category"), QStringLiteral("android.intent.category.LAUNCHER"))
-           && hasChildNamed(element, QStringLiteral("action"), QStringLiteral("android.intent.action.MAIN"));
-}
-
 QString plainAttribute(const XmlElement &element, const QString &name)
 {
     const XmlAttribute *const attribute = element.attribute(name);
@@ -57,12 +43,15 @@ const XmlAttribute *Manifest::applicationAttribute(quint32 id) const
     return element != nullptr ? element->attribute(id) : nullptr;
 }
 
-const XmlAttribute *Manifest::innermostAttribute(const LauncherEntry &entry, quint32 id) const
+const XmlAttribute *Manifest::innermostAttribute(const EntryElements &entry, quint32 id, quint32 preferred) const
 {
-    for (const XmlElement *element : {entry.filter, entry.activity, entry.target, application()}) {
-        const XmlAttribute *const attribute = element != nullptr ? element->attribute(id) : nullptr;
-        if (attribute != nullptr)
-            return attribute;
+    for (const XmlElement *element : {entry.filter, entry.component, entry.target, application()}) {
+        for (const quint32 wanted : {preferred, id}) {
+            const XmlAttribute *const attribute =
+                element != nullptr && wanted != 0 ? element->attribute(wanted) : nullptr;
+            if (attribute != nullptr)
+                return attribute;
+        }
     }
     return nullptr;
 }
@@ -76,9 +65,9 @@ const XmlAttribute *Manifest::childAttribute(const QString &element, quint32 id)
     return nullptr;
 }
 
-QVector<Manifest::LauncherEntry> Manifest::launchers() const
+QVector<Manifest::EntryElements> Manifest::entries(const EntryRule &rule) const
 {
-    QVector<LauncherEntry> entries;
+    QVector<EntryElements> entries;
     const XmlElement *const parent = application();
     if (parent == nullptr)
         return entries;
@@ -86,11 +75,12 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
     QSet<QString> known;
     int charactersLeft = MaxNameCharacters;
     for (const XmlElement &child : parent->children) {
-        LauncherEntry entry;
-        entry.isAlias = child.name == QLatin1String("activity-alias");
-        if (!entry.isAlias && child.name != QLatin1String("activity"))
+        if (!rule.isFor(child))
             continue;
-        const auto filter = std::find_if(child.children.cbegin(), child.children.cend(), isLauncherFilter);
+        EntryElements entry;
+        entry.isAlias = child.name == QLatin1String("activity-alias");
+        const auto filter = std::find_if(child.children.cbegin(), child.children.cend(),
+                                         [&rule](const XmlElement &element) { return rule.matches(element); });
         if (filter == child.children.cend())
             continue;
         const QString name = text(child, Attr::Name);
@@ -101,7 +91,7 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
         if (known.contains(entry.name))
             continue;
         known.insert(entry.name);
-        entry.activity = &child;
+        entry.component = &child;
         entry.filter = &*filter;
         entry.className = entry.name;
         if (entry.isAlias) {
@@ -113,7 +103,7 @@ QVector<Manifest::LauncherEntry> Manifest::launchers() const
         }
         charactersLeft -= completedSize(name) + completedSize(target);
         entries.append(entry);
-        if (entries.size() == MaxLaunchers)
+        if (entries.size() == MaxEntries)
             break;
     }
     return entries;

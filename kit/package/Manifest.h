@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_MANIFEST_H
 #define SORRELKIT_MANIFEST_H
 
+#include "entry/EntryRule.h"
 #include "format/XmlElement.h"
 
 #include <QHash>
@@ -15,21 +16,20 @@ namespace SorrelKit {
 class Manifest
 {
 public:
-    /// An entry for home screens: an activity, or an alias, with a filter for MAIN and LAUNCHER. The pointers lead to
-    /// elements of the manifest.
-    struct LauncherEntry {
-        const XmlElement *activity = nullptr;
-        const XmlElement *filter = nullptr;
+    /// A component that is an entry of a kind. The pointers lead to elements of the manifest.
+    struct EntryElements {
+        const XmlElement *component = nullptr;
+        const XmlElement *filter = nullptr; ///< the first that makes the component an entry; else the `meta-data`
         const XmlElement *target = nullptr; ///< the activity that an alias names; may be null
-        QString name;                       ///< of the activity or alias, completed
+        QString name;                       ///< of the component, completed
         QString className;                  ///< of the class that runs, completed
         bool isAlias = false;
     };
-    /// Entries at most; those that follow are left out. Each takes lookups of its own. Applications that let users
+    /// Entries of a kind at most; those that follow are left out. Each takes lookups of its own. Applications that let users
     /// choose among icons have some dozens.
-    static constexpr int MaxLaunchers = 1024;
-    /// Characters of the names of all launchers, and of all components. Completed names repeat the name of the package,
-    /// which may be long.
+    static constexpr int MaxEntries = 1024;
+    /// Characters of the names of all entries of a kind, and of all components. Completed names repeat the name of the
+    /// package, which may be long.
     static constexpr int MaxNameCharacters = 4 << 20;
 
     /// A component of the application: the element of an activity, alias, service, receiver or provider.
@@ -53,13 +53,16 @@ public:
     const XmlElement *application() const;
     /// The attribute @p id of the application; a null pointer when there is none.
     const XmlAttribute *applicationAttribute(quint32 id) const;
-    /// The attribute @p id of the first that has it: filter, activity or alias, the alias's target, application.
-    const XmlAttribute *innermostAttribute(const LauncherEntry &entry, quint32 id) const;
+    /// The attribute @p id of the first that has it: filter, component, an alias's target, application. When the first
+    /// with one of both has @p preferred, that is the result.
+    const XmlAttribute *innermostAttribute(const EntryElements &entry, quint32 id, quint32 preferred = 0) const;
     /// The attribute @p id of the first of the root's children of the name @p element that has it.
     const XmlAttribute *childAttribute(const QString &element, quint32 id) const;
-    /// One entry for each activity and alias, with its first launcher filter, in the order of the manifest; up to
-    /// MaxLaunchers and MaxNameCharacters.
-    QVector<LauncherEntry> launchers() const;
+    /// One entry for each component that @p rule takes, with its first filter of that kind, in the order of the
+    /// manifest; up to MaxEntries and MaxNameCharacters.
+    QVector<EntryElements> entries(const EntryRule &rule) const;
+    /// The entries for home screens.
+    QVector<EntryElements> launchers() const { return entries(*EntryRule::find(EntryRule::Kind::Launcher)); }
     /// The components that have a name, each once, in the order of the manifest; up to MaxComponents and
     /// MaxNameCharacters. The first of several elements with one tag and one name counts.
     QVector<ComponentEntry> components() const;

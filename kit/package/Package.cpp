@@ -198,16 +198,7 @@ QString Package::label(const QLocale &locale) const
 
 QList<Entry> Package::launchers() const
 {
-    QList<Entry> launchers;
-    const QVector<Manifest::LauncherEntry> entries = d->manifest().launchers();
-    for (const Manifest::LauncherEntry &entry : entries) {
-        auto *const data = new EntryData;
-        data->package = d;
-        data->entry = entry;
-        data->launcherCount = int(entries.size());
-        launchers.append(Entry(data));
-    }
-    return launchers;
+    return entries(Entry::Kind::Launcher);
 }
 
 QList<Component> Package::components() const

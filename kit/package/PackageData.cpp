@@ -283,6 +283,30 @@ QString PackageData::text(const XmlAttribute *attribute) const
     return value.text.isEmpty() ? value.plainText() : value.text;
 }
 
+const XmlElement *PackageData::details(const XmlElement &metaData)
+{
+    const QString path = resolved(metaData.attribute(Attr::Resource)).text;
+    auto known = m_documents.find(path);
+    if (known == m_documents.end()) {
+        if (path.isEmpty() || !m_lookups.holdBytes(IconFileLookup::ResultBytes + qint64(sizeof(QChar)) * path.size()))
+            return nullptr;
+        known = m_documents.emplace(path, document(path)).first;
+    }
+    return known->second.isNull() ? nullptr : &known->second;
+}
+
+XmlElement PackageData::document(const QString &path)
+{
+    const QByteArray bytes = files().file(path, MaxDocumentBytes, &m_lookups);
+    if (!XmlReader::isDocument(bytes) || !m_lookups.spendWork(Budget::DocumentByteWork * bytes.size()))
+        return {};
+    const XmlReader reader(bytes, qMin(MaxDocumentCharacters, m_lookups.workLeft() / Budget::DocumentByteWork));
+    const bool isRead =
+        m_lookups.chargeWork(Budget::DocumentByteWork * reader.characters()) && reader.fault() == FormatFault::None;
+    const qint64 held = BytesPerDocumentByte * bytes.size() + qint64(sizeof(QChar)) * reader.characters();
+    return isRead && m_lookups.holdBytes(held) ? reader.root() : XmlElement();
+}
+
 bool PackageData::isEnabled(const XmlElement &element)
 {
     return isTrue(element.attribute(Attr::Enabled), true)
@@ -330,21 +354,28 @@ quint32 PackageData::theme(const XmlElement *activity)
     return platformTheme(targetSdkVersion());
 }
 
-std::optional<ResolvedValue> PackageData::applicationIcon()
+std::optional<ResolvedValue> PackageData::applicationBanner()
 {
-    const XmlAttribute *const icon = manifest().applicationAttribute(Attr::Icon);
+    const XmlAttribute *const banner = manifest().applicationAttribute(Attr::Banner);
+    return banner != nullptr ? std::make_optional(iconValue(banner)) : std::nullopt;
+}
+
+std::optional<ResolvedValue> PackageData::applicationIcon(bool isRound)
+{
+    const XmlAttribute *const icon = manifest().innermostAttribute({}, Attr::Icon, isRound ? Attr::RoundIcon : 0);
     return icon != nullptr ? std::make_optional(iconValue(icon)) : std::nullopt;
 }
 
-QVector<ResolvedValue> PackageData::launcherIcons(int count)
+QVector<ResolvedValue> PackageData::launcherIcons(int count, bool isRound)
 {
     QVector<ResolvedValue> icons;
-    const XmlAttribute *const own = manifest().applicationAttribute(Attr::Icon);
-    for (const Manifest::LauncherEntry &entry : m_manifest.launchers()) {
+    const quint32 preferred = isRound ? Attr::RoundIcon : 0;
+    const XmlAttribute *const own = manifest().innermostAttribute({}, Attr::Icon, preferred);
+    for (const Manifest::EntryElements &entry : m_manifest.launchers()) {
         if (icons.size() == count)
             break;
-        const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon);
-        if (icon != own && isEnabled(*entry.activity) && isExported(*entry.activity))
+        const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon, preferred);
+        if (icon != own && isEnabled(*entry.component) && isExported(*entry.component))
             icons.append(iconValue(icon));
     }
     return icons;

@@ -22,6 +22,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -56,6 +57,12 @@ public:
     /// files of icons. Results are kept.
     static constexpr qint64 MaxLookupWork = 1 << 28;
     static constexpr qint64 MaxLookupBytes = 32 << 20;
+
+    /// Bytes of an XML file that describes entries, such as shortcuts; and characters of its names and texts. Each byte
+    /// holds BytesPerDocumentByte, each character two.
+    static constexpr qint64 MaxDocumentBytes = 1 << 20;
+    static constexpr qint64 MaxDocumentCharacters = 1 << 20;
+    static constexpr qint64 BytesPerDocumentByte = 5;
 
     explicit PackageData(const QString &fileName);
     explicit PackageData(QIODevice *device);
@@ -101,6 +108,9 @@ public:
     /// API levels of the manifest. A version with a code name counts as newer than any number.
     int minSdkVersion();
     int targetSdkVersion();
+    /// The root of the XML file that the attribute `android:resource` of @p metaData names; null when there is none, or
+    /// it is damaged. Each file is read once, and its elements live as long as this object.
+    const XmlElement *details(const XmlElement &metaData);
 
     /// Whether both the application and its component @p element are enabled.
     bool isEnabled(const XmlElement &element);
@@ -111,9 +121,10 @@ public:
     /// Looks as a phone of 160 dots per inch.
     const ResourceResolver &resolver() const override { return m_resolver; }
     FileSource &files() override { return *this; }
-    std::optional<ResolvedValue> applicationIcon() override;
+    std::optional<ResolvedValue> applicationIcon(bool isRound) override;
+    std::optional<ResolvedValue> applicationBanner() override;
     quint32 theme(const XmlElement *activity) override;
-    QVector<ResolvedValue> launcherIcons(int count) override;
+    QVector<ResolvedValue> launcherIcons(int count, bool isRound) override;
 
 private:
     /// The oddities of a package's files.
@@ -131,6 +142,7 @@ private:
     void readTable(ZipArchive &archive, OddityList *oddities);
     bool isSet() const { return !m_members.empty(); }
     ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
+    XmlElement document(const QString &path);
     void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
@@ -153,6 +165,7 @@ private:
     int m_typeChunksLeft = ResourceTable::MaxTypeChunks;
     Budget m_lookups{MaxLookupWork, MaxLookupBytes};
     ResourceResolver m_resolver;
+    std::map<QString, XmlElement> m_documents; ///< by path; a null element for a file without one
     IconFileLookup m_iconFiles{m_resolver, *this, m_lookups};
 };
 

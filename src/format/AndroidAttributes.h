@@ -56,6 +56,15 @@ constexpr quint32 InstallLocation = 0x010102b7;
 constexpr quint32 HardwareAccelerated = 0x010102d3;
 constexpr quint32 LargeHeap = 0x0101035a;
 constexpr quint32 PublicKey = 0x010103a6;
+constexpr quint32 Logo = 0x010102be;
+constexpr quint32 Value = 0x01010024;
+constexpr quint32 MimeType = 0x01010026;
+constexpr quint32 Action = 0x0101002d;
+constexpr quint32 TargetClass = 0x0101002f;
+constexpr quint32 SettingsActivity = 0x01010225;
+constexpr quint32 ShortcutId = 0x01010528;
+constexpr quint32 ShortcutShortLabel = 0x01010529;
+constexpr quint32 ShortcutLongLabel = 0x0101052a;
 
 // Drawables.
 constexpr quint32 Drawable = 0x01010199;
@@ -76,7 +85,7 @@ constexpr quint32 TileMode = 0x01010201;
 constexpr quint32 TileModeX = 0x01010477;
 constexpr quint32 TileModeY = 0x01010478;
 
-// State lists and level lists. An item with a state set to false applies while the state is off.
+// State lists, level lists and animation lists. An item with a state set to false applies while the state is off.
 constexpr quint32 StateFocused = 0x0101009c;
 constexpr quint32 StateWindowFocused = 0x0101009d;
 constexpr quint32 StateEnabled = 0x0101009e;
@@ -94,6 +103,8 @@ constexpr quint32 StateHovered = 0x01010367;
 constexpr quint32 StateAccelerated = 0x0101031b;
 constexpr quint32 StateDragCanAccept = 0x01010368;
 constexpr quint32 StateDragHovered = 0x01010369;
+constexpr quint32 Duration = 0x01010198;
+constexpr quint32 OneShot = 0x01010197;
 constexpr quint32 MinLevel = 0x010101b1;
 constexpr quint32 MaxLevel = 0x010101b2;
 constexpr quint32 Level = 0x01010500;

@@ -166,7 +166,7 @@ Configuration Configuration::phone(int density)
     device.sdkVersion = 0xffff;
     device.screenSize = 2; // normal
     device.screenLong = 2;
-    device.layoutDirection = 1; // left to right
+    device.layoutDirection = LeftToRight;
     device.uiModeType = 1;
     device.uiModeNight = Day;
     device.smallestScreenWidthDp = 411;

@@ -107,6 +107,12 @@ struct Configuration : ConfigurationNumbers {
         Night = 2,
     };
 
+    /// Values of layoutDirection.
+    enum LayoutDirection : int {
+        LeftToRight = 1,
+        RightToLeft = 2,
+    };
+
     /// Decodes the record at the start of @p record. Deprecated language codes are kept.
     static Configuration read(const ByteView &record);
     /// A current phone at @p density with the newest platform. No locale is set.

@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
+#include "BinaryXml.h"
 #include "Files.h"
 #include "KitIcons.h"
 #include "Tool.h"
+#include "format/AndroidAttributes.h"
 
 #include <SorrelKit/Package.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -79,6 +83,80 @@ QByteArray themedIcon()
                    manifest.build(), {{QStringLiteral("res/icon.xml"), icon.build()}});
 }
 
+constexpr QRgb Red = 0xffff0000;
+constexpr QRgb Green = 0xff00ff00;
+constexpr QRgb Blue = 0xff0000ff;
+
+XmlElement element(const QString &name, const QVector<XmlAttribute> &attributes,
+                   const QVector<XmlElement> &children = {})
+{
+    XmlElement result;
+    result.name = name;
+    result.attributes = attributes;
+    result.children = children;
+    return result;
+}
+
+XmlAttribute attribute(quint32 id, ValueType type, quint32 data, const QString &text = QString())
+{
+    XmlAttribute result;
+    result.id = id;
+    result.value = {type, data};
+    result.text = text;
+    return result;
+}
+
+// A package for televisions: a red icon, a blue one from right to left, a green round one and a green banner.
+QByteArray pictures()
+{
+    constexpr int LayoutAt = 28;
+    const QByteArray rightToLeft = ConfigBuilder().u8(LayoutAt, Configuration::RightToLeft << 6).build();
+    const auto named = [](const QString &tag, const char *value, const QVector<XmlElement> &children = {}) {
+        return element(tag, {attribute(Attr::Name, ValueType::String, 0, QString::fromLatin1(value))}, children);
+    };
+    const auto reference = [](quint32 id, quint32 resource) { return attribute(id, ValueType::Reference, resource); };
+    const XmlElement filter = element(QStringLiteral("intent-filter"), {},
+                                      {named(QStringLiteral("action"), "android.intent.action.MAIN"),
+                                       named(QStringLiteral("category"), "android.intent.category.LEANBACK_LAUNCHER")});
+    XmlElement activity = named(QStringLiteral("activity"), "org.x.Tv", {filter});
+    activity.attributes.append(reference(Attr::Banner, 0x7f010001));
+    const XmlElement application =
+        element(QStringLiteral("application"),
+                {reference(Attr::Icon, 0x7f010000), reference(Attr::RoundIcon, 0x7f010001)}, {activity});
+    const QStringList paths{QStringLiteral("red.png"), QStringLiteral("green.png"), QStringLiteral("blue.png")};
+    const QByteArray table =
+        TableBuilder()
+            .strings(paths)
+            .package(PackageBuilder()
+                         .types({QStringLiteral("drawable")})
+                         .keys({QStringLiteral("key")})
+                         .type(TypeBuilder(1).value(0, fixture::String, 0).value(1, fixture::String, 1))
+                         .type(TypeBuilder(1, rightToLeft).value(0, fixture::String, 2)))
+            .build();
+    return package(table, binaryXml(element(QStringLiteral("manifest"), {}, {application})),
+                   {{paths.at(0), picture(16, 9, Red)},
+                    {paths.at(1), picture(16, 9, Green)},
+                    {paths.at(2), picture(16, 9, Blue)}});
+}
+
+// Red for 100 ms, then blue.
+QByteArray animation()
+{
+    const auto frame = [](QRgb value) {
+        return element(QStringLiteral("item"), {attribute(Attr::Drawable, ValueType::ColorArgb8, value),
+                                                attribute(Attr::Duration, ValueType::Decimal, 100)});
+    };
+    return binaryXml(element(QStringLiteral("animation-list"),
+                             {attribute(Attr::OneShot, ValueType::Boolean, 0xffffffff)}, {frame(Red), frame(Blue)}));
+}
+
+// The colour in the middle of a PNG.
+QRgb pixelOf(const QByteArray &png)
+{
+    const QImage image = QImage::fromData(png, "PNG");
+    return image.isNull() ? 0 : image.pixel(image.width() / 2, image.height() / 2);
+}
+
 } // namespace
 
 class TestIconCommand : public QObject
@@ -102,6 +180,10 @@ private slots:
     void aPackageIsNotReplacedByItsIcon();
     void aFullDiskLeavesWhatWas();
     void outputThatCannotBeWritten();
+    void roundIconsAndDirections();
+    void bannersOfTelevisions();
+    void framesOfAnimatedIcons();
+    void framesThatCannotBeWritten();
     void wrongUsage_data();
     void wrongUsage();
 
@@ -328,6 +410,64 @@ void TestIconCommand::outputThatCannotBeWritten()
              QByteArray("sorrel: standard output: No space left on device\n"));
 }
 
+void TestIconCommand::roundIconsAndDirections()
+{
+    const auto colorOf = [this](const QStringList &options) {
+        return pixelOf(runSorrel(QStringList{QStringLiteral("icon")} + options
+                                 + QStringList{write(QStringLiteral("pictures.apk"), pictures())})
+                           .output);
+    };
+    QCOMPARE(colorOf({}), Red);
+    QCOMPARE(colorOf({QStringLiteral("--round")}), Green);
+    QCOMPARE(colorOf({QStringLiteral("--rtl")}), Blue);
+    QCOMPARE(colorOf({QStringLiteral("--launcher=org.x.Tv")}), Red);
+}
+
+void TestIconCommand::bannersOfTelevisions()
+{
+    const QString file = write(QStringLiteral("pictures.apk"), pictures());
+    for (const QStringList &entry : {QStringList(), QStringList{QStringLiteral("--launcher=org.x.Tv")}}) {
+        const QStringList options{QStringLiteral("icon"), QStringLiteral("--banner"), QStringLiteral("-s90")};
+        const QByteArray output = runSorrel(options + entry + QStringList{file}).output;
+        QCOMPARE(QImage::fromData(output, "PNG").size(), QSize(160, 90));
+        QCOMPARE(pixelOf(output), Green);
+    }
+    const ToolRun none = runSorrel({QStringLiteral("icon"), QStringLiteral("--banner"), QStringLiteral("-s90"),
+                                    write(QStringLiteral("two.apk"), twoLaunchers())});
+    QCOMPARE(none.status, 1);
+    QVERIFY(none.errors.contains("there is no icon"));
+}
+
+void TestIconCommand::framesOfAnimatedIcons()
+{
+    const QString directory = m_directory.filePath(QStringLiteral("some/frames"));
+    const ToolRun result =
+        runSorrel({QStringLiteral("icon"), QStringLiteral("-s8"), QStringLiteral("--frames"), directory,
+                   write(QStringLiteral("animated.apk"),
+                         iconNamed(QStringLiteral("icon.xml"), {{QStringLiteral("icon.xml"), animation()}}))});
+    QCOMPARE(result.errors, QByteArray());
+    QCOMPARE(result.status, 0);
+    QCOMPARE(result.output, QByteArray("frame-000.png\t100\nframe-001.png\t0\n"));
+    QCOMPARE(QDir(directory).entryList(QDir::Files),
+             QStringList({QStringLiteral("frame-000.png"), QStringLiteral("frame-001.png")}));
+    QCOMPARE(QImage(directory + QStringLiteral("/frame-000.png")).pixel(4, 4), Red);
+    QCOMPARE(QImage(directory + QStringLiteral("/frame-001.png")).pixel(4, 4), Blue);
+}
+
+void TestIconCommand::framesThatCannotBeWritten()
+{
+    const QString file = write(QStringLiteral("two.apk"), twoLaunchers());
+    const ToolRun result = runSorrel({QStringLiteral("icon"), QStringLiteral("--frames"), file, file});
+    QCOMPARE(result.status, 1);
+    QCOMPARE(result.output, QByteArray());
+    QVERIFY(result.errors.contains("the directory cannot be made"));
+    const ToolRun none =
+        runSorrel({QStringLiteral("icon"), QStringLiteral("--frames"), m_directory.filePath(QStringLiteral("none")),
+                   write(QStringLiteral("none.apk"), iconNamed(QStringLiteral("missing.png"), {}))});
+    QCOMPARE(none.status, 1);
+    QVERIFY(!QFileInfo::exists(m_directory.filePath(QStringLiteral("none"))));
+}
+
 void TestIconCommand::wrongUsage_data()
 {
     QTest::addColumn<QStringList>("options");
@@ -336,6 +476,10 @@ void TestIconCommand::wrongUsage_data()
     QTest::newRow("a word") << QStringList{QStringLiteral("-s"), QStringLiteral("big")}
                             << "'big' is no size in pixels.";
     QTest::newRow("too large") << QStringList{QStringLiteral("-s1025")} << "Icons have at most 1024 pixels a side.";
+    QTest::newRow("a high banner") << QStringList{QStringLiteral("-s577"), QStringLiteral("--banner")}
+                                   << "Banners have at most 576 pixels of height.";
+    QTest::newRow("a banner's frames") << QStringList{QStringLiteral("--banner"), QStringLiteral("--frames=x")}
+                                       << "A banner has no frames.";
     QTest::newRow("shape") << QStringList{QStringLiteral("--shape"), QStringLiteral("star")}
                            << "'star' is no shape; there are circle, rounded, squircle and none.";
 }

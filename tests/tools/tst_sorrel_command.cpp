@@ -2,6 +2,7 @@
 #include "Apk.h"
 #include "Files.h"
 #include "Tool.h"
+#include "format/AndroidAttributes.h"
 
 #include <QFileInfo>
 #include <QJsonArray>
@@ -82,6 +83,8 @@ private slots:
     void infoIsolatesTextFromRightToLeft();
     void infoAddsDetailsForAProgram();
     void infoShowsDisabledEntriesWhenAsked();
+    void infoShowsEntriesOfOtherKinds();
+    void infoKnowsItsKinds();
     void infoForAProgram();
     void infoInTheUsersLanguage_data();
     void infoInTheUsersLanguage();
@@ -218,6 +221,71 @@ void TestSorrelCommand::infoAddsDetailsForAProgram()
     QCOMPARE(details.value(QLatin1String("sizes")).toObject().value(QLatin1String("libraries")), QJsonValue(1));
     QCOMPARE(details.value(QLatin1String("screens")).toObject().value(QLatin1String("xlarge")), QJsonValue(true));
     QCOMPARE(details.value(QLatin1String("debuggable")), QJsonValue(false));
+}
+
+void TestSorrelCommand::infoShowsEntriesOfOtherKinds()
+{
+    const auto service = [](const char *name, const char *action, const char *permission) {
+        return QStringList{QString::fromLatin1(name), QString::fromLatin1(action), QString::fromLatin1(permission)};
+    };
+    XmlBuilder builder;
+    builder.attributeId(QStringLiteral("name"), Attr::Name)
+        .attributeId(QStringLiteral("permission"), Attr::Permission)
+        .attributeId(QStringLiteral("label"), Attr::Label)
+        .startNamespace(QStringLiteral("android"), androidUri)
+        .start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x"))})
+        .start(QStringLiteral("application"));
+    for (const QStringList &parts :
+         {service("Tile", "android.service.quicksettings.action.QS_TILE",
+                  "android.permission.BIND_QUICK_SETTINGS_TILE"),
+          service("Open", "android.service.quicksettings.action.QS_TILE", "none"),
+          service("Keys", "android.view.InputMethod", "android.permission.BIND_INPUT_METHOD")}) {
+        builder
+            .start(QStringLiteral("service"), {androidText(QStringLiteral("name"), parts.at(0)),
+                                               androidText(QStringLiteral("permission"), parts.at(2)),
+                                               androidText(QStringLiteral("label"), QStringLiteral("A label"))})
+            .start(QStringLiteral("intent-filter"))
+            .empty(QStringLiteral("action"), {androidText(QStringLiteral("name"), parts.at(1))})
+            .end(QStringLiteral("intent-filter"))
+            .end(QStringLiteral("service"));
+    }
+    builder.end(QStringLiteral("application")).end(QStringLiteral("manifest"));
+    const QString file = write(QStringLiteral("entries.apk"), package(emptyTable(), builder.build()));
+    const auto kinds = [&file](const QStringList &options) {
+        const QByteArray output =
+            runSorrel(QStringList{QStringLiteral("info"), QStringLiteral("--json")} + options + QStringList{file})
+                .output;
+        const QJsonObject json = QJsonDocument::fromJson(output).object();
+        QStringList texts;
+        for (const QJsonValue &entry : json.value(QStringLiteral("entries")).toArray()) {
+            const QJsonObject object = entry.toObject();
+            texts.append(object.value(QStringLiteral("kind")).toString() + QLatin1Char(' ')
+                         + object.value(QStringLiteral("name")).toString()
+                         + (object.value(QStringLiteral("shown")).toBool() ? QString() : QStringLiteral(" hidden")));
+        }
+        return json.contains(QStringLiteral("entries")) ? texts : QStringList{QStringLiteral("none")};
+    };
+    const QString tile = QStringLiteral("tile org.x.Tile");
+    const QString open = QStringLiteral("tile org.x.Open hidden");
+    const QString keys = QStringLiteral("input-method org.x.Keys");
+    QCOMPARE(kinds({}), QStringList{QStringLiteral("none")});
+    QCOMPARE(kinds({QStringLiteral("--entries=all")}), QStringList({tile, keys}));
+    QCOMPARE(kinds({QStringLiteral("--entries=tile")}), QStringList{tile});
+    QCOMPARE(kinds({QStringLiteral("--entries=launcher")}), QStringList());
+    QCOMPARE(kinds({QStringLiteral("--all")}), QStringList({tile, open, keys}));
+    QCOMPARE(kinds({QStringLiteral("--all"), QStringLiteral("--entries=input-method")}), QStringList{keys});
+    const QByteArray text = runSorrel({QStringLiteral("info"), QStringLiteral("--all"), file}).output;
+    QVERIFY(text.contains("A label (org.x.Tile)\n"));
+    QVERIFY(text.contains("A label (org.x.Open), not shown\n"));
+    QVERIFY(!runSorrel({QStringLiteral("info"), file}).output.contains("A label"));
+}
+
+void TestSorrelCommand::infoKnowsItsKinds()
+{
+    const ToolRun result =
+        runSorrel({QStringLiteral("info"), QStringLiteral("--entries=star"), QStringLiteral("x.apk")});
+    QCOMPARE(result.status, 2);
+    QVERIFY(result.errors.contains("'star' is no kind of entry."));
 }
 
 void TestSorrelCommand::infoShowsDisabledEntriesWhenAsked()

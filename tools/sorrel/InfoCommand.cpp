@@ -11,16 +11,22 @@ QString InfoCommand::details() const
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const
 {
-    parser.addOptions({m_json, m_all, m_signer});
+    parser.addOptions({m_json, m_all, m_entries, m_signer});
 }
 
 int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
 {
+    const bool isAll = parser.isSet(m_all);
+    const QString kind = parser.isSet(m_entries) ? parser.value(m_entries) : QStringLiteral("all");
+    if (!EntryReport::isKind(kind))
+        return Console::wrongUsage(QStringLiteral("'%1' is no kind of entry.").arg(kind),
+                                   QStringLiteral("sorrel info"));
+    const bool hasEntries = isAll || parser.isSet(m_entries);
     int status = Success;
     bool isFirst = true;
     for (const QString &argument : parser.positionalArguments()) {
         const FileName file(argument);
-        const PackageReport report(file, parser.isSet(m_all));
+        const PackageReport report(file, isAll);
         if (report.failed()) {
             Console::complain(file.text(), report.errorText());
             status = CannotRead;
@@ -28,12 +34,18 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
         const bool hasSigner = parser.isSet(m_signer);
         if (parser.isSet(m_json)) {
             QJsonObject json = parser.isSet(m_all) ? report.toDetailedJson() : report.toJson();
+            if (hasEntries)
+                json.insert(QStringLiteral("entries"), EntryReport(report.package(), kind, isAll).toJson());
             if (hasSigner)
                 m_signerPart.add(report, &json);
             console.writeLine(json);
         } else if (report.isValid()) {
-            const ReportRows signer = hasSigner ? m_signerPart.rows(report) : ReportRows();
-            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style(), signer));
+            ReportRows more;
+            if (hasEntries)
+                more.add(EntryReport(report.package(), kind, isAll).rows());
+            if (hasSigner)
+                more.add(m_signerPart.rows(report));
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style(), more));
             isFirst = false;
         }
         console.flush();

@@ -3,6 +3,7 @@
 #define INFOCOMMAND_H
 
 #include "Command.h"
+#include "EntryReport.h"
 #include "ReportRows.h"
 
 #include <QCommandLineOption>
@@ -43,6 +44,11 @@ private:
                                     QStringLiteral("Print one JSON object per file, each on one line.")};
     const QCommandLineOption m_all{QStringLiteral("all"),
                                    QStringLiteral("Show everything, and launchers that home screens hide.")};
+    const QCommandLineOption m_entries{
+        QStringLiteral("entries"),
+        QStringLiteral("Add the entries of this kind (%1), or of \x27all\x27. --all adds them, too.")
+            .arg(EntryReport::kinds().join(QStringLiteral(", "))),
+        QStringLiteral("KIND")};
     const QCommandLineOption m_signer{QStringLiteral("signer"),
                                       QStringLiteral("Verify the signatures, and add the signer.")};
 };

@@ -41,6 +41,15 @@ Range placed(int axis, qreal size, const Range &container)
 
 } // namespace
 
+int Gravity::absolute(int gravity, bool isRightToLeft)
+{
+    const bool isRelative = (gravity & Relative) != 0;
+    const int pull = gravity & (PullToStart | PullToEnd);
+    if (!isRelative || !isRightToLeft || (pull != PullToStart && pull != PullToEnd))
+        return gravity & ~Relative;
+    return (gravity & ~Relative) ^ (PullToStart | PullToEnd);
+}
+
 QRectF Gravity::apply(int gravity, const QSizeF &size, const QRectF &container)
 {
     const Range x = placed(gravity, size.width(), {container.left(), container.right()});

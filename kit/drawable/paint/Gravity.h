@@ -11,7 +11,7 @@ namespace SorrelKit {
  * The value of `android:gravity`: the place of a drawable in a container that is larger or smaller. Each axis has four
  * bits: specified (1), pulled to the start (2), pulled to the end (4), clipped (8). Pulled both ways means filled;
  * pulled neither way means centred, specified or not. The bits of the vertical axis are 4 above those of the horizontal
- * one. Start and end are left and right, as nothing is laid out from right to left.
+ * one. With the bit Relative, left stands for the start of a line and right for its end.
  */
 namespace Gravity {
 
@@ -23,6 +23,10 @@ constexpr int FillVertical = 0x70;
 constexpr int Fill = FillHorizontal | FillVertical;
 constexpr int HorizontalMask = 0x07;
 constexpr int VerticalMask = 0x70;
+constexpr int Relative = 0x00800000;
+
+/// @p gravity without Relative, for a layout that runs in this direction.
+int absolute(int gravity, bool isRightToLeft);
 
 /// The rectangle for a drawable of @p size in @p container.
 QRectF apply(int gravity, const QSizeF &size, const QRectF &container);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "drawable/source/DrawableAttributes.h"
 
+#include "drawable/paint/Gravity.h"
+
 #include <algorithm>
 
 namespace SorrelKit {
@@ -18,6 +20,11 @@ int DrawableAttributes::integer(quint32 id, int fallback) const
 bool DrawableAttributes::boolean(quint32 id, bool fallback) const
 {
     return value(id).value.boolean().value_or(fallback);
+}
+
+int DrawableAttributes::gravity(quint32 id, int fallback) const
+{
+    return Gravity::absolute(integer(id, fallback), m_loader.isRightToLeft());
 }
 
 qreal DrawableAttributes::pixels(quint32 id, qreal fallback) const

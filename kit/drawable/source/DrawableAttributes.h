@@ -27,6 +27,8 @@ public:
     qreal number(quint32 id, qreal fallback) const;
     int integer(quint32 id, int fallback) const;
     bool boolean(quint32 id, bool fallback) const;
+    /// A value of Gravity, for the direction of the device's layout.
+    int gravity(quint32 id, int fallback) const;
     /// A dimension in pixels.
     qreal pixels(quint32 id, qreal fallback) const;
     /// A dimension in pixels, or a fraction of @p base.

@@ -3,6 +3,7 @@
 #define SORRELKIT_DRAWABLELOADER_H
 
 #include "archive/FileSource.h"
+#include "drawable/source/AnimationClock.h"
 #include "drawable/source/Drawable.h"
 #include "drawable/source/DrawableError.h"
 #include "drawable/source/PictureCache.h"
@@ -95,6 +96,11 @@ public:
     void setMonochrome(bool isMonochrome) { m_isMonochrome = isMonochrome; }
     bool isMonochrome() const { return m_isMonochrome; }
 
+    /// The clock for animated drawables that are made from now on; none by default. It outlives the loader.
+    void setClock(AnimationClock *clock) { m_clock = clock; }
+    AnimationClock *clock() const { return m_clock; }
+    /// Whether the layout of the device runs from right to left.
+    bool isRightToLeft() const { return m_resolver.device().layoutDirection == Configuration::RightToLeft; }
     qreal pixelsPerDp() const { return m_pixelsPerDp; }
     /// The budget of the call.
     Budget &budget() { return m_budget; }
@@ -143,6 +149,7 @@ private:
     const Theme *m_theme = nullptr;
     IconMask m_iconMask = IconMask::None;
     bool m_isMonochrome = false;
+    AnimationClock *m_clock = nullptr;
     DrawableError m_error;
     int m_depth = 0;
     ResourceOwner m_owner = ResourceOwner::Package; ///< of the document whose elements are made

@@ -12,7 +12,7 @@ class DrawableLoader;
 
 /**
  * The element `animated-vector`: a vector (the attribute `android:drawable` or a child `vector`) and its animations.
- * The vector is drawn as it is before the animations start.
+ * The vector is drawn as it is before the animations start, in every frame.
  */
 class AnimatedVector
 {

@@ -18,7 +18,7 @@ class DrawableLoader;
  * The element `vector`: paths in the coordinates of a viewport, which is stretched to the bounds. The part outside of
  * the viewport is not visible. A tint and an alpha apply to the whole vector.
  *
- * `android:autoMirrored` has no effect, as nothing is laid out from right to left.
+ * DrawableInflater mirrors a vector with `android:autoMirrored` where the layout runs from right to left.
  */
 class VectorDrawable : public Drawable
 {

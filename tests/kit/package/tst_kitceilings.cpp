@@ -322,8 +322,8 @@ void TestKitCeilings::launchers()
         PackageDevice device(emptyTable(), builder.build());
         return Package(&device).launchers().size();
     };
-    QCOMPARE(count(Manifest::MaxLaunchers), Manifest::MaxLaunchers);
-    QCOMPARE(count(Manifest::MaxLaunchers + 1), Manifest::MaxLaunchers);
+    QCOMPARE(count(Manifest::MaxEntries), Manifest::MaxEntries);
+    QCOMPARE(count(Manifest::MaxEntries + 1), Manifest::MaxEntries);
 }
 
 void TestKitCeilings::charactersOfLaunchers()

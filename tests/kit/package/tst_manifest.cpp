@@ -42,7 +42,7 @@ void addEntry(XmlBuilder &builder, const char *element, const QVector<Attribute>
 QStringList namesOf(const Manifest &manifest)
 {
     QStringList names;
-    for (const Manifest::LauncherEntry &entry : manifest.launchers())
+    for (const Manifest::EntryElements &entry : manifest.launchers())
         names.append(entry.name);
     return names;
 }
@@ -145,11 +145,11 @@ void TestManifest::entriesInTheirOrder()
     builder.end(latin("application")).end(latin("manifest"));
     const Manifest manifest = read(builder);
     QCOMPARE(namesOf(manifest), QStringList({latin("org.example.B"), latin("org.example.A")}));
-    const Manifest::LauncherEntry entry = manifest.launchers().first();
+    const Manifest::EntryElements entry = manifest.launchers().first();
     QCOMPARE(entry.className, latin("org.example.B"));
     QVERIFY(!entry.isAlias);
     QVERIFY(entry.target == nullptr);
-    QCOMPARE(entry.activity, &manifest.application()->children.first());
+    QCOMPARE(entry.component, &manifest.application()->children.first());
     QCOMPARE(entry.filter, &manifest.application()->children.first().children.first());
 }
 
@@ -163,7 +163,7 @@ void TestManifest::aliases()
     addEntry(builder, "activity-alias", {nameOf(".Aimless")});
     builder.empty(latin("activity"), {nameOf(".Main")}).end(latin("application")).end(latin("manifest"));
     const Manifest manifest = read(builder);
-    const QVector<Manifest::LauncherEntry> entries = manifest.launchers();
+    const QVector<Manifest::EntryElements> entries = manifest.launchers();
     QCOMPARE(entries.size(), 3);
     QVERIFY(entries.at(0).isAlias);
     QCOMPARE(entries.at(0).name, latin("org.example.Alias"));

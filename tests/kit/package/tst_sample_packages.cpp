@@ -404,14 +404,14 @@ void TestSamplePackages::badging()
     }
 
     // aapt2 omits aliases, and the labels of filters and of the application.
-    for (const Manifest::LauncherEntry &entry : data.manifest().launchers()) {
+    for (const Manifest::EntryElements &entry : data.manifest().launchers()) {
         if (entry.isAlias)
             continue;
         const QString pattern = QStringLiteral("^launchable-activity: name='%1'  label='(.*)' icon=").arg(entry.name);
         QVERIFY2(!badging.values(qPrintable(pattern)).isEmpty(), qPrintable(entry.name));
         QString theirs = badging.value(qPrintable(pattern));
         theirs.replace(QLatin1String("\\\""), QLatin1String("\""));
-        QCOMPARE(lookup.label(entry.activity->attribute(Attr::Label), LanguageTag()), theirs);
+        QCOMPARE(lookup.label(entry.component->attribute(Attr::Label), LanguageTag()), theirs);
     }
 }
 

@@ -64,7 +64,7 @@ void TestValues::movesAreCheap()
     static_assert(isValue<Component>() && isValue<Diagnostic>() && isValue<Error>() && isValue<Feature>()
                   && isValue<IconFile>() && isValue<Platform>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
-    static_assert(isValue<IconError>() && isValue<IconRequest>());
+    static_assert(isValue<IconError>() && isValue<IconFrame>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
     static_assert(!std::is_copy_constructible_v<DrawableRenderer>);
 
@@ -102,7 +102,7 @@ int readProperties(const Type &value)
 void TestValues::propertiesReadTheirValues()
 {
     QCOMPARE(readProperties(Package()), 15);
-    QCOMPARE(readProperties(Entry()), 10);
+    QCOMPARE(readProperties(Entry()), 22);
     QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Diagnostic()), 9);
     QCOMPARE(readProperties(Error()), 3);
@@ -112,7 +112,8 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);
-    QCOMPARE(readProperties(IconRequest()), 10);
+    QCOMPARE(readProperties(IconFrame(QImage(1, 1, QImage::Format_ARGB32), 1)), 2);
+    QCOMPARE(readProperties(IconRequest()), 12);
 
     IconRequest request(24);
     const QMetaObject &type = IconRequest::staticMetaObject;
@@ -125,6 +126,7 @@ void TestValues::propertiesReadTheirValues()
 void TestValues::enumsHaveNames()
 {
     QCOMPARE(QMetaEnum::fromType<Error::Code>().valueToKey(int(Error::Code::BadTable)), "BadTable");
+    QCOMPARE(QMetaEnum::fromType<Entry::Kind>().valueToKey(int(Entry::Kind::InputMethod)), "InputMethod");
     QCOMPARE(QMetaEnum::fromType<Component::Kind>().valueToKey(int(Component::Kind::Alias)), "Alias");
     QCOMPARE(QMetaEnum::fromType<IconError::Code>().valueToKey(int(IconError::Code::TooMuch)), "TooMuch");
     QCOMPARE(QMetaEnum::fromType<IconRequest::Theme>().valueToKey(int(IconRequest::Theme::Style)), "Style");

@@ -5,6 +5,8 @@
 #include <SorrelKit/Package.h>
 #include <SorrelKit/Resources.h>
 
+#include <QMetaEnum>
+
 using namespace SorrelKit;
 
 namespace fixture {
@@ -35,6 +37,23 @@ qint64 visitTexts(const Package &package)
     return count;
 }
 
+qint64 visitEntries(const Package &package)
+{
+    const QMetaEnum kinds = QMetaEnum::fromType<Entry::Kind>();
+    qint64 count = 0;
+    for (int i = 0; i < kinds.keyCount(); ++i) {
+        for (const Entry &entry : package.entries(Entry::Kind(kinds.value(i)))) {
+            count += entry.id().size() + entry.name().size() + entry.className().size() + entry.longLabel().size()
+                     + entry.label().size() + entry.permission().size() + entry.mimeTypes().size()
+                     + entry.defaultUrl().size() + entry.settingsActivity().size() + entry.bannerFiles().size()
+                     + entry.iconFiles().size() + int(entry.isShown()) + int(entry.detailsResource() != 0)
+                     + int(entry.roundIconResource() != 0) + int(entry.bannerResource() != 0)
+                     + int(entry.logoResource() != 0);
+        }
+    }
+    return count;
+}
+
 qint64 visitResources(const Resources &resources)
 {
     constexpr int MaxVisited = 100;
@@ -56,7 +75,7 @@ qint64 visit(const Package &package, int iconCount, int iconSize)
 {
     constexpr IconMask masks[] = {IconMask::None, IconMask::Circle, IconMask::RoundedSquare, IconMask::Squircle};
     constexpr int MaskCount = int(sizeof masks / sizeof *masks);
-    qint64 count = visitTexts(package);
+    qint64 count = visitTexts(package) + visitEntries(package);
     int number = 0;
     for (const Entry &launcher : package.launchers()) {
         count += launcher.labels().size() + launcher.label().size() + launcher.label(QLocale(QLocale::German)).size()

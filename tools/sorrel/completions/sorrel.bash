@@ -14,6 +14,8 @@ _sorrel() {
     local commands="info manifest resources icon files lint verify diff desktop scan catalog"
     local packages="apk|apks|xapk|apkm|APK|APKS|XAPK|APKM"
     local scan="-0 --null -j --jobs --max-memory --timeout --no-progress"
+    local kinds="all launcher television car car-service watch-face home-screen tile wallpaper input-method screen-saver"
+    kinds+=" widget share-target direct-share instant shortcut"
     local options="-h --help" extglob_was_off=
     COMPREPLY=()
     # The shell needs extglob for the pattern in _sorrel_files.
@@ -23,11 +25,11 @@ _sorrel() {
         mapfile -t COMPREPLY < <(compgen -W "$commands -h --help -v --version" -- "$current")
     else
         case ${COMP_WORDS[1]} in
-        info) options+=" --json --all --signer --platform" ;;
+        info) options+=" --json --all --entries --signer --platform" ;;
         manifest) options+=" --ids --platform" ;;
         resources) options+=" --json --platform" ;;
         files) options+=" --json" ;;
-        icon) options+=" -s --size --shape --launcher --theme -o --output --platform" ;;
+        icon) options+=" -s --size --shape --launcher --round --rtl --banner --frames --theme -o --output --platform" ;;
         lint) options+=" --json --draw --checks --platform" ;;
         verify) options+=" --json --print-certs --min-sdk --max-sdk --fingerprint --same-as --v4-signature" ;;
         diff) options+=" --json --all --html" ;;
@@ -39,7 +41,8 @@ _sorrel() {
         *:--shape)
             mapfile -t COMPREPLY < <(compgen -W "none circle rounded squircle" -- "$current")
             ;;
-        desktop:-o | desktop:--output)
+        info:--entries) mapfile -t COMPREPLY < <(compgen -W "$kinds" -- "$current") ;;
+        desktop:-o | desktop:--output | icon:--frames)
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;

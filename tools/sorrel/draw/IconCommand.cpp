@@ -3,6 +3,7 @@
 
 #include "Console.h"
 #include "FileName.h"
+#include "FrameFiles.h"
 #include "OutputFile.h"
 #include "PngBytes.h"
 #include "UsedPlatform.h"
@@ -10,18 +11,35 @@
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/Package.h>
 
+#include <algorithm>
+#include <optional>
+
 using SorrelKit::Entry;
 using SorrelKit::Package;
 
 namespace {
 
-const Entry *findLauncher(const QList<Entry> &launchers, const QString &name)
+// The width is at most IconOptions::MaxSize.
+constexpr int MaxBannerHeight = 576;
+
+std::optional<Entry> findEntry(const QList<Entry> &entries, const QString &name)
 {
-    for (const Entry &launcher : launchers) {
-        if (launcher.name() == name)
-            return &launcher;
+    const auto found =
+        std::find_if(entries.cbegin(), entries.cend(), [&name](const Entry &entry) { return entry.name() == name; });
+    return found != entries.cend() ? std::make_optional(*found) : std::nullopt;
+}
+
+// The banner of the application, or of the first entry for televisions when it has none.
+QImage bannerOf(const Package &package, SorrelKit::DrawableRenderer &renderer, const SorrelKit::IconRequest &request)
+{
+    QImage banner = renderer.banner(request);
+    if (renderer.error().code() == SorrelKit::IconError::Code::Missing) {
+        for (const Entry &entry : package.entries(Entry::Kind::Television)) {
+            if (entry.isShown())
+                return renderer.banner(entry, request);
+        }
     }
-    return nullptr;
+    return banner;
 }
 
 bool writeFile(const FileName &name, const QByteArray &bytes)
@@ -49,7 +67,7 @@ void IconCommand::addOptions(QCommandLineParser &parser) const
 {
     m_icon.addTo(parser);
     m_theme.addTo(parser);
-    parser.addOptions({m_launcher, m_output});
+    parser.addOptions({m_launcher, m_round, m_rtl, m_banner, m_frames, m_output});
 }
 
 int IconCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -61,8 +79,15 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     if (options.size() > IconOptions::MaxSize)
         return Console::wrongUsage(QStringLiteral("Icons have at most %1 pixels a side.").arg(IconOptions::MaxSize),
                                    program);
+    const bool isBanner = parser.isSet(m_banner);
+    const bool hasFrames = parser.isSet(m_frames);
+    if (isBanner && hasFrames)
+        return Console::wrongUsage(QStringLiteral("A banner has no frames."), program);
+    if (isBanner && options.size() > MaxBannerHeight)
+        return Console::wrongUsage(QStringLiteral("Banners have at most %1 pixels of height.").arg(MaxBannerHeight),
+                                   program);
     const FileName output(parser.value(m_output));
-    const bool isStandardOutput = output.isDash();
+    const bool isStandardOutput = output.isDash() && !hasFrames;
     if (isStandardOutput && console.isTerminal())
         return Console::wrongUsage(QStringLiteral("A picture is not written to a terminal; '-o' names a file."),
                                    program);
@@ -82,19 +107,28 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
         Console::complain(file.text(), theme.errorText());
         return CannotRead;
     }
+    request.setRound(parser.isSet(m_round));
+    request.setLayoutDirection(parser.isSet(m_rtl) ? Qt::RightToLeft : Qt::LeftToRight);
     SorrelKit::DrawableRenderer renderer(package);
-    QImage picture;
+    std::optional<Entry> entry;
     if (parser.isSet(m_launcher)) {
-        const QList<Entry> launchers = package.launchers();
-        const Entry *launcher = findLauncher(launchers, parser.value(m_launcher));
-        if (launcher == nullptr) {
-            Console::complain(file.text(), QStringLiteral("there is no launcher '%1'").arg(parser.value(m_launcher)));
+        const QString name = parser.value(m_launcher);
+        entry = findEntry(package.launchers(), name);
+        if (!entry)
+            entry = findEntry(package.entries(Entry::Kind::Television), name);
+        if (!entry) {
+            Console::complain(file.text(), QStringLiteral("there is no launcher '%1'").arg(name));
             return CannotRead;
         }
-        picture = renderer.icon(*launcher, request);
-    } else {
-        picture = renderer.icon(request);
     }
+    if (hasFrames)
+        return writeFrames(file, renderer, entry ? &*entry : nullptr, request, FileName(parser.value(m_frames)),
+                           console);
+    QImage picture;
+    if (isBanner)
+        picture = entry ? renderer.banner(*entry, request) : bannerOf(package, renderer, request);
+    else
+        picture = entry ? renderer.icon(*entry, request) : renderer.icon(request);
     const QString fault = renderer.error().text();
     if (picture.isNull()) {
         Console::complain(file.text(), fault.isEmpty() ? QStringLiteral("there is no icon") : fault);
@@ -106,5 +140,24 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
     if (!isStandardOutput)
         return writeFile(output, png) ? Success : CannotRead;
     console.write(png);
+    return Success;
+}
+
+int IconCommand::writeFrames(const FileName &file, SorrelKit::DrawableRenderer &renderer, const Entry *entry,
+                             const SorrelKit::IconRequest &request, const FileName &directory, Console &console) const
+{
+    const QVector<SorrelKit::IconFrame> frames =
+        entry != nullptr ? renderer.frames(*entry, request) : renderer.frames(request);
+    const QString fault = renderer.error().text();
+    if (!fault.isEmpty())
+        Console::complain(file.text(), fault);
+    if (frames.isEmpty())
+        return CannotRead;
+    FrameFiles files(directory);
+    if (!files.write(frames)) {
+        Console::complain(directory.text(), files.errorText());
+        return CannotRead;
+    }
+    console.write(files.list());
     return Success;
 }

@@ -3,8 +3,11 @@
 #define ICONCOMMAND_H
 
 #include "Command.h"
+#include "FileName.h"
 #include "IconOptions.h"
 #include "ThemeOption.h"
+
+#include <SorrelKit/DrawableRenderer.h>
 
 #include <QCommandLineOption>
 
@@ -18,6 +21,10 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
+    /// Writes the frames of the icon of @p entry, or of the application when it is null.
+    int writeFrames(const FileName &file, SorrelKit::DrawableRenderer &renderer, const SorrelKit::Entry *entry,
+                    const SorrelKit::IconRequest &request, const FileName &directory, Console &console) const;
+
     const IconOptions m_icon{192};
     const ThemeOption m_theme;
     const QCommandLineOption m_launcher{
@@ -25,6 +32,16 @@ private:
         QStringLiteral(
             "Draw the icon of the launcher NAME instead of the application's. 'sorrel info' prints the names."),
         QStringLiteral("NAME")};
+    const QCommandLineOption m_round{QStringLiteral("round"),
+                                     QStringLiteral("Draw the icon for round screens, where there is one.")};
+    const QCommandLineOption m_rtl{QStringLiteral("rtl"), QStringLiteral("Draw for a layout from right to left.")};
+    const QCommandLineOption m_banner{
+        QStringLiteral("banner"),
+        QStringLiteral("Draw the banner for televisions: '--size' is its height, up to 576 pixels.")};
+    const QCommandLineOption m_frames{
+        QStringLiteral("frames"),
+        QStringLiteral("Write each frame of an animated icon into the directory DIR, and print its duration."),
+        QStringLiteral("DIR")};
     const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
                                       QStringLiteral("Write to this file. '-', the default, is standard output."),
                                       QStringLiteral("OUT.png"),

@@ -4,6 +4,7 @@
 #include "DetailsJson.h"
 #include "InstallerRows.h"
 #include "PrintableText.h"
+#include "ReportJson.h"
 #include "UsedPlatform.h"
 
 #include <QJsonArray>
@@ -42,26 +43,6 @@ QString iconTexts(const QList<IconFile> &icons)
     return texts.isEmpty() ? QStringLiteral("none") : texts.join(QLatin1Char(' '));
 }
 
-QJsonObject iconToJson(const IconFile &icon)
-{
-    QJsonObject json{{QStringLiteral("kind"), icon.kind()}, {QStringLiteral("path"), icon.path()}};
-    if (!icon.size().isEmpty()) {
-        json.insert(QStringLiteral("width"), icon.size().width());
-        json.insert(QStringLiteral("height"), icon.size().height());
-    }
-    if (icon.isOfPlatform())
-        json.insert(QStringLiteral("platform"), true);
-    return json;
-}
-
-QJsonObject labelsToJson(const QMap<QString, QString> &byLanguage)
-{
-    QJsonObject labels;
-    for (auto label = byLanguage.cbegin(); label != byLanguage.cend(); ++label)
-        labels.insert(label.key(), label.value());
-    return labels;
-}
-
 QJsonArray featuresToJson(const QList<SorrelKit::Feature> &features)
 {
     QJsonArray json;
@@ -78,15 +59,12 @@ QJsonObject errorToJson(int code, const QString &text)
 
 QJsonObject launcherToJson(const Entry &launcher)
 {
-    QJsonArray icons;
-    for (const IconFile &icon : launcher.iconFiles())
-        icons.append(iconToJson(icon));
     return {
         {QStringLiteral("package"), launcher.packageName()},
         {QStringLiteral("name"), launcher.name()},
         {QStringLiteral("class"), launcher.className()},
-        {QStringLiteral("labels"), labelsToJson(launcher.labels())},
-        {QStringLiteral("icons"), icons},
+        {QStringLiteral("labels"), ReportJson::labels(launcher.labels())},
+        {QStringLiteral("icons"), ReportJson::icons(launcher.iconFiles())},
     };
 }
 
@@ -154,7 +132,7 @@ QJsonObject PackageReport::toJson() const
     json.insert(QStringLiteral("features"), featuresToJson(m_package.features()));
     json.insert(QStringLiteral("nativeAbis"), QJsonArray::fromStringList(m_package.nativeAbis()));
     json.insert(QStringLiteral("splits"), QJsonArray::fromStringList(m_package.splits()));
-    json.insert(QStringLiteral("labels"), labelsToJson(m_package.labels()));
+    json.insert(QStringLiteral("labels"), ReportJson::labels(m_package.labels()));
     json.insert(QStringLiteral("launchers"), launchers);
     return json;
 }

@@ -208,6 +208,11 @@ public:
     /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
     /// @since 0.5.1
     QList<Entry> launchers() const;
+    /// Every entry of @p kind, including those that are not shown; each component once, in the order of the manifest, up
+    /// to 1024 of them. For shortcuts and direct shares, the items of the files that launchers name, each file and each
+    /// id of a shortcut once. Reads the manifest, and for these two kinds the table and their files, once; goes over
+    /// them on each call. @since 0.5.1
+    QList<Entry> entries(Entry::Kind kind) const;
     /// The components of the application that have a name, in the order of the manifest, up to 8192 of them. The
     /// first of several elements with one tag and one name counts. A set has those of the base's manifest. Reads the manifest,
     /// and the table for a reference; goes over the manifest on each call. @since 0.5.1

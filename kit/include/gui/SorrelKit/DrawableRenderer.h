@@ -3,11 +3,13 @@
 #define SORRELKIT_DRAWABLERENDERER_H
 
 #include <SorrelKit/IconError.h>
+#include <SorrelKit/IconFrame.h>
 #include <SorrelKit/IconRequest.h>
 #include <SorrelKit/KitGuiExport.h>
 #include <SorrelKit/Package.h>
 
 #include <QImage>
+#include <QVector>
 
 #include <memory>
 
@@ -24,7 +26,7 @@ class DrawableRendererPrivate;
  *     request.setMask(IconMask::Circle);
  *     const QImage icon = renderer.icon(request);
  *
- * Each operation returns a square picture of IconRequest::pixelSize() pixels a side, in the format
+ * Each operation for icons and drawables returns a square picture of IconRequest::pixelSize() pixels a side, in the format
  * ARGB32_Premultiplied, transparent where nothing is drawn; a drawable that is not square is centred. The picture
  * belongs to the caller.
  *
@@ -69,10 +71,32 @@ public:
      * @since 0.5.1
      */
     QImage icon(const IconRequest &request);
-    /// The icon of @p launcher, which may belong to any package. @since 0.5.1
+    /// The icon of @p launcher, an entry of any kind and of any package. @since 0.5.1
     QImage icon(const Entry &launcher, const IconRequest &request);
+    /**
+     * The banner of @p entry (`android:banner`), which televisions show: as icon(), but 16 units wide for 9 units of
+     * height. IconRequest::pixelSize() is its height, up to 576 pixels; its width is rounded. A television shows a banner
+     * at 160 x 90 device-independent pixels. A null image when there is none. @since 0.5.1
+     */
+    QImage banner(const Entry &entry, const IconRequest &request);
+    /// The same for the banner of the application. @since 0.5.1
+    QImage banner(const IconRequest &request);
     /// The drawable or colour resource @p id (0xPPTTEEEE). @since 0.5.1
     QImage drawable(quint32 id, const IconRequest &request);
+
+    /**
+     * The pictures of the application's icon while it moves, with their durations; one picture for an icon that does
+     * not. `animation-list` and `animated-rotate` move, anywhere in a drawable; when several do, the pictures are those
+     * until the slowest starts again. An `animated-vector` stays as it is at the start.
+     *
+     * Empty when the icon cannot be drawn. Costs an icon for each picture, up to four of the limits of one; at most 256
+     * pictures and 64 MiB of them. The animation ends early, with an error, when that does not suffice. @since 0.5.1
+     */
+    QVector<IconFrame> frames(const IconRequest &request);
+    /// The same for the icon of @p entry. @since 0.5.1
+    QVector<IconFrame> frames(const Entry &entry, const IconRequest &request);
+    /// The same for the drawable or colour resource @p id. @since 0.5.1
+    QVector<IconFrame> frames(quint32 id, const IconRequest &request);
 
     /// The reason why the last picture is missing, or not complete; no error before the first one. Reads nothing.
     /// @since 0.5.1

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QMetaType>
 #include <QSharedDataPointer>
+#include <Qt>
 
 namespace SorrelKit {
 
@@ -35,6 +36,8 @@ class SORRELKITGUI_EXPORT IconRequest
     Q_PROPERTY(SorrelKit::IconMask mask READ mask WRITE setMask)
     Q_PROPERTY(bool night READ isNight WRITE setNight)
     Q_PROPERTY(bool monochrome READ isMonochrome WRITE setMonochrome)
+    Q_PROPERTY(bool round READ isRound WRITE setRound)
+    Q_PROPERTY(Qt::LayoutDirection layoutDirection READ layoutDirection WRITE setLayoutDirection)
     Q_PROPERTY(int platformVersion READ platformVersion WRITE setPlatformVersion)
     Q_PROPERTY(Theme theme READ theme WRITE setTheme)
     Q_PROPERTY(quint32 themeStyle READ themeStyle WRITE setThemeStyle)
@@ -89,6 +92,17 @@ public:
     bool isMonochrome() const;
     /// Sets isMonochrome(). @since 0.5.1
     void setMonochrome(bool monochrome);
+    /// Whether the icon for round screens and masks (`android:roundIcon`) is drawn where the package has one. Adaptive
+    /// icons need none, so current launchers do not ask for it. False by default. @since 0.5.1
+    bool isRound() const;
+    /// Sets isRound(). @since 0.5.1
+    void setRound(bool round);
+    /// The direction of the layout of the device. With Qt::RightToLeft, resources for it (`-ldrtl`) are preferred, and
+    /// drawables with `android:autoMirrored` are mirrored. Qt::LeftToRight by default; Qt::LayoutDirectionAuto counts as
+    /// that. @since 0.5.1
+    Qt::LayoutDirection layoutDirection() const;
+    /// Sets layoutDirection(). @since 0.5.1
+    void setLayoutDirection(Qt::LayoutDirection direction);
     /// API level of the platform that resources are chosen for. 0, the default, is the newest. @since 0.5.1
     int platformVersion() const;
     /// Sets platformVersion(). @since 0.5.1
