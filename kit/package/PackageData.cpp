@@ -51,9 +51,9 @@ bool PackageData::open()
         return false;
     }
     m_isOpen = true;
-    if (m_outer->contains(manifestPath()) || !PackageSet::isSet(*m_outer))
+    if (m_outer->contains(manifestPath()) || !SetReader::isSet(*m_outer))
         return true;
-    auto set = std::make_unique<PackageSet>(*m_outer, m_reading);
+    auto set = std::make_unique<SetReader>(*m_outer, m_reading);
     if (set->base() == nullptr) {
         setError(PackageError::NoManifest, QStringLiteral("the set has no base package"));
         m_isOpen = false;
@@ -75,7 +75,7 @@ void PackageData::openSplits()
         return;
     // The budget of the set is spent in one order, and the first error stays the first.
     manifest();
-    for (PackageSet::Split &split : m_set->splits()) {
+    for (SetReader::Split &split : m_set->splits()) {
         m_splits.append(split.name);
         m_members.push_back(std::move(split.archive));
     }

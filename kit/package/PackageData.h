@@ -9,7 +9,7 @@
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 #include "resources/ResourceResolver.h"
 
 #include <QExplicitlySharedDataPointer>
@@ -108,7 +108,7 @@ private:
     void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
-    std::unique_ptr<PackageSet> m_set;                  ///< until its splits are open
+    std::unique_ptr<SetReader> m_set;                  ///< until its splits are open
     std::vector<std::unique_ptr<ZipArchive>> m_members; ///< the packages of a set: the base, then the splits
     bool m_isOpened = false;                            ///< open() was called, with any result
     bool m_isOpen = false;                              ///< there is a package, or a set with a base
