@@ -24,8 +24,8 @@ namespace SorrelKit {
 class PackageSetData : public QSharedData
 {
 public:
-    /// The budget of reading the table, and the directories and manifests of all packages. A package that is compressed in
-    /// the set costs the work of inflating it.
+    /// The budget of reading the table, and the directories and manifests of all packages. A package that is compressed
+    /// costs the work of inflating it.
     static constexpr qint64 MaxReadingWork = 1 << 29;
     /// Bytes that are held for one package at a time.
     static constexpr qint64 MaxReadingBytes = 256 << 20;

@@ -132,7 +132,7 @@ void SplitTarget::readQualifiers(QString text)
             variant = qMax(1, number);
         } else if (densityOf(part) != 0) {
             densities.append(densityOf(part));
-        } else if (!languageOf(part).isEmpty()) {
+        } else if (!languageOf(part).isEmpty() && !languages.contains(languageOf(part))) {
             languages.append(languageOf(part));
         }
         text.remove(0, part.size() + 1);

@@ -2,7 +2,12 @@
 #include "InfoCommand.h"
 
 #include "Console.h"
+#include "InstallReport.h"
 #include "PackageReport.h"
+
+#include <SorrelKit/Device.h>
+
+#include <optional>
 
 QString InfoCommand::details() const
 {
@@ -11,13 +16,19 @@ QString InfoCommand::details() const
 
 void InfoCommand::addOptions(QCommandLineParser &parser) const
 {
-    parser.addOptions({m_json, m_all, m_signer});
+    parser.addOptions({m_json, m_all, m_signer, m_device});
 }
 
 int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     int status = Success;
     bool isFirst = true;
+    const bool hasDevice = parser.isSet(m_device);
+    const auto device = hasDevice ? SorrelKit::Device::fromFile(parser.value(m_device)) : SorrelKit::Device();
+    if (hasDevice && device.fault() != SorrelKit::Device::Fault::None) {
+        Console::complain(parser.value(m_device), device.faultText());
+        return CannotRead;
+    }
     for (const QString &argument : parser.positionalArguments()) {
         const FileName file(argument);
         const PackageReport report(file, parser.isSet(m_all));
@@ -26,14 +37,26 @@ int InfoCommand::run(const QCommandLineParser &parser, Console &console) const
             status = CannotRead;
         }
         const bool hasSigner = parser.isSet(m_signer);
+        std::optional<InstallReport> install;
+        if (hasDevice && report.isValid()) {
+            install.emplace(report.package(), device);
+            if (!install->fits()) {
+                Console::complain(file.text(), install->errorText());
+                status = DoesNotFit;
+            }
+        }
         if (parser.isSet(m_json)) {
             QJsonObject json = report.toJson();
             if (hasSigner)
                 m_signerPart.add(report, &json);
+            if (install)
+                json.insert(QStringLiteral("installs"), install->toJson());
             console.writeLine(json);
         } else if (report.isValid()) {
-            const ReportRows signer = hasSigner ? m_signerPart.rows(report) : ReportRows();
-            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style(), signer));
+            ReportRows more = hasSigner ? m_signerPart.rows(report) : ReportRows();
+            if (install)
+                more.add(install->rows());
+            console.write((isFirst ? QString() : QStringLiteral("\n")) + report.toText(console.style(), more));
             isFirst = false;
         }
         console.flush();

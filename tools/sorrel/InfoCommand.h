@@ -44,6 +44,9 @@ private:
                                    QStringLiteral("Include launchers that home screens do not show.")};
     const QCommandLineOption m_signer{QStringLiteral("signer"),
                                       QStringLiteral("Verify the signatures, and add the signer.")};
+    const QCommandLineOption m_device{
+        QStringLiteral("device"), QStringLiteral("Add what is installed on the device that this JSON file describes."),
+        QStringLiteral("device.json")};
 };
 
 #endif

@@ -188,6 +188,8 @@ void TestPackageSet::kindsByNames_data()
     row("splits/camera-master.apk", "2 camera");
     row("config.zh-rTW.apk", "3 base zh");
     row("config.b+sr+Latn.apk", "3 base sr");
+    row("config.de_de_rAT.apk", "3 base de");
+    row("config.fr_de.apk", "3 base fr de");
     row("split_config.armeabi_v7a.apk", "3 base armeabi-v7a");
     row("split_camera.config.420dpi.apk", "3 camera 420");
     row("config.nodpi.apk", "3 base 65535");

@@ -23,7 +23,7 @@ _sorrel() {
         mapfile -t COMPREPLY < <(compgen -W "$commands -h --help -v --version" -- "$current")
     else
         case ${COMP_WORDS[1]} in
-        info) options+=" --json --all --signer" ;;
+        info) options+=" --json --all --signer --device" ;;
         manifest) options+=" --ids" ;;
         resources | files) options+=" --json" ;;
         icon) options+=" -s --size --shape --launcher -o --output" ;;
@@ -42,6 +42,7 @@ _sorrel() {
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;
+        info:--device) _sorrel_files "json" ;;
         icon:-o | icon:--output) _sorrel_files "png" ;;
         catalog:-o | catalog:--output | diff:--html) _sorrel_files "html" ;;
         verify:--v4-signature) _sorrel_files "idsig" ;;

@@ -22,6 +22,7 @@ set -l in __fish_seen_subcommand_from
 complete -c sorrel -n "$in info resources files lint verify diff desktop" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
 complete -c sorrel -n "$in info" -l signer -d 'Verify the signatures, and add the signer'
+complete -c sorrel -n "$in info" -l device -r -d 'Add what is installed on this device'
 complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
 complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width and height in pixels'

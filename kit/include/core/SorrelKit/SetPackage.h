@@ -103,8 +103,8 @@ public:
     qint64 bytes() const;
     /// Why the package is chosen. @since 0.5.1
     Reason reason() const;
-    /// The reason in English ("language de"); empty for Reason::None. Programs decide by reason(). It may have text of the
-    /// package, which the caller makes harmless. @since 0.5.1
+    /// The reason in English ("language de"); empty for Reason::None. Programs decide by reason(). It may have text of
+    /// the package, which the caller makes harmless. @since 0.5.1
     QString reasonText() const;
 
 private:
