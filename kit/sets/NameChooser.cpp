@@ -93,7 +93,7 @@ void NameChooser::failForBases()
     Members all = m_bases;
     all.insert(all.end(), m_standalones.cbegin(), m_standalones.cend());
     if (all.empty()) {
-        m_selection.fail(Selection::Code::MissingPackage, QStringLiteral("the set has no base package"));
+        m_selection.fail(Selection::Code::MissingPackage, QStringLiteral("the set has no base package for the device"));
         return;
     }
     int lowestSdk = all.front()->facts.minSdkVersion;

@@ -53,6 +53,8 @@ void Selection::failForAbi(const QStringList &abis)
 SplitChoice Selection::choice()
 {
     if (!failed())
+        checkBase();
+    if (!failed())
         checkSdk();
     if (!failed())
         checkNativeCode();
@@ -69,6 +71,15 @@ SplitChoice Selection::choice()
         packages.append(SetAccess::package(facts));
     }
     return SetAccess::choice(Code::Fits, QString(), packages);
+}
+
+void Selection::checkBase()
+{
+    const auto mayBeBase = [](const Chosen &each) {
+        return isWhole(*each.member) || each.member->facts.kind == SetPackageKind::Unknown;
+    };
+    if (std::none_of(m_chosen.cbegin(), m_chosen.cend(), mayBeBase))
+        fail(Code::MissingPackage, QStringLiteral("the set has no base package for the device"));
 }
 
 void Selection::checkSdk()

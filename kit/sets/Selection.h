@@ -16,6 +16,7 @@ namespace SorrelKit {
  * The packages that are chosen for a device, or the first reason why nothing fits. Classes that choose add to it;
  * choice() checks what Android checks when it installs the packages:
  *
+ * - there is a base, or a whole application;
  * - each of them runs on the device's API level;
  * - when they have native code, some of it is for one of the device's processors;
  * - the types of splits that they require are among them;
@@ -51,6 +52,7 @@ private:
         QString text;
     };
 
+    void checkBase();
     void checkSdk();
     void checkNativeCode();
     void checkSplits();

@@ -406,6 +406,14 @@ void TestTocChoice::nothingFits_data()
     row("no variant", setOf(tocOf({}), {memberOf("base.apk", {})}), "3: toc.pb has no variant");
     row("missing package", setOf(tocOf({variantOf({}, {base})}), {memberOf("other.apk", {})}),
         "7: the set lacks the package base.apk");
+    row("no package", setOf(tocOf({variantOf({}, {})}), {memberOf("base.apk", {})}),
+        "7: the set has no base package for the device");
+    SetManifest german;
+    german.split = "config.de";
+    row("no base",
+        setOf(tocOf({variantOf({}, {moduleOf("base", {apkOf("de.apk")})})}),
+              {memberOf("base.apk", {}), memberOf("de.apk", german)}),
+        "7: the set has no base package for the device");
     SetManifest old;
     old.minSdk = 31;
     row("SDK of the manifest", setOf(tocOf({variantOf({}, {base})}), {memberOf("base.apk", old)}),
