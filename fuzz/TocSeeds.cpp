@@ -28,6 +28,7 @@ QByteArray everyField()
                                .message(3, languageTargeting(german(), others()))
                                .message(4, densityTargeting({7}, {1}))
                                .message(5, sdkTargeting({21}, {26}))
+                               .message(6, abiTargeting({}, {9, 10}))
                                .message(7, abis);
     const auto ofVariant = ProtobufWriter()
                                .message(1, sdkTargeting({21}, {23}))

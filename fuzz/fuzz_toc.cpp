@@ -37,7 +37,7 @@ int valuesOf(const Targeting::Dimension<Value> &dimension)
 int valuesOf(const Targeting &targeting)
 {
     return valuesOf(targeting.sdkVersions) + valuesOf(targeting.abis) + valuesOf(targeting.abiSets)
-           + valuesOf(targeting.languages) + valuesOf(targeting.densities);
+           + valuesOf(targeting.languages) + valuesOf(targeting.densities) + valuesOf(targeting.textures);
 }
 
 void checkCeilings(const TocReader &toc)

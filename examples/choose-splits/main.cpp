@@ -33,6 +33,6 @@ int main(int argc, char *argv[])
 
     // The application with these packages alone has the languages and pictures that the device has.
     const SorrelKit::Package installed = set.packageFor(device);
-    out << installed.label() << " has " << installed.splits().size() << " splits\n";
+    out << installed.label() << ": the number of splits is " << installed.splits().size() << '\n';
     return 0;
 }

@@ -10,6 +10,30 @@ namespace SorrelKit {
 
 namespace {
 
+// A format of textures, its number in the table of contents, and the extension of OpenGL ES of devices that have it.
+struct TextureFormat {
+    int alias;
+    const char *extension;
+};
+// The best formats come first: those with most detail in few bytes, then those of one maker, then old ones.
+constexpr TextureFormat TextureFormats[] = {
+    {9, "GL_KHR_texture_compression_astc_ldr"}, {8, "GL_IMG_texture_compression_pvrtc"},
+    {7, "GL_EXT_texture_compression_s3tc"},     {6, "GL_EXT_texture_compression_dxt1"},
+    {5, "GL_EXT_texture_compression_latc"},     {4, "GL_AMD_compressed_ATC_texture"},
+    {3, "GL_AMD_compressed_3DC_texture"},       {10, nullptr}, // ETC2 is part of OpenGL ES 3
+    {1, "GL_OES_compressed_ETC1_RGB8_texture"}, {2, "GL_OES_compressed_paletted_texture"},
+};
+
+// Whether @p features have version 3 of OpenGL ES, which tools write as "reqGlEsVersion=0x30002".
+bool hasOpenGlEs3(const QStringList &features)
+{
+    constexpr uint Version3 = 0x30000;
+    const QLatin1String name("reqGlEsVersion=");
+    return std::any_of(features.cbegin(), features.cend(), [&](const QString &feature) {
+        return feature.startsWith(name) && feature.mid(name.size()).toUInt(nullptr, 0) >= Version3;
+    });
+}
+
 QString languageOfTag(const QString &tag)
 {
     return LanguageTag(LanguageTag(tag).language().toString()).toString();
@@ -23,6 +47,12 @@ DeviceMatch::DeviceMatch(const Device &device) : m_device(device)
         m_languages.insert(languageOfTag(locale));
     for (const QString &feature : device.features())
         m_features.insert(feature);
+    const QStringList extensions = device.glExtensions();
+    for (const TextureFormat &format : TextureFormats) {
+        if (format.extension != nullptr ? extensions.contains(QLatin1String(format.extension))
+                                        : hasOpenGlEs3(device.features()))
+            m_textures.append(format.alias);
+    }
 }
 
 QString DeviceMatch::bestAbi(const QStringList &abis) const
@@ -119,6 +149,23 @@ bool DeviceMatch::fitsAbiSet(const Targeting::Dimension<QStringList> &sets) cons
 bool DeviceMatch::fitsDensity(const Targeting::Dimension<int> &densities) const
 {
     return densities.isAny() || densities.values.contains(bestDensity(densities.values + densities.alternatives));
+}
+
+int DeviceMatch::textureRank(const QVector<int> &textures) const
+{
+    return int(
+        std::find_if(m_textures.cbegin(), m_textures.cend(), [&](int format) { return textures.contains(format); })
+        - m_textures.cbegin());
+}
+
+bool DeviceMatch::fitsTexture(const Targeting::Dimension<int> &textures) const
+{
+    const int none = int(m_textures.size());
+    const int other = textureRank(textures.alternatives);
+    if (textures.values.isEmpty())
+        return other == none;
+    const int own = textureRank(textures.values);
+    return own < none && own <= other;
 }
 
 bool DeviceMatch::fitsLanguage(const Targeting::Dimension<QString> &languages) const

@@ -40,13 +40,19 @@ public:
     bool fitsAbi(const Targeting::Dimension<QString> &abis) const;
     bool fitsAbiSet(const Targeting::Dimension<QStringList> &sets) const;
     bool fitsDensity(const Targeting::Dimension<int> &densities) const;
+    bool fitsTexture(const Targeting::Dimension<int> &textures) const;
     bool fitsLanguage(const Targeting::Dimension<QString> &languages) const;
 
 private:
     /// The places of @p abis among the device's processors, ascending; empty when the device lacks one of them.
     QVector<int> ranks(const QStringList &abis) const;
 
+    /// The place of the best of @p textures that the device supports, in an order of preference; after all of them when
+    /// there is none.
+    int textureRank(const QVector<int> &textures) const;
+
     const Device m_device;
+    QVector<int> m_textures; ///< formats that the device supports, the preferred one first
     QSet<QString> m_languages;
     QSet<QString> m_features;
 };

@@ -39,12 +39,21 @@ void Selection::fail(Code code, const QString &message)
 
 void Selection::failForSdk(int needed)
 {
+    if (needed <= m_match.device().sdkVersion()) {
+        fail(Code::MissingPackage,
+             QStringLiteral("the set lacks the variant for SDK %1").arg(m_match.device().sdkVersion()));
+        return;
+    }
     fail(Code::SdkTooLow,
          QStringLiteral("needs SDK %1, and the device has SDK %2").arg(needed).arg(m_match.device().sdkVersion()));
 }
 
 void Selection::failForAbi(const QStringList &abis)
 {
+    if (!m_match.bestAbi(abis).isEmpty()) {
+        fail(Code::MissingPackage, QStringLiteral("the set lacks the package for a processor that the device prefers"));
+        return;
+    }
     fail(Code::NoNativeCode, QStringLiteral("no native code for %1, only for %2")
                                  .arg(m_match.device().abis().join(QStringLiteral(", ")),
                                       sortedNames(QSet<QString>(abis.cbegin(), abis.cend()))));

@@ -38,7 +38,8 @@ public:
     void fail(Code code, const QString &message);
     bool failed() const { return m_code != Code::Fits; }
 
-    /// The reasons that several classes have.
+    /// The reasons that several classes have. When the device reaches @p needed, or has one of @p abis, the set lacks the
+    /// alternative that fits better.
     void failForSdk(int needed);
     void failForAbi(const QStringList &abis);
 

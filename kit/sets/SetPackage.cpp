@@ -18,6 +18,7 @@ static_assert(int(SetPackage::Kind::Unknown) == int(SetPackageKind::Unknown)
                   && int(SetPackage::Reason::Language) == int(ChoiceReason::Language)
                   && int(SetPackage::Reason::ScreenDensity) == int(ChoiceReason::ScreenDensity)
                   && int(SetPackage::Reason::Standalone) == int(ChoiceReason::Standalone)
+                  && int(SetPackage::Reason::Texture) == int(ChoiceReason::Texture)
                   && int(SetPackage::Reason::Fallback) == int(ChoiceReason::Fallback),
               "the data has the numbers of the public enumerations");
 

@@ -28,6 +28,7 @@ enum class ChoiceReason {
     Language,
     ScreenDensity,
     Standalone,
+    Texture,
     Fallback,
 };
 

@@ -43,6 +43,27 @@ SplitChoice TocChooser::choose()
     return m_selection.choice();
 }
 
+bool TocChooser::isBetter(const Variant &a, const Variant &b) const
+{
+    const int sdk = m_match.bestSdk(a.targeting.sdkVersions.values);
+    const int otherSdk = m_match.bestSdk(b.targeting.sdkVersions.values);
+    if (sdk != otherSdk)
+        return sdk > otherSdk;
+    const auto abiRank = [this](const QVector<QString> &abis) {
+        return m_match.abiRank(QStringList(abis.cbegin(), abis.cend()));
+    };
+    const int rank = abiRank(a.targeting.abis.values);
+    const int otherRank = abiRank(b.targeting.abis.values);
+    if (rank != otherRank)
+        return rank < otherRank;
+    const QVector<int> &densities = a.targeting.densities.values;
+    const QVector<int> &others = b.targeting.densities.values;
+    const int density = m_match.bestDensity(densities + others);
+    if (densities.contains(density) != others.contains(density))
+        return densities.contains(density);
+    return a.number > b.number;
+}
+
 const Variant *TocChooser::bestVariant()
 {
     const Variant *best = nullptr;
@@ -50,12 +71,6 @@ const Variant *TocChooser::bestVariant()
     bool fitsAbi = false;
     int lowestSdk = 0;
     QStringList abis;
-    // Whether a is better for the device than b, which fits, too.
-    const auto isBetter = [this](const Variant &a, const Variant &b) {
-        const int sdk = m_match.bestSdk(a.targeting.sdkVersions.values);
-        const int otherSdk = m_match.bestSdk(b.targeting.sdkVersions.values);
-        return sdk != otherSdk ? sdk > otherSdk : a.number > b.number;
-    };
     for (const Variant &variant : m_toc.variants()) {
         const Targeting &targeting = variant.targeting;
         for (const int sdk : targeting.sdkVersions.values)
@@ -69,7 +84,8 @@ const Variant *TocChooser::bestVariant()
         if (!m_match.fitsAbi(targeting.abis) || !m_match.fitsAbiSet(targeting.abiSets))
             continue;
         fitsAbi = true;
-        if (m_match.fitsDensity(targeting.densities) && (best == nullptr || isBetter(variant, *best)))
+        if (m_match.fitsTexture(targeting.textures) && m_match.fitsDensity(targeting.densities)
+            && (best == nullptr || isBetter(variant, *best)))
             best = &variant;
     }
     if (m_toc.variants().isEmpty())
@@ -79,9 +95,9 @@ const Variant *TocChooser::bestVariant()
     else if (!fitsAbi)
         m_selection.failForAbi(abis);
     else if (best == nullptr)
-        m_selection.fail(
-            Selection::Code::NoScreen,
-            QStringLiteral("no variant is for a screen of %1 dots per inch").arg(m_match.device().screenDensity()));
+        m_selection.fail(Selection::Code::NoScreen,
+                         QStringLiteral("no variant is for the device's graphics and a screen of %1 dots per inch")
+                             .arg(m_match.device().screenDensity()));
     return best;
 }
 
@@ -95,7 +111,7 @@ bool TocChooser::fits(const Apk &apk) const
     const Targeting &targeting = apk.targeting;
     return apk.kind != Apk::Kind::Other && m_match.fitsSdk(targeting.sdkVersions) && m_match.fitsAbi(targeting.abis)
            && m_match.fitsAbiSet(targeting.abiSets) && m_match.fitsDensity(targeting.densities)
-           && m_match.fitsLanguage(targeting.languages);
+           && m_match.fitsLanguage(targeting.languages) && m_match.fitsTexture(targeting.textures);
 }
 
 void TocChooser::addModule(const Module &module)
@@ -137,7 +153,9 @@ void TocChooser::addApk(const Apk &apk, const Module &module)
         m_selection.add(
             *member, Reason::ScreenDensity,
             QStringLiteral("screen of %1 dots per inch").arg(m_match.bestDensity(targeting.densities.values)));
-    } else if (!targeting.languages.isAny() || !targeting.abis.isAny()) {
+    } else if (!targeting.textures.values.isEmpty()) {
+        m_selection.add(*member, Reason::Texture, QStringLiteral("textures for the device's graphics"));
+    } else if (!targeting.languages.isAny() || !targeting.abis.isAny() || !targeting.textures.isAny()) {
         m_selection.add(*member, Reason::Fallback, QStringLiteral("nothing else is closer to the device"));
     } else if (isConditional(module)) {
         m_selection.add(*member, Reason::Condition, QStringLiteral("module for such devices"));

@@ -23,6 +23,8 @@ public:
     SplitChoice choose();
 
 private:
+    /// Whether @p a is better for the device than @p b. Precondition: both fit.
+    bool isBetter(const TocReader::Variant &a, const TocReader::Variant &b) const;
     const TocReader::Variant *bestVariant();
     bool fits(const TocReader::Module &module) const;
     void addModule(const TocReader::Module &module);

@@ -25,6 +25,7 @@ struct Targeting {
     Dimension<QStringList> abiSets;
     Dimension<QString> languages; ///< "de"
     Dimension<int> densities;     ///< dots per inch, or a value of Configuration::Density
+    Dimension<int> textures;      ///< formats of textures, by the numbers of the table
 };
 
 } // namespace SorrelKit

@@ -80,6 +80,8 @@ void TocReader::readVariant(const ByteView &message, Variant *variant)
                     return readDensities(part.bytes(), &targeting.densities);
                 case 4:
                     return readAbiSets(part.bytes(), &targeting.abiSets);
+                case 5:
+                    return readTextures(part.bytes(), &targeting.textures);
                 default:
                     return;
                 }
@@ -164,6 +166,8 @@ void TocReader::readApk(const ByteView &message, Apk *apk)
                     return readDensities(part.bytes(), &targeting.densities);
                 case 5:
                     return readSdkVersions(part.bytes(), &targeting.sdkVersions);
+                case 6:
+                    return readTextures(part.bytes(), &targeting.textures);
                 case 7:
                     return readAbiSets(part.bytes(), &targeting.abiSets);
                 default:
@@ -229,6 +233,18 @@ void TocReader::readAbiSets(const ByteView &message, Targeting::Dimension<QStrin
 void TocReader::readDensities(const ByteView &message, Targeting::Dimension<int> *dimension)
 {
     readDimension(message, dimension, [this](const ProtobufView &field) { return density(field.bytes()); });
+}
+
+void TocReader::readTextures(const ByteView &message, Targeting::Dimension<int> *dimension)
+{
+    readDimension(message, dimension, [this](const ProtobufView &field) {
+        int alias = 0;
+        readFields(field.bytes(), [&](const ProtobufView &part) {
+            if (part.field() == 1)
+                alias = part.smallNumber();
+        });
+        return alias;
+    });
 }
 
 void TocReader::readLanguages(const ByteView &message, Targeting::Dimension<QString> *dimension)

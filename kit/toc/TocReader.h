@@ -22,16 +22,17 @@ class ProtobufView;
  * |------------------------|----------------------------------------------------------------------------------------|
  * | BuildApksResult        | 1 Variant*, 3 AssetSliceSet*, 4 package name                                           |
  * | Variant                | 1 VariantTargeting, 2 ApkSet*, 3 number                                                |
- * | VariantTargeting       | 1 SDK version, 2 ABI, 3 screen density, 4 several ABIs                                 |
+ * | VariantTargeting       | 1 SDK version, 2 ABI, 3 screen density, 4 several ABIs, 5 textures                     |
  * | ApkSet                 | 1 ModuleMetadata, 2 ApkDescription*                                                    |
  * | AssetSliceSet          | 2 ApkDescription*                                                                      |
  * | ModuleMetadata         | 1 name, 2 on demand, 5 ModuleTargeting, 6 delivery type                                |
  * | ModuleTargeting        | 1 SDK version, 2 DeviceFeatureTargeting* { 1 DeviceFeature { 1 name } }                |
  * | ApkDescription         | 1 ApkTargeting, 2 path, 3 SplitApkMetadata, 4 standalone, 5 instant, 6 system          |
  * | SplitApkMetadata       | 1 name of the split                                                                    |
- * | ApkTargeting           | 1 ABI, 3 language, 4 screen density, 5 SDK version, 7 several ABIs                     |
+ * | ApkTargeting           | 1 ABI, 3 language, 4 screen density, 5 SDK version, 6 textures, 7 several ABIs         |
  * | each kind of targeting | 1 value*, 2 alternative*                                                               |
  * | Abi, ScreenDensity     | 1 alias; 2 dots per inch of a ScreenDensity                                            |
+ * | texture format         | 1 alias                                                                                |
  * | MultiAbi               | 1 Abi*                                                                                 |
  * | SdkVersion             | 1 Int32Value { 1 value }: the lowest API level                                         |
  *
@@ -104,6 +105,7 @@ private:
     void readAbis(const ByteView &message, Targeting::Dimension<QString> *dimension);
     void readAbiSets(const ByteView &message, Targeting::Dimension<QStringList> *dimension);
     void readDensities(const ByteView &message, Targeting::Dimension<int> *dimension);
+    void readTextures(const ByteView &message, Targeting::Dimension<int> *dimension);
     void readLanguages(const ByteView &message, Targeting::Dimension<QString> *dimension);
     void readAsset(const ByteView &message);
     QString abi(const ByteView &message);

@@ -146,6 +146,9 @@ private slots:
     void modulesForDevices();
     void severalProcessors();
     void variants();
+    void variantsOfProcessorsAndScreens();
+    void textures_data();
+    void textures();
     void assets();
     void nothingFits_data();
     void nothingFits();
@@ -375,7 +378,60 @@ void TestTocChoice::variants()
     QCOMPARE(chosen(screens, withDensity(480)), QStringList(latin("21.apk")));
     QCOMPARE(chosen(screens, withDensity(160)), QStringList(latin("26.apk")));
     QCOMPARE(chosen(setOf(tocOf({screen({Mdpi}, {Xxhdpi}, "26.apk")}), {memberOf("26.apk", {})}), withDensity(480)),
-             QStringList(latin("6: no variant is for a screen of 480 dots per inch")));
+             QStringList(latin("6: no variant is for the device's graphics and a screen of 480 dots per inch")));
+}
+
+void TestTocChoice::variantsOfProcessorsAndScreens()
+{
+    const auto variant = [](const ProtobufWriter &targeting, const char *path, int number) {
+        return variantOf(targeting, {moduleOf("base", {apkOf(path)})}, number);
+    };
+    const QVector<Member> members{memberOf("a.apk", {}), memberOf("b.apk", {})};
+    const auto forAbiOf = [](int abi) { return ProtobufWriter().message(2, abiTargeting({abi})); };
+    const QByteArray abis =
+        setOf(tocOf({variant(forAbiOf(Arm64), "a.apk", 1), variant(forAbiOf(Arm7), "b.apk", 2)}), members);
+    QCOMPARE(chosen(abis, withAbis("arm64-v8a armeabi-v7a")), QStringList(latin("a.apk")));
+    QCOMPARE(chosen(abis, withAbis("armeabi-v7a arm64-v8a")), QStringList(latin("b.apk")));
+    const auto forScreen = [](int density) { return ProtobufWriter().message(3, densityTargeting({density})); };
+    const QByteArray screens =
+        setOf(tocOf({variant(forScreen(Mdpi), "a.apk", 1), variant(forScreen(Xxhdpi), "b.apk", 2)}), members);
+    QCOMPARE(chosen(screens, withDensity(160)), QStringList(latin("a.apk")));
+    QCOMPARE(chosen(screens, withDensity(480)), QStringList(latin("b.apk")));
+    const QByteArray same = setOf(tocOf({variant({}, "a.apk", 1), variant({}, "b.apk", 2)}), members);
+    QCOMPARE(chosen(same, phone()), QStringList(latin("b.apk")));
+    const auto forTexture = ProtobufWriter().message(5, abiTargeting({9}));
+    QCOMPARE(chosen(setOf(tocOf({variant(forTexture, "a.apk", 1)}), members), phone()),
+             QStringList(latin("6: no variant is for the device's graphics and a screen of 480 dots per inch")));
+}
+
+void TestTocChoice::textures_data()
+{
+    QTest::addColumn<QString>("extensions");
+    QTest::addColumn<QString>("features");
+    QTest::addColumn<QString>("path");
+    const char *const astc = "GL_KHR_texture_compression_astc_ldr";
+    const char *const etc1 = "GL_OES_compressed_ETC1_RGB8_texture";
+    QTest::newRow("ASTC") << latin(astc) << latin("reqGlEsVersion=0x30002") << latin("astc.apk");
+    QTest::newRow("ETC2") << latin(etc1) << latin("reqGlEsVersion=0x30000") << latin("etc2.apk");
+    QTest::newRow("OpenGL ES 2") << latin(etc1) << latin("reqGlEsVersion=0x20000") << latin("rest.apk");
+    QTest::newRow("nothing") << QString() << latin("reqGlEsVersion=none") << latin("rest.apk");
+}
+
+void TestTocChoice::textures()
+{
+    QFETCH(QString, extensions);
+    QFETCH(QString, features);
+    QFETCH(QString, path);
+    const auto forTextures = [](const QVector<int> &values, const QVector<int> &others) {
+        return ProtobufWriter().message(6, abiTargeting(values, others));
+    };
+    const QVector<ProtobufWriter> apks{apkOf("astc.apk", forTextures({9}, {10})),
+                                       apkOf("etc2.apk", forTextures({10}, {9})),
+                                       apkOf("rest.apk", forTextures({}, {9, 10}))};
+    Device device = phone();
+    device.setGlExtensions(extensions.split(QLatin1Char(' ')));
+    device.setFeatures({features});
+    QCOMPARE(ofModules({moduleOf("base", apks)}, "astc.apk etc2.apk rest.apk", device), QStringList(path));
 }
 
 // The time of delivery is in the manifest of an asset pack.
@@ -404,6 +460,14 @@ void TestTocChoice::nothingFits_data()
         QTest::newRow(name) << set << latin(text);
     };
     row("no variant", setOf(tocOf({}), {memberOf("base.apk", {})}), "3: toc.pb has no variant");
+    row("missing variant",
+        setOf(tocOf({variantOf(ProtobufWriter().message(1, sdkTargeting({21}, {26})), {base})}),
+              {memberOf("base.apk", {})}),
+        "7: the set lacks the variant for SDK 30");
+    row("missing processor",
+        setOf(tocOf({variantOf({}, {base, moduleOf("a", {apkOf("a.apk", forAbi({Arm7}, {Arm64}))})})}),
+              {memberOf("base.apk", {}), memberOf("a.apk", {})}),
+        "7: the set lacks the package for a processor that the device prefers");
     row("missing package", setOf(tocOf({variantOf({}, {base})}), {memberOf("other.apk", {})}),
         "7: the set lacks the package base.apk");
     row("no package", setOf(tocOf({variantOf({}, {})}), {memberOf("base.apk", {})}),

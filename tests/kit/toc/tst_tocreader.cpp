@@ -39,6 +39,7 @@ QByteArray fullToc()
                                          .message(3, languageTargeting({latin("de")}, {latin("fr")}))
                                          .message(4, densityTargeting({7}, {1}))
                                          .message(5, sdkTargeting({21}))
+                                         .message(6, abiTargeting({9}, {10}))
                                          .message(7, abis))
                          .text(2, "splits/base.apk")
                          .message(3, ProtobufWriter().text(1, "config.de").number(2, 0));
@@ -46,7 +47,8 @@ QByteArray fullToc()
                                .message(1, sdkTargeting({21}, {23}))
                                .message(2, abiTargeting({4}))
                                .message(3, ProtobufWriter().message(1, ProtobufWriter().number(2, 420)))
-                               .message(4, abis);
+                               .message(4, abis)
+                               .message(5, abiTargeting({1}));
     return tocOf({variantOf(targeting, {moduleOf("camera", {apk}, 2, conditions)}, 5)},
                  {apkOf("asset.apk", ProtobufWriter())});
 }
@@ -84,6 +86,7 @@ void TestTocReader::everyField()
     QCOMPARE(variant.targeting.sdkVersions.alternatives, QVector<int>{23});
     QCOMPARE(variant.targeting.abis.values, QVector<QString>{latin("x86")});
     QCOMPARE(variant.targeting.densities.values, QVector<int>{420});
+    QCOMPARE(variant.targeting.textures.values, QVector<int>{1});
     QCOMPARE(variant.targeting.abiSets.values, QVector<QStringList>{QStringList(latin("arm64-v8a"))});
     const TocReader::Module &module = variant.modules.constFirst();
     QCOMPARE(module.name, latin("camera"));
@@ -100,6 +103,8 @@ void TestTocReader::everyField()
     QCOMPARE(apk.targeting.densities.values, QVector<int>{480});
     QCOMPARE(apk.targeting.densities.alternatives, QVector<int>{65535});
     QCOMPARE(apk.targeting.sdkVersions.values, QVector<int>{21});
+    QCOMPARE(apk.targeting.textures.values, QVector<int>{9});
+    QCOMPARE(apk.targeting.textures.alternatives, QVector<int>{10});
     QCOMPARE(apk.targeting.abiSets.values.size(), 1);
     QCOMPARE(toc.assets().size(), 1);
     QCOMPARE(toc.assets().constFirst().path, latin("asset.apk"));

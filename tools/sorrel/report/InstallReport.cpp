@@ -75,6 +75,8 @@ QString reasonName(SetPackage::Reason reason)
         return QStringLiteral("screen-density");
     case SetPackage::Reason::Standalone:
         return QStringLiteral("standalone");
+    case SetPackage::Reason::Texture:
+        return QStringLiteral("texture");
     case SetPackage::Reason::Fallback:
         return QStringLiteral("fallback");
     }

@@ -28,7 +28,7 @@ class DeviceData;
  * | screenDensity    | dots per inch, from 1 to 65533                                                    |
  * | sdkVersion       | the API level, from 1 to 10000                                                    |
  * | deviceFeatures   | features (`"android.hardware.camera"`); may be missing                             |
- * | glExtensions     | extensions of OpenGL ES; may be missing. No choice depends on them                |
+ * | glExtensions     | extensions of OpenGL ES, which decide on formats of textures; may be missing      |
  *
  * Copies share their data and are cheap. Except fromFile() and fromJson(), every operation takes constant time and
  * cannot fail. Different objects may be used in different threads.

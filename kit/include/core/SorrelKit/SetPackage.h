@@ -60,6 +60,7 @@ public:
         Language,      ///< texts in a language of the user
         ScreenDensity, ///< pictures for the device's screen
         Standalone,    ///< the whole application, made for the device's processor or screen
+        Texture,       ///< textures in a format that the device's graphics read
         Fallback,      ///< nothing else in the set is closer to the device
     };
     Q_ENUM(Reason)

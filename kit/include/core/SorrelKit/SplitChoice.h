@@ -43,7 +43,7 @@ public:
         BadContents,   ///< `toc.pb` of the set is damaged
         SdkTooLow,     ///< the application needs a newer Android
         NoNativeCode,  ///< there is native code, but none for the device
-        NoScreen,      ///< nothing in the set is for the device's screen
+        NoScreen,      ///< nothing in the set is for the device's screen and graphics
         MissingPackage ///< the set lacks a package that the application requires
     };
     Q_ENUM(Code)
