@@ -178,5 +178,5 @@ void TestDevice::damagedByteByByte()
     QVERIFY(faults > whole.size());
 }
 
-QTEST_APPLESS_MAIN(TestDevice)
+QTEST_GUILESS_MAIN(TestDevice)
 #include "tst_device.moc"

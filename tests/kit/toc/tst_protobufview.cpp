@@ -159,5 +159,5 @@ void TestProtobufView::fieldsCostWork()
     }
 }
 
-QTEST_APPLESS_MAIN(TestProtobufView)
+QTEST_GUILESS_MAIN(TestProtobufView)
 #include "tst_protobufview.moc"

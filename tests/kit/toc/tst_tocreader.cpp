@@ -274,5 +274,5 @@ void TestTocReader::damagedByteByByte()
     QVERIFY(refused > whole.size());
 }
 
-QTEST_APPLESS_MAIN(TestTocReader)
+QTEST_GUILESS_MAIN(TestTocReader)
 #include "tst_tocreader.moc"
