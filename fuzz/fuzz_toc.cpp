@@ -21,6 +21,8 @@ std::vector<SetMember> membersOfSet()
     for (const char *path : {"base.apk", "de.apk", "en.apk", "64.apk", "xxhdpi.apk", "old.apk", "asset.apk"}) {
         SetMember member;
         member.facts.path = QString::fromLatin1(path);
+        member.hasManifest = true;
+        member.facts.kind = SetPackageKind::Base;
         member.classify();
         members.push_back(std::move(member));
     }

@@ -71,7 +71,7 @@ void PackageSetData::readSet(ZipArchive &archive)
         const bool isPacked = data && data->method != ZipDirectory::Stored;
         if (!isPacked || budget.spendWork(Budget::ByteWork * data->size)) {
             const std::optional<SetReader::Opened> package = SetReader::openPackage(archive, path, &budget);
-            if (package) {
+            if (package && package->manifest.root().name == QLatin1String("manifest")) {
                 member.readManifest(package->manifest);
                 addNativeCode(*package->archive, &member);
             }

@@ -87,8 +87,11 @@ void Selection::checkBase()
     const auto mayBeBase = [](const Chosen &each) {
         return isWhole(*each.member) || each.member->facts.kind == SetPackageKind::Unknown;
     };
+    const auto isBase = [](const Chosen &each) { return isWhole(*each.member) && each.member->hasManifest; };
     if (std::none_of(m_chosen.cbegin(), m_chosen.cend(), mayBeBase))
         fail(Code::MissingPackage, QStringLiteral("the set has no base package for the device"));
+    else if (std::none_of(m_chosen.cbegin(), m_chosen.cend(), isBase))
+        fail(Code::CannotRead, QStringLiteral("could not read the manifest of the base package for the device"));
 }
 
 void Selection::checkSdk()

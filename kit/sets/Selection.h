@@ -16,7 +16,7 @@ namespace SorrelKit {
  * The packages that are chosen for a device, or the first reason why nothing fits. Classes that choose add to it;
  * choice() checks what Android checks when it installs the packages:
  *
- * - there is a base, or a whole application;
+ * - there is a base, or a whole application, whose manifest can be read;
  * - each of them runs on the device's API level;
  * - when they have native code, some of it is for one of the device's processors;
  * - the types of splits that they require are among them;

@@ -117,6 +117,7 @@ private slots:
     void filesAndCopies();
     void readingHasABudget();
     void namesUpToTheCeiling();
+    void damagedByteByByte();
 };
 
 void TestPackageSet::noSet()
@@ -540,6 +541,46 @@ void TestPackageSet::namesUpToTheCeiling()
     QCOMPARE(required(SorrelKit::SetMember::MaxSplitNames), latin("7: the set lacks a split of a required type: a, b"));
     QCOMPARE(required(SorrelKit::SetMember::MaxSplitNames + 1),
              latin("7: the set lacks a split of a required type: a"));
+}
+
+// What is chosen from a damaged set is in the set, and a reason is given when nothing is chosen.
+void TestPackageSet::damagedByteByByte()
+{
+    const auto stored = [](const SetManifest &manifest, const char *library = nullptr) {
+        QVector<Member> members{{latin("AndroidManifest.xml"), manifestOf(manifest)}};
+        if (library != nullptr)
+            members.append({latin(library), "code"});
+        return zip(members, Compression::Stored);
+    };
+    SetManifest base;
+    base.requiredSplitTypes = "abi";
+    SetManifest native;
+    native.split = "config.arm64_v8a";
+    native.splitTypes = "abi";
+    native.delivery = "install-time";
+    native.conditionSdk = 21;
+    const QByteArray whole =
+        zip({{latin("base.apk"), stored(base)}, {latin("config.arm64_v8a.apk"), stored(native, "lib/arm64-v8a/a.so")}},
+            Compression::Stored);
+    QCOMPARE(chosen(whole, phone()).size(), 2);
+    int others = 0;
+    for (int at = 0; at < whole.size(); ++at) {
+        for (const char byte : {'\x00', '\x7f', '\xff'}) {
+            QByteArray damaged = whole;
+            damaged[at] = byte;
+            PackageDevice file(damaged);
+            const PackageSet set{Package(&file)};
+            const SplitChoice choice = set.splitsFor(phone());
+            QCOMPARE(choice.fits(), choice.message().isEmpty());
+            QCOMPARE(choice.fits(), !choice.packages().isEmpty());
+            QVERIFY(set.packages().size() <= 2);
+            for (const SetPackage &package : choice.packages())
+                QVERIFY(package.bytes() >= 0 && package.packedBytes() <= damaged.size());
+            QCOMPARE(set.packageFor(phone()).isValid(), choice.fits());
+            others += choice.packages().size() != 2 ? 1 : 0;
+        }
+    }
+    QVERIFY(others > 100);
 }
 
 QTEST_GUILESS_MAIN(TestPackageSet)

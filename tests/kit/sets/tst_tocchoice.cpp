@@ -474,6 +474,9 @@ void TestTocChoice::nothingFits_data()
         "7: the set has no base package for the device");
     SetManifest german;
     german.split = "config.de";
+    row("unreadable base",
+        setOf(tocOf({variantOf({}, {base})}), {memberOf("x/base.apk", {}), {latin("base.apk"), "no archive"}}),
+        "1: could not read the manifest of the base package for the device");
     row("no base",
         setOf(tocOf({variantOf({}, {moduleOf("base", {apkOf("de.apk")})})}),
               {memberOf("base.apk", {}), memberOf("de.apk", german)}),
