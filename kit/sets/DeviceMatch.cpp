@@ -123,7 +123,7 @@ bool DeviceMatch::fitsAbi(const Targeting::Dimension<QString> &abis) const
 
 bool DeviceMatch::fitsAbiSet(const Targeting::Dimension<QStringList> &sets) const
 {
-    // Of two sets, the one with the better first processor is better; else the one with more of them.
+    // The set with the better first processor is better. When they are the same, the one with more of them is.
     const auto isBetter = [](const QVector<int> &a, const QVector<int> &b) {
         const auto places = std::mismatch(a.cbegin(), a.cend(), b.cbegin(), b.cend());
         if (places.second == b.cend())

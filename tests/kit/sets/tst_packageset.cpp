@@ -543,7 +543,7 @@ void TestPackageSet::namesUpToTheCeiling()
              latin("7: the set lacks a split of a required type: a"));
 }
 
-// What is chosen from a damaged set is in the set, and a reason is given when nothing is chosen.
+// The choice from a damaged set has packages of the set, or a reason.
 void TestPackageSet::damagedByteByByte()
 {
     const auto stored = [](const SetManifest &manifest, const char *library = nullptr) {

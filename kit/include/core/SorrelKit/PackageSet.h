@@ -25,11 +25,11 @@ class PackageSetData;
  * level that the device reaches, and then of each module the packages whose targets fit the device better than their
  * alternatives. Without the table, the manifests of the packages and the names of the files decide:
  *
- * - of several bases, the one with the highest API level that the device reaches; a whole application only when no base
- *   fits;
- * - of each module, the screen density that Android prefers, and every language of the user;
- * - native code for one processor: the first of the device's that the set has native code for;
- * - modules, unless their manifests leave them for later.
+ * - the base is the one with the highest API level that the device reaches; a whole application is chosen only when
+ *   no base fits;
+ * - each module gets the screen density that Android prefers, and every language of the user;
+ * - native code is for one processor: the first of the device's that the set has native code for;
+ * - a module is chosen unless its manifest leaves it for later.
  *
  * In both cases, the API levels of all chosen packages and the splits that they require are checked as Android does.
  * Regions of languages make no difference, because splits have none.
