@@ -7,6 +7,7 @@
 #include "Pictures.h"
 #include "RawZip.h"
 #include "Regressions.h"
+#include "TocSeeds.h"
 
 #include <QDir>
 #include <QFile>
@@ -158,6 +159,7 @@ int main(int argc, char *argv[])
     writeAll(directory + QStringLiteral("/signing_block"), blockSeeds());
     writeAll(directory + QStringLiteral("/signature_block"), signatureBlockSeeds());
     writeAll(directory + QStringLiteral("/jar_manifest"), jarManifestSeeds());
+    writeAll(directory + QStringLiteral("/toc"), tocSeeds());
     const QString regressions = QStringLiteral("/regressions");
     writeAll(tables + regressions, tableRegressions());
     writeAll(documents + regressions, documentRegressions());

@@ -16,17 +16,17 @@ PackageArchives::PackageArchives(const Package &package, Budget *directories, Bu
     auto outer = std::make_unique<ZipArchive>(m_source);
     if (!outer->open(directories))
         return;
-    if (outer->contains(QStringLiteral("AndroidManifest.xml")) || !PackageSet::isSet(*outer)) {
+    if (outer->contains(QStringLiteral("AndroidManifest.xml")) || !SetReader::isSet(*outer)) {
         m_archives.push_back({QString(), std::move(outer)});
         return;
     }
     m_set = std::move(outer);
-    PackageSet set(*m_set, *packages);
+    SetReader set(*m_set, *packages);
     if (set.base() == nullptr)
         return;
     auto &splits = set.splits();
     m_archives.push_back({QString(), std::move(set.base())});
-    for (PackageSet::Split &split : splits)
+    for (SetReader::Split &split : splits)
         m_archives.push_back({split.name, std::move(split.archive)});
 }
 

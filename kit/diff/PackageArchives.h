@@ -5,7 +5,7 @@
 #include "archive/ByteSource.h"
 #include "archive/ZipArchive.h"
 #include "limits/Budget.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 
 #include <SorrelKit/Package.h>
 

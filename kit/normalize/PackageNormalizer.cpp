@@ -11,7 +11,7 @@
 #include "normalize/IconMembers.h"
 #include "normalize/TableRewriter.h"
 #include "package/PackageData.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 #include "picture/PictureFile.h"
 
 #include <ApkFile.h>
@@ -161,8 +161,8 @@ OpenPackage PackageNormalizerPrivate::openPackage(Budget &budget)
     package.files = archive();
     if (!package.files->open()) {
         package.files.reset();
-    } else if (!package.files->contains(QLatin1String(manifestName)) && PackageSet::isSet(*package.files)) {
-        PackageSet set(*package.files, budget);
+    } else if (!package.files->contains(QLatin1String(manifestName)) && SetReader::isSet(*package.files)) {
+        SetReader set(*package.files, budget);
         if (set.base() != nullptr) {
             package.set = std::move(package.files);
             package.files = std::move(set.base());

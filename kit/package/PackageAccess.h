@@ -14,6 +14,12 @@ class PackageAccess
 {
 public:
     static PackageDataPointer data(const Package &package) { return package.d; }
+    static Package package(PackageData *data)
+    {
+        Package package;
+        package.d = data;
+        return package;
+    }
     static const EntryData &data(const Entry &launcher) { return *launcher.d; }
 };
 

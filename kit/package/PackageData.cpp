@@ -49,6 +49,13 @@ PackageData::PackageData(const QByteArray &nativePath)
 {
 }
 
+PackageData::PackageData(std::shared_ptr<ByteSource> source, const QStringList &paths)
+    : m_outer(std::make_unique<ZipArchive>(std::move(source))),
+      m_paths(paths),
+      m_resolver(*this, anyPhone(), &m_lookups)
+{
+}
+
 bool PackageData::open()
 {
     if (m_isOpened)
@@ -59,9 +66,10 @@ bool PackageData::open()
         return false;
     }
     m_isOpen = true;
-    if (m_outer->contains(manifestPath()) || !PackageSet::isSet(*m_outer))
+    if (m_outer->contains(manifestPath()) || !SetReader::isSet(*m_outer))
         return true;
-    auto set = std::make_unique<PackageSet>(*m_outer, m_reading);
+    auto set = m_paths ? std::make_unique<SetReader>(*m_outer, m_reading, *m_paths)
+                       : std::make_unique<SetReader>(*m_outer, m_reading);
     if (set->base() == nullptr) {
         setError(PackageError::NoManifest, QStringLiteral("the set has no base package"));
         m_isOpen = false;
@@ -83,7 +91,7 @@ void PackageData::openSplits()
         return;
     // The budget of the set is spent in one order, and the first error stays the first.
     manifest();
-    for (PackageSet::Split &split : m_set->splits()) {
+    for (SetReader::Split &split : m_set->splits()) {
         m_splits.append(split.name);
         m_members.push_back(std::move(split.archive));
         m_oddities.push_back({split.path, split.oddities, {}});
@@ -216,26 +224,28 @@ QByteArray PackageData::file(const QString &path, qint64 maxBytes, Budget *budge
     return {};
 }
 
+QSet<QString> PackageData::nativeAbis(ZipArchive &package)
+{
+    constexpr int MaxMembers = 1 << 16;
+    QSet<QString> abis;
+    const ZipDirectory &directory = package.directory();
+    for (int number = 0; number < qMin(directory.count(), MaxMembers); ++number) {
+        const ByteView name = directory.name(number);
+        if (!name.hasText(0, "lib/") || !name.hasText(name.size() - 3, ".so"))
+            continue;
+        const QList<QByteArray> parts = name.toByteArray().split('/');
+        if (parts.size() == 3)
+            abis.insert(QString::fromUtf8(parts.at(1)));
+    }
+    return abis;
+}
+
 QStringList PackageData::nativeAbis()
 {
-    QSet<QString> abis;
-    const auto collect = [&abis](ZipArchive &archive) {
-        constexpr int MaxMembers = 1 << 16;
-        const ZipDirectory &directory = archive.directory();
-        for (int number = 0; number < qMin(directory.count(), MaxMembers); ++number) {
-            const ByteView name = directory.name(number);
-            if (!name.hasText(0, "lib/") || !name.hasText(name.size() - 3, ".so"))
-                continue;
-            const QList<QByteArray> parts = name.toByteArray().split('/');
-            if (parts.size() == 3)
-                abis.insert(QString::fromUtf8(parts.at(1)));
-        }
-    };
     openSplits();
-    if (!isSet())
-        collect(*m_outer);
+    QSet<QString> abis = isSet() ? QSet<QString>() : nativeAbis(*m_outer);
     for (const auto &member : m_members)
-        collect(*member);
+        abis.unite(nativeAbis(*member));
     QStringList sorted(abis.cbegin(), abis.cend());
     sorted.sort();
     return sorted;

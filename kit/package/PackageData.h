@@ -10,7 +10,7 @@
 #include "package/DrawingSource.h"
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 #include "platform/PlatformData.h"
 #include "resources/ResourceResolver.h"
 
@@ -18,12 +18,14 @@
 
 #include <QExplicitlySharedDataPointer>
 #include <QList>
+#include <QSet>
 #include <QSharedData>
 #include <QString>
 #include <QStringList>
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace SorrelKit {
@@ -68,6 +70,8 @@ public:
     explicit PackageData(QIODevice *device);
     /// The package in the file whose path the system knows by these bytes.
     explicit PackageData(const QByteArray &nativePath);
+    /// The packages @p paths of the set in @p source: a base, and splits of it.
+    PackageData(std::shared_ptr<ByteSource> source, const QStringList &paths);
 
     /// The first error of the steps that were taken. tables() takes all of them.
     PackageError::Code error() const { return m_error; }
@@ -92,6 +96,8 @@ public:
     PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
+    /// The same for the open @p package alone, in no order.
+    static QSet<QString> nativeAbis(ZipArchive &package);
 
     /// The text of @p attribute, with references followed; for a phone without a language. This function and the next
     /// ones need the tables only for a reference.
@@ -146,7 +152,8 @@ private:
     void setError(PackageError::Code error, const QString &fault = QString());
 
     std::unique_ptr<ZipArchive> m_outer;                ///< the package or the set that was opened
-    std::unique_ptr<PackageSet> m_set;                  ///< until its splits are open
+    const std::optional<QStringList> m_paths;           ///< of the packages of a set that are read; all by default
+    std::unique_ptr<SetReader> m_set;                   ///< until its splits are open
     std::vector<std::unique_ptr<ZipArchive>> m_members; ///< the packages of a set: the base, then the splits
     bool m_isOpened = false;                            ///< open() was called, with any result
     bool m_isOpen = false;                              ///< there is a package, or a set with a base

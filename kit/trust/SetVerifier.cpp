@@ -2,7 +2,7 @@
 #include "trust/SetVerifier.h"
 
 #include "archive/BytesOfFile.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 #include "trust/SignerComparison.h"
 
 #include <QFile>
@@ -74,7 +74,7 @@ void SetVerifier::verify(SignaturesData *result) const
         return;
     }
     Budget budget(MaxWork, MaxBytes);
-    if (!m_archive->contains(manifestMember()) && PackageSet::isSet(*m_archive)) {
+    if (!m_archive->contains(manifestMember()) && SetReader::isSet(*m_archive)) {
         verifySet(result, &budget);
         return;
     }
@@ -88,10 +88,10 @@ void SetVerifier::verify(SignaturesData *result) const
 void SetVerifier::verifySet(SignaturesData *result, Budget *budget) const
 {
     Budget opening(MaxOpeningWork, MaxOpeningBytes);
-    PackageSet set(*m_archive, opening);
+    SetReader set(*m_archive, opening);
     if (set.base() != nullptr) {
         result->packages.append(verifiedPart(*set.base(), {}, budget));
-        for (const PackageSet::Split &split : set.splits())
+        for (const SetReader::Split &split : set.splits())
             result->packages.append(verifiedPart(*split.archive, split.name, budget));
     }
     // A package that did not fit was not verified.

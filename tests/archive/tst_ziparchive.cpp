@@ -11,7 +11,7 @@
 #include "TableBuilder.h"
 #include "archive/ZipArchive.h"
 #include "package/PackageData.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 
 #include <SorrelKit/Package.h>
 #include <SorrelKit/PackageNormalizer.h>
@@ -542,16 +542,16 @@ void TestZipArchive::setsAreOneApplication()
                             {latin("bad.apk"), "not an archive"},
                             {latin("splits/base-master.apk"), package("org.example")}}));
     QVERIFY(archive.open());
-    QVERIFY(PackageSet::isSet(archive));
+    QVERIFY(SetReader::isSet(archive));
     Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
-    PackageSet set(archive, budget);
+    SetReader set(archive, budget);
     QVERIFY(set.base() != nullptr);
     QCOMPARE(set.base()->file(latin("AndroidManifest.xml"), 1 << 20), manifestOf("org.example"));
     QCOMPARE(set.splits().size(), size_t(1));
     QCOMPARE(set.splits().front().name, latin("config.de"));
     ZipArchive none(zip(members()));
     QVERIFY(none.open());
-    QVERIFY(!PackageSet::isSet(none));
+    QVERIFY(!SetReader::isSet(none));
 }
 
 // The manifest of each package takes tens of millions of characters.
@@ -572,7 +572,7 @@ void TestZipArchive::manifestsOfASetAreLimitedTogether()
     ZipArchive archive(zip(packages));
     QVERIFY(archive.open());
     Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
-    PackageSet set(archive, budget);
+    SetReader set(archive, budget);
     QVERIFY(set.base() != nullptr);
     QCOMPARE(set.splits().size(), size_t(PackageData::MaxReadingWork / (Budget::DocumentByteWork * 240 * Length)));
 }
@@ -628,7 +628,7 @@ void TestZipArchive::membersOfASetAreLimitedTogether()
             members.append({QStringLiteral("%1.apk").arg(members.size()), package});
         ZipArchive archive(zip(members, Compression::Stored));
         Budget budget(PackageData::MaxReadingWork, 1 << 20);
-        return archive.open() ? Result{int(PackageSet(archive, budget).splits().size()), budget.bytesLeft()} : Result();
+        return archive.open() ? Result{int(SetReader(archive, budget).splits().size()), budget.bytesLeft()} : Result();
     };
     const QByteArray full = split(5000);
     const Result before = read({full, split(1)});
@@ -650,7 +650,7 @@ void TestZipArchive::packedBytesOfASetAreLimitedTogether()
         const QByteArray split = zipOfDeflated({{latin("AndroidManifest.xml"), manifest}}, Size);
         ZipArchive archive(zip({{latin("base.apk"), base}, {latin("de.apk"), split}}));
         Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
-        return archive.open() ? int(PackageSet(archive, budget).splits().size()) : -1;
+        return archive.open() ? int(SetReader(archive, budget).splits().size()) : -1;
     };
     // The rest of the work is spent on directories and on making the elements.
     constexpr qint64 Most = PackageData::MaxReadingWork / Budget::PackedByteWork;

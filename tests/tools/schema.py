@@ -126,18 +126,22 @@ def main():
         lines += output("scan", "--icon", "16", "--lint", *files).splitlines()
         lines += output("scan", "--timeout", "0.001", *files).splitlines()
         lines += output("info", "--json", "--signer", *files).splitlines()
+        device = os.path.join(directory, "device.json")
+        with open(device, "w", encoding="utf-8") as file:
+            json.dump({"supportedAbis": ["x86"], "supportedLocales": ["de"], "screenDensity": 240, "sdkVersion": 21}, file)
+        lines += output("info", "--json", "--device", device, *files).splitlines()
         lines += output("scan", "--verify", *files).splitlines()
         verified = output("verify", "--json", *files).splitlines()
         compared = [output("diff", "--json", old, new) for old, new in zip(samples, samples[1:] + [unnamed])]
-    assert len(lines) == 6 * len(files), f"there are {len(lines)} lines for {len(files)} files"
+    assert len(lines) == 7 * len(files), f"there are {len(lines)} lines for {len(files)} files"
     assert len(verified) == len(files), f"there are {len(verified)} lines for {len(files)} files"
 
     validator = reports.validator()
-    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0, "uri": 0, "signer": 0, "signatures": 0}
+    seen = {"icon": 0, "lint": 0, "launchers": 0, "failed": 0, "uri": 0, "signer": 0, "signatures": 0, "installs": 0}
     for report in validated(validator, lines):
         if "uri" in report:
             assert urllib.parse.unquote_to_bytes(report["uri"]) == b"file://" + os.fsencode(unnamed)
-        for key in ("icon", "lint", "launchers", "uri", "signer", "signatures"):
+        for key in ("icon", "lint", "launchers", "uri", "signer", "signatures", "installs"):
             seen[key] += bool(report.get(key))
         seen["failed"] += report["error"]["code"] != 0
     assert all(seen.values()), f"the samples do not have everything: {seen}"

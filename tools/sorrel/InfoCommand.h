@@ -51,6 +51,9 @@ private:
         QStringLiteral("KIND")};
     const QCommandLineOption m_signer{QStringLiteral("signer"),
                                       QStringLiteral("Verify the signatures, and add the signer.")};
+    const QCommandLineOption m_device{
+        QStringLiteral("device"), QStringLiteral("Add what is installed on the device that this JSON file describes."),
+        QStringLiteral("device.json")};
 };
 
 #endif

@@ -14,7 +14,7 @@
 #include "icon/IconRenderer.h"
 #include "limits/Limits.h"
 #include "package/PackageData.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 
 #include <SorrelKit/Package.h>
 

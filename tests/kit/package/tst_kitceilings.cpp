@@ -9,7 +9,7 @@
 #include "package/IconFileLookup.h"
 #include "package/Manifest.h"
 #include "package/PackageData.h"
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 
 #include <SorrelKit/Package.h>
 
@@ -356,15 +356,15 @@ void TestKitCeilings::charactersOfLaunchers()
 
 void TestKitCeilings::packagesOfASet()
 {
-    QCOMPARE(packagesOfSet(0, PackageSet::MaxPackages - 1), PackageSet::MaxPackages);
-    QCOMPARE(packagesOfSet(0, PackageSet::MaxPackages), PackageSet::MaxPackages);
+    QCOMPARE(packagesOfSet(0, SetReader::MaxPackages - 1), SetReader::MaxPackages);
+    QCOMPARE(packagesOfSet(0, SetReader::MaxPackages), SetReader::MaxPackages);
 }
 
 void TestKitCeilings::membersOfASet()
 {
-    QCOMPARE(packagesOfSet(PackageSet::MaxMembers - 2, 1), 2);
-    QCOMPARE(packagesOfSet(PackageSet::MaxMembers - 1, 1), 1);
-    QCOMPARE(packagesOfSet(PackageSet::MaxMembers, 1), 0);
+    QCOMPARE(packagesOfSet(SetReader::MaxMembers - 2, 1), 2);
+    QCOMPARE(packagesOfSet(SetReader::MaxMembers - 1, 1), 1);
+    QCOMPARE(packagesOfSet(SetReader::MaxMembers, 1), 0);
 }
 
 void TestKitCeilings::typeChunksOfASet()

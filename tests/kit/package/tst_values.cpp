@@ -4,6 +4,7 @@
 
 #include <SorrelKit/DrawableRenderer.h>
 #include <SorrelKit/PackageNormalizer.h>
+#include <SorrelKit/PackageSet.h>
 #include <SorrelKit/Resources.h>
 #include <SorrelKit/Version.h>
 
@@ -63,6 +64,7 @@ void TestValues::movesAreCheap()
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Diagnostic>() && isValue<Error>() && isValue<Feature>()
                   && isValue<IconFile>() && isValue<Platform>());
+    static_assert(isValue<Device>() && isValue<PackageSet>() && isValue<SetPackage>() && isValue<SplitChoice>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconFrame>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
@@ -109,6 +111,10 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(Feature()), 2);
     QCOMPARE(readProperties(IconFile()), 5);
     QCOMPARE(readProperties(Platform()), 4);
+    QCOMPARE(readProperties(Device()), 8);
+    QCOMPARE(readProperties(PackageSet()), 1);
+    QCOMPARE(readProperties(SetPackage()), 12);
+    QCOMPARE(readProperties(SplitChoice()), 6);
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);
@@ -128,6 +134,10 @@ void TestValues::enumsHaveNames()
     QCOMPARE(QMetaEnum::fromType<Error::Code>().valueToKey(int(Error::Code::BadTable)), "BadTable");
     QCOMPARE(QMetaEnum::fromType<Entry::Kind>().valueToKey(int(Entry::Kind::InputMethod)), "InputMethod");
     QCOMPARE(QMetaEnum::fromType<Component::Kind>().valueToKey(int(Component::Kind::Alias)), "Alias");
+    QCOMPARE(QMetaEnum::fromType<Device::Fault>().valueToKey(int(Device::Fault::NotJson)), "NotJson");
+    QCOMPARE(QMetaEnum::fromType<SetPackage::Kind>().valueToKey(int(SetPackage::Kind::Feature)), "Feature");
+    QCOMPARE(QMetaEnum::fromType<SetPackage::Reason>().valueToKey(int(SetPackage::Reason::Abi)), "Abi");
+    QCOMPARE(QMetaEnum::fromType<SplitChoice::Code>().valueToKey(int(SplitChoice::Code::SdkTooLow)), "SdkTooLow");
     QCOMPARE(QMetaEnum::fromType<IconError::Code>().valueToKey(int(IconError::Code::TooMuch)), "TooMuch");
     QCOMPARE(QMetaEnum::fromType<IconRequest::Theme>().valueToKey(int(IconRequest::Theme::Style)), "Style");
     QCOMPARE(QMetaEnum::fromType<ResourceItem::Type>().valueToKey(int(ResourceValue::Type::Map)), "Map");

@@ -6,6 +6,7 @@
 #     babel.apks    a set of packages: the base of babel, and its splits
 #     broken.apk    a package whose resource table is damaged
 #     text.apk      no package at all
+#     phone.json    a device: a German phone of 2019; old.json is one of 2014
 # With --update, EXPECTED is replaced by the output of the commands.
 set -euo pipefail
 update=false
@@ -24,6 +25,9 @@ samples, directory = sys.argv[1:]
 with zipfile.ZipFile(directory + "/babel.apks", "w") as archive:
     for member in ("base", "de", "es"):
         archive.write(f"{samples}/babel.{member}.apk", f"splits/{member}.apk")
+for name, version in ("phone", 29), ("old", 19):
+    with open(f"{directory}/{name}.json", "w") as file:
+        file.write('{"supportedAbis": ["arm64-v8a"], "supportedLocales": ["de-DE"], "screenDensity": 480, "sdkVersion": %d}' % version)
 with zipfile.ZipFile(samples + "/notes.aapt2.apk") as whole, zipfile.ZipFile(directory + "/broken.apk", "w") as archive:
     for name in whole.namelist():
         content = whole.read(name)

@@ -25,7 +25,7 @@ _sorrel() {
         mapfile -t COMPREPLY < <(compgen -W "$commands -h --help -v --version" -- "$current")
     else
         case ${COMP_WORDS[1]} in
-        info) options+=" --json --all --entries --signer --platform" ;;
+        info) options+=" --json --all --entries --signer --device --platform" ;;
         manifest) options+=" --ids --platform" ;;
         resources) options+=" --json --platform" ;;
         files) options+=" --json" ;;
@@ -46,6 +46,7 @@ _sorrel() {
             compopt -o filenames 2>/dev/null
             mapfile -t COMPREPLY < <(compgen -d -- "$current")
             ;;
+        info:--device) _sorrel_files "json" ;;
         icon:-o | icon:--output) _sorrel_files "png" ;;
         catalog:-o | catalog:--output | diff:--html) _sorrel_files "html" ;;
         verify:--v4-signature) _sorrel_files "idsig" ;;

@@ -25,6 +25,7 @@ complete -c sorrel -n "$in info manifest resources icon lint desktop scan catalo
 complete -c sorrel -n "$in info" -l entries -x -d 'Add the entries of this kind' \
     -a 'all launcher television car car-service watch-face home-screen tile wallpaper input-method screen-saver widget share-target direct-share instant shortcut'
 complete -c sorrel -n "$in info" -l signer -d 'Verify the signatures, and add the signer'
+complete -c sorrel -n "$in info" -l device -r -d 'Add what is installed on this device'
 complete -c sorrel -n "$in manifest" -l ids -d 'Print references by number'
 complete -c sorrel -n "$in icon desktop catalog" -l shape -x -a 'none circle rounded squircle' -d 'Outline of adaptive icons'
 complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width and height in pixels'

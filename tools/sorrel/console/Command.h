@@ -12,6 +12,7 @@ enum ExitStatus : int {
     Success = 0,     ///< every file was read
     CannotRead = 1,  ///< a file was not read, or the output could not be written
     NotVerified = 1, ///< of `verify`: a package is not verified, or was not read
+    DoesNotFit = 1,  ///< of `info --device`: a package does not fit the device, or was not read
     WrongUsage = 2,
     Different = 1, ///< of `diff`: the packages differ
     Trouble = 2,   ///< of `diff`: a file was not read, or the output could not be written

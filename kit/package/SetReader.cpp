@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "package/PackageSet.h"
+#include "package/SetReader.h"
 
 #include "format/XmlReader.h"
 #include "limits/Limits.h"
@@ -30,36 +30,63 @@ int rank(const QString &path)
 
 } // namespace
 
-bool PackageSet::isSet(ZipArchive &archive)
+bool SetReader::isSet(ZipArchive &archive)
 {
     const QStringList names = archive.names(MaxMembers);
     return std::any_of(names.cbegin(), names.cend(), isPackage);
 }
 
-PackageSet::PackageSet(ZipArchive &archive, Budget &budget) : m_archive(archive), m_budget(budget)
+QStringList SetReader::packagePaths(ZipArchive &archive)
 {
+    QStringList paths;
     for (const QString &name : archive.names(MaxMembers)) {
-        if (isPackage(name) && m_paths.size() < MaxPackages)
-            m_paths.append(name);
+        if (isPackage(name) && paths.size() < MaxPackages)
+            paths.append(name);
     }
+    return paths;
+}
+
+std::optional<SetReader::Opened> SetReader::openPackage(ZipArchive &archive, const QString &path, Budget *budget)
+{
+    Opened opened;
+    opened.archive = archive.archive(path, budget);
+    if (opened.archive == nullptr || !opened.archive->open(budget))
+        return std::nullopt;
+    const QByteArray bytes =
+        opened.archive->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, budget);
+    if (!budget->spendWork(Budget::DocumentByteWork * bytes.size()))
+        return std::nullopt;
+    const XmlReader reader(bytes);
+    if (!budget->chargeWork(Budget::DocumentByteWork * reader.characters()) || reader.fault() != FormatFault::None)
+        return std::nullopt;
+    opened.manifest = Manifest(reader.root());
+    opened.oddities = reader.oddities();
+    return opened;
+}
+
+SetReader::SetReader(ZipArchive &archive, Budget &budget) : SetReader(archive, budget, packagePaths(archive)) {}
+
+SetReader::SetReader(ZipArchive &archive, Budget &budget, const QStringList &paths)
+    : m_archive(archive), m_budget(budget), m_paths(paths)
+{
     std::stable_sort(m_paths.begin(), m_paths.end(),
                      [](const QString &a, const QString &b) { return rank(a) < rank(b); });
 }
 
-std::unique_ptr<ZipArchive> &PackageSet::base()
+std::unique_ptr<ZipArchive> &SetReader::base()
 {
     while (!m_hasBase && readNext()) {
     }
     return m_base;
 }
 
-Manifest &PackageSet::baseManifest()
+Manifest &SetReader::baseManifest()
 {
     base();
     return m_baseManifest;
 }
 
-std::vector<PackageSet::Split> &PackageSet::splits()
+std::vector<SetReader::Split> &SetReader::splits()
 {
     while (readNext()) {
     }
@@ -72,33 +99,26 @@ std::vector<PackageSet::Split> &PackageSet::splits()
     return m_splits;
 }
 
-bool PackageSet::readNext()
+bool SetReader::readNext()
 {
     if (m_next >= m_paths.size())
         return false;
     const QString path = m_paths.at(m_next++);
-    std::unique_ptr<ZipArchive> package = m_archive.archive(path, &m_budget);
-    if (package == nullptr || !package->open(&m_budget))
-        return true;
-    const QByteArray bytes = package->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &m_budget);
-    if (!m_budget.spendWork(Budget::DocumentByteWork * bytes.size()))
-        return true;
-    const XmlReader reader(bytes);
-    if (!m_budget.chargeWork(Budget::DocumentByteWork * reader.characters())) {
+    std::optional<Opened> opened = openPackage(m_archive, path, &m_budget);
+    if (m_budget.workLeft() == 0)
         m_next = int(m_paths.size());
-        return false;
-    }
-    if (reader.fault() != FormatFault::None)
+    if (!opened)
         return true;
-    Manifest manifest(reader.root());
+    Manifest &manifest = opened->manifest;
     if (!manifest.splitName().isEmpty()) {
-        m_splits.push_back({manifest.splitName(), std::move(package), manifest.packageName(), path, reader.oddities()});
+        m_splits.push_back({manifest.splitName(), std::move(opened->archive), manifest.packageName(), path,
+                            std::move(opened->oddities)});
     } else if (!m_hasBase) {
         m_hasBase = true;
         m_application = manifest.packageName();
         m_basePath = path;
-        m_baseOddities = reader.oddities();
-        m_base = std::move(package);
+        m_baseOddities = std::move(opened->oddities);
+        m_base = std::move(opened->archive);
         m_baseManifest = std::move(manifest);
     }
     return true;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef SORRELKIT_PACKAGESET_H
-#define SORRELKIT_PACKAGESET_H
+#ifndef SORRELKIT_SETREADER_H
+#define SORRELKIT_SETREADER_H
 
 #include "archive/ZipArchive.h"
 #include "oddity/OddityList.h"
@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace SorrelKit {
@@ -22,13 +23,20 @@ namespace SorrelKit {
  * the one with a usual name (`base`, `base-master`, `universal`), else the first. Splits of other applications are
  * skipped.
  */
-class PackageSet
+class SetReader
 {
 public:
     /// Packages of a set; the others are skipped. Applications have a split for each of a hundred languages.
     static constexpr int MaxPackages = 512;
     /// Members of a set that are looked at.
     static constexpr int MaxMembers = 4096;
+
+    /// A package of the set whose manifest is not damaged.
+    struct Opened {
+        std::unique_ptr<ZipArchive> archive;
+        Manifest manifest;
+        OddityList oddities; ///< of the manifest
+    };
 
     struct Split {
         QString name; ///< "config.de"
@@ -40,11 +48,18 @@ public:
 
     /// Whether one of the members of @p archive is a package.
     static bool isSet(ZipArchive &archive);
+    /// The packages among the members of @p archive, up to MaxPackages, in the order of the archive.
+    static QStringList packagePaths(ZipArchive &archive);
+    /// Opens the package @p path of the set @p archive and reads its manifest; nothing when it is damaged, or does not fit
+    /// in @p budget.
+    static std::optional<Opened> openPackage(ZipArchive &archive, const QString &path, Budget *budget);
 
     /// The set in @p archive. It and @p budget outlive this object; the archive also outlives the archives that are
     /// moved out of this object. Packages that do not fit in the budget are skipped: reading their directories and
     /// manifests costs work, and packages that are compressed in the set hold their bytes.
-    PackageSet(ZipArchive &archive, Budget &budget);
+    SetReader(ZipArchive &archive, Budget &budget);
+    /// The same for the packages @p paths of the set alone.
+    SetReader(ZipArchive &archive, Budget &budget, const QStringList &paths);
 
     /// The base, opened; null when there is none. The first call reads manifests up to that of the base. The caller may
     /// move it out.
