@@ -22,6 +22,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace SorrelKit {
@@ -132,6 +133,7 @@ private:
     QString m_fault;
     Manifest m_manifest;
     std::vector<FileOddities> m_oddities; ///< of the base or the single package, then of the splits
+    std::optional<QList<Diagnostic>> m_diagnostics;
     QStringList m_splits;
     ResourceTables m_tables;
     Budget m_reading{MaxReadingWork, MaxReadingBytes};
