@@ -189,6 +189,8 @@ void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
 QList<Diagnostic> PackageData::diagnostics()
 {
     tables();
+    if (m_diagnostics)
+        return *m_diagnostics;
     DiagnosticList diagnostics;
     for (std::size_t number = 0; number < m_oddities.size(); ++number) {
         const FileOddities &files = m_oddities.at(number);
@@ -199,7 +201,8 @@ QList<Diagnostic> PackageData::diagnostics()
         diagnostics.append(archive.oddities(tablePath()), files.package, tablePath());
         diagnostics.append(files.table, files.package, tablePath());
     }
-    return diagnostics.all();
+    m_diagnostics = diagnostics.all();
+    return *m_diagnostics;
 }
 
 void PackageData::setError(PackageError::Code error, const QString &fault)

@@ -164,6 +164,7 @@ private:
     QString m_fault;
     Manifest m_manifest;
     std::vector<FileOddities> m_oddities; ///< of the base or the single package, then of the splits
+    std::optional<QList<Diagnostic>> m_diagnostics;
     QStringList m_splits;
     ResourceTables m_tables;
     PlatformDataPointer m_platform; ///< null for none

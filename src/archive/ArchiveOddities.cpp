@@ -3,7 +3,7 @@
 
 #include "archive/ByteSource.h"
 
-#include <algorithm>
+#include <cstring>
 
 namespace {
 
@@ -11,14 +11,18 @@ constexpr quint8 HighBit = 0x80;
 
 bool isPlain(const ByteView &name)
 {
+    constexpr quint64 HighBits = 0x8080808080808080;
     const quint8 *const bytes = name.data();
-    quint8 all = 0;
-    bool hasZero = false;
-    for (qint64 i = 0; i < name.size(); ++i) {
-        all = quint8(all | bytes[i]);
-        hasZero = hasZero || bytes[i] == 0;
+    qint64 at = 0;
+    quint64 all = 0;
+    for (; name.size() - at >= qint64(sizeof(quint64)); at += qint64(sizeof(quint64))) {
+        quint64 word = 0;
+        std::memcpy(&word, bytes + at, sizeof(word));
+        all |= word;
     }
-    return all < HighBit && !hasZero;
+    for (; at < name.size(); ++at)
+        all |= bytes[at];
+    return (all & HighBits) == 0 && (name.isEmpty() || std::memchr(bytes, 0, std::size_t(name.size())) == nullptr);
 }
 
 // The bytes that follow @p first in its sequence; -1 when it begins none.

@@ -109,10 +109,14 @@ QVector<LintCase> archiveCases()
     withGap.insert(withGap.size() - ZipEndSize, "gap");
     QByteArray withLongComment = good + QByteArray(0xffff, 'x');
     poke16(withLongComment, int(good.size()) - 2, 0xffff);
+    QByteArray withHidden = withMember({"a.txt", "a"});
+    poke16(withHidden, int(withHidden.size()) - ZipEndSize + 8, 3);
+    poke16(withHidden, int(withHidden.size()) - ZipEndSize + 10, 3);
     const auto refusal = [](const QByteArray &error) {
         return finding("apkfile-refuses", warning, QString(),
                        "SorrelKit reads the package, ApkFile does not (" + error + ").");
     };
+    const auto refused = [](const QByteArray &text) { return finding("android-refuses", fault, QString(), text); };
     const QByteArray cannotOpen("code 1, could not open APK file");
     LintManifest recent;
     recent.targetSdk = 30;
@@ -126,15 +130,38 @@ QVector<LintCase> archiveCases()
          withEnd({{4, 1}}),
          {finding("multi-disk", fault, QString(), "The archive claims to be one part of several; ApkFile refuses it."),
           refusal(cannotOpen)}},
-        {"apkfile-refuses, data before the end record", withGap, {refusal("code 2, could not find resources.arsc")}},
-        {"apkfile-refuses, a long comment", withLongComment, {refusal(cannotOpen)}},
+        {"apkfile-refuses, data before the end record",
+         withGap,
+         {finding("android-takes", note, QString(),
+                  "There are bytes between the directory and the end record; Android skips them, unless a signature of "
+                  "scheme v2 or later is checked. [3]"),
+          refusal("code 2, could not find resources.arsc")}},
+        {"apkfile-refuses, a long comment",
+         withLongComment,
+         {finding("android-takes", note, QString(),
+                  "The archive's comment has so many bytes that some readers do not find the end record; Android finds "
+                  "it. [65557]"),
+          refusal(cannotOpen)}},
+        {"android-refuses",
+         rawZip(lintMembers({{"a\xff.txt", "a"}})),
+         {refused("A member's name has a zero, or is no UTF-8; Android refuses the package. [a\u00ff.txt]")},
+         6},
+        {"android-takes",
+         withHidden,
+         {finding("android-takes", note, QString(),
+                  "The directory has more members than the end record counts; Android does not see the others.")}},
         {"zip64",
          rawZip64(lintMembers()),
-         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; many readers refuse it.")}},
+         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; many readers refuse it."),
+          refused(
+              "The archive has a ZIP64 directory; Android 11 and older refuse the package. [API level 30 and older]")}},
         {"damaged-directory",
          withEnd({{8, 4}, {10, 4}}),
          {finding("damaged-directory", fault, QString(),
-                  "The archive's directory lists 3 of the 4 members that it claims; the others are lost.")}},
+                  "The archive's directory lists 3 of the 4 members that it claims; the others are lost."),
+          refused("The directory has fewer members than the end record counts, or a damaged one; Android refuses the "
+                  "package. [1]")},
+         6},
         {"several-directories",
          rawZip(lintMembers(), rawZip({{"a.txt", "a"}})),
          {finding("several-directories", warning, QString(),
@@ -143,11 +170,16 @@ QVector<LintCase> archiveCases()
          "12345" + good,
          {finding("leading-data", warning, QString(),
                   "The archive begins after 5 bytes of other data; readers that do not correct its offsets find no "
-                  "member.")}},
+                  "member."),
+          refused(
+              "The archive does not begin with the file; Android refuses the package. [5; API level 27 and later]")},
+         6},
         {"trailing-data",
          good + "12345",
          {finding("trailing-data", warning, QString(),
-                  "The archive ends 5 bytes before the end of the file; strict readers refuse it.")}},
+                  "The archive ends 5 bytes before the end of the file; strict readers refuse it."),
+          refused("The file goes on behind the archive; Android refuses the package. [5]")},
+         6},
         {"encrypted-member",
          withMember(encrypted),
          {finding("encrypted-member", warning, file,
@@ -160,16 +192,20 @@ QVector<LintCase> archiveCases()
          rawZip(lintMembers({{"a.txt", "a"}, {"a.txt", "b"}})),
          {finding("duplicate-name", warning, file,
                   "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
-                  "the first one or refuse the archive.")}},
+                  "the first one or refuse the archive."),
+          refused("Two members have the same name; Android refuses the package. [a.txt]")},
+         6},
         {"duplicate-name, of a manifest",
          rawZip(lintMembers({{"AndroidManifest.xml", lintManifest(odd)}})),
          {finding("duplicate-name", warning, manifestName,
                   "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
                   "the first one or refuse the archive."),
+          refused("Two members have the same name; Android refuses the package. [AndroidManifest.xml]"),
           finding("unknown-manifest-chunk", note, manifestName,
                   "libsorrel skips 1 chunk of unknown type in the manifest (0x0190)."),
           finding("min-above-target", warning, manifestName,
-                  "The minimum SDK version 23 is higher than the target SDK version 21.")}},
+                  "The minimum SDK version 23 is higher than the target SDK version 21.")},
+         6},
         {"absolute-name",
          withName("/a.txt"),
          {finding("absolute-name", warning, QStringLiteral("/a.txt"),
@@ -193,7 +229,9 @@ QVector<LintCase> archiveCases()
         {"missing-header",
          withMember(nowhere),
          {finding("missing-header", fault, file,
-                  "The member is not at the offset in the directory; it cannot be read.")}},
+                  "The member is not at the offset in the directory; it cannot be read."),
+          refused("A member has an offset at or behind the directory; Android refuses the package. [a.txt]")},
+         6},
         {"different-name",
          withMember(renamed),
          {finding("different-name", warning, file,
@@ -255,6 +293,8 @@ QVector<LintCase> tableCases()
          unreadableTable(),
          {finding("missing-header", fault, tableName,
                   "The member is not at the offset in the directory; it cannot be read."),
+          finding("android-refuses", fault, QString(),
+                  "A member has an offset at or behind the directory; Android refuses the package. [resources.arsc]"),
           finding("damaged-table", fault, tableName,
                   "The resource table cannot be read (could not parse resources.arsc: not a resource table); labels "
                   "and icons are missing.")},

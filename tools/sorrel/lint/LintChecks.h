@@ -67,6 +67,14 @@ inline constexpr LintCheck UnalignedTable{"unaligned-table", Severity::Error,
                                           "The resource table's offset is not a multiple of 4, and the package targets "
                                           "API level 30 or later; Android 11 and later do not install it."};
 
+// The diagnostics of SorrelKit::Package.
+inline constexpr LintCheck AndroidRefuses{
+    "android-refuses", Severity::Error,
+    "Something odd in the archive, the manifest or the table makes versions of Android refuse the package."};
+inline constexpr LintCheck AndroidTakes{
+    "android-takes", Severity::Note,
+    "Something is odd in the archive, the manifest or the table; Android reads the package all the same."};
+
 // The manifest and the resource table.
 inline constexpr LintCheck PackageSet{"package-set", Severity::Note,
                                       "The file is a set of packages; SorrelKit reads it, ApkFile does not."};
@@ -175,6 +183,8 @@ inline constexpr const LintCheck *All[] = {
     &WrongChecksum,
     &CompressedTable,
     &UnalignedTable,
+    &AndroidRefuses,
+    &AndroidTakes,
     &PackageSet,
     &ApkFileRefuses,
     &NoTable,

@@ -2,6 +2,7 @@
 #include "PackageLint.h"
 
 #include "ArchiveLint.h"
+#include "DiagnosticLint.h"
 #include "FindingList.h"
 #include "LauncherLint.h"
 #include "ReaderLint.h"
@@ -18,6 +19,7 @@ PackageLint::PackageLint(const FileName &file, const IconCheckFactory &makeIconC
     const SorrelKit::Package package = UsedPlatform::package(file);
     m_errorCode = int(package.error().code());
     m_errorText = package.error().message();
+    DiagnosticLint::run(package, &findings);
     ReaderLint(file, package, &findings).run();
     if (package.isValid()) {
         archive.checkTable(package.targetSdkVersion());

@@ -252,7 +252,8 @@ void ReaderLint::reportError()
                         QStringLiteral("The resource table cannot be read (%1); labels and icons are missing.")
                                 .arg(m_package.error().message())
                             + otherReads);
-    if (m_package.error() || m_error == PackageError::NoError)
+    const bool isRead = !m_package.error() || m_package.error().code() == Error::Code::RefusedByAndroid;
+    if (!isRead || m_error == PackageError::NoError)
         return;
     const QString fault = m_fault.isEmpty() ? QString() : QStringLiteral(": ") + FindingList::shortened(m_fault);
     m_findings->add(ApkFileRefuses, QString(),
