@@ -62,7 +62,7 @@ void TestValues::movesAreCheap()
 {
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Error>() && isValue<Feature>() && isValue<IconFile>()
-                  && isValue<Platform>());
+                  && isValue<Permission>() && isValue<Platform>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
@@ -101,12 +101,13 @@ int readProperties(const Type &value)
 
 void TestValues::propertiesReadTheirValues()
 {
-    QCOMPARE(readProperties(Package()), 15);
+    QCOMPARE(readProperties(Package()), 16);
     QCOMPARE(readProperties(Entry()), 10);
     QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Error()), 3);
-    QCOMPARE(readProperties(Feature()), 2);
+    QCOMPARE(readProperties(Feature()), 6);
     QCOMPARE(readProperties(IconFile()), 5);
+    QCOMPARE(readProperties(Permission()), 13);
     QCOMPARE(readProperties(Platform()), 4);
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
