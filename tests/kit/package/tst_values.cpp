@@ -63,7 +63,7 @@ void TestValues::movesAreCheap()
 {
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Diagnostic>() && isValue<Error>() && isValue<Feature>()
-                  && isValue<IconFile>() && isValue<Platform>());
+                  && isValue<IconFile>() && isValue<Permission>() && isValue<Platform>());
     static_assert(isValue<Device>() && isValue<PackageSet>() && isValue<SetPackage>() && isValue<SplitChoice>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconFrame>() && isValue<IconRequest>());
@@ -103,13 +103,14 @@ int readProperties(const Type &value)
 
 void TestValues::propertiesReadTheirValues()
 {
-    QCOMPARE(readProperties(Package()), 15);
+    QCOMPARE(readProperties(Package()), 17);
     QCOMPARE(readProperties(Entry()), 22);
     QCOMPARE(readProperties(Component()), 6);
     QCOMPARE(readProperties(Diagnostic()), 9);
     QCOMPARE(readProperties(Error()), 3);
-    QCOMPARE(readProperties(Feature()), 2);
+    QCOMPARE(readProperties(Feature()), 6);
     QCOMPARE(readProperties(IconFile()), 5);
+    QCOMPARE(readProperties(Permission()), 13);
     QCOMPARE(readProperties(Platform()), 4);
     QCOMPARE(readProperties(Device()), 8);
     QCOMPARE(readProperties(PackageSet()), 1);

@@ -274,8 +274,8 @@ void TestPermissions::requestsUpToTheCeiling()
         root.add("uses-permission", latin("org.x.P%1").arg(i));
     PackageDevice device(emptyTable(), root.build());
     const Package package(&device);
-    QCOMPARE(package.permissionNames().size(), PermissionRequests::MaxPermissions);
-    QCOMPARE(package.permissions().size(), PermissionRequests::MaxPermissions);
+    QCOMPARE(int(package.permissionNames().size()), PermissionRequests::MaxPermissions);
+    QCOMPARE(int(package.permissions().size()), PermissionRequests::MaxPermissions);
 }
 
 void TestPermissions::factsOfThePlatform_data()

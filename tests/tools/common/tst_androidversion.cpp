@@ -12,6 +12,8 @@ class TestAndroidVersion : public QObject
 private slots:
     void text_data();
     void text();
+    void withLevel_data();
+    void withLevel();
     void range_data();
     void range();
 };
@@ -32,6 +34,22 @@ void TestAndroidVersion::text()
 {
     QFETCH(int, level);
     QTEST(AndroidVersion::text(level), "expected");
+}
+
+void TestAndroidVersion::withLevel_data()
+{
+    QTest::addColumn<int>("level");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("the first") << 1 << "Android 1.0 (API 1)";
+    QTest::newRow("usual") << 24 << "Android 7.0 (API 24)";
+    QTest::newRow("newer") << 37 << "API 37";
+    QTest::newRow("a preview") << 10000 << "a preview of Android";
+}
+
+void TestAndroidVersion::withLevel()
+{
+    QFETCH(int, level);
+    QTEST(AndroidVersion::withLevel(level), "expected");
 }
 
 void TestAndroidVersion::range_data()

@@ -33,6 +33,8 @@ private slots:
     void charactersThatDoNot();
     void halvesOfPairs_data();
     void halvesOfPairs();
+    void isolatedTexts_data();
+    void isolatedTexts();
     void jsonOfTexts_data();
     void jsonOfTexts();
     void jsonOfValues();
@@ -120,6 +122,28 @@ void TestPrintableText::halvesOfPairs()
     QCOMPARE(printableText(text), expected);
     QCOMPARE(objectText(text), QStringLiteral("{\"a\":\"%1\"}").arg(expected));
     QCOMPARE(jsonText(QJsonObject{{text, 1}}), QStringLiteral("{\"%1\":1}").arg(expected).toUtf8());
+}
+
+void TestPrintableText::isolatedTexts_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("isolated");
+    QTest::newRow("none") << QString() << QString();
+    QTest::newRow("from left to right") << QStringLiteral("a 1") << QStringLiteral("a 1");
+    QTest::newRow("Hebrew") << QStringLiteral("\u05d0 1") << QStringLiteral("\u2068\u05d0 1\u2069");
+    QTest::newRow("Arabic") << QStringLiteral("SMS \u0628") << QStringLiteral("\u2068SMS \u0628\u2069");
+    QTest::newRow("outside the first plane")
+        << QStringLiteral("\U00010800") << QStringLiteral("\u2068\U00010800\u2069");
+    QTest::newRow("with marks") << QStringLiteral("\u200f\u05d0\u200e\u061c") << QStringLiteral("\u2068\u05d0\u2069");
+    QTest::newRow("marks alone") << QStringLiteral("a\u200f") << QStringLiteral("a\ufffd");
+    QTest::newRow("with an end of isolation")
+        << QStringLiteral("\u05d0\u2069\u202e") << QStringLiteral("\u2068\u05d0\ufffd\ufffd\u2069");
+}
+
+void TestPrintableText::isolatedTexts()
+{
+    QFETCH(QString, text);
+    QTEST(isolatedText(text), "isolated");
 }
 
 void TestPrintableText::jsonOfTexts_data()
