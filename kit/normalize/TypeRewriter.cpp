@@ -28,7 +28,13 @@ qint64 classicSize(const EntryView &entry)
 
 bool isReadable(const EntryView &entry)
 {
-    return entry.isValid() && (entry.isCompact() || entry.bytes().u16(0) <= TypeRewriter::MaxHeaderSize);
+    return (entry.isCompact() || entry.bytes().u16(0) <= TypeRewriter::MaxHeaderSize);
+}
+
+// Whether a simple value has more bytes than libsorrel and Android read.
+bool hasLongValue(const EntryView &entry)
+{
+    return !entry.isMap() && !entry.isCompact() && entry.bytes().u16(entry.bytes().u16(0)) != TypedValue::Size;
 }
 
 // A compact entry holds a simple value, whatever else its flags say.
@@ -148,6 +154,10 @@ bool TypeRewriter::placeAll()
 bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
 {
     const EntryView entry = m_type.entryAt(slot.offset);
+    if (!entry.isValid()) {
+        m_isClassic = false;
+        return true;
+    }
     if (!isReadable(entry))
         return false;
     Place place{slot.index, false, slot.offset, m_entriesSize};
@@ -157,7 +167,7 @@ bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
     }
     if (!place.isRepeated)
         m_entriesSize += classicSize(entry);
-    m_isClassic = m_isClassic && place.to == place.from && !entry.isCompact();
+    m_isClassic = m_isClassic && place.to == place.from && !entry.isCompact() && !hasLongValue(entry);
     m_places.push_back(place);
     return true;
 }
@@ -184,6 +194,9 @@ void TypeRewriter::appendTo(QByteArray *table) const
             expand(entry, entries + place.to);
         else
             copy(entry.bytes(), entries + place.to);
+        // The bytes behind the value may be those of another entry.
+        if (hasLongValue(entry))
+            qToLittleEndian(quint16(TypedValue::Size), entries + place.to + entry.bytes().u16(0));
     }
     constexpr int OtherForms = TypeChunk::SparseFlag | TypeChunk::ShortOffsetsFlag;
     chunk[TypeChunk::FlagsAt] = char(m_chunk.bytes().u8(TypeChunk::FlagsAt) & ~OtherForms);

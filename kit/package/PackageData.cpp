@@ -138,14 +138,14 @@ const ResourceTables &PackageData::tables()
         manifest();
         openSplits();
         if (m_isManifestWhole)
-            readTable(base(), &m_oddities.front().table);
+            readTable(base(), &m_oddities.front());
         for (std::size_t split = 1; split < m_members.size(); ++split)
-            readTable(*m_members.at(split), &m_oddities.at(split).table);
+            readTable(*m_members.at(split), &m_oddities.at(split));
     }
     return m_tables;
 }
 
-void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
+void PackageData::readTable(ZipArchive &archive, FileOddities *files)
 {
     const QString path = tablePath();
     // A package may have no resources, and splits for processors have none.
@@ -157,7 +157,8 @@ void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
-    *oddities = table->oddities();
+    files->table = table->oddities();
+    files->entries = table;
     if (table->fault() != FormatFault::None)
         setError(PackageError::BadResources, formatFaultText(table->fault()));
     m_tables.append(table);
@@ -170,7 +171,10 @@ QList<Diagnostic> PackageData::diagnostics()
     for (std::size_t number = 0; number < m_oddities.size(); ++number) {
         const FileOddities &files = m_oddities.at(number);
         diagnostics.append(files.manifest, files.package, manifestPath());
-        diagnostics.append(files.table, files.package, tablePath());
+        OddityList table = files.table;
+        if (files.entries != nullptr)
+            files.entries->addEntryOddities(&table);
+        diagnostics.append(table, files.package, tablePath());
     }
     return diagnostics.all();
 }

@@ -109,13 +109,15 @@ private:
         QString package; ///< its path in the set; empty for a single package
         OddityList manifest;
         OddityList table;
+        /// The table, whose entries are checked when the diagnostics are asked for; null for none.
+        QSharedPointer<const ResourceTable> entries = {};
     };
 
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
     bool open();
     void openSplits();
     void readManifest();
-    void readTable(ZipArchive &archive, OddityList *oddities);
+    void readTable(ZipArchive &archive, FileOddities *files);
     bool isSet() const { return !m_members.empty(); }
     ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
     void setError(PackageError::Code error, const QString &fault = QString());
