@@ -31,10 +31,22 @@ bool isReadable(const EntryView &entry)
     return (entry.isCompact() || entry.bytes().u16(0) <= TypeRewriter::MaxHeaderSize);
 }
 
-// Whether a simple value has more bytes than libsorrel and Android read.
+bool isClassicSimple(const EntryView &entry)
+{
+    return !entry.isMap() && !entry.isCompact();
+}
+
+// Whether the value of a simple entry claims more bytes than readers take of it.
 bool hasLongValue(const EntryView &entry)
 {
-    return !entry.isMap() && !entry.isCompact() && entry.bytes().u16(entry.bytes().u16(0)) != TypedValue::Size;
+    return isClassicSimple(entry) && entry.bytes().u16(entry.bytes().u16(0)) != TypedValue::Size;
+}
+
+// Whether a simple entry has the header of a map with items.
+bool hasItems(const EntryView &entry)
+{
+    return isClassicSimple(entry) && entry.bytes().u16(0) >= EntryView::MapHeaderSize
+           && entry.bytes().u32(EntryView::ItemCountAt) != 0;
 }
 
 // A compact entry holds a simple value, whatever else its flags say.
@@ -167,7 +179,8 @@ bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
     }
     if (!place.isRepeated)
         m_entriesSize += classicSize(entry);
-    m_isClassic = m_isClassic && place.to == place.from && !entry.isCompact() && !hasLongValue(entry);
+    m_isClassic =
+        m_isClassic && place.to == place.from && !entry.isCompact() && !hasLongValue(entry) && !hasItems(entry);
     m_places.push_back(place);
     return true;
 }
@@ -194,9 +207,11 @@ void TypeRewriter::appendTo(QByteArray *table) const
             expand(entry, entries + place.to);
         else
             copy(entry.bytes(), entries + place.to);
-        // The bytes behind the value may be those of another entry.
+        // Android refuses sizes that reach beyond the chunk, and the new chunk may be shorter.
         if (hasLongValue(entry))
             qToLittleEndian(quint16(TypedValue::Size), entries + place.to + entry.bytes().u16(0));
+        if (hasItems(entry))
+            qToLittleEndian(quint32(0), entries + place.to + EntryView::ItemCountAt);
     }
     constexpr int OtherForms = TypeChunk::SparseFlag | TypeChunk::ShortOffsetsFlag;
     chunk[TypeChunk::FlagsAt] = char(m_chunk.bytes().u8(TypeChunk::FlagsAt) & ~OtherForms);

@@ -252,6 +252,7 @@ private slots:
     void damagedType();
     void damagedEntriesGo_data();
     void damagedEntriesGo();
+    void sizesThatReachIntoOtherEntries();
     void errorDamagedEntry();
     void tooMuchMemory();
     void theFaultNeedNotBeAskedFor();
@@ -691,6 +692,26 @@ void TestTableRewriter::damagedEntriesGo()
     QCOMPARE(result.values(0x7f010000).size(), 1);
     QVERIFY(result.values(0x7f010001).isEmpty() && result.values(0x7f010009).isEmpty());
     QVERIFY(loads(rewritten(table)));
+}
+
+// Android checks the item count of any header of 16 bytes, and the size of any value, against the end of the chunk.
+void TestTableRewriter::sizesThatReachIntoOtherEntries()
+{
+    const QByteArray items = Bytes().u16(16).u16(0).u32(0).u32(0).u32(2).data() + simpleEntry(Decimal, 5).mid(8);
+    QByteArray longValue = simpleEntry(Decimal, 6);
+    poke16(longValue, 8, 24);
+    const QByteArray rest = simpleEntry(Decimal, 7);
+    const TypeBuilder type = TypeBuilder(1).entry(0, rest).entry(1, items).entry(2, longValue).unlisted(rest);
+    const QByteArray table = tableOf(TypeBuilder(type).encoding(TableEncoding::ShortOffsets));
+    QVERIFY(!TableRewriter::isClassic(tableOf(type)));
+    const ResourceTable result(rewritten(table));
+    for (int index = 0; index < 3; ++index) {
+        const quint32 id = 0x7f010000 + quint32(index);
+        QCOMPARE(ResourceTable(table).values(id).size(), 1);
+        QCOMPARE(result.values(id).size(), 1);
+        QCOMPARE(result.values(id).first().value.data, ResourceTable(table).values(id).first().value.data);
+    }
+    QVERIFY(TableRewriter::isClassic(rewritten(table)));
 }
 
 void TestTableRewriter::errorDamagedEntry()
