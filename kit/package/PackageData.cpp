@@ -158,7 +158,7 @@ void PackageData::readTable(ZipArchive &archive, FileOddities *files)
     const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
     files->table = table->oddities();
-    files->entries = table;
+    files->types = table;
     if (table->fault() != FormatFault::None)
         setError(PackageError::BadResources, formatFaultText(table->fault()));
     m_tables.append(table);
@@ -172,8 +172,8 @@ QList<Diagnostic> PackageData::diagnostics()
         const FileOddities &files = m_oddities.at(number);
         diagnostics.append(files.manifest, files.package, manifestPath());
         OddityList table = files.table;
-        if (files.entries != nullptr)
-            files.entries->addEntryOddities(&table);
+        if (files.types != nullptr)
+            files.types->addTypeOddities(&table);
         diagnostics.append(table, files.package, tablePath());
     }
     return diagnostics.all();

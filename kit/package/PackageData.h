@@ -109,8 +109,8 @@ private:
         QString package; ///< its path in the set; empty for a single package
         OddityList manifest;
         OddityList table;
-        /// The table, whose entries are checked when the diagnostics are asked for; null for none.
-        QSharedPointer<const ResourceTable> entries = {};
+        /// The table, whose types are checked when the diagnostics are asked for; null for none.
+        QSharedPointer<const ResourceTable> types = {};
     };
 
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;

@@ -212,8 +212,6 @@ void ResourceTable::readType(const TypeChunk &type, const TypeIds &specified, Pa
     } else if (m_typeChunks >= m_maxTypeChunks) {
         m_fault = FormatFault::TooManyTypes;
     } else {
-        if (type.hasOddConfiguration())
-            m_oddities.add(Oddity::ConfigurationSize);
         append(&package->chunks, type);
         ++m_typeChunks;
     }
@@ -256,9 +254,11 @@ void ResourceTable::noteOddities(const Package &package)
         m_oddities.add(Oddity::UnnamedType, package.chunks.size() - 1);
 }
 
-void ResourceTable::addEntryOddities(OddityList *oddities) const
+void ResourceTable::addTypeOddities(OddityList *oddities) const
 {
     const auto add = [oddities](const TypeChunk &type) {
+        if (type.hasOddConfiguration())
+            oddities->add(Oddity::ConfigurationSize);
         for (int number = 0; number < type.slotCount(); ++number) {
             const TypeChunk::Slot slot = type.slot(number);
             if (slot.offset != TypeChunk::NoEntry && !type.entryAt(slot.offset).isValid())
@@ -271,7 +271,7 @@ void ResourceTable::addEntryOddities(OddityList *oddities) const
     }
 }
 
-quint32 ResourceTable::finalId(quint32 id) const
+quint32 ResourceTable::resolvedAlias(quint32 id) const
 {
     const auto alias = std::lower_bound(m_aliases.cbegin(), m_aliases.cend(), std::make_pair(id, quint32(0)));
     return alias != m_aliases.cend() && alias->first == id ? alias->second : id;

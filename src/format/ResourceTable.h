@@ -131,15 +131,15 @@ public:
     FormatFault fault() const { return m_fault; }
     /// What is odd in the chunks that were visited on load, up to the fault.
     const OddityList &oddities() const { return m_oddities; }
-    /// Adds an oddity for each entry that has no value because it is not within its chunk, in time in proportion to the
-    /// table's bytes. These are not in oddities().
-    void addEntryOddities(OddityList *oddities) const;
+    /// Adds an oddity for each configuration of an odd size, and for each entry that has no value because it is not
+    /// within its chunk. Takes time in proportion to the table's bytes, so these are not in oddities().
+    void addTypeOddities(OddityList *oddities) const;
     /// Number of type chunks in all.
     int typeChunkCount() const { return m_typeChunks; }
 
     /// The id that the resource with the staged id @p id has since; @p id itself when it is no alias. All lookups by id
     /// follow aliases.
-    quint32 finalId(quint32 id) const;
+    quint32 finalId(quint32 id) const { return m_aliases.empty() ? id : resolvedAlias(id); }
     /// The values of the resource @p id, in the order of the table; at most one for each type chunk. A package may be
     /// in the table in several parts.
     QVector<TableValue> values(quint32 id) const;
@@ -176,6 +176,7 @@ private:
     using TypeIds = std::bitset<256>;
     static constexpr int TypeIdAt = 8; ///< in a type spec
 
+    quint32 resolvedAlias(quint32 id) const;
     void checkEnd(const ChunkList &chunks);
     /// Sets @p pool; false when it is not sound.
     bool readPool(const ChunkView &chunk, StringPoolView *pool);

@@ -50,12 +50,6 @@ XmlNodes::XmlNodes(const ByteView &bytes)
     findFirst();
 }
 
-bool XmlNodes::isSound(qint64 at, int headerSize) const
-{
-    const ChunkView chunk = ChunkView::at(m_document, at);
-    return chunk.isValid() && chunk.headerSize() >= headerSize;
-}
-
 void XmlNodes::findFirst()
 {
     bool hasPool = false;
@@ -66,7 +60,7 @@ void XmlNodes::findFirst()
         if (left <= ChunkView::HeaderSize || left <= size)
             break;
         const auto type = ChunkType(m_document.u16(m_next));
-        if (!isSound(m_next, ChunkView::HeaderSize)) {
+        if (!ChunkView::at(m_document, m_next).isValid()) {
             m_fault = FormatFault::DamagedDocument;
         } else if (type == ChunkType::StringPool) {
             m_pool = m_document.part(m_next, size);
@@ -114,28 +108,36 @@ void XmlNodes::countNamespace()
 bool XmlNodes::next()
 {
     while (m_fault == FormatFault::None && m_next < m_document.size()) {
-        const qint64 at = m_next;
-        if (!isSound(at, XmlStartChunk::NodeHeaderSize)) {
+        const ChunkView chunk = ChunkView::at(m_document, m_next);
+        const qint64 headerSize = chunk.headerSize();
+        if (!chunk.isValid() || headerSize < XmlStartChunk::NodeHeaderSize) {
             m_fault = FormatFault::DamagedDocument;
             break;
         }
-        const qint64 headerSize = m_document.u16(at + ChunkView::HeaderSizeAt);
-        const qint64 size = m_document.u32(at + ChunkView::SizeAt);
-        m_next = at + size;
-        m_type = ChunkType(m_document.u16(at));
+        const qint64 bodyAt = m_next + headerSize;
+        m_next += chunk.size();
+        m_type = chunk.type();
         const int smallest = smallestBody(m_type);
         if (smallest < 0) {
-            m_oddities.add(Oddity::UnknownNode, m_document.u16(at));
+            m_oddities.add(Oddity::UnknownNode, qint64(m_type));
             continue;
         }
-        m_body = m_document.from(at + headerSize);
-        const bool isStart = m_type == ChunkType::XmlStartElement;
-        if (size - headerSize < smallest || (isStart && !XmlStartChunk(m_body).fits(size - headerSize))) {
-            m_fault = isStart ? FormatFault::DamagedElement : FormatFault::DamagedDocument;
+        m_body = m_document.from(bodyAt);
+        const qint64 bodySize = chunk.size() - headerSize;
+        if (bodySize < smallest) {
+            m_fault = m_type == ChunkType::XmlStartElement ? FormatFault::DamagedElement : FormatFault::DamagedDocument;
             break;
         }
-        if (isStart && XmlStartChunk(m_body).hasOddSize())
-            m_oddities.add(Oddity::AttributeSize, XmlStartChunk(m_body).attributeSize());
+        if (m_type == ChunkType::XmlStartElement) {
+            const XmlStartChunk start(m_body);
+            if (!start.fits(bodySize)) {
+                m_fault = FormatFault::DamagedElement;
+                break;
+            }
+            if (start.hasOddSize())
+                m_oddities.add(Oddity::AttributeSize, start.attributeSize());
+            return true;
+        }
         if (m_type == ChunkType::XmlStartNamespace || m_type == ChunkType::XmlEndNamespace)
             countNamespace();
         return true;

@@ -59,8 +59,6 @@ public:
 
 private:
     void findFirst();
-    /// Whether the chunk at @p at has a header of at least @p headerSize bytes, and is within the document.
-    bool isSound(qint64 at, int headerSize) const;
     void readResourceMap(qint64 at, qint64 size);
     void countNamespace();
 

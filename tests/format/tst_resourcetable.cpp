@@ -219,7 +219,7 @@ void TestResourceTable::takesWhatAndroidTakes()
     if (file.fault != FormatFault::None)
         return;
     OddityList list = read.oddities();
-    read.addEntryOddities(&list);
+    read.addTypeOddities(&list);
     QVector<Oddity> oddities;
     for (const OddityList::Item &item : list.items())
         oddities.append(item.oddity);
@@ -247,7 +247,7 @@ void TestResourceTable::everyTableMayBeDamaged()
         const QByteArray bytes = QByteArray::fromRawData(block.get(), int(file.bytes.size()));
         const ResourceTable read(ByteView(bytes), nullptr);
         OddityList list = read.oddities();
-        read.addEntryOddities(&list);
+        read.addTypeOddities(&list);
         QVERIFY(answers(read) >= 0);
         QVERIFY(int(list.items().size()) <= int(Oddity::Count));
     }
