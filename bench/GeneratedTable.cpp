@@ -85,14 +85,6 @@ QByteArray typeChunk(int typeId, const QByteArray &config, const Present &presen
     return fixture::chunk(ChunkType::Type, header.data(), offsetsAndEntries(present, texts));
 }
 
-// A type spec whose entries may differ in any configuration.
-QByteArray typeSpec(int typeId, int count)
-{
-    fixture::Bytes header;
-    header.u8(typeId).zeros(3).u32(count);
-    return fixture::chunk(ChunkType::TypeSpec, header.data(), QByteArray(4 * count, '\0'));
-}
-
 QByteArray configuration(int index)
 {
     fixture::ConfigBuilder config;
@@ -124,8 +116,7 @@ QByteArray generatedTable(const TableShape &shape)
     typeChunks.reserve(shape.values * (EntrySize + 4 * step) + types * chunks * 84);
     for (int type = 0; type < types; ++type) {
         const int count = qMin(typeSize, resources - type * typeSize);
-        if (shape.hasTypeSpecs)
-            typeChunks += typeSpec(type + 1, count);
+        typeChunks += fixture::typeSpec(type + 1, count);
         for (int chunk = 0; chunk < chunks; ++chunk) {
             const QByteArray config = configuration(chunk % shape.configurations);
             typeChunks += typeChunk(type + 1, config, {count, chunk % step, step}, texts);

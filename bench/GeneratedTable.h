@@ -8,10 +8,9 @@ namespace bench {
 
 /// The shape of a generated table. Two tables that differ in the number of values differ in size alone.
 struct TableShape {
-    int values;                ///< simple values in all; a multiple of the number of configurations
-    int configurations;        ///< one without qualifiers, and a locale each
-    bool mostlyEmpty;          ///< whether three of four offsets lead to no entry
-    bool hasTypeSpecs = false; ///< whether programs that need a type spec before a type chunk can read the table
+    int values;         ///< simple values in all; a multiple of the number of configurations
+    int configurations; ///< one without qualifiers, and a locale each
+    bool mostlyEmpty;   ///< whether three of four offsets lead to no entry
 };
 
 /**

@@ -20,15 +20,14 @@ int main(int argc, char *argv[])
         const char *name;
         int values;
         int activities;
-        bool hasTypeSpecs;
-    } const packages[] = {{"generated-10k", 10000, 100, false},
-                          {"generated-100k", 100000, 1000, false},
-                          {"generated-1M", 1000000, 1000, false},
-                          {"table-1MB", 50000, 100, true}};
+    } const packages[] = {{"generated-10k", 10000, 100},
+                          {"generated-100k", 100000, 1000},
+                          {"generated-1M", 1000000, 1000},
+                          {"table-1MB", 50000, 100}};
     for (const auto &package : packages) {
         bench::writePackage(
             QStringLiteral("%1/%2.apk").arg(QString::fromLocal8Bit(argv[1]), QLatin1String(package.name)),
-            bench::generatedTable({package.values, Configurations, false, package.hasTypeSpecs}),
+            bench::generatedTable({package.values, Configurations, false}),
             bench::generatedManifest(package.activities));
     }
     return 0;

@@ -8,7 +8,7 @@
 #   --qt6     build and test with Qt 6
 #
 # A test that this machine cannot run is skipped, and the last lines print the reason. SORREL_TESTS_REQUIRE lists the kinds of
-# tests, separated by commas, that fail instead: sandbox, browser, screen, chroot, apksigner, abi.
+# tests, separated by commas, that fail instead: sandbox, browser, screen, chroot, androidfw, apksigner, abi.
 
 if [[ " $* " == *" --help "* || " $* " == *" -h "* ]]; then
     sed -n '3,/^[^#]/s/^# \{0,1\}//p' "$0"

@@ -75,17 +75,20 @@ constexpr DiagnosticTable::Row rows[] = {
     {Oddity::UnbalancedNamespaces, Effect::Taken, 0, 0, "A namespace ends twice, or never; Android does not check it."},
     {Oddity::TableBytesBehind, Effect::Taken, 0, 0, "There are bytes behind the table; Android does not look at them."},
     {Oddity::TablePoolStyles, Effect::Taken, 0, 0, "A string pool of the table has styles outside of it."},
-    {Oddity::TablePoolCount, Effect::Taken, 0, 0, "A string pool of the table counts more strings than it has."},
+    {Oddity::TablePoolCount, Effect::Taken, 0, 0,
+     "A string pool of the table counts more strings than it has; Android has no resources of the package."},
     {Oddity::UnknownTableChunk, Effect::Taken, 0, 0, "The table has chunks of unknown types; Android skips them."},
     {Oddity::UnnamedPackage, Effect::Taken, 0, 0, "A package of the table has no name."},
     {Oddity::RepeatedPackage, Effect::Taken, 0, 0, "The table has several packages of one id."},
     {Oddity::NoTypePool, Effect::Taken, 0, 0, "A package of the table has no names of types."},
     {Oddity::UnnamedType, Effect::Taken, 0, 0, "A type of the table has no name."},
     {Oddity::ConfigurationSize, Effect::Taken, 0, 0, "A configuration of the table has an unusual size."},
-    {Oddity::EntryPastChunk, Effect::Taken, 0, 0, "An entry of the table does not end within its chunk."},
+    {Oddity::EntryPastChunk, Effect::Taken, 0, 0,
+     "An entry of the table does not end within its chunk; it has no value for Android."},
     {Oddity::LibraryChunk, Effect::Taken, 0, 0, "The table names shared libraries."},
     {Oddity::OverlayChunk, Effect::Taken, 0, 0, "The table has resources that others may overlay."},
-    {Oddity::StagedAlias, Effect::Taken, 0, 0, "The table has aliases of staged resources."},
+    {Oddity::StagedAlias, Effect::Taken, 33, 0,
+     "The table has aliases of staged resources; Android 13 and later follow those of the platform's package."},
 };
 static_assert(std::size(rows) == std::size_t(Oddity::Count), "there is a row for each oddity");
 

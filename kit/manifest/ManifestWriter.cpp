@@ -2,6 +2,7 @@
 #include "manifest/ManifestWriter.h"
 
 #include "format/AndroidAttributes.h"
+#include "format/XmlNodes.h"
 #include "format/XmlStartChunk.h"
 #include "resources/ValueFormatter.h"
 
@@ -104,39 +105,32 @@ QByteArray ManifestWriter::toXml(const QByteArray &document)
 
 void ManifestWriter::walk(const QByteArray &document, Pass pass)
 {
-    const ChunkView whole = ChunkView::at(ByteView(document), 0);
-    ChunkList chunks(whole.bytes(), whole.headerSize());
-    m_pool = StringPoolView();
-    m_ids = ByteView();
+    XmlNodes nodes{ByteView(document)};
+    m_nodes = &nodes;
+    m_strings.clear();
+    m_collected.clear();
     int depth = 0;
     bool isPastRoot = false;
-    while (chunks.hasNext() && !isPastRoot && !isTooLong()) {
-        const ChunkView chunk = chunks.next();
-        if (chunk.type() == ChunkType::StringPool) {
-            m_pool = StringPoolView(chunk);
-            m_strings.clear();
-            m_collected.clear();
-        } else if (chunk.type() == ChunkType::XmlResourceMap) {
-            m_ids = chunk.bytes().from(chunk.headerSize());
-        } else if (chunk.type() == ChunkType::XmlStartNamespace && pass == Pass::Collect) {
-            declare(chunk);
-        } else if (chunk.type() == ChunkType::XmlStartElement) {
+    while (!isPastRoot && !isTooLong() && nodes.next()) {
+        if (nodes.type() == ChunkType::XmlStartNamespace && pass == Pass::Collect) {
+            declare(nodes.body());
+        } else if (nodes.type() == ChunkType::XmlStartElement) {
             ++depth;
             if (pass == Pass::Collect)
-                collect(XmlStartChunk(chunk));
+                collect(XmlStartChunk(nodes.body()));
             else
-                write(XmlStartChunk(chunk), depth);
-        } else if (chunk.type() == ChunkType::XmlEndElement && depth > 0) {
+                write(XmlStartChunk(nodes.body()), depth);
+        } else if (nodes.type() == ChunkType::XmlEndElement && depth > 0) {
             isPastRoot = --depth == 0;
             if (pass == Pass::Write)
                 m_xml.writeEndElement();
         }
     }
+    m_nodes = nullptr;
 }
 
-void ManifestWriter::declare(const ChunkView &chunk)
+void ManifestWriter::declare(const ByteView &body)
 {
-    const ByteView body = chunk.bytes().from(qMax(chunk.headerSize(), XmlStartChunk::NodeHeaderSize));
     m_declared.insert(string(body.u32(4)), string(body.u32(0)));
 }
 
@@ -157,7 +151,7 @@ void ManifestWriter::collect(const XmlStartChunk &start)
     collect(start.uri());
     for (int i = 0; i < start.attributeCount(); ++i) {
         const XmlStartChunk::Attribute attribute = start.attribute(i);
-        if (indexOfAndroidAttribute(resourceId(attribute.name)) < 0)
+        if (indexOfAndroidAttribute(m_nodes->resourceId(attribute.name)) < 0)
             collect(attribute.uri);
     }
 }
@@ -201,7 +195,7 @@ QVector<ManifestWriter::Attribute> ManifestWriter::attributes(const XmlStartChun
     QVector<Attribute> attributes;
     for (int i = 0; i < start.attributeCount() && !isTooLong(); ++i) {
         const XmlStartChunk::Attribute record = start.attribute(i);
-        const quint32 id = resourceId(record.name);
+        const quint32 id = m_nodes->resourceId(record.name);
         const int known = indexOfAndroidAttribute(id);
         Attribute attribute;
         if (known >= 0) {
@@ -231,7 +225,7 @@ QString ManifestWriter::qualifiedName(const QString &uri, const QString &name) c
 QString ManifestWriter::valueText(quint32 raw, const TypedValue &value, bool hasId)
 {
     const bool isString = value.type == ValueType::String;
-    const bool isWritten = raw != XmlStartChunk::NoString && (!isString || raw != value.data);
+    const bool isWritten = raw <= XmlStartChunk::LastRawString && (!isString || raw != value.data);
     if (isWritten && (!hasId || value.isNull()))
         return string(raw);
     if (isString)
@@ -259,7 +253,7 @@ QString ManifestWriter::string(quint32 index)
         return {};
     auto known = m_strings.constFind(index);
     if (known == m_strings.cend()) {
-        known = m_strings.insert(index, m_pool.at(index));
+        known = m_strings.insert(index, m_nodes->strings().at(index));
         count(known->size());
     }
     return *known;

@@ -2,7 +2,6 @@
 #ifndef SORRELKIT_MANIFESTWRITER_H
 #define SORRELKIT_MANIFESTWRITER_H
 
-#include "format/StringPoolView.h"
 #include "format/XmlReader.h"
 #include "resources/ResourceNames.h"
 
@@ -14,7 +13,8 @@
 #include <QVector>
 #include <QXmlStreamWriter>
 
-class ChunkView;
+class ByteView;
+class XmlNodes;
 class XmlStartChunk;
 
 namespace SorrelKit {
@@ -62,7 +62,7 @@ private:
     };
 
     void walk(const QByteArray &document, Pass pass);
-    void declare(const ChunkView &chunk);
+    void declare(const ByteView &body);
     void bind(const QString &uri, const QString &wantedPrefix);
     void collect(const XmlStartChunk &start);
     void collect(quint32 uri);
@@ -72,8 +72,6 @@ private:
     QString qualifiedName(const QString &uri, const QString &name) const;
     QString valueText(quint32 raw, const TypedValue &value, bool hasId);
     QString referenceText(const TypedValue &value) const;
-    /// The resource id of the attribute whose name is the string @p name; 0 for none.
-    quint32 resourceId(quint32 name) const { return m_ids.u32(4 * qint64(name)); }
     /// The string @p index; empty when there is none.
     QString string(quint32 index);
     void count(qint64 characters) { m_characters += characters; }
@@ -84,10 +82,9 @@ private:
     const References m_references;
     QByteArray m_output;
     QXmlStreamWriter m_xml;
-    StringPoolView m_pool;
+    XmlNodes *m_nodes = nullptr;       ///< of the document, during a walk
     QHash<quint32, QString> m_strings; ///< by index in the pool
     QSet<quint32> m_collected;         ///< indices of the URIs that are bound
-    ByteView m_ids;
     QMap<QString, QString> m_declared; ///< by URI, the prefix of the latest declaration
     QMap<QString, QString> m_prefixes; ///< by URI, in the output
     QSet<QString> m_usedPrefixes;

@@ -8,6 +8,7 @@
 #include "format/XmlReader.h"
 #include "limits/Budget.h"
 #include "limits/Limits.h"
+#include "normalize/DocumentRewriter.h"
 #include "normalize/IconMembers.h"
 #include "normalize/TableRewriter.h"
 #include "package/PackageData.h"
@@ -208,14 +209,11 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &bud
         isNeeded = true;
 }
 
-// Android ignores the type of the manifest's chunk.
 void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
 {
-    manifest = archive.file(QLatin1String(manifestName), Limits::MaxManifestBytes);
-    if (manifest.size() < ChunkView::HeaderSize || ByteView(manifest).u16(0) != 0)
-        return;
-    qToLittleEndian(quint16(ChunkType::Xml), manifest.data());
-    isNeeded = true;
+    const QByteArray original = archive.file(QLatin1String(manifestName), Limits::MaxManifestBytes);
+    manifest = DocumentRewriter::rewritten(original);
+    isNeeded = isNeeded || manifest.constData() != original.constData();
 }
 
 QVector<Member> PackageNormalizerPrivate::pictures(const QStringList &paths, Budget &budget)

@@ -95,8 +95,15 @@ void TableRewriter::measure()
         else
             m_size += chunk.size();
     }
+    measureEnd(chunks);
+}
+
+// Android ignores a chunk that is cut, and libsorrel refuses it. The result is without.
+void TableRewriter::measureEnd(const ChunkList &chunks)
+{
     if (m_fault == FormatFault::None && chunks.isDamaged())
         m_fault = FormatFault::DamagedTableChunk;
+    m_isClassic = m_isClassic && chunks.rest() == 0;
 }
 
 void TableRewriter::measurePackage(const ChunkView &package)
@@ -120,8 +127,7 @@ void TableRewriter::measurePackage(const ChunkView &package)
             m_size += chunk.size();
         from += chunk.size();
     }
-    if (m_fault == FormatFault::None && chunks.isDamaged())
-        m_fault = FormatFault::DamagedTableChunk;
+    measureEnd(chunks);
     if (m_fault == FormatFault::None
         && !std::all_of(std::cbegin(isFound), std::cend(isFound), [](bool is) { return is; }))
         m_fault = FormatFault::PoolNotFound;

@@ -3,8 +3,8 @@
 #define SORRELKIT_TABLEREWRITER_H
 
 #include "format/ChunkView.h"
-#include "format/FormatFault.h"
 #include "limits/Limits.h"
+#include "oddity/FormatFault.h"
 
 #include <QByteArray>
 #include <QString>
@@ -16,7 +16,7 @@ namespace SorrelKit {
  * TypeRewriter). All other chunks, and type chunks in that form, are copied byte for byte, and the order of chunks
  * stays. Two things follow from changed types: the sizes of the table and its packages, and the offsets of string pools
  * in the headers of packages. A table header of more than 12 bytes is cut to 12: libsorrel expects the first chunk
- * there.
+ * there. The last chunk of the table or of a package goes when it is cut, as Android ignores it.
  *
  * Meets raw input. Does not check what libsorrel itself refuses, such as a damaged string pool. Needs the memory of the
  * table, of the result and of a TypeRewriter, and time in proportion to their sizes.
@@ -44,6 +44,7 @@ private:
     void measure();
     void measurePackage(const ChunkView &package);
     void measureType(const ChunkView &type);
+    void measureEnd(const ChunkList &chunks);
     QByteArray write() const;
 
     ChunkView m_table;

@@ -28,7 +28,25 @@ qint64 classicSize(const EntryView &entry)
 
 bool isReadable(const EntryView &entry)
 {
-    return entry.isValid() && (entry.isCompact() || entry.bytes().u16(0) <= TypeRewriter::MaxHeaderSize);
+    return (entry.isCompact() || entry.bytes().u16(0) <= TypeRewriter::MaxHeaderSize);
+}
+
+bool isClassicSimple(const EntryView &entry)
+{
+    return !entry.isMap() && !entry.isCompact();
+}
+
+// Whether the value of a simple entry claims more bytes than readers take of it.
+bool hasLongValue(const EntryView &entry)
+{
+    return isClassicSimple(entry) && entry.bytes().u16(entry.bytes().u16(0)) != TypedValue::Size;
+}
+
+// Whether a simple entry has the header of a map with items.
+bool hasItems(const EntryView &entry)
+{
+    return isClassicSimple(entry) && entry.bytes().u16(0) >= EntryView::MapHeaderSize
+           && entry.bytes().u32(EntryView::ItemCountAt) != 0;
 }
 
 // A compact entry holds a simple value, whatever else its flags say.
@@ -148,6 +166,10 @@ bool TypeRewriter::placeAll()
 bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
 {
     const EntryView entry = m_type.entryAt(slot.offset);
+    if (!entry.isValid()) {
+        m_isClassic = false;
+        return true;
+    }
     if (!isReadable(entry))
         return false;
     Place place{slot.index, false, slot.offset, m_entriesSize};
@@ -157,7 +179,8 @@ bool TypeRewriter::place(const TypeChunk::Slot &slot, MapPlaces *maps)
     }
     if (!place.isRepeated)
         m_entriesSize += classicSize(entry);
-    m_isClassic = m_isClassic && place.to == place.from && !entry.isCompact();
+    m_isClassic =
+        m_isClassic && place.to == place.from && !entry.isCompact() && !hasLongValue(entry) && !hasItems(entry);
     m_places.push_back(place);
     return true;
 }
@@ -184,6 +207,11 @@ void TypeRewriter::appendTo(QByteArray *table) const
             expand(entry, entries + place.to);
         else
             copy(entry.bytes(), entries + place.to);
+        // Android refuses sizes that reach beyond the chunk, and the new chunk may be shorter.
+        if (hasLongValue(entry))
+            qToLittleEndian(quint16(TypedValue::Size), entries + place.to + entry.bytes().u16(0));
+        if (hasItems(entry))
+            qToLittleEndian(quint32(0), entries + place.to + EntryView::ItemCountAt);
     }
     constexpr int OtherForms = TypeChunk::SparseFlag | TypeChunk::ShortOffsetsFlag;
     chunk[TypeChunk::FlagsAt] = char(m_chunk.bytes().u8(TypeChunk::FlagsAt) & ~OtherForms);

@@ -2,8 +2,8 @@
 #ifndef SORRELKIT_TYPEREWRITER_H
 #define SORRELKIT_TYPEREWRITER_H
 
-#include "format/FormatFault.h"
 #include "format/TypeChunk.h"
+#include "oddity/FormatFault.h"
 
 #include <QByteArray>
 
@@ -23,7 +23,8 @@ namespace SorrelKit {
  *
  * Header and configuration are copied byte for byte, and each resource keeps the entry that TypeChunk::offset() finds.
  * In a sparse chunk with several entries for one resource, that is the first one; an entry that the search cannot find,
- * because the indices do not ascend, is dropped.
+ * because the indices do not ascend, is dropped. So is an entry that does not end within the chunk, which has no value
+ * for Android either.
  *
  * Meets raw input. Needs up to 2 MiB for the places of the entries, and up to 5 MiB more in the constructor. The bytes
  * of the chunk outlive this object.
@@ -32,7 +33,7 @@ class TypeRewriter
 {
 public:
     /// Bytes of the header of a chunk or of an entry: libsorrel reads these sizes as signed numbers.
-    static constexpr int MaxHeaderSize = 0x7fff;
+    static constexpr int MaxHeaderSize = 0x7ffc;
 
     /// @p chunk is of the type ChunkType::Type.
     explicit TypeRewriter(const ChunkView &chunk);

@@ -148,9 +148,9 @@ const ResourceTables &PackageData::tables()
         manifest();
         openSplits();
         if (m_isManifestWhole)
-            readTable(base(), &m_oddities.front().table);
+            readTable(base(), &m_oddities.front());
         for (std::size_t split = 1; split < m_members.size(); ++split)
-            readTable(*m_members.at(split), &m_oddities.at(split).table);
+            readTable(*m_members.at(split), &m_oddities.at(split));
     }
     return m_tables;
 }
@@ -168,7 +168,7 @@ QList<quint32> PackageData::platformResources()
     return PlatformReferences(m_resolver, *this, budget).ids(manifest().root());
 }
 
-void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
+void PackageData::readTable(ZipArchive &archive, FileOddities *files)
 {
     const QString path = tablePath();
     // A package may have no resources, and splits for processors have none.
@@ -180,7 +180,8 @@ void PackageData::readTable(ZipArchive &archive, OddityList *oddities)
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());
-    *oddities = table->oddities();
+    files->table = table->oddities();
+    files->types = table;
     if (table->fault() != FormatFault::None)
         setError(PackageError::BadResources, formatFaultText(table->fault()));
     m_tables.append(table);
@@ -199,7 +200,10 @@ QList<Diagnostic> PackageData::diagnostics()
         diagnostics.append(archive.oddities(manifestPath()), files.package, manifestPath());
         diagnostics.append(files.manifest, files.package, manifestPath());
         diagnostics.append(archive.oddities(tablePath()), files.package, tablePath());
-        diagnostics.append(files.table, files.package, tablePath());
+        OddityList table = files.table;
+        if (files.types != nullptr)
+            files.types->addTypeOddities(&table);
+        diagnostics.append(table, files.package, tablePath());
     }
     m_diagnostics = diagnostics.all();
     return *m_diagnostics;

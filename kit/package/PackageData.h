@@ -138,6 +138,8 @@ private:
         QString package; ///< its path in the set; empty for a single package
         OddityList manifest;
         OddityList table;
+        /// The table, whose types are checked when the diagnostics are asked for; null for none.
+        QSharedPointer<const ResourceTable> types = {};
     };
 
     QByteArray file(const QString &path, qint64 maxBytes, Budget *budget) override;
@@ -145,7 +147,7 @@ private:
     bool open();
     void openSplits();
     void readManifest();
-    void readTable(ZipArchive &archive, OddityList *oddities);
+    void readTable(ZipArchive &archive, FileOddities *files);
     bool isSet() const { return !m_members.empty(); }
     ZipArchive &base() { return isSet() ? *m_members.front() : *m_outer; }
     XmlElement document(const QString &path);

@@ -5,7 +5,9 @@ ChunkView ChunkView::at(const ByteView &bytes, qint64 at)
 {
     const qint64 headerSize = bytes.u16(at + HeaderSizeAt);
     const qint64 size = bytes.u32(at + SizeAt);
-    if (!bytes.has(at, HeaderSize) || headerSize < HeaderSize || headerSize > size || !bytes.has(at, size))
+    const bool isAligned = ((headerSize | size) & 3) == 0;
+    if (!bytes.has(at, HeaderSize) || headerSize < HeaderSize || headerSize > size || !isAligned
+        || !bytes.has(at, size))
         return {};
     return ChunkView(bytes.part(at, size));
 }
@@ -16,4 +18,12 @@ ChunkView ChunkList::next()
     m_at += chunk.size();
     m_next = ChunkView::at(m_bytes, m_at);
     return chunk;
+}
+
+bool ChunkList::isDamaged() const
+{
+    if (rest() == 0)
+        return false;
+    const bool isCut = rest() < ChunkView::HeaderSize || rest() < qint64(m_bytes.u32(m_at + ChunkView::SizeAt));
+    return m_at == m_start || !isCut;
 }

@@ -25,7 +25,7 @@ public:
     ChunkView() = default;
 
     /// The chunk at @p at in @p bytes. A damaged chunk is not valid: its header is shorter than 8 bytes or longer than
-    /// the chunk, or the chunk ends after the bytes.
+    /// the chunk, a size is no multiple of 4, or the chunk ends after the bytes.
     static ChunkView at(const ByteView &bytes, qint64 at);
 
     bool isValid() const { return !m_bytes.isEmpty(); }
@@ -51,16 +51,25 @@ private:
 class ChunkList
 {
 public:
-    ChunkList(const ByteView &bytes, qint64 at) : m_bytes(bytes), m_at(at), m_next(ChunkView::at(bytes, at)) {}
+    ChunkList(const ByteView &bytes, qint64 at)
+        : m_bytes(bytes), m_start(at), m_at(at), m_next(ChunkView::at(bytes, at))
+    {
+    }
 
     bool hasNext() const { return m_next.isValid(); }
     /// Precondition: hasNext().
     ChunkView next();
-    /// Whether bytes are left that are no chunk.
-    bool isDamaged() const { return !m_next.isValid() && m_at < m_bytes.size(); }
+    /// Where the next chunk begins, or the rest.
+    qint64 position() const { return m_at; }
+    /// Number of bytes that are left and no chunk. Precondition: !hasNext().
+    qint64 rest() const { return qMax(qint64(0), m_bytes.size() - m_at); }
+    /// Whether Android refuses the bytes that are left. In tables it takes a rest behind a chunk that is too short for
+    /// a header, or for the size in the header. Precondition: !hasNext().
+    bool isDamaged() const;
 
 private:
     ByteView m_bytes;
+    qint64 m_start;
     qint64 m_at;
     ChunkView m_next;
 };

@@ -10,7 +10,14 @@ EntryView::EntryView(const ByteView &bytes)
     if ((flags & CompactFlag) == 0) {
         size = bytes.u16(0);
         const bool isMap = (flags & MapFlag) != 0;
-        if (size < (isMap ? MapHeaderSize : HeaderSize))
+        // Android checks the items of any entry with such a header, whatever its flags are.
+        const bool hasItems = size >= MapHeaderSize;
+        if (size < HeaderSize || (isMap && !hasItems))
+            return;
+        if (hasItems && (size % 4 != 0 || qint64(bytes.u32(ItemCountAt)) > (bytes.size() - size) / ItemSize))
+            return;
+        const qint64 valueSize = bytes.u16(size);
+        if (!isMap && (valueSize < TypedValue::Size || (!hasItems && !bytes.has(size, valueSize))))
             return;
         size += isMap ? qint64(bytes.u32(ItemCountAt)) * ItemSize : qint64(TypedValue::Size);
     }

@@ -3,17 +3,20 @@
 #define RESOURCETABLE_H
 
 #include "format/Configuration.h"
-#include "format/FormatFault.h"
 #include "format/StringPoolView.h"
 #include "format/TypeChunk.h"
 #include "format/TypedValue.h"
 #include "limits/Limits.h"
+#include "oddity/FormatFault.h"
 #include "oddity/OddityList.h"
 
 #include <QString>
 #include <QVector>
 
+#include <bitset>
 #include <memory>
+#include <utility>
+#include <vector>
 
 /// One value of a resource in a table.
 struct TableValue {
@@ -46,6 +49,32 @@ struct TableValue {
  * | 280    | u32       | last public key                                                                        |
  * | header size | chunks | string pools, type specs (flags of each resource), types (see TypeChunk)             |
  *
+ * The string pools of a package are chunks of its own, at those offsets. Its other chunks:
+ *
+ * | type (ChunkType) | header after the chunk header                          | body                                     |
+ * |------------------|--------------------------------------------------------|------------------------------------------|
+ * | TypeSpec         | u8 type id, 3 bytes, u32 entry count                   | u32 flags of each resource               |
+ * | Type             | see TypeChunk                                          |                                          |
+ * | Library          | u32 count                                              | u32 package id and 128 x u16 name each   |
+ * | Overlayable      | 256 x u16 name, 256 x u16 actor                        | chunks of the type OverlayablePolicy     |
+ * | OverlayablePolicy | u32 flags, u32 count                                  | u32 id of each resource                  |
+ * | StagedAlias      | u32 count                                              | u32 id while staged, u32 id since, each  |
+ *
+ * Android 9 to 14 reads a table as follows, and so does this class:
+ *
+ * - It refuses the table for a damaged chunk; it takes a rest behind a chunk that is cut.
+ * - It skips unknown chunks, before the table, in it and in packages.
+ * - It takes the first string pool of the table. It refuses a pool that is not sound (StringPoolView::isSound()).
+ * - It refuses more packages than the header counts. Packages may share an id and may have an empty name.
+ * - A package needs no pools: its types have no names then, and neither have types behind the end of the pool.
+ * - A type chunk needs a type spec of the same type before it. Neither has the type id 0 or more than 65,535 entries.
+ * - The flags of a type spec are no larger than its package.
+ * - Lists of libraries, policies and aliases are within their chunks. An alias is unique, and counts in the platform's
+ *   package (id 1) alone, since Android 13.
+ * - An entry that is not within its chunk has no value. All others have theirs.
+ *
+ * Android takes a file without a table chunk for a table without resources; this class has the fault NoTable for it.
+ *
  * Loading reads the chunks' headers only; entries and configurations are decoded when they are asked for, so that the
  * table takes little memory besides its bytes. The const operations only read. Meets raw input: a damaged part has no values.
  */
@@ -59,6 +88,8 @@ public:
     /// Characters of a string at most; the rest is dropped. UTF-8, the usual encoding, has 15 bits for the length.
     static constexpr int MaxStringLength = 0x7fff;
     static constexpr int MaxPackages = Limits::MaxPackages;
+    /// Aliases of a table at most: as many as a type has resources.
+    static constexpr int MaxAliases = 1 << 16;
 
     /// A package of the table, or a part of one.
     struct Package {
@@ -100,9 +131,15 @@ public:
     FormatFault fault() const { return m_fault; }
     /// What is odd in the chunks that were visited on load, up to the fault.
     const OddityList &oddities() const { return m_oddities; }
+    /// Adds an oddity for each configuration of an odd size, and for each entry that has no value because it is not
+    /// within its chunk. Takes time in proportion to the table's bytes, so these are not in oddities().
+    void addTypeOddities(OddityList *oddities) const;
     /// Number of type chunks in all.
     int typeChunkCount() const { return m_typeChunks; }
 
+    /// The id that the resource with the staged id @p id has since; @p id itself when it is no alias. All lookups by id
+    /// follow aliases.
+    quint32 finalId(quint32 id) const { return m_aliases.empty() ? id : resolvedAlias(id); }
     /// The values of the resource @p id, in the order of the table; at most one for each type chunk. A package may be
     /// in the table in several parts.
     QVector<TableValue> values(quint32 id) const;
@@ -110,6 +147,7 @@ public:
     template <typename Visit>
     void visitValues(quint32 id, Visit visit) const
     {
+        id = finalId(id);
         for (const Package &package : m_packages) {
             const QVector<TypeChunk> *const types =
                 package.id == ownerOf(id) ? package.typeChunks(ResourceId::type(id)) : nullptr;
@@ -135,8 +173,20 @@ public:
     const QVector<Package> &packages() const { return m_packages; }
 
 private:
+    using TypeIds = std::bitset<256>;
+    static constexpr int TypeIdAt = 8; ///< in a type spec
+
+    quint32 resolvedAlias(quint32 id) const;
+    void checkEnd(const ChunkList &chunks);
+    /// Sets @p pool; false when it is not sound.
+    bool readPool(const ChunkView &chunk, StringPoolView *pool);
     void readTable(const ChunkView &table);
     void readPackage(const ChunkView &chunk);
+    /// Reads the chunk @p part, which is at @p at in the chunk @p package, into @p result.
+    void readPart(const ChunkView &part, qint64 at, const ChunkView &package, TypeIds *specified, Package *result);
+    void readType(const TypeChunk &type, const TypeIds &specified, Package *package);
+    void readAliases(const ChunkView &chunk);
+    void noteOddities(const Package &package);
     static void append(QVector<QVector<TypeChunk>> *chunks, const TypeChunk &type);
     /// The id of the package that the resource @p id belongs to.
     quint8 ownerOf(quint32 id) const;
@@ -145,6 +195,8 @@ private:
     FormatFault m_fault = FormatFault::None;
     OddityList m_oddities;
     StringPoolView m_strings;
+    bool m_hasStrings = false;
+    std::vector<std::pair<quint32, quint32>> m_aliases; ///< staged and final ids, sorted
     QVector<Package> m_packages;
     int m_maxTypeChunks = MaxTypeChunks;
     int m_typeChunks = 0;

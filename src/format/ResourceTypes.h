@@ -16,12 +16,17 @@ enum class ChunkType : quint16 {
     XmlEndNamespace = 0x0101,
     XmlStartElement = 0x0102,
     XmlEndElement = 0x0103,
+    XmlText = 0x0104,
     XmlLastNode = 0x017f,
     XmlResourceMap = 0x0180,
 
     Package = 0x0200,
     Type = 0x0201,
     TypeSpec = 0x0202,
+    Library = 0x0203,
+    Overlayable = 0x0204,
+    OverlayablePolicy = 0x0205,
+    StagedAlias = 0x0206,
 };
 
 /// Data types of compiled values (see TypedValue).

@@ -58,15 +58,50 @@ StringPoolView::StringPoolView(const ChunkView &chunk)
     const ByteView &bytes = chunk.bytes();
     m_offsets = bytes.from(chunk.headerSize());
     m_count = qMin(qint64(bytes.u32(CountAt)), m_offsets.size() / OffsetSize);
-    m_strings = bytes.from(bytes.u32(StringsStartAt));
     m_isUtf8 = (bytes.u32(FlagsAt) & Utf8Flag) != 0;
+    const bool hasStyles = bytes.u32(StyleCountAt) != 0;
+    const qint64 start = bytes.u32(StringsStartAt);
+    const qint64 end = hasStyles ? qMin(qint64(bytes.u32(StylesStartAt)), bytes.size()) : bytes.size();
+    m_strings = bytes.part(start, (end - start) / unit() * unit());
+    m_hasOddStyles = !hasStyles && bytes.u32(StylesStartAt) != 0;
+    m_isSound = chunk.headerSize() >= HeaderSize && hasSoundStrings(chunk) && hasSoundStyles(chunk);
+}
+
+bool StringPoolView::hasSoundStrings(const ChunkView &chunk) const
+{
+    const ByteView &bytes = chunk.bytes();
+    if (bytes.u32(CountAt) == 0)
+        return true;
+    constexpr int SmallestData = 3;
+    return m_count == bytes.u32(CountAt) && bytes.u32(StringsStartAt) <= bytes.size() - SmallestData
+           && !m_strings.isEmpty() && isEnd(m_strings.size() - unit());
+}
+
+bool StringPoolView::hasSoundStyles(const ChunkView &chunk) const
+{
+    const ByteView &bytes = chunk.bytes();
+    const qint64 count = bytes.u32(StyleCountAt);
+    if (count == 0)
+        return true;
+    const qint64 start = bytes.u32(StylesStartAt);
+    const qint64 words = (bytes.size() - start) / OffsetSize;
+    constexpr int EndWords = 3;
+    constexpr quint32 EndWord = 0xffffffff;
+    const qint64 end = start + (words - EndWords) * OffsetSize;
+    if (start <= bytes.u32(StringsStartAt) && bytes.u32(CountAt) != 0)
+        return false;
+    const bool hasEnd = words >= EndWords && bytes.u32(end) == EndWord && bytes.u32(end + OffsetSize) == EndWord
+                        && bytes.u32(end + qint64(2) * OffsetSize) == EndWord;
+    return chunk.headerSize() + OffsetSize * qint64(bytes.u32(CountAt)) <= bytes.size() && hasEnd;
 }
 
 QString StringPoolView::at(qint64 index, int maxLength) const
 {
     if (index < 0 || index >= m_count)
         return {};
-    const qint64 at = m_offsets.u32(OffsetSize * index);
+    const qint64 at = qint64(m_offsets.u32(OffsetSize * index)) / unit() * unit();
+    if (at >= m_strings.size() - unit())
+        return {};
     return m_isUtf8 ? utf8At(at, maxLength) : utf16At(at, maxLength);
 }
 
@@ -76,7 +111,10 @@ QString StringPoolView::utf8At(qint64 at, int maxLength) const
     qint64 length = m_strings.u8(at++);
     if ((length & 0x80) != 0)
         length = (length & 0x7f) << 8 | m_strings.u8(at++);
-    if (!m_strings.has(at, length))
+    constexpr int CutLengths = 0x8000;
+    while (!isEnd(at + length) && m_strings.has(at, length))
+        length += CutLengths;
+    if (!isEnd(at + length))
         return {};
     constexpr int BytesPerCharacter = 3; // at most; those beyond the basic plane are two characters
     return fromUtf8(m_strings.part(at, qMin(length, BytesPerCharacter * qint64(maxLength)))).left(maxLength);
@@ -90,7 +128,7 @@ QString StringPoolView::utf16At(qint64 at, int maxLength) const
         length = (length & 0x7fff) << 16 | m_strings.u16(at);
         at += 2;
     }
-    if (!m_strings.has(at, 2 * length))
+    if (!isEnd(at + 2 * length))
         return {};
     QString string(int(qMin(length, qint64(maxLength))), Qt::Uninitialized);
     qFromLittleEndian<quint16>(m_strings.data() + at, string.size(), string.data());

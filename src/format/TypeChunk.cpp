@@ -5,6 +5,7 @@ namespace {
 
 constexpr int OffsetUnit = 4;
 constexpr quint16 NoShortOffset = 0xffff;
+constexpr int SmallestHeader = TypeChunk::ConfigurationAt + 4; // with the size of the configuration
 
 } // namespace
 
@@ -12,7 +13,9 @@ TypeChunk::TypeChunk(const ChunkView &chunk) : m_bytes(chunk.bytes())
 {
     const qint64 width = hasShortOffsets() && !isSparse() ? 2 : OffsetSize;
     const qint64 count = m_bytes.u32(EntryCountAt);
-    if (chunk.headerSize() < ConfigurationAt || count > MaxEntries || !m_bytes.has(chunk.headerSize(), count * width))
+    const qint64 start = m_bytes.u32(EntriesStartAt);
+    if (chunk.headerSize() < SmallestHeader || typeId() == 0 || count > MaxSlots || start > m_bytes.size()
+        || start % OffsetUnit != 0 || count * width > start - chunk.headerSize())
         return;
     m_slotCount = int(count);
     m_offsets = m_bytes.part(chunk.headerSize(), count * width);
@@ -23,6 +26,12 @@ ByteView TypeChunk::configurationBytes() const
 {
     const qint64 headerSize = m_bytes.u16(2);
     return m_bytes.part(ConfigurationAt, qMin(qint64(m_bytes.u32(ConfigurationAt)), headerSize - ConfigurationAt));
+}
+
+bool TypeChunk::hasOddConfiguration() const
+{
+    const quint32 size = m_bytes.u32(ConfigurationAt);
+    return size == 0 || configurationBytes().size() != size;
 }
 
 TypeChunk::Slot TypeChunk::slot(int number) const
@@ -57,5 +66,5 @@ qint64 TypeChunk::offset(int index) const
 
 EntryView TypeChunk::entryAt(qint64 offset) const
 {
-    return offset < 0 ? EntryView() : EntryView(entries().from(offset));
+    return offset < 0 || offset % OffsetUnit != 0 ? EntryView() : EntryView(entries().from(offset));
 }

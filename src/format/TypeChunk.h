@@ -30,6 +30,9 @@
  * | 2     | short (Android 14): u16 for each resource of the type, in units of 4 bytes, 0xffff for none |
  * | 1     | sparse: index u16 and offset u16 in units of 4 bytes, by ascending index                   |
  *
+ * Android takes a configuration of any size: bytes that it does not have are 0, and one that claims more than the header
+ * has goes on in the chunk. Offsets and entries start at multiples of 4.
+ *
  * Meets raw input.
  */
 class TypeChunk
@@ -49,6 +52,10 @@ public:
     static constexpr qint64 NoEntry = -1;
     /// Resources of a type at most: an id has 16 bits for the index.
     static constexpr int MaxEntries = 1 << 16;
+    /// Slots of a chunk at most: Android refuses more.
+    static constexpr int MaxSlots = 0xffff;
+    /// Bytes of a configuration that Android knows.
+    static constexpr int ConfigurationSize = 64;
 
     /// An offset, and the index of its resource.
     struct Slot {
@@ -57,15 +64,18 @@ public:
     };
 
     TypeChunk() = default;
-    /// @p chunk is of the type ChunkType::Type. Not valid when its offsets end outside it.
+    /// @p chunk is of the type ChunkType::Type. Not valid when Android refuses it: it has no type, too many slots, or
+    /// offsets that do not end before the entries.
     explicit TypeChunk(const ChunkView &chunk);
 
     bool isValid() const { return m_isValid; }
     quint8 typeId() const { return m_bytes.u8(8); }
     /// Decodes the configuration on each call.
-    Configuration configuration() const { return Configuration::read(configurationBytes()); }
+    Configuration configuration() const { return Configuration::read(m_bytes.from(ConfigurationAt)); }
     /// The configuration's record, its size included; cut where the header ends.
     ByteView configurationBytes() const;
+    /// Whether the configuration claims no bytes, or more than the header has.
+    bool hasOddConfiguration() const;
     bool isSparse() const { return (m_bytes.u8(FlagsAt) & SparseFlag) != 0; }
     bool hasShortOffsets() const { return (m_bytes.u8(FlagsAt) & ShortOffsetsFlag) != 0; }
 

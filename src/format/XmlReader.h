@@ -2,22 +2,21 @@
 #ifndef XMLREADER_H
 #define XMLREADER_H
 
-#include "format/FormatFault.h"
 #include "format/XmlElement.h"
 #include "limits/Limits.h"
+#include "oddity/FormatFault.h"
 #include "oddity/OddityList.h"
 
 #include <QByteArray>
 
 #include <vector>
 
-class ChunkView;
-class StringPoolView;
+class XmlNodes;
 class XmlStartChunk;
 
 /**
  * Reads a binary XML document, as Android's build tools compile manifests and other XML resources. The document is a
- * chunk of the type ChunkType::Xml (or Untyped) with these chunks in it:
+ * chunk of the type ChunkType::Xml with these chunks in it:
  *
  * | type (ChunkType)                   | body, after the chunk header and the node header (see XmlStartChunk)      |
  * |------------------------------------|---------------------------------------------------------------------------|
@@ -26,9 +25,18 @@ class XmlStartChunk;
  * | XmlStartNamespace, XmlEndNamespace | u32 prefix, u32 URI                                                       |
  * | XmlStartElement                    | see XmlStartChunk                                                         |
  * | XmlEndElement                      | u32 namespace, u32 name                                                   |
+ * | XmlText                            | u32 text, and a value (see TypedValue)                                    |
  *
- * This reader skips namespaces, texts and unknown chunks, and matches ends of elements by their order, whatever names
- * they have. Meets raw input.
+ * This reader takes and refuses the documents that Android's package manager takes and refuses (see XmlNodes for the
+ * chunks), and keeps ceilings of its own:
+ *
+ * - Namespaces and texts are skipped.
+ * - Ends of elements are matched by their order, whatever names they have. Ends without a start are skipped.
+ * - Elements that are open at the end of the document end there.
+ * - Nothing behind the end of the root is read as content. Damage there is no fault.
+ * - An element needs a name, which may be the empty string. An attribute may be without one.
+ *
+ * Meets raw input.
  */
 class XmlReader
 {
@@ -49,19 +57,19 @@ public:
     const XmlElement &root() const { return m_root; }
     /// The fault of the document; FormatFault::None without one.
     FormatFault fault() const { return m_fault; }
-    /// What is odd in the document, up to the fault.
+    /// What is odd about the document, as far as it was read.
     const OddityList &oddities() const { return m_oddities; }
     /// Characters of all names and texts that were read: the memory that they take besides the bytes.
     qint64 characters() const { return m_characters; }
 
 private:
-    void readNodes(const ChunkView &document);
-    bool readStart(const XmlStartChunk &start, const StringPoolView &strings, const ByteView &ids, XmlElement *element);
+    void readNodes(XmlNodes *nodes);
+    bool readStart(const XmlStartChunk &start, XmlNodes *nodes, XmlElement *element);
     /// Moves the innermost of the @p open elements to the children of its parent.
     void close(QVector<XmlElement> *open);
     /// Sets the texts of @p attribute, whose text in the source is the string @p raw.
-    void readText(quint32 raw, const StringPoolView &strings, XmlAttribute *attribute);
-    QString string(const StringPoolView &strings, quint32 index);
+    void readText(quint32 raw, const XmlNodes &nodes, XmlAttribute *attribute);
+    QString string(const XmlNodes &nodes, quint32 index);
 
     const qint64 m_maxCharacters;
     std::vector<QString> m_strings; ///< those that were used, by index: repeated uses share the characters

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Apk.h"
 #include "Bytes.h"
+#include "OddTables.h"
 #include "format/ResourceTable.h"
 
 #include <QtTest>
@@ -52,6 +53,7 @@ int answers(const ResourceTable &table)
 
 } // namespace
 
+Q_DECLARE_METATYPE(fixture::OddFile)
 Q_DECLARE_METATYPE(fixture::TableEncoding)
 
 class TestResourceTable : public QObject
@@ -69,11 +71,20 @@ private slots:
     void emptyTables();
     void copiesKeepTheBytes();
 
+    void takesWhatAndroidTakes_data();
+    void takesWhatAndroidTakes();
+    void everyTableMayBeDamaged_data();
+    void everyTableMayBeDamaged();
+    void aliasesOfThePlatform();
+    void aliasesOfOtherPackages();
+
     void errorNotAResourceTable();
     void errorDamagedChunk();
     void errorDamagedType();
     void errorTooManyPackages();
     void errorTooManyTypes();
+    void errorDamagedAliases();
+    void errorTooManyAliases();
 
     void everyPrefixIsAnswered();
     void everyByteMayBeDamaged();
@@ -191,6 +202,118 @@ void TestResourceTable::copiesKeepTheBytes()
     const ResourceTable copy(*first);
     first.reset();
     QCOMPARE(copy.string(copy.values(0x7f010000).first().value.data), latin("Plain"));
+}
+
+void TestResourceTable::takesWhatAndroidTakes_data()
+{
+    QTest::addColumn<OddFile>("file");
+    for (const OddFile &file : oddTables())
+        QTest::newRow(qPrintable(file.name)) << file;
+}
+
+void TestResourceTable::takesWhatAndroidTakes()
+{
+    QFETCH(OddFile, file);
+    const ResourceTable read(file.bytes);
+    QCOMPARE(formatFaultText(read.fault()), formatFaultText(file.fault));
+    if (file.fault != FormatFault::None)
+        return;
+    OddityList list = read.oddities();
+    read.addTypeOddities(&list);
+    QVector<Oddity> oddities;
+    for (const OddityList::Item &item : list.items())
+        oddities.append(item.oddity);
+    QCOMPARE(oddities, file.oddities);
+    QVERIFY(!read.values(0x7f010000).isEmpty());
+    QCOMPARE(read.string(read.values(0x7f010000).first().value.data), latin("Plain"));
+    QVERIFY(!read.values(0x7f020001).isEmpty());
+    QCOMPARE(read.values(0x7f020001).first().value.data, quint32(42));
+}
+
+void TestResourceTable::everyTableMayBeDamaged_data()
+{
+    takesWhatAndroidTakes_data();
+}
+
+// Each copy is in a heap block of its exact size, so that sanitizers report a read beyond it.
+void TestResourceTable::everyTableMayBeDamaged()
+{
+    QFETCH(OddFile, file);
+    constexpr int MostBytes = 2000; // behind them, large tables repeat one number
+    for (int at = 0; at < qMin(int(file.bytes.size()), MostBytes); ++at) {
+        const auto block = std::make_unique<char[]>(size_t(file.bytes.size()));
+        std::memcpy(block.get(), file.bytes.constData(), size_t(file.bytes.size()));
+        block[size_t(at)] = char(block[size_t(at)] ^ 0xff);
+        const QByteArray bytes = QByteArray::fromRawData(block.get(), int(file.bytes.size()));
+        const ResourceTable read(ByteView(bytes), nullptr);
+        OddityList list = read.oddities();
+        read.addTypeOddities(&list);
+        QVERIFY(answers(read) >= 0);
+        QVERIFY(int(list.items().size()) <= int(Oddity::Count));
+    }
+}
+
+namespace {
+
+QByteArray aliasChunk(const QVector<quint32> &ids)
+{
+    Bytes body;
+    for (const quint32 id : ids)
+        body.u32(id);
+    return chunk(ChunkType::StagedAlias, Bytes().u32(ids.size() / 2).data(), body.data());
+}
+
+QByteArray tableWithAliases(int packageId, const QVector<quint32> &ids)
+{
+    return TableBuilder().package(packageOf(packageId, 5).chunk(aliasChunk(ids))).build();
+}
+
+} // namespace
+
+void TestResourceTable::aliasesOfThePlatform()
+{
+    const ResourceTable read(tableWithAliases(1, {0x01ff0007, 0x01010000, 0x01fe0000, 0x01010009}));
+    QCOMPARE(formatFaultText(read.fault()), QString());
+    QVERIFY(read.oddities().contains(Oddity::StagedAlias));
+    QCOMPARE(read.finalId(0x01ff0007), 0x01010000u);
+    QCOMPARE(read.finalId(0x01ff0008), 0x01ff0008u);
+    QCOMPARE(read.values(0x01ff0007).size(), 1);
+    QCOMPARE(read.values(0x01ff0007).first().value.data, 5u);
+    QCOMPARE(read.typeName(0x01ff0007), latin("id1"));
+    QCOMPARE(read.typeChunkCount(0x01ff0007), 1);
+    QVERIFY(read.values(0x01fe0000).isEmpty());
+}
+
+void TestResourceTable::aliasesOfOtherPackages()
+{
+    const ResourceTable read(tableWithAliases(0x7f, {0x7fff0007, 0x7f010000, 0x7fff0007, 0x7f010000}));
+    QCOMPARE(formatFaultText(read.fault()), QString());
+    QCOMPARE(read.finalId(0x7fff0007), 0x7fff0007u);
+    QVERIFY(read.values(0x7fff0007).isEmpty());
+}
+
+void TestResourceTable::errorDamagedAliases()
+{
+    const QString fault = latin("damaged list of aliases in resource table");
+    QCOMPARE(formatFaultText(ResourceTable(tableWithAliases(1, {1, 2, 1, 3})).fault()), fault);
+    QCOMPARE(formatFaultText(ResourceTable(tableWithAliases(1, {1, 3, 2, 3})).fault()), fault);
+    const QByteArray cut = chunk(ChunkType::StagedAlias, Bytes().u32(1).data(), Bytes().u32(1).data());
+    const ResourceTable read(TableBuilder().package(packageOf(1, 5).chunk(cut)).build());
+    QCOMPARE(formatFaultText(read.fault()), fault);
+    QCOMPARE(read.values(0x01010000).size(), 1);
+}
+
+void TestResourceTable::errorTooManyAliases()
+{
+    const auto ofCount = [](int count) {
+        QVector<quint32> ids;
+        for (int i = 0; i < count; ++i)
+            ids << quint32(0x02000000 + i) << quint32(0x01000000 + i);
+        return tableWithAliases(1, ids);
+    };
+    QCOMPARE(formatFaultText(ResourceTable(ofCount(ResourceTable::MaxAliases)).fault()), QString());
+    QCOMPARE(formatFaultText(ResourceTable(ofCount(ResourceTable::MaxAliases + 1)).fault()),
+             latin("too many aliases in resource table"));
 }
 
 void TestResourceTable::errorNotAResourceTable()

@@ -101,7 +101,7 @@ private slots:
     void sparseIndicesOutOfOrderMayNotBeFound();
     void sharedEntriesAreFoundByEach();
     void offsetsMayBeAnything();
-    void entriesMayStartAnywhere();
+    void entriesStartBehindTheOffsets();
 
     void isNotValidWithoutItsOffsets();
     void isNotValidWithAShortHeader();
@@ -308,15 +308,18 @@ void TestTypeChunk::offsetsMayBeAnything()
     QVERIFY(!type.view.entryAt(TypeChunk::NoEntry).isValid());
 }
 
-void TestTypeChunk::entriesMayStartAnywhere()
+void TestTypeChunk::entriesStartBehindTheOffsets()
 {
     QByteArray chunk = someValues(TableEncoding::Dense).build();
-    for (const qint64 start : {qint64(chunk.size()), qint64(chunk.size()) + 1, qint64(0xffffffff)}) {
-        poke32(chunk, TypeBuilder::EntriesStartAt, start);
-        const Type type(chunk);
-        QVERIFY(type.view.isValid());
-        QVERIFY(type.view.entries().isEmpty());
-        QVERIFY(!type.view.entryAt(type.view.offset(1)).isValid());
+    const qint64 start = peek32(chunk, TypeBuilder::EntriesStartAt);
+    poke32(chunk, TypeBuilder::EntriesStartAt, chunk.size());
+    const Type type(chunk);
+    QVERIFY(type.view.isValid());
+    QVERIFY(type.view.entries().isEmpty());
+    QVERIFY(!type.view.entryAt(type.view.offset(1)).isValid());
+    for (const qint64 other : {qint64(chunk.size()) + 4, qint64(0xfffffffc), start + 2, start - 4, qint64(0)}) {
+        poke32(chunk, TypeBuilder::EntriesStartAt, other);
+        QVERIFY(!Type(chunk).view.isValid());
     }
 }
 
@@ -335,9 +338,9 @@ void TestTypeChunk::isNotValidWithoutItsOffsets()
 void TestTypeChunk::isNotValidWithAShortHeader()
 {
     QByteArray chunk = TypeBuilder(1).build();
-    poke16(chunk, HeaderSizeAt, TypeChunk::ConfigurationAt - 1);
-    QVERIFY(!Type(chunk).view.isValid());
     poke16(chunk, HeaderSizeAt, TypeChunk::ConfigurationAt);
+    QVERIFY(!Type(chunk).view.isValid());
+    poke16(chunk, HeaderSizeAt, TypeChunk::ConfigurationAt + 4);
     QVERIFY(Type(chunk).view.isValid());
     QVERIFY(!TypeChunk().isValid());
     QVERIFY(!TypeChunk(ChunkView()).isValid());
@@ -345,7 +348,7 @@ void TestTypeChunk::isNotValidWithAShortHeader()
 
 void TestTypeChunk::entriesUpToTheCeiling()
 {
-    const int last = TypeChunk::MaxEntries - 1;
+    const int last = TypeChunk::MaxSlots - 1;
     const Type most(TypeBuilder(1).value(last, Decimal, 1).build());
     QVERIFY(most.view.isValid());
     QVERIFY(most.view.entryAt(most.view.offset(last)).isValid());

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
 #include "Cost.h"
+#include "OddDocuments.h"
 #include "XmlBuilder.h"
 #include "format/XmlReader.h"
 
@@ -54,6 +55,8 @@ QByteArray wide(int children)
 
 } // namespace
 
+Q_DECLARE_METATYPE(fixture::OddFile)
+
 class TestXmlReader : public QObject
 {
     Q_OBJECT
@@ -68,8 +71,14 @@ private slots:
     void whatFollowsTheRootIsLeftOut();
     void attributesMayBeAnywhere();
 
+    void takesWhatAndroidTakes_data();
+    void takesWhatAndroidTakes();
+    void everyDocumentMayBeDamaged_data();
+    void everyDocumentMayBeDamaged();
+
     void errorNotABinaryXmlDocument();
     void errorDamagedXmlDocument();
+    void errorDamagedStringPool();
     void errorDamagedXmlElement();
     void errorXmlElementWithoutAName();
     void errorXmlDocumentWithoutAnElement();
@@ -200,6 +209,48 @@ void TestXmlReader::attributesMayBeAnywhere()
     QCOMPARE(reader.root().attribute(tag("y"))->value.data, 8u);
 }
 
+void TestXmlReader::takesWhatAndroidTakes_data()
+{
+    QTest::addColumn<OddFile>("file");
+    for (const OddFile &file : oddDocuments())
+        QTest::newRow(qPrintable(file.name)) << file;
+}
+
+void TestXmlReader::takesWhatAndroidTakes()
+{
+    QFETCH(OddFile, file);
+    const XmlReader reader(file.bytes);
+    QCOMPARE(formatFaultText(reader.fault()), formatFaultText(file.fault));
+    if (file.fault != FormatFault::None)
+        return;
+    QVector<Oddity> oddities;
+    for (const OddityList::Item &item : reader.oddities().items())
+        oddities.append(item.oddity);
+    QCOMPARE(oddities, file.oddities);
+    QCOMPARE(reader.root().name, tag("manifest"));
+    QCOMPARE(reader.root().children.size(), 1);
+    QCOMPARE(reader.root().children.first().name, tag("application"));
+}
+
+void TestXmlReader::everyDocumentMayBeDamaged_data()
+{
+    takesWhatAndroidTakes_data();
+}
+
+// Each copy is in a heap block of its exact size, so that sanitizers report a read beyond it.
+void TestXmlReader::everyDocumentMayBeDamaged()
+{
+    QFETCH(OddFile, file);
+    constexpr int MostBytes = 1000; // a header of 7 KiB has the same bytes
+    for (int at = 0; at < qMin(int(file.bytes.size()), MostBytes); ++at) {
+        const auto block = std::make_unique<char[]>(size_t(file.bytes.size()));
+        std::memcpy(block.get(), file.bytes.constData(), size_t(file.bytes.size()));
+        block[size_t(at)] = char(block[size_t(at)] ^ 0xff);
+        const XmlReader reader(QByteArray::fromRawData(block.get(), int(file.bytes.size())));
+        QVERIFY(reader.fault() != FormatFault::None || !reader.root().isNull());
+    }
+}
+
 void TestXmlReader::errorNotABinaryXmlDocument()
 {
     QCOMPARE(formatFaultText(XmlReader("<manifest/>").fault()), QStringLiteral("not a binary XML document"));
@@ -208,12 +259,21 @@ void TestXmlReader::errorNotABinaryXmlDocument()
 
 void TestXmlReader::errorDamagedXmlDocument()
 {
-    const XmlReader unclosed(XmlBuilder().start(tag("a")).empty(tag("b")).build());
-    QCOMPARE(formatFaultText(unclosed.fault()), QStringLiteral("damaged XML document"));
-    QCOMPARE(unclosed.root().name, tag("a"));
-    QCOMPARE(unclosed.root().children.size(), 1);
-    const XmlReader trailing(XmlBuilder().empty(tag("a")).chunk("\1\2\3").build());
-    QCOMPARE(formatFaultText(trailing.fault()), QStringLiteral("damaged XML document"));
+    const XmlReader inner(XmlBuilder().start(tag("a")).empty(tag("b")).chunk("\1\2\3").build());
+    QCOMPARE(formatFaultText(inner.fault()), QStringLiteral("damaged XML document"));
+    QCOMPARE(inner.root().name, tag("a"));
+    QCOMPARE(inner.root().children.size(), 1);
+    const XmlReader behind(XmlBuilder().empty(tag("a")).chunk("\1\2\3").build());
+    QCOMPARE(formatFaultText(behind.fault()), QString());
+    QVERIFY(behind.oddities().contains(Oddity::DocumentBytesBehind));
+}
+
+void TestXmlReader::errorDamagedStringPool()
+{
+    const QByteArray document = XmlBuilder().empty(tag("a")).build();
+    QByteArray damaged = document;
+    poke32(damaged, ChunkView::HeaderSize + PoolBuilder::CountAt, 1000);
+    QCOMPARE(formatFaultText(XmlReader(damaged).fault()), QStringLiteral("damaged string pool in XML document"));
 }
 
 void TestXmlReader::errorDamagedXmlElement()
@@ -226,13 +286,6 @@ void TestXmlReader::errorDamagedXmlElement()
         builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
         QCOMPARE(formatFaultText(XmlReader(builder.build()).fault()), QStringLiteral("damaged XML element"));
     }
-    XmlBuilder builder;
-    ElementFields fields;
-    fields.name = builder.index(tag("a"));
-    fields.attributeSize = 19;
-    fields.attributeCount = 1;
-    builder.chunk(nodeChunk(0x0102, elementBody(fields, QByteArray(40, '\0')))).end(tag("a"));
-    QCOMPARE(formatFaultText(XmlReader(builder.build()).fault()), QStringLiteral("damaged XML element"));
 }
 
 void TestXmlReader::errorXmlElementWithoutAName()
@@ -293,7 +346,7 @@ void TestXmlReader::tooLongTextsAreNotEvenMade()
     ElementFields fields;
     fields.name = name;
     fields.attributeCount = Count;
-    const QByteArray bytes = builder.chunk(nodeChunk(0x102, elementBody(fields, records))).build();
+    const QByteArray bytes = builder.chunk(nodeChunk(0x102, elementBody(fields, records))).end(tag("a")).build();
     QCOMPARE(formatFaultText(XmlReader(bytes).fault()), QStringLiteral("too long texts in XML document"));
     const Cost taken = cost([&bytes]() { XmlReader reader(bytes); });
     QVERIFY(taken.ended);

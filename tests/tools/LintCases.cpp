@@ -122,7 +122,7 @@ QVector<LintCase> archiveCases()
     recent.targetSdk = 30;
     LintManifest odd;
     odd.targetSdk = 21;
-    odd.chunk = chunk(0x0190);
+    odd.chunk = nodeChunk(0x0190, QByteArray());
     const QString file = QStringLiteral("a.txt");
     const auto withName = [](const char *name) { return withMember({name, "a"}); };
     return {
@@ -320,7 +320,11 @@ QVector<LintCase> tableCases()
                   "Resources share an entry of the resource table; SorrelKit finds all of them, ApkFile needs "
                   "PackageNormalizer to find more than the last one.")}},
         {"unknown-table-chunk",
-         withTable(lintPackage().type(labelType()).type(iconType()).chunk(chunk(0x0203)).chunk(chunk(0x0999))),
+         withTable(lintPackage()
+                       .type(labelType())
+                       .type(iconType())
+                       .chunk(chunk(0x0203, Bytes().u32(0).data()))
+                       .chunk(chunk(0x0999))),
          {finding("unknown-table-chunk", note, tableName,
                   "libsorrel skips 2 chunks of unknown type in the resource table (0x0203, 0x0999).")}},
         {"unknown-string-pool",
@@ -368,7 +372,8 @@ QVector<LintCase> manifestCases()
         {"damaged-manifest, to SorrelKit alone",
          lintPackageFile(lintTable(), XmlBuilder().start(QStringLiteral("manifest")).build()),
          {finding("damaged-manifest", fault, manifestName,
-                  "The manifest cannot be read (could not parse AndroidManifest.xml: damaged XML document). ApkFile "
+                  "The manifest cannot be read (could not parse AndroidManifest.xml: XML document without an element). "
+                  "ApkFile "
                   "still reads it.")},
          5},
         {"damaged-manifest, to ApkFile and without a type",
@@ -382,11 +387,11 @@ QVector<LintCase> manifestCases()
                   "The manifest's first chunk has no type; SorrelKit and Android read it, ApkFile finds nothing in it "
                   "and reports no error, unless PackageNormalizer sets the type.")}},
         {"unknown-manifest-chunk",
-         lintPackageWithChunk(chunk(0x0190)),
+         lintPackageWithChunk(nodeChunk(0x0190, QByteArray())),
          {finding("unknown-manifest-chunk", note, manifestName,
                   "libsorrel skips 1 chunk of unknown type in the manifest (0x0190).")}},
         {"unknown-manifest-chunk, of many",
-         lintPackageWithChunk(chunk(0x0190).repeated(200)),
+         lintPackageWithChunk(nodeChunk(0x0190, QByteArray()).repeated(200)),
          {finding("unknown-manifest-chunk", note, manifestName,
                   "libsorrel skips at least 100 chunks of unknown type in the manifest (0x0190).")}},
         {"undeclared-namespace",

@@ -397,7 +397,7 @@ void TestLintCommand::aFileIsNeeded()
 
 void TestLintCommand::debugRulesChangeNothing()
 {
-    const QString file = write(QStringLiteral("odd.apk"), lintPackageWithChunk(chunk(0x0190)));
+    const QString file = write(QStringLiteral("odd.apk"), lintPackageWithChunk(nodeChunk(0x0190, QByteArray())));
     ToolSetting quiet;
     quiet.environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=false"));
     const ToolRun result = runSorrel({QStringLiteral("lint"), file}, quiet);

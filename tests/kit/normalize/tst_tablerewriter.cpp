@@ -9,7 +9,7 @@
 #include "LogCapture.h"
 #include "TableBuilder.h"
 #include "archive/ZipArchive.h"
-#include "format/TypeChunk.h"
+#include "format/ResourceTable.h"
 #include "normalize/TypeRewriter.h"
 
 #include <QDir>
@@ -250,8 +250,10 @@ private slots:
     void stringPoolNotFound();
     void damagedType_data();
     void damagedType();
-    void damagedEntry_data();
-    void damagedEntry();
+    void damagedEntriesGo_data();
+    void damagedEntriesGo();
+    void sizesThatReachIntoOtherEntries();
+    void errorDamagedEntry();
     void tooMuchMemory();
     void theFaultNeedNotBeAskedFor();
 
@@ -465,11 +467,6 @@ void TestTableRewriter::emptyTypesStayEmpty()
     const TypeBuilder holes = TypeBuilder(1).offset(3, 0xffffffff);
     QVERIFY(TableRewriter::isClassic(tableOf(holes)));
     QCOMPARE(rewritten(tableOf(TypeBuilder(holes).encoding(TableEncoding::ShortOffsets))), tableOf(holes));
-    // The entries of an empty type may start outside the chunk, but libsorrel seeks to their start all the same.
-    QByteArray chunk = holes.build();
-    poke32(chunk, TypeBuilder::EntriesStartAt, 0xfffffff0);
-    QVERIFY(!loads(tableOf(chunk)));
-    QCOMPARE(rewritten(tableOf(chunk)), tableOf(holes));
 }
 
 void TestTableRewriter::unknownFlagsStay()
@@ -504,7 +501,8 @@ void TestTableRewriter::poolsMayFollowTypes()
         const QByteArray types = PoolBuilder().strings({"string"}).build();
         const QByteArray keys = PoolBuilder().strings({"a", "b", "c"}).build();
         const QByteArray type = TypeBuilder(1).encoding(encoding).value(2, Decimal, 1).value(90, Decimal, 2).build();
-        QByteArray package = PackageBuilder().withoutPools().chunk(types).chunk(type).chunk(keys).chunk(type).build();
+        QByteArray package =
+            PackageBuilder().withoutPools().withoutSpecs().chunk(types).chunk(type).chunk(keys).chunk(type).build();
         poke32(package, PackageBuilder::TypePoolOffsetAt, PackageBuilder::TypePoolAt);
         poke32(package, PackageBuilder::KeyPoolOffsetAt, PackageBuilder::TypePoolAt + types.size() + type.size());
         return TableBuilder().chunk(package).build();
@@ -592,8 +590,8 @@ void TestTableRewriter::damagedPackageHeader()
     const int most = TypeRewriter::MaxHeaderSize - PackageBuilder::TypePoolAt;
     QCOMPARE(faultOf(withExtraHeader(most)), QString());
     QVERIFY(loads(withExtraHeader(most)));
-    QCOMPARE(faultOf(withExtraHeader(most + 1)), text);
-    QVERIFY(!loads(withExtraHeader(most + 1)));
+    QCOMPARE(faultOf(withExtraHeader(most + 4)), text);
+    QVERIFY(!loads(withExtraHeader(most + 4)));
 }
 
 void TestTableRewriter::damagedChunkInTable()
@@ -610,8 +608,8 @@ void TestTableRewriter::damagedChunkInPackage()
     const auto table = [](const QByteArray &chunk) {
         return TableBuilder().package(PackageBuilder().chunk(chunk)).strings({}).build();
     };
-    QCOMPARE(faultOf(table("junk")), text);
-    QCOMPARE(faultOf(table(Bytes().u16(1).u16(8).u32(9).data())), text);
+    QCOMPARE(faultOf(table(Bytes().u16(1).u16(8).u32(4).data())), text);
+    QCOMPARE(faultOf(table(Bytes().u16(1).u16(7).u32(8).data())), text);
 }
 
 void TestTableRewriter::tableWithinTable()
@@ -654,8 +652,7 @@ void TestTableRewriter::damagedType_data()
     poke16(type, HeaderSizeAt, TypeBuilder::ConfigAt);
     QTest::newRow("no configuration") << type;
     QTest::newRow("header larger than libsorrel takes")
-        << TypeBuilder(1, ConfigBuilder(4).build() + QByteArray(TypeRewriter::MaxHeaderSize - 20 - 4 + 1, '\0'))
-               .build();
+        << TypeBuilder(1, ConfigBuilder(4).build() + QByteArray(TypeRewriter::MaxHeaderSize - 20, '\0')).build();
 }
 
 void TestTableRewriter::damagedType()
@@ -668,7 +665,7 @@ void TestTableRewriter::damagedType()
     QCOMPARE(faultOf(tableOf(TypeBuilder(1, most))), QString());
 }
 
-void TestTableRewriter::damagedEntry_data()
+void TestTableRewriter::damagedEntriesGo_data()
 {
     QTest::addColumn<QByteArray>("type");
     const TypeBuilder good = TypeBuilder(1).value(0, Decimal, 1);
@@ -679,19 +676,52 @@ void TestTableRewriter::damagedEntry_data()
     QTest::newRow("sparse") << TypeBuilder(good).encoding(TableEncoding::Sparse).offset(9, 16).build();
     QByteArray entry = simpleEntry(Decimal, 1);
     poke16(entry, 0, 7);
-    QTest::newRow("header too small") << TypeBuilder(1).entry(0, entry).build();
-    entry = simpleEntry(Decimal, 1) + QByteArray(1 << 16, '\0');
-    poke16(entry, 0, TypeRewriter::MaxHeaderSize + 1);
-    QTest::newRow("header larger than libsorrel takes") << TypeBuilder(1).entry(0, entry).build();
-    QTest::newRow("map without its items") << TypeBuilder(1).entry(0, map(2).left(30)).build();
+    QTest::newRow("header too small") << TypeBuilder(good).entry(1, entry).build();
+    QTest::newRow("map without its items") << TypeBuilder(good).entry(1, map(2).left(28)).build();
 }
 
-void TestTableRewriter::damagedEntry()
+// Android has no value for them either.
+void TestTableRewriter::damagedEntriesGo()
 {
     QFETCH(QByteArray, type);
-    QCOMPARE(faultOf(tableOf(type)), QString("damaged entry in resource table"));
-    // The largest accepted header.
-    QByteArray entry = simpleEntry(Decimal, 1) + QByteArray(TypeRewriter::MaxHeaderSize - 8, '\0');
+    const QByteArray table = tableOf(type);
+    QVERIFY(!TableRewriter::isClassic(table));
+    QCOMPARE(faultOf(table), QString());
+    const ResourceTable result(rewritten(table));
+    QCOMPARE(formatFaultText(result.fault()), QString());
+    QCOMPARE(result.values(0x7f010000).size(), 1);
+    QVERIFY(result.values(0x7f010001).isEmpty() && result.values(0x7f010009).isEmpty());
+    QVERIFY(loads(rewritten(table)));
+}
+
+// Android checks the item count of any header of 16 bytes, and the size of any value, against the end of the chunk.
+void TestTableRewriter::sizesThatReachIntoOtherEntries()
+{
+    const QByteArray items = Bytes().u16(16).u16(0).u32(0).u32(0).u32(2).data() + simpleEntry(Decimal, 5).mid(8);
+    QByteArray longValue = simpleEntry(Decimal, 6);
+    poke16(longValue, 8, 24);
+    const QByteArray rest = simpleEntry(Decimal, 7);
+    const TypeBuilder type = TypeBuilder(1).entry(0, rest).entry(1, items).entry(2, longValue).unlisted(rest);
+    const QByteArray table = tableOf(TypeBuilder(type).encoding(TableEncoding::ShortOffsets));
+    QVERIFY(!TableRewriter::isClassic(tableOf(type)));
+    const ResourceTable result(rewritten(table));
+    for (int index = 0; index < 3; ++index) {
+        const quint32 id = 0x7f010000 + quint32(index);
+        QCOMPARE(ResourceTable(table).values(id).size(), 1);
+        QCOMPARE(result.values(id).size(), 1);
+        QCOMPARE(result.values(id).first().value.data, ResourceTable(table).values(id).first().value.data);
+    }
+    QVERIFY(TableRewriter::isClassic(rewritten(table)));
+}
+
+void TestTableRewriter::errorDamagedEntry()
+{
+    // libsorrel reads the size of an entry's header as signed.
+    QByteArray entry = QByteArray(TypeRewriter::MaxHeaderSize + 4, '\0') + simpleEntry(Decimal, 1).mid(8);
+    poke16(entry, 0, TypeRewriter::MaxHeaderSize + 4);
+    QCOMPARE(faultOf(tableOf(TypeBuilder(1).entry(0, entry))), QString("damaged entry in resource table"));
+    // The largest accepted header. The value is behind it.
+    entry = QByteArray(TypeRewriter::MaxHeaderSize, '\0') + simpleEntry(Decimal, 1).mid(8);
     poke16(entry, 0, TypeRewriter::MaxHeaderSize);
     QCOMPARE(faultOf(tableOf(TypeBuilder(1).entry(0, entry))), QString());
     QVERIFY(loads(tableOf(TypeBuilder(1).entry(0, entry))));
@@ -738,7 +768,7 @@ void TestTableRewriter::sharedMapsOfManyItemsTakeNoMemory()
     const auto table = [](TableEncoding encoding) {
         TypeBuilder type(1);
         type.encoding(encoding).entry(0, map(1000));
-        for (int index = 1; index < TypeChunk::MaxEntries; ++index)
+        for (int index = 1; index < TypeChunk::MaxSlots; ++index)
             type.offset(index, 0);
         return tableOf(type);
     };
@@ -752,8 +782,8 @@ void TestTableRewriter::takesTheTableAndTheResult()
 {
     // The largest accepted number of offsets. The rewriter visits each of them.
     TypeBuilder type(1);
-    type.encoding(TableEncoding::ShortOffsets).entry(TypeChunk::MaxEntries - 1, map(0));
-    for (int index = 0; index < TypeChunk::MaxEntries; ++index)
+    type.encoding(TableEncoding::ShortOffsets).entry(TypeChunk::MaxSlots - 1, map(0));
+    for (int index = 0; index < TypeChunk::MaxSlots; ++index)
         type.offset(index, 0);
     const QByteArray table = tableOf(type.build().repeated(500));
     const Cost taken = cost([&table] { rewritten(table); });
@@ -798,7 +828,7 @@ void TestTableRewriter::everyByteMayBeDamaged()
             if (result.isEmpty())
                 continue;
             // A damaged 16-bit index may add this much to each of the five types.
-            QVERIFY(result.size() < whole.size() + 5 * 4 * TypeChunk::MaxEntries);
+            QVERIFY(result.size() < whole.size() + 5 * 4 * TypeChunk::MaxSlots);
             QVERIFY(TableRewriter::isClassic(result));
         }
     }

@@ -79,10 +79,12 @@ QByteArray large(QByteArray content)
 
 QByteArray tableOf(const char *label, const char *language = nullptr)
 {
-    const QByteArray configuration = language != nullptr ? ConfigBuilder().locale(language).build() : QByteArray();
+    ConfigBuilder configuration;
+    if (language != nullptr)
+        configuration.locale(language);
     PackageBuilder package;
     package.types({latin("string"), latin("drawable")})
-        .type(TypeBuilder(1, configuration).value(0, String, 0))
+        .type(TypeBuilder(1, configuration.build()).value(0, String, 0))
         .type(TypeBuilder(2).value(0, String, 1));
     return large(TableBuilder().strings({latin(label), latin("res/icon.png")}).package(package).build());
 }

@@ -15,7 +15,7 @@ using namespace SorrelKit;
 
 namespace {
 
-constexpr int AllEntries = TypeChunk::MaxEntries;
+constexpr int AllEntries = TypeChunk::MaxSlots;
 constexpr int ShortOffsets = 2;
 constexpr int TypeChunkType = 0x0201;
 

@@ -237,11 +237,11 @@ void TestResources::typesWithoutNames()
                                        .package(PackageBuilder()
                                                     .types(names({"string"}))
                                                     .keys(names({"a"}))
-                                                    .type(TypeBuilder(0).value(0, Integer, 1))
-                                                    .type(TypeBuilder(9).value(3, Reference, 0x7f000000)))
+                                                    .type(TypeBuilder(8).value(0, Integer, 1))
+                                                    .type(TypeBuilder(9).value(3, Reference, 0x7f080000)))
                                        .build());
     QCOMPARE(answers(fixture.resources),
-             names({"7f000000 0x7f000000", "|integer|1", "7f090003 0x7f090003", "|reference|@0x7f000000"}));
+             names({"7f080000 0x7f080000", "|integer|1", "7f090003 0x7f090003", "|reference|@0x7f080000"}));
     QCOMPARE(fixture.resources.find(latin("0x7f090003")), 0x7f090003u);
     QCOMPARE(fixture.resources.find(latin("/a")), 0u);
 }
@@ -346,7 +346,8 @@ void TestResources::damagedTablesAnswerAsFarAsTheyGo()
     QCOMPARE(longest, 7);
     // The last chunk is damaged. The chunks before it are read.
     QByteArray damaged = table;
-    damaged += "more";
+    damaged += chunk(0x0333);
+    poke32(damaged, int(damaged.size()) - 4, 4);
     poke32(damaged, 4, damaged.size());
     const ResourcesFixture fixture(damaged);
     QCOMPARE(fixture.package.error().code(), SorrelKit::Error::Code::BadTable);

@@ -2,13 +2,13 @@
 #include "AttributeTexts.h"
 
 #include "format/AndroidAttributes.h"
+#include "format/XmlNodes.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
 
-constexpr int IdSize = 4;
 constexpr quint32 FirstNegative = 0x80000000; ///< libsorrel takes indices for signed, and a negative one for no string
 
 // Whether the attribute is a text. In the text of any other, a word may be the name of a number.
@@ -22,26 +22,19 @@ bool isText(quint32 id)
 
 AttributeTexts::AttributeTexts(const QByteArray &manifest)
 {
-    const ChunkView document = ChunkView::at(ByteView(manifest), 0);
-    for (ChunkList chunks(document.bytes(), document.headerSize()); chunks.hasNext();) {
-        const ChunkView chunk = chunks.next();
-        if (chunk.type() == ChunkType::StringPool) {
-            m_strings = StringPoolView(chunk);
-        } else if (chunk.type() == ChunkType::XmlResourceMap) {
-            m_ids = chunk.bytes().from(chunk.headerSize());
-        } else if (chunk.type() == ChunkType::XmlStartElement) {
-            const XmlStartChunk start(chunk);
-            if (!start.isValid())
-                return;
-            for (int i = 0; i < start.attributeCount(); ++i)
-                compare(start.attribute(i));
-        }
+    XmlNodes nodes{ByteView(manifest)};
+    m_strings = nodes.strings();
+    while (nodes.next()) {
+        if (nodes.type() != ChunkType::XmlStartElement)
+            continue;
+        const XmlStartChunk start(nodes.body());
+        for (int i = 0; i < start.attributeCount(); ++i)
+            compare(start.attribute(i), nodes.resourceId(start.attribute(i).name));
     }
 }
 
-void AttributeTexts::compare(const XmlStartChunk::Attribute &attribute)
+void AttributeTexts::compare(const XmlStartChunk::Attribute &attribute, quint32 id)
 {
-    const quint32 id = m_ids.u32(IdSize * qint64(attribute.name));
     if (id == 0 || agrees(id, attribute.raw, attribute.value))
         return;
     ++m_differentTexts;

@@ -10,7 +10,7 @@
 /**
  * Compares the attributes of a manifest with their texts in the source. Each attribute of binary XML has a typed value,
  * which Android takes, and may have the text of the source, which some readers take. Only attributes with a resource id
- * count: of others, such as the package's name, Android takes the text too. Elements after a damaged chunk are not
+ * count: of others, such as the package's name, Android takes the text too. Elements after a damaged node are not
  * compared.
  */
 class AttributeTexts
@@ -29,13 +29,13 @@ public:
     const QStringList &names() const { return m_names; }
 
 private:
-    void compare(const XmlStartChunk::Attribute &attribute);
+    /// Compares the @p attribute with the resource id @p id; 0 for none.
+    void compare(const XmlStartChunk::Attribute &attribute, quint32 id);
     /// Whether the attribute @p id with the value @p value may have the string @p raw as its text in the source.
     bool agrees(quint32 id, quint32 raw, const TypedValue &value);
     QString string(quint32 index);
 
     StringPoolView m_strings;
-    ByteView m_ids; ///< of attributes, by the indices of their names
     int m_compared = 0;
     int m_differentTexts = 0;
     QStringList m_names;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "format/FormatFault.h"
+#include "oddity/FormatFault.h"
 
 QString formatFaultText(FormatFault fault)
 {
@@ -10,6 +10,8 @@ QString formatFaultText(FormatFault fault)
         return QStringLiteral("not a binary XML document");
     case FormatFault::DamagedDocument:
         return QStringLiteral("damaged XML document");
+    case FormatFault::DamagedPool:
+        return QStringLiteral("damaged string pool in XML document");
     case FormatFault::DamagedElement:
         return QStringLiteral("damaged XML element");
     case FormatFault::UnnamedElement:
@@ -30,6 +32,20 @@ QString formatFaultText(FormatFault fault)
         return QStringLiteral("damaged header in resource table");
     case FormatFault::DamagedTableChunk:
         return QStringLiteral("damaged chunk in resource table");
+    case FormatFault::DamagedTablePool:
+        return QStringLiteral("damaged string pool in resource table");
+    case FormatFault::UncountedPackage:
+        return QStringLiteral("more packages in resource table than its header counts");
+    case FormatFault::DamagedTypeSpec:
+        return QStringLiteral("damaged type specification in resource table");
+    case FormatFault::UnspecifiedType:
+        return QStringLiteral("type without a specification in resource table");
+    case FormatFault::DamagedLibrary:
+        return QStringLiteral("damaged list of libraries in resource table");
+    case FormatFault::DamagedOverlay:
+        return QStringLiteral("damaged list of overlays in resource table");
+    case FormatFault::DamagedAliases:
+        return QStringLiteral("damaged list of aliases in resource table");
     case FormatFault::DamagedType:
         return QStringLiteral("damaged type in resource table");
     case FormatFault::DamagedEntry:
@@ -40,6 +56,8 @@ QString formatFaultText(FormatFault fault)
         return QStringLiteral("too many packages in resource table");
     case FormatFault::TooManyTypes:
         return QStringLiteral("too many types in resource table");
+    case FormatFault::TooManyAliases:
+        return QStringLiteral("too many aliases in resource table");
     case FormatFault::TableTooLarge:
         return QStringLiteral("resource table takes too much memory");
     }
