@@ -325,7 +325,8 @@ QVector<LintCase> tableCases()
                        .type(iconType())
                        .chunk(chunk(0x0203, Bytes().u32(0).data()))
                        .chunk(chunk(0x0999))),
-         {finding("unknown-table-chunk", note, tableName,
+         {finding("android-takes", note, tableName, "The table names shared libraries."),
+          finding("unknown-table-chunk", note, tableName,
                   "libsorrel skips 2 chunks of unknown type in the resource table (0x0203, 0x0999).")}},
         {"unknown-string-pool",
          withTable(lintPackage().type(labelType()).type(iconType()).chunk(PoolBuilder().strings({"x"}).build())),
@@ -357,7 +358,8 @@ QVector<LintCase> manifestCases()
                   "tag does not match opening tag).")}},
         {"apkfile-refuses, a negative string index",
          lintPackageWithChunk(nodeChunk(0x0100, Bytes().u32(-1).u32(0).data())),
-         {finding("apkfile-refuses", warning, QString(),
+         {finding("android-takes", note, manifestName, "A namespace ends twice, or never; Android does not check it."),
+          finding("apkfile-refuses", warning, QString(),
                   "SorrelKit reads the package, ApkFile does not (code 5, could not parse AndroidManifest.xml: bad "
                   "index in  pool).")}},
         {"no-manifest",

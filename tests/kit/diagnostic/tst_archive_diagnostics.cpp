@@ -191,6 +191,7 @@ private slots:
     void oddAndTaken();
     void refused_data();
     void refused();
+    void refusedForAManifestInTheDirectory();
     void unreadable_data();
     void unreadable();
     void namesByTheirStructure_data();
@@ -315,8 +316,6 @@ void TestArchiveDiagnostics::refused_data()
                                    << manifestName;
     QTest::newRow("another name of the manifest")
         << withName(Manifest, "BndroidManifest.xml") << Code::MemberName << manifestName << "BndroidManifest.xml";
-    QTest::newRow("a manifest that ends in the directory")
-        << endingBehindMembers(1) << Code::MemberPastDirectory << manifestName << "";
 }
 
 void TestArchiveDiagnostics::refused()
@@ -333,6 +332,21 @@ void TestArchiveDiagnostics::refused()
     QVERIFY(opened.package.error().message().startsWith(QLatin1String("Android refuses the package: ")));
     // Everything can be read all the same.
     QVERIFY(opened.package.isValid());
+    QCOMPARE(opened.package.packageName(), QStringLiteral("org.example.app"));
+}
+
+void TestArchiveDiagnostics::refusedForAManifestInTheDirectory()
+{
+    Opened opened(endingBehindMembers(1));
+    // The first byte of the directory is behind the document.
+    const QList<Diagnostic> diagnostics = opened.package.diagnostics();
+    QCOMPARE(diagnostics.size(), 2);
+    QCOMPARE(diagnostics.at(0).code(), Code::MemberPastDirectory);
+    QCOMPARE(diagnostics.at(0).path(), manifestName);
+    QVERIFY(diagnostics.at(0).isRefused());
+    QCOMPARE(diagnostics.at(1).code(), Code::DocumentBytesBehind);
+    QVERIFY(!diagnostics.at(1).isRefused());
+    QCOMPARE(opened.package.error(), Error(Error::Code::RefusedByAndroid, diagnostics.at(0).text()));
     QCOMPARE(opened.package.packageName(), QStringLiteral("org.example.app"));
 }
 

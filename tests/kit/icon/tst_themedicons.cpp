@@ -17,7 +17,6 @@ using namespace fixture;
 namespace {
 
 constexpr quint32 ColorAttr = 0x7f010000;
-constexpr quint32 PlatformAttr = 0x01010000;
 
 // Styles of the package.
 enum Style : quint32 {

@@ -165,5 +165,5 @@ void TestFeatures::namedFeatures()
     QCOMPARE(features.at(1).version(), 0x400003);
 }
 
-QTEST_APPLESS_MAIN(TestFeatures)
+QTEST_GUILESS_MAIN(TestFeatures)
 #include "tst_features.moc"

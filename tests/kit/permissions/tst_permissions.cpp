@@ -495,5 +495,5 @@ void TestPermissions::aDamagedPlatform()
     QCOMPARE(package.permissions().at(0).level(), Permission::Level::Dangerous);
 }
 
-QTEST_APPLESS_MAIN(TestPermissions)
+QTEST_GUILESS_MAIN(TestPermissions)
 #include "tst_permissions.moc"

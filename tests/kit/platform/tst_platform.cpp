@@ -184,8 +184,8 @@ void TestPlatform::errorIsThatOfTheFile()
 
 void TestPlatform::damagedTableKeepsWhatIsBeforeTheFault()
 {
-    const QByteArray cutChunk = Bytes().u16(int(ChunkType::Package)).u16(8).u32(1000).data();
-    writeFile(file("cut.apk"), package(platformTable(0x01, cutChunk), platformManifest()));
+    const QByteArray shortHeader = Bytes().u16(int(ChunkType::Package)).u16(4).u32(8).data();
+    writeFile(file("cut.apk"), package(platformTable(0x01, shortHeader), platformManifest()));
     const Platform platform(file("cut.apk"));
     QCOMPARE(platform.error().code(), Error::Code::BadTable);
     QVERIFY(platform.isValid());

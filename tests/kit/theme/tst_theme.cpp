@@ -441,5 +441,5 @@ void TestTheme::damagedTables()
     QVERIFY(damaged > 0);
 }
 
-QTEST_APPLESS_MAIN(TestTheme)
+QTEST_GUILESS_MAIN(TestTheme)
 #include "tst_theme.moc"

@@ -75,6 +75,7 @@ QByteArray signedSet(const BlockSigner &base, const BlockSigner &split)
         XmlBuilder::manifest()
             .empty(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), QStringLiteral("org.x")),
                                                 plainText(QStringLiteral("split"), QStringLiteral("config.de"))})
+            .endNamespace(QStringLiteral("android"), androidUri)
             .build();
     const QByteArray signedSplit = SigningBlockBuilder(packageWith(manifest)).v2({split}).build();
     return rawZip({{"base.apk", signedByV2({base})}, {"config.de.apk", signedSplit}});

@@ -26,7 +26,7 @@ private:
                     const SorrelKit::IconRequest &request, const FileName &directory, Console &console) const;
 
     const IconOptions m_icon{192};
-    const ThemeOption m_theme;
+    const ThemeOption m_theme{};
     const QCommandLineOption m_launcher{
         QStringLiteral("launcher"),
         QStringLiteral(
