@@ -512,6 +512,6 @@ void TestArchiveDiagnostics::damagedByteByByte()
     QVERIFY(taken.memory <= Bounds::FixedMemory);
 }
 
-QTEST_MAIN(TestArchiveDiagnostics)
+QTEST_GUILESS_MAIN(TestArchiveDiagnostics)
 
 #include "tst_archive_diagnostics.moc"
