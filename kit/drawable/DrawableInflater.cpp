@@ -26,8 +26,8 @@ namespace SorrelKit {
 namespace {
 
 struct Kind {
-    const char *element;
-    DrawablePointer (*make)(const XmlElement &, DrawableLoader &);
+    const char *element = nullptr;
+    DrawablePointer (*make)(const XmlElement &, DrawableLoader &) = nullptr;
     bool isMirrored = false; ///< whether the element may have android:autoMirrored for itself
 };
 

@@ -66,7 +66,7 @@ private:
     /// The size of a picture in pixels, and its height on the device in dp.
     struct Format {
         QSize size;
-        int dp;
+        int dp = 0;
     };
     /// Whether the size can be drawn; sets an error when it cannot.
     bool isDrawable(const Format &format);

@@ -58,7 +58,7 @@ private:
         bool isReference() const { return value.isReference(); }
 
         TypedValue value;
-        const ResourceTable *table; ///< whose pool has a string
+        const ResourceTable *table = nullptr; ///< whose pool has a string
     };
     /// The values of a resource by language; the best one for each.
     struct Texts {

@@ -12,8 +12,8 @@ constexpr int AnySdk = std::numeric_limits<int>::max();
 
 /// A permission that a feature comes with, in packages for a range of API levels.
 struct FeatureCause {
-    const char *permission;
-    const char *feature;
+    const char *permission = nullptr;
+    const char *feature = nullptr;
     int firstSdk = 0;
     int lastSdk = AnySdk;
 };

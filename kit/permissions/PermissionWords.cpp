@@ -43,8 +43,7 @@ std::optional<quint32> PermissionWords::protection(const QString &name)
 QString PermissionWords::group(const QString &name)
 {
     const XmlElement *const element = declaration(name);
-    const QString declared =
-        element != nullptr ? m_package->text(element->attribute(Attr::PermissionGroup)) : QString();
+    QString declared = element != nullptr ? m_package->text(element->attribute(Attr::PermissionGroup)) : QString();
     const auto known = PermissionTable::find(name);
     // Since Android 10, the platform's manifest has the group UNDEFINED for every dangerous permission.
     const bool isUndefined = declared.isEmpty() || declared == PermissionTable::groupName("UNDEFINED");
@@ -64,7 +63,7 @@ QString PermissionWords::text(const XmlElement *element, quint32 id, const QLoca
 
 QString PermissionWords::label(const QString &name, const QLocale &locale)
 {
-    const QString label = text(declaration(name), Attr::Label, locale);
+    QString label = text(declaration(name), Attr::Label, locale);
     if (!label.isEmpty())
         return label;
     const bool isOfPlatform = ofPlatform().permission(name) != nullptr || PermissionTable::find(name);
@@ -83,7 +82,7 @@ QString PermissionWords::groupLabel(const QString &name, const QLocale &locale)
     const XmlElement *element = ofPlatform().group(groupOfName);
     if (element == nullptr && words.isEmpty())
         element = own().group(groupOfName);
-    const QString label = text(element, Attr::Label, locale);
+    QString label = text(element, Attr::Label, locale);
     if (!label.isEmpty())
         return label;
     return words.isEmpty() ? groupOfName : words;

@@ -19,6 +19,7 @@ enum class ResourceOwner {
 struct OwnedPath {
     OwnedPath() = default;
     /// The member @p name of @p archive. Implicit, because most files are the package's.
+    // NOLINTNEXTLINE(google-explicit-constructor)
     OwnedPath(QString name, ResourceOwner archive = ResourceOwner::Package) : path(std::move(name)), owner(archive) {}
 
     QString path;

@@ -12,7 +12,7 @@ QString PlatformNames::name(quint32 id) const
     const auto known = m_names.constFind(id);
     if (known != m_names.cend())
         return *known;
-    const QString name = found(id);
+    QString name = found(id);
     if (!name.isEmpty())
         m_names.insert(id, name);
     return name;

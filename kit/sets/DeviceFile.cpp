@@ -29,7 +29,7 @@ void DeviceFile::read(const QString &fileName, DeviceData *device)
 
 void DeviceFile::parse(const QByteArray &json, DeviceData *device)
 {
-    QJsonParseError error;
+    QJsonParseError error{};
     const QJsonDocument document = QJsonDocument::fromJson(json, &error);
     if (error.error != QJsonParseError::NoError) {
         fail(device, DeviceFault::NotJson,

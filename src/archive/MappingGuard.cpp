@@ -67,10 +67,10 @@ void handleBusError(int signal, siginfo_t *info, void *context)
     const auto address = reinterpret_cast<std::uintptr_t>(info->si_addr);
     const std::uintptr_t end = info->si_code == BUS_ADRERR ? endOfRangeAt(address) : 0;
     const std::uintptr_t page = address - address % pageSize;
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the address of the fault is a number.
+    void *const start = reinterpret_cast<void *>(page);
     // mmap() is a bare system call, so it may be called here.
-    if (end == 0
-        || ::mmap(reinterpret_cast<void *>(page), end - page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0)
-               == MAP_FAILED)
+    if (end == 0 || ::mmap(start, end - page, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS | MAP_FIXED, -1, 0) == MAP_FAILED)
         pass(signal, info, context);
     errno = savedErrno;
 }

@@ -14,7 +14,7 @@ class AnimationClock
 {
 public:
     /// Milliseconds of one animation at most. It is drawn to this time.
-    static constexpr qint64 MaxTime = 3600 * 1000;
+    static constexpr qint64 MaxTime = 3600000;
     /// What a picture that is shown for no time gets: one refresh of a screen.
     static constexpr int RefreshTime = 16;
 

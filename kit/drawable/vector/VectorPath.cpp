@@ -74,7 +74,7 @@ std::optional<VectorPath> VectorPath::fromXml(const XmlElement &element, Drawabl
                         attributes.number(Attr::TrimPathOffset, 0));
     path.m_path = pathData(element, loader);
     if (!trim.isNone()) {
-        if (loader.budget().spendWork(path.m_path.elementCount() * PathTrim::ElementWork))
+        if (loader.budget().spendWork(qint64(path.m_path.elementCount()) * PathTrim::ElementWork))
             path.m_path = trim.trimmed(path.m_path);
         else
             loader.setError(DrawableFault::TooMuchDrawing);

@@ -12,10 +12,10 @@ namespace SorrelKit {
 /// An algorithm that v2 and later schemes know by a number: how signed data is signed, and which digest of the content
 /// is in it.
 struct SignatureAlgorithm {
-    quint32 id;
+    quint32 id = 0;
     SignatureMethod method;
-    ContentDigest::Kind kind;
-    int minSdkVersion; ///< the first API level that knows it
+    ContentDigest::Kind kind = ContentDigest::Kind::ChunkedSha256;
+    int minSdkVersion = 0; ///< the first API level that knows it
 };
 
 /// The algorithms that Android knows.

@@ -47,7 +47,7 @@ public:
         V3
     };
     struct Attribute {
-        quint32 id;
+        quint32 id = 0;
         ByteView value;
     };
 
@@ -75,7 +75,7 @@ public:
 
 private:
     struct Signature {
-        quint32 id;
+        quint32 id = 0;
         ByteView bytes;
     };
 

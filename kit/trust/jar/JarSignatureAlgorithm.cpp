@@ -13,8 +13,8 @@ namespace {
 using Key = SignatureMethod::Key;
 
 struct JarAlgorithmRow {
-    int digestId;
-    int signatureId;
+    int digestId = 0;
+    int signatureId = 0;
     JarSignatureAlgorithm algorithm;
 };
 

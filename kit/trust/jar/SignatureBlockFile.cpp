@@ -112,7 +112,7 @@ BlockResult SignedData::verify() const
         return refused(Code::NoSigner);
     BlockResult first = verify(sk_PKCS7_SIGNER_INFO_value(m_data->signer_info, 0));
     for (int i = 1; i < infos && first.code != Code::None && m_sdk.min >= SdkRange::Nougat; ++i) {
-        const BlockResult other = verify(sk_PKCS7_SIGNER_INFO_value(m_data->signer_info, i));
+        BlockResult other = verify(sk_PKCS7_SIGNER_INFO_value(m_data->signer_info, i));
         if (other.code == Code::None || other.code == Code::TooCostly)
             return other;
     }

@@ -34,7 +34,7 @@ public:
     static constexpr int MaxElements = 64;
 
     struct Signature {
-        quint32 algorithm;
+        quint32 algorithm = 0;
         ByteView bytes;
     };
     struct Scheme {
@@ -42,7 +42,7 @@ public:
         QVector<Signature> signatures;
     };
     struct Attribute {
-        quint32 id;
+        quint32 id = 0;
         ByteView value;
     };
 
