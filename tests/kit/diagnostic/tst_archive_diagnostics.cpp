@@ -203,6 +203,7 @@ private slots:
     void packagesOfASet();
     void damageOfTheTableIsTheError();
     void aListOfAllCodes();
+    void documentHasTheCodes();
     void damagedByteByByte();
 };
 
@@ -487,6 +488,33 @@ void TestArchiveDiagnostics::aListOfAllCodes()
         QVERIFY(diagnostic.lastSdkVersion() == 0 || diagnostic.firstSdkVersion() <= diagnostic.lastSdkVersion());
     }
     QCOMPARE(Diagnostic().code(), Code::None);
+}
+
+void TestArchiveDiagnostics::documentHasTheCodes()
+{
+    QFile file(QStringLiteral(SORREL_DOCS_DIR "/diagnostics.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QStringList rows;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith("| `"))
+            rows.append(QString::fromUtf8(line));
+    }
+    const auto codes = QMetaEnum::fromType<Code>();
+    QCOMPARE(rows.size(), codes.keyCount() - 1);
+    for (int i = 1; i < codes.keyCount(); ++i) {
+        const Diagnostic diagnostic{Code(codes.value(i))};
+        QString levels = QStringLiteral("all");
+        if (diagnostic.firstSdkVersion() > 0)
+            levels = QStringLiteral("%1 and later").arg(diagnostic.firstSdkVersion());
+        else if (diagnostic.lastSdkVersion() > 0)
+            levels = QStringLiteral("up to %1").arg(diagnostic.lastSdkVersion());
+        const QStringList cells = rows.at(i - 1).split(QStringLiteral(" | "));
+        QCOMPARE(cells.size(), 4);
+        QCOMPARE(cells.at(0), QStringLiteral("| `%1`").arg(QLatin1String(codes.key(i))));
+        QCOMPARE(cells.at(1).startsWith(QLatin1String("refuses")), diagnostic.isRefused());
+        QCOMPARE(cells.at(2), levels);
+        QCOMPARE(cells.at(3), diagnostic.text() + QStringLiteral(" |"));
+    }
 }
 
 void TestArchiveDiagnostics::damagedByteByByte()

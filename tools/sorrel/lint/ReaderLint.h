@@ -40,6 +40,7 @@ private:
     FileName m_file;
     SorrelKit::Package m_package;
     FindingList *m_findings;
+    bool m_isEmpty = false; ///< the archive counts no member
     bool m_hasTable = false;
     bool m_hasManifest = false;
     QByteArray m_table;
