@@ -19,8 +19,8 @@ namespace ArchiveOddities {
 /// the code points.
 bool isName(const ByteView &name);
 
-/// What is odd in the end record and in @p directory of @p source. Takes time for each member, and makes the index of
-/// names. The details are names and numbers of bytes.
+/// What is odd in the end record and in @p directory of @p source. Makes the index of names. Looks at each member only
+/// when a name is not ASCII, or an offset may be behind the directory. The details are names and numbers of bytes.
 OddityList ofDirectory(ZipDirectory &directory, ByteSource &source);
 
 /// What is odd in how member @p number is stored. Reads its header.

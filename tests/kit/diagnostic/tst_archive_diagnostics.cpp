@@ -196,6 +196,8 @@ private slots:
     void unreadable();
     void namesByTheirStructure_data();
     void namesByTheirStructure();
+    void everyByteOfANameCounts();
+    void offsetsBehindOtherData();
     void directoriesInTheFormOfZip64();
 
     void otherMembersMayBeOdd();
@@ -411,6 +413,38 @@ void TestArchiveDiagnostics::namesByTheirStructure()
     QCOMPARE(only(opened.package).code(), isTaken ? Code::None : Code::InvalidName);
     QCOMPARE(opened.package.error().code(), isTaken ? Error::Code::None : Error::Code::RefusedByAndroid);
     QCOMPARE(opened.package.packageName(), QStringLiteral("org.example.app"));
+}
+
+// Names are looked at in words of eight bytes.
+void TestArchiveDiagnostics::everyByteOfANameCounts()
+{
+    constexpr int Longest = 25;
+    for (int size = 1; size <= Longest; ++size) {
+        Opened plain(with({QByteArray(size, '\x7f'), "content"}));
+        QCOMPARE(plain.package.diagnostics().size(), 0);
+        for (int at = 0; at < size; ++at) {
+            for (const char odd : {'\0', '\x80', '\xff'}) {
+                QByteArray name(size, '\1');
+                name[at] = odd;
+                Opened opened(with({name, "content"}));
+                QCOMPARE(only(opened.package).code(), Code::InvalidName);
+            }
+        }
+    }
+}
+
+void TestArchiveDiagnostics::offsetsBehindOtherData()
+{
+    const QByteArray junk("junk");
+    const int directoryAt = recordAt(rawZip(members()), 0);
+    // Offsets count from the archive.
+    Opened last(junk + withHeaderAt(3, directoryAt - 1));
+    QCOMPARE(last.package.diagnostics().size(), 1);
+    Opened behind(junk + withHeaderAt(3, directoryAt));
+    QCOMPARE(behind.package.diagnostics().size(), 2);
+    QCOMPARE(behind.package.diagnostics().at(1).code(), Code::OffsetBehindMembers);
+    Opened largest(withHeaderAt(3, qint64(0xffffffff)));
+    QCOMPARE(only(largest.package).code(), Code::OffsetBehindMembers);
 }
 
 void TestArchiveDiagnostics::directoriesInTheFormOfZip64()
