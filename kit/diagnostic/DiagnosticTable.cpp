@@ -59,6 +59,8 @@ constexpr DiagnosticTable::Row rows[] = {
     {Oddity::MemberMarksDiffer, Effect::Taken, 0, 0,
      "The file's header and the directory differ about sizes that follow the data; Android uses the mark in the "
      "header."},
+    {Oddity::MemberInflatedSize, Effect::Refused, 0, 0,
+     "The file does not inflate to just its size in the directory; Android does not read it."},
     {Oddity::DocumentType, Effect::Taken, 0, 0,
      "The document has the type of another chunk; Android does not look at it."},
     {Oddity::DocumentHeaderSize, Effect::Taken, 0, 0,

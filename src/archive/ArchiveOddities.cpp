@@ -58,6 +58,12 @@ bool ArchiveOddities::isName(const ByteView &name)
     return true;
 }
 
+bool ArchiveOddities::isOpened(const ZipDirectory &directory, const ZipDirectory::Member &member,
+                               const ZipDirectory::LocalHeader &own)
+{
+    return own.hasSameName && ZipDirectory::agree(own, member) && endsInTime(directory, member, own.dataAt);
+}
+
 OddityList ArchiveOddities::ofDirectory(ZipDirectory &directory, ByteSource &source)
 {
     const QByteArray start("PK\3\4");

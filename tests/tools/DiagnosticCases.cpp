@@ -5,6 +5,7 @@
 #include "LintFixture.h"
 #include "OddDocuments.h"
 #include "OddTables.h"
+#include "ZipBuilder.h"
 
 #include <algorithm>
 
@@ -194,6 +195,8 @@ QVector<LintCase> memberCases()
     otherSize.localSize = 2;
     RawMember otherMethod{"a.txt", "a"};
     otherMethod.localMethod = 8;
+    RawMember deflated{"a.txt", deflatedBehindEmptyBlocks(0, "abc")};
+    deflated.method = 8;
     RawMember encrypted{"a.txt", "a"};
     encrypted.flags = 1;
     RawMember packed{"a.txt", "a"};
@@ -202,6 +205,10 @@ QVector<LintCase> memberCases()
     QByteArray past = withLast(withLast(good, LocalSizeAt, RecordSizeAt, 4), LocalPackedSizeAt, RecordPackedSizeAt, 4);
     QVector<RawMember> withOtherManifest = lintMembers();
     withOtherManifest.first().localName = "androidmanifest.XML";
+    QVector<RawMember> withOtherSize = lintMembers();
+    withOtherSize.first().localSize = 1;
+    QVector<RawMember> withOtherMethod = lintMembers();
+    withOtherMethod.first().localMethod = 8;
     return {
         {"no-member-header",
          withMember(elsewhere),
@@ -216,17 +223,30 @@ QVector<LintCase> memberCases()
          {refused("member-name", theManifest,
                   "The file has another name in its own header; Android does not open it. [androidmanifest.XML]")},
          RefusedByAndroid},
+        {"member-sizes, of the manifest",
+         rawZip(withOtherSize),
+         {refused("member-sizes", theManifest,
+                  "The file has other sizes or another checksum in its own header; Android does not open it."),
+          apkFileRefuses("code 4, could not find AndroidManifest.xml")},
+         RefusedByAndroid},
+        {"member-method, of the manifest",
+         rawZip(withOtherMethod),
+         {taken("member-method", theManifest,
+                "The file has another compression method in its own header; Android uses that of the directory. "
+                "[method 8]"),
+          apkFileRefuses("code 4, could not find AndroidManifest.xml")}},
         {"member-sizes",
          withMember(otherSize),
          {refused("member-sizes", theMember,
                   "The file has other sizes or another checksum in its own header; Android does not open it.")}},
         {"member-past-directory",
          past,
-         {finding("wrong-checksum", QStringLiteral("warning"), theMember,
-                  "The member's content does not have the checksum in the directory; Android does not check it, other "
-                  "readers refuse the member."),
-          refused("member-past-directory", theMember,
+         {refused("member-past-directory", theMember,
                   "The file's data does not end before the directory; Android does not open it.")}},
+        {"member-inflated-size",
+         withLast(withMember(deflated), LocalSizeAt, RecordSizeAt, 4),
+         {refused("member-inflated-size", theMember,
+                  "The file does not inflate to just its size in the directory; Android does not read it.")}},
         {"member-method",
          withMember(otherMethod),
          {taken("member-method", theMember,

@@ -9,6 +9,7 @@
 
 #include <SorrelKit/Diagnostic.h>
 #include <SorrelKit/Package.h>
+#include <SorrelKit/Resources.h>
 
 #include <QBuffer>
 #include <QMetaEnum>
@@ -158,6 +159,26 @@ QByteArray endingBehindMembers(int bytes)
     return archive;
 }
 
+/// Deflated members, of which one claims @p more bytes than it has.
+QByteArray withInflatedSize(int number, int more)
+{
+    QVector<RawMember> deflatedMembers = members();
+    for (const int deflated : {Manifest, Table}) {
+        RawMember &member = deflatedMembers[deflated];
+        member.crc = 0; // which Android does not check
+        member.content = deflatedBehindEmptyBlocks(0, member.content);
+        member.method = 8;
+    }
+    QByteArray archive = rawZip(deflatedMembers);
+    const QVector<RawMember> plain = members();
+    for (const int deflated : {Manifest, Table}) {
+        const int size = int(plain.at(deflated).content.size()) + (deflated == number ? more : 0);
+        poke32(archive, localAt(archive, deflated) + LocalSizeAt, size);
+        poke32(archive, recordAt(archive, deflated) + RecordSizeAt, size);
+    }
+    return archive;
+}
+
 /// The package on a device, with what it is asked for.
 struct Opened {
     explicit Opened(const QByteArray &bytes) : device(bytes), package(&device) {}
@@ -201,6 +222,9 @@ private slots:
     void directoriesInTheFormOfZip64();
 
     void otherMembersMayBeOdd();
+    void tablesThatDoNotExist_data();
+    void tablesThatDoNotExist();
+    void damagedDataOfAMember();
     void severalAtOnce();
     void packagesOfASet();
     void damageOfTheTableIsTheError();
@@ -319,6 +343,16 @@ void TestArchiveDiagnostics::refused_data()
                                    << manifestName;
     QTest::newRow("another name of the manifest")
         << withName(Manifest, "BndroidManifest.xml") << Code::MemberName << manifestName << "BndroidManifest.xml";
+    QTest::newRow("another size") << with32(Manifest, LocalSizeAt, 1, 0, -1) << Code::MemberSizes << manifestName << "";
+    QTest::newRow("another checksum") << with32(Manifest, LocalCrcAt, 1, 0, -1) << Code::MemberSizes << manifestName
+                                      << "";
+    QTest::newRow("another packed size") << with32(Manifest, LocalPackedSizeAt, 1, 0, -1) << Code::MemberSizes
+                                         << manifestName << "";
+    QTest::newRow("no sizes, and no mark") << withoutSizes(Manifest, 0, 0) << Code::MemberSizes << manifestName << "";
+    QTest::newRow("inflates to fewer bytes")
+        << withInflatedSize(Manifest, 10) << Code::MemberInflatedSize << manifestName << "";
+    QTest::newRow("the table inflates to fewer bytes")
+        << withInflatedSize(Table, 10) << Code::MemberInflatedSize << tableName << "";
 }
 
 void TestArchiveDiagnostics::refused()
@@ -362,11 +396,6 @@ void TestArchiveDiagnostics::unreadable_data()
     poke16(empty, endAt(empty) + DiskCountAt, 0);
     QTest::newRow("no member") << empty << Code::EmptyArchive << QString();
     QTest::newRow("no header") << withHeaderAt(Manifest, 1) << Code::NoMemberHeader << manifestName;
-    QTest::newRow("another size") << with32(Manifest, LocalSizeAt, 1, 0, -1) << Code::MemberSizes << manifestName;
-    QTest::newRow("another checksum") << with32(Manifest, LocalCrcAt, 1, 0, -1) << Code::MemberSizes << manifestName;
-    QTest::newRow("another packed size") << with32(Manifest, LocalPackedSizeAt, 1, 0, -1) << Code::MemberSizes
-                                         << manifestName;
-    QTest::newRow("no sizes, and no mark") << withoutSizes(Manifest, 0, 0) << Code::MemberSizes << manifestName;
 }
 
 void TestArchiveDiagnostics::unreadable()
@@ -466,6 +495,42 @@ void TestArchiveDiagnostics::otherMembersMayBeOdd()
     Opened opened(with(member));
     QCOMPARE(opened.package.diagnostics().size(), 0);
     QCOMPARE(opened.package.error(), Error());
+}
+
+// Android takes a package whose table it does not open, as if it had none.
+void TestArchiveDiagnostics::tablesThatDoNotExist_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Code>("code");
+    QTest::newRow("no header") << withHeaderAt(Table, 1) << Code::NoMemberHeader;
+    QTest::newRow("another size") << with32(Table, LocalSizeAt, 1, 0, -1) << Code::MemberSizes;
+    QTest::newRow("another name") << withName(Table, "Resources.arsc") << Code::MemberName;
+}
+
+void TestArchiveDiagnostics::tablesThatDoNotExist()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(Code, code);
+    Opened opened(bytes);
+    QCOMPARE(only(opened.package).code(), code);
+    QCOMPARE(opened.package.error(), Error());
+    QVERIFY(SorrelKit::Resources(opened.package).ids().isEmpty());
+}
+
+void TestArchiveDiagnostics::damagedDataOfAMember()
+{
+    QVector<RawMember> cut = members();
+    cut[Manifest].content = deflatedBehindEmptyBlocks(0, smallManifest()).chopped(8);
+    cut[Manifest].method = 8;
+    QByteArray archive = rawZip(cut);
+    poke32(archive, localAt(archive, Manifest) + LocalSizeAt, smallManifest().size());
+    poke32(archive, recordAt(archive, Manifest) + RecordSizeAt, smallManifest().size());
+    Opened opened(archive);
+    const QList<Diagnostic> diagnostics = opened.package.diagnostics();
+    QVERIFY(!diagnostics.isEmpty());
+    QCOMPARE(diagnostics.first().code(), Code::MemberInflatedSize);
+    // What cannot be read is the error.
+    QCOMPARE(opened.package.error().code(), Error::Code::BadManifest);
 }
 
 void TestArchiveDiagnostics::severalAtOnce()

@@ -3,7 +3,6 @@
 
 #include "DiagnosticLint.h"
 #include "PrintableText.h"
-#include "archive/ArchiveOddities.h"
 
 using namespace LintChecks;
 
@@ -39,11 +38,10 @@ void ArchiveLint::run()
         const ByteView name = m_directory.name(number);
         const QString subject = ZipDirectory::nameText(name);
         checkName(name.toByteArray(), subject);
+        checkChecksum(number, subject);
         // No Android reads an archive without a manifest. The diagnostics of the package have the oddities of these two.
         if (manifest >= 0 && number != manifest && number != table)
-            DiagnosticLint::reportMember(subject, ArchiveOddities::ofMember(m_directory, m_archive->source(), number),
-                                         m_findings);
-        checkChecksum(number, subject);
+            DiagnosticLint::reportMember(subject, m_archive->oddities(number), m_findings);
     }
 }
 

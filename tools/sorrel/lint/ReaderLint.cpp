@@ -13,6 +13,9 @@
 #include "table/ApkResourcesData.h"
 #include "table/ResourcesLoader.h"
 
+#include <limits>
+#include <optional>
+
 using namespace LintChecks;
 using Code = Diagnostics::Code;
 
@@ -82,6 +85,22 @@ PackageError::Code apkFileError(ZipArchive &archive)
     return directory.gapBytes() > 0 ? PackageError::NoResources : PackageError::NoError;
 }
 
+// The content of the member @p path for ApkFile, which opens members whose header has another name, and none whose header
+// has another method. Nothing when ApkFile does not open it.
+std::optional<QByteArray> apkFileContent(ZipArchive &archive, const QString &path, qint64 maxBytes)
+{
+    const QByteArray name = path.toUtf8();
+    const int number = archive.directory().find(ByteView(name));
+    if (number < 0)
+        return {};
+    const ZipDirectory::Member member = archive.directory().member(number);
+    const ZipDirectory::LocalHeader own = ZipDirectory::localHeader(archive.source(), member);
+    if (!own.isFound || own.method != member.method || !ZipDirectory::agree(own, member))
+        return {};
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    return archive.contentAnyway(path, maxBytes, &any).toByteArray();
+}
+
 } // namespace
 
 ReaderLint::ReaderLint(const FileName &file, const SorrelKit::Package &package, FindingList *findings)
@@ -120,8 +139,12 @@ bool ReaderLint::readMembers()
     setError(apkFileError(archive));
     m_hasTable = archive.contains(tableName);
     m_hasManifest = archive.contains(manifestName);
-    m_table = archive.file(tableName, Limits::MaxTableBytes);
-    m_manifest = archive.file(manifestName, Limits::MaxManifestBytes);
+    const std::optional<QByteArray> table = apkFileContent(archive, tableName, Limits::MaxTableBytes);
+    const std::optional<QByteArray> manifest = apkFileContent(archive, manifestName, Limits::MaxManifestBytes);
+    m_isTableOpened = table.has_value();
+    m_isManifestOpened = manifest.has_value();
+    m_table = table.value_or(QByteArray());
+    m_manifest = manifest.value_or(QByteArray());
     return true;
 }
 
@@ -168,6 +191,10 @@ void ReaderLint::readTable()
                                        "PackageNormalizer adds, SorrelKit and Android need none."));
         return;
     }
+    if (!m_isTableOpened) {
+        setError(PackageError::NoResources);
+        return;
+    }
     SequentialBytes device(m_table);
     Extractor reader(&device);
     reader.diagnostics().setQuiet();
@@ -179,8 +206,8 @@ void ReaderLint::readTable()
 
 void ReaderLint::readManifest()
 {
-    if (!m_hasManifest || m_manifest.isEmpty()) {
-        setError(m_hasManifest ? PackageError::BadManifest : PackageError::NoManifest);
+    if (m_manifest.isEmpty()) {
+        setError(m_isManifestOpened ? PackageError::BadManifest : PackageError::NoManifest);
         return;
     }
     const AttributeTexts texts(m_manifest);
