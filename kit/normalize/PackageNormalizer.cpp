@@ -27,6 +27,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 
 namespace SorrelKit {
 
@@ -191,16 +192,17 @@ void PackageNormalizerPrivate::load()
 
 void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &budget)
 {
-    if (!package.files->contains(QLatin1String(tableName))) {
+    if (!package.files->isOpened(QLatin1String(tableName))) {
         table = emptyTable();
         isNeeded = isNeeded || !manifest.isEmpty(); // without a manifest, the archive is no package
         return;
     }
     // As in PackageData: a package that is compressed in a set may list tables that are empty and take long.
     const QString name = QLatin1String(tableName);
-    const QByteArray original = package.set != nullptr
-                                    ? package.files->file(name, TableRewriter::MaxTableBytes, &budget)
-                                    : package.files->file(name, TableRewriter::MaxTableBytes);
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    const QByteArray original =
+        package.files->contentAnyway(name, TableRewriter::MaxTableBytes, package.set != nullptr ? &budget : &any)
+            .toByteArray();
     FormatFault fault = FormatFault::None;
     table = TableRewriter::rewritten(original, &fault);
     if (fault != FormatFault::None)
@@ -211,7 +213,9 @@ void PackageNormalizerPrivate::loadTable(const OpenPackage &package, Budget &bud
 
 void PackageNormalizerPrivate::loadManifest(ZipArchive &archive)
 {
-    const QByteArray original = archive.file(QLatin1String(manifestName), Limits::MaxManifestBytes);
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    const QByteArray original =
+        archive.contentAnyway(QLatin1String(manifestName), Limits::MaxManifestBytes, &any).toByteArray();
     manifest = DocumentRewriter::rewritten(original);
     isNeeded = isNeeded || manifest.constData() != original.constData();
 }

@@ -228,8 +228,7 @@ QByteArray Package::manifestXml(References references) const
     if (!isValid())
         return {};
     Budget budget(PackageData::MaxReadingWork, PackageData::MaxReadingBytes);
-    const QByteArray document =
-        d->files().file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, &budget);
+    const QByteArray document = d->manifestBytes(&budget);
     const ResourceIndex index(d->tables());
     // Numbers are those of ApkFile, which knows no platform.
     if (references == References::Numbers)

@@ -11,6 +11,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace SorrelKit {
@@ -123,7 +124,8 @@ void PackageData::readManifest()
         manifest = std::move(m_set->baseManifest());
         m_oddities.push_back({m_set->basePath(), m_set->baseOddities(), {}});
     } else {
-        const QByteArray bytes = m_outer->file(manifestPath(), Limits::MaxManifestBytes);
+        Budget any(std::numeric_limits<qint64>::max(), 0);
+        const QByteArray bytes = m_outer->contentAnyway(manifestPath(), Limits::MaxManifestBytes, &any).toByteArray();
         m_oddities.emplace_back();
         if (bytes.isEmpty()) {
             setError(PackageError::NoManifest);
@@ -139,6 +141,11 @@ void PackageData::readManifest()
         m_manifest = std::move(manifest);
     else
         setError(PackageError::BadManifest, formatFaultText(fault));
+}
+
+QByteArray PackageData::manifestBytes(Budget *budget)
+{
+    return open() ? base().contentAnyway(manifestPath(), Limits::MaxManifestBytes, budget).toByteArray() : QByteArray();
 }
 
 const ResourceTables &PackageData::tables()
@@ -171,12 +178,13 @@ QList<quint32> PackageData::platformResources()
 void PackageData::readTable(ZipArchive &archive, FileOddities *files)
 {
     const QString path = tablePath();
-    // A package may have no resources, and splits for processors have none.
-    if (!archive.contains(path))
+    // A package may have no resources, and splits for processors have none. A table that Android does not open does not
+    // exist for it; one that does not inflate makes it refuse the package.
+    if (!archive.isOpened(path))
         return;
     // A package that is compressed in a set may list tables that are empty and take long.
-    const SharedBytes bytes =
-        isSet() ? archive.content(path, m_tableBytesLeft, &m_reading) : archive.content(path, m_tableBytesLeft);
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    const SharedBytes bytes = archive.contentAnyway(path, m_tableBytesLeft, isSet() ? &m_reading : &any);
     m_tableBytesLeft -= bytes.size();
     const auto table = QSharedPointer<const ResourceTable>::create(bytes.view(), bytes.owner(), m_typeChunksLeft);
     m_typeChunksLeft = qMax(0, m_typeChunksLeft - table->typeChunkCount());

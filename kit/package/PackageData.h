@@ -85,6 +85,8 @@ public:
     QByteArray path() const { return m_outer->path(); }
     /// The manifest; an empty one when it cannot be read.
     const Manifest &manifest();
+    /// The bytes of the manifest. Reads it again.
+    QByteArray manifestBytes(Budget *budget);
     /// Names of the splits.
     const QStringList &splits();
     const ResourceTables &tables() override;

@@ -53,7 +53,8 @@ std::optional<SetReader::Opened> SetReader::openPackage(ZipArchive &archive, con
     if (opened.archive == nullptr || !opened.archive->open(budget))
         return std::nullopt;
     const QByteArray bytes =
-        opened.archive->file(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, budget);
+        opened.archive->contentAnyway(QStringLiteral("AndroidManifest.xml"), Limits::MaxManifestBytes, budget)
+            .toByteArray();
     if (!budget->spendWork(Budget::DocumentByteWork * bytes.size()))
         return std::nullopt;
     const XmlReader reader(bytes);

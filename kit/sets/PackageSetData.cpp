@@ -62,7 +62,7 @@ void PackageSetData::readSet(ZipArchive &archive)
         member.facts.path = path;
         const QByteArray name = path.toUtf8();
         const int number = archive.directory().find(ByteView(name));
-        const std::optional<ZipArchive::Data> data = archive.data(number);
+        const std::optional<ZipArchive::Data> data = archive.dataAnyway(number);
         if (data) {
             member.facts.packedBytes = data->packedSize;
             member.facts.bytes = data->size;

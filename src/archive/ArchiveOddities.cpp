@@ -3,27 +3,9 @@
 
 #include "archive/ByteSource.h"
 
-#include <cstring>
-
 namespace {
 
 constexpr quint8 HighBit = 0x80;
-
-bool isPlain(const ByteView &name)
-{
-    constexpr quint64 HighBits = 0x8080808080808080;
-    const quint8 *const bytes = name.data();
-    qint64 at = 0;
-    quint64 all = 0;
-    for (; name.size() - at >= qint64(sizeof(quint64)); at += qint64(sizeof(quint64))) {
-        quint64 word = 0;
-        std::memcpy(&word, bytes + at, sizeof(word));
-        all |= word;
-    }
-    for (; at < name.size(); ++at)
-        all |= bytes[at];
-    return (all & HighBits) == 0 && (name.isEmpty() || std::memchr(bytes, 0, std::size_t(name.size())) == nullptr);
-}
 
 // The bytes that follow @p first in its sequence; -1 when it begins none.
 int bytesAfter(quint8 first)
@@ -46,12 +28,22 @@ bool endsInTime(const ZipDirectory &directory, const ZipDirectory::Member &membe
     return room >= 0 && member.packedSize <= room && (isDeflated || member.size <= room);
 }
 
+void addMemberOddities(const ZipDirectory &directory, OddityList *oddities)
+{
+    for (int number = 0; number < directory.count(); ++number) {
+        const ByteView name = directory.name(number);
+        const qint64 headerAt = directory.headerAt(number);
+        if (headerAt < 0 || headerAt >= directory.directoryAt())
+            oddities->add(Oddity::OffsetBehindMembers, ZipDirectory::nameText(name));
+        if (!ArchiveOddities::isName(name))
+            oddities->add(Oddity::InvalidName, ZipDirectory::nameText(name));
+    }
+}
+
 } // namespace
 
 bool ArchiveOddities::isName(const ByteView &name)
 {
-    if (isPlain(name))
-        return true;
     const quint8 *const bytes = name.data();
     for (qint64 at = 0; at < name.size(); ++at) {
         int left = bytes[at] != 0 ? bytesAfter(bytes[at]) : -1;
@@ -64,6 +56,12 @@ bool ArchiveOddities::isName(const ByteView &name)
         }
     }
     return true;
+}
+
+bool ArchiveOddities::isOpened(const ZipDirectory &directory, const ZipDirectory::Member &member,
+                               const ZipDirectory::LocalHeader &own)
+{
+    return own.hasSameName && ZipDirectory::agree(own, member) && endsInTime(directory, member, own.dataAt);
 }
 
 OddityList ArchiveOddities::ofDirectory(ZipDirectory &directory, ByteSource &source)
@@ -95,14 +93,9 @@ OddityList ArchiveOddities::ofDirectory(ZipDirectory &directory, ByteSource &sou
         oddities.add(Oddity::HiddenRecords);
     if (directory.count() < directory.claimedCount() && !directory.isCut())
         oddities.add(Oddity::MissingRecords, directory.claimedCount() - directory.count());
-    for (int number = 0; number < directory.count(); ++number) {
-        const ByteView name = directory.name(number);
-        const qint64 headerAt = directory.headerAt(number);
-        if (headerAt < 0 || headerAt >= directory.directoryAt())
-            oddities.add(Oddity::OffsetBehindMembers, ZipDirectory::nameText(name));
-        if (!isName(name))
-            oddities.add(Oddity::InvalidName, ZipDirectory::nameText(name));
-    }
+    // Build tools write archives that need no look at each member.
+    if (directory.mayHaveOffsetsBehind() || !directory.hasPlainNames())
+        addMemberOddities(directory, &oddities);
     if (directory.duplicateCount() > 0) {
         oddities.add(Oddity::DuplicateName, ZipDirectory::nameText(directory.name(directory.firstDuplicate())),
                      directory.duplicateCount());

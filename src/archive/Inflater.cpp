@@ -31,8 +31,10 @@ void Inflater::Free::operator()(libdeflate_decompressor *decompressor) const
     libdeflate_free_decompressor(decompressor);
 }
 
-QByteArray Inflater::inflated(const ByteView &packed, qint64 size)
+QByteArray Inflater::inflated(const ByteView &packed, qint64 size, bool *isWhole)
 {
+    if (isWhole != nullptr)
+        *isWhole = false;
     constexpr qint64 Largest = std::numeric_limits<int>::max() - 64;
     const qint64 possible = packed.size() > Largest / MaxRatio ? Largest : packed.size() * MaxRatio;
     if (size < 0 || size > Largest || packed.size() > Largest)
@@ -49,6 +51,8 @@ QByteArray Inflater::inflated(const ByteView &packed, qint64 size)
                                       std::size_t(bytes.size()), &made);
     if (result != LIBDEFLATE_SUCCESS)
         made = std::size_t(inflatedUpToFault(packed, bytes));
+    if (isWhole != nullptr)
+        *isWhole = result == LIBDEFLATE_SUCCESS && qint64(made) == size;
     const bool isShort = qint64(made) < bytes.size();
     bytes.resize(int(made));
     if (isShort)

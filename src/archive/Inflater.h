@@ -20,9 +20,10 @@ public:
     /**
      * The first @p size bytes of @p packed after inflating; fewer when it has fewer. Damaged data gives the bytes before
      * the fault. Takes memory for no more than @p packed can make. Damaged data, and data that makes more than
-     * @p size bytes, take twice as long. Empty when @p size is 2 GiB or more, or memory runs out.
+     * @p size bytes, take twice as long. Empty when @p size is 2 GiB or more, or memory runs out. @p isWhole is set to
+     * whether sound data made just @p size bytes.
      */
-    QByteArray inflated(const ByteView &packed, qint64 size);
+    QByteArray inflated(const ByteView &packed, qint64 size, bool *isWhole = nullptr);
     /// The CRC-32 of ZIP archives, of @p bytes that follow those whose checksum is @p before.
     static quint32 checksum(const ByteView &bytes, quint32 before = 0);
 

@@ -9,6 +9,15 @@ namespace {
 
 using Key = std::array<quint64, 2>;
 
+constexpr quint64 EachByte = 0x0101010101010101;
+constexpr quint64 HighBits = 0x8080808080808080;
+
+// The high bits of the bytes in @p word that are 0, or not ASCII. No byte borrows from the next one.
+quint64 oddBytes(quint64 word)
+{
+    return (word | ~((word | HighBits) - EachByte)) & HighBits;
+}
+
 quint64 rotated(quint64 value, int bits)
 {
     return value << bits | value >> (64 - bits);
@@ -59,18 +68,27 @@ struct State {
 
 } // namespace
 
-quint64 NameHash::of(const ByteView &name)
+NameHash::Hashed NameHash::of(const ByteView &name)
 {
     static const Key key{QRandomGenerator::system()->generate64(), QRandomGenerator::system()->generate64()};
     constexpr int WordSize = 8;
     State state(key);
     const uchar *const data = name.data();
-    const qint64 whole = name.size() - name.size() % WordSize;
-    for (qint64 at = 0; at < whole; at += WordSize)
-        state.add(qFromLittleEndian<quint64>(data + at));
-    quint64 last = quint64(name.size()) << 56;
-    for (qint64 at = whole; at < name.size(); ++at)
-        last |= quint64(data[at]) << (8 * (at - whole));
-    state.add(last);
-    return state.result();
+    const qint64 rest = name.size() % WordSize;
+    const qint64 whole = name.size() - rest;
+    quint64 odd = 0;
+    for (qint64 at = 0; at < whole; at += WordSize) {
+        const auto word = qFromLittleEndian<quint64>(data + at);
+        odd |= oddBytes(word);
+        state.add(word);
+    }
+    quint64 last = 0;
+    if (whole > 0 && rest > 0) // the end of the last eight bytes
+        last = qFromLittleEndian<quint64>(data + name.size() - WordSize) >> (8 * (WordSize - rest));
+    for (qint64 at = 0; whole == 0 && at < rest; ++at)
+        last |= quint64(data[at]) << (8 * at);
+    // The bytes behind the end count as plain.
+    odd |= oddBytes(last | EachByte << (8 * rest));
+    state.add(last | quint64(name.size()) << 56);
+    return {state.result(), odd == 0};
 }

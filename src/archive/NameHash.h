@@ -11,7 +11,13 @@
  */
 namespace NameHash {
 
-quint64 of(const ByteView &name);
+struct Hashed {
+    quint64 hash = 0;
+    bool isPlain = true; ///< each byte is ASCII, and none is a zero
+};
+
+/// The hash of @p name, and what reading it shows besides.
+Hashed of(const ByteView &name);
 
 } // namespace NameHash
 

@@ -67,10 +67,14 @@ OddityList ZipArchive::oddities()
     return m_isOpen ? ArchiveOddities::ofDirectory(m_directory, *m_source) : OddityList();
 }
 
-OddityList ZipArchive::oddities(const QString &path)
+OddityList ZipArchive::oddities(int number)
 {
-    const int number = find(path);
-    return number >= 0 ? ArchiveOddities::ofMember(m_directory, *m_source, number) : OddityList();
+    if (number < 0)
+        return {};
+    OddityList oddities = ArchiveOddities::ofMember(m_directory, *m_source, number);
+    if (m_misfits.contains(number))
+        oddities.add(Oddity::MemberInflatedSize);
+    return oddities;
 }
 
 QStringList ZipArchive::names(int most)
@@ -86,11 +90,23 @@ QStringList ZipArchive::names(int most)
 
 std::optional<ZipArchive::Data> ZipArchive::data(int number)
 {
+    return this->data(number, true);
+}
+
+std::optional<ZipArchive::Data> ZipArchive::dataAnyway(int number)
+{
+    return this->data(number, false);
+}
+
+std::optional<ZipArchive::Data> ZipArchive::data(int number, bool isAsAndroid)
+{
     if (number < 0)
         return {};
     const ZipDirectory::Member member = m_directory.member(number);
     const ZipDirectory::LocalHeader own = ZipDirectory::localHeader(*m_source, member);
-    if (!own.isFound || !ZipDirectory::agree(own, member) || member.packedSize < 0 || member.size < 0)
+    if (!own.isFound || member.packedSize < 0 || member.size < 0)
+        return {};
+    if (isAsAndroid && !ArchiveOddities::isOpened(m_directory, member, own))
         return {};
     Data data;
     data.at = own.dataAt;
@@ -104,10 +120,11 @@ std::optional<ZipArchive::Data> ZipArchive::data(int number)
     return data;
 }
 
-SharedBytes ZipArchive::content(int number, qint64 maxBytes, Budget *budget, bool mayView)
+SharedBytes ZipArchive::content(int number, const std::optional<Data> &data, qint64 maxBytes, Budget *budget,
+                                bool mayView, bool *isWhole)
 {
-    const std::optional<Data> data = budget->workLeft() > 0 ? this->data(number) : std::nullopt;
-    if (!data)
+    *isWhole = false;
+    if (!data || budget->workLeft() <= 0)
         return {};
     const bool isStored = data->isStored();
     // A member delivers no more than the directory says, so one that is too long is not read at all.
@@ -119,9 +136,12 @@ SharedBytes ZipArchive::content(int number, qint64 maxBytes, Budget *budget, boo
     SharedBytes bytes;
     if (!isStored) {
         const SharedBytes packed(m_source->read(data->at, data->packedSize));
-        bytes = SharedBytes(m_inflater.inflated(packed.view(), size));
+        bytes = SharedBytes(m_inflater.inflated(packed.view(), size, isWhole));
+        if (!*isWhole && m_misfits.size() < MaxMisfits)
+            m_misfits.insert(number);
     } else {
         bytes = mayView ? m_source->view(data->at, size) : SharedBytes(m_source->read(data->at, size));
+        *isWhole = bytes.size() == data->size;
     }
     budget->chargeWork(qMax(Budget::ByteWork * bytes.size(), workPerByte * data->packedSize));
     return bytes;
@@ -135,7 +155,7 @@ QByteArray ZipArchive::file(const QString &path, qint64 maxBytes)
 
 QByteArray ZipArchive::file(const QString &path, qint64 maxBytes, Budget *budget)
 {
-    return content(find(path), maxBytes, budget, false).toByteArray();
+    return openedContent(path, maxBytes, budget, false).toByteArray();
 }
 
 SharedBytes ZipArchive::content(const QString &path, qint64 maxBytes)
@@ -146,7 +166,24 @@ SharedBytes ZipArchive::content(const QString &path, qint64 maxBytes)
 
 SharedBytes ZipArchive::content(const QString &path, qint64 maxBytes, Budget *budget)
 {
-    return content(find(path), maxBytes, budget, true);
+    return openedContent(path, maxBytes, budget, true);
+}
+
+SharedBytes ZipArchive::openedContent(const QString &path, qint64 maxBytes, Budget *budget, bool mayView)
+{
+    const int number = find(path);
+    const std::optional<Data> data = budget->workLeft() > 0 ? this->data(number) : std::nullopt;
+    bool isWhole = false;
+    const SharedBytes bytes = content(number, data, maxBytes, budget, mayView, &isWhole);
+    return isWhole ? bytes : SharedBytes();
+}
+
+SharedBytes ZipArchive::contentAnyway(const QString &path, qint64 maxBytes, Budget *budget)
+{
+    const int number = find(path);
+    bool isWhole = false;
+    const std::optional<Data> data = budget->workLeft() > 0 ? dataAnyway(number) : std::nullopt;
+    return content(number, data, maxBytes, budget, true, &isWhole);
 }
 
 std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
@@ -156,8 +193,9 @@ std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
         return {};
     const quint32 wanted = m_directory.member(number).crc;
     if (!data->isStored()) {
-        const SharedBytes bytes = content(number, MaxCheckedBytes, budget, false);
-        if (bytes.isEmpty() && data->size > 0)
+        bool isWhole = false;
+        const SharedBytes bytes = content(number, data, MaxCheckedBytes, budget, false, &isWhole);
+        if (!isWhole)
             return {};
         return Inflater::checksum(bytes.view()) == wanted;
     }
@@ -175,7 +213,8 @@ std::optional<bool> ZipArchive::hasRightChecksum(int number, Budget *budget)
 std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *budget)
 {
     const int number = find(path);
-    const std::optional<Data> data = this->data(number);
+    // No Android reads this archive.
+    const std::optional<Data> data = dataAnyway(number);
     if (!data || data->packedSize > m_source->size() - m_innerBytes)
         return nullptr;
     if (data->isStored()) {
@@ -188,7 +227,8 @@ std::unique_ptr<ZipArchive> ZipArchive::archive(const QString &path, Budget *bud
     // A member that turns out to be damaged counts too: reading it takes as long.
     m_innerBytes += data->packedSize;
     Budget any(std::numeric_limits<qint64>::max(), 0);
-    const SharedBytes bytes = content(number, data->size, &any, false);
+    bool isWhole = false;
+    const SharedBytes bytes = content(number, data, data->size, &any, false, &isWhole);
     if (bytes.isEmpty())
         return nullptr;
     return std::unique_ptr<ZipArchive>(new ZipArchive(std::make_shared<BytesInMemory>(bytes)));

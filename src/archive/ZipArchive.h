@@ -8,6 +8,7 @@
 #include "archive/ZipDirectory.h"
 #include "oddity/OddityList.h"
 
+#include <QSet>
 #include <QStringList>
 
 #include <memory>
@@ -20,9 +21,11 @@ class QIODevice;
  * is read. One thread at a time.
  *
  * open() reads the end of the file and the directory. A member costs reading its header and its bytes; nothing else of
- * the archive is touched. A member is readable when its own header is where the directory says, has the same sizes and
- * checksum unless these follow the data, and all of its bytes exist. The directory's compression method and name count.
- * A member that is not deflated is stored, whatever its method is, and its uncompressed size counts. Checksums of contents and marks of encryption are ignored, as on Android.
+ * the archive is touched. A member is readable when Android opens it: its own header is where the directory says, has the
+ * same name, and the same sizes and checksum unless these follow the data, which ends before the directory. The
+ * directory's compression method counts. A member that is not deflated is stored, whatever its method is, and its
+ * uncompressed size counts. A deflated member makes just the bytes that the directory has for it. Checksums of contents
+ * and marks of encryption are ignored, as on Android.
  */
 class ZipArchive : public FileSource
 {
@@ -34,6 +37,8 @@ public:
     static constexpr qint64 MemberBytes = 24;
     /// Bytes of a compressed member whose checksum is checked: the whole member is inflated for it.
     static constexpr qint64 MaxCheckedBytes = 64 << 20;
+    /// Members that are known not to inflate to their sizes.
+    static constexpr int MaxMisfits = 1 << 16;
 
     /// The bytes of a member in the archive.
     struct Data {
@@ -72,6 +77,9 @@ public:
     SharedBytes content(const QString &path, qint64 maxBytes, Budget *budget);
     /// The same without a budget.
     SharedBytes content(const QString &path, qint64 maxBytes);
+    /// The same for a member that Android refuses: the bytes that the directory leads to, as far as they inflate. They are
+    /// for the files whose oddities show what Android does. Empty when the member has no header.
+    SharedBytes contentAnyway(const QString &path, qint64 maxBytes, Budget *budget);
     /**
      * The archive in the member @p path, not yet open; null when there is no such member.
      *
@@ -92,11 +100,16 @@ public:
     /// Where the bytes of member @p number are, for callers that read them piece by piece; nothing when it cannot be
     /// read, or @p number is below 0.
     std::optional<Data> data(int number);
+    /// The same for a member that Android refuses.
+    std::optional<Data> dataAnyway(int number);
+    /// Whether Android opens the member @p path. It may still not inflate.
+    bool isOpened(const QString &path) { return data(find(path)).has_value(); }
 
-    /// What is odd in the archive, and in how the member @p path is stored. Empty before open(), and for a member that
-    /// does not exist.
+    /// What is odd in the archive, and in how a member is stored. Empty before open(), and for a member that does not
+    /// exist. Whether a member inflates to its size is known when it was read.
     OddityList oddities();
-    OddityList oddities(const QString &path);
+    OddityList oddities(const QString &path) { return oddities(find(path)); }
+    OddityList oddities(int number);
 
     /// The directory; empty before open().
     ZipDirectory &directory() { return m_directory; }
@@ -115,8 +128,11 @@ private:
 
     ZipArchive() = default;
     std::shared_ptr<ByteSource> openSource() const;
+    std::optional<Data> data(int number, bool isAsAndroid);
     int find(const QString &path);
-    SharedBytes content(int number, qint64 maxBytes, Budget *budget, bool mayView);
+    SharedBytes openedContent(const QString &path, qint64 maxBytes, Budget *budget, bool mayView);
+    SharedBytes content(int number, const std::optional<Data> &data, qint64 maxBytes, Budget *budget, bool mayView,
+                        bool *isWhole);
 
     QString m_fileName;            ///< null for an archive of another kind
     QByteArray m_nativePath;       ///< the same
@@ -125,6 +141,7 @@ private:
     std::shared_ptr<ByteSource> m_source; ///< null before open() when it is opened there
     ZipDirectory m_directory;
     Inflater m_inflater;
+    QSet<int> m_misfits;     ///< members that were read, and do not inflate to their sizes; MaxMisfits of them at most
     qint64 m_innerBytes = 0; ///< bytes of this archive in the members that archive() returned
 };
 

@@ -19,6 +19,8 @@ constexpr int EndSize = 22;
 constexpr int Zip64EndSize = 56;
 constexpr int Zip64LocatorSize = 20;
 constexpr int MemberSize = 46;
+constexpr int NameSizeAt = 28; // in a member's record
+constexpr int HeaderOffsetAt = 42;
 constexpr int LocalSize = 30;
 constexpr qint64 LongestComment = 0xffff;
 constexpr quint16 InZip64 = 0xffff;
@@ -145,10 +147,11 @@ void ZipDirectory::readRecords(qint64 count)
     qint64 at = 0;
     while (qint64(m_records.size()) < count && directory.has(at, MemberSize) && directory.u32(at) == MemberSignature) {
         const qint64 size =
-            qint64(MemberSize) + directory.u16(at + 28) + directory.u16(at + 30) + directory.u16(at + 32);
+            qint64(MemberSize) + directory.u16(at + NameSizeAt) + directory.u16(at + 30) + directory.u16(at + 32);
         if (!directory.has(at, size))
             break;
         m_records.push_back(quint32(at));
+        m_largestOffset = qMax(m_largestOffset, directory.u32(at + HeaderOffsetAt));
         at += size;
     }
     m_hasHiddenRecords =
@@ -157,9 +160,10 @@ void ZipDirectory::readRecords(qint64 count)
 
 ByteView ZipDirectory::name(int number) const
 {
-    const ByteView directory(m_directory);
-    const qint64 at = m_records[std::size_t(number)];
-    return directory.part(at + MemberSize, directory.u16(at + 28));
+    // readRecords() has checked that the record is within the directory.
+    const auto *const record =
+        reinterpret_cast<const uchar *>(m_directory.constData()) + m_records[std::size_t(number)];
+    return {record + MemberSize, qFromLittleEndian<quint16>(record + NameSizeAt)};
 }
 
 QString ZipDirectory::nameText(const ByteView &name)
@@ -178,9 +182,9 @@ ZipDirectory::Member ZipDirectory::member(int number) const
     member.crc = record.u32(16);
     member.packedSize = record.u32(20);
     member.size = record.u32(24);
-    member.name = record.part(MemberSize, record.u16(28));
-    member.headerAt = record.u32(42);
-    const ByteView field = zip64Field(record.part(MemberSize + record.u16(28), record.u16(30)));
+    member.name = record.part(MemberSize, record.u16(NameSizeAt));
+    member.headerAt = record.u32(HeaderOffsetAt);
+    const ByteView field = zip64Field(record.part(MemberSize + record.u16(NameSizeAt), record.u16(30)));
     qint64 at = 0;
     readZip64Value(member.size, field, at);
     readZip64Value(member.packedSize, field, at);
@@ -194,8 +198,13 @@ ZipDirectory::Member ZipDirectory::member(int number) const
 
 qint64 ZipDirectory::headerAt(int number) const
 {
-    const quint32 offset = ByteView(m_directory).u32(m_records[std::size_t(number)] + 42);
+    const quint32 offset = ByteView(m_directory).u32(m_records[std::size_t(number)] + HeaderOffsetAt);
     return offset != AtZip64 && m_leadingBytes == 0 ? qint64(offset) : member(number).headerAt;
+}
+
+bool ZipDirectory::mayHaveOffsetsBehind() const
+{
+    return m_largestOffset == AtZip64 || m_largestOffset + m_leadingBytes >= m_directoryAt;
 }
 
 void ZipDirectory::makeIndex()
@@ -206,9 +215,12 @@ void ZipDirectory::makeIndex()
     m_index.assign(size, 0);
     m_duplicates = 0;
     m_firstDuplicate = -1;
+    m_hasPlainNames = true;
     for (int number = 0; number < count(); ++number) {
         const ByteView name = this->name(number);
-        std::size_t slot = NameHash::of(name) & (size - 1);
+        const NameHash::Hashed hashed = NameHash::of(name);
+        m_hasPlainNames = m_hasPlainNames && hashed.isPlain;
+        std::size_t slot = hashed.hash & (size - 1);
         while (m_index[slot] != 0 && !isSame(this->name(int(m_index[slot]) - 1), name))
             slot = (slot + 1) & (size - 1);
         if (m_index[slot] != 0 && m_duplicates++ == 0)
@@ -224,6 +236,13 @@ int ZipDirectory::duplicateCount()
     return m_duplicates;
 }
 
+bool ZipDirectory::hasPlainNames()
+{
+    if (m_index.empty())
+        makeIndex();
+    return m_hasPlainNames;
+}
+
 int ZipDirectory::firstDuplicate()
 {
     if (m_index.empty())
@@ -237,7 +256,7 @@ int ZipDirectory::find(const ByteView &name)
         return -1;
     if (m_index.empty())
         makeIndex();
-    std::size_t slot = NameHash::of(name) & (m_index.size() - 1);
+    std::size_t slot = NameHash::of(name).hash & (m_index.size() - 1);
     while (m_index[slot] != 0 && !isSame(this->name(int(m_index[slot]) - 1), name))
         slot = (slot + 1) & (m_index.size() - 1);
     return int(m_index[slot]) - 1;

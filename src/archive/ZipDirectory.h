@@ -97,10 +97,15 @@ public:
     qint64 headerAt(int number) const;
     /// Whether a record follows the last one that the end record counts.
     bool hasHiddenRecords() const { return m_hasHiddenRecords; }
+    /// Whether a member's header may be at or behind the directory, by the largest offset; no member need be looked at
+    /// when this is false.
+    bool mayHaveOffsetsBehind() const;
     /// The number of members with the name of an earlier one, and the number of the first of these; -1 when there is
-    /// none. The first call of one of these or of find() makes the index.
+    /// none. The first call of one of these, of the next one or of find() makes the index.
     int duplicateCount();
     int firstDuplicate();
+    /// Whether all names are ASCII without a zero.
+    bool hasPlainNames();
     /// The number of members according to the end record.
     qint64 claimedCount() const { return m_claimedCount; }
     /// Whether the numbers in the end record say that the archive is one of several disks.
@@ -142,6 +147,8 @@ private:
     qint64 m_endAt = -1;            ///< offset of the end record
     qint64 m_directoryAt = 0;
     bool m_hasHiddenRecords = false;
+    quint32 m_largestOffset = 0; ///< of the headers, as the records have them
+    bool m_hasPlainNames = true; ///< known with the index
     int m_duplicates = 0;
     int m_firstDuplicate = -1;
     qint64 m_claimedCount = 0;

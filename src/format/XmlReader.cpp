@@ -6,19 +6,14 @@
 
 #include <utility>
 
-namespace {
-
-bool isDocumentType(ChunkType type)
-{
-    return type == ChunkType::Xml || type == ChunkType::Untyped;
-}
-
-} // namespace
-
 bool XmlReader::isDocument(const QByteArray &bytes)
 {
     const ByteView start(bytes);
-    return isDocumentType(ChunkType(start.u16(0))) && start.u16(ChunkView::HeaderSizeAt) == ChunkView::HeaderSize;
+    const auto type = ChunkType(start.u16(0));
+    const bool isUsual = (type == ChunkType::Xml || type == ChunkType::Untyped)
+                         && start.u16(ChunkView::HeaderSizeAt) == ChunkView::HeaderSize;
+    // A picture has no string pool and no node.
+    return isUsual || XmlNodes(start).fault() == FormatFault::None;
 }
 
 XmlReader::XmlReader(const QByteArray &bytes, qint64 maxCharacters)

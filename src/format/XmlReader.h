@@ -46,8 +46,9 @@ public:
     /// Characters of all names and texts at most. Any number of attributes may use one text.
     static constexpr qint64 MaxCharacters = 16 << 20;
 
-    /// Whether @p bytes begin as a document does. Callers go by this because tools shorten the names of files, suffixes
-    /// included.
+    /// Whether @p bytes are a document: they begin as build tools write it, or they lead to a node as in XmlNodes,
+    /// whatever their first chunk is. Callers go by this because tools shorten the names of files, suffixes included.
+    /// Takes time for each chunk before the first node at most.
     static bool isDocument(const QByteArray &bytes);
 
     /// Reads the document in @p bytes; the lesser of @p maxCharacters and MaxCharacters applies.

@@ -2,6 +2,7 @@
 #include "Bytes.h"
 #include "Cost.h"
 #include "OddDocuments.h"
+#include "Pictures.h"
 #include "XmlBuilder.h"
 #include "format/XmlReader.h"
 
@@ -67,6 +68,7 @@ private slots:
     void valuesWinOverWhatWasWritten();
     void typeOfTheDocumentMayBeUnset();
     void whatIsNoDocument();
+    void documentsOfAnyRoot();
     void endsAreTakenInTurn();
     void whatFollowsTheRootIsLeftOut();
     void attributesMayBeAnywhere();
@@ -170,6 +172,24 @@ void TestXmlReader::whatIsNoDocument()
     QVERIFY(!XmlReader::isDocument("\x89PNG\r\n"));
     QVERIFY(!XmlReader::isDocument("<manifest/>"));
     QVERIFY(!XmlReader::isDocument(QByteArray("\2\0\14\0", 4)));
+    // The size of its file is where that of a chunk would be.
+    QVERIFY(!XmlReader::isDocument(webp(webpChunk("VP8X", QByteArray(0x8000, '\0')))));
+}
+
+void TestXmlReader::documentsOfAnyRoot()
+{
+    int unusual = 0;
+    for (const OddFile &file : oddDocuments()) {
+        const bool isUsual = file.bytes.startsWith(QByteArray("\3\0\10\0", 4));
+        if (file.fault == FormatFault::None)
+            QVERIFY2(XmlReader::isDocument(file.bytes), qPrintable(file.name));
+        unusual += file.fault == FormatFault::None && !isUsual ? 1 : 0;
+    }
+    QVERIFY(unusual >= 8);
+    QByteArray cut = smallDocument();
+    poke16(cut, 0, 0x0100);
+    QVERIFY(XmlReader::isDocument(cut));
+    QVERIFY(!XmlReader::isDocument(cut.chopped(1)));
 }
 
 void TestXmlReader::endsAreTakenInTurn()

@@ -2,9 +2,8 @@
 #include "LintCases.h"
 
 #include "Bytes.h"
+#include "DiagnosticCases.h"
 #include "LintFixture.h"
-
-#include <QMap>
 
 #include <functional>
 
@@ -27,15 +26,6 @@ QByteArray withManifest(const LintManifest &manifest)
 QByteArray withMember(const RawMember &member)
 {
     return rawZip(lintMembers({member}));
-}
-
-// Sets 16-bit fields at the archive's end. The keys are their offsets.
-QByteArray withEnd(const QMap<int, int> &fields)
-{
-    QByteArray bytes = rawZip(lintMembers());
-    for (auto field = fields.cbegin(); field != fields.cend(); ++field)
-        poke16(bytes, int(bytes.size()) - ZipEndSize + field.key(), field.value());
-    return bytes;
 }
 
 QByteArray withActivity(const QVector<Attribute> &attributes)
@@ -65,147 +55,30 @@ Attribute icon(qint64 resource = IconResource)
     return androidReference(QStringLiteral("icon"), resource);
 }
 
-// A launcher with a literal label and an icon path, which need no table.
-LintManifest manifestWithoutResources()
-{
-    LintManifest manifest;
-    manifest.activity = {name(".Main"), androidText(QStringLiteral("label"), QStringLiteral("Notes")),
-                         androidText(QStringLiteral("icon"), QStringLiteral("res/icon.png"))};
-    return manifest;
-}
-
 QByteArray unreadableTable()
 {
-    QVector<RawMember> members = lintMembers({}, lintManifest(manifestWithoutResources()));
+    QVector<RawMember> members = lintMembers({}, lintManifest(lintManifestWithoutResources()));
     members[1].headerAt = 1 << 30;
     return rawZip(members);
 }
 
-QJsonObject refusedTable(const char *reason)
+QJsonObject refusedTable(const QByteArray &reason)
 {
-    return finding("apkfile-refuses", warning, QString(),
-                   QByteArray("SorrelKit reads the package, ApkFile does not (code 3, could not parse resources.arsc: ")
-                       + reason + ").");
+    return apkFileRefuses("code 3, could not parse resources.arsc: " + reason);
 }
 
 QVector<LintCase> archiveCases()
 {
-    const QByteArray good = rawZip(lintMembers());
-    RawMember encrypted{"a.txt", "a"};
-    encrypted.flags = 1;
-    RawMember packed{"a.txt", "a"};
-    packed.method = 14;
-    RawMember nowhere{"a.txt", "a"};
-    nowhere.headerAt = 1 << 30;
-    RawMember renamed{"a.txt", "a"};
-    renamed.localName = "b.txt";
-    RawMember otherMethod{"a.txt", "a"};
-    otherMethod.localMethod = 8;
-    RawMember otherSize{"a.txt", "a"};
-    otherSize.localSize = 2;
     RawMember otherChecksum{"a.txt", "a"};
     otherChecksum.crc = 1;
-    QByteArray withGap = good;
-    withGap.insert(withGap.size() - ZipEndSize, "gap");
-    QByteArray withLongComment = good + QByteArray(0xffff, 'x');
-    poke16(withLongComment, int(good.size()) - 2, 0xffff);
-    QByteArray withHidden = withMember({"a.txt", "a"});
-    poke16(withHidden, int(withHidden.size()) - ZipEndSize + 8, 3);
-    poke16(withHidden, int(withHidden.size()) - ZipEndSize + 10, 3);
-    const auto refusal = [](const QByteArray &error) {
-        return finding("apkfile-refuses", warning, QString(),
-                       "SorrelKit reads the package, ApkFile does not (" + error + ").");
-    };
-    const auto refused = [](const QByteArray &text) { return finding("android-refuses", fault, QString(), text); };
-    const QByteArray cannotOpen("code 1, could not open APK file");
     LintManifest recent;
     recent.targetSdk = 30;
-    LintManifest odd;
-    odd.targetSdk = 21;
-    odd.chunk = nodeChunk(0x0190, QByteArray());
-    const QString file = QStringLiteral("a.txt");
     const auto withName = [](const char *name) { return withMember({name, "a"}); };
     return {
-        {"multi-disk",
-         withEnd({{4, 1}}),
-         {finding("multi-disk", fault, QString(), "The archive claims to be one part of several; ApkFile refuses it."),
-          refusal(cannotOpen)}},
-        {"apkfile-refuses, data before the end record",
-         withGap,
-         {finding("android-takes", note, QString(),
-                  "There are bytes between the directory and the end record; Android skips them, unless a signature of "
-                  "scheme v2 or later is checked. [3]"),
-          refusal("code 2, could not find resources.arsc")}},
-        {"apkfile-refuses, a long comment",
-         withLongComment,
-         {finding("android-takes", note, QString(),
-                  "The archive's comment has so many bytes that some readers do not find the end record; Android finds "
-                  "it. [65557]"),
-          refusal(cannotOpen)}},
-        {"android-refuses",
-         rawZip(lintMembers({{"a\xff.txt", "a"}})),
-         {refused("A member's name has a zero, or is no UTF-8; Android refuses the package. [a\u00ff.txt]")},
-         6},
-        {"android-takes",
-         withHidden,
-         {finding("android-takes", note, QString(),
-                  "The directory has more members than the end record counts; Android does not see the others.")}},
-        {"zip64",
-         rawZip64(lintMembers()),
-         {finding("zip64", note, QString(), "The archive has a ZIP64 directory; many readers refuse it."),
-          refused(
-              "The archive has a ZIP64 directory; Android 11 and older refuse the package. [API level 30 and older]")}},
-        {"damaged-directory",
-         withEnd({{8, 4}, {10, 4}}),
-         {finding("damaged-directory", fault, QString(),
-                  "The archive's directory lists 3 of the 4 members that it claims; the others are lost."),
-          refused("The directory has fewer members than the end record counts, or a damaged one; Android refuses the "
-                  "package. [1]")},
-         6},
         {"several-directories",
          rawZip(lintMembers(), rawZip({{"a.txt", "a"}})),
          {finding("several-directories", warning, QString(),
                   "The archive has another directory before the last one; readers that use it see another package.")}},
-        {"leading-data",
-         "12345" + good,
-         {finding("leading-data", warning, QString(),
-                  "The archive begins after 5 bytes of other data; readers that do not correct its offsets find no "
-                  "member."),
-          refused(
-              "The archive does not begin with the file; Android refuses the package. [5; API level 27 and later]")},
-         6},
-        {"trailing-data",
-         good + "12345",
-         {finding("trailing-data", warning, QString(),
-                  "The archive ends 5 bytes before the end of the file; strict readers refuse it."),
-          refused("The file goes on behind the archive; Android refuses the package. [5]")},
-         6},
-        {"encrypted-member",
-         withMember(encrypted),
-         {finding("encrypted-member", warning, file,
-                  "The member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password.")}},
-        {"unknown-method",
-         withMember(packed),
-         {finding("unknown-method", warning, file,
-                  "The member has the compression method 14; many readers know only 0 (stored) and 8 (deflated).")}},
-        {"duplicate-name",
-         rawZip(lintMembers({{"a.txt", "a"}, {"a.txt", "b"}})),
-         {finding("duplicate-name", warning, file,
-                  "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
-                  "the first one or refuse the archive."),
-          refused("Two members have the same name; Android refuses the package. [a.txt]")},
-         6},
-        {"duplicate-name, of a manifest",
-         rawZip(lintMembers({{"AndroidManifest.xml", lintManifest(odd)}})),
-         {finding("duplicate-name", warning, manifestName,
-                  "An earlier member has the same name; libsorrel and SorrelKit use the last one, other readers use "
-                  "the first one or refuse the archive."),
-          refused("Two members have the same name; Android refuses the package. [AndroidManifest.xml]"),
-          finding("unknown-manifest-chunk", note, manifestName,
-                  "libsorrel skips 1 chunk of unknown type in the manifest (0x0190)."),
-          finding("min-above-target", warning, manifestName,
-                  "The minimum SDK version 23 is higher than the target SDK version 21.")},
-         6},
         {"absolute-name",
          withName("/a.txt"),
          {finding("absolute-name", warning, QStringLiteral("/a.txt"),
@@ -226,30 +99,9 @@ QVector<LintCase> archiveCases()
          withMember({QByteArray(256, 'a'), "a"}),
          {finding("long-name", note, QString(200, QLatin1Char('a')) + QStringLiteral("..."),
                   "The member's name has 256 bytes; most file systems allow 255.")}},
-        {"missing-header",
-         withMember(nowhere),
-         {finding("missing-header", fault, file,
-                  "The member is not at the offset in the directory; it cannot be read."),
-          refused("A member has an offset at or behind the directory; Android refuses the package. [a.txt]")},
-         6},
-        {"different-name",
-         withMember(renamed),
-         {finding("different-name", warning, file,
-                  "The member's header has the name 'b.txt'; readers of headers and readers of the directory see "
-                  "different members.")}},
-        {"different-method",
-         withMember(otherMethod),
-         {finding("different-method", warning, file,
-                  "The member's header has the compression method 8, the directory has 0; libsorrel does not read the "
-                  "member.")}},
-        {"different-size",
-         withMember(otherSize),
-         {finding("different-size", warning, file,
-                  "The member's header and the directory have different sizes or checksums; readers refuse the member "
-                  "or read different bytes.")}},
         {"wrong-checksum",
          withMember(otherChecksum),
-         {finding("wrong-checksum", warning, file,
+         {finding("wrong-checksum", warning, QStringLiteral("a.txt"),
                   "The member's content does not have the checksum in the directory; Android does not check it, other "
                   "readers refuse the member.")}},
         {"compressed-table",
@@ -274,10 +126,10 @@ QVector<LintCase> tableCases()
     const QByteArray shared = withTable(lintPackage().type(labelType().offset(1, 0)).type(iconType()));
     const QByteArray compact =
         withTable(lintPackage().type(TypeBuilder(1).entry(0, compactEntry(String, 0))).type(iconType()));
-    const QByteArray damaged = lintPackageFile(lintTable().chopped(1), lintManifest(manifestWithoutResources()));
+    const QByteArray damaged = lintPackageFile(lintTable().chopped(1), lintManifest(lintManifestWithoutResources()));
     return {
         {"no-table",
-         zip({{manifestName, lintManifest(manifestWithoutResources())}, lintIcon()}),
+         zip({{manifestName, lintManifest(lintManifestWithoutResources())}, lintIcon()}),
          {finding("apkfile-refuses", warning, QString(),
                   "SorrelKit reads the package, ApkFile does not (code 2, could not find resources.arsc)."),
           finding("no-table", note, QString(),
@@ -289,16 +141,14 @@ QVector<LintCase> tableCases()
                   "The resource table cannot be read (could not parse resources.arsc: not a resource table); labels "
                   "and icons are missing.")},
          3},
-        {"damaged-table, and missing-header",
+        {"no-member-header, of the table",
          unreadableTable(),
-         {finding("missing-header", fault, tableName,
-                  "The member is not at the offset in the directory; it cannot be read."),
-          finding("android-refuses", fault, QString(),
+         {finding("offset-behind-members", fault, QString(),
                   "A member has an offset at or behind the directory; Android refuses the package. [resources.arsc]"),
-          finding("damaged-table", fault, tableName,
-                  "The resource table cannot be read (could not parse resources.arsc: not a resource table); labels "
-                  "and icons are missing.")},
-         3},
+          finding("no-member-header", fault, tableName,
+                  "The file is not at its offset in the archive; Android does not open it."),
+          apkFileRefuses("code 2, could not find resources.arsc")},
+         6},
         {"sparse-table",
          encoded(TableEncoding::Sparse),
          {refusedTable("resource table contains entry not in index"),
@@ -319,19 +169,6 @@ QVector<LintCase> tableCases()
          {finding("shared-entries-table", warning, tableName,
                   "Resources share an entry of the resource table; SorrelKit finds all of them, ApkFile needs "
                   "PackageNormalizer to find more than the last one.")}},
-        {"unknown-table-chunk",
-         withTable(lintPackage()
-                       .type(labelType())
-                       .type(iconType())
-                       .chunk(chunk(0x0203, Bytes().u32(0).data()))
-                       .chunk(chunk(0x0999))),
-         {finding("android-takes", note, tableName, "The table names shared libraries."),
-          finding("unknown-table-chunk", note, tableName,
-                  "libsorrel skips 2 chunks of unknown type in the resource table (0x0203, 0x0999).")}},
-        {"unknown-string-pool",
-         withTable(lintPackage().type(labelType()).type(iconType()).chunk(PoolBuilder().strings({"x"}).build())),
-         {finding("unknown-string-pool", note, tableName,
-                  "The resource table has 1 string pool that nothing refers to.")}},
     };
 }
 
@@ -358,10 +195,9 @@ QVector<LintCase> manifestCases()
                   "tag does not match opening tag).")}},
         {"apkfile-refuses, a negative string index",
          lintPackageWithChunk(nodeChunk(0x0100, Bytes().u32(-1).u32(0).data())),
-         {finding("android-takes", note, manifestName, "A namespace ends twice, or never; Android does not check it."),
-          finding("apkfile-refuses", warning, QString(),
-                  "SorrelKit reads the package, ApkFile does not (code 5, could not parse AndroidManifest.xml: bad "
-                  "index in  pool).")}},
+         {finding("unbalanced-namespaces", warning, manifestName,
+                  "A namespace ends twice, or never; Android does not check it."),
+          apkFileRefuses("code 5, could not parse AndroidManifest.xml: bad index in  pool")}},
         {"no-manifest",
          zip({{tableName, lintTable()}, lintIcon()}),
          {finding("no-manifest", fault, QString(), "The file has no readable manifest; it is not an Android package.")},
@@ -383,19 +219,13 @@ QVector<LintCase> manifestCases()
          {finding("damaged-manifest", fault, manifestName,
                   "The manifest cannot be read (could not parse AndroidManifest.xml: not a binary XML document).")},
          5},
-        {"untyped-manifest",
+        {"apkfile-finds-nothing",
          lintPackageFile(lintTable(), untyped),
-         {finding("untyped-manifest", warning, manifestName,
-                  "The manifest's first chunk has no type; SorrelKit and Android read it, ApkFile finds nothing in it "
-                  "and reports no error, unless PackageNormalizer sets the type.")}},
-        {"unknown-manifest-chunk",
-         lintPackageWithChunk(nodeChunk(0x0190, QByteArray())),
-         {finding("unknown-manifest-chunk", note, manifestName,
-                  "libsorrel skips 1 chunk of unknown type in the manifest (0x0190).")}},
-        {"unknown-manifest-chunk, of many",
-         lintPackageWithChunk(nodeChunk(0x0190, QByteArray()).repeated(200)),
-         {finding("unknown-manifest-chunk", note, manifestName,
-                  "libsorrel skips at least 100 chunks of unknown type in the manifest (0x0190).")}},
+         {finding("document-type", warning, manifestName,
+                  "The document has the type of another chunk; Android does not look at it. [type 0x0000]"),
+          finding("apkfile-finds-nothing", warning, manifestName,
+                  "ApkFile finds nothing in the manifest and reports no error; SorrelKit and Android read it, ApkFile "
+                  "needs PackageNormalizer to read it.")}},
         {"undeclared-namespace",
          withActivity({name(".Main"), label(), icon(), inOtherNamespace}),
          {finding("undeclared-namespace", warning, manifestName,
@@ -518,17 +348,9 @@ QVector<LintCase> launcherCases()
 
 } // namespace
 
-QJsonObject finding(const char *check, const QString &severity, const QString &subject, const QByteArray &text)
-{
-    return {{QStringLiteral("check"), QLatin1String(check)},
-            {QStringLiteral("severity"), severity},
-            {QStringLiteral("subject"), subject},
-            {QStringLiteral("text"), QString::fromUtf8(text)}};
-}
-
 QVector<LintCase> lintCases()
 {
-    return archiveCases() + tableCases() + manifestCases() + launcherCases();
+    return archiveCases() + diagnosticCases() + tableCases() + manifestCases() + launcherCases();
 }
 
 } // namespace fixture

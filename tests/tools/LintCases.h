@@ -2,28 +2,12 @@
 #ifndef LINTCASES_H
 #define LINTCASES_H
 
-#include <QByteArray>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QString>
-#include <QVector>
+#include "LintCase.h"
 
 namespace fixture {
 
-/// A package with one fault.
-struct LintCase {
-    const char *name; ///< of the check; several cases of one check have more text after a comma
-    QByteArray bytes;
-    QJsonArray findings;  ///< all findings of `sorrel lint --json --draw`
-    int errorCode = 0;    ///< in the output
-    bool isDrawn = false; ///< whether the same without `--draw` has fewer findings
-};
-
-/// At least one for each check.
+/// At least one for each check, except those of signatures.
 QVector<LintCase> lintCases();
-
-/// A finding in the form of `sorrel lint --json`.
-QJsonObject finding(const char *check, const QString &severity, const QString &subject, const QByteArray &text);
 
 } // namespace fixture
 

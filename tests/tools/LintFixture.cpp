@@ -66,6 +66,15 @@ QByteArray lintManifest(const LintManifest &manifest)
     return builder.build();
 }
 
+LintManifest lintManifestWithoutResources()
+{
+    LintManifest manifest;
+    manifest.activity = {androidText(QStringLiteral("name"), QStringLiteral(".Main")),
+                         androidText(QStringLiteral("label"), QStringLiteral("Notes")),
+                         androidText(QStringLiteral("icon"), QStringLiteral("res/icon.png"))};
+    return manifest;
+}
+
 PackageBuilder lintPackage()
 {
     return PackageBuilder().types({QStringLiteral("string"), QStringLiteral("drawable")}).keys({QStringLiteral("key")});

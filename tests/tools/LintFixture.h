@@ -31,6 +31,8 @@ struct LintManifest {
     QString closing = QStringLiteral("application"); ///< the name at the end of the application
 };
 QByteArray lintManifest(const LintManifest &manifest = {});
+/// A launcher with a literal label and the path of an icon, which need no table.
+LintManifest lintManifestWithoutResources();
 
 /// The table's package with the types string and drawable, without values.
 PackageBuilder lintPackage();

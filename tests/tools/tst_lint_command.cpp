@@ -217,8 +217,8 @@ void TestLintCommand::refusalsAreThoseOfApkFile()
     constexpr int RefusedByAndroid = 6;
     int refused = 0;
     for (const LintCase &row : lintCases()) {
-        // A set is no package.
-        if (row.name == QByteArray("package-set"))
+        // A set is no package, and ApkFile does not go by the number of members.
+        if (row.name == QByteArray("package-set") || row.name == QByteArray("empty-archive"))
             continue;
         PackageDevice device(row.bytes);
         const ApkFile apk(&device);
@@ -233,7 +233,7 @@ void TestLintCommand::refusalsAreThoseOfApkFile()
         QVERIFY2(isRead || texts.contains("(code " + QByteArray::number(apk.getError()) + ","), row.name);
         refused += isRead ? 0 : 1;
     }
-    QCOMPARE(refused, 9);
+    QCOMPARE(refused, 21);
 }
 
 // The findings describe what libsorrel does with such members.
@@ -262,16 +262,14 @@ void TestLintCommand::textForAPerson()
     const ToolRun result = runSorrel({QStringLiteral("lint"), file});
     QCOMPARE(result.status, 1);
     QVERIFY(result.errors.contains("Android refuses the package: The archive does not begin with the file"));
-    QCOMPARE(QString::fromUtf8(result.output),
-             file
-                 + QStringLiteral(
-                     "\n  warning  The archive begins after 5 bytes of other data; readers that do not correct its "
-                     "offsets find no member. (leading-data)\n  warning  /a.txt: The member's name begins with a "
-                     "slash; unpacking it may write outside of the target directory. (absolute-name)\n  error    The "
-                     "archive "
-                     "does not begin with the file; Android refuses the package. [5; API level 27 and later] "
-                     "(android-refuses)\n")
-                 + unsignedLine);
+    QCOMPARE(
+        QString::fromUtf8(result.output),
+        file
+            + QStringLiteral(
+                "\n  warning  /a.txt: The member's name begins with a slash; unpacking it may write outside of the "
+                "target directory. (absolute-name)\n  error    The archive does not begin with the file; Android "
+                "refuses the package. [5 bytes; API level 27 and later] (bytes-ahead)\n")
+            + unsignedLine);
 }
 
 void TestLintCommand::textOnATerminalIsColoured()
@@ -303,7 +301,7 @@ void TestLintCommand::nothingSteersTheTerminal()
     for (const QChar character : output)
         QVERIFY(character == QLatin1Char('\n')
                 || !steering.chopped(1).remove(QStringLiteral("[2J")).contains(character));
-    for (const char *check : {"control-name", "different-name", "undeclared-namespace", "no-label"})
+    for (const char *check : {"control-name", "member-name", "undeclared-namespace", "no-label"})
         QVERIFY2(output.contains(QStringLiteral("(%1)\n").arg(QLatin1String(check))), check);
 }
 
@@ -401,7 +399,7 @@ void TestLintCommand::debugRulesChangeNothing()
     ToolSetting quiet;
     quiet.environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*.debug=false"));
     const ToolRun result = runSorrel({QStringLiteral("lint"), file}, quiet);
-    QVERIFY(result.output.contains("(unknown-manifest-chunk)"));
+    QVERIFY(result.output.contains("(unknown-node)"));
     QCOMPARE(result.errors, QByteArray());
 }
 

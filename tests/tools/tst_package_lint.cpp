@@ -1,17 +1,21 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Bytes.h"
 #include "Cost.h"
+#include "DiagnosticChecks.h"
 #include "DrawnIconCheck.h"
 #include "Files.h"
 #include "LintCases.h"
 #include "LintFixture.h"
 #include "LogCapture.h"
+#include "OddDocuments.h"
+#include "OddTables.h"
 #include "PackageLint.h"
 #include "Pictures.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <algorithm>
 #include <atomic>
 #include <functional>
 #include <thread>
@@ -128,6 +132,30 @@ QByteArray oneMemberManyTimes(int count)
     return rawZip(members);
 }
 
+// The checks of the diagnostics among the findings about @p file, each once.
+QStringList diagnosticsIn(const QString &file)
+{
+    QStringList names;
+    const std::vector<LintCheck> &checks = DiagnosticChecks::all();
+    const PackageLint lint{FileName(file)};
+    for (const Finding &finding : lint.findings()) {
+        if (std::any_of(checks.cbegin(), checks.cend(),
+                        [&finding](const LintCheck &check) { return finding.check == QLatin1String(check.name); }))
+            names.append(finding.check);
+    }
+    return names;
+}
+
+// The checks of @p oddities, in the order of the output.
+QStringList checksOf(QVector<Oddity> oddities)
+{
+    std::sort(oddities.begin(), oddities.end());
+    QStringList names;
+    for (const Oddity oddity : oddities)
+        names.append(QString::fromLatin1(DiagnosticChecks::of(SorrelKit::Diagnostic::Code(int(oddity) + 1)).name));
+    return names;
+}
+
 } // namespace
 
 class TestPackageLint : public QObject
@@ -135,6 +163,7 @@ class TestPackageLint : public QObject
     Q_OBJECT
 
 private slots:
+    void everyOddityIsNamed();
     void boundsHold_data();
     void boundsHold();
     void everyPrefixIsAnswered();
@@ -153,6 +182,23 @@ private:
 
     QTemporaryDir m_directory;
 };
+
+void TestPackageLint::everyOddityIsNamed()
+{
+    int odd = 0;
+    const auto compare = [&](const OddFile &file, const QByteArray &bytes) {
+        if (file.fault != FormatFault::None)
+            return;
+        const QStringList found = diagnosticsIn(write(QStringLiteral("odd.apk"), bytes));
+        QVERIFY2(found == checksOf(file.oddities), qPrintable(file.name + found.join(QLatin1Char(' '))));
+        odd += file.oddities.isEmpty() ? 0 : 1;
+    };
+    for (const OddFile &file : oddDocuments())
+        compare(file, lintPackageFile(lintTable(), file.bytes));
+    for (const OddFile &file : oddTables())
+        compare(file, lintPackageFile(file.bytes));
+    QVERIFY(odd > 50);
+}
 
 void TestPackageLint::boundsHold_data()
 {

@@ -9,6 +9,7 @@
 
 #include <SorrelKit/Diagnostic.h>
 #include <SorrelKit/Package.h>
+#include <SorrelKit/Resources.h>
 
 #include <QBuffer>
 #include <QMetaEnum>
@@ -158,6 +159,26 @@ QByteArray endingBehindMembers(int bytes)
     return archive;
 }
 
+/// Deflated members, of which one claims @p more bytes than it has.
+QByteArray withInflatedSize(int number, int more)
+{
+    QVector<RawMember> deflatedMembers = members();
+    for (const int deflated : {Manifest, Table}) {
+        RawMember &member = deflatedMembers[deflated];
+        member.crc = 0; // which Android does not check
+        member.content = deflatedBehindEmptyBlocks(0, member.content);
+        member.method = 8;
+    }
+    QByteArray archive = rawZip(deflatedMembers);
+    const QVector<RawMember> plain = members();
+    for (const int deflated : {Manifest, Table}) {
+        const int size = int(plain.at(deflated).content.size()) + (deflated == number ? more : 0);
+        poke32(archive, localAt(archive, deflated) + LocalSizeAt, size);
+        poke32(archive, recordAt(archive, deflated) + RecordSizeAt, size);
+    }
+    return archive;
+}
+
 /// The package on a device, with what it is asked for.
 struct Opened {
     explicit Opened(const QByteArray &bytes) : device(bytes), package(&device) {}
@@ -196,13 +217,19 @@ private slots:
     void unreadable();
     void namesByTheirStructure_data();
     void namesByTheirStructure();
+    void everyByteOfANameCounts();
+    void offsetsBehindOtherData();
     void directoriesInTheFormOfZip64();
 
     void otherMembersMayBeOdd();
+    void tablesThatDoNotExist_data();
+    void tablesThatDoNotExist();
+    void damagedDataOfAMember();
     void severalAtOnce();
     void packagesOfASet();
     void damageOfTheTableIsTheError();
     void aListOfAllCodes();
+    void documentHasTheCodes();
     void damagedByteByByte();
 };
 
@@ -316,6 +343,16 @@ void TestArchiveDiagnostics::refused_data()
                                    << manifestName;
     QTest::newRow("another name of the manifest")
         << withName(Manifest, "BndroidManifest.xml") << Code::MemberName << manifestName << "BndroidManifest.xml";
+    QTest::newRow("another size") << with32(Manifest, LocalSizeAt, 1, 0, -1) << Code::MemberSizes << manifestName << "";
+    QTest::newRow("another checksum") << with32(Manifest, LocalCrcAt, 1, 0, -1) << Code::MemberSizes << manifestName
+                                      << "";
+    QTest::newRow("another packed size") << with32(Manifest, LocalPackedSizeAt, 1, 0, -1) << Code::MemberSizes
+                                         << manifestName << "";
+    QTest::newRow("no sizes, and no mark") << withoutSizes(Manifest, 0, 0) << Code::MemberSizes << manifestName << "";
+    QTest::newRow("inflates to fewer bytes")
+        << withInflatedSize(Manifest, 10) << Code::MemberInflatedSize << manifestName << "";
+    QTest::newRow("the table inflates to fewer bytes")
+        << withInflatedSize(Table, 10) << Code::MemberInflatedSize << tableName << "";
 }
 
 void TestArchiveDiagnostics::refused()
@@ -359,11 +396,6 @@ void TestArchiveDiagnostics::unreadable_data()
     poke16(empty, endAt(empty) + DiskCountAt, 0);
     QTest::newRow("no member") << empty << Code::EmptyArchive << QString();
     QTest::newRow("no header") << withHeaderAt(Manifest, 1) << Code::NoMemberHeader << manifestName;
-    QTest::newRow("another size") << with32(Manifest, LocalSizeAt, 1, 0, -1) << Code::MemberSizes << manifestName;
-    QTest::newRow("another checksum") << with32(Manifest, LocalCrcAt, 1, 0, -1) << Code::MemberSizes << manifestName;
-    QTest::newRow("another packed size") << with32(Manifest, LocalPackedSizeAt, 1, 0, -1) << Code::MemberSizes
-                                         << manifestName;
-    QTest::newRow("no sizes, and no mark") << withoutSizes(Manifest, 0, 0) << Code::MemberSizes << manifestName;
 }
 
 void TestArchiveDiagnostics::unreadable()
@@ -412,6 +444,38 @@ void TestArchiveDiagnostics::namesByTheirStructure()
     QCOMPARE(opened.package.packageName(), QStringLiteral("org.example.app"));
 }
 
+// Names are looked at in words of eight bytes.
+void TestArchiveDiagnostics::everyByteOfANameCounts()
+{
+    constexpr int Longest = 25;
+    for (int size = 1; size <= Longest; ++size) {
+        Opened plain(with({QByteArray(size, '\x7f'), "content"}));
+        QCOMPARE(plain.package.diagnostics().size(), 0);
+        for (int at = 0; at < size; ++at) {
+            for (const char odd : {'\0', '\x80', '\xff'}) {
+                QByteArray name(size, '\1');
+                name[at] = odd;
+                Opened opened(with({name, "content"}));
+                QCOMPARE(only(opened.package).code(), Code::InvalidName);
+            }
+        }
+    }
+}
+
+void TestArchiveDiagnostics::offsetsBehindOtherData()
+{
+    const QByteArray junk("junk");
+    const int directoryAt = recordAt(rawZip(members()), 0);
+    // Offsets count from the archive.
+    Opened last(junk + withHeaderAt(3, directoryAt - 1));
+    QCOMPARE(last.package.diagnostics().size(), 1);
+    Opened behind(junk + withHeaderAt(3, directoryAt));
+    QCOMPARE(behind.package.diagnostics().size(), 2);
+    QCOMPARE(behind.package.diagnostics().at(1).code(), Code::OffsetBehindMembers);
+    Opened largest(withHeaderAt(3, qint64(0xffffffff)));
+    QCOMPARE(only(largest.package).code(), Code::OffsetBehindMembers);
+}
+
 void TestArchiveDiagnostics::directoriesInTheFormOfZip64()
 {
     Opened opened(rawZip64(members()));
@@ -431,6 +495,42 @@ void TestArchiveDiagnostics::otherMembersMayBeOdd()
     Opened opened(with(member));
     QCOMPARE(opened.package.diagnostics().size(), 0);
     QCOMPARE(opened.package.error(), Error());
+}
+
+// Android takes a package whose table it does not open, as if it had none.
+void TestArchiveDiagnostics::tablesThatDoNotExist_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<Code>("code");
+    QTest::newRow("no header") << withHeaderAt(Table, 1) << Code::NoMemberHeader;
+    QTest::newRow("another size") << with32(Table, LocalSizeAt, 1, 0, -1) << Code::MemberSizes;
+    QTest::newRow("another name") << withName(Table, "Resources.arsc") << Code::MemberName;
+}
+
+void TestArchiveDiagnostics::tablesThatDoNotExist()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(Code, code);
+    Opened opened(bytes);
+    QCOMPARE(only(opened.package).code(), code);
+    QCOMPARE(opened.package.error(), Error());
+    QVERIFY(SorrelKit::Resources(opened.package).ids().isEmpty());
+}
+
+void TestArchiveDiagnostics::damagedDataOfAMember()
+{
+    QVector<RawMember> cut = members();
+    cut[Manifest].content = deflatedBehindEmptyBlocks(0, smallManifest()).chopped(8);
+    cut[Manifest].method = 8;
+    QByteArray archive = rawZip(cut);
+    poke32(archive, localAt(archive, Manifest) + LocalSizeAt, smallManifest().size());
+    poke32(archive, recordAt(archive, Manifest) + RecordSizeAt, smallManifest().size());
+    Opened opened(archive);
+    const QList<Diagnostic> diagnostics = opened.package.diagnostics();
+    QVERIFY(!diagnostics.isEmpty());
+    QCOMPARE(diagnostics.first().code(), Code::MemberInflatedSize);
+    // What cannot be read is the error.
+    QCOMPARE(opened.package.error().code(), Error::Code::BadManifest);
 }
 
 void TestArchiveDiagnostics::severalAtOnce()
@@ -487,6 +587,33 @@ void TestArchiveDiagnostics::aListOfAllCodes()
         QVERIFY(diagnostic.lastSdkVersion() == 0 || diagnostic.firstSdkVersion() <= diagnostic.lastSdkVersion());
     }
     QCOMPARE(Diagnostic().code(), Code::None);
+}
+
+void TestArchiveDiagnostics::documentHasTheCodes()
+{
+    QFile file(QStringLiteral(SORREL_DOCS_DIR "/diagnostics.md"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QStringList rows;
+    for (const QByteArray &line : file.readAll().split('\n')) {
+        if (line.startsWith("| `"))
+            rows.append(QString::fromUtf8(line));
+    }
+    const auto codes = QMetaEnum::fromType<Code>();
+    QCOMPARE(rows.size(), codes.keyCount() - 1);
+    for (int i = 1; i < codes.keyCount(); ++i) {
+        const Diagnostic diagnostic{Code(codes.value(i))};
+        QString levels = QStringLiteral("all");
+        if (diagnostic.firstSdkVersion() > 0)
+            levels = QStringLiteral("%1 and later").arg(diagnostic.firstSdkVersion());
+        else if (diagnostic.lastSdkVersion() > 0)
+            levels = QStringLiteral("up to %1").arg(diagnostic.lastSdkVersion());
+        const QStringList cells = rows.at(i - 1).split(QStringLiteral(" | "));
+        QCOMPARE(cells.size(), 4);
+        QCOMPARE(cells.at(0), QStringLiteral("| `%1`").arg(QLatin1String(codes.key(i))));
+        QCOMPARE(cells.at(1).startsWith(QLatin1String("refuses")), diagnostic.isRefused());
+        QCOMPARE(cells.at(2), levels);
+        QCOMPARE(cells.at(3), diagnostic.text() + QStringLiteral(" |"));
+    }
 }
 
 void TestArchiveDiagnostics::damagedByteByByte()

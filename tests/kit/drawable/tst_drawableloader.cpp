@@ -87,6 +87,7 @@ private slots:
     void errorUnsupportedDrawable();
     void errorOfADocument();
     void errorNestedTooDeeply();
+    void documentsOfAnyRoot();
     void picturesAreReadOnce();
     void readingDocumentsHasABudget();
     void charactersOfDocumentsHaveABudget();
@@ -214,6 +215,28 @@ void TestDrawableLoader::errorNestedTooDeeply()
     resources.files.add(latin("c"), listOf(First + 2, 3));
     QVERIFY(resources.loader.fromResource(First) == nullptr);
     QCOMPARE(described(resources.loader.error()), latin("TooMuch: drawables nested too deeply"));
+}
+
+// Android does not look at the first chunk of a document.
+void TestDrawableLoader::documentsOfAnyRoot()
+{
+    constexpr int ColorType = 0x1c;
+    const QByteArray green =
+        document().empty(latin("color"), {androidValue(latin("color"), ColorType, 0xff00ff00)}).build();
+    QByteArray namespaceType = green;
+    poke16(namespaceType, 0, 0x0100);
+    const QByteArray longHeader = chunk(0x0003, QByteArray(4, 'x'), green.mid(8));
+    Resources resources({latin("usual"), latin("type"), latin("header"), latin("picture")});
+    resources.files.add(latin("usual"), green);
+    resources.files.add(latin("type"), namespaceType);
+    resources.files.add(latin("header"), longHeader);
+    resources.files.add(latin("picture"), QImage(2, 2, QImage::Format_ARGB32));
+    for (const char *path : {"usual", "type", "header"})
+        QVERIFY2(resources.loader.isDocument(latin(path)), path);
+    QVERIFY(!resources.loader.isDocument(latin("picture")));
+    for (quint32 id = First; id < First + 3; ++id)
+        QVERIFY(resources.loader.fromResource(id) != nullptr);
+    QCOMPARE(described(resources.loader.error()), QString());
 }
 
 void TestDrawableLoader::picturesAreReadOnce()

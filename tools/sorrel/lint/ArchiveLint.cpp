@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ArchiveLint.h"
 
+#include "DiagnosticLint.h"
 #include "PrintableText.h"
-
-#include <algorithm>
 
 using namespace LintChecks;
 
 namespace {
 
-// When sizes follow the data, the header may lack them.
-bool isSame(qint64 local, qint64 central, bool mayFollow)
+const char *const manifestName = "AndroidManifest.xml";
+const char *const tableName = "resources.arsc";
+
+int numberOf(ZipDirectory &directory, const char *name)
 {
-    return local == central || (mayFollow && local == 0);
+    return directory.find(ByteView(QByteArray(name)));
 }
 
 } // namespace
@@ -26,67 +27,22 @@ void ArchiveLint::run()
 {
     if (!m_archive->open())
         return;
-    checkEnds();
-    for (int number = 0; number < m_directory.count(); ++number) {
-        const ZipDirectory::Member member = m_directory.member(number);
-        checkMember(member);
-        checkChecksum(number, ZipDirectory::nameText(member.name));
-    }
-}
-
-void ArchiveLint::checkEnds()
-{
-    if (m_directory.isMultiDisk())
-        m_findings->add(MultiDisk, QString(),
-                        QStringLiteral("The archive claims to be one part of several; ApkFile refuses it."));
-    if (m_directory.isZip64())
-        m_findings->add(LintChecks::Zip64, QString(),
-                        QStringLiteral("The archive has a ZIP64 directory; many readers refuse it."));
-    if (m_directory.count() < m_directory.claimedCount() && !m_directory.isCut())
-        m_findings->add(
-            DamagedDirectory, QString(),
-            QStringLiteral("The archive's directory lists %1 of the %2 members that it claims; the others are lost.")
-                .arg(m_directory.count())
-                .arg(m_directory.claimedCount()));
     if (m_directory.hasOtherDirectory(m_archive->source()))
         m_findings->add(
             SeveralDirectories, QString(),
             QStringLiteral(
                 "The archive has another directory before the last one; readers that use it see another package."));
-    if (m_directory.leadingBytes() > 0)
-        m_findings->add(
-            LeadingData, QString(),
-            QStringLiteral(
-                "The archive begins after %1 of other data; readers that do not correct its offsets find no member.")
-                .arg(FindingList::counted(m_directory.leadingBytes(), QStringLiteral("byte"))));
-    if (m_directory.trailingBytes() > 0)
-        m_findings->add(TrailingData, QString(),
-                        QStringLiteral("The archive ends %1 before the end of the file; strict readers refuse it.")
-                            .arg(FindingList::counted(m_directory.trailingBytes(), QStringLiteral("byte"))));
-}
-
-void ArchiveLint::checkMember(const ZipDirectory::Member &member)
-{
-    const QString subject = ZipDirectory::nameText(member.name);
-    const QByteArray name = member.name.toByteArray();
-    if ((member.flags & ZipDirectory::EncryptedFlag) != 0)
-        m_findings->add(
-            EncryptedMember, subject,
-            QStringLiteral(
-                "The member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password."));
-    if (member.method != ZipDirectory::Stored && member.method != ZipDirectory::Deflated)
-        m_findings->add(
-            UnknownMethod, subject,
-            QStringLiteral(
-                "The member has the compression method %1; many readers know only 0 (stored) and 8 (deflated).")
-                .arg(member.method));
-    if (m_names.contains(name))
-        m_findings->add(DuplicateName, subject,
-                        QStringLiteral("An earlier member has the same name; libsorrel and SorrelKit use the last one, "
-                                       "other readers use the first one or refuse the archive."));
-    m_names.insert(name);
-    checkName(name, subject);
-    checkHeader(member, subject);
+    const int manifest = numberOf(m_directory, manifestName);
+    const int table = numberOf(m_directory, tableName);
+    for (int number = 0; number < m_directory.count(); ++number) {
+        const ByteView name = m_directory.name(number);
+        const QString subject = ZipDirectory::nameText(name);
+        checkName(name.toByteArray(), subject);
+        checkChecksum(number, subject);
+        // No Android reads an archive without a manifest. The diagnostics of the package have the oddities of these two.
+        if (manifest >= 0 && number != manifest && number != table)
+            DiagnosticLint::reportMember(subject, m_archive->oddities(number), m_findings);
+    }
 }
 
 void ArchiveLint::checkName(const QByteArray &name, const QString &subject)
@@ -122,41 +78,13 @@ void ArchiveLint::checkChecksum(int number, const QString &subject)
                                        "not check it, other readers refuse the member."));
 }
 
-void ArchiveLint::checkHeader(const ZipDirectory::Member &member, const QString &subject)
-{
-    const ZipDirectory::LocalHeader header = ZipDirectory::localHeader(m_archive->source(), member);
-    if (!header.isFound) {
-        m_findings->add(MissingHeader, subject,
-                        QStringLiteral("The member is not at the offset in the directory; it cannot be read."));
-        return;
-    }
-    if (!header.hasSameName)
-        m_findings->add(DifferentName, subject,
-                        QStringLiteral("The member's header has the name '%1'; readers of headers and readers of the "
-                                       "directory see different members.")
-                            .arg(FindingList::shortened(ZipDirectory::nameText(ByteView(header.name)))));
-    if (header.method != member.method)
-        m_findings->add(DifferentMethod, subject,
-                        QStringLiteral("The member's header has the compression method %1, the directory has %2; "
-                                       "libsorrel does not read the member.")
-                            .arg(header.method)
-                            .arg(member.method));
-    const bool mayFollow = ((header.flags | member.flags) & ZipDirectory::SizesFollowFlag) != 0;
-    if (!isSame(header.size, member.size, mayFollow) || !isSame(header.packedSize, member.packedSize, mayFollow)
-        || (header.crc != member.crc && !(mayFollow && header.crc == 0)))
-        m_findings->add(DifferentSize, subject,
-                        QStringLiteral("The member's header and the directory have different sizes or checksums; "
-                                       "readers refuse the member or read different bytes."));
-}
-
 void ArchiveLint::checkTable(int targetSdkVersion)
 {
     constexpr int Android11 = 30;
     constexpr int Alignment = 4;
-    const QByteArray tableName("resources.arsc");
     if (targetSdkVersion < Android11)
         return;
-    const int number = m_directory.find(ByteView(tableName));
+    const int number = numberOf(m_directory, tableName);
     if (number < 0)
         return;
     const ZipDirectory::Member table = m_directory.member(number);

@@ -6,12 +6,12 @@
 #include "FindingList.h"
 #include "archive/ZipArchive.h"
 
-#include <QSet>
 #include <QString>
 
 #include <memory>
 
-/// Checks the archive of a package: its directory, the headers of its members and their checksums.
+/// Checks the archive of a package: its members' names, headers and checksums. The diagnostics of the package have the
+/// oddities of the directory.
 class ArchiveLint
 {
 public:
@@ -26,15 +26,11 @@ public:
     void checkTable(int targetSdkVersion);
 
 private:
-    void checkEnds();
-    void checkMember(const ZipDirectory::Member &member);
     void checkName(const QByteArray &name, const QString &subject);
     void checkChecksum(int number, const QString &subject);
-    void checkHeader(const ZipDirectory::Member &member, const QString &subject);
 
     std::unique_ptr<ZipArchive> m_archive;
     ZipDirectory &m_directory;
-    QSet<QByteArray> m_names;
     Budget m_checksums{MaxChecksumWork, 0};
     FindingList *m_findings;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "DiagnosticLint.h"
 
+#include "DiagnosticChecks.h"
 #include "FindingList.h"
 
 #include <SorrelKit/Diagnostic.h>
@@ -10,49 +11,76 @@
 namespace {
 
 using SorrelKit::Diagnostic;
+using Code = Diagnostic::Code;
 
-bool isReportedElsewhere(Diagnostic::Code code)
+// The kit has the same rule.
+static_assert(int(Code::BytesAhead) == int(Oddity::BytesAhead) + 1 && int(Code::StagedAlias) == int(Oddity::Count),
+              "a code is the number of its oddity, after None");
+
+QString hexadecimal(const QString &noun, const QString &number, int digits)
 {
+    return QStringLiteral("%1 0x%2").arg(noun).arg(number.toLongLong(), digits, 16, QLatin1Char('0'));
+}
+
+// The detail of a diagnostic, whose number gets a noun.
+QString detailText(Code code, const QString &detail)
+{
+    constexpr int IdDigits = 2;
+    constexpr int TypeDigits = 4;
+    bool isNumber = false;
+    const qint64 number = detail.toLongLong(&isNumber);
+    if (!isNumber)
+        return FindingList::shortened(detail);
     switch (code) {
-    case Diagnostic::Code::DiskNumbers:
-    case Diagnostic::Code::MemberName:
-    case Diagnostic::Code::NoMemberHeader:
-    case Diagnostic::Code::MemberSizes:
-    case Diagnostic::Code::MemberMethod:
-    case Diagnostic::Code::MemberEncrypted:
-    case Diagnostic::Code::MemberNotDeflated:
-    case Diagnostic::Code::DocumentType:
-    case Diagnostic::Code::UnknownNode:
-    case Diagnostic::Code::UnknownTableChunk:
-        return true;
+    case Code::BytesAhead:
+    case Code::BytesBehind:
+    case Code::CutComment:
+    case Code::LongComment:
+    case Code::DirectoryGap:
+    case Code::MemberStoredSizes:
+    case Code::DocumentHeaderSize:
+    case Code::DocumentBytesBehind:
+    case Code::DocumentResourceMap:
+    case Code::AttributeSize:
+    case Code::TableBytesBehind:
+        return FindingList::counted(number, QStringLiteral("byte"));
+    case Code::MissingRecords:
+        return FindingList::counted(number, QStringLiteral("member"));
+    case Code::MemberMethod:
+    case Code::MemberNotDeflated:
+        return QStringLiteral("method %1").arg(number);
+    case Code::DocumentType:
+    case Code::UnknownNode:
+    case Code::UnknownTableChunk:
+        return hexadecimal(QStringLiteral("type"), detail, TypeDigits);
+    case Code::UnnamedPackage:
+    case Code::RepeatedPackage:
+    case Code::NoTypePool:
+        return hexadecimal(QStringLiteral("package"), detail, IdDigits);
+    case Code::UnnamedType:
+        return QStringLiteral("type %1").arg(number);
+    case Code::EntryPastChunk:
+        return QStringLiteral("entry %1").arg(number);
+    case Code::AttributeNameIndex:
+        return QStringLiteral("string %1").arg(number);
     default:
-        return false;
+        return FindingList::shortened(detail);
     }
 }
 
-// The levels that mind, when they are not all; an empty text otherwise.
-QString levelsOf(const Diagnostic &diagnostic)
-{
-    const int first = diagnostic.firstSdkVersion();
-    const int last = diagnostic.lastSdkVersion();
-    if (first > 0 && last > 0)
-        return QStringLiteral("API levels %1 to %2").arg(first).arg(last);
-    if (first > 0)
-        return QStringLiteral("API level %1 and later").arg(first);
-    return last > 0 ? QStringLiteral("API level %1 and older").arg(last) : QString();
-}
-
-QString textOf(const Diagnostic &diagnostic)
+void report(const Diagnostic &diagnostic, const QString &detail, qint64 count, const QString &subject,
+            FindingList *findings)
 {
     QStringList facts;
-    if (!diagnostic.detail().isEmpty())
-        facts.append(FindingList::shortened(diagnostic.detail()));
-    if (diagnostic.count() > 1)
-        facts.append(FindingList::counted(diagnostic.count(), QStringLiteral("time")));
-    if (!levelsOf(diagnostic).isEmpty())
-        facts.append(levelsOf(diagnostic));
+    if (!detail.isEmpty())
+        facts.append(detailText(diagnostic.code(), detail));
+    if (count > 1)
+        facts.append(FindingList::counted(count, QStringLiteral("time")));
+    const QString levels = DiagnosticChecks::levels(diagnostic);
+    if (!levels.isEmpty())
+        facts.append(levels);
     const QString more = facts.isEmpty() ? QString() : QStringLiteral(" [%1]").arg(facts.join(QStringLiteral("; ")));
-    return diagnostic.text() + more;
+    findings->add(DiagnosticChecks::of(diagnostic.code()), subject, diagnostic.text() + more);
 }
 
 } // namespace
@@ -60,11 +88,14 @@ QString textOf(const Diagnostic &diagnostic)
 void DiagnosticLint::run(const SorrelKit::Package &package, FindingList *findings)
 {
     for (const Diagnostic &diagnostic : package.diagnostics()) {
-        if (!diagnostic.isRefused() && isReportedElsewhere(diagnostic.code()))
-            continue;
         QStringList subject{diagnostic.package(), diagnostic.path()};
         subject.removeAll(QString());
-        const LintCheck &check = diagnostic.isRefused() ? LintChecks::AndroidRefuses : LintChecks::AndroidTakes;
-        findings->add(check, subject.join(QLatin1Char('/')), textOf(diagnostic));
+        report(diagnostic, diagnostic.detail(), diagnostic.count(), subject.join(QLatin1Char('/')), findings);
     }
+}
+
+void DiagnosticLint::reportMember(const QString &name, const OddityList &oddities, FindingList *findings)
+{
+    for (const OddityList::Item &item : oddities.items())
+        report(Diagnostic(Code(int(item.oddity) + 1)), item.detail, item.count, name, findings);
 }

@@ -2,16 +2,22 @@
 #ifndef DIAGNOSTICLINT_H
 #define DIAGNOSTICLINT_H
 
+#include "oddity/OddityList.h"
+
 #include <SorrelKit/Package.h>
+
+#include <QString>
 
 class FindingList;
 
-/// Reports the diagnostics of a package: what Android refuses, and what it takes although it is odd.
+/// Reports diagnostics, each as a finding of its own check (see DiagnosticChecks).
 namespace DiagnosticLint {
 
-/// Adds a finding for each diagnostic of @p package. Those that Android takes are left out when another check of lint
-/// reports the same fact of every member.
+/// Adds a finding for each diagnostic of @p package.
 void run(const SorrelKit::Package &package, FindingList *findings);
+
+/// Adds the same findings for the member @p name, which is neither the manifest nor the table, with these @p oddities.
+void reportMember(const QString &name, const OddityList &oddities, FindingList *findings);
 
 } // namespace DiagnosticLint
 

@@ -29,7 +29,7 @@ QString severityText(Severity severity, const TextStyle &style)
 void listChecks(Console &console)
 {
     constexpr int nameWidth = 22;
-    for (const LintCheck *check : LintChecks::All)
+    for (const LintCheck *check : LintChecks::all())
         console.write(QStringLiteral("%1  %2  %3\n")
                           .arg(QString::fromLatin1(check->name).leftJustified(nameWidth),
                                severityText(check->severity, console.style()), QLatin1String(check->meaning)));

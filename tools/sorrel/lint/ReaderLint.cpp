@@ -13,6 +13,9 @@
 #include "table/ApkResourcesData.h"
 #include "table/ResourcesLoader.h"
 
+#include <limits>
+#include <optional>
+
 using namespace LintChecks;
 using Code = Diagnostics::Code;
 
@@ -51,6 +54,26 @@ QString nameOf(const Diagnostics::Item &item)
     }
 }
 
+// Whether libsorrel finds an element in a document.
+class FoundElements : public DroppedNodes
+{
+public:
+    QString startElement(const QString &name) override
+    {
+        m_hasElement = true;
+        return DroppedNodes::startElement(name);
+    }
+    QString startElement(const QString &uri, const QString &qualifiedName) override
+    {
+        m_hasElement = true;
+        return DroppedNodes::startElement(uri, qualifiedName);
+    }
+    bool hasElement() const { return m_hasElement; }
+
+private:
+    bool m_hasElement = false;
+};
+
 // The error of ApkFile for an archive that Android and SorrelKit read.
 PackageError::Code apkFileError(ZipArchive &archive)
 {
@@ -60,6 +83,22 @@ PackageError::Code apkFileError(ZipArchive &archive)
         return PackageError::CannotOpen;
     // ApkFile expects the directory right before its end record.
     return directory.gapBytes() > 0 ? PackageError::NoResources : PackageError::NoError;
+}
+
+// The content of the member @p path for ApkFile, which opens members whose header has another name, and none whose header
+// has another method. Nothing when ApkFile does not open it.
+std::optional<QByteArray> apkFileContent(ZipArchive &archive, const QString &path, qint64 maxBytes)
+{
+    const QByteArray name = path.toUtf8();
+    const int number = archive.directory().find(ByteView(name));
+    if (number < 0)
+        return {};
+    const ZipDirectory::Member member = archive.directory().member(number);
+    const ZipDirectory::LocalHeader own = ZipDirectory::localHeader(archive.source(), member);
+    if (!own.isFound || own.method != member.method || !ZipDirectory::agree(own, member))
+        return {};
+    Budget any(std::numeric_limits<qint64>::max(), 0);
+    return archive.contentAnyway(path, maxBytes, &any).toByteArray();
 }
 
 } // namespace
@@ -81,9 +120,12 @@ void ReaderLint::run()
         return;
     }
     checkPackage();
-    checkEncodings();
-    readTable();
-    readManifest();
+    // ApkFile does not go by the number of members, so it may read this one.
+    if (!m_isEmpty) {
+        checkEncodings();
+        readTable();
+        readManifest();
+    }
     reportError();
 }
 
@@ -93,11 +135,16 @@ bool ReaderLint::readMembers()
     ZipArchive &archive = *opened;
     if (!archive.open())
         return false;
+    m_isEmpty = archive.directory().claimedCount() == 0;
     setError(apkFileError(archive));
     m_hasTable = archive.contains(tableName);
     m_hasManifest = archive.contains(manifestName);
-    m_table = archive.file(tableName, Limits::MaxTableBytes);
-    m_manifest = archive.file(manifestName, Limits::MaxManifestBytes);
+    const std::optional<QByteArray> table = apkFileContent(archive, tableName, Limits::MaxTableBytes);
+    const std::optional<QByteArray> manifest = apkFileContent(archive, manifestName, Limits::MaxManifestBytes);
+    m_isTableOpened = table.has_value();
+    m_isManifestOpened = manifest.has_value();
+    m_table = table.value_or(QByteArray());
+    m_manifest = manifest.value_or(QByteArray());
     return true;
 }
 
@@ -144,35 +191,25 @@ void ReaderLint::readTable()
                                        "PackageNormalizer adds, SorrelKit and Android need none."));
         return;
     }
+    if (!m_isTableOpened) {
+        setError(PackageError::NoResources);
+        return;
+    }
     SequentialBytes device(m_table);
     Extractor reader(&device);
     reader.diagnostics().setQuiet();
     ApkResourcesData table;
     ResourcesLoader().load(&table, &reader);
-    if (reader.failed()) {
-        // The diagnostics of a table that was misread may be about anything.
+    if (reader.failed())
         setError(PackageError::BadResources, reader.fault());
-        return;
-    }
-    const QVector<Diagnostics::Item> &items = reader.diagnostics().items();
-    report(UnknownTableChunk, tableName, items, {Code::UnexpectedTableChunk}, QStringLiteral("chunk"),
-           QStringLiteral("libsorrel skips %1 of unknown type in the resource table (%2)."));
-    report(UnknownStringPool, tableName, items, {Code::UnknownStringPool}, QStringLiteral("string pool"),
-           QStringLiteral("The resource table has %1 that nothing refers to."));
 }
 
 void ReaderLint::readManifest()
 {
-    if (!m_hasManifest || m_manifest.isEmpty()) {
-        setError(m_hasManifest ? PackageError::BadManifest : PackageError::NoManifest);
+    if (m_manifest.isEmpty()) {
+        setError(m_isManifestOpened ? PackageError::BadManifest : PackageError::NoManifest);
         return;
     }
-    const bool isUntyped = ChunkType(ByteView(m_manifest).u16(0)) == ChunkType::Untyped;
-    if (isUntyped && m_package.isValid())
-        m_findings->add(
-            UntypedManifest, manifestName,
-            QStringLiteral("The manifest's first chunk has no type; SorrelKit and Android read it, ApkFile finds "
-                           "nothing in it and reports no error, unless PackageNormalizer sets the type."));
     const AttributeTexts texts(m_manifest);
     if (texts.differentTexts() > 0)
         m_findings->add(
@@ -184,18 +221,19 @@ void ReaderLint::readManifest()
     Extractor reader(&device);
     reader.diagnostics().setQuiet();
     // The names of resources make no difference here, so the table is left out.
-    DroppedNodes nodes;
+    FoundElements nodes;
     XmlDecoder(&nodes).decode(&reader, ApkResourcesData());
     if (reader.failed())
         setError(PackageError::BadManifest, reader.fault());
-    if (!isUntyped)
-        reportManifest(reader.diagnostics().items());
+    else if (!nodes.hasElement() && m_package.isValid())
+        m_findings->add(ApkFileFindsNothing, manifestName,
+                        QStringLiteral("ApkFile finds nothing in the manifest and reports no error; SorrelKit and "
+                                       "Android read it, ApkFile needs PackageNormalizer to read it."));
+    reportManifest(reader.diagnostics().items());
 }
 
 void ReaderLint::reportManifest(const QVector<Diagnostics::Item> &items)
 {
-    report(UnknownManifestChunk, manifestName, items, {Code::UnexpectedDocumentChunk}, QStringLiteral("chunk"),
-           QStringLiteral("libsorrel skips %1 of unknown type in the manifest (%2)."));
     report(UndeclaredNamespace, manifestName, items, {Code::UnknownElementNamespace, Code::UnknownAttributeNamespace},
            QStringLiteral("place"),
            QStringLiteral(

@@ -40,8 +40,11 @@ private:
     FileName m_file;
     SorrelKit::Package m_package;
     FindingList *m_findings;
+    bool m_isEmpty = false; ///< the archive counts no member
     bool m_hasTable = false;
     bool m_hasManifest = false;
+    bool m_isTableOpened = false;    ///< by ApkFile
+    bool m_isManifestOpened = false; ///< the same
     QByteArray m_table;
     QByteArray m_manifest;
     PackageError::Code m_error = PackageError::NoError; ///< that ApkFile has

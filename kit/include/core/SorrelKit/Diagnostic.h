@@ -63,6 +63,7 @@ public:
         MemberNotDeflated,   ///< a compression method other than 0 (stored) and 8 (deflated)
         MemberStoredSizes,   ///< a member that is not compressed has two sizes in the directory
         MemberMarksDiffer,   ///< the header and the directory differ about sizes that follow the data
+        MemberInflatedSize,  ///< a deflated member is damaged, or makes more or fewer bytes than the directory has
 
         DocumentType,         ///< the first chunk is no document
         DocumentHeaderSize,   ///< the header of the document has another size than 8

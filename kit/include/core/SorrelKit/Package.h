@@ -51,7 +51,9 @@ class PackageData;
  * **Errors.** error() is that of opening and reading, and does not depend on earlier queries. A package without a
  * resource table has no error, because it may have no resources. With a damaged table, the values in the manifest
  * itself can still be read. Without a manifest, every query returns the value for a package that names nothing: empty
- * texts and lists, or 0. A label or icon that cannot be read is no error of the package.
+ * texts and lists, or 0. With Error::Code::RefusedByAndroid, every query returns what can be read, also from a
+ * manifest that Android does not open. A table or another file that Android does not open does not exist here either.
+ * A label or icon that cannot be read is no error of the package.
  *
  * **Files.** Members of 64 KiB and more that are not compressed, such as large tables, are used where they lie in the mapped
  * file; other bytes are copied. A file that shrinks while it is open gives errors or missing values. For that, the

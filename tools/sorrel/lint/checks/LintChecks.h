@@ -2,38 +2,17 @@
 #ifndef LINTCHECKS_H
 #define LINTCHECKS_H
 
-#include "Finding.h"
+#include "LintCheck.h"
 
-/// A check: its name, which stays the same from version to version, how much its findings matter, and what they mean.
-struct LintCheck {
-    const char *name;
-    Severity severity;
-    const char *meaning;
-};
+#include <vector>
 
-/// All that `sorrel lint` looks for. `sorrel lint --checks` lists these, and docs/lint.md has the same table.
+/// What `sorrel lint` looks for: these checks, and those of DiagnosticChecks. `sorrel lint --checks` lists all of them, and
+/// docs/lint.md has the same table.
 namespace LintChecks {
 
 // The archive.
-inline constexpr LintCheck MultiDisk{"multi-disk", Severity::Error,
-                                     "The archive claims to be one part of several; ApkFile refuses it."};
-inline constexpr LintCheck Zip64{"zip64", Severity::Note, "The archive has a ZIP64 directory; many readers refuse it."};
-inline constexpr LintCheck DamagedDirectory{"damaged-directory", Severity::Error,
-                                            "The archive's directory lists fewer members than it claims."};
 inline constexpr LintCheck SeveralDirectories{"several-directories", Severity::Warning,
                                               "The archive has several directories; readers use different ones."};
-inline constexpr LintCheck LeadingData{"leading-data", Severity::Warning,
-                                       "Other data precedes the archive; some readers find no member."};
-inline constexpr LintCheck TrailingData{"trailing-data", Severity::Warning,
-                                        "Other data follows the archive; strict readers refuse it."};
-inline constexpr LintCheck EncryptedMember{
-    "encrypted-member", Severity::Warning,
-    "A member is marked as encrypted; libsorrel ignores the mark, other readers ask for a password."};
-inline constexpr LintCheck UnknownMethod{"unknown-method", Severity::Warning,
-                                         "A member is neither stored nor deflated; many readers know no other method."};
-inline constexpr LintCheck DuplicateName{"duplicate-name", Severity::Warning,
-                                         "Several members have the same name; libsorrel and SorrelKit use the last "
-                                         "one, other readers use the first one or refuse the archive."};
 inline constexpr LintCheck AbsoluteName{
     "absolute-name", Severity::Warning,
     "A member's name begins with a slash; unpacking it may write outside of the target directory."};
@@ -46,17 +25,6 @@ inline constexpr LintCheck ControlName{"control-name", Severity::Warning,
                                        "A member's name has characters that control a terminal."};
 inline constexpr LintCheck LongName{"long-name", Severity::Note,
                                     "A member's name is longer than the 255 bytes that most file systems allow."};
-inline constexpr LintCheck MissingHeader{"missing-header", Severity::Error,
-                                         "A member is not at the offset in the directory; it cannot be read."};
-inline constexpr LintCheck DifferentName{
-    "different-name", Severity::Warning,
-    "A member's header and the directory have different names for it; readers see different members."};
-inline constexpr LintCheck DifferentMethod{
-    "different-method", Severity::Warning,
-    "A member's header and the directory have different compression methods; libsorrel does not read it."};
-inline constexpr LintCheck DifferentSize{"different-size", Severity::Warning,
-                                         "A member's header and the directory have different sizes or checksums; "
-                                         "readers refuse it or read different bytes."};
 inline constexpr LintCheck WrongChecksum{
     "wrong-checksum", Severity::Warning,
     "A member's content does not have the checksum in the directory; Android does not check it."};
@@ -66,14 +34,6 @@ inline constexpr LintCheck CompressedTable{"compressed-table", Severity::Error,
 inline constexpr LintCheck UnalignedTable{"unaligned-table", Severity::Error,
                                           "The resource table's offset is not a multiple of 4, and the package targets "
                                           "API level 30 or later; Android 11 and later do not install it."};
-
-// The diagnostics of SorrelKit::Package.
-inline constexpr LintCheck AndroidRefuses{
-    "android-refuses", Severity::Error,
-    "Something odd in the archive, the manifest or the table makes versions of Android refuse the package."};
-inline constexpr LintCheck AndroidTakes{
-    "android-takes", Severity::Note,
-    "Something is odd in the archive, the manifest or the table; Android reads the package all the same."};
 
 // The manifest and the resource table.
 inline constexpr LintCheck PackageSet{"package-set", Severity::Note,
@@ -98,21 +58,15 @@ inline constexpr LintCheck NoManifest{"no-manifest", Severity::Error,
                                       "The file has no readable manifest; it is not an Android package."};
 inline constexpr LintCheck DamagedManifest{"damaged-manifest", Severity::Error,
                                            "The manifest is damaged, or it is not a manifest."};
-inline constexpr LintCheck UntypedManifest{
-    "untyped-manifest", Severity::Warning,
-    "The manifest's first chunk has no type; Android reads it, ApkFile finds nothing in it and reports no error."};
-inline constexpr LintCheck UnknownManifestChunk{"unknown-manifest-chunk", Severity::Note,
-                                                "The manifest has chunks of unknown types; libsorrel skips them."};
+inline constexpr LintCheck ApkFileFindsNothing{
+    "apkfile-finds-nothing", Severity::Warning,
+    "ApkFile finds nothing in the manifest and reports no error; SorrelKit and Android read it."};
 inline constexpr LintCheck UndeclaredNamespace{
     "undeclared-namespace", Severity::Warning,
     "The manifest uses a namespace that it does not declare; some readers miss the names in it."};
 inline constexpr LintCheck DifferentText{"different-text", Severity::Warning,
                                          "The text of an attribute in the manifest differs from its value; ApkFile "
                                          "uses the text, SorrelKit and Android use the value."};
-inline constexpr LintCheck UnknownTableChunk{"unknown-table-chunk", Severity::Note,
-                                             "The resource table has chunks of unknown types; libsorrel skips them."};
-inline constexpr LintCheck UnknownStringPool{"unknown-string-pool", Severity::Note,
-                                             "The resource table has string pools that nothing refers to."};
 inline constexpr LintCheck NoPackageName{"no-package-name", Severity::Error,
                                          "The manifest has no package name; Android does not install the package."};
 inline constexpr LintCheck MinAboveTarget{"min-above-target", Severity::Warning,
@@ -160,67 +114,8 @@ inline constexpr LintCheck UnprotectedMember{
     "unprotected-member", Severity::Note,
     "A member below META-INF is not protected by scheme v1; anyone can change it for devices that use this scheme."};
 
-/// All of them, in the order of the output.
-inline constexpr const LintCheck *All[] = {
-    &MultiDisk,
-    &Zip64,
-    &DamagedDirectory,
-    &SeveralDirectories,
-    &LeadingData,
-    &TrailingData,
-    &EncryptedMember,
-    &UnknownMethod,
-    &DuplicateName,
-    &AbsoluteName,
-    &ParentName,
-    &BackslashName,
-    &ControlName,
-    &LongName,
-    &MissingHeader,
-    &DifferentName,
-    &DifferentMethod,
-    &DifferentSize,
-    &WrongChecksum,
-    &CompressedTable,
-    &UnalignedTable,
-    &AndroidRefuses,
-    &AndroidTakes,
-    &PackageSet,
-    &ApkFileRefuses,
-    &NoTable,
-    &DamagedTable,
-    &SparseTable,
-    &ShortOffsetsTable,
-    &CompactTable,
-    &SharedEntriesTable,
-    &NoManifest,
-    &DamagedManifest,
-    &UntypedManifest,
-    &UnknownManifestChunk,
-    &UndeclaredNamespace,
-    &DifferentText,
-    &UnknownTableChunk,
-    &UnknownStringPool,
-    &NoPackageName,
-    &MinAboveTarget,
-    &NoLauncher,
-    &NoClass,
-    &ForeignClass,
-    &NoLabel,
-    &NoIcon,
-    &PlatformIcon,
-    &UnresolvedIcon,
-    &PartialIcon,
-    &XmlOnlyIcon,
-    &LaunchersSkipped,
-    &Unsigned,
-    &NotVerified,
-    &WeakSignature,
-    &DebugCertificate,
-    &ExpiredCertificate,
-    &V1Only,
-    &UnprotectedMember,
-};
+/// All checks, in the order of the output.
+const std::vector<const LintCheck *> &all();
 
 } // namespace LintChecks
 

@@ -2,7 +2,6 @@
 #include "FindingList.h"
 
 #include <algorithm>
-#include <iterator>
 
 QString severityName(Severity severity)
 {
@@ -19,9 +18,10 @@ QString severityName(Severity severity)
 
 void FindingList::add(const LintCheck &check, const QString &subject, const QString &text)
 {
-    const auto place = std::find(std::begin(LintChecks::All), std::end(LintChecks::All), &check);
-    Q_ASSERT(place != std::end(LintChecks::All));
-    Findings &findings = m_findings[size_t(place - std::begin(LintChecks::All))];
+    const std::vector<const LintCheck *> &checks = LintChecks::all();
+    const auto place = std::find(checks.cbegin(), checks.cend(), &check);
+    Q_ASSERT(place != checks.cend());
+    Findings &findings = m_findings[size_t(place - checks.cbegin())];
     if (findings.listed.size() < MaxPerCheck)
         findings.listed.append({QLatin1String(check.name), check.severity, shortened(subject), text});
     else

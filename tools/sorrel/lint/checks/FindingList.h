@@ -7,10 +7,10 @@
 
 #include <QVector>
 
-#include <array>
+#include <vector>
 
 /**
- * Findings about one package, in the order of LintChecks::All, and within a check in the order in which they were
+ * Findings about one package, in the order of LintChecks::all(), and within a check in the order in which they were
  * added. The list stays short for any package: a check has at most MaxPerCheck findings and one with the number of the
  * rest, and subjects are cut to MaxLength characters.
  */
@@ -33,7 +33,7 @@ private:
         QVector<Finding> listed;
         int more = 0;
     };
-    std::array<Findings, std::size(LintChecks::All)> m_findings;
+    std::vector<Findings> m_findings = std::vector<Findings>(LintChecks::all().size());
 };
 
 #endif
