@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# pictures.sh: draws the pictures of the documents again: docs/catalog.png, docs/contact-sheet.png, docs/launcher-grid.png,
-# docs/platform-icons.png and docs/themed-drawables.png. Look at them before you commit them. Installs missing packages first.
+# pictures.sh: draws the pictures of the documents again: docs/animated-vectors.png, docs/catalog.png,
+# docs/contact-sheet.png, docs/launcher-grid.png, docs/platform-icons.png and docs/themed-drawables.png. Look at them before you
+# commit them. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 require "${system_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
-build release sorrel-command contact_sheet launcher-grid samples themed_sheet
+build release sorrel-command animation_sheet contact_sheet launcher-grid samples themed_sheet
 sorrel=$PWD/build/release/bin/sorrel
 samples=$PWD/build/release/samples
 docs=$PWD/docs
@@ -39,5 +40,7 @@ END
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/contact_sheet" "$docs/contact-sheet.png" gallery vectors
 "$OLDPWD/scripts/platform-sheet.sh" "$docs/platform-icons.png"
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/themed_sheet" "$docs/themed-drawables.png" \
+    /usr/share/android-framework-res/framework-res.apk
+QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/animation_sheet" "$docs/animated-vectors.png" \
     /usr/share/android-framework-res/framework-res.apk
 ls -l "$docs"/*.png

@@ -12,11 +12,11 @@
 #include "drawable/RotateDrawable.h"
 #include "drawable/ScaleDrawable.h"
 #include "drawable/ShapeDrawable.h"
+#include "drawable/animation/AnimatedVector.h"
 #include "drawable/color/ColorStateList.h"
 #include "drawable/color/GradientColor.h"
 #include "drawable/source/DrawableAttributes.h"
 #include "drawable/source/MirroredDrawable.h"
-#include "drawable/vector/AnimatedVector.h"
 #include "drawable/vector/VectorDrawable.h"
 
 #include <utility>

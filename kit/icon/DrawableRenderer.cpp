@@ -82,8 +82,8 @@ public:
         if (!isNothing(result))
             return result;
         const IconError ownError = error;
-        for (const ResolvedValue &icon : source.launcherIcons(MaxStandIns, request.isRound())) {
-            result = drawn(source, icon, request, draw);
+        for (const LauncherIcon &launcher : source.launcherIcons(MaxStandIns, request.isRound())) {
+            result = drawn(source, launcher.icon, request, draw, launcher.activity);
             if (!isNothing(result))
                 break;
         }

@@ -95,6 +95,7 @@ QVector<IconFrame> IconRenderer::frames(const ResolvedValue &icon, const IconReq
     if (!isDrawable(format))
         return frames;
     const qint64 frameCount = qMin(qint64(MaxFrames), MaxFrameBytes / (4 * qint64(size) * size));
+    int drawnCount = 0;
     qint64 workLeft = MaxFramesWork;
     qint64 period = 0;
     qint64 time = 0;
@@ -105,17 +106,25 @@ QVector<IconFrame> IconRenderer::frames(const ResolvedValue &icon, const IconReq
         AnimationClock clock(time);
         QImage image = drawn(icon, request, format, budget, &clock);
         workLeft -= work - budget.workLeft();
-        const bool isCut = frames.size() >= frameCount || (work < MaxWork && budget.isSpent());
+        const bool isCut = ++drawnCount > MaxDrawnFrames || (work < MaxWork && budget.isSpent());
         if (isCut)
             setError({DrawableFault::TooMuchDrawing, QString()});
         if (isCut || image.isNull())
             break;
         image.setDevicePixelRatio(request.devicePixelRatio());
+        const bool isSame = !frames.isEmpty() && frames.constLast().image() == image;
+        if (!isSame && frames.size() >= frameCount) {
+            setError({DrawableFault::TooMuchDrawing, QString()});
+            break;
+        }
         // An animation may begin within another one, so the end of all may move.
         period = qMax(period, clock.period());
         end = period > 0 ? (time / period + 1) * period : AnimationClock::MaxTime;
         const qint64 delay = qMin(clock.delay(), end - time);
-        frames.append(IconFrame(image, int(delay)));
+        if (isSame)
+            frames.last() = IconFrame(image, delay > 0 ? frames.constLast().duration() + int(delay) : 0);
+        else
+            frames.append(IconFrame(image, int(delay)));
         time = delay > 0 ? time + delay : end;
     } while (time < end);
     return frames;

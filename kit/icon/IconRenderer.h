@@ -41,8 +41,10 @@ public:
     static constexpr qint64 MaxWork = 128 << 20;
     static constexpr qint64 MaxBytes = 56 << 20;
 
-    /// Frames of an animated icon, their bytes, and the work of drawing them all.
+    /// Frames of an animated icon, pictures that are drawn for them, the frames' bytes, and the work of drawing them all.
+    /// A picture that equals the one before makes no frame of its own.
     static constexpr int MaxFrames = 256;
+    static constexpr int MaxDrawnFrames = 1024;
     static constexpr qint64 MaxFrameBytes = 64 << 20;
     static constexpr qint64 MaxFramesWork = 4 * MaxWork;
 
@@ -57,7 +59,7 @@ public:
     /// Draws the banner that the reference or path @p banner names, as icon() does. The size of the request is its height.
     QImage banner(const ResolvedValue &banner, const IconRequest &request);
     /// The pictures of the icon, as icon() draws them, at the times at which it changes; empty, with an error, when it
-    /// cannot be drawn. Frames that do not fit in MaxFrames, MaxFrameBytes and MaxFramesWork are left out, with an error.
+    /// cannot be drawn. Frames that do not fit in MaxFrames, MaxDrawnFrames, MaxFrameBytes and MaxFramesWork are left out, with an error.
     QVector<IconFrame> frames(const ResolvedValue &icon, const IconRequest &request);
     /// Why the last icon is not, or not wholly, drawn as the package describes it; no error when it is.
     IconError error() const;

@@ -21,7 +21,7 @@ EntryIcon entryIcon(const Entry &entry, EntryPicture picture)
     const Manifest::EntryElements &found = data.entry;
     const XmlAttribute *const attribute = data.innermost(picture == EntryPicture::Banner ? Attr::Banner : Attr::Icon,
                                                          picture == EntryPicture::RoundIcon ? Attr::RoundIcon : 0);
-    return {data.package.data(), data.package->iconValue(attribute), found.isAlias ? found.target : found.component};
+    return {data.package.data(), data.package->iconValue(attribute), found.activity()};
 }
 
 } // namespace SORRELKIT_PRIVATE_NAMESPACE

@@ -12,6 +12,12 @@
 
 namespace SorrelKit {
 
+/// The icon of a launcher.
+struct LauncherIcon {
+    ResolvedValue icon;                   ///< a reference or a path
+    const XmlElement *activity = nullptr; ///< that is started; null when an alias names none
+};
+
 /// The parts of a package that drawing an icon needs.
 class DrawingSource
 {
@@ -32,7 +38,7 @@ public:
     /// application alone. As on Android, the theme of an activity replaces the application's.
     virtual quint32 theme(const XmlElement *activity) = 0;
     /// Icons of the first @p count launchers that are shown and have an icon of their own, in the manifest's order.
-    virtual QVector<ResolvedValue> launcherIcons(int count, bool isRound) = 0;
+    virtual QVector<LauncherIcon> launcherIcons(int count, bool isRound) = 0;
 };
 
 } // namespace SorrelKit

@@ -18,6 +18,9 @@ class Manifest
 public:
     /// A component that is an entry of a kind. The pointers lead to elements of the manifest.
     struct EntryElements {
+        /// The activity that is started; null when an alias names none.
+        const XmlElement *activity() const { return isAlias ? target : component; }
+
         const XmlElement *component = nullptr;
         const XmlElement *filter = nullptr; ///< the first that makes the component an entry; else the `meta-data`
         const XmlElement *target = nullptr; ///< the activity that an alias names; may be null

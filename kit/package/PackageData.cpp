@@ -391,9 +391,9 @@ std::optional<ResolvedValue> PackageData::applicationIcon(bool isRound)
     return icon != nullptr ? std::make_optional(iconValue(icon)) : std::nullopt;
 }
 
-QVector<ResolvedValue> PackageData::launcherIcons(int count, bool isRound)
+QVector<LauncherIcon> PackageData::launcherIcons(int count, bool isRound)
 {
-    QVector<ResolvedValue> icons;
+    QVector<LauncherIcon> icons;
     const quint32 preferred = isRound ? Attr::RoundIcon : 0;
     const XmlAttribute *const own = manifest().innermostAttribute({}, Attr::Icon, preferred);
     for (const Manifest::EntryElements &entry : m_manifest.launchers()) {
@@ -401,7 +401,7 @@ QVector<ResolvedValue> PackageData::launcherIcons(int count, bool isRound)
             break;
         const XmlAttribute *const icon = m_manifest.innermostAttribute(entry, Attr::Icon, preferred);
         if (icon != own && isEnabled(*entry.component) && isExported(*entry.component))
-            icons.append(iconValue(icon));
+            icons.append({iconValue(icon), entry.activity()});
     }
     return icons;
 }

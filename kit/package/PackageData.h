@@ -132,7 +132,7 @@ public:
     std::optional<ResolvedValue> applicationIcon(bool isRound) override;
     std::optional<ResolvedValue> applicationBanner() override;
     quint32 theme(const XmlElement *activity) override;
-    QVector<ResolvedValue> launcherIcons(int count, bool isRound) override;
+    QVector<LauncherIcon> launcherIcons(int count, bool isRound) override;
 
 private:
     /// The oddities of a package's files.

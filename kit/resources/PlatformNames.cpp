@@ -18,9 +18,10 @@ QString PlatformNames::name(quint32 id) const
     return name;
 }
 
-QString PlatformNames::found(quint32 id) const
+QString PlatformNames::found(quint32 staged) const
 {
     for (const auto &table : m_platform->tables()) {
+        const quint32 id = table->finalId(staged);
         for (const ResourceTable::Package &package : table->packages()) {
             const QVector<TypeChunk> *const chunks =
                 package.id == ResourceId::PlatformPackage ? package.typeChunks(ResourceId::type(id)) : nullptr;

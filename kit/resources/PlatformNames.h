@@ -21,7 +21,7 @@ public:
     QString name(quint32 id) const;
 
 private:
-    QString found(quint32 id) const;
+    QString found(quint32 staged) const;
 
     PlatformSource *m_platform;
     mutable QHash<quint32, QString> m_names; ///< those that exist

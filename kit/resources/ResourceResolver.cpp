@@ -73,12 +73,25 @@ bool ResourceResolver::isOfPlatform(quint32 id) const
 {
     if (ResourceId::package(id) != ResourceId::PlatformPackage)
         return false;
-    const auto isPlatform = [](const ResourceTable::Package &package) {
-        return package.id == ResourceId::PlatformPackage;
-    };
-    return std::none_of(tables().cbegin(), tables().cend(), [&](const auto &table) {
-        return std::any_of(table->packages().cbegin(), table->packages().cend(), isPlatform);
-    });
+    if (!m_isPlatform) {
+        const auto isPlatform = [](const ResourceTable::Package &package) {
+            return package.id == ResourceId::PlatformPackage;
+        };
+        m_isPlatform = std::any_of(tables().cbegin(), tables().cend(), [&](const auto &table) {
+            return std::any_of(table->packages().cbegin(), table->packages().cend(), isPlatform);
+        });
+    }
+    return !*m_isPlatform;
+}
+
+quint32 ResourceResolver::finalId(quint32 id) const
+{
+    for (const auto &table : tablesOf(id).tables) {
+        const quint32 finalized = table->finalId(id);
+        if (finalized != id)
+            return finalized;
+    }
+    return id;
 }
 
 ResourceResolver::Owned ResourceResolver::tablesOf(quint32 id) const

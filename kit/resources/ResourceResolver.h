@@ -109,6 +109,9 @@ public:
     ResolvedValue withTextInBudget(ResolvedValue value) const;
     /// Whether @p id is one of the platform's. Reads the tables for such an id, and opens no platform.
     bool isOfPlatform(quint32 id) const;
+    /// The id that the resource with the staged id @p id has since, and @p id itself when it is no alias. The platform's
+    /// table has the aliases of its resources: applications that were built with a preview of a platform have staged ids.
+    quint32 finalId(quint32 id) const;
     /// The platform of the tables; null without one.
     PlatformSource *platform() const { return m_source != nullptr ? m_source->platform() : nullptr; }
     /// The name of the resource's type ("mipmap", "color"); empty when there is none.
@@ -139,6 +142,7 @@ private:
     Budget *m_sharedBudget;
     mutable Budget m_ownBudget{MaxWork, MaxBytes};
     mutable QHash<quint32, ResolvedValue> m_best; ///< kept results
+    mutable std::optional<bool> m_isPlatform;     ///< whether the tables have the platform's package
 };
 
 } // namespace SorrelKit

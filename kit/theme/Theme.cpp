@@ -11,11 +11,11 @@ bool Theme::Item::isRemoved() const
     return value.isNull() && value.data != Empty;
 }
 
-quint32 Theme::fullId(quint32 id, quint8 packageId)
+quint32 Theme::fullId(quint32 id, quint8 packageId) const
 {
     // Within a library that is loaded dynamically, its own package has the id 0.
     constexpr int PackageShift = 24;
-    return ResourceId::package(id) == 0 ? quint32(packageId) << PackageShift | id : id;
+    return m_resolver.finalId(ResourceId::package(id) == 0 ? quint32(packageId) << PackageShift | id : id);
 }
 
 void Theme::applyStyle(quint32 id, Apply apply)
@@ -43,7 +43,7 @@ Theme::Items Theme::itemsOf(quint32 style) const
 {
     Items items;
     QVector<quint32> chain;
-    quint32 id = style;
+    quint32 id = m_resolver.finalId(style);
     while (id != 0 && chain.size() < MaxParents && !chain.contains(id)) {
         chain.append(id);
         const ResolvedMap map = m_resolver.map(id);

@@ -22,6 +22,7 @@ namespace SorrelKit {
  * - The value of an attribute may be an attribute again, MaxAttributes times in a row. The last one may be a reference,
  *   which is followed. A resource whose own value is an attribute has no value.
  * - A chain of parents ends where it comes back to one of its styles.
+ * - Attributes and styles with a staged id are those with their final id (ResourceResolver::finalId()).
  *
  * Android 9 and later refuse a whole style when one of its parents is missing. Here the chain ends at that parent, as in
  * earlier versions: packages inherit from the platform's styles, and the platform's package may not be at hand.
@@ -74,8 +75,9 @@ private:
     };
     using Items = QHash<quint32, Item>; ///< by attribute
 
-    /// The id @p id, which a table with the own package @p packageId or a document has, with its package.
-    static quint32 fullId(quint32 id, quint8 packageId);
+    /// The id @p id, which a table with the own package @p packageId or a document has, with its package; the final id
+    /// for a staged one.
+    quint32 fullId(quint32 id, quint8 packageId) const;
     void readStyles() const;
     Items itemsOf(quint32 style) const;
     void addItems(const ResolvedMap &style, Items *items) const;

@@ -136,6 +136,28 @@ constexpr quint32 ScaleY = 0x01010325;
 constexpr quint32 TranslateX = 0x0101045a;
 constexpr quint32 TranslateY = 0x0101045b;
 
+// Animators and interpolators.
+constexpr quint32 Animation = 0x010101cd;
+constexpr quint32 PropertyName = 0x010102e1;
+constexpr quint32 PropertyXName = 0x01010474;
+constexpr quint32 PropertyYName = 0x01010475;
+constexpr quint32 ValueFrom = 0x010102de;
+constexpr quint32 ValueTo = 0x010102df;
+constexpr quint32 Ordering = 0x010102e2;
+constexpr quint32 StartOffset = 0x010101be;
+constexpr quint32 RepeatCount = 0x010101bf;
+constexpr quint32 RepeatMode = 0x010101c0;
+constexpr quint32 Fraction = 0x010104d8;
+constexpr quint32 Interpolator = 0x01010141;
+constexpr quint32 Factor = 0x010101d3;
+constexpr quint32 Cycles = 0x010101d4;
+constexpr quint32 Tension = 0x0101026a;
+constexpr quint32 ExtraTension = 0x0101026b;
+constexpr quint32 ControlX1 = 0x010103fc;
+constexpr quint32 ControlY1 = 0x010103fd;
+constexpr quint32 ControlX2 = 0x010103fe;
+constexpr quint32 ControlY2 = 0x010103ff;
+
 // Gradients.
 constexpr quint32 Type = 0x010101a1;
 constexpr quint32 StartColor = 0x0101019d;

@@ -255,14 +255,6 @@ void TestResourceTable::everyTableMayBeDamaged()
 
 namespace {
 
-QByteArray aliasChunk(const QVector<quint32> &ids)
-{
-    Bytes body;
-    for (const quint32 id : ids)
-        body.u32(id);
-    return chunk(ChunkType::StagedAlias, Bytes().u32(ids.size() / 2).data(), body.data());
-}
-
 QByteArray tableWithAliases(int packageId, const QVector<quint32> &ids)
 {
     return TableBuilder().package(packageOf(packageId, 5).chunk(aliasChunk(ids))).build();

@@ -50,7 +50,7 @@ DrawablePointer DrawableLoader::fromResource(quint32 id)
     return fromValue(m_resolver.resource(id));
 }
 
-DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
+DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value, const Change &change)
 {
     Level level(this);
     if (!level.isOpen())
@@ -69,8 +69,10 @@ DrawablePointer DrawableLoader::fromValue(const ResolvedValue &value)
         const QColor color = this->color(value, QColor());
         return color.isValid() ? makeColor(color) : nullptr;
     }
-    const Document document = parsed(bytes, value.file());
+    Document document = parsed(bytes, value.file());
     const QScopedValueRollback<ResourceOwner> owner(m_owner, value.owner);
+    if (change && !document.root.isNull())
+        change(&document.root);
     return document.root.isNull() ? nullptr : fromElement(document.root);
 }
 

@@ -19,6 +19,8 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
+
 namespace SorrelKit {
 
 /**
@@ -55,8 +57,11 @@ public:
 
     /// The drawable of the resource @p id: a colour, a picture, or an XML file.
     DrawablePointer fromResource(quint32 id);
-    /// The drawable of @p value, a colour or the path of a file.
-    DrawablePointer fromValue(const ResolvedValue &value);
+    /// Changes the root of a document.
+    using Change = std::function<void(XmlElement *)>;
+    /// The drawable of @p value, a colour or the path of a file. @p change is called for an XML file before its drawable
+    /// is made.
+    DrawablePointer fromValue(const ResolvedValue &value, const Change &change = {});
     /// The drawable that @p element describes.
     DrawablePointer fromElement(const XmlElement &element);
     /// The drawable of an element like `item`: its attribute `android:drawable` or, without one, its first child. Null,

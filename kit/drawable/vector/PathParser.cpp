@@ -3,78 +3,14 @@
 
 #include "drawable/paint/PathPainter.h"
 
-#include <QLocale>
-#include <QStringView>
 #include <QTransform>
 #include <QtMath>
 
 #include <cmath>
-#include <iterator>
-#include <optional>
 
 namespace SorrelKit {
 
 namespace {
-
-constexpr int MaxNumbers = 7; // of a command
-constexpr int NoCommand = -1;
-
-// The number of numbers of a command, an upper-case letter.
-int numberCount(char16_t command)
-{
-    switch (command) {
-    case u'Z':
-        return 0;
-    case u'H':
-    case u'V':
-        return 1;
-    case u'M':
-    case u'L':
-    case u'T':
-        return 2;
-    case u'S':
-    case u'Q':
-        return 4;
-    case u'C':
-        return 6;
-    case u'A':
-        return 7;
-    default:
-        return NoCommand;
-    }
-}
-
-bool isDigit(QChar c)
-{
-    return c >= u'0' && c <= u'9';
-}
-
-// The number of a few decimal digits, without the general conversion, which takes most of the time of a path.
-class DecimalNumber
-{
-public:
-    void append(int digit)
-    {
-        m_isExact = m_isExact && m_digits <= MaxExact / 10 - 1;
-        if (m_isExact)
-            m_digits = m_digits * 10 + digit;
-    }
-    /// The number whose last @p fractionDigits digits are behind the point; nothing when it has too many digits. The
-    /// digits and the power of ten are exact, so the quotient is the double that is closest to the number.
-    std::optional<qreal> value(int fractionDigits) const
-    {
-        static constexpr qreal powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12};
-        if (!m_isExact || fractionDigits >= int(std::size(powers)))
-            return std::nullopt;
-        return qreal(m_digits) / powers[fractionDigits];
-    }
-
-private:
-    static constexpr qint64 MaxExact = qint64(1) << 53;
-
-    qint64 m_digits = 0;
-    bool m_isExact = true;
-};
 
 bool isInRange(QPointF point)
 {
@@ -83,7 +19,7 @@ bool isInRange(QPointF point)
 
 } // namespace
 
-PathParser::PathParser(const QString &data, Budget &budget) : m_data(data), m_budget(budget)
+PathParser::PathParser(const QString &data, Budget &budget) : m_lexer(data), m_budget(budget)
 {
     if (m_budget.spendWork(data.size() * CharacterWork))
         read();
@@ -93,43 +29,11 @@ PathParser::PathParser(const QString &data, Budget &budget) : m_data(data), m_bu
 
 void PathParser::read()
 {
-    skipSeparators();
-    while (!m_error && m_at < m_data.size()) {
-        const QChar letter = m_data.at(m_at);
-        if (numberCount(letter.toUpper().unicode()) == NoCommand) {
-            setFault(DrawableFault::NoCommand);
-            return;
-        }
-        ++m_at;
-        if (!readCommand(letter.unicode()))
-            return;
-        skipSeparators();
-    }
-}
-
-// Reads all sets of numbers of the command @p letter.
-bool PathParser::readCommand(char16_t letter)
-{
-    constexpr int LargeFlag = 3;
-    constexpr int SweepFlag = 4;
-    const char16_t command = QChar(letter).toUpper().unicode();
-    const int count = numberCount(command);
-    do {
-        qreal numbers[MaxNumbers] = {};
-        for (int i = 0; i < count; ++i) {
-            const bool isFlag = command == u'A' && (i == LargeFlag || i == SweepFlag);
-            skipSeparators();
-            if (isFlag ? !readFlag(&numbers[i]) : !readNumber(&numbers[i]))
-                return false;
-        }
-        apply(letter, numbers);
-        if (letter == u'M')
-            letter = u'L';
-        else if (letter == u'm')
-            letter = u'l';
-        skipSeparators();
-    } while (!m_error && count > 0 && isAtNumber());
-    return !m_error;
+    PathLexer::Command command;
+    while (!m_error && m_lexer.next(&command))
+        apply(command.letter, command.numbers);
+    if (!m_error)
+        m_error = m_lexer.error();
 }
 
 void PathParser::apply(char16_t letter, const qreal *numbers)
@@ -161,77 +65,6 @@ void PathParser::apply(char16_t letter, const qreal *numbers)
     }
 }
 
-void PathParser::skipSeparators()
-{
-    while (m_at < m_data.size() && (m_data.at(m_at).isSpace() || m_data.at(m_at) == u','))
-        ++m_at;
-}
-
-bool PathParser::isAtNumber() const
-{
-    if (m_at >= m_data.size())
-        return false;
-    const QChar c = m_data.at(m_at);
-    return isDigit(c) || c == u'.' || c == u'-' || c == u'+';
-}
-
-bool PathParser::readNumber(qreal *number)
-{
-    int at = m_at;
-    const auto is = [&](char16_t c) { return at < m_data.size() && m_data.at(at) == c; };
-    DecimalNumber decimal;
-    const auto skipDigits = [&]() {
-        const int start = at;
-        for (; at < m_data.size() && isDigit(m_data.at(at)); ++at)
-            decimal.append(m_data.at(at).unicode() - u'0');
-        return at - start;
-    };
-    const bool isNegative = is(u'-');
-    if (isNegative || is(u'+'))
-        ++at;
-    const int wholeDigits = skipDigits();
-    int fractionDigits = 0;
-    if (is(u'.')) {
-        ++at;
-        fractionDigits = skipDigits();
-    }
-    if (wholeDigits + fractionDigits == 0) {
-        setFault(DrawableFault::NoNumber);
-        return false;
-    }
-    bool hasExponent = false;
-    if (is(u'e') || is(u'E')) {
-        const int mantissaEnd = at++;
-        if (is(u'-') || is(u'+'))
-            ++at;
-        hasExponent = skipDigits() > 0;
-        if (!hasExponent)
-            at = mantissaEnd;
-    }
-    if (const auto value = hasExponent ? std::nullopt : decimal.value(fractionDigits))
-        *number = isNegative ? -*value : *value;
-    else
-        *number = QLocale::c().toDouble(QStringView(m_data).mid(m_at, at - m_at));
-    if (!(std::abs(*number) <= PathPainter::MaxCoordinate)) {
-        setFault(DrawableFault::NumberTooLarge);
-        return false;
-    }
-    m_at = at;
-    return true;
-}
-
-bool PathParser::readFlag(qreal *flag)
-{
-    const QChar c = m_at < m_data.size() ? m_data.at(m_at) : QChar();
-    if (c != u'0' && c != u'1') {
-        setFault(DrawableFault::NoFlag);
-        return false;
-    }
-    *flag = c == u'1' ? 1 : 0;
-    ++m_at;
-    return true;
-}
-
 bool PathParser::spendSegment()
 {
     if (m_budget.spendWork(SegmentWork) && m_budget.holdBytes(SegmentBytes))
@@ -242,7 +75,7 @@ bool PathParser::spendSegment()
 
 void PathParser::setFault(DrawableFault fault)
 {
-    m_error = {fault, QString::number(m_at)};
+    m_error = {fault, QString::number(m_lexer.position())};
 }
 
 void PathParser::moveTo(QPointF point)

@@ -3,6 +3,7 @@
 #define SORRELKIT_PATHPARSER_H
 
 #include "drawable/source/DrawableError.h"
+#include "drawable/vector/PathLexer.h"
 #include "limits/Budget.h"
 
 #include <QPainterPath>
@@ -21,8 +22,7 @@ namespace SorrelKit {
  *     A rx ry angle large sweep x y    arc of an ellipse; the two flags, 0 or 1, need no separator
  *     Z                    closes the figure; the next figure begins at the start of this one
  *
- * White space and commas separate numbers. They may be missing before a sign, or before a second decimal point. A path
- * without an M at its start begins at the origin. A figure of one point becomes a tiny line, so that it has line caps.
+ * PathLexer separates them. A path without an M at its start begins at the origin. A figure of one point becomes a tiny line, so that it has line caps.
  *
  * Meets raw input. The part before a fault is kept.
  */
@@ -45,12 +45,7 @@ public:
 
 private:
     void read();
-    bool readCommand(char16_t letter);
     void apply(char16_t letter, const qreal *numbers);
-    void skipSeparators();
-    bool isAtNumber() const;
-    bool readNumber(qreal *number);
-    bool readFlag(qreal *flag);
     bool spendSegment();
     void setFault(DrawableFault fault);
 
@@ -62,9 +57,8 @@ private:
     void close();
     void makeDot();
 
-    const QString m_data;
+    PathLexer m_lexer;
     Budget &m_budget;
-    int m_at = 0; ///< the offset in the data
     DrawableError m_error;
     QPainterPath m_path;
     QPointF m_point; ///< the current point

@@ -89,6 +89,9 @@ private slots:
     void turnsInTwelveSteps();
     void theSlowestAnimationCounts();
     void framesUpToTheCeiling();
+    void drawnFramesUpToTheCeiling();
+    void equalPicturesAreOneFrame();
+    void animatedVectors();
     void bytesUpToTheCeiling();
     void workUpToTheCeiling();
     void iconsThatCannotBeDrawn_data();
@@ -189,8 +192,9 @@ void TestIconFrames::theSlowestAnimationCounts()
                       {layer(animation({frame(Red, 30), frame(Green, 30)})),
                        layer(animation({frame(Nothing, 50), frame(Blue, 50)}))}));
     const QVector<IconFrame> frames = icon.frames();
-    QCOMPARE(durations(frames), QVector<int>({30, 20, 10, 30, 10}));
-    QCOMPARE(colors(frames), QVector<QRgb>({Red, Green, Blue, Blue, Blue}));
+    // Equal pictures in a row are one frame.
+    QCOMPARE(durations(frames), QVector<int>({30, 20, 50}));
+    QCOMPARE(colors(frames), QVector<QRgb>({Red, Green, Blue}));
 }
 
 void TestIconFrames::framesUpToTheCeiling()
@@ -209,6 +213,61 @@ void TestIconFrames::framesUpToTheCeiling()
     QVERIFY(!isError);
     QCOMPARE(framesOf(IconRenderer::MaxFrames + 1, &isError), int(IconRenderer::MaxFrames));
     QVERIFY(isError);
+}
+
+void TestIconFrames::drawnFramesUpToTheCeiling()
+{
+    const auto durationOf = [](int count, bool *isError) {
+        const auto layer = [](const XmlElement &drawable) { return element(latin("item"), {}, {drawable}); };
+        Icon icon(element(latin("layer-list"), {},
+                          {layer(animation({frame(Red, 10), frame(Red, 10)})),
+                           layer(animation({frame(Nothing, 10), frame(Nothing, 10 * (count - 1))}))}));
+        const QVector<IconFrame> frames = icon.frames(1);
+        *isError = icon.renderer.error().code() == IconError::Code::TooMuch;
+        return frames.size() == 1 ? frames.constFirst().duration() : -1;
+    };
+    bool isError = true;
+    QCOMPARE(durationOf(IconRenderer::MaxDrawnFrames, &isError), 10 * IconRenderer::MaxDrawnFrames);
+    QVERIFY(!isError);
+    QCOMPARE(durationOf(IconRenderer::MaxDrawnFrames + 1, &isError), 10 * IconRenderer::MaxDrawnFrames);
+    QVERIFY(isError);
+}
+
+void TestIconFrames::equalPicturesAreOneFrame()
+{
+    Icon icon(animation({frame(Red, 10), frame(Red, 20), frame(Green, 5), frame(Red, 1)}));
+    QCOMPARE(durations(icon.frames()), QVector<int>({30, 5, 1}));
+    // The last picture stays.
+    Icon once(animation({frame(Red, 10), frame(Green, 20), frame(Green, 5)}, true));
+    QCOMPARE(durations(once.frames()), QVector<int>({10, 0}));
+}
+
+void TestIconFrames::animatedVectors()
+{
+    const auto iconOf = [](int repeatCount) {
+        const XmlElement path =
+            element(latin("path"), {text(Attr::Name, latin("path")), text(Attr::PathData, latin("M0,0H1V1H0Z")),
+                                    color(Attr::FillColor, Blue)});
+        const XmlElement vector =
+            element(latin("vector"), {number(Attr::ViewportWidth, 1), number(Attr::ViewportHeight, 1)}, {path});
+        const XmlElement target =
+            element(latin("target"), {text(Attr::Name, latin("path")), text(Attr::Animation, latin("blink.xml"))});
+        Icon icon(element(latin("animated-vector"), {}, {vector, target}));
+        icon.files.add(latin("blink.xml"),
+                       binaryXml(element(latin("objectAnimator"),
+                                         {text(Attr::PropertyName, latin("fillColor")), color(Attr::ValueFrom, Red),
+                                          color(Attr::ValueTo, Green), integer(Attr::Duration, 70),
+                                          integer(Attr::RepeatCount, repeatCount)})));
+        return icon.renderer.icon(icon.icon, IconRequest(Size)).pixel(0, 0) == Blue ? icon.frames()
+                                                                                    : QVector<IconFrame>();
+    };
+    const QVector<IconFrame> once = iconOf(0);
+    QCOMPARE(durations(once), QVector<int>({33, 33, 4, 0}));
+    QCOMPARE(colors(once).constFirst(), Red);
+    QCOMPARE(colors(once).constLast(), Green);
+    const QVector<IconFrame> endless = iconOf(-1);
+    QCOMPARE(durations(endless), QVector<int>({33, 33, 4}));
+    QCOMPARE(colors(endless), colors(once).mid(0, 3));
 }
 
 void TestIconFrames::bytesUpToTheCeiling()

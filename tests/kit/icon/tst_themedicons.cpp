@@ -27,6 +27,7 @@ enum Style : quint32 {
     NightStyle,
 };
 constexpr quint32 DrawableId = 0x7f030000;
+constexpr quint32 PlatformDrawable = 0x01010000; // the same file
 constexpr int ColorType = int(ValueType::FirstColor);
 constexpr int AttributeType = int(ValueType::Attribute);
 constexpr int UiModeAt = 29;
@@ -54,7 +55,8 @@ QByteArray themedTable()
         .type(TypeBuilder(3).value(0, String, 0));
     constexpr int DeviceDefault = 0x128;
     PackageBuilder platform(1, latin("android"));
-    platform.types({latin("attr"), latin("dimen"), latin("style")})
+    platform.types({latin("drawable"), latin("dimen"), latin("style")})
+        .type(TypeBuilder(1).value(0, String, 0))
         .type(TypeBuilder(3).entry(DeviceDefault, styleOf(Black)));
     return TableBuilder().strings({latin("res/icon.xml")}).package(own).package(platform).build();
 }
@@ -66,11 +68,13 @@ QByteArray iconXml()
     return builder.empty(latin("color"), {androidValue(latin("color"), AttributeType, ColorAttr)}).build();
 }
 
-/// Themes of the elements of a manifest; 0 for none.
+/// Themes and icons of the elements of a manifest; 0 for none.
 struct Themes {
     quint32 application = 0;
     quint32 activity = 0;
     quint32 alias = 0;
+    quint32 icon = DrawableId;
+    quint32 activityIcon = 0;
 };
 
 QByteArray themedPackage(const Themes &themes, const QByteArray &table, int targetSdkVersion = 21)
@@ -81,15 +85,18 @@ QByteArray themedPackage(const Themes &themes, const QByteArray &table, int targ
         .attributeId(latin("name"), Attr::Name)
         .attributeId(latin("targetActivity"), Attr::TargetActivity)
         .attributeId(latin("targetSdkVersion"), Attr::TargetSdkVersion);
-    const auto attributes = [](QVector<Attribute> others, quint32 theme) {
+    const auto attributes = [](QVector<Attribute> others, quint32 theme, quint32 icon = 0) {
         if (theme != 0)
             others.append(androidReference(latin("theme"), theme));
+        if (icon != 0)
+            others.append(androidReference(latin("icon"), icon));
         return others;
     };
     builder.start(latin("manifest"), {plainText(latin("package"), latin("org.example.app"))})
         .empty(latin("uses-sdk"), {androidValue(latin("targetSdkVersion"), Integer, targetSdkVersion)})
-        .start(latin("application"), attributes({androidReference(latin("icon"), DrawableId)}, themes.application))
-        .start(latin("activity"), attributes({androidText(latin("name"), latin(".Main"))}, themes.activity))
+        .start(latin("application"), attributes({}, themes.application, themes.icon))
+        .start(latin("activity"),
+               attributes({androidText(latin("name"), latin(".Main"))}, themes.activity, themes.activityIcon))
         .launcherFilter()
         .end(latin("activity"))
         .start(latin("activity-alias"), attributes({androidText(latin("name"), latin(".Alias")),
@@ -147,6 +154,8 @@ private slots:
     void launchersDrawWithoutATheme();
     void themeOfThePackage_data();
     void themeOfThePackage();
+    void standInsHaveTheThemeOfTheirActivity();
+    void picturesOfThePlatform();
     void themeOfTheTargetedVersion();
     void styleById();
     void overlaysReplaceValues();
@@ -197,6 +206,29 @@ void TestThemedIcons::themeOfThePackage()
     QCOMPARE(ThemedPackage::colorOf(package.renderer.drawable(DrawableId, request)), ofApplication);
     QCOMPARE(package.launcher(0, request), ofActivity);
     QCOMPARE(package.launcher(1, request), ofActivity);
+}
+
+void TestThemedIcons::standInsHaveTheThemeOfTheirActivity()
+{
+    ThemedPackage package({RedStyle, BlueOverlay, 0, 0, DrawableId});
+    QCOMPARE(package.application(requestFor(IconRequest::Theme::Package)), Blue);
+    QCOMPARE(package.error(), QString());
+    QCOMPARE(package.application(IconRequest(Size)), Nothing);
+    QCOMPARE(package.application(requestForStyle(GreenStyle)), White);
+    ThemedPackage ofApplication({RedStyle, 0, 0, 0, DrawableId});
+    QCOMPARE(ofApplication.application(requestFor(IconRequest::Theme::Package)), Red);
+}
+
+// They are drawn in the theme of the request, as the package's own ones.
+void TestThemedIcons::picturesOfThePlatform()
+{
+    ThemedPackage package({RedStyle, BlueOverlay, 0, PlatformDrawable});
+    QCOMPARE(package.application(IconRequest(Size)), Nothing);
+    QCOMPARE(package.error(), latin("NoThemeValue: ?0x7f010000 has no value without a theme"));
+    QCOMPARE(package.launcher(0, IconRequest(Size)), Nothing);
+    const IconRequest request = requestFor(IconRequest::Theme::Package);
+    QCOMPARE(package.application(request), Red);
+    QCOMPARE(package.launcher(0, request), Blue);
 }
 
 void TestThemedIcons::themeOfTheTargetedVersion()

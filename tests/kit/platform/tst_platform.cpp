@@ -82,6 +82,7 @@ private slots:
     void missingResourcesResolveToNothing();
     void packageWithItsOwnPlatformResourcesUsesThem();
     void referencesHaveNames();
+    void stagedIdsAreThoseOfTheirAliases();
     void platformIsOpenedOnlyForItsResources();
     void copiesShareTheFile();
     void hostilePlatformsStayWithinBounds();
@@ -285,6 +286,29 @@ void TestPlatform::referencesHaveNames()
     framework.setPlatform(Platform(file("framework.apk")));
     QVERIFY(framework.manifestXml().contains("android:label=\"@android:string/yes\""));
     QCOMPARE(Resources(framework).name(MissingInPlatform), QString());
+}
+
+void TestPlatform::stagedIdsAreThoseOfTheirAliases()
+{
+    constexpr quint32 Staged = 0x01fe0003;
+    const QByteArray aliases = aliasChunk({Staged, 0x01040000});
+    const QByteArray table = TableBuilder()
+                                 .strings({latin("Hello")})
+                                 .package(PackageBuilder(0x01, latin("android"))
+                                              .types({latin("a"), latin("b"), latin("c"), latin("string")})
+                                              .keys({latin("greeting")})
+                                              .type(TypeBuilder(4).value(0, String, 0))
+                                              .chunk(aliases))
+                                 .build();
+    writeFile(file("staged.apk"), fixture::package(table, platformManifest()));
+    PackageDevice device(packageReferringTo(0x7f010000, ownTable(Staged)));
+    Package package(&device);
+    QCOMPARE(package.label(), latin("org.example.app"));
+    package.setPlatform(Platform(file("staged.apk")));
+    QCOMPARE(package.label(), latin("Hello"));
+    QCOMPARE(Resources(package).defaultValue(0x7f010000).text(), latin("@android:string/greeting"));
+    package.setPlatform(Platform(file("framework.apk")));
+    QCOMPARE(package.label(), latin("org.example.app"));
 }
 
 void TestPlatform::platformIsOpenedOnlyForItsResources()

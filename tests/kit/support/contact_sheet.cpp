@@ -3,7 +3,7 @@
 // contact_sheet FILE APP...: writes a picture of all drawables of the sample applications, each with its name, on a
 // checkerboard and in two sizes. An adaptive icon is drawn in every mask.
 // contact_sheet FILE --framework FRAMEWORK NAME...: the same of these drawables of a platform ("ic_menu_add"), as a package
-// without any resources of its own sees them.
+// without any resources of its own sees them, in the platform's default theme.
 
 #include "SampleDrawables.h"
 
@@ -70,11 +70,15 @@ bool appendPlatform(QVector<Cell> *cells, const QString &fileName, const QString
     package.setPlatform(platform);
     DrawableRenderer renderer(package);
     const Resources resources{Package(fileName)};
+    IconRequest large(LargeSide);
+    large.setThemeStyle(resources.find(QStringLiteral("style/Theme.DeviceDefault.Light.DarkActionBar")));
+    IconRequest small = large;
+    small.setSize(SmallSide);
     for (const QString &name : names) {
         const quint32 id = resources.find(QStringLiteral("drawable/") + name);
-        Cell cell{name, QString(), renderer.drawable(id, IconRequest(LargeSide)), QImage()};
+        Cell cell{name, QString(), renderer.drawable(id, large), QImage()};
         cell.error = renderer.error().text();
-        cell.small = renderer.drawable(id, IconRequest(SmallSide));
+        cell.small = renderer.drawable(id, small);
         cells->append(cell);
     }
     return platform.isValid();
@@ -106,7 +110,8 @@ QImage sheetOf(const QVector<Cell> &cells)
         paintOnCheckerboard(&painter, at, cell.large, LargeSide);
         paintOnCheckerboard(&painter, at + QPoint(LargeSide + 8, 0), cell.small, SmallSide);
         painter.setPen(cell.error.isEmpty() ? Qt::black : Qt::red);
-        painter.drawText(QRect(at + QPoint(0, LargeSide), QSize(CellWidth - 10, 14)), Qt::AlignLeft, cell.name);
+        painter.drawText(QRect(at + QPoint(0, LargeSide), QSize(CellWidth - 10, 14)), Qt::AlignLeft,
+                         painter.fontMetrics().elidedText(cell.name, Qt::ElideMiddle, CellWidth - 10));
         if (cell.large.isNull())
             painter.drawText(QRect(at, QSize(LargeSide, LargeSide)), Qt::TextWordWrap, cell.error);
     }

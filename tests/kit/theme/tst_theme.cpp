@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ResourcesFixture.h"
+
+#include "archive/FileSource.h"
 #include "theme/Theme.h"
 
 #include <QtTest>
@@ -68,6 +70,33 @@ struct Themed {
 
 constexpr int NoValue = -2;
 
+/// A platform that is a table, without files.
+class TablePlatform : public PlatformSource, private FileSource
+{
+public:
+    explicit TablePlatform(ResourceTables tables) : m_tables(std::move(tables)) {}
+    const ResourceTables &tables() override { return m_tables; }
+    FileSource &files() override { return *this; }
+
+private:
+    QByteArray file(const QString & /*path*/, qint64 /*maxBytes*/, Budget * /*budget*/) override { return {}; }
+
+    ResourceTables m_tables;
+};
+
+/// The table of a package, and its platform.
+class Tables : public TableSource
+{
+public:
+    Tables(ResourceTables own, PlatformSource *platform) : m_own(std::move(own)), m_platform(platform) {}
+    const ResourceTables &tables() override { return m_own; }
+    PlatformSource *platform() override { return m_platform; }
+
+private:
+    ResourceTables m_own;
+    PlatformSource *m_platform;
+};
+
 } // namespace
 
 class TestTheme : public QObject
@@ -92,6 +121,8 @@ private slots:
     void bestConfigurationOfEachStyle();
     void stylesAreForced();
     void stylesOfThePlatform();
+    void stagedIdsOfThePlatform();
+    void stagedIdsWithoutAPlatform();
     void packageZeroIsTheTablesOwn();
     void unusedThemesCostNothing();
     void largeStylesStayInTheBudget();
@@ -344,6 +375,51 @@ void TestTheme::stylesOfThePlatform()
     QCOMPARE(themed.number(0x01010030), 7);
     QCOMPARE(themed.number(0x01010031), 8);
     QCOMPARE(themed.theme.missingStyle(), 0u);
+}
+
+// The package was built with a preview of the platform, and names an attribute, a style and a value by staged ids.
+void TestTheme::stagedIdsOfThePlatform()
+{
+    constexpr quint32 StagedAttribute = 0x01ff0000;
+    constexpr quint32 StagedStyle = 0x01fe0000;
+    constexpr quint32 StagedValue = 0x01fd0000;
+    const auto own = themeTable(PackageBuilder().type(
+        styles({mapOf({number(StagedAttribute, 1), mapItem(AttributeId, Reference, StagedValue),
+                       mapItem(AttributeId + 1, AttributeType, StagedAttribute + 1)},
+                      StagedStyle),
+                mapOf({number(0x01010030, 2)}, StyleId), mapOf({number(StagedAttribute, 3)}, StyleId)})));
+    TablePlatform platform({themeTable(
+        PackageBuilder(1)
+            .type(styles({mapOf({number(0x01010030, 4), number(0x01010031, 5), number(StagedAttribute + 2, 6)})}))
+            .type(TypeBuilder(3).value(0, Integer, 7))
+            .chunk(aliasChunk({StagedAttribute, 0x01010030, StagedAttribute + 1, 0x01010031, StagedAttribute + 2,
+                               0x01010032, StagedStyle, 0x01020000, StagedValue, 0x01030000})))});
+    Tables tables({own}, &platform);
+    const auto numberOf = [&tables](quint32 style, quint32 attribute) {
+        const ResourceResolver resolver(tables, Configuration::phone(160));
+        Theme theme(resolver);
+        theme.applyStyle(style, Theme::Apply::Forced);
+        const auto value = theme.value(attribute);
+        return value ? value->value.integer().value_or(-1) : NoValue;
+    };
+    QCOMPARE(numberOf(StyleId, 0x01010030), 1);
+    QCOMPARE(numberOf(StyleId, StagedAttribute), 1);
+    QCOMPARE(numberOf(StyleId, AttributeId), 7);
+    QCOMPARE(numberOf(StyleId, AttributeId + 1), 5);
+    QCOMPARE(numberOf(StyleId, StagedAttribute + 1), 5);
+    QCOMPARE(numberOf(StyleId, 0x01010032), 6);
+    QCOMPARE(numberOf(StyleId + 1, StagedAttribute), 2);
+    QCOMPARE(numberOf(StyleId + 2, 0x01010030), 3);
+    QCOMPARE(numberOf(StagedStyle, StagedAttribute), 4);
+}
+
+void TestTheme::stagedIdsWithoutAPlatform()
+{
+    Themed themed(PackageBuilder().type(styles({mapOf({number(0x01ff0000, 1)}, 0x01fe0000)})));
+    themed.apply(StyleId);
+    QCOMPARE(themed.number(0x01ff0000), 1);
+    QCOMPARE(themed.number(0x01010030), NoValue);
+    QCOMPARE(themed.theme.missingStyle(), 0x01fe0000u);
 }
 
 void TestTheme::packageZeroIsTheTablesOwn()

@@ -86,8 +86,12 @@ public:
 
     /**
      * The pictures of the application's icon while it moves, with their durations; one picture for an icon that does
-     * not. `animation-list` and `animated-rotate` move, anywhere in a drawable; when several do, the pictures are those
-     * until the slowest starts again. An `animated-vector` stays as it is at the start.
+     * not. `animation-list`, `animated-rotate` and `animated-vector` move, anywhere in a drawable; when several do, the
+     * pictures are those until the slowest starts again. Equal pictures in a row are one.
+     *
+     * An `animated-vector` has a picture every 33 milliseconds, or fewer when it takes longer than eight seconds. It
+     * starts at once, and its last picture stays. When one of its animators has no end, the pictures are those of one
+     * round, and the first one follows the last.
      *
      * Empty when the icon cannot be drawn. Costs an icon for each picture, up to four of the limits of one; at most 256
      * pictures and 64 MiB of them. The animation ends early, with an error, when that does not suffice. @since 0.5.1

@@ -110,8 +110,9 @@ public:
 
     /**
      * The theme of the drawable. Theme::None by default. As on Android, the theme of an activity replaces that of the
-     * application. DrawableRenderer uses the activity's for the icon of a launcher, and the application's for any other
-     * picture. The styles are chosen for the device of this request, so isNight() and platformVersion() count.
+     * application. DrawableRenderer uses the activity's for the icon of a launcher, also where that takes the place of
+     * the application's icon, and the application's for any other picture. Pictures of the platform have the theme of the
+     * request, too. The styles are chosen for the device of this request, so isNight() and platformVersion() count.
      *
      * An attribute that has no value leaves out what needs it, and DrawableRenderer::error() names it. Themes of
      * applications inherit from the platform's styles, which only the platform's package has. A theme costs nothing

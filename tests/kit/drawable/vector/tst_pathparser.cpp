@@ -61,6 +61,7 @@ private slots:
     void anArcThatIsNoneIsALine();
     void whatIsTooShortToBeSeenHasCaps_data();
     void whatIsTooShortToBeSeenHasCaps();
+    void lettersWithoutNumbers();
     void faults_data();
     void faults();
     void segmentsAreCounted_data();
@@ -325,6 +326,16 @@ void TestPathParser::whatIsTooShortToBeSeenHasCaps()
     QCOMPARE(stroker.createStroke(parser.path()).contains(QPointF(5.5, 5.5)), elementCount > 1);
 }
 
+void TestPathParser::lettersWithoutNumbers()
+{
+    Budget budget(Plenty, Plenty);
+    const QPainterPath plain = PathParser(QStringLiteral("M1 2L3 4M5 6L7 8"), budget).path();
+    const PathParser parser(QStringLiteral(" C M1 2 L3 4c a, M5 6LL7 8 m"), budget);
+    QCOMPARE(described(parser.error()), QString());
+    QVERIFY(parser.path() == plain);
+    QVERIFY(PathParser(QStringLiteral("M"), budget).path().isEmpty());
+}
+
 void TestPathParser::faults_data()
 {
     QTest::addColumn<QString>("data");
@@ -343,7 +354,7 @@ void TestPathParser::faults_data()
     QTest::newRow("a word") << "M1 2 none"
                             << "Damaged: no command in path data at 5"
                             << "M 1 2";
-    QTest::newRow("no number") << "M1 2L"
+    QTest::newRow("no number") << "M1 2L?"
                                << "Damaged: no number in path data at 5"
                                << "M 1 2";
     QTest::newRow("one number of two") << "M1 2L3 4 5"

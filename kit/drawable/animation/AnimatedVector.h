@@ -11,8 +11,8 @@ namespace SorrelKit {
 class DrawableLoader;
 
 /**
- * The element `animated-vector`: a vector (the attribute `android:drawable` or a child `vector`) and its animations.
- * The vector is drawn as it is before the animations start, in every frame.
+ * The element `animated-vector`: a vector (the attribute `android:drawable` or a child `vector`) and its animations
+ * (VectorAnimation), at the time of the loader's clock. Without a clock, the vector is drawn as it is before they start.
  */
 class AnimatedVector
 {
