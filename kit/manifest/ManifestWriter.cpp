@@ -94,6 +94,12 @@ ManifestWriter::ManifestWriter(const ResourceIndex &index, References references
     m_xml.setAutoFormattingIndent(IndentWidth);
 }
 
+ManifestWriter::ManifestWriter(const ResourceIndex &index, const ResourceResolver &values)
+    : ManifestWriter(index, References::Names, values.platform())
+{
+    m_values = &values;
+}
+
 QByteArray ManifestWriter::toXml(const QByteArray &document)
 {
     walk(document, Pass::Collect);
@@ -235,6 +241,8 @@ QString ManifestWriter::valueText(quint32 raw, const TypedValue &value, bool has
 
 QString ManifestWriter::referenceText(const TypedValue &value) const
 {
+    if (const std::optional<QString> text = resolvedText(value))
+        return *text;
     const quint32 id = value.data;
     const QString name = m_references == References::Numbers ? m_names.number(id) : m_names.name(id);
     const quint8 packageId = id >> 24 != 0 ? quint8(id >> 24) : m_index.packageId();
@@ -245,6 +253,18 @@ QString ManifestWriter::referenceText(const TypedValue &value) const
     if (packageId == ResourceId::PlatformPackage && packageId == m_index.packageId())
         text += m_index.packageNames().value(packageId) + QLatin1Char(':');
     return text + name;
+}
+
+std::optional<QString> ManifestWriter::resolvedText(const TypedValue &value) const
+{
+    if (m_values == nullptr || !value.isReference())
+        return std::nullopt;
+    const ResolvedValue resolved = m_values->resolved(value);
+    if (resolved.value.type == ValueType::String)
+        return resolved.text;
+    if (resolved.isNull() || resolved.value.isReference() || resolved.value.isThemeAttribute())
+        return std::nullopt;
+    return ValueFormatter(m_names).text(resolved.value);
 }
 
 QString ManifestWriter::string(quint32 index)

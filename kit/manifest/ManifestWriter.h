@@ -4,6 +4,7 @@
 
 #include "format/XmlReader.h"
 #include "resources/ResourceNames.h"
+#include "resources/ResourceResolver.h"
 
 #include <QByteArray>
 #include <QHash>
@@ -12,6 +13,8 @@
 #include <QString>
 #include <QVector>
 #include <QXmlStreamWriter>
+
+#include <optional>
 
 class ByteView;
 class XmlNodes;
@@ -43,6 +46,8 @@ public:
 
     /// Both outlive this object. Without a @p platform, its resources have no names.
     ManifestWriter(const ResourceIndex &index, References references, PlatformSource *platform = nullptr);
+    /// Writes the values that @p values, which outlives this object, finds for references. The others have names.
+    ManifestWriter(const ResourceIndex &index, const ResourceResolver &values);
 
     /**
      * The XML of @p document, as UTF-8; empty when it would exceed MaxCharacters.
@@ -72,6 +77,8 @@ private:
     QString qualifiedName(const QString &uri, const QString &name) const;
     QString valueText(quint32 raw, const TypedValue &value, bool hasId);
     QString referenceText(const TypedValue &value) const;
+    /// The value of the resource that @p value refers to; empty when it has no simple one.
+    std::optional<QString> resolvedText(const TypedValue &value) const;
     /// The string @p index; empty when there is none.
     QString string(quint32 index);
     void count(qint64 characters) { m_characters += characters; }
@@ -80,6 +87,7 @@ private:
     const ResourceIndex &m_index;
     const ResourceNames m_names;
     const References m_references;
+    const ResourceResolver *m_values = nullptr; ///< of references; null to write names
     QByteArray m_output;
     QXmlStreamWriter m_xml;
     XmlNodes *m_nodes = nullptr;       ///< of the document, during a walk

@@ -223,6 +223,19 @@ QList<Component> Package::components() const
     return components;
 }
 
+QString Package::iconPath(int density) const
+{
+    constexpr int LargestDensity = 0xffff;
+    const std::optional<ResolvedValue> icon = d->applicationIcon(false);
+    if (!icon || density < 0 || density > LargestDensity)
+        return {};
+    if (!icon->value.isReference())
+        return icon->text;
+    Budget lookups(PackageData::MaxLookupWork, PackageData::MaxLookupBytes);
+    const ResolvedValue file = d->resolver().forDevice(Configuration::phone(density), &lookups).resolved(icon->value);
+    return file.owner == ResourceOwner::Package ? file.text : QString();
+}
+
 QByteArray Package::manifestXml(References references) const
 {
     if (!isValid())
@@ -233,6 +246,10 @@ QByteArray Package::manifestXml(References references) const
     // Numbers are those of ApkFile, which knows no platform.
     if (references == References::Numbers)
         return ManifestWriter(index, ManifestWriter::References::Numbers).toXml(document);
+    if (references == References::Values) {
+        Budget lookups(PackageData::MaxLookupWork, PackageData::MaxLookupBytes);
+        return ManifestWriter(index, d->resolver().forDevice(d->resolver().device(), &lookups)).toXml(document);
+    }
     return ManifestWriter(index, ManifestWriter::References::Names, d->platform()).toXml(document);
 }
 

@@ -4,6 +4,7 @@
 #include "diagnostic/DiagnosticList.h"
 #include "format/AndroidAttributes.h"
 #include "format/XmlReader.h"
+#include "limits/ByteSum.h"
 #include "limits/Limits.h"
 #include "platform/PlatformReferences.h"
 #include "theme/PlatformThemes.h"
@@ -239,31 +240,34 @@ QByteArray PackageData::file(const QString &path, qint64 maxBytes, Budget *budge
     return {};
 }
 
-QSet<QString> PackageData::nativeAbis(ZipArchive &package)
+QMap<QString, qint64> PackageData::nativeLibraryBytes(ZipArchive &package)
 {
     constexpr int MaxMembers = 1 << 16;
-    QSet<QString> abis;
+    QMap<QString, qint64> bytes;
     const ZipDirectory &directory = package.directory();
     for (int number = 0; number < qMin(directory.count(), MaxMembers); ++number) {
         const ByteView name = directory.name(number);
         if (!name.hasText(0, "lib/") || !name.hasText(name.size() - 3, ".so"))
             continue;
         const QList<QByteArray> parts = name.toByteArray().split('/');
-        if (parts.size() == 3)
-            abis.insert(QString::fromUtf8(parts.at(1)));
+        if (parts.size() != 3)
+            continue;
+        qint64 &ofAbi = bytes[QString::fromUtf8(parts.at(1))];
+        ofAbi = byteSum(ofAbi, directory.member(number).size);
     }
-    return abis;
+    return bytes;
 }
 
 QStringList PackageData::nativeAbis()
 {
     openSplits();
-    QSet<QString> abis = isSet() ? QSet<QString>() : nativeAbis(*m_outer);
-    for (const auto &member : m_members)
-        abis.unite(nativeAbis(*member));
-    QStringList sorted(abis.cbegin(), abis.cend());
-    sorted.sort();
-    return sorted;
+    QMap<QString, qint64> abis = isSet() ? QMap<QString, qint64>() : nativeLibraryBytes(*m_outer);
+    for (const auto &member : m_members) {
+        const QMap<QString, qint64> more = nativeLibraryBytes(*member);
+        for (auto each = more.cbegin(); each != more.cend(); ++each)
+            abis.insert(each.key(), each.value());
+    }
+    return abis.keys();
 }
 
 ResolvedValue PackageData::resolved(const XmlAttribute *attribute) const

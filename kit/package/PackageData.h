@@ -18,6 +18,7 @@
 
 #include <QExplicitlySharedDataPointer>
 #include <QList>
+#include <QMap>
 #include <QSet>
 #include <QSharedData>
 #include <QString>
@@ -98,8 +99,8 @@ public:
     PlatformData *platform() override { return m_platform.data(); }
     /// Names of the processors that there is native code for. Needs the names of members, and no table.
     QStringList nativeAbis();
-    /// The same for the open @p package alone, in no order.
-    static QSet<QString> nativeAbis(ZipArchive &package);
+    /// The same for the open @p package alone, each with the bytes of the code.
+    static QMap<QString, qint64> nativeLibraryBytes(ZipArchive &package);
 
     /// The text of @p attribute, with references followed; for a phone without a language. This function and the next
     /// ones need the tables only for a reference.

@@ -6,6 +6,8 @@
 #include "permissions/FeatureData.h"
 #include "permissions/ImpliedFeatures.h"
 
+#include <algorithm>
+
 namespace SorrelKit {
 
 QList<Feature> Package::features() const
@@ -28,6 +30,11 @@ QList<Feature> Package::impliedFeatures() const
 {
     QList<Feature> features;
     if (!isValid())
+        return features;
+    // A manifest with groups of features has all of them.
+    const QVector<XmlElement> &children = d->manifest().root().children;
+    if (std::any_of(children.cbegin(), children.cend(),
+                    [](const XmlElement &child) { return child.name == QLatin1String("feature-group"); }))
         return features;
     QSet<QString> declared;
     QSet<QString> required;

@@ -23,6 +23,16 @@ QList<SetPackage> PackageSet::packages() const
     return packages;
 }
 
+QList<ExpansionFile> PackageSet::expansions() const
+{
+    return d->expansions();
+}
+
+QStringList PackageSet::mismatches() const
+{
+    return d->mismatches();
+}
+
 SplitChoice PackageSet::splitsFor(const Device &device) const
 {
     return d->choose(device);

@@ -18,8 +18,14 @@ QString tocPath()
 
 void addNativeCode(ZipArchive &package, SetMember *member)
 {
-    const QSet<QString> abis = PackageData::nativeAbis(package);
-    member->facts.abis = QStringList(abis.cbegin(), abis.cend());
+    member->libraryBytes = PackageData::nativeLibraryBytes(package);
+    member->facts.abis = member->libraryBytes.keys();
+}
+
+// Android looks for expansion files there alone.
+QString expansionPath(const QString &application, const QString &path)
+{
+    return QStringLiteral("Android/obb/%1/%2").arg(application, path.section(QLatin1Char('/'), -1));
 }
 
 } // namespace
@@ -30,6 +36,18 @@ const std::vector<SetMember> &PackageSetData::members()
         read();
     m_isRead = true;
     return m_members;
+}
+
+const QList<ExpansionFile> &PackageSetData::expansions()
+{
+    members();
+    return m_expansions;
+}
+
+const QStringList &PackageSetData::mismatches()
+{
+    members();
+    return m_mismatches;
 }
 
 void PackageSetData::read()
@@ -57,9 +75,11 @@ void PackageSetData::readSet(ZipArchive &archive)
         m_toc.emplace(toc.view(), &budget);
         m_isTocWhole = !toc.isEmpty() && m_toc->isWhole();
     }
+    const SetInfo info(archive, &budget);
     for (const QString &path : SetReader::packagePaths(archive)) {
         SetMember member;
         member.facts.path = path;
+        member.describedSplit = info.splitName(path);
         const QByteArray name = path.toUtf8();
         const int number = archive.directory().find(ByteView(name));
         const std::optional<ZipArchive::Data> data = archive.dataAnyway(number);
@@ -79,6 +99,48 @@ void PackageSetData::readSet(ZipArchive &archive)
         // The package is closed again.
         budget.releaseBytes(bytesLeft - budget.bytesLeft());
         m_members.push_back(std::move(member));
+    }
+    readExpansions(archive, info);
+    m_mismatches = info.mismatches(facts());
+}
+
+SetInfo::Facts PackageSetData::facts() const
+{
+    SetInfo::Facts facts;
+    for (const SetMember &member : m_members) {
+        facts.paths.append(member.facts.path);
+        facts.abis += member.facts.abis;
+        if (!member.hasManifest)
+            continue;
+        facts.splitNames.insert(member.facts.path, member.facts.splitName);
+        const bool isBase = member.facts.splitName.isEmpty();
+        if (facts.application.isEmpty() || (isBase && !facts.versionCode))
+            facts.application = member.application;
+        if (isBase && !facts.versionCode)
+            facts.versionCode = member.versionCode;
+    }
+    for (const ExpansionFile &file : m_expansions)
+        facts.expansions.insert(file.path(), file.installPath());
+    return facts;
+}
+
+void PackageSetData::readExpansions(ZipArchive &archive, const SetInfo &info)
+{
+    const QString application = facts().application;
+    const QStringList described = info.expansions();
+    const QSet<QString> known(described.cbegin(), described.cend());
+    for (const QString &path : archive.names(SetReader::MaxMembers)) {
+        const bool isExpansion = path.endsWith(QLatin1String(".obb"), Qt::CaseInsensitive) || known.contains(path);
+        const QByteArray name = path.toUtf8();
+        const auto data = isExpansion ? archive.data(archive.directory().find(ByteView(name))) : std::nullopt;
+        if (!data || m_expansions.size() == MaxExpansions)
+            continue;
+        ExpansionFileData file;
+        file.path = path;
+        file.installPath = expansionPath(application, path);
+        file.packedBytes = data->packedSize;
+        file.bytes = data->size;
+        m_expansions.append(SetAccess::expansion(file));
     }
 }
 
@@ -102,11 +164,12 @@ SplitChoice PackageSetData::choose(const Device &device)
     if (members().empty())
         return SetAccess::choice(ChoiceCode::CannotRead, m_package.error().message());
     const DeviceMatch match(device);
-    if (!m_toc)
-        return NameChooser(m_members, match).choose();
-    if (!m_isTocWhole)
+    if (m_toc && !m_isTocWhole)
         return SetAccess::choice(ChoiceCode::BadContents, QStringLiteral("toc.pb is damaged"));
-    return TocChooser(*m_toc, m_members, match).choose();
+    SplitChoice choice = m_toc ? TocChooser(*m_toc, m_members, match).choose() : NameChooser(m_members, match).choose();
+    if (choice.fits())
+        SetAccess::setExpansions(&choice, m_expansions);
+    return choice;
 }
 
 Package PackageSetData::packageFor(const Device &device)

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "sets/Selection.h"
 
+#include "limits/ByteSum.h"
+
 #include <algorithm>
 
 namespace SorrelKit {
@@ -73,13 +75,21 @@ SplitChoice Selection::choice()
         return SetAccess::choice(m_code, m_message);
     std::stable_partition(m_chosen.begin(), m_chosen.end(), [](const Chosen &each) { return isWhole(*each.member); });
     QList<SetPackage> packages;
+    QStringList abis;
+    for (const Chosen &each : m_chosen)
+        abis += each.member->facts.abis;
+    const QString abi = m_match.bestAbi(abis);
+    const bool extractsLibraries = m_chosen.front().member->extractsLibraries;
+    qint64 libraryBytes = 0;
     for (const Chosen &each : m_chosen) {
         SetPackageData facts = each.member->facts;
         facts.reason = each.reason;
         facts.reasonText = each.text;
         packages.append(SetAccess::package(facts));
+        if (extractsLibraries)
+            libraryBytes = byteSum(libraryBytes, each.member->libraryBytes.value(abi));
     }
-    return SetAccess::choice(Code::Fits, QString(), packages);
+    return SetAccess::choice(packages, libraryBytes);
 }
 
 void Selection::checkBase()

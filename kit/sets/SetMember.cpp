@@ -40,6 +40,20 @@ int sdkVersionOf(const XmlAttribute *attribute)
     return isNumber ? version : CodeNameSdkVersion;
 }
 
+std::optional<qint64> versionCodeOf(const XmlElement &root)
+{
+    quint64 parts[] = {0, 0};
+    const quint32 ids[] = {Attr::VersionCodeMajor, Attr::VersionCode};
+    for (int i = 0; i < 2; ++i) {
+        const XmlAttribute *const attribute = root.attribute(ids[i]);
+        const auto value = attribute != nullptr ? attribute->value.integer() : std::make_optional(0);
+        if (!value)
+            return std::nullopt;
+        parts[i] = quint32(*value);
+    }
+    return qint64(parts[0] << 32U | parts[1]);
+}
+
 QStringList listOf(const QString &text)
 {
     return QStringList(text.split(QLatin1Char(','), Qt::SkipEmptyParts).mid(0, SetMember::MaxSplitNames));
@@ -63,6 +77,10 @@ void SetMember::readManifest(const Manifest &manifest)
     application = manifest.packageName();
     facts.splitName = manifest.splitName();
     facts.minSdkVersion = sdkVersionOf(manifest.childAttribute(QStringLiteral("uses-sdk"), Attr::MinSdkVersion));
+    versionCode = versionCodeOf(root);
+    const XmlAttribute *const extracts = manifest.applicationAttribute(Attr::ExtractNativeLibs);
+    extractsLibraries =
+        extracts == nullptr || extracts->value.boolean().value_or(extracts->text != QLatin1String("false"));
     isSplitRequired = isTrue(root, Attr::IsSplitRequired, "isSplitRequired");
     requiredSplitTypes = listOf(textOf(root, Attr::RequiredSplitTypes, "requiredSplitTypes"));
     splitTypes = listOf(textOf(root, Attr::SplitTypes, "splitTypes"));
@@ -90,7 +108,7 @@ void SetMember::readManifest(const Manifest &manifest)
 void SetMember::classify()
 {
     if (!hasManifest) {
-        target = SplitTarget::of(QString(), facts.path);
+        target = SplitTarget::of(describedSplit, facts.path);
         if (target.isStandalone)
             facts.kind = Kind::Standalone;
         else if (target.isConfiguration)

@@ -6,8 +6,11 @@
 #include "sets/SetPackageData.h"
 #include "sets/SplitTarget.h"
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace SorrelKit {
 
@@ -20,7 +23,12 @@ struct SetMember {
     SplitTarget target; ///< by its names
     /// Whether the manifest was read. Otherwise its facts are the defaults.
     bool hasManifest = false;
-    QString application; ///< the name of the package
+    QString application;                ///< the name of the package
+    std::optional<qint64> versionCode;  ///< none when it is a reference
+    QString describedSplit;             ///< the name of the split in the description of the set; may be empty
+    QMap<QString, qint64> libraryBytes; ///< of native code, by processor
+    /// Whether Android unpacks native code. A reference counts as true, which is Android's default.
+    bool extractsLibraries = true;
     bool isSplitRequired = false;
     QStringList requiredSplitTypes; ///< types of splits without which Android refuses the application
     QStringList splitTypes;         ///< the types that the package is

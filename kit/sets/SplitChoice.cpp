@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/SplitChoice.h>
 
+#include "limits/ByteSum.h"
 #include "sets/SplitChoiceData.h"
 
 namespace SorrelKit {
@@ -37,20 +38,34 @@ QList<SetPackage> SplitChoice::packages() const
     return d->packages;
 }
 
+QList<ExpansionFile> SplitChoice::expansions() const
+{
+    return d->expansions;
+}
+
 qint64 SplitChoice::downloadBytes() const
 {
     qint64 bytes = 0;
     for (const SetPackage &package : d->packages)
-        bytes += package.packedBytes();
+        bytes = byteSum(bytes, package.packedBytes());
+    for (const ExpansionFile &file : d->expansions)
+        bytes = byteSum(bytes, file.packedBytes());
     return bytes;
 }
 
 qint64 SplitChoice::installedBytes() const
 {
-    qint64 bytes = 0;
+    qint64 bytes = d->libraryBytes;
     for (const SetPackage &package : d->packages)
-        bytes += package.bytes();
+        bytes = byteSum(bytes, package.bytes());
+    for (const ExpansionFile &file : d->expansions)
+        bytes = byteSum(bytes, file.bytes());
     return bytes;
+}
+
+qint64 SplitChoice::libraryBytes() const
+{
+    return d->libraryBytes;
 }
 
 } // namespace SorrelKit

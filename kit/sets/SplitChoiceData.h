@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_SPLITCHOICEDATA_H
 #define SORRELKIT_SPLITCHOICEDATA_H
 
+#include <SorrelKit/ExpansionFile.h>
 #include <SorrelKit/SetPackage.h>
 
 #include <QList>
@@ -28,6 +29,8 @@ public:
     ChoiceCode code = ChoiceCode::CannotRead;
     QString message = QStringLiteral("could not open the set");
     QList<SetPackage> packages;
+    QList<ExpansionFile> expansions;
+    qint64 libraryBytes = 0; ///< of native code that Android unpacks
 };
 
 } // namespace SorrelKit

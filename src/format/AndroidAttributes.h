@@ -42,6 +42,7 @@ constexpr quint32 Permission = 0x01010006;
 constexpr quint32 ReadPermission = 0x01010007;
 constexpr quint32 WritePermission = 0x01010008;
 constexpr quint32 Debuggable = 0x0101000f;
+constexpr quint32 ExtractNativeLibs = 0x010104ea;
 constexpr quint32 LaunchMode = 0x0101001d;
 constexpr quint32 ScreenOrientation = 0x0101001e;
 constexpr quint32 ConfigChanges = 0x0101001f;

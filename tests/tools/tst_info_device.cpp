@@ -53,6 +53,7 @@ private slots:
     void initTestCase();
     void forAPerson();
     void forAProgram();
+    void describedSet();
     void nothingFits_data();
     void nothingFits();
     void packageAlone();
@@ -98,15 +99,17 @@ void TestInfoDevice::forAPerson()
     const auto size = [](qint64 bytes) { return QLocale::c().formattedDataSize(bytes, 1); };
     const QString text = QString::fromUtf8(run.output).section(latin("  installs"), 1);
     const qint64 native = packageOf("config.x86", 21, "lib/x86/a.so").size();
-    const QString all = size(m_base.size() + m_german.size() + native);
+    const qint64 library = 4;
+    const QString download = size(m_base.size() + m_german.size() + native);
+    const QString installed = size(m_base.size() + m_german.size() + native + library);
     QCOMPARE(text, QStringLiteral("         3 packages\n"
                                   "    base.apk       %1  for every device\n"
                                   "    config.de.apk  %2  language de\n"
                                   "    config.x86.apk %3  native code for x86\n"
                                   "  download         %4\n"
-                                  "  installed        %4\n")
+                                  "  installed        %5, with 4 bytes of unpacked libraries\n")
                        .arg(size(m_base.size()).rightJustified(10), size(m_german.size()).rightJustified(10),
-                            size(native).rightJustified(10), all));
+                            size(native).rightJustified(10), download, installed));
 }
 
 void TestInfoDevice::forAProgram()
@@ -130,7 +133,33 @@ void TestInfoDevice::forAProgram()
     qint64 bytes = 0;
     for (const QJsonValue package : packages)
         bytes += package.toObject().value(latin("installedBytes")).toInt();
-    QCOMPARE(installs.value(latin("installedBytes")), QJsonValue(bytes));
+    QCOMPARE(installs.value(latin("libraryBytes")), QJsonValue(4));
+    QCOMPARE(installs.value(latin("installedBytes")), QJsonValue(bytes + 4));
+    QCOMPARE(installs.value(latin("mismatches")), QJsonValue(QJsonArray()));
+}
+
+void TestInfoDevice::describedSet()
+{
+    const QByteArray json = R"({"package_name": "org.\u001bz", "expansions": [{"file": "main.1.org.x.obb"}]})";
+    const QString file = write(latin("set.xapk"), zip({{latin("base.apk"), m_base},
+                                                       {latin("main.1.org.x.obb"), QByteArray(2048, 'x')},
+                                                       {latin("manifest.json"), json}},
+                                                      Compression::Stored));
+    const ToolRun person = info({file}, deviceOf("x86", 21));
+    QCOMPARE(person.status, 0);
+    QVERIFY(
+        person.output.contains("  mismatch           manifest.json names the package org.\xef\xbf\xbdz, and the base "
+                               "is org.x\n"));
+    QVERIFY(person.output.contains("    main.1.org.x.obb    2.0 KiB  to Android/obb/org.x/main.1.org.x.obb\n"));
+    const QJsonObject installs = QJsonDocument::fromJson(info({latin("--json"), file}, deviceOf("x86", 21)).output)
+                                     .object()
+                                     .value(latin("installs"))
+                                     .toObject();
+    const QJsonObject expansion = installs.value(latin("expansions")).toArray().at(0).toObject();
+    QCOMPARE(expansion.value(latin("installPath")), QJsonValue(latin("Android/obb/org.x/main.1.org.x.obb")));
+    QCOMPARE(expansion.value(latin("installedBytes")), QJsonValue(2048));
+    QCOMPARE(installs.value(latin("downloadBytes")), QJsonValue(qint64(m_base.size()) + 2048));
+    QCOMPARE(installs.value(latin("mismatches")).toArray().size(), 1);
 }
 
 void TestInfoDevice::nothingFits_data()

@@ -55,6 +55,8 @@ private slots:
     void writesTypedValues();
     void writesReferences_data();
     void writesReferences();
+    void writesValuesOfReferences_data();
+    void writesValuesOfReferences();
     void writesTheValueThatAndroidReads();
     void sortsAttributesByName();
     void numbersAttributesOfOneName();
@@ -129,6 +131,46 @@ void TestManifestWriter::writesReferences()
 }
 
 // The text in the source may differ from the typed value. Android takes it only without a value or a resource id.
+void TestManifestWriter::writesValuesOfReferences_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<qint64>("id");
+    QTest::addColumn<QString>("text");
+    const int reference = int(ValueType::Reference);
+    QTest::newRow("text") << reference << qint64(0x7f010000) << latin("Notes");
+    QTest::newRow("truth") << reference << qint64(0x7f010001) << latin("true");
+    QTest::newRow("alias") << reference << qint64(0x7f010002) << latin("true");
+    QTest::newRow("number") << reference << qint64(0x7f010003) << latin("-3");
+    QTest::newRow("missing") << reference << qint64(0x7f010009) << latin("@0x7f010009");
+    QTest::newRow("cycle") << reference << qint64(0x7f010004) << latin("@string/4");
+    QTest::newRow("theme") << int(ValueType::Attribute) << qint64(0x7f010001) << latin("?string/1");
+}
+
+void TestManifestWriter::writesValuesOfReferences()
+{
+    QFETCH(int, type);
+    QFETCH(qint64, id);
+    QFETCH(QString, text);
+    const QByteArray resources = TableBuilder()
+                                     .strings({latin("Notes")})
+                                     .package(PackageBuilder()
+                                                  .types({latin("string")})
+                                                  .type(TypeBuilder(1)
+                                                            .value(0, String, 0)
+                                                            .value(1, Boolean, -1)
+                                                            .value(2, int(ValueType::Reference), 0x7f010001)
+                                                            .value(3, Integer, -3)
+                                                            .value(4, int(ValueType::Reference), 0x7f010004)))
+                                     .build();
+    const ResourceTables tables{QSharedPointer<const ResourceTable>::create(resources)};
+    const ResourceIndex index(tables);
+    const ResourceResolver resolver(tables, Configuration::phone(160));
+    const QByteArray document =
+        XmlBuilder::manifest().empty(latin("e"), {androidValue(latin("icon"), type, id)}).build();
+    const QByteArray written = ManifestWriter(index, resolver).toXml(document);
+    QVERIFY2(written.contains("android:icon=\"" + text.toUtf8() + '"'), written.constData());
+}
+
 void TestManifestWriter::writesTheValueThatAndroidReads()
 {
     QCOMPARE(written({writtenAs(androidValue(latin("minSdkVersion"), Integer, 7), latin("8"))}),

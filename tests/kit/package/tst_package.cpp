@@ -130,6 +130,7 @@ private slots:
     void rendererDrawsAnyResource();
     void previewsOfThePlatform();
     void densitySplitAddsItsIcons();
+    void iconPathByDensity();
 
     void errorCouldNotOpen();
     void errorCouldNotParseTable();
@@ -395,6 +396,19 @@ void TestPackage::densitySplitAddsItsIcons()
     QCOMPARE(iconOf(set.package, 48).pixel(24, 24), 0xffff0000u);
     Opened alone(base);
     QCOMPARE(iconOf(alone.package, 96).pixel(48, 48), 0xffff0000u);
+}
+
+void TestPackage::iconPathByDensity()
+{
+    Opened opened(table(), manifest(labelAndIcon()), icons());
+    QCOMPARE(opened.package.iconPath(160), latin("res/small.png"));
+    QCOMPARE(opened.package.iconPath(320), latin("res/large.png"));
+    QCOMPARE(opened.package.iconPath(480), latin("res/no.png"));
+    QCOMPARE(opened.package.iconPath(-1), QString());
+    QCOMPARE(opened.package.iconPath(0x10000), QString());
+    QCOMPARE(Package().iconPath(160), QString());
+    Opened byPath(table(), manifest({androidText(latin("icon"), latin("a/path.png"))}), icons());
+    QCOMPARE(byPath.package.iconPath(160), latin("a/path.png"));
 }
 
 void TestPackage::errorCouldNotOpen()

@@ -64,7 +64,8 @@ void TestValues::movesAreCheap()
     static_assert(isValue<Package>() && isValue<Entry>() && isValue<Resources>());
     static_assert(isValue<Component>() && isValue<Diagnostic>() && isValue<Error>() && isValue<Feature>()
                   && isValue<IconFile>() && isValue<Permission>() && isValue<Platform>());
-    static_assert(isValue<Device>() && isValue<PackageSet>() && isValue<SetPackage>() && isValue<SplitChoice>());
+    static_assert(isValue<Device>() && isValue<ExpansionFile>() && isValue<PackageSet>() && isValue<SetPackage>()
+                  && isValue<SplitChoice>());
     static_assert(isValue<ResourceItem>() && isValue<ResourceValue>());
     static_assert(isValue<IconError>() && isValue<IconFrame>() && isValue<IconRequest>());
     static_assert(movesWithoutThrowing<DrawableRenderer>() && movesWithoutThrowing<PackageNormalizer>());
@@ -113,9 +114,10 @@ void TestValues::propertiesReadTheirValues()
     QCOMPARE(readProperties(Permission()), 13);
     QCOMPARE(readProperties(Platform()), 4);
     QCOMPARE(readProperties(Device()), 8);
-    QCOMPARE(readProperties(PackageSet()), 1);
+    QCOMPARE(readProperties(PackageSet()), 3);
     QCOMPARE(readProperties(SetPackage()), 12);
-    QCOMPARE(readProperties(SplitChoice()), 6);
+    QCOMPARE(readProperties(SplitChoice()), 8);
+    QCOMPARE(readProperties(ExpansionFile()), 4);
     QCOMPARE(readProperties(ResourceItem()), 4);
     QCOMPARE(readProperties(ResourceValue()), 5);
     QCOMPARE(readProperties(IconError()), 2);

@@ -66,6 +66,7 @@ private slots:
     void nothing();
     void implied_data();
     void implied();
+    void groupsImplyNothing();
     void reasons();
     void words_data();
     void words();
@@ -123,6 +124,18 @@ void TestFeatures::implied()
         found.append(feature.name());
     }
     QCOMPARE(found, expected);
+}
+
+void TestFeatures::groupsImplyNothing()
+{
+    XmlBuilder builder = XmlBuilder::manifest();
+    builder.start(latin("manifest"), {plainText(latin("package"), latin("org.example"))})
+        .empty(latin("uses-permission"), {androidText(latin("name"), latin("android.permission.CAMERA"))});
+    PackageDevice without(emptyTable(), XmlBuilder(builder).end(latin("manifest")).build());
+    QVERIFY(!Package(&without).impliedFeatures().isEmpty());
+    PackageDevice with(emptyTable(), builder.empty(latin("feature-group")).end(latin("manifest")).build());
+    QVERIFY(Package(&with).isValid());
+    QVERIFY(Package(&with).impliedFeatures().isEmpty());
 }
 
 void TestFeatures::reasons()

@@ -113,6 +113,11 @@ private slots:
     void versionsOfSplits();
     void badDevices();
     void packageAlone();
+    void unpackedLibraries_data();
+    void unpackedLibraries();
+    void expansionFiles();
+    void expansionFilesUpToTheCeiling();
+    void describedSplits();
     void packageForADevice();
     void filesAndCopies();
     void readingHasABudget();
@@ -467,7 +472,7 @@ void TestPackageSet::packageAlone()
     QCOMPARE(choice.packages().constFirst().path(), QString());
     QCOMPARE(choice.packages().constFirst().kind(), SetPackage::Kind::Base);
     QCOMPARE(choice.downloadBytes(), qint64(bytes.size()));
-    QCOMPARE(choice.installedBytes(), qint64(bytes.size()));
+    QCOMPARE(choice.installedBytes(), qint64(bytes.size()) + choice.libraryBytes());
     QCOMPARE(set.splitsFor(withSdk(25)).message(), latin("needs SDK 26, and the device has SDK 25"));
     QCOMPARE(set.splitsFor(withAbis("armeabi-v7a")).code(), SplitChoice::Code::NoNativeCode);
     QCOMPARE(set.packageFor(withSdk(26)).minSdkVersion(), 26);
@@ -475,6 +480,79 @@ void TestPackageSet::packageAlone()
     requiring.isSplitRequired = true;
     PackageDevice incomplete(packageOf(requiring));
     QCOMPARE(PackageSet(Package(&incomplete)).splitsFor(phone()).code(), SplitChoice::Code::MissingPackage);
+}
+
+void TestPackageSet::unpackedLibraries_data()
+{
+    QTest::addColumn<QString>("abis");
+    QTest::addColumn<bool>("extracts");
+    QTest::addColumn<qint64>("bytes");
+    QTest::newRow("first") << latin("arm64-v8a armeabi-v7a") << true << qint64(4 + 6);
+    QTest::newRow("second") << latin("mips armeabi-v7a") << true << qint64(8);
+    QTest::newRow("used in place") << latin("arm64-v8a") << false << qint64(0);
+}
+
+void TestPackageSet::unpackedLibraries()
+{
+    QFETCH(QString, abis);
+    QFETCH(bool, extracts);
+    QFETCH(qint64, bytes);
+    SetManifest manifest;
+    manifest.extractsLibraries = extracts;
+    const QVector<Member> others{{latin("lib/arm64-v8a/libmore.so"), "sixsix"},
+                                 {latin("lib/armeabi-v7a/libmore.so"), "four"},
+                                 {latin("lib/arm64-v8a/notes.txt"), "no library"}};
+    PackageDevice file(packageOf(manifest, list("arm64-v8a armeabi-v7a"), others));
+    const SplitChoice choice = PackageSet(Package(&file)).splitsFor(withAbis(qPrintable(abis)));
+    QVERIFY(choice.fits());
+    QCOMPARE(choice.libraryBytes(), bytes);
+    QCOMPARE(choice.installedBytes(), choice.packages().constFirst().bytes() + bytes);
+}
+
+void TestPackageSet::expansionFiles()
+{
+    const QByteArray data(1000, 'x');
+    PackageDevice file(zip({base(), {latin("Android/obb/org.other/main.7.org.example.app.obb"), data}}));
+    const PackageSet set{Package(&file)};
+    QCOMPARE(set.expansions().size(), 1);
+    const SorrelKit::ExpansionFile expansion = set.expansions().constFirst();
+    QCOMPARE(expansion.path(), latin("Android/obb/org.other/main.7.org.example.app.obb"));
+    QCOMPARE(expansion.installPath(), latin("Android/obb/org.example.app/main.7.org.example.app.obb"));
+    QCOMPARE(expansion.bytes(), qint64(1000));
+    QVERIFY(expansion.packedBytes() > 0 && expansion.packedBytes() < 1000);
+    const SplitChoice choice = set.splitsFor(phone());
+    QCOMPARE(choice.expansions().size(), 1);
+    const SetPackage package = choice.packages().constFirst();
+    QCOMPARE(choice.downloadBytes(), package.packedBytes() + expansion.packedBytes());
+    QCOMPARE(choice.installedBytes(), package.bytes() + 1000);
+    QVERIFY(set.mismatches().isEmpty());
+    QVERIFY(PackageSet().expansions().isEmpty() && SplitChoice().expansions().isEmpty());
+}
+
+void TestPackageSet::expansionFilesUpToTheCeiling()
+{
+    constexpr int Ceiling = SorrelKit::PackageSetData::MaxExpansions;
+    QVector<Member> members{base()};
+    for (int i = 0; i < Ceiling; ++i)
+        members.append({QStringLiteral("%1.obb").arg(i), "x"});
+    PackageDevice all(zip(members));
+    QCOMPARE(int(PackageSet(Package(&all)).expansions().size()), Ceiling);
+    members.append({latin("more.OBB"), "x"});
+    PackageDevice more(zip(members));
+    QCOMPARE(int(PackageSet(Package(&more)).expansions().size()), Ceiling);
+}
+
+void TestPackageSet::describedSplits()
+{
+    const QByteArray json = R"({"package_name": "org.example.app", "split_apks": [{"file": "base.apk", "id": "base"},)"
+                            R"( {"file": "a.apk", "id": "config.fr"}, {"file": "b.apk", "id": "config.de"}]})";
+    QCOMPARE(found({base(), unreadable("a.apk"), unreadable("b.apk"), {latin("manifest.json"), json}}),
+             latin("base b"));
+    PackageDevice file(zip({base(), named("config.fr"), {latin("manifest.json"), json}}));
+    const PackageSet set{Package(&file)};
+    QCOMPARE(set.mismatches(), QStringList({latin("manifest.json lists a.apk, which the set lacks"),
+                                            latin("manifest.json lists b.apk, which the set lacks"),
+                                            latin("manifest.json does not list config.fr.apk")}));
 }
 
 void TestPackageSet::packageForADevice()

@@ -24,7 +24,8 @@ qint64 visitTexts(const Package &package)
                    + package.permissionNames().size() + package.features().size() + package.nativeAbis().size()
                    + package.languages().size() + package.densities().size() + package.impliedFeatures().size()
                    + package.splits().size() + package.labels().size() + package.label().size()
-                   + package.manifestXml().size();
+                   + package.manifestXml().size() + package.manifestXml(Package::References::Values).size()
+                   + package.iconPath(160).size();
     for (const Component &component : package.components())
         count += component.name().size() + component.permission().size() + int(component.isExported());
     for (const Permission &permission : package.permissions())

@@ -34,7 +34,10 @@ ProtobufWriter alias(const int &value)
 QByteArray manifestOf(const SetManifest &manifest)
 {
     XmlBuilder builder;
-    builder.attributeId(latin("name"), Attr::Name).attributeId(latin("minSdkVersion"), Attr::MinSdkVersion);
+    builder.attributeId(latin("name"), Attr::Name)
+        .attributeId(latin("minSdkVersion"), Attr::MinSdkVersion)
+        .attributeId(latin("versionCode"), Attr::VersionCode)
+        .attributeId(latin("extractNativeLibs"), Attr::ExtractNativeLibs);
     if (manifest.hasIdsOfSplits) {
         builder.attributeId(latin("isFeatureSplit"), Attr::IsFeatureSplit)
             .attributeId(latin("isSplitRequired"), Attr::IsSplitRequired)
@@ -55,7 +58,11 @@ QByteArray manifestOf(const SetManifest &manifest)
         attributes.append(androidText(latin("requiredSplitTypes"), latin(manifest.requiredSplitTypes)));
     if (manifest.splitTypes != nullptr)
         attributes.append(androidText(latin("splitTypes"), latin(manifest.splitTypes)));
+    if (manifest.versionCode != 0)
+        attributes.append(androidValue(latin("versionCode"), Integer, manifest.versionCode));
     builder.start(latin("manifest"), attributes);
+    if (!manifest.extractsLibraries)
+        builder.empty(latin("application"), {androidValue(latin("extractNativeLibs"), Boolean, 0)});
     if (manifest.minSdk != 0)
         builder.empty(latin("uses-sdk"), {androidValue(latin("minSdkVersion"), Integer, manifest.minSdk)});
     if (manifest.usesSplit != nullptr)

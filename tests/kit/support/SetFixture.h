@@ -29,6 +29,8 @@ struct SetManifest {
     const char *feature = nullptr;  ///< a condition of install-time
     int conditionSdk = 0;           ///< the same
     const char *package = "org.example.app";
+    int versionCode = 0;
+    bool extractsLibraries = true;
     bool hasIdsOfSplits = true; ///< whether the attributes have their resource ids
 };
 

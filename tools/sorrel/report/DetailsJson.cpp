@@ -7,6 +7,8 @@
 #include <QJsonArray>
 #include <QMetaEnum>
 
+#include <utility>
+
 using SorrelKit::Feature;
 using SorrelKit::Permission;
 
@@ -60,6 +62,29 @@ QJsonObject featureJson(const Feature &feature)
     };
 }
 
+QJsonArray densitiesJson(const QList<int> &densities)
+{
+    QJsonArray json;
+    for (const int density : densities)
+        json.append(density);
+    return json;
+}
+
+// The file for the icon on a screen of each density, and on the one that Android scales for.
+QJsonArray iconsJson(const SorrelKit::Package &package, QList<int> densities)
+{
+    constexpr int UnscaledDensity = 160;
+    if (!densities.contains(UnscaledDensity))
+        densities.prepend(UnscaledDensity);
+    QJsonArray json;
+    for (const int density : std::as_const(densities)) {
+        const QString path = package.iconPath(density);
+        if (!path.isEmpty())
+            json.append(QJsonObject{{QStringLiteral("density"), density}, {QStringLiteral("path"), path}});
+    }
+    return json;
+}
+
 } // namespace
 
 QJsonObject DetailsJson::of(const FileName &file, const SorrelKit::Package &package, const QLocale &locale)
@@ -70,9 +95,7 @@ QJsonObject DetailsJson::of(const FileName &file, const SorrelKit::Package &pack
     QJsonArray features;
     for (const Feature &feature : package.features() + package.impliedFeatures())
         features.append(featureJson(feature));
-    QJsonArray densities;
-    for (const int density : package.densities())
-        densities.append(density);
+    const QList<int> densities = package.densities();
     const MemberSizes sizes = MemberSizes::of(file);
     const QJsonObject sizesJson{
         {QStringLiteral("file"), sizes.file},           {QStringLiteral("code"), sizes.code},
@@ -85,7 +108,8 @@ QJsonObject DetailsJson::of(const FileName &file, const SorrelKit::Package &pack
     json.insert(QStringLiteral("features"), features);
     json.insert(QStringLiteral("openGlEs"), openGlEs.isNull() ? QString() : openGlEs.toString());
     json.insert(QStringLiteral("languages"), QJsonArray::fromStringList(package.languages()));
-    json.insert(QStringLiteral("densities"), densities);
+    json.insert(QStringLiteral("densities"), densitiesJson(densities));
+    json.insert(QStringLiteral("icons"), iconsJson(package, densities));
     json.insert(QStringLiteral("sizes"), sizesJson);
     return json;
 }

@@ -6,6 +6,7 @@
 #include <QJsonArray>
 #include <QLocale>
 
+using SorrelKit::ExpansionFile;
 using SorrelKit::SetPackage;
 using SorrelKit::SplitChoice;
 
@@ -100,13 +101,17 @@ QJsonObject packageJson(const SetPackage &package)
 } // namespace
 
 InstallReport::InstallReport(const SorrelKit::Package &package, const SorrelKit::Device &device)
-    : m_choice(SorrelKit::PackageSet(package).splitsFor(device))
 {
+    const SorrelKit::PackageSet set(package);
+    m_choice = set.splitsFor(device);
+    m_mismatches = set.mismatches();
 }
 
 ReportRows InstallReport::rows() const
 {
     ReportRows rows;
+    for (const QString &mismatch : m_mismatches)
+        rows.add(QStringLiteral("  mismatch"), mismatch, ReportRows::Emphasis::Error);
     if (!fits()) {
         rows.add(QStringLiteral("  installs"), QStringLiteral("nothing: ") + errorText(), ReportRows::Emphasis::Error);
         return rows;
@@ -120,8 +125,16 @@ ReportRows InstallReport::rows() const
                  QStringLiteral("%1  %2").arg(sizeText(package.packedBytes()).rightJustified(SizeWidth),
                                               package.reasonText()));
     }
+    for (const ExpansionFile &file : m_choice.expansions())
+        rows.add(QStringLiteral("    ") + file.path(),
+                 QStringLiteral("%1  to %2")
+                     .arg(sizeText(file.packedBytes()).rightJustified(SizeWidth), file.installPath()));
     rows.add(QStringLiteral("  download"), sizeText(m_choice.downloadBytes()));
-    rows.add(QStringLiteral("  installed"), sizeText(m_choice.installedBytes()));
+    const QString libraries =
+        m_choice.libraryBytes() > 0
+            ? QStringLiteral(", with %1 of unpacked libraries").arg(sizeText(m_choice.libraryBytes()))
+            : QString();
+    rows.add(QStringLiteral("  installed"), sizeText(m_choice.installedBytes()) + libraries);
     return rows;
 }
 
@@ -130,12 +143,21 @@ QJsonObject InstallReport::toJson() const
     QJsonArray packages;
     for (const SetPackage &package : m_choice.packages())
         packages.append(packageJson(package));
+    QJsonArray expansions;
+    for (const ExpansionFile &file : m_choice.expansions())
+        expansions.append(QJsonObject{{QStringLiteral("path"), file.path()},
+                                      {QStringLiteral("installPath"), file.installPath()},
+                                      {QStringLiteral("downloadBytes"), file.packedBytes()},
+                                      {QStringLiteral("installedBytes"), file.bytes()}});
     return {
         {QStringLiteral("fits"), fits()},
         {QStringLiteral("error"), codeName(m_choice.code())},
         {QStringLiteral("text"), errorText()},
         {QStringLiteral("downloadBytes"), m_choice.downloadBytes()},
         {QStringLiteral("installedBytes"), m_choice.installedBytes()},
+        {QStringLiteral("libraryBytes"), m_choice.libraryBytes()},
         {QStringLiteral("packages"), packages},
+        {QStringLiteral("expansions"), expansions},
+        {QStringLiteral("mismatches"), QJsonArray::fromStringList(m_mismatches)},
     };
 }

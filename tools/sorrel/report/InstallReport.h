@@ -10,6 +10,7 @@
 
 #include <QJsonObject>
 #include <QString>
+#include <QStringList>
 
 /// The part of a report that `info --device` adds: the packages of a set that an installer installs on a device, and
 /// what they weigh. The constructor reads the set.
@@ -28,6 +29,7 @@ public:
 
 private:
     SorrelKit::SplitChoice m_choice;
+    QStringList m_mismatches;
 };
 
 #endif

@@ -2,6 +2,7 @@
 #include "MemberSizes.h"
 
 #include "archive/ZipArchive.h"
+#include "limits/ByteSum.h"
 
 MemberSizes MemberSizes::of(const FileName &file)
 {
@@ -17,13 +18,13 @@ MemberSizes MemberSizes::of(const FileName &file)
         const ZipDirectory::Member member = directory.member(number);
         const QByteArray name = member.name.toByteArray();
         if (!name.contains('/') && name.startsWith("classes") && name.endsWith(".dex"))
-            sizes.code += member.size;
+            sizes.code = byteSum(sizes.code, member.size);
         else if (name.startsWith("lib/") && name.endsWith(".so"))
-            sizes.libraries += member.size;
+            sizes.libraries = byteSum(sizes.libraries, member.size);
         else if (name == "resources.arsc" || name.startsWith("res/"))
-            sizes.resources += member.size;
+            sizes.resources = byteSum(sizes.resources, member.size);
         else
-            sizes.others += member.size;
+            sizes.others = byteSum(sizes.others, member.size);
     }
     return sizes;
 }

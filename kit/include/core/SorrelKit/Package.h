@@ -94,6 +94,7 @@ public:
     enum class References {
         Names,   ///< by the name of the resource: "@string/app_name"
         Numbers, ///< by its number in its type, as ApkFile::getManifest() does: "@string/12"
+        Values,  ///< by the value that a phone without a language takes: "Notes", "true", "res/drawable/icon.png"
     };
 
     /// No package: error() is Error::Code::CannotOpen. @since 0.5.1
@@ -205,6 +206,10 @@ public:
     /// The application's label for @p locale, chosen as Entry::label() does; packageName() when there is none. Reads
     /// the table for a reference. @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
+    /// The path of the file that a device with @p density dots per inch takes for the application's icon
+    /// ("res/mipmap-xhdpi-v4/icon.png"); empty when there is no icon, it is no file, or the file is the platform's.
+    /// Whether the file exists is not checked. Reads the table for a reference. @since 0.5.1
+    QString iconPath(int density) const;
 
     /// Every entry for home screens, including those that are not shown; each activity or alias once, in the order of
     /// the manifest, up to 1024 of them. Reads the manifest and no table; goes over the manifest on each call.
@@ -228,6 +233,8 @@ public:
      * References are "@string/app_name" or "?attr/colorAccent", with the package in front when it is another one
      * ("@com.example.library:string/ok"). Resources of the platform have names ("@android:string/ok") when
      * there is a platform() that has them. The id replaces the name of a resource that is missing ("@0x01040000").
+     * References::Values writes the value of a resource instead, if it is a text, a number, a truth value, a colour or
+     * a size. A reference whose resource has no such value, and an attribute of the theme, keep their names.
      *
      * Empty when isValid() is false, or when the text would exceed the limit in docs/limits.md. Of a set, the base's
      * manifest. Reads the manifest again on each call, and notes the place of each resource as Resources does.

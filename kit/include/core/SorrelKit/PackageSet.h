@@ -3,6 +3,7 @@
 #define SORRELKIT_PACKAGESET_H
 
 #include <SorrelKit/Device.h>
+#include <SorrelKit/ExpansionFile.h>
 #include <SorrelKit/KitCoreExport.h>
 #include <SorrelKit/Package.h>
 #include <SorrelKit/SetPackage.h>
@@ -12,6 +13,7 @@
 #include <QList>
 #include <QMetaType>
 #include <QString>
+#include <QStringList>
 
 namespace SorrelKit {
 
@@ -32,6 +34,9 @@ class PackageSetData;
  * - a module is chosen unless its manifest leaves it for later.
  *
  * In both cases, the API levels of all chosen packages and the splits that they require are checked as Android does.
+ * A set may have a file that describes it (`manifest.json` in `.xapk`, `info.json` in `.apkm`). Its names of splits count
+ * for packages whose manifests cannot be read; mismatches() lists what differs.
+ *
  * Regions of languages make no difference, because splits have none.
  *
  * Constructing an object opens and reads nothing. The first query opens the set and reads the table, and the directory
@@ -47,6 +52,8 @@ class SORRELKITCORE_EXPORT PackageSet
 {
     Q_GADGET
     Q_PROPERTY(QList<SorrelKit::SetPackage> packages READ packages CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::ExpansionFile> expansions READ expansions CONSTANT)
+    Q_PROPERTY(QStringList mismatches READ mismatches CONSTANT)
 
 public:
     /// No set: packages() is empty. @since 0.5.1
@@ -71,6 +78,12 @@ public:
     /// Every package in the set, those of other applications included, in the order of the archive. Empty when the set
     /// cannot be read. @since 0.5.1
     QList<SetPackage> packages() const;
+    /// The expansion files in the set (`.obb`), in the order of the archive, up to 64 of them. @since 0.5.1
+    QList<ExpansionFile> expansions() const;
+    /// Where the file that describes the set (`manifest.json`, `info.json`) differs from the packages, in English; up to
+    /// 64 texts, which may have text of the file, which the caller makes harmless. Empty without such a file. Nothing
+    /// else depends on them: the packages count. @since 0.5.1
+    QStringList mismatches() const;
     /// The packages that an installer installs on @p device, or the reason why it does not. Goes over all packages on
     /// each call. @since 0.5.1
     SplitChoice splitsFor(const Device &device) const;

@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_SPLITCHOICE_H
 #define SORRELKIT_SPLITCHOICE_H
 
+#include <SorrelKit/ExpansionFile.h>
 #include <SorrelKit/KitCoreExport.h>
 #include <SorrelKit/SetPackage.h>
 
@@ -19,7 +20,7 @@ class SplitChoiceData;
  * device. PackageSet::splitsFor() returns this.
  *
  * The values stay valid when the set is gone. Copies share their data and are cheap. downloadBytes() and
- * installedBytes() go over the packages, every other operation takes constant time; none can fail. Different objects
+ * installedBytes() go over the packages and files, every other operation takes constant time; none can fail. Different objects
  * may be used in different threads.
  *
  * @since 0.5.1
@@ -31,8 +32,10 @@ class SORRELKITCORE_EXPORT SplitChoice
     Q_PROPERTY(bool fits READ fits CONSTANT)
     Q_PROPERTY(QString message READ message CONSTANT)
     Q_PROPERTY(QList<SorrelKit::SetPackage> packages READ packages CONSTANT)
+    Q_PROPERTY(QList<SorrelKit::ExpansionFile> expansions READ expansions CONSTANT)
     Q_PROPERTY(qint64 downloadBytes READ downloadBytes CONSTANT)
     Q_PROPERTY(qint64 installedBytes READ installedBytes CONSTANT)
+    Q_PROPERTY(qint64 libraryBytes READ libraryBytes CONSTANT)
 
 public:
     /// Why nothing fits. New ones may be added. @since 0.5.1
@@ -73,10 +76,17 @@ public:
     /// The packages to install, each with its reason(): the base first, then the others in the order in which they were
     /// chosen. Empty unless fits(). @since 0.5.1
     QList<SetPackage> packages() const;
-    /// The bytes of packages() in the set, which have to be loaded. @since 0.5.1
+    /// The expansion files of the set, which are for every device. Empty unless fits(). @since 0.5.1
+    QList<ExpansionFile> expansions() const;
+    /// The bytes of packages() and expansions() in the set, which have to be loaded. @since 0.5.1
     qint64 downloadBytes() const;
-    /// The bytes of packages() on the device, without what Android makes of them. @since 0.5.1
+    /// The bytes on the device: packages() and expansions() themselves, and libraryBytes(). Android adds what it makes of
+    /// them, such as compiled code. @since 0.5.1
     qint64 installedBytes() const;
+    /// The bytes of native code that Android unpacks beside the packages: the libraries of packages() for the device's
+    /// first processor that they have any for. 0 when the base has `android:extractNativeLibs="false"`, so that libraries
+    /// are used where they are in the packages. @since 0.5.1
+    qint64 libraryBytes() const;
 
 private:
     friend class SetAccess;
