@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "PackageWalker.h"
-#include "PlatformFixture.h"
+#include "PlatformInMemory.h"
 #include "SetFixture.h"
 
 #include <SorrelKit/DrawableRenderer.h>
@@ -10,9 +10,6 @@
 
 #include <QMetaEnum>
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 using namespace SorrelKit;
 
 namespace fixture {
@@ -20,17 +17,6 @@ namespace fixture {
 namespace {
 
 const QLocale german(QLocale::German);
-
-// The file has no name, so nothing is left of it when the process ends without its destructors.
-Platform smallPlatform()
-{
-    const QByteArray bytes =
-        package(platformTable(), platformManifest(), {{QStringLiteral("res/icon.png"), "no picture"}});
-    const int file = memfd_create("platform", 0);
-    if (file < 0 || write(file, bytes.constData(), size_t(bytes.size())) != bytes.size())
-        qFatal("no file for the platform");
-    return Platform(QStringLiteral("/proc/self/fd/%1").arg(file));
-}
 
 bool isAsPromised(const QImage &icon, int size)
 {
@@ -221,9 +207,9 @@ qint64 visitSet(const PackageSet &set)
 
 qint64 visit(Package package, int iconCount, int iconSize)
 {
-    static const Platform platform = smallPlatform();
+    static const PlatformInMemory platform;
     qint64 count = package.label().size();
-    package.setPlatform(platform);
+    package.setPlatform(platform.platform());
     count += visitTexts(package) + visitPermissions(package) + visitResources(Resources(package));
     IconWalker icons(package, iconSize);
     visitEntries(package, iconCount, &icons, &count);
