@@ -24,7 +24,10 @@ constexpr qint64 Patch = InputDrawable + 2;
 constexpr qint64 Vector = InputDrawable + 3;
 constexpr qint64 Alias = InputDrawable + 4;
 constexpr qint64 Layers = InputDrawable + 5;
+constexpr qint64 Shortcuts = InputDrawable + 6;
 constexpr qint64 Label = 0x7f030000;
+constexpr qint64 Style = 0x7f040000;
+constexpr qint64 ThemeColor = 0x7f050000;
 
 const QString name = QStringLiteral("name");
 const QString item = QStringLiteral("item");
@@ -152,6 +155,7 @@ QByteArray tableOf(TableEncoding encoding)
         PatchPath,
         VectorPath,
         LayersPath,
+        ShortcutsPath,
         Notes,
         Notebook,
     };
@@ -167,22 +171,29 @@ QByteArray tableOf(TableEncoding encoding)
         .value(2, String, PatchPath)
         .value(3, String, VectorPath)
         .value(4, Reference, InputDrawable)
-        .value(5, String, LayersPath);
+        .value(5, String, LayersPath)
+        .value(6, String, ShortcutsPath);
     TypeBuilder strings(3);
     strings.encoding(encoding).value(0, String, Notes).value(1, Reference, Label).value(2, Boolean, -1);
     TypeBuilder german(3, ConfigBuilder().locale("de", "AT").build());
     german.encoding(encoding).value(0, String, Notebook);
+    const auto colorOfTheme = [](QRgb value) { return mapItem(ThemeColor, int(ValueType::FirstColor), value); };
+    TypeBuilder styles(4);
+    styles.entry(0, mapOf({colorOfTheme(Red)}, Style + 1)).entry(1, mapOf({colorOfTheme(Green)}, Style));
     PackageBuilder package;
-    package.types({QStringLiteral("color"), QStringLiteral("drawable"), QStringLiteral("string")})
+    package
+        .types({QStringLiteral("color"), QStringLiteral("drawable"), QStringLiteral("string"), QStringLiteral("style")})
         .type(colors)
         .type(drawables)
         .type(TypeBuilder(2, ConfigBuilder().density(240).build()).value(1, String, PicturePath))
         .type(strings)
-        .type(german);
+        .type(german)
+        .type(styles);
     return TableBuilder()
         .strings({inputPath(), QStringLiteral("res/list.xml"), QStringLiteral("res/gradient.xml"),
                   QStringLiteral("res/icon.png"), QStringLiteral("res/icon.9.png"), QStringLiteral("res/vector.xml"),
-                  QStringLiteral("res/layers.xml"), QStringLiteral("Notes"), QStringLiteral("Notizbücher")})
+                  QStringLiteral("res/layers.xml"), QStringLiteral("res/shortcuts.xml"), QStringLiteral("Notes"),
+                  QStringLiteral("Notizbücher")})
         .package(package)
         .build();
 }
@@ -208,6 +219,61 @@ QByteArray manifest(Encoding encoding)
         .end(QStringLiteral("manifest"))
         .endNamespace(QStringLiteral("android"), androidUri)
         .build();
+}
+
+XmlElement named(const QString &tag, const QString &value, const Attributes &more = {}, const Elements &children = {})
+{
+    return element(tag, Attributes{text(Attr::Name, value)} + more, children);
+}
+
+// Permissions, features, a theme, a banner, and entries of several kinds.
+XmlElement manifestOfManyQueries()
+{
+    const QString permission = QStringLiteral("permission");
+    const QString activity = QStringLiteral("activity");
+    const auto filter = [](const char *action, const char *category) {
+        return element(QStringLiteral("intent-filter"), {},
+                       {named(QStringLiteral("action"), QLatin1String(action)),
+                        named(QStringLiteral("category"), QLatin1String(category)),
+                        element(QStringLiteral("data"), {text(Attr::MimeType, QStringLiteral("text/*"))})});
+    };
+    const XmlElement shortcuts = named(QStringLiteral("meta-data"), QStringLiteral("android.app.shortcuts"),
+                                       {reference(Attr::Resource, Shortcuts)});
+    const Attributes pictures{reference(Attr::Icon, Layers), reference(Attr::RoundIcon, Picture),
+                              reference(Attr::Banner, Vector), reference(Attr::Theme, Style)};
+    const XmlElement application =
+        element(QStringLiteral("application"), pictures,
+                {named(activity, QStringLiteral(".A"), {reference(Attr::Theme, Style + 1)},
+                       {filter("android.intent.action.MAIN", "android.intent.category.LAUNCHER"), shortcuts}),
+                 named(activity, QStringLiteral(".B"), pictures,
+                       {filter("android.intent.action.MAIN", "android.intent.category.LEANBACK_LAUNCHER"),
+                        filter("android.intent.action.SEND", "android.intent.category.DEFAULT")}),
+                 named(QStringLiteral("service"), QStringLiteral(".C"), {},
+                       {filter("android.service.wallpaper.WallpaperService", ""), shortcuts})});
+    return element(QStringLiteral("manifest"), {text(Attr::VersionName, QStringLiteral("1.0"))},
+                   {named(QStringLiteral("uses-permission"), permission, {integer(Attr::MaxSdkVersion, 28)}),
+                    named(permission, permission,
+                          {text(Attr::PermissionGroup, permission), reference(Attr::Label, Label),
+                           reference(Attr::Description, Label + 1), integer(Attr::ProtectionLevel, 0x11)}),
+                    named(QStringLiteral("permission-group"), permission, {reference(Attr::Label, Label)}),
+                    named(QStringLiteral("uses-feature"), QStringLiteral("android.hardware.camera"),
+                          {boolean(Attr::Required, false)}),
+                    application});
+}
+
+XmlElement fileOfShortcuts()
+{
+    const XmlElement intent = element(QStringLiteral("intent"), {text(Attr::Action, QStringLiteral("VIEW"))});
+    const XmlElement shareTarget =
+        element(QStringLiteral("share-target"), {text(Attr::TargetClass, QStringLiteral("org.x.Share"))},
+                {element(QStringLiteral("data"), {text(Attr::MimeType, QStringLiteral("*"))}),
+                 named(QStringLiteral("category"), QStringLiteral("people"))});
+    return element(QStringLiteral("shortcuts"), {},
+                   {element(QStringLiteral("shortcut"),
+                            {text(Attr::ShortcutId, QStringLiteral("new")), reference(Attr::ShortcutShortLabel, Label),
+                             reference(Attr::ShortcutLongLabel, Label + 1), reference(Attr::Icon, Picture)},
+                            {intent}),
+                    shareTarget});
 }
 
 QByteArray splitManifest()
@@ -251,6 +317,7 @@ QVector<Member> kitFiles()
         {QStringLiteral("res/icon.9.png"), ninePatchPng(patch, {2, 5}, {3, 4}, {1, 1, 2, 2})},
         {QStringLiteral("res/vector.xml"), binaryXml(vector())},
         {QStringLiteral("res/layers.xml"), binaryXml(layers())},
+        {QStringLiteral("res/shortcuts.xml"), binaryXml(fileOfShortcuts())},
     };
 }
 
@@ -292,6 +359,7 @@ QVector<Member> kitPackageSeeds()
         {QStringLiteral("dense"), tableOf(TableEncoding::Dense) + manifest(Encoding::Utf8)},
         {QStringLiteral("short-offsets"), tableOf(TableEncoding::ShortOffsets) + manifest(Encoding::Utf16)},
         {QStringLiteral("sparse"), tableOf(TableEncoding::Sparse) + manifest(Encoding::Utf8)},
+        {QStringLiteral("many-queries"), tableOf(TableEncoding::Dense) + binaryXml(manifestOfManyQueries())},
         {QStringLiteral("whole.apk"), wholePackage(TableEncoding::Dense)},
     };
     const QByteArray split = zip({{QStringLiteral("AndroidManifest.xml"), splitManifest()},

@@ -44,8 +44,10 @@ ResourceIndex::ResourceIndex(QVector<QSharedPointer<const ResourceTable>> tables
     m_slots.reserve(std::size_t(qMin(slotCount, qint64(MaxValues))));
     for (int number = 0; number < chunkCount() && m_isComplete; ++number)
         collectSlots(number);
-    std::sort(m_slots.begin(), m_slots.end(),
-              [](const Slot &a, const Slot &b) { return a.id != b.id ? a.id < b.id : a.chunk < b.chunk; });
+    const auto isBefore = [](const Slot &a, const Slot &b) { return a.place() < b.place(); };
+    // Tables of one configuration are sorted.
+    if (!std::is_sorted(m_slots.cbegin(), m_slots.cend(), isBefore))
+        std::sort(m_slots.begin(), m_slots.end(), isBefore);
 }
 
 void ResourceIndex::collectChunks()

@@ -86,6 +86,8 @@ private:
         quint32 id;
         quint32 chunk;
         quint32 offset;
+
+        quint64 place() const { return quint64(id) << 32 | chunk; }
     };
 
     void collectChunks();

@@ -6,6 +6,7 @@
 #include "Files.h"
 #include "format/AndroidAttributes.h"
 
+#include <QRgb>
 #include <QString>
 
 /// Platforms and packages made in code, which refer to each other.

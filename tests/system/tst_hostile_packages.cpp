@@ -182,14 +182,16 @@ void TestHostilePackages::boundsHold_data()
     QTest::addColumn<qint64>("inflated");
 
     constexpr int Count = 5000;
+    const QByteArray chainOfAll = chain(Count);
+    const QByteArray locales = manyLocales(20000);
+    const QByteArray copies = copiesOfManyLocales(Count, 10000);
     for (const QString &attribute : {icon, label, enabled}) {
         const auto name = [&attribute](const char *text) { return QByteArray(text) + qPrintable(attribute); };
-        addRow(name("chain that every launcher starts elsewhere in: ").constData(), chain(Count),
-               launchersThatRefer(Count, attribute));
-        addRow(name("texts for one entry of many locales: ").constData(), manyLocales(20000),
+        const QByteArray referring = launchersThatRefer(Count, attribute);
+        addRow(name("chain that every launcher starts elsewhere in: ").constData(), chainOfAll, referring);
+        addRow(name("texts for one entry of many locales: ").constData(), locales,
                launchersThatReferToOne(Count, attribute));
-        addRow(name("default of many locales, and an own one: ").constData(), copiesOfManyLocales(Count, 10000),
-               launchersThatRefer(Count, attribute));
+        addRow(name("default of many locales, and an own one: ").constData(), copies, referring);
     }
     // Strings that look like references are followed as such. Each is a different text for one resource with many
     // values.

@@ -74,16 +74,25 @@ QByteArray launchers(int count, const AttributesOf &attributesOf)
     return builder.end(QStringLiteral("application")).end(QStringLiteral("manifest")).build();
 }
 
-// The same; the attribute of launcher n refers to entry n of the first type.
-QByteArray launchersThatRefer(int count, const QString &attribute)
+// The same; the attributes of launcher n refer to entry n of the first type.
+QByteArray launchersThatRefer(int count, const QStringList &names)
 {
-    return launchers(count,
-                     [&](int i) { return QVector<fixture::Attribute>{androidReference(attribute, FirstString + i)}; });
+    return launchers(count, [&](int i) {
+        QVector<fixture::Attribute> attributes;
+        for (const QString &name : names)
+            attributes.append(androidReference(name, FirstString + i));
+        return attributes;
+    });
 }
 
-QByteArray oneLauncher(const QString &attribute, qint64 resource)
+QByteArray oneLauncher(const QStringList &names, qint64 resource)
 {
-    return launchers(1, [&](int) { return QVector<fixture::Attribute>{androidReference(attribute, resource)}; });
+    return launchers(1, [&](int) {
+        QVector<fixture::Attribute> attributes;
+        for (const QString &name : names)
+            attributes.append(androidReference(name, resource));
+        return attributes;
+    });
 }
 
 PackageBuilder threeTypes()
@@ -357,13 +366,26 @@ void addPackage(const QByteArray &name, const QByteArray &resources, const QByte
              resources.size() + document.size() + sizeOf(members), icons);
 }
 
-// A package whose icon is the first of @p roots. The other roots are further drawables.
-void addDrawables(const QByteArray &name, const Elements &roots, const QVector<Member> &others = {})
+// Documents at res/0.xml and so on.
+QVector<Member> documentsOf(const Elements &roots)
 {
-    QVector<Member> members = others;
+    QVector<Member> members;
     for (int i = 0; i < roots.size(); ++i)
         members.append({QStringLiteral("res/%1.xml").arg(i), binaryXml(roots.at(i))});
-    addPackage(name, drawableTable(int(roots.size()) + int(others.size())), oneLauncher(icon, IconResource), members);
+    return members;
+}
+
+// A package whose icon is the first of @p documents. The other ones are further drawables. The icon of the only launcher
+// is that of the application, which is drawn in any case.
+void addDrawables(const QByteArray &name, const QVector<Member> &documents, const QVector<Member> &others = {})
+{
+    addPackage(name, drawableTable(int(documents.size()) + int(others.size())), oneLauncher({icon}, IconResource),
+               others + documents, 0);
+}
+
+void addDrawables(const QByteArray &name, const Elements &roots, const QVector<Member> &others = {})
+{
+    addDrawables(name, documentsOf(roots), others);
 }
 
 void addSet(const char *name, const QVector<Member> &members, Compression compression)
@@ -409,24 +431,30 @@ void TestHostileKit::addTables()
 {
     constexpr int Launchers = 5000;
     constexpr int Chunks = ResourceTable::MaxTypeChunks - 1;
+    const QByteArray locales = table(labelsInLocales(Chunks, 1));
+    const QByteArray noValues = chain(1, Chunks);
+    const QByteArray ownChain = chain(Launchers, 0);
+    const QByteArray chainAmongOthers = chain(Launchers, Chunks);
+    const QByteArray manyDefaults = defaultsOfManyLocales(Launchers, 10000);
+    const QByteArray fan = fanOfReferences(200, 500);
+    const QByteArray wideString = oneStringOfAll(1 << 20, Encoding::Utf16, 1000, 100);
+    const QByteArray narrowString = oneStringOfAll(0x7fff, Encoding::Utf8, 1000, 100);
     const QByteArray sparse = sparseTypes(50);
-    for (const QString &attribute : {label, icon, enabled}) {
-        const auto name = [&](const char *text) { return QByteArray(text) + ": " + qPrintable(attribute); };
-        addPackage(name("as many locales as chunks"), table(labelsInLocales(Chunks, 1)),
-                   oneLauncher(attribute, FirstString));
-        addPackage(name("chunks of no values"), chain(1, Chunks), launchersThatRefer(Launchers, attribute));
-        addPackage(name("chain that every launcher starts elsewhere in"), chain(Launchers, 0),
-                   launchersThatRefer(Launchers, attribute));
-        addPackage(name("the same, among chunks of no values"), chain(Launchers, Chunks),
-                   launchersThatRefer(Launchers, attribute));
-        addPackage(name("default of many locales, and an own one"), defaultsOfManyLocales(Launchers, 10000),
-                   launchersThatRefer(Launchers, attribute));
-        addPackage(name("references that fan out"), fanOfReferences(200, 500), launchersThatRefer(500, attribute));
-        addPackage(name("one string of a megabyte"), oneStringOfAll(1 << 20, Encoding::Utf16, 1000, 100),
-                   launchersThatRefer(Launchers, attribute));
-        addPackage(name("one string of 32767 bytes"), oneStringOfAll(0x7fff, Encoding::Utf8, 1000, 100),
-                   launchersThatRefer(Launchers, attribute));
-        addPackage(name("sparse types that are full"), sparse, launchersThatRefer(Launchers, attribute));
+    // Labels have a budget of their own; states and icons share one, so each of them has a package for itself.
+    for (const QStringList &attributes : {QStringList{label, icon}, QStringList{enabled}}) {
+        const auto name = [&](const char *text) {
+            return QByteArray(text) + ": " + qPrintable(attributes.join(QLatin1String(" and ")));
+        };
+        const QByteArray manifest = launchersThatRefer(Launchers, attributes);
+        addPackage(name("as many locales as chunks"), locales, oneLauncher(attributes, FirstString));
+        addPackage(name("chunks of no values"), noValues, manifest);
+        addPackage(name("chain that every launcher starts elsewhere in"), ownChain, manifest);
+        addPackage(name("the same, among chunks of no values"), chainAmongOthers, manifest);
+        addPackage(name("default of many locales, and an own one"), manyDefaults, manifest);
+        addPackage(name("references that fan out"), fan, launchersThatRefer(500, attributes));
+        addPackage(name("one string of a megabyte"), wideString, manifest);
+        addPackage(name("one string of 32767 bytes"), narrowString, manifest);
+        addPackage(name("sparse types that are full"), sparse, manifest);
     }
 }
 
@@ -450,14 +478,14 @@ void TestHostileKit::addManifests()
     PackageBuilder densities = threeTypes();
     for (int i = 0; i < 1000; ++i)
         densities.type(TypeBuilder(DrawableType, ConfigBuilder().density(i + 1).build()).value(0, String, i + 1));
-    addPackage("icon of a thousand files", table(densities, paths), oneLauncher(icon, IconResource), pictures);
+    addPackage("icon of a thousand files", table(densities, paths), oneLauncher({icon}, IconResource), pictures);
 
     QVector<Member> large;
     const QByteArray largePicture = blackPng(2048, 4096);
     for (int i = 0; i < 60; ++i)
         large.append({QStringLiteral("res/%1.png").arg(i), largePicture});
-    addPackage("icon of large files", table(densities, paths), oneLauncher(icon, IconResource), large);
-    addPackage("icon of files that claim much", table(densities, paths), oneLauncher(icon, IconResource),
+    addPackage("icon of large files", table(densities, paths), oneLauncher({icon}, IconResource), large);
+    addPackage("icon of files that claim much", table(densities, paths), oneLauncher({icon}, IconResource),
                {{QStringLiteral("res/0.png"), blackPng(45000, 45000, 8, false, false)}});
 
     XmlBuilder features = XmlBuilder::manifest();
@@ -610,8 +638,8 @@ void TestHostileKit::addVectors()
     colors.type(type)
         .chunk(TypeBuilder(StringType, ConfigBuilder(4).build()).build().repeated(ResourceTable::MaxTypeChunks - 2))
         .type(TypeBuilder(DrawableType).value(0, String, 0));
-    addPackage("colours that are chains", table(colors, {QStringLiteral("res/0.xml")}), oneLauncher(icon, IconResource),
-               {{QStringLiteral("res/0.xml"), binaryXml(vector(paths))}});
+    addPackage("colours that are chains", table(colors, {QStringLiteral("res/0.xml")}),
+               oneLauncher({icon}, IconResource), {{QStringLiteral("res/0.xml"), binaryXml(vector(paths))}});
 }
 
 void TestHostileKit::addSets()
@@ -681,15 +709,16 @@ void TestHostileKit::iconsKeepTheirMemory_data()
         [](const XmlElement &inner) { return element(QStringLiteral("clip"), {integer(Attr::Level, 9999)}, {inner}); },
         bitmap);
     const XmlAttribute text = textOf(QStringLiteral("x"));
-    const Elements manyElements = documentsAround(1, element(item, {text}), 45000);
-    const Elements manyAttributes = documentsAround(2, element(item, Attributes(1000, text)), 90);
+    const QVector<Member> manyElements = documentsOf(documentsAround(1, element(item, {text}), 45000));
+    const QVector<Member> manyAttributes = documentsOf(documentsAround(2, element(item, Attributes(1000, text)), 90));
+    const QVector<Member> oneLayerList = documentsOf({layers});
     for (const Member &picture : largePictures()) {
         const auto name = [&picture](const char *where) { return picture.name.toLatin1() + where; };
         const auto member = [&picture](int number) {
             return QVector<Member>{{QStringLiteral("res/%1.xml").arg(number), picture.content}};
         };
-        addPackage(name(""), drawableTable(1), oneLauncher(icon, IconResource), member(0));
-        addDrawables(name(" in layers"), {layers}, member(1));
+        addPackage(name(""), drawableTable(1), oneLauncher({icon}, IconResource), member(0));
+        addDrawables(name(" in layers"), oneLayerList, member(1));
         addDrawables(name(" beside many elements"), manyElements, member(1));
         addDrawables(name(" beside many attributes"), manyAttributes, member(2));
     }
@@ -697,12 +726,13 @@ void TestHostileKit::iconsKeepTheirMemory_data()
     PackageBuilder densities = threeTypes();
     QStringList paths;
     QVector<Member> members;
+    const QByteArray noise = noisePng(840);
     for (int i = 0; i < 20; ++i) {
         paths.append(QStringLiteral("res/%1.png").arg(i));
-        members.append({paths.last(), noisePng(840)});
+        members.append({paths.last(), noise});
         densities.type(TypeBuilder(DrawableType, ConfigBuilder().density(i + 1).build()).value(0, String, i));
     }
-    addPackage("files of many densities", table(densities, paths), oneLauncher(icon, IconResource), members);
+    addPackage("files of many densities", table(densities, paths), oneLauncher({icon}, IconResource), members);
 }
 
 void TestHostileKit::iconsKeepTheirMemory()

@@ -61,6 +61,10 @@ void TestJarDamage::refusesEveryChangedByte()
     options.hasMainDigest = hasMainDigest;
     if (hasTwoDigests)
         options.digests = {Hash::Sha1, Hash::Sha256};
+    // Only sections with digests of their own are parsed where they are changed; else any other byte changes a digest, so
+    // the bits take turns there.
+    const bool needsAllBits = !hasManifestDigest;
+    const QVector<int> flips{0x01, 0x20, 0x80};
     const QVector<Member> members = signedMembers(options);
     QVERIFY(verifyJar(members).isVerified());
     for (int number = 0; number < members.size(); ++number) {
@@ -69,7 +73,7 @@ void TestJarDamage::refusesEveryChangedByte()
         QVector<Member> others = members;
         QByteArray &content = others[number].content;
         for (int i = 0; i < content.size(); ++i) {
-            for (const int bits : {0x01, 0x20, 0x80}) {
+            for (const int bits : needsAllBits ? flips : flips.mid(i % int(flips.size()), 1)) {
                 const char before = content.at(i);
                 content[i] = char(before ^ bits);
                 if (verifyJar(others).isVerified())
