@@ -2,8 +2,8 @@
 #include <SorrelKit/ShelfItem.h>
 
 #include "language/LocaleChooser.h"
-#include "shelf/ShelfItemData.h"
-#include "shelf/ShelfTexts.h"
+#include "shelf/index/ShelfItemData.h"
+#include "shelf/index/ShelfTexts.h"
 
 namespace SorrelKit {
 

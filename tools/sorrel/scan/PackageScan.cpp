@@ -46,7 +46,10 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         Console::complain(fault.name.text(), fault.text);
         status = CannotRead;
     }
-    WorkerPool pool({m_program, WorkerCommand::arguments(m_content, m_options.limits())}, m_options.jobs());
+    WorkerPool pool({m_program, WorkerCommand::order(m_content, m_options.limits()).arguments()}, m_options.jobs());
+    QList<QByteArray> paths;
+    for (const FileName &file : m_files)
+        paths.append(file.path());
     ProgressBar progress(int(m_files.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;
@@ -73,7 +76,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         return goesOn;
     };
     const int window = isOrdered ? WindowPerJob * m_options.jobs() : std::numeric_limits<int>::max();
-    if (!pool.run(m_files, deliver, window)) {
+    if (!pool.run(paths, deliver, window)) {
         progress.clear();
         Console::complain(QStringLiteral("workers"), pool.errorText());
         status = CannotRead;

@@ -5,7 +5,8 @@
 #include "PackagePaths.h"
 #include "ReportContent.h"
 #include "ScanOptions.h"
-#include "WorkerPool.h"
+
+#include "workers/WorkerPool.h"
 
 #include <QByteArray>
 #include <QJsonObject>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "shelf/ShelfTexts.h"
+#include "shelf/index/ShelfTexts.h"
 
 #include <algorithm>
 
