@@ -86,7 +86,8 @@ PackageFacts PackageFacts::fromReport(const QByteArray &json, int code)
     QJsonObject report = QJsonDocument::fromJson(json).object();
     const QJsonObject error = report.value(QLatin1String("error")).toObject();
     facts.errorCode = code;
-    facts.errorText = report.isEmpty() ? ScanError::text(ScanError::Code(code)) : textOf(error, "text");
+    if (code != 0)
+        facts.errorText = report.isEmpty() ? ScanError::text(ScanError::Code(code)) : textOf(error, "text");
     facts.state = code == 0 ? ShelfItem::State::Ready : ShelfItem::State::Broken;
     facts.packageName = textOf(report, "package");
     facts.versionName = textOf(report, "versionName");

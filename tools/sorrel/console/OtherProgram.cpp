@@ -20,11 +20,34 @@ bool isSame(const char *argument, const char *word)
     return std::strcmp(argument, word) == 0;
 }
 
-// The arguments after "--" are files.
+// "--option" or "--option=value". The arguments after "--" are files.
 bool hasOption(int argc, char *argv[], const char *option)
 {
     char **const end = std::find_if(argv + 2, argv + argc, [](const char *each) { return isSame(each, "--"); });
-    return std::any_of(argv + 2, end, [option](const char *each) { return isSame(each, option); });
+    const size_t length = std::strlen(option);
+    return std::any_of(argv + 2, end, [option, length](const char *each) {
+        return std::strncmp(each, option, length) == 0 && (each[length] == '\0' || each[length] == '=');
+    });
+}
+
+/// A program besides `sorrel`.
+struct ProgramName {
+    const char *path;    ///< relative to the directory of `sorrel`
+    const char *subject; ///< for an error
+};
+
+ProgramName nameOf(Program program)
+{
+    switch (program) {
+    case Program::Trust:
+        return {SORREL_TRUST_PROGRAM, "signatures"};
+    case Program::Shelf:
+        return {SORREL_SHELF_PROGRAM, "indexes"};
+    case Program::Draw:
+    case Program::Core:
+        break;
+    }
+    return {SORREL_DRAW_PROGRAM, "drawing"};
 }
 
 } // namespace
@@ -47,15 +70,22 @@ QByteArray OtherProgram::path(Program program)
     const QByteArray directory = own.left(own.lastIndexOf('/') + 1);
     if (own.isEmpty() || program == Program::Core)
         return own;
-    return directory + (program == Program::Trust ? SORREL_TRUST_PROGRAM : SORREL_DRAW_PROGRAM);
+    return directory + nameOf(program).path;
+}
+
+QByteArray OtherProgram::neighbour(Program program)
+{
+    const QByteArray own = programPath();
+    const QByteArray path = nameOf(program).path;
+    return own.isEmpty() ? own : own.left(own.lastIndexOf('/')) + path.mid(path.lastIndexOf('/'));
 }
 
 int OtherProgram::become(Program program, char *argv[])
 {
     const QByteArray file = path(program);
     execv(file.constData(), argv);
-    const QString subject = program == Program::Trust ? QStringLiteral("signatures") : QStringLiteral("drawing");
-    Console::complain(QStringLiteral("the program for %1, %2").arg(subject, FileName(file).text()),
-                      QString::fromLocal8Bit(std::strerror(errno)));
+    Console::complain(
+        QStringLiteral("the program for %1, %2").arg(QLatin1String(nameOf(program).subject), FileName(file).text()),
+        QString::fromLocal8Bit(std::strerror(errno)));
     return CannotRead;
 }

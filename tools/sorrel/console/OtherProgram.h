@@ -19,6 +19,8 @@ Program needed(int argc, char *argv[]);
 /// The path of @p program in the bytes of the system, for the process of `sorrel`; empty when the path of this process is
 /// unknown.
 QByteArray path(Program program);
+/// The same for the process of another program, which is beside @p program.
+QByteArray neighbour(Program program);
 /// Becomes @p program, with the arguments @p argv of main(). When that fails, prints an error and returns an ExitStatus.
 int become(Program program, char *argv[]);
 
