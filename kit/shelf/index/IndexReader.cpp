@@ -201,13 +201,16 @@ QSet<qint64> IndexReader::reported(const QByteArray &content) const
     return packages;
 }
 
-QByteArray IndexReader::report(const QByteArray &path, const QByteArray &content) const
+IndexReader::Report IndexReader::report(const QByteArray &path, const QByteArray &content) const
 {
-    QSqlQuery query = m_database.prepare(QStringLiteral(
-        "SELECT report FROM packages JOIN reports ON package = packages.id WHERE path = ? AND content = ?"));
-    query.addBindValue(path);
+    QSqlQuery query =
+        m_database.prepare(QStringLiteral("SELECT report, error_code, error_text FROM packages LEFT JOIN reports "
+                                          "ON package = packages.id AND content = ? WHERE path = ?"));
     query.addBindValue(QString::fromLatin1(content));
-    return m_database.run(query) && m_database.next(query) ? query.value(0).toByteArray() : QByteArray();
+    query.addBindValue(path);
+    if (!m_database.run(query) || !m_database.next(query))
+        return {};
+    return {query.value(0).toByteArray(), query.value(1).toInt(), query.value(2).toString()};
 }
 
 } // namespace SorrelKit

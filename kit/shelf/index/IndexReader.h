@@ -30,6 +30,13 @@ public:
         bool isVerified = false;
     };
 
+    /// A report that is stored.
+    struct Report {
+        QByteArray json; ///< empty when there is none
+        int errorCode = 0;
+        QString errorText;
+    };
+
     /// Reads from @p database, which lives longer.
     explicit IndexReader(IndexDatabase &database) : m_database(database) {}
 
@@ -45,8 +52,8 @@ public:
     QSet<QByteArray> filesWithoutIcon(const QList<qint64> &ids, const ShelfIcon &kind) const;
     /// The packages that have a report with @p content.
     QSet<qint64> reported(const QByteArray &content) const;
-    /// The report of the package at @p path; empty when there is none.
-    QByteArray report(const QByteArray &path, const QByteArray &content) const;
+    /// The report of the package at @p path, and its error.
+    Report report(const QByteArray &path, const QByteArray &content) const;
 
 private:
     QList<ShelfItem> take(QSqlQuery &query, bool hasIcon) const;

@@ -231,7 +231,7 @@ bool IndexUpdate::write(const QList<QByteArray> &paths, const std::vector<Worker
             if (!hasDrawn(drawn, word))
                 drawn += word + ',';
         }
-        writer.write(path, status, facts[i], drawn, m_order.content.includesSignatures);
+        writer.write(path, status, facts[i], drawn, m_order.content.includesSignatures || (isSame && known.isVerified));
         if (m_order.keepsReports)
             writer.writeReport(path, m_order.content.content(), facts[i].report);
     }

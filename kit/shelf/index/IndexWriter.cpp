@@ -55,8 +55,10 @@ void IndexWriter::addWaiting(const QByteArray &path)
                        "permissions, signer) VALUES (?, 0, 0, -1, 0, 0, '', 0, ?, 0, '', '', '', 0, 0, 0, '', '')"),
         {path, int(ShelfItem::State::Waiting)});
     const qint64 package = packageAt(path, nullptr);
+    PackageFacts waiting;
+    waiting.items.append(PackageFacts::Item());
     if (itemsOf(package).isEmpty())
-        writeItems(package, {ShelfItem::State::Waiting, 0, {}, {}, {}, 0, 0, 0, {}, {}, {}, {{}}, {}});
+        writeItems(package, waiting);
 }
 
 void IndexWriter::move(qint64 package, const QByteArray &path, const FileStatus &status)
@@ -82,20 +84,26 @@ void IndexWriter::write(const QByteArray &path, const FileStatus &status, const 
     if (packageAt(path, &known) == 0)
         addWaiting(path);
     const qint64 package = packageAt(path, &known);
+    QString signer = facts.signer;
+    QString words = facts.words;
+    if (isVerified && !facts.isVerified) {
+        signer = signerOf(package);
+        words += signer;
+    }
     runWith(QStringLiteral("UPDATE packages SET device = ?, inode = ?, size = ?, modified = ?, changed = ?, drawn = ?, "
                            "verified = ?, state = ?, error_code = ?, error_text = ?, name = ?, version_name = ?, "
                            "version_code = ?, min_sdk = ?, target_sdk = ?, permissions = ?, signer = ? WHERE id = ?"),
             {status.device, status.inode, status.size, status.modified, status.changed,
              QString::fromLatin1(notNull(drawn)), isVerified ? 1 : 0, int(facts.state), facts.errorCode,
              notNull(facts.errorText), notNull(facts.packageName), notNull(facts.versionName), facts.versionCode,
-             facts.minSdkVersion, facts.targetSdkVersion, notNull(facts.permissions), notNull(facts.signer), package});
+             facts.minSdkVersion, facts.targetSdkVersion, notNull(facts.permissions), notNull(signer), package});
     if (!(known == status)) {
         runWith(QStringLiteral("DELETE FROM icons WHERE item IN (SELECT id FROM items WHERE package = ?)"), {package});
         runWith(QStringLiteral("DELETE FROM reports WHERE package = ?"), {package});
     }
     writeItems(package, facts);
     runWith(QStringLiteral("DELETE FROM words WHERE package = ?"), {package});
-    runWith(QStringLiteral("INSERT INTO words (package, text) VALUES (?, ?)"), {package, notNull(facts.words)});
+    runWith(QStringLiteral("INSERT INTO words (package, text) VALUES (?, ?)"), {package, notNull(words)});
 }
 
 void IndexWriter::writeReport(const QByteArray &path, const QByteArray &content, const QByteArray &report)
@@ -185,6 +193,13 @@ qint64 IndexWriter::packageAt(const QByteArray &path, FileStatus *status)
         *status = {query.value(1).toLongLong(), query.value(2).toLongLong(), query.value(3).toLongLong(),
                    query.value(4).toLongLong(), query.value(5).toLongLong()};
     return query.value(0).toLongLong();
+}
+
+QString IndexWriter::signerOf(qint64 package)
+{
+    QSqlQuery query = m_database.prepare(QStringLiteral("SELECT signer FROM packages WHERE id = ?"));
+    query.addBindValue(package);
+    return m_database.run(query) && m_database.next(query) ? query.value(0).toString() : QString();
 }
 
 QList<IndexWriter::StoredItem> IndexWriter::itemsOf(qint64 package)

@@ -36,7 +36,8 @@ public:
     void move(qint64 package, const QByteArray &path, const FileStatus &status);
     void remove(qint64 package);
     /// Writes the facts of the package at @p path, which was read when it had @p status. Its items keep their ids when
-    /// their launchers remain. Its icons and reports stay when the status did.
+    /// their launchers remain. Its icons and reports stay when the status did. With @p isVerified and facts that are not
+    /// verified, the signer stays, too.
     void write(const QByteArray &path, const FileStatus &status, const PackageFacts &facts, const QByteArray &drawn,
                bool isVerified);
     /// Stores a report of the package at @p path.
@@ -55,6 +56,7 @@ private:
     };
 
     qint64 packageAt(const QByteArray &path, FileStatus *status);
+    QString signerOf(qint64 package);
     QList<StoredItem> itemsOf(qint64 package);
     void writeItems(qint64 package, const PackageFacts &facts);
     void writeIconsOf(qint64 item, const QVector<PackageFacts::Icon> &icons);

@@ -96,6 +96,7 @@ PackageFacts PackageFacts::fromReport(const QByteArray &json, int code)
     facts.targetSdkVersion = report.value(QLatin1String("targetSdkVersion")).toInt();
     const QStringList permissions = permissionsOf(report);
     facts.permissions = ShelfTexts::fromList(permissions);
+    facts.isVerified = report.contains(QLatin1String("signatures"));
     facts.signer = signerOf(report);
 
     Words words;

@@ -47,6 +47,7 @@ struct PackageFacts {
     int minSdkVersion = 0;
     int targetSdkVersion = 0;
     QString permissions;
+    bool isVerified = false; ///< whether the report has signatures
     QString signer;
     QString words;       ///< folded, in lines
     QVector<Item> items; ///< at least one

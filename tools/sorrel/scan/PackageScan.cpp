@@ -39,13 +39,16 @@ void PackageScan::add(const QStringList &arguments)
     m_faults += paths.faults();
 }
 
+int PackageScan::complainOfFaults() const
+{
+    for (const PackagePaths::Fault &fault : m_faults)
+        Console::complain(fault.name.text(), fault.text);
+    return m_faults.isEmpty() ? Success : CannotRead;
+}
+
 int PackageScan::run(bool isOrdered, const Take &take) const
 {
-    int status = Success;
-    for (const PackagePaths::Fault &fault : m_faults) {
-        Console::complain(fault.name.text(), fault.text);
-        status = CannotRead;
-    }
+    int status = complainOfFaults();
     WorkerPool pool({m_program, WorkerCommand::order(m_content, m_options.limits()).arguments()}, m_options.jobs());
     QList<QByteArray> paths;
     for (const FileName &file : m_files)

@@ -3,6 +3,7 @@
 
 #include "Console.h"
 #include "FileName.h"
+#include "OpenIndex.h"
 #include "PrintableText.h"
 
 #include "shelf/index/IndexReader.h"
@@ -61,7 +62,7 @@ void FindCommand::addOptions(QCommandLineParser &parser) const
 int FindCommand::run(const QCommandLineParser &parser, Console &console) const
 {
     SorrelKit::IndexFile file;
-    if (!m_index.open(parser, true, &file))
+    if (!openIndex(m_index.value(parser), true, &file))
         return CannotRead;
     const QString words = parser.positionalArguments().join(QLatin1Char(' '));
     const QList<ShelfItem> items = SorrelKit::IndexReader(file.database()).find(words);

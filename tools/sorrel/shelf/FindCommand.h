@@ -20,7 +20,8 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
-    const IndexOption m_index;
+    const IndexOption m_index{QStringLiteral(
+        "The index of packages, an SQLite file; by default that of the user, in the folder for caches.")};
     const QCommandLineOption m_json{QStringLiteral("json"),
                                     QStringLiteral("Print a line of JSON for each launcher (docs/find.schema.json).")};
 };

@@ -1,15 +1,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "IndexOption.h"
+#include "OpenIndex.h"
 
 #include "Console.h"
+#include "FileName.h"
 
 #include <SorrelKit/Shelf.h>
 
-bool IndexOption::open(const QCommandLineParser &parser, bool isReadOnly, SorrelKit::IndexFile *file) const
+bool openIndex(const QString &argument, bool isReadOnly, SorrelKit::IndexFile *file)
 {
     QString name = SorrelKit::Shelf::defaultFileName();
-    if (isSet(parser)) {
-        const FileName given(parser.value(m_index));
+    if (!argument.isEmpty()) {
+        const FileName given(argument);
         name = given.forQt();
         if (name.isEmpty()) {
             Console::complain(given.text(), FileName::notForQtText());
