@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <dlfcn.h>
 #include <iterator>
 #include <unistd.h>
 
@@ -50,6 +51,14 @@ ProgramName nameOf(Program program)
     return {SORREL_DRAW_PROGRAM, "drawing"};
 }
 
+int failToStart(Program program, const QByteArray &file, const QString &text)
+{
+    Console::complain(
+        QStringLiteral("the program for %1, %2").arg(QLatin1String(nameOf(program).subject), FileName(file).text()),
+        text);
+    return CannotRead;
+}
+
 } // namespace
 
 Program OtherProgram::needed(int argc, char *argv[])
@@ -73,19 +82,16 @@ QByteArray OtherProgram::path(Program program)
     return directory + nameOf(program).path;
 }
 
-QByteArray OtherProgram::neighbour(Program program)
-{
-    const QByteArray own = programPath();
-    const QByteArray path = nameOf(program).path;
-    return own.isEmpty() ? own : own.left(own.lastIndexOf('/')) + path.mid(path.lastIndexOf('/'));
-}
-
-int OtherProgram::become(Program program, char *argv[])
+int OtherProgram::become(Program program, int argc, char *argv[])
 {
     const QByteArray file = path(program);
-    execv(file.constData(), argv);
-    Console::complain(
-        QStringLiteral("the program for %1, %2").arg(QLatin1String(nameOf(program).subject), FileName(file).text()),
-        QString::fromLocal8Bit(std::strerror(errno)));
-    return CannotRead;
+    if (program != Program::Shelf) {
+        execv(file.constData(), argv);
+        return failToStart(program, file, QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    void *const module = ::dlopen(file.constData(), RTLD_LAZY | RTLD_LOCAL);
+    void *const main = module == nullptr ? nullptr : ::dlsym(module, ModuleMain);
+    if (main == nullptr)
+        return failToStart(program, file, QString::fromLocal8Bit(::dlerror()));
+    return reinterpret_cast<int (*)(int, char *[])>(main)(argc, argv);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// sorrel-shelf: the commands of sorrel that use an index of packages.
+// sorrel-shelf.so: the commands of sorrel that use an index of packages. sorrel loads it, and calls its main().
 
 #include "CatalogCommand.h"
 #include "CommandLine.h"
@@ -15,9 +15,7 @@ namespace {
 
 std::unique_ptr<PackageScan> indexedScan(const QString &index, const ScanOptions &options, const ReportContent &content)
 {
-    // The workers of `sorrel` itself are elsewhere; those of sorrel-trust have all of its parts.
-    const Program program = content.program() == Program::Core ? Program::Trust : content.program();
-    return std::make_unique<IndexedScan>(index, OtherProgram::neighbour(program), options, content);
+    return std::make_unique<IndexedScan>(index, OtherProgram::path(content.program()), options, content);
 }
 
 class IndexedScanCommand : public ScanCommand
@@ -34,7 +32,9 @@ public:
 
 } // namespace
 
-int main(int argc, char *argv[])
+extern "C" Q_DECL_EXPORT int sorrelModuleMain(int argc, char *argv[]);
+
+int sorrelModuleMain(int argc, char *argv[])
 {
     return CommandLine::run(argc, argv,
                             {
