@@ -40,7 +40,7 @@ system_packages=(
 # scripts/coverage.sh
 coverage_packages=("${test_packages[@]}" gcovr)
 # scripts/bench.sh
-bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
+bench_packages=("${build_packages[@]}" libbenchmark-dev libsqlite3-dev valgrind python3 gnuplot-nox)
 # bench/peers: other readers of packages.
 peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
 # .ci/run: formatting, static analysis, sanitizers and fuzzers.
