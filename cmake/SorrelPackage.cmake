@@ -20,7 +20,7 @@ write_basic_package_version_file("${made}/${package}ConfigVersion.cmake" COMPATI
 install(FILES "${made}/${package}Config.cmake" "${made}/${package}ConfigVersion.cmake"
     DESTINATION "${package_directory}"
 )
-foreach(export SorrelTargets SorrelKitCoreTargets SorrelKitGuiTargets SorrelTrustTargets)
+foreach(export SorrelTargets SorrelKitCoreTargets SorrelKitGuiTargets SorrelShelfTargets SorrelTrustTargets)
     install(EXPORT ${export} NAMESPACE Sorrel:: DESTINATION "${package_directory}")
 endforeach()
 
@@ -41,7 +41,7 @@ foreach(kind IN ITEMS INCLUDE LIB)
     endif()
 endforeach()
 set(prefix_at_install @CMAKE_INSTALL_PREFIX@)
-foreach(library IN ITEMS sorrel sorrelkitcore sorrelkitgui sorreltrust)
+foreach(library IN ITEMS sorrel sorrelkitcore sorrelkitgui sorrelshelf sorreltrust)
     set(pc "${library}${SORREL_SUFFIX}.pc")
     configure_file(cmake/${library}.pc.in "${made}/${pc}.in" @ONLY)
     install(CODE "configure_file(\"${made}/${pc}.in\" \"${made}/${pc}\" @ONLY)")

@@ -47,7 +47,7 @@ for deb in "${debs[@]}"; do
     [[ $deb == *-dbgsym_* ]] || names+=("$(dpkg-deb -f "$deb" Package)")
 done
 version=$(dpkg-deb -f "${debs[0]}" Version)
-[ "${names[*]}" = "libsorrel-dev libsorrel0 libsorrelkitcore0 libsorrelkitgui0 libsorreltrust0 sorrel-tools" ] || fail "the packages are ${names[*]}"
+[ "${names[*]}" = "libsorrel-dev libsorrel0 libsorrelkitcore0 libsorrelkitgui0 libsorrelshelf0 libsorreltrust0 sorrel-tools" ] || fail "the packages are ${names[*]}"
 
 dpkg-source --no-check -x "$dsc" "$work/source" >/dev/null
 
@@ -104,7 +104,7 @@ say "upgrading to $version"
 quietly inside sh -c "${apt[*]} install ./new/*.deb"
 installed "$version"
 known=$(inside ldconfig -p)
-for library in libsorrel libsorrelkitcore libsorrelkitgui libsorreltrust; do
+for library in libsorrel libsorrelkitcore libsorrelkitgui libsorrelshelf libsorreltrust; do
     grep -q "$library\.so\.0 " <<<"$known" || fail "the linker does not know $library"
 done
 [ "$(inside pkg-config --modversion sorrel)" = "${version%-*}" ] || fail "pkg-config knows another version"

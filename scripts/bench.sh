@@ -8,6 +8,7 @@
 # bench.sh --update: makes these counts the baseline.
 # bench.sh --scan [SORREL]: measures `sorrel scan` by the number of its workers, for docs/scaling.md; about half a minute.
 #     SORREL is the program of another build to compare with.
+# bench.sh --shelf: measures the index beside the bare work, for docs/shelf.md; about a minute.
 # bench.sh --hostile: measures the hostile files in the programs of the tests, and replaces their table in
 #     docs/performance.md; about five minutes.
 # bench.sh --icons: measures icons only, and prints the rows of Google Benchmark; about half a minute.
@@ -117,6 +118,12 @@ case ${1:-} in
     measure_growth
     python3 bench/report.py "$results" --plots docs
     ;;
+--shelf)
+    require "${bench_packages[@]}"
+    say "Building"
+    prepare bench_shelf sorrel-command samples
+    python3 bench/shelf.py "$programs/bench_shelf" "$programs/sorrel" "$results/samples"
+    ;;
 --scan)
     require "${bench_packages[@]}"
     say "Building"
@@ -132,7 +139,7 @@ case ${1:-} in
     measure_hostile docs/performance.md
     ;;
 -*)
-    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --scan | --hostile" >&2
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --scan | --shelf | --hostile" >&2
     exit 2
     ;;
 *)

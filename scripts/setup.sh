@@ -10,11 +10,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # To build the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
-    qtbase5-dev libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
+    qtbase5-dev libqt5sql5-sqlite libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
     aapt android-framework-res qt5-image-formats-plugins
 )
 # To build with Qt 6.
-qt6_packages=(qt6-base-dev libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
+qt6_packages=(qt6-base-dev libqt6sql6-sqlite libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
 # To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
@@ -40,7 +40,7 @@ system_packages=(
 # scripts/coverage.sh
 coverage_packages=("${test_packages[@]}" gcovr)
 # scripts/bench.sh
-bench_packages=("${build_packages[@]}" libbenchmark-dev valgrind python3 gnuplot-nox)
+bench_packages=("${build_packages[@]}" libbenchmark-dev libsqlite3-dev valgrind python3 gnuplot-nox)
 # bench/peers: other readers of packages.
 peer_packages=(libbenchmark-dev android-libandroidfw-dev android-libutils-dev android-libbase-dev aapt python3)
 # .ci/run: formatting, static analysis, sanitizers and fuzzers.

@@ -15,7 +15,7 @@ int main(int argc, char *argv[])
 {
     const Program program = OtherProgram::needed(argc, argv);
     if (program != Program::Core)
-        return OtherProgram::become(program, argv);
+        return OtherProgram::become(program, argc, argv);
     return CommandLine::run(argc, argv,
                             {
                                 CommandLine::entry<InfoCommand>("info"),

@@ -19,7 +19,7 @@ actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%
     sed 's/\(Targets\)-[a-z]*\.cmake/\1-TYPE.cmake/' | sort)
 diff <(echo "$expected") <(echo "$actual") >&2 || fail "what is installed (right) is not what installed.txt lists (left)"
 
-for library in sorrel sorrelkitcore sorrelkitgui sorreltrust; do
+for library in sorrel sorrelkitcore sorrelkitgui sorrelshelf sorreltrust; do
     file=$prefix/$libdir/lib$library$suffix.so
     readelf -dW "$file" | grep -qF "Library soname: [lib$library$suffix.so.0]" || fail "$library has another soname"
     [ "$(readlink -f "$file")" = "$(readlink -f "$file.$version")" ] || fail "$library is another version"

@@ -19,7 +19,7 @@ make_in() {
     cmake -G Ninja -S "$copy" -B "$tree" "$@" -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=16 \
         -D CMAKE_DISABLE_PRECOMPILE_HEADERS=ON -D SORREL_BUILD_TESTS=OFF -D SORREL_BUILD_SAMPLES=OFF \
         -D SORREL_BUILD_TOOLS=OFF -D SORREL_BUILD_EXAMPLES=OFF -D SORREL_BUILD_DOCS=OFF >/dev/null
-    ninja -C "$tree" sorrel sorrelkitcore sorrelkitgui sorreltrust >"$work/log" || { cat "$work/log" >&2; return 1; }
+    ninja -C "$tree" sorrel sorrelkitcore sorrelkitgui sorrelshelf sorreltrust >"$work/log" || { cat "$work/log" >&2; return 1; }
 }
 
 make_in "$work/one" "$work/one/build" "$@"

@@ -32,6 +32,7 @@ void CatalogCommand::addOptions(QCommandLineParser &parser) const
     parser.addOptions({m_output, m_title, m_verify});
     m_icon.addShapeTo(parser);
     m_scan.addTo(parser);
+    m_index.addTo(parser);
 }
 
 int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/) const
@@ -52,10 +53,12 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
     content.includesLint = true;
     content.lintDrawsIcons = true;
     content.includesSignatures = parser.isSet(m_verify);
-    PackageScan scan(programPath(), options, content);
-    scan.add(parser.positionalArguments());
+    const std::unique_ptr<PackageScan> scan = m_makeIndexed != nullptr && m_index.isSet(parser)
+                                                  ? m_makeIndexed(m_index.value(parser), options, content)
+                                                  : std::make_unique<PackageScan>(programPath(), options, content);
+    scan->add(parser.positionalArguments());
     const auto isReplaced = [&](const FileName &file) { return output.isSameFile(file); };
-    if (std::any_of(scan.files().cbegin(), scan.files().cend(), isReplaced))
+    if (std::any_of(scan->files().cbegin(), scan->files().cend(), isReplaced))
         return Console::wrongUsage(QStringLiteral("The page would replace a package."), program);
 
     OutputFile file(output);
@@ -64,7 +67,7 @@ int CatalogCommand::run(const QCommandLineParser &parser, Console & /*console*/)
         return CannotRead;
     }
     CatalogPage page(file.device(), parser.value(m_title));
-    const int status = scan.run(true, [&](const QVector<QByteArray> &reports) {
+    const int status = scan->run(true, [&](const QVector<QByteArray> &reports) {
         for (const QByteArray &report : reports)
             page.add(QJsonDocument::fromJson(report).object());
         return true;

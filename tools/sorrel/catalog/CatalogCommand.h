@@ -4,16 +4,26 @@
 
 #include "Command.h"
 #include "IconOptions.h"
+#include "IndexOption.h"
+#include "PackageScan.h"
 #include "ScanOptions.h"
 
 #include <QCommandLineOption>
 
 #include <limits>
+#include <memory>
 
 /// `sorrel catalog`: writes a web page of packages.
 class CatalogCommand : public Command
 {
 public:
+    /// Makes the scan of a command with the option `--index`, whose argument is @p index.
+    using MakeIndexed = std::unique_ptr<PackageScan> (*)(const QString &index, const ScanOptions &options,
+                                                         const ReportContent &content);
+
+    /// @p makeIndexed is null in a program without indexes.
+    explicit CatalogCommand(MakeIndexed makeIndexed = nullptr) : m_makeIndexed(makeIndexed) {}
+
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override;
@@ -25,7 +35,9 @@ private:
     /// Width and height of icons in pixels: twice their size on the page, for screens of high density.
     static constexpr int IconSize = 128;
 
+    const MakeIndexed m_makeIndexed;
     const ScanOptions m_scan;
+    const IndexOption m_index{IndexOption::fillText()};
     const QCommandLineOption m_output{{QStringLiteral("o"), QStringLiteral("output")},
                                       QStringLiteral("Write the page to this file."),
                                       QStringLiteral("FILE.html")};

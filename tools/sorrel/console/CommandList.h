@@ -25,8 +25,9 @@ constexpr ListedCommand CommandList[] = {
     {"verify", "Verify the signatures as Android does.", Program::Trust},
     {"diff", "Show what differs between two packages.", Program::Trust},
     {"desktop", "Write desktop entries and icons for the menus of hosts.", Program::Draw},
-    {"scan", "Print a line of JSON for every package below directories.", Program::Core},
-    {"catalog", "Write a web page of every package below directories.", Program::Draw},
+    {"scan", "Print a line of JSON for every package below directories.", Program::Core, "--index", Program::Shelf},
+    {"catalog", "Write a web page of every package below directories.", Program::Draw, "--index", Program::Shelf},
+    {"find", "Find packages in an index by their labels, names, permissions and signers.", Program::Shelf},
 };
 
 #endif

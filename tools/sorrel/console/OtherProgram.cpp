@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <dlfcn.h>
 #include <iterator>
 #include <unistd.h>
 
@@ -20,11 +21,42 @@ bool isSame(const char *argument, const char *word)
     return std::strcmp(argument, word) == 0;
 }
 
-// The arguments after "--" are files.
+// "--option" or "--option=value". The arguments after "--" are files.
 bool hasOption(int argc, char *argv[], const char *option)
 {
     char **const end = std::find_if(argv + 2, argv + argc, [](const char *each) { return isSame(each, "--"); });
-    return std::any_of(argv + 2, end, [option](const char *each) { return isSame(each, option); });
+    const size_t length = std::strlen(option);
+    return std::any_of(argv + 2, end, [option, length](const char *each) {
+        return std::strncmp(each, option, length) == 0 && (each[length] == '\0' || each[length] == '=');
+    });
+}
+
+/// A program besides `sorrel`.
+struct ProgramName {
+    const char *path;    ///< relative to the directory of `sorrel`
+    const char *subject; ///< for an error
+};
+
+ProgramName nameOf(Program program)
+{
+    switch (program) {
+    case Program::Trust:
+        return {SORREL_TRUST_PROGRAM, "signatures"};
+    case Program::Shelf:
+        return {SORREL_SHELF_PROGRAM, "indexes"};
+    case Program::Draw:
+    case Program::Core:
+        break;
+    }
+    return {SORREL_DRAW_PROGRAM, "drawing"};
+}
+
+int failToStart(Program program, const QByteArray &file, const QString &text)
+{
+    Console::complain(
+        QStringLiteral("the program for %1, %2").arg(QLatin1String(nameOf(program).subject), FileName(file).text()),
+        text);
+    return CannotRead;
 }
 
 } // namespace
@@ -47,15 +79,19 @@ QByteArray OtherProgram::path(Program program)
     const QByteArray directory = own.left(own.lastIndexOf('/') + 1);
     if (own.isEmpty() || program == Program::Core)
         return own;
-    return directory + (program == Program::Trust ? SORREL_TRUST_PROGRAM : SORREL_DRAW_PROGRAM);
+    return directory + nameOf(program).path;
 }
 
-int OtherProgram::become(Program program, char *argv[])
+int OtherProgram::become(Program program, int argc, char *argv[])
 {
     const QByteArray file = path(program);
-    execv(file.constData(), argv);
-    const QString subject = program == Program::Trust ? QStringLiteral("signatures") : QStringLiteral("drawing");
-    Console::complain(QStringLiteral("the program for %1, %2").arg(subject, FileName(file).text()),
-                      QString::fromLocal8Bit(std::strerror(errno)));
-    return CannotRead;
+    if (program != Program::Shelf) {
+        execv(file.constData(), argv);
+        return failToStart(program, file, QString::fromLocal8Bit(std::strerror(errno)));
+    }
+    void *const module = ::dlopen(file.constData(), RTLD_LAZY | RTLD_LOCAL);
+    void *const main = module == nullptr ? nullptr : ::dlsym(module, ModuleMain);
+    if (main == nullptr)
+        return failToStart(program, file, QString::fromLocal8Bit(::dlerror()));
+    return reinterpret_cast<int (*)(int, char *[])>(main)(argc, argv);
 }

@@ -19,8 +19,12 @@ Program needed(int argc, char *argv[]);
 /// The path of @p program in the bytes of the system, for the process of `sorrel`; empty when the path of this process is
 /// unknown.
 QByteArray path(Program program);
-/// Becomes @p program, with the arguments @p argv of main(). When that fails, prints an error and returns an ExitStatus.
-int become(Program program, char *argv[]);
+/// Becomes @p program, with the arguments of main(), and returns an ExitStatus. Program::Shelf is a module, which this
+/// process loads: starting another process would take as long as all of `sorrel find`. When the program is missing, prints
+/// an error.
+int become(Program program, int argc, char *argv[]);
+/// The main() of a module.
+constexpr char ModuleMain[] = "sorrelModuleMain";
 
 } // namespace OtherProgram
 

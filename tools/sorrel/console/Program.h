@@ -6,7 +6,8 @@
 enum class Program {
     Core,  ///< `sorrel` itself: QtCore and libsorrelkitcore
     Trust, ///< `sorrel-trust`: libsorreltrust as well, which needs a library of cryptography
-    Draw,  ///< `sorrel-draw`: QtGui and all libraries of this project
+    Draw,  ///< `sorrel-draw`: QtGui, and all libraries of this project that need no QtSql
+    Shelf, ///< `sorrel-shelf.so`, a module that `sorrel` loads: QtSql, and the code of libsorrelshelf
 };
 
 #endif

@@ -19,7 +19,7 @@ namespace {
 class DrawingWorker : public WorkerCommand
 {
 public:
-    DrawingWorker() : WorkerCommand({addIcon, addDrawnLint, addSignatures}) {}
+    DrawingWorker() : WorkerCommand({addIcon, addLauncherIcons, addDrawnLint, addSignatures}) {}
 };
 
 class DrawingLint : public LintCommand

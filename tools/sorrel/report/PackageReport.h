@@ -30,6 +30,8 @@ public:
     bool isValid() const { return m_package.isValid(); }
     const FileName &file() const { return m_file; }
     const SorrelKit::Package &package() const { return m_package; }
+    /// The launchers of the report.
+    const QList<SorrelKit::Entry> &launchers() const { return m_launchers; }
 
     /// The report for people, in lines, with the label in the user's language first. Characters that control a terminal
     /// become U+FFFD. @p more are added at the end.

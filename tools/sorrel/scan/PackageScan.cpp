@@ -39,14 +39,20 @@ void PackageScan::add(const QStringList &arguments)
     m_faults += paths.faults();
 }
 
+int PackageScan::complainOfFaults() const
+{
+    for (const PackagePaths::Fault &fault : m_faults)
+        Console::complain(fault.name.text(), fault.text);
+    return m_faults.isEmpty() ? Success : CannotRead;
+}
+
 int PackageScan::run(bool isOrdered, const Take &take) const
 {
-    int status = Success;
-    for (const PackagePaths::Fault &fault : m_faults) {
-        Console::complain(fault.name.text(), fault.text);
-        status = CannotRead;
-    }
-    WorkerPool pool({m_program, WorkerCommand::arguments(m_content, m_options.limits())}, m_options.jobs());
+    int status = complainOfFaults();
+    WorkerPool pool({m_program, WorkerCommand::order(m_content, m_options.limits()).arguments()}, m_options.jobs());
+    QList<QByteArray> paths;
+    for (const FileName &file : m_files)
+        paths.append(file.path());
     ProgressBar progress(int(m_files.size()), m_options.showsProgress());
     QMap<int, QByteArray> waiting;
     int next = 0;
@@ -73,7 +79,7 @@ int PackageScan::run(bool isOrdered, const Take &take) const
         return goesOn;
     };
     const int window = isOrdered ? WindowPerJob * m_options.jobs() : std::numeric_limits<int>::max();
-    if (!pool.run(m_files, deliver, window)) {
+    if (!pool.run(paths, deliver, window)) {
         progress.clear();
         Console::complain(QStringLiteral("workers"), pool.errorText());
         status = CannotRead;

@@ -5,7 +5,8 @@
 #include "PackagePaths.h"
 #include "ReportContent.h"
 #include "ScanOptions.h"
-#include "WorkerPool.h"
+
+#include "workers/WorkerPool.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -27,25 +28,34 @@ public:
     {
     }
 
+    virtual ~PackageScan() = default;
+
     /**
      * Adds the packages of @p arguments: files, all packages below directories, and "-" for a list on standard input.
      */
-    void add(const QStringList &arguments);
+    virtual void add(const QStringList &arguments);
     const QVector<FileName> &files() const { return m_files; }
 
     /**
      * Reads the packages and passes on a report of each as soon as possible, in the order of addition when @p
      * isOrdered. Returns an ExitStatus.
      */
-    int run(bool isOrdered, const Take &take) const;
+    virtual int run(bool isOrdered, const Take &take) const;
 
-private:
-    QByteArray reportOf(const WorkerPool::Outcome &outcome) const;
+protected:
+    /// Prints the paths that could not be read. Returns an ExitStatus.
+    int complainOfFaults() const;
 
     const QByteArray m_program;
     const ScanOptions &m_options;
     const ReportContent m_content;
     QVector<FileName> m_files;
+
+private:
+    Q_DISABLE_COPY(PackageScan)
+
+    QByteArray reportOf(const WorkerPool::Outcome &outcome) const;
+
     QVector<PackagePaths::Fault> m_faults;
 };
 

@@ -9,7 +9,8 @@ QString ScanCommand::details() const
 {
     return QStringLiteral(
         "The lines are those of 'sorrel info --json'. Worker processes read the packages. When a worker dies, or "
-        "exceeds the limit of time or memory, only its current file is lost; the line of that file has the error.");
+        "exceeds the limit of time or memory, only its current file is lost; the line of that file has the error.\n\n"
+        "With --index, the lines of packages that were not changed come from the index, in the order of the paths.");
 }
 
 void ScanCommand::addArguments(QCommandLineParser &parser) const
@@ -25,6 +26,7 @@ void ScanCommand::addArguments(QCommandLineParser &parser) const
 void ScanCommand::addOptions(QCommandLineParser &parser) const
 {
     m_scan.addTo(parser);
+    m_index.addTo(parser);
     parser.addOptions({m_ordered, m_all, m_icon, m_lint, m_verify});
 }
 
@@ -44,9 +46,15 @@ int ScanCommand::run(const QCommandLineParser &parser, Console &console) const
                                    program);
     content.includesLint = parser.isSet(m_lint);
     content.includesSignatures = parser.isSet(m_verify);
-    PackageScan scan(OtherProgram::path(content.program()), options, content);
-    scan.add(parser.positionalArguments());
-    return scan.run(parser.isSet(m_ordered), [&](const QVector<QByteArray> &reports) {
+    // The index has the labels of the launchers that are shown.
+    if (m_index.isSet(parser) && content.includesDisabled)
+        return Console::wrongUsage(QStringLiteral("'--all' and '--index' cannot be used together."), program);
+    const std::unique_ptr<PackageScan> scan =
+        m_makeIndexed != nullptr && m_index.isSet(parser)
+            ? m_makeIndexed(m_index.value(parser), options, content)
+            : std::make_unique<PackageScan>(OtherProgram::path(content.program()), options, content);
+    scan->add(parser.positionalArguments());
+    return scan->run(parser.isSet(m_ordered), [&](const QVector<QByteArray> &reports) {
         QByteArray lines;
         for (const QByteArray &report : reports)
             lines += report + '\n';

@@ -4,16 +4,26 @@
 
 #include "Command.h"
 #include "IconOptions.h"
+#include "IndexOption.h"
+#include "PackageScan.h"
 #include "ScanOptions.h"
 
 #include <QCommandLineOption>
 
 #include <limits>
+#include <memory>
 
 /// `sorrel scan`: prints a report of each package as a line of JSON.
 class ScanCommand : public Command
 {
 public:
+    /// Makes the scan of a command with the option `--index`, whose argument is @p index.
+    using MakeIndexed = std::unique_ptr<PackageScan> (*)(const QString &index, const ScanOptions &options,
+                                                         const ReportContent &content);
+
+    /// @p makeIndexed is null in a program without indexes.
+    explicit ScanCommand(MakeIndexed makeIndexed = nullptr) : m_makeIndexed(makeIndexed) {}
+
     QString details() const override;
     int maxArguments() const override { return std::numeric_limits<int>::max(); }
     void addArguments(QCommandLineParser &parser) const override;
@@ -22,7 +32,9 @@ public:
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:
+    const MakeIndexed m_makeIndexed;
     const ScanOptions m_scan;
+    const IndexOption m_index{IndexOption::fillText()};
     const QCommandLineOption m_ordered{
         QStringLiteral("ordered"),
         QStringLiteral("Keep the order of the paths, and sort the files of a directory by name.")};

@@ -5,7 +5,8 @@
 #include "JsonText.h"
 #include "PackageReport.h"
 #include "ProcessLimits.h"
-#include "ScanError.h"
+
+#include "workers/ScanError.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -32,43 +33,43 @@ QByteArray answer(const QJsonObject &report)
 
 } // namespace
 
-QList<QByteArray> WorkerCommand::arguments(const ReportContent &content, const Limits &limits)
+WorkerOrder WorkerCommand::order(const ReportContent &content, const Limits &limits)
 {
-    return {
-        "worker",
-        QByteArray::number(content.includesDisabled ? 1 : 0),
-        QByteArray::number(content.iconSize),
-        QByteArray::number(int(content.iconMask)),
-        QByteArray::number(content.includesLint ? 1 : 0),
-        QByteArray::number(content.lintDrawsIcons ? 1 : 0),
-        QByteArray::number(content.includesSignatures ? 1 : 0),
-        QByteArray::number(limits.memory),
-        QByteArray::number(limits.seconds),
-        QByteArray::number(getpid()),
-    };
+    WorkerOrder order;
+    order.includesDisabled = content.includesDisabled;
+    order.iconSize = content.iconSize;
+    order.iconMask = int(content.iconMask);
+    order.includesLint = content.includesLint;
+    order.lintDrawsIcons = content.lintDrawsIcons;
+    order.includesSignatures = content.includesSignatures;
+    order.launcherIcons = content.launcherIcons;
+    order.maxMemory = limits.memory;
+    order.maxSeconds = limits.seconds;
+    order.parent = getpid();
+    return order;
 }
 
 int WorkerCommand::run(const QCommandLineParser &parser, Console &console) const
 {
-    const QStringList arguments = parser.positionalArguments();
+    const WorkerOrder order = WorkerOrder::fromArguments(parser.positionalArguments());
     ReportContent content;
-    content.includesDisabled = arguments.at(0).toInt() != 0;
-    content.iconSize = arguments.at(1).toInt();
-    content.iconMask = SorrelKit::IconMask(arguments.at(2).toInt());
-    content.includesLint = arguments.at(3).toInt() != 0;
-    content.lintDrawsIcons = arguments.at(4).toInt() != 0;
-    content.includesSignatures = arguments.at(5).toInt() != 0;
-    const Limits limits{arguments.at(6).toLongLong(), arguments.at(7).toDouble()};
+    content.includesDisabled = order.includesDisabled;
+    content.iconSize = order.iconSize;
+    content.iconMask = SorrelKit::IconMask(order.iconMask);
+    content.includesLint = order.includesLint;
+    content.lintDrawsIcons = order.lintDrawsIcons;
+    content.includesSignatures = order.includesSignatures;
+    content.launcherIcons = order.launcherIcons;
 
-    if (!ProcessLimits::endWithParent(pid_t(arguments.at(8).toInt())))
+    if (!ProcessLimits::endWithParent(pid_t(order.parent)))
         return CannotRead;
-    ProcessLimits::limitMemory(limits.memory);
+    ProcessLimits::limitMemory(order.maxMemory);
     char *line = nullptr;
     size_t capacity = 0;
     bool hasMemory = true;
     while (hasMemory && getdelim(&line, &capacity, '\0', stdin) > 0) {
         const FileName file{QByteArray(line)};
-        setAlarm(limits.seconds);
+        setAlarm(order.maxSeconds);
         QByteArray reply;
         try {
             const PackageReport report(file, content.includesDisabled);

@@ -5,8 +5,7 @@
 #include "Command.h"
 #include "ReportPart.h"
 
-#include <QByteArray>
-#include <QList>
+#include "workers/WorkerOrder.h"
 
 #include <vector>
 
@@ -31,11 +30,11 @@ public:
     /// @p parts are added to each report, when its content asks for them.
     explicit WorkerCommand(const std::vector<ReportPart> &parts = {}) : m_parts(parts) {}
 
-    /// The arguments of the program that is a worker for this process.
-    static QList<QByteArray> arguments(const ReportContent &content, const Limits &limits);
+    /// The order for a worker of this process.
+    static WorkerOrder order(const ReportContent &content, const Limits &limits);
 
-    int minArguments() const override { return 9; }
-    int maxArguments() const override { return 9; }
+    int minArguments() const override { return WorkerOrder::ArgumentCount; }
+    int maxArguments() const override { return WorkerOrder::ArgumentCount; }
     int run(const QCommandLineParser &parser, Console &console) const override;
 
 private:

@@ -2,13 +2,12 @@
 #ifndef WORKERPOOL_H
 #define WORKERPOOL_H
 
-#include "FileName.h"
-#include "ScanError.h"
-#include "WorkerProcess.h"
+#include "workers/ScanError.h"
+#include "workers/WorkerProcess.h"
 
 #include <QByteArray>
+#include <QList>
 #include <QString>
-#include <QVector>
 
 #include <deque>
 #include <functional>
@@ -28,7 +27,8 @@
  * A worker reads paths from standard input, with a NUL after each. Its line has the error code in decimal, a space, and
  * the report as a JSON object. A worker that writes anything else is killed.
  *
- * The constructor makes the whole process ignore SIGPIPE, so a worker or a reader that is gone is an error of write().
+ * The constructor blocks SIGPIPE in its thread, so a worker or a reader that is gone is an error of write(). Use an object in
+ * one thread: the workers end with it.
  */
 class WorkerPool
 {
@@ -57,7 +57,10 @@ public:
      * When only some processes can be started, they read all files. Returns false and sets errorText() when there is
      * none.
      */
-    bool run(const QVector<FileName> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
+    bool run(const QList<QByteArray> &files, const Deliver &deliver, int window = std::numeric_limits<int>::max());
+
+    /// run() also ends, without the remaining files, when the descriptor @p stop is readable; -1 for none.
+    void setStop(int stop) { m_stop = stop; }
 
     QString errorText() const { return m_error; }
 
@@ -82,7 +85,7 @@ private:
     bool hasFile() const;
     int takeFile();
     void rest() const;
-    void wait() const;
+    bool wait() const;
     void look(Worker &worker);
     bool readAnswers(Worker &worker);
     bool readAnswer(Worker &worker, const QByteArray &line);
@@ -92,8 +95,9 @@ private:
 
     const WorkerProgram m_program;
     std::vector<Worker> m_workers;
-    QVector<FileName> m_files;
+    QList<QByteArray> m_files;
     int m_window = 0;
+    int m_stop = -1;
     int m_next = 0;           ///< index of the first file that no process had
     std::set<int> m_returned; ///< files from the queues of ended processes
     int m_oldest = 0;         ///< index of the first unfinished file

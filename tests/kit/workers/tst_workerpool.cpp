@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "WorkerPool.h"
+#include "workers/WorkerPool.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -19,11 +19,11 @@ WorkerProgram bash()
     return {"bash", {SORREL_TEST_WORKER}};
 }
 
-QVector<FileName> goodFiles(int count)
+QList<QByteArray> goodFiles(int count)
 {
-    QVector<FileName> files;
+    QList<QByteArray> files;
     for (int i = 0; i < count; ++i)
-        files.append(FileName(QByteArray::number(i)));
+        files.append(QByteArray::number(i));
     return files;
 }
 
@@ -35,7 +35,7 @@ QByteArray reportOf(const QByteArray &path)
 using Outcomes = std::vector<WorkerPool::Outcome>;
 
 /// The outcomes in the order of the pool.
-Outcomes run(const QVector<FileName> &files, int jobs)
+Outcomes run(const QList<QByteArray> &files, int jobs)
 {
     Outcomes all;
     WorkerPool pool(bash(), jobs);
@@ -103,8 +103,8 @@ void TestWorkerPool::aBadFileCostsItself()
     QFETCH(int, place);
     QFETCH(int, jobs);
     QFETCH(int, code);
-    QVector<FileName> files = goodFiles(100);
-    files[place] = FileName(order);
+    QList<QByteArray> files = goodFiles(100);
+    files[place] = order;
     Outcomes outcomes = run(files, jobs);
     QCOMPARE(int(outcomes.size()), 100);
     sort(outcomes);
@@ -114,16 +114,16 @@ void TestWorkerPool::aBadFileCostsItself()
         QCOMPARE(outcome.errorCode, i == place ? code : 0);
         // Only a worker without memory can still report.
         const bool hasReport = i != place || code == ScanError::TooMuchMemory;
-        QCOMPARE(outcome.report, hasReport ? reportOf(files.at(i).path()) : QByteArray());
+        QCOMPARE(outcome.report, hasReport ? reportOf(files.at(i)) : QByteArray());
     }
 }
 
 void TestWorkerPool::everyFileIsBad()
 {
-    QVector<FileName> files;
+    QList<QByteArray> files;
     for (int i = 0; i < 10; ++i) {
         for (const char *order : {"crash", "memory", "text", "time"})
-            files.append(FileName(QByteArray(order)));
+            files.append(QByteArray(order));
     }
     Outcomes outcomes = run(files, 2);
     QCOMPARE(int(outcomes.size()), 40);
@@ -161,8 +161,8 @@ void TestWorkerPool::reportsOfAnySize()
 {
     QFETCH(int, size);
     QFETCH(int, code);
-    QVector<FileName> files = goodFiles(20);
-    files[10] = FileName(QByteArray("large"));
+    QList<QByteArray> files = goodFiles(20);
+    files[10] = QByteArray("large");
     qputenv("LARGE", QByteArray::number(size));
     const Outcomes outcomes = run(files, 1);
     QCOMPARE(int(outcomes.size()), 20);
@@ -171,7 +171,7 @@ void TestWorkerPool::reportsOfAnySize()
         QCOMPARE(outcome.index, i);
         QCOMPARE(outcome.errorCode, i == 10 ? code : 0);
         if (i != 10)
-            QCOMPARE(outcome.report, reportOf(files.at(i).path()));
+            QCOMPARE(outcome.report, reportOf(files.at(i)));
         else
             QCOMPARE(int(outcome.report.count('x')), code == 0 ? size : 0);
     }
@@ -180,9 +180,9 @@ void TestWorkerPool::reportsOfAnySize()
 // The worker writes while the pool still sends to it.
 void TestWorkerPool::pathsThatFillThePipe()
 {
-    QVector<FileName> files;
+    QList<QByteArray> files;
     for (int i = 0; i < 40; ++i)
-        files.append(FileName("long" + QByteArray(100000 + i, 'x')));
+        files.append("long" + QByteArray(100000 + i, 'x'));
     Outcomes outcomes = run(files, 2);
     QCOMPARE(int(outcomes.size()), 40);
     sort(outcomes);
@@ -197,8 +197,8 @@ void TestWorkerPool::theWindowEndsBehindTheFirstUnfinishedFile()
     const QByteArray fifo = QFile::encodeName(directory.filePath(QStringLiteral("hold")));
     QCOMPARE(::mkfifo(fifo.constData(), 0600), 0);
     qputenv("HOLD", fifo);
-    QVector<FileName> files = goodFiles(200);
-    files[0] = FileName(QByteArray("hold"));
+    QList<QByteArray> files = goodFiles(200);
+    files[0] = QByteArray("hold");
     std::vector<bool> isDone(201, false);
     int oldest = 0;
     int farthest = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "WorkerPool.h"
+#include "workers/WorkerPool.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -18,7 +18,10 @@ constexpr int FinishSeconds = 30;
 
 WorkerPool::WorkerPool(const WorkerProgram &program, int jobs) : m_program(program), m_workers(size_t(jobs))
 {
-    std::signal(SIGPIPE, SIG_IGN);
+    sigset_t signal = {};
+    ::sigemptyset(&signal);
+    ::sigaddset(&signal, SIGPIPE);
+    ::pthread_sigmask(SIG_BLOCK, &signal, nullptr);
 }
 
 // Workers with files are killed by the destructors of their processes.
@@ -34,7 +37,7 @@ WorkerPool::~WorkerPool()
     forEachIdle([](const WorkerProcess &process) { process.wait(FinishSeconds); });
 }
 
-bool WorkerPool::run(const QVector<FileName> &files, const Deliver &deliver, int window)
+bool WorkerPool::run(const QList<QByteArray> &files, const Deliver &deliver, int window)
 {
     m_files = files;
     m_window = window;
@@ -46,7 +49,8 @@ bool WorkerPool::run(const QVector<FileName> &files, const Deliver &deliver, int
         if (!handOut())
             return false;
         rest();
-        wait();
+        if (!wait())
+            break;
         for (Worker &worker : m_workers) {
             if (worker.process != nullptr)
                 look(worker);
@@ -76,7 +80,8 @@ bool WorkerPool::handOut()
     // The workers that are there go on alone.
     const auto isMissing = [](const Worker &worker) { return worker.process == nullptr; };
     if (std::all_of(m_workers.cbegin(), m_workers.cend(), isMissing)) {
-        m_error = FileName(m_program.path).text() + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(error));
+        m_error =
+            QString::fromUtf8(m_program.path) + QStringLiteral(": ") + QString::fromLocal8Bit(std::strerror(error));
         return false;
     }
     m_workers.erase(std::remove_if(m_workers.begin(), m_workers.end(), isMissing), m_workers.end());
@@ -103,7 +108,7 @@ void WorkerPool::fill(Worker &worker)
     for (; room > 0 && hasFile(); --room) {
         const int index = takeFile();
         worker.queue.push_back(index);
-        paths += m_files.at(index).path() + '\0';
+        paths += m_files.at(index) + '\0';
     }
     worker.process->send(paths);
 }
@@ -132,17 +137,19 @@ void WorkerPool::rest() const
         ::poll(nullptr, 0, RestMs);
 }
 
-void WorkerPool::wait() const
+// Returns whether to continue.
+bool WorkerPool::wait() const
 {
-    std::vector<pollfd> descriptors;
+    // poll() skips a negative descriptor.
+    std::vector<pollfd> descriptors{{m_stop, POLLIN, 0}};
     for (const Worker &worker : m_workers) {
         if (worker.process == nullptr)
             continue;
         descriptors.push_back({worker.process->output(), POLLIN, 0});
-        // poll() skips a negative descriptor.
         descriptors.push_back({worker.process->blockedInput(), POLLOUT, 0});
     }
     ::poll(descriptors.data(), nfds_t(descriptors.size()), -1);
+    return descriptors.front().revents == 0;
 }
 
 void WorkerPool::look(Worker &worker)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "WorkerProcess.h"
+#include "workers/WorkerProcess.h"
 
 #include <cerrno>
 #include <csignal>
@@ -70,11 +70,12 @@ int spawn(const WorkerProgram &program, int input, int output, pid_t *process)
     ::posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
     posix_spawnattr_t attributes;
     ::posix_spawnattr_init(&attributes);
-    sigset_t ignored = {};
-    ::sigemptyset(&ignored);
-    ::sigaddset(&ignored, SIGPIPE);
-    ::posix_spawnattr_setsigdefault(&attributes, &ignored);
-    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF);
+    sigset_t signal = {};
+    ::sigemptyset(&signal);
+    ::posix_spawnattr_setsigmask(&attributes, &signal);
+    ::sigaddset(&signal, SIGPIPE);
+    ::posix_spawnattr_setsigdefault(&attributes, &signal);
+    ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
     const int error =
         ::posix_spawnp(process, program.path.constData(), &actions, &attributes, arguments.data(), environ);
     ::posix_spawnattr_destroy(&attributes);
