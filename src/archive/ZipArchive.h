@@ -21,8 +21,8 @@ class QIODevice;
  * is read. One thread at a time.
  *
  * open() reads the end of the file and the directory. A member costs reading its header and its bytes; nothing else of
- * the archive is touched. A member is readable when Android opens it: its own header is where the directory says, has the
- * same name, and the same sizes and checksum unless these follow the data, which ends before the directory. The
+ * the archive is touched. A member is readable when Android opens it: its own header is where the directory says, has
+ * the same name, and the same sizes and checksum unless these follow the data, which ends before the directory. The
  * directory's compression method counts. A member that is not deflated is stored, whatever its method is, and its
  * uncompressed size counts. A deflated member makes just the bytes that the directory has for it. Checksums of contents
  * and marks of encryption are ignored, as on Android.
@@ -77,8 +77,8 @@ public:
     SharedBytes content(const QString &path, qint64 maxBytes, Budget *budget);
     /// The same without a budget.
     SharedBytes content(const QString &path, qint64 maxBytes);
-    /// The same for a member that Android refuses: the bytes that the directory leads to, as far as they inflate. They are
-    /// for the files whose oddities show what Android does. Empty when the member has no header.
+    /// The same for a member that Android refuses: the bytes that the directory leads to, as far as they inflate. They
+    /// are for the files whose oddities show what Android does. Empty when the member has no header.
     SharedBytes contentAnyway(const QString &path, qint64 maxBytes, Budget *budget);
     /**
      * The archive in the member @p path, not yet open; null when there is no such member.

@@ -53,7 +53,7 @@ QJsonObject refused(const char *check, const QString &subject, const QByteArray 
     return finding(check, QStringLiteral("error"), subject, text);
 }
 
-QByteArray withMember(const RawMember &member)
+QByteArray withOtherMember(const RawMember &member)
 {
     return rawZip(lintMembers({member}));
 }
@@ -146,7 +146,7 @@ QVector<LintCase> directoryCases()
     odd.chunk = nodeChunk(0x0190, QByteArray());
     return {
         {"hidden-records",
-         withCount(withMember({"a.txt", "a"}), 3),
+         withCount(withOtherMember({"a.txt", "a"}), 3),
          {taken("hidden-records", theArchive,
                 "The directory has more members than the end record counts; Android does not see the others.")}},
         {"missing-records",
@@ -156,14 +156,14 @@ QVector<LintCase> directoryCases()
                   "package. [1 member]")},
          RefusedByAndroid},
         {"offset-behind-members",
-         withMember(nowhere),
+         withOtherMember(nowhere),
          {refused("offset-behind-members", theArchive,
                   "A member has an offset at or behind the directory; Android refuses the package. [a.txt]"),
           refused("no-member-header", theMember,
                   "The file is not at its offset in the archive; Android does not open it.")},
          RefusedByAndroid},
         {"invalid-name",
-         withMember({"a\xff.txt", "a"}),
+         withOtherMember({"a\xff.txt", "a"}),
          {refused("invalid-name", theArchive,
                   "A member's name has a zero, or is no UTF-8; Android refuses the package. [a\u00ff.txt]")},
          RefusedByAndroid},
@@ -174,7 +174,7 @@ QVector<LintCase> directoryCases()
          RefusedByAndroid},
         // SorrelKit reads the last manifest.
         {"duplicate-name, of a manifest",
-         withMember({"AndroidManifest.xml", lintManifest(odd)}),
+         withOtherMember({"AndroidManifest.xml", lintManifest(odd)}),
          {refused("duplicate-name", theArchive,
                   "Two members have the same name; Android refuses the package. [AndroidManifest.xml]"),
           harmless("unknown-node", theManifest,
@@ -201,7 +201,7 @@ QVector<LintCase> memberCases()
     encrypted.flags = 1;
     RawMember packed{"a.txt", "a"};
     packed.method = 14;
-    const QByteArray good = withMember({"a.txt", "abc"});
+    const QByteArray good = withOtherMember({"a.txt", "abc"});
     QByteArray past = withLast(withLast(good, LocalSizeAt, RecordSizeAt, 4), LocalPackedSizeAt, RecordPackedSizeAt, 4);
     QVector<RawMember> withOtherManifest = lintMembers();
     withOtherManifest.first().localName = "androidmanifest.XML";
@@ -211,11 +211,11 @@ QVector<LintCase> memberCases()
     withOtherMethod.first().localMethod = 8;
     return {
         {"no-member-header",
-         withMember(elsewhere),
+         withOtherMember(elsewhere),
          {refused("no-member-header", theMember,
                   "The file is not at its offset in the archive; Android does not open it.")}},
         {"member-name",
-         withMember(renamed),
+         withOtherMember(renamed),
          {refused("member-name", theMember,
                   "The file has another name in its own header; Android does not open it. [b.txt]")}},
         {"member-name, of the manifest",
@@ -236,7 +236,7 @@ QVector<LintCase> memberCases()
                 "[method 8]"),
           apkFileRefuses("code 4, could not find AndroidManifest.xml")}},
         {"member-sizes",
-         withMember(otherSize),
+         withOtherMember(otherSize),
          {refused("member-sizes", theMember,
                   "The file has other sizes or another checksum in its own header; Android does not open it.")}},
         {"member-past-directory",
@@ -244,19 +244,19 @@ QVector<LintCase> memberCases()
          {refused("member-past-directory", theMember,
                   "The file's data does not end before the directory; Android does not open it.")}},
         {"member-inflated-size",
-         withLast(withMember(deflated), LocalSizeAt, RecordSizeAt, 4),
+         withLast(withOtherMember(deflated), LocalSizeAt, RecordSizeAt, 4),
          {refused("member-inflated-size", theMember,
                   "The file does not inflate to just its size in the directory; Android does not read it.")}},
         {"member-method",
-         withMember(otherMethod),
+         withOtherMember(otherMethod),
          {taken("member-method", theMember,
                 "The file has another compression method in its own header; Android uses that of the directory. "
                 "[method 8]")}},
         {"member-encrypted",
-         withMember(encrypted),
+         withOtherMember(encrypted),
          {taken("member-encrypted", theMember, "The file is marked as encrypted; Android does not look at the mark.")}},
         {"member-not-deflated",
-         withMember(packed),
+         withOtherMember(packed),
          {taken("member-not-deflated", theMember,
                 "The file has an unknown compression method; Android 9 and later read it as not compressed, older "
                 "versions cannot read it. [method 14; API level 28 and later]")}},

@@ -39,7 +39,7 @@ void ArchiveLint::run()
         const QString subject = ZipDirectory::nameText(name);
         checkName(name.toByteArray(), subject);
         checkChecksum(number, subject);
-        // No Android reads an archive without a manifest. The diagnostics of the package have the oddities of these two.
+        // No Android reads an archive without a manifest. The package's diagnostics have the oddities of these two.
         if (manifest >= 0 && number != manifest && number != table)
             DiagnosticLint::reportMember(subject, m_archive->oddities(number), m_findings);
     }

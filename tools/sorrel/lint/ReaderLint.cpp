@@ -85,8 +85,8 @@ PackageError::Code apkFileError(ZipArchive &archive)
     return directory.gapBytes() > 0 ? PackageError::NoResources : PackageError::NoError;
 }
 
-// The content of the member @p path for ApkFile, which opens members whose header has another name, and none whose header
-// has another method. Nothing when ApkFile does not open it.
+// The content of the member @p path for ApkFile, which opens members whose header has another name, and none whose
+// header has another method. Nothing when ApkFile does not open it.
 std::optional<QByteArray> apkFileContent(ZipArchive &archive, const QString &path, qint64 maxBytes)
 {
     const QByteArray name = path.toUtf8();

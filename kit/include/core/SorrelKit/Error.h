@@ -36,8 +36,8 @@ public:
         BadTable = 3,    ///< "could not parse resources.arsc": labels and icons are missing
         NoManifest = 4,  ///< "could not find AndroidManifest.xml"
         BadManifest = 5, ///< "could not parse AndroidManifest.xml"
-        /// "Android refuses the package": the manifest was read, and Android would read nothing. The detail is the text of
-        /// the first Diagnostic that isRefused().
+        /// "Android refuses the package": the manifest was read, and Android would read nothing. The detail is the text
+        /// of the first Diagnostic that isRefused().
         RefusedByAndroid = 6,
     };
     Q_ENUM(Code)

@@ -53,6 +53,8 @@ class PackageData;
  * itself can still be read. Without a manifest, every query returns the value for a package that names nothing: empty
  * texts and lists, or 0. With Error::Code::RefusedByAndroid, every query returns what can be read, also from a
  * manifest that Android does not open. A table or another file that Android does not open does not exist here either.
+ * A manifest that is damaged has no facts, because a part of them misleads: permissions would be missing. The values of
+ * a damaged table are those before the fault.
  * A label or icon that cannot be read is no error of the package.
  *
  * **Files.** Members of 64 KiB and more that are not compressed, such as large tables, are used where they lie in the mapped

@@ -6,8 +6,8 @@
 
 #include <vector>
 
-/// What `sorrel lint` looks for: these checks, and those of DiagnosticChecks. `sorrel lint --checks` lists all of them, and
-/// docs/lint.md has the same table.
+/// What `sorrel lint` looks for: these checks, and those of DiagnosticChecks. `sorrel lint --checks` lists all of them,
+/// and docs/lint.md has the same table.
 namespace LintChecks {
 
 // The archive.
