@@ -20,6 +20,7 @@ struct Row {
 constexpr Row rows[] = {
     {Fault::InvalidSize, Code::InvalidSize, "a picture has 1 to 1024 pixels a side"},
     {Fault::NoIcon, Code::Missing, "there is no icon"},
+    {Fault::NoBanner, Code::Missing, "there is no banner"},
     {Fault::UndecodableIcon, Code::Unreadable, "%1 cannot be read or decoded"},
     {Fault::NoValue, Code::NotDrawable, "no drawable is given"},
     {Fault::NotDrawable, Code::NotDrawable, "resource %1 is no drawable"},

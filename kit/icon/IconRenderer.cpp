@@ -159,7 +159,7 @@ QImage IconRenderer::drawn(const ResolvedValue &icon, const IconRequest &request
     const ResolvedValue best = icon.resource != 0 ? resolver.resource(icon.resource) : icon;
     if (best.text.isEmpty() && !best.value.isColor()) {
         if (best.resource == 0)
-            setError({DrawableFault::NoIcon, QString()});
+            setError({format.dp == BannerDp ? DrawableFault::NoBanner : DrawableFault::NoIcon, QString()});
         else
             setError(loader.missing(best));
         return {};

@@ -435,7 +435,7 @@ void TestIconCommand::bannersOfTelevisions()
     const ToolRun none = runSorrel({QStringLiteral("icon"), QStringLiteral("--banner"), QStringLiteral("-s90"),
                                     write(QStringLiteral("two.apk"), twoLaunchers())});
     QCOMPARE(none.status, 1);
-    QVERIFY(none.errors.contains("there is no icon"));
+    QVERIFY(none.errors.contains("there is no banner"));
 }
 
 void TestIconCommand::framesOfAnimatedIcons()

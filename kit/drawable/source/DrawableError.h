@@ -13,6 +13,7 @@ enum class DrawableFault {
     // A request. The detail is the path of the icon.
     InvalidSize,
     NoIcon,
+    NoBanner,
     UndecodableIcon,
 
     // Resources and files. The detail is the resource id or the path; DamagedDocument also has the reason.
