@@ -10,11 +10,14 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 # To build the libraries, the tools, the samples and the test programs.
 build_packages=(
     cmake ninja-build make g++ pkg-config
-    qtbase5-dev libqt5sql5-sqlite libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev libbz2-dev libpng-dev libqt5svg5-dev
-    aapt android-framework-res qt5-image-formats-plugins
+    qtbase5-dev libqt5sql5-sqlite qttools5-dev qttools5-dev-tools libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev
+    libbz2-dev libpng-dev libqt5svg5-dev aapt android-framework-res qt5-image-formats-plugins
 )
 # To build with Qt 6.
-qt6_packages=(qt6-base-dev libqt6sql6-sqlite libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev qt6-image-formats-plugins)
+qt6_packages=(
+    qt6-base-dev libqt6sql6-sqlite qt6-tools-dev qt6-l10n-tools libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev
+    qt6-image-formats-plugins
+)
 # To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq

@@ -88,6 +88,7 @@ private slots:
     void infoForAProgram();
     void infoInTheUsersLanguage_data();
     void infoInTheUsersLanguage();
+    void infoWordsFromRightToLeft();
     void infoOnATerminalIsColoured();
     void infoOfSeveralFiles();
     void infoOfAPackageWithoutLaunchers();
@@ -341,11 +342,14 @@ void TestSorrelCommand::infoInTheUsersLanguage_data()
     QTest::addColumn<QString>("languages");
     QTest::addColumn<QString>("first");
     const QString label = QStringLiteral("label        Notes");
-    const QString germanLabel = QStringLiteral("label de     Notizbücher");
+    const QString germanLabel = QStringLiteral("Titel de     Notizbücher");
     QTest::newRow("none") << "C.UTF-8" << QString() << label;
     QTest::newRow("German") << "de_DE.UTF-8" << QString() << germanLabel;
     QTest::newRow("German, elsewhere") << "de_CH.UTF-8" << QString() << germanLabel;
     QTest::newRow("one without a label") << "fr_FR.UTF-8" << QString() << label;
+    QTest::newRow("Chinese") << "zh_CN.UTF-8" << QString() << QStringLiteral("标签         Notes");
+    QTest::newRow("Chinese, elsewhere") << "zh_SG.UTF-8" << QString() << QStringLiteral("标签         Notes");
+    QTest::newRow("Chinese in the other script") << "zh_TW.UTF-8" << QString() << label;
     QTest::newRow("messages in another than numbers") << "en_US.UTF-8"
                                                       << "de_AT:en" << germanLabel;
 }
@@ -361,8 +365,21 @@ void TestSorrelCommand::infoInTheUsersLanguage()
     QCOMPARE(result.status, 0);
     const QStringList lines = QString::fromUtf8(result.output).split(QLatin1Char('\n'));
     // Those of the hidden launcher are the same.
-    QCOMPARE(lines.filter(QStringLiteral("    label")).size(), 4);
-    QCOMPARE(lines.filter(QStringLiteral("    label")).constFirst().trimmed(), first);
+    const QStringList labels = lines.filter(QStringLiteral("    ") + first.section(QLatin1Char(' '), 0, 0));
+    QCOMPARE(labels.size(), 4);
+    QCOMPARE(labels.constFirst().trimmed(), first);
+}
+
+void TestSorrelCommand::infoWordsFromRightToLeft()
+{
+    ToolSetting setting;
+    setting.environment = {{QStringLiteral("LC_ALL"), QStringLiteral("ar.UTF-8")}};
+    const QString text = QString::fromUtf8(runSorrel({QStringLiteral("info"), good()}, setting).output);
+    // The isolates take no columns, so the values are in column 17.
+    QVERIFY2(text.contains(QStringLiteral("\n  \u2068الحزمة\u2069         org.x\n")), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("\n  \u2068المعالجات\u2069      arm64-v8a\n")), qPrintable(text));
+    const QByteArray json = runSorrel({QStringLiteral("info"), QStringLiteral("--json"), good()}, setting).output;
+    QVERIFY(QJsonDocument::fromJson(json).object().contains(QStringLiteral("package")));
 }
 
 void TestSorrelCommand::infoOnATerminalIsColoured()

@@ -4,6 +4,7 @@
 #include "AndroidVersion.h"
 #include "MemberSizes.h"
 #include "PrintableText.h"
+#include "ReportText.h"
 
 #include <QStringList>
 
@@ -15,11 +16,17 @@ using SorrelKit::Permission;
 
 namespace {
 
-QString bytesText(qint64 bytes)
+QString bytesText(qint64 bytes, const QLocale &locale)
 {
     constexpr qint64 Kilobyte = 1000;
-    return bytes < Kilobyte ? QStringLiteral("%1 B").arg(bytes)
-                            : QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+    return bytes < Kilobyte ? QStringLiteral("%1 B").arg(locale.toString(bytes))
+                            : locale.formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
+}
+
+// The key of a row, below the name of the file.
+QString rowKey(const QString &words)
+{
+    return QStringLiteral("  ") + words;
 }
 
 // When a package for @p firstSdk and later requests @p permission; empty for always.
@@ -30,18 +37,18 @@ QString conditionText(const Permission &permission, int firstSdk)
     if (permission.minSdkVersion() > firstSdk || permission.maxSdkVersion() > 0)
         parts.append(AndroidVersion::range(std::max(permission.minSdkVersion(), firstSdk), last));
     if (!permission.isRequired())
-        parts.append(QStringLiteral("optional"));
-    return parts.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(parts.join(QStringLiteral(", ")));
+        parts.append(ReportText::tr("optional"));
+    return parts.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(parts.join(ReportText::tr(", ")));
 }
 
 QString featuresText(const QList<Feature> &features, bool areRequired)
 {
     QStringList labels;
     for (const Feature &feature : features) {
-        if (feature.isRequired() == areRequired && !labels.contains(feature.label()))
-            labels.append(feature.label());
+        if (feature.isRequired() == areRequired && !labels.contains(ReportText::ofFeature(feature.label())))
+            labels.append(ReportText::ofFeature(feature.label()));
     }
-    return labels.join(QStringLiteral(", "));
+    return labels.join(ReportText::tr(", "));
 }
 
 } // namespace
@@ -59,27 +66,27 @@ InstallerRows::InstallerRows(const FileName &file, const SorrelKit::Package &pac
 
 void InstallerRows::addAndroidVersions()
 {
-    m_rows.add(QStringLiteral("  minimum SDK"), AndroidVersion::withLevel(m_package.minSdkVersion()));
+    m_rows.add(rowKey(ReportText::tr("minimum SDK")), AndroidVersion::withLevel(m_package.minSdkVersion()));
     if (m_package.targetSdkVersion() != m_package.minSdkVersion())
-        m_rows.add(QStringLiteral("  target SDK"), AndroidVersion::withLevel(m_package.targetSdkVersion()));
+        m_rows.add(rowKey(ReportText::tr("target SDK")), AndroidVersion::withLevel(m_package.targetSdkVersion()));
 }
 
 void InstallerRows::addSizes(const FileName &file)
 {
     const MemberSizes sizes = MemberSizes::of(file);
     if (sizes.file > 0)
-        m_rows.add(QStringLiteral("  size"), bytesText(sizes.file));
+        m_rows.add(rowKey(ReportText::tr("size")), bytesText(sizes.file, m_locale));
     QStringList parts;
-    const auto add = [&](const char *name, qint64 bytes) {
+    const auto add = [&](const QString &name, qint64 bytes) {
         if (bytes > 0)
-            parts.append(QStringLiteral("%1 %2").arg(QLatin1String(name), bytesText(bytes)));
+            parts.append(QStringLiteral("%1 %2").arg(name, bytesText(bytes, m_locale)));
     };
-    add("code", sizes.code);
-    add("libraries", sizes.libraries);
-    add("resources", sizes.resources);
-    add("other files", sizes.others);
+    add(ReportText::tr("code"), sizes.code);
+    add(ReportText::tr("libraries"), sizes.libraries);
+    add(ReportText::tr("resources"), sizes.resources);
+    add(ReportText::tr("other files"), sizes.others);
     if (!parts.isEmpty())
-        m_rows.add(QStringLiteral("  unpacked"), parts.join(QStringLiteral(", ")));
+        m_rows.add(rowKey(ReportText::tr("unpacked")), parts.join(ReportText::tr(", ")));
 }
 
 void InstallerRows::addPermissions()
@@ -100,18 +107,18 @@ void InstallerRows::addPermissions()
             others.append(permission);
     }
     addDangerous(dangerous);
-    addList(QStringLiteral("  in settings"), bySettings);
-    addList(QStringLiteral("  gets"), granted);
+    addList(rowKey(ReportText::tr("in settings")), bySettings);
+    addList(rowKey(ReportText::tr("gets")), granted);
     if (showsAll())
-        addList(QStringLiteral("  requests"), others);
+        addList(rowKey(ReportText::tr("requests")), others);
     else if (!others.isEmpty())
-        m_rows.add(QStringLiteral("  requests"), QStringLiteral("%1 more, which --all shows").arg(others.size()));
+        m_rows.add(rowKey(ReportText::tr("requests")), ReportText::tr("%1 more, which --all shows").arg(others.size()));
 }
 
 void InstallerRows::addDangerous(const QList<Permission> &permissions)
 {
     constexpr int WordsIndent = 2;
-    QString key = QStringLiteral("  asks for");
+    QString key = rowKey(ReportText::tr("asks for"));
     QStringList groups;
     for (const Permission &permission : permissions) {
         if (!groups.contains(permission.group()))
@@ -123,7 +130,7 @@ void InstallerRows::addDangerous(const QList<Permission> &permissions)
             if (permission.group() != group)
                 continue;
             if (isFirst)
-                m_rows.add(key, group.isEmpty() ? QStringLiteral("no group") : permission.groupLabel(m_locale),
+                m_rows.add(key, group.isEmpty() ? ReportText::tr("no group") : permission.groupLabel(m_locale),
                            ReportRows::Emphasis::Strong);
             isFirst = false;
             key.clear();
@@ -156,7 +163,8 @@ void InstallerRows::addWords(const QString &key, const Permission &permission, i
     if (label != permission.name())
         m_rows.addSafe(QString(), details + isolatedText(permission.name()));
     if (permission.isImplied())
-        m_rows.addSafe(QString(), details + QStringLiteral("implied: ") + isolatedText(permission.impliedReason()));
+        m_rows.addSafe(QString(),
+                       details + ReportText::tr("implied: %1").arg(isolatedText(permission.impliedReason())));
 }
 
 void InstallerRows::addFeatures()
@@ -164,18 +172,18 @@ void InstallerRows::addFeatures()
     const QList<Feature> features = m_package.features();
     QString needed = featuresText(features, true);
     if (!m_package.openGlEsVersion().isNull())
-        needed += (needed.isEmpty() ? QString() : QStringLiteral(", ")) + QStringLiteral("OpenGL ES ")
+        needed += (needed.isEmpty() ? QString() : ReportText::tr(", ")) + QStringLiteral("OpenGL ES ")
                   + m_package.openGlEsVersion().toString();
     if (!needed.isEmpty())
-        m_rows.add(QStringLiteral("  needs"), needed);
+        m_rows.add(rowKey(ReportText::tr("needs")), needed);
     const QString optional = featuresText(features, false);
     if (!optional.isEmpty())
-        m_rows.add(QStringLiteral("  can use"), optional);
+        m_rows.add(rowKey(ReportText::tr("can use")), optional);
     if (!showsAll())
         return;
-    QString key = QStringLiteral("  implies");
+    QString key = rowKey(ReportText::tr("implies"));
     for (const Feature &feature : m_package.impliedFeatures()) {
-        m_rows.add(key, QStringLiteral("%1: %2").arg(feature.label(), feature.impliedReason()));
+        m_rows.add(key, QStringLiteral("%1: %2").arg(ReportText::ofFeature(feature.label()), feature.impliedReason()));
         key.clear();
     }
 }
@@ -185,13 +193,15 @@ void InstallerRows::addProcessorsAndLanguages()
     constexpr int ShownLanguages = 12;
     const QStringList processors = m_package.nativeAbis();
     if (!processors.isEmpty())
-        m_rows.add(QStringLiteral("  processors"), processors.join(QLatin1Char(' ')));
+        m_rows.add(rowKey(ReportText::tr("processors")), processors.join(QLatin1Char(' ')));
     const QStringList languages = m_package.languages();
     if (languages.isEmpty())
         return;
     const bool isCut = !showsAll() && languages.size() > ShownLanguages;
     const QStringList shown = languages.mid(0, isCut ? ShownLanguages : int(languages.size()));
-    m_rows.add(QStringLiteral("  languages"),
-               shown.join(QLatin1Char(' '))
-                   + (isCut ? QStringLiteral(" and %1 more").arg(languages.size() - ShownLanguages) : QString()));
+    m_rows.add(
+        rowKey(ReportText::tr("languages")),
+        isCut
+            ? ReportText::tr("%1 and %2 more").arg(shown.join(QLatin1Char(' '))).arg(languages.size() - ShownLanguages)
+            : shown.join(QLatin1Char(' ')));
 }

@@ -5,6 +5,7 @@
 #include "InstallerRows.h"
 #include "PrintableText.h"
 #include "ReportJson.h"
+#include "ReportText.h"
 #include "UsedPlatform.h"
 
 #include <QJsonArray>
@@ -40,7 +41,7 @@ QString iconTexts(const QList<IconFile> &icons)
         const QString size = QStringLiteral("%1x%2").arg(icon.size().width()).arg(icon.size().height());
         texts.append(icon.size().isEmpty() ? printableText(icon.kind()) : size);
     }
-    return texts.isEmpty() ? QStringLiteral("none") : texts.join(QLatin1Char(' '));
+    return texts.isEmpty() ? ReportText::tr("none") : texts.join(QLatin1Char(' '));
 }
 
 QJsonArray featuresToJson(const QList<SorrelKit::Feature> &features)
@@ -84,32 +85,35 @@ QString PackageReport::toText(const TextStyle &style, const ReportRows &more) co
     ReportRows rows;
     const auto add = [&](const QString &key, const QString &value) { rows.add(key, value); };
     const QLocale locale = userLocale();
+    ReportText::useLanguage(locale);
     if (!m_package.labels().isEmpty())
-        rows.add(QStringLiteral("  name"), m_package.label(locale), ReportRows::Emphasis::Strong);
-    add(QStringLiteral("  package"), m_package.packageName());
+        rows.add(QStringLiteral("  ") + ReportText::tr("name"), m_package.label(locale), ReportRows::Emphasis::Strong);
+    add(QStringLiteral("  ") + ReportText::tr("package"), m_package.packageName());
     if (m_package.versionCode() != 0 || !m_package.versionName().isEmpty())
-        add(QStringLiteral("  version"),
+        add(QStringLiteral("  ") + ReportText::tr("version"),
             QStringLiteral("%1 (%2)").arg(m_package.versionName()).arg(m_package.versionCode()));
     const InstallerRows::Extent extent = m_showsAll ? InstallerRows::Extent::All : InstallerRows::Extent::Short;
     rows.add(InstallerRows(m_file, m_package, locale, extent).rows());
     if (!m_package.splits().isEmpty())
-        add(QStringLiteral("  splits"), m_package.splits().join(QLatin1Char(' ')));
+        add(QStringLiteral("  ") + ReportText::tr("splits"), m_package.splits().join(QLatin1Char(' ')));
     if (m_launchers.isEmpty())
-        add(QStringLiteral("  launcher"), QStringLiteral("none"));
+        add(QStringLiteral("  ") + ReportText::tr("launcher"), ReportText::tr("none"));
     for (const Entry &launcher : m_launchers) {
-        add(QStringLiteral("  launcher"), launcher.name());
+        add(QStringLiteral("  ") + ReportText::tr("launcher"), launcher.name());
         if (!m_showsAll) {
-            rows.add(QStringLiteral("    label"), launcher.label(locale), ReportRows::Emphasis::Strong);
+            rows.add(QStringLiteral("    ") + ReportText::tr("label"), launcher.label(locale),
+                     ReportRows::Emphasis::Strong);
             continue;
         }
         QMap<QString, QString> labels = launcher.labels();
         if (!labels.isEmpty()) {
             const QString shown = shownLanguage(labels, launcher.label(locale), locale);
-            rows.add(QStringLiteral("    label ") + shown, labels.take(shown), ReportRows::Emphasis::Strong);
+            rows.add(QStringLiteral("    ") + ReportText::tr("label") + QLatin1Char(' ') + shown, labels.take(shown),
+                     ReportRows::Emphasis::Strong);
         }
         for (auto label = labels.cbegin(); label != labels.cend(); ++label)
-            add(QStringLiteral("    label ") + label.key(), label.value());
-        add(QStringLiteral("    icons"), iconTexts(launcher.iconFiles()));
+            add(QStringLiteral("    ") + ReportText::tr("label") + QLatin1Char(' ') + label.key(), label.value());
+        add(QStringLiteral("    ") + ReportText::tr("icons"), iconTexts(launcher.iconFiles()));
     }
     rows.add(more);
     return style.title(printableText(m_file.text())) + QLatin1Char('\n') + rows.toText(style);

@@ -17,7 +17,7 @@ public:
         Error,
     };
 
-    /// Adds a line. Spaces at the start of @p key indent it. A value from right to left is isolated.
+    /// Adds a line. Spaces at the start of @p key indent it. A key or a value from right to left is isolated.
     void add(const QString &key, const QString &value, Emphasis emphasis = Emphasis::None);
     /// Adds a line whose value is safe for a terminal already, such as one of isolatedText().
     void addSafe(const QString &key, const QString &value, Emphasis emphasis = Emphasis::None);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "AndroidVersion.h"
 
+#include "TranslatedText.h"
+
 #include <algorithm>
 #include <limits>
 
@@ -25,7 +27,7 @@ bool hasName(int apiLevel)
 QString shortName(int apiLevel)
 {
     if (apiLevel == PreviewLevel)
-        return QStringLiteral("a preview of Android");
+        return TranslatedText::of("AndroidVersion", "a preview of Android");
     return hasName(apiLevel) ? QLatin1String(versions[apiLevel - 1]) : QStringLiteral("SDK %1").arg(apiLevel);
 }
 
@@ -56,8 +58,8 @@ QString AndroidVersion::range(int first, int last)
     const int from = std::max(first, 1);
     const int to = std::max(last, from);
     if (to == std::numeric_limits<int>::max())
-        return name(from) + QStringLiteral(" and later");
+        return TranslatedText::of("AndroidVersion", "%1 and later").arg(name(from));
     if (to == from)
         return name(from);
-    return name(from) + QStringLiteral(" to ") + (hasName(from) ? shortName(to) : name(to));
+    return TranslatedText::of("AndroidVersion", "%1 to %2").arg(name(from), hasName(from) ? shortName(to) : name(to));
 }
