@@ -375,8 +375,8 @@ QVector<Member> documentsOf(const Elements &roots)
     return members;
 }
 
-// A package whose icon is the first of @p documents. The other ones are further drawables. The icon of the only launcher
-// is that of the application, which is drawn in any case.
+// A package whose icon is the first of @p documents. The other ones are further drawables. The icon of the only
+// launcher is that of the application, which is drawn in any case.
 void addDrawables(const QByteArray &name, const QVector<Member> &documents, const QVector<Member> &others = {})
 {
     addPackage(name, drawableTable(int(documents.size()) + int(others.size())), oneLauncher({icon}, IconResource),
