@@ -245,7 +245,7 @@ void ask(const QByteArray &bytes, const QByteArray &platformBytes = QByteArray()
         qFatal("there are more texts than the package has");
 }
 
-// Calls @p visit with a copy of @p bytes for each of them, in which all of its bits are flipped, and with some prefixes.
+// Calls @p visit with a copy of @p bytes for each byte, whose bits are all flipped there, and with some prefixes.
 void visitDamaged(const QByteArray &bytes, const std::function<void(const QByteArray &)> &visit)
 {
     for (int at = 0; at < bytes.size(); ++at) {

@@ -61,8 +61,8 @@ void TestJarDamage::refusesEveryChangedByte()
     options.hasMainDigest = hasMainDigest;
     if (hasTwoDigests)
         options.digests = {Hash::Sha1, Hash::Sha256};
-    // Only sections with digests of their own are parsed where they are changed; else any other byte changes a digest, so
-    // the bits take turns there.
+    // Only sections with digests of their own are parsed where they are changed; else any other byte changes a digest,
+    // so the bits take turns there.
     const bool needsAllBits = !hasManifestDigest;
     const QVector<int> flips{0x01, 0x20, 0x80};
     const QVector<Member> members = signedMembers(options);
