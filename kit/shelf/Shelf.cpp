@@ -307,7 +307,7 @@ void ShelfPrivate::startRefresh()
     IndexUpdate::Order wanted = order();
     const QStringList folders = q->folders();
     for (const QString &folder : folders)
-        wanted.paths.append(QFile::encodeName(folder));
+        wanted.folders.append(QFile::encodeName(folder));
     const int from = opening;
     add([this, wanted, from](IndexFile &index, int stop) {
         IndexUpdate::Order here = wanted;
@@ -332,6 +332,8 @@ void ShelfPrivate::endRefresh(const ShelfError &fault, const QList<QByteArray> &
 {
     isRefreshing = false;
     setError(fault);
+    if (fault.code() == ShelfError::Code::Damaged)
+        file.markDamaged();
     if (watcher != nullptr && watcher->watch(entered, found))
         refreshesAgain = true;
     if (refreshesAgain) {

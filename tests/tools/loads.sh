@@ -67,6 +67,11 @@ for command in lint verify "info --signer" "scan --lint" "scan --verify" "scan -
     loads_all $command "$package" -- libcrypto libsorreltrust
 done
 
+# An index needs Qt's driver for SQLite, and nothing that draws.
+sorrel scan --index "$work/shelf.db" "$package" >/dev/null
+loads_none_of "/libQt[56](Gui|Xml|Network)|/libsorrel(-qt6)?\\.so|/libsorrelkitgui|$cryptography" find --index "$work/shelf.db" example
+loads_all find --index "$work/shelf.db" example -- 'libQt[56]Sql'
+
 for command in icon "lint --draw" "scan --icon 16"; do
     # shellcheck disable=SC2086
     loads_all $command "$package" -- 'libQt[56]Gui' libsorrelkitgui

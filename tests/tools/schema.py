@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """schema.py DIRECTORY SAMPLES SIGNED: checks the output of the installed `sorrel info --json`, `sorrel scan`,
-`sorrel verify --json` and `sorrel diff --json` on the packages in SAMPLES and SIGNED against report.schema.json,
-verify.schema.json and diff.schema.json in DIRECTORY: it has no other properties. Each schema still has all properties in the
+`sorrel verify --json`, `sorrel diff --json` and `sorrel find --json` on the packages in SAMPLES and SIGNED against
+report.schema.json, verify.schema.json, diff.schema.json and find.schema.json in DIRECTORY: it has no other properties. Each schema still has all properties in the
 lists of released versions beside this script, because properties are only added. `schema.py --list SCHEMA` prints such a
 list."""
 
@@ -105,9 +105,9 @@ def main():
     if sys.argv[1] == "--list":
         print("\n".join(Schema(sys.argv[2]).listed()))
         return
-    reports, verifications, differences = (Schema(pathlib.Path(sys.argv[1], name + ".schema.json"))
-                                           for name in ("report", "verify", "diff"))
-    for schema in (reports, verifications, differences):
+    reports, verifications, differences, finds = (Schema(pathlib.Path(sys.argv[1], name + ".schema.json"))
+                                                  for name in ("report", "verify", "diff", "find"))
+    for schema in (reports, verifications, differences, finds):
         schema.check_released()
 
     samples = sorted(glob.glob(sys.argv[2] + "/*.apk"))
@@ -132,6 +132,10 @@ def main():
         lines += output("info", "--json", "--device", device, *files).splitlines()
         lines += output("scan", "--verify", *files).splitlines()
         verified = output("verify", "--json", *files).splitlines()
+        index = os.path.join(directory, "shelf.db")
+        indexed = output("scan", "--verify", "--index", index, *files).splitlines()
+        found = output("find", "--json", "--index", index, "example").splitlines()
+        found += output("find", "--json", "--index", index, "org.x").splitlines()
         compared = [output("diff", "--json", old, new) for old, new in zip(samples, samples[1:] + [unnamed])]
     assert len(lines) == 7 * len(files), f"there are {len(lines)} lines for {len(files)} files"
     assert len(verified) == len(files), f"there are {len(verified)} lines for {len(files)} files"
@@ -144,6 +148,15 @@ def main():
         for key in ("icon", "lint", "launchers", "uri", "signer", "signatures", "installs"):
             seen[key] += bool(report.get(key))
         seen["failed"] += report["error"]["code"] != 0
+    assert all(seen.values()), f"the samples do not have everything: {seen}"
+
+    assert sorted(indexed) == sorted(lines[-len(files):]), "scan --index prints other lines"
+
+    seen = {"error": 0, "file": 0, "labels": 0, "launcher": 0, "package": 0, "permissions": 0, "signer": 0, "state": 0, "uri": 0,
+            "versionCode": 0, "versionName": 0}
+    for report in validated(finds.validator(), found):
+        for key in seen:
+            seen[key] += bool(report.get(key))
     assert all(seen.values()), f"the samples do not have everything: {seen}"
 
     seen = {"errors": 0, "uri": 0, "verified": 0, "signers": 0, "warnings": 0, "packages": 0, "lineage": 0}

@@ -563,7 +563,7 @@ void TestScanCommand::aWorkerWhoseParentIsGoneReadsNothing()
 {
     const QString file = write(QStringLiteral("orphan.apk"), good(QStringLiteral("org.orphan")));
     const QString zero = QStringLiteral("0");
-    const QStringList worker{QStringLiteral("worker"), zero, zero, zero, zero, zero, zero, zero, zero};
+    const QStringList worker{QStringLiteral("worker"), zero, zero, zero, zero, zero, zero, zero, zero, zero};
     ToolSetting setting;
     setting.input = file.toUtf8() + '\0';
     const ToolRun orphan = runSorrel(worker + QStringList(QStringLiteral("1")), setting);

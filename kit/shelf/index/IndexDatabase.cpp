@@ -16,6 +16,7 @@ constexpr int BusyMs = 10000;
 
 /// The result codes of SQLite (https://www.sqlite.org/rescode.html), without their extensions.
 enum SqliteCode : int {
+    SqliteError = 1,
     SqliteBusy = 5,
     SqliteLocked = 6,
     SqliteReadOnly = 8,
@@ -34,6 +35,7 @@ ShelfError::Code codeOf(const QSqlError &error)
         return ShelfError::Code::Busy;
     case SqliteReadOnly:
         return ShelfError::Code::ReadOnly;
+    case SqliteError: // the statements are right, so the tables are not
     case SqliteCorrupt:
     case SqliteNotADatabase:
         return ShelfError::Code::Damaged;

@@ -153,7 +153,7 @@ ShelfError IndexFile::check(const QString &fileName, bool mayPrepare)
     if (IndexSchema::prepare(m_database))
         return {};
     // Its full-text search has the tokenizer "trigram" since 3.34.
-    if (m_database.error().code() == Code::Failed)
+    if (kind == Kind::Empty && m_database.error().code() == Code::Damaged)
         return ShelfError(Code::NoDriver, m_database.error().text());
     return m_database.error();
 }

@@ -111,7 +111,8 @@ QList<ShelfItem> IndexReader::take(QSqlQuery &query, bool hasIcon) const
         auto *const data = new ShelfItemData;
         data->id = query.value(IdColumn).toLongLong();
         data->path = query.value(PathColumn).toByteArray();
-        data->state = ShelfItem::State(query.value(StateColumn).toInt());
+        // Damage that SQLite cannot see may be any number.
+        data->state = ShelfItem::State(qBound(0, query.value(StateColumn).toInt(), int(ShelfItem::State::Broken)));
         data->errorCode = query.value(ErrorCodeColumn).toInt();
         data->errorText = query.value(ErrorTextColumn).toString();
         data->packageName = query.value(NameColumn).toString();

@@ -41,18 +41,14 @@ bool IndexUpdate::run(const Order &order)
     m_status.clear();
     m_found.clear();
     m_entered.clear();
-    m_covered.clear();
     m_unknown.clear();
     IndexDatabase &database = m_file.database();
     database.clearError();
-    if (!database.isWritable()) {
-        setError(
-            ShelfError(ShelfError::Code::ReadOnly, QStringLiteral("%1 cannot be written").arg(database.fileName())));
+    if (refuseToWrite())
         return false;
-    }
     if (!waitForTurn())
         return false;
-    look(order.paths);
+    look();
     m_known = IndexReader(database).files();
     if (!database.error())
         writeDifferences();
@@ -91,7 +87,7 @@ bool IndexUpdate::waitForTurn() const
 }
 
 // The status of each file is that before it is read.
-void IndexUpdate::look(const QList<QByteArray> &paths)
+void IndexUpdate::look()
 {
     const auto take = [this](const QByteArray &file) {
         const FileStatus status = FileStatus::of(file);
@@ -100,25 +96,32 @@ void IndexUpdate::look(const QList<QByteArray> &paths)
             m_found.append(file);
         }
     };
-    for (const QByteArray &path : paths) {
-        struct stat status = {};
-        if (::stat(path.constData(), &status) == 0 && !S_ISDIR(status.st_mode)) {
-            take(path);
-            m_covered.append(path);
-            continue;
-        }
-        PackageFolder::walk(path, take, [&](const QByteArray &folder, bool isComplete) {
-            m_entered.append(folder);
+    for (const QByteArray &folder : qAsConst(m_order.folders)) {
+        PackageFolder::walk(folder, take, [this](const QByteArray &below, bool isComplete) {
+            m_entered.append(below);
             if (!isComplete) {
-                m_unknown.append(folder);
+                m_unknown.append(below);
                 setError(ShelfError(ShelfError::Code::NoFolder,
-                                    QStringLiteral("%1 cannot be read").arg(QString::fromUtf8(folder))));
+                                    QStringLiteral("%1 cannot be read").arg(QString::fromUtf8(below))));
             }
             return !isStopped();
         });
-        m_covered.append(path);
     }
+    for (const QByteArray &file : qAsConst(m_order.files))
+        take(file);
     std::sort(m_found.begin(), m_found.end());
+}
+
+// Whether nothing can be written; sets the error.
+bool IndexUpdate::refuseToWrite()
+{
+    const IndexDatabase &database = m_file.database();
+    if (database.isWritable())
+        return false;
+    setError(m_file.error() ? m_file.error()
+                            : ShelfError(ShelfError::Code::ReadOnly,
+                                         QStringLiteral("%1 cannot be written").arg(database.fileName())));
+    return true;
 }
 
 // Rows whose files were found stay; so do those of folders that this order has not, and of folders that cannot be read.
@@ -126,10 +129,12 @@ void IndexUpdate::writeDifferences()
 {
     if (isStopped())
         return;
+    const QSet<QByteArray> files(m_order.files.cbegin(), m_order.files.cend());
     QList<QByteArray> vanished;
     for (auto known = m_known.cbegin(); known != m_known.cend(); ++known) {
-        if (!m_status.contains(known.key()) && isBelowAny(known.key(), m_covered)
-            && !isBelowAny(known.key(), m_unknown))
+        const bool isCovered = files.contains(known.key())
+                               || (isBelowAny(known.key(), m_order.folders) && !isBelowAny(known.key(), m_unknown));
+        if (isCovered && !m_status.contains(known.key()))
             vanished.append(known.key());
     }
     QList<QByteArray> added;
@@ -249,11 +254,8 @@ QList<qint64> IndexUpdate::draw(const QList<qint64> &ids, const ShelfIcon &kind,
     IndexDatabase &database = m_file.database();
     database.clearError();
     QList<qint64> drawn;
-    if (!database.isWritable()) {
-        setError(
-            ShelfError(ShelfError::Code::ReadOnly, QStringLiteral("%1 cannot be written").arg(database.fileName())));
+    if (refuseToWrite())
         return drawn;
-    }
     const QList<QByteArray> paths = IndexReader(database).filesWithoutIcon(ids, kind).values();
     QHash<QByteArray, FileStatus> statuses;
     for (const QByteArray &path : paths)

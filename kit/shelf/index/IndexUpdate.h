@@ -30,8 +30,9 @@ class IndexUpdate
 public:
     /// What to bring up to date, and how.
     struct Order {
-        QList<QByteArray> paths; ///< absolute: folders, and single packages
-        WorkerProgram program;   ///< its arguments are made from `content`
+        QList<QByteArray> folders; ///< absolute paths
+        QList<QByteArray> files;   ///< absolute paths of packages besides those below the folders
+        WorkerProgram program;     ///< its arguments are made from `content`
         WorkerOrder content;
         bool keepsReports = false; ///< whether the reports of workers are stored, too
         int jobs = 1;
@@ -61,7 +62,8 @@ public:
 private:
     bool waitForTurn() const;
     bool isStopped() const;
-    void look(const QList<QByteArray> &paths);
+    void look();
+    bool refuseToWrite();
     void writeDifferences();
     QList<QByteArray> unread() const;
     bool read(const QList<QByteArray> &paths, const Order &order, QList<QByteArray> *again);
@@ -77,7 +79,6 @@ private:
     QHash<QByteArray, FileStatus> m_status; ///< of the files that were found
     QList<QByteArray> m_found;
     QList<QByteArray> m_entered;
-    QList<QByteArray> m_covered; ///< folders and files of which all packages were found
     QList<QByteArray> m_unknown; ///< folders that could not be read
     int m_done = 0;
     int m_total = 0;

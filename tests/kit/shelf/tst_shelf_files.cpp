@@ -103,7 +103,7 @@ void updateWithoutEvents(const Place &place, const QList<QByteArray> &paths)
     IndexFile file;
     file.open(place.index(), false);
     IndexUpdate::Order order;
-    order.paths = paths;
+    order.folders = paths;
     order.program.path = SORREL_DRAW;
     order.content.launcherIcons = "16:0:0:0";
     order.content.parent = ::getpid();
@@ -122,6 +122,7 @@ private slots:
     void aDamagedIndex_data();
     void aDamagedIndex();
     void damageThatAQueryMeets();
+    void damageAnywhere();
     void aReadOnlyFolder();
     void aFolderThatCannotBeMade();
     void aFullDisk();
@@ -221,6 +222,44 @@ void TestShelfFiles::damageThatAQueryMeets()
     QCOMPARE(shelf.items().size(), place.labels.size());
     shelf.close();
     QCOMPARE(contentOf(place.index()), content);
+}
+
+// Damage in a text or a number cannot be seen, so only the use of the index is tested.
+void TestShelfFiles::damageAnywhere()
+{
+    Place place;
+    QVERIFY(place.fill());
+    const QByteArray good = contentOf(place.index());
+    quint32 state = 7;
+    const auto random = [&state](int below) {
+        state = quint32((quint64(state) * 1664525 + 1013904223) & 0xffffffff);
+        return int(quint64(state) * quint64(below) >> 32);
+    };
+    int replaced = 0;
+    constexpr int rounds = 60;
+    for (int round = 0; round < rounds; ++round) {
+        QVERIFY(QDir(QFileInfo(place.index()).absolutePath()).removeRecursively());
+        QByteArray content = good;
+        for (int i = 0; i <= round; ++i)
+            content[random(int(content.size()))] = char(random(256));
+        writeFile(place.index(), content);
+        for (int opening = 0; opening < 3; ++opening) {
+            Shelf shelf;
+            shelf.setJobs(1);
+            shelf.setWorkerProgram(latin(SORREL_DRAW));
+            QVERIFY2(shelf.open(place.index()), qPrintable(shelf.error().text()));
+            replaced += shelf.fileName() != place.index() ? 1 : 0;
+            for (const ShelfItem &item : shelf.items()) {
+                QVERIFY(int(item.state()) <= int(ShelfItem::State::Broken));
+                shelf.icon(item.id(), ShelfIcon(16));
+                item.label();
+            }
+            shelf.find(latin("label example"));
+            if (shelf.setFolders({place.packages()}))
+                QVERIFY(refreshed(shelf));
+        }
+    }
+    QVERIFY2(replaced > 0 && replaced < 3 * rounds, qPrintable(QString::number(replaced)));
 }
 
 void TestShelfFiles::aReadOnlyFolder()

@@ -11,7 +11,7 @@ _sorrel_files() {
 
 _sorrel() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
-    local commands="info manifest resources icon files lint verify diff desktop scan catalog"
+    local commands="info manifest resources icon files lint verify diff desktop scan catalog find"
     local packages="apk|apks|xapk|apkm|APK|APKS|XAPK|APKM"
     local scan="-0 --null -j --jobs --max-memory --timeout --no-progress"
     local kinds="all launcher television car car-service watch-face home-screen tile wallpaper input-method screen-saver"
@@ -34,8 +34,9 @@ _sorrel() {
         verify) options+=" --json --print-certs --min-sdk --max-sdk --fingerprint --same-as --v4-signature" ;;
         diff) options+=" --json --all --html" ;;
         desktop) options+=" -o --output --exec --shape --all --json --platform" ;;
-        scan) options+=" $scan --ordered --all --icon --lint --verify --platform" ;;
-        catalog) options+=" $scan -o --output --title --shape --verify --platform" ;;
+        scan) options+=" $scan --ordered --all --icon --lint --verify --index --platform" ;;
+        catalog) options+=" $scan -o --output --title --shape --verify --index --platform" ;;
+        find) options+=" --index --json" ;;
         esac
         case ${COMP_WORDS[1]}:$previous in
         *:--shape)
@@ -49,6 +50,7 @@ _sorrel() {
         info:--device) _sorrel_files "json" ;;
         icon:-o | icon:--output) _sorrel_files "png" ;;
         catalog:-o | catalog:--output | diff:--html) _sorrel_files "html" ;;
+        *:--index) _sorrel_files "db" ;;
         verify:--v4-signature) _sorrel_files "idsig" ;;
         *:-s | *:--size | *:--icon) mapfile -t COMPREPLY < <(compgen -W "48 96 192 512" -- "$current") ;;
         *:-j | *:--jobs | *:--max-memory | *:--timeout | *:--title | *:--exec | *:--launcher | \

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # Completions of sorrel(1) for fish.
 
-set -l commands info manifest resources icon files lint verify diff desktop scan catalog
+set -l commands info manifest resources icon files lint verify diff desktop scan catalog find
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -f
 complete -c sorrel -s h -l help -d 'Show help'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -s v -l version -d 'Show the version'
@@ -17,9 +17,10 @@ complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a diff -d 'Sh
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a desktop -d 'Write desktop entries and icons'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a scan -d 'Print a line of JSON for every package'
 complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a catalog -d 'Write a web page of every package'
+complete -c sorrel -n "not __fish_seen_subcommand_from $commands" -a find -d 'Find packages in an index'
 
 set -l in __fish_seen_subcommand_from
-complete -c sorrel -n "$in info resources files lint verify diff desktop" -l json -d 'Print JSON objects, one on a line'
+complete -c sorrel -n "$in info resources files lint verify diff desktop find" -l json -d 'Print JSON objects, one on a line'
 complete -c sorrel -n "$in info desktop scan" -l all -d 'Include launchers that are not shown'
 complete -c sorrel -n "$in info manifest resources icon lint desktop scan catalog" -l platform -r -d 'Framework package of Android, or none'
 complete -c sorrel -n "$in info" -l entries -x -d 'Add the entries of this kind' \
@@ -56,4 +57,5 @@ complete -c sorrel -n "$in scan" -l ordered -d 'Keep the order of the paths'
 complete -c sorrel -n "$in scan" -l icon -x -a '48 96 192 512' -d 'Add the icon'
 complete -c sorrel -n "$in scan" -l lint -d 'Add the findings of lint'
 complete -c sorrel -n "$in scan catalog" -l verify -d 'Verify the signatures, and add the signers'
+complete -c sorrel -n "$in scan catalog find" -l index -r -d 'Use this index of packages'
 complete -c sorrel -n "$in catalog" -l title -x -d 'Title of the page'

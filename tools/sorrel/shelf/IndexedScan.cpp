@@ -52,11 +52,10 @@ void IndexedScan::add(const QStringList &arguments)
         if (path != "-" && isFolder(path))
             m_folders.append(keyOf(path, true));
     }
-    m_paths = m_folders;
     for (auto i = before; i < m_files.size(); ++i) {
         const QByteArray key = keyOf(m_files.at(i).path(), false);
         if (!key.isEmpty())
-            m_paths.append(key);
+            m_packages.append(key);
     }
 }
 
@@ -100,7 +99,8 @@ bool IndexedScan::update(SorrelKit::IndexFile &file) const
         file.database().commit();
     }
     IndexUpdate::Order order;
-    order.paths = m_paths;
+    order.folders = m_folders;
+    order.files = m_packages;
     order.program.path = m_program;
     order.content = WorkerCommand::order(m_content, m_options.limits());
     order.keepsReports = true;
@@ -113,7 +113,8 @@ bool IndexedScan::update(SorrelKit::IndexFile &file) const
                               }});
     const bool isDone = update.run(order);
     progress.reset();
-    if (!isDone)
+    // Folders that cannot be read were found by add() as well.
+    if (!isDone && update.error().code() != ShelfError::Code::NoFolder)
         Console::complain(QStringLiteral("index"), update.error().text());
     return isDone;
 }

@@ -33,8 +33,8 @@ private:
                         int *status) const;
 
     const QString m_index;
-    QList<QByteArray> m_paths; ///< absolute
-    QList<QByteArray> m_folders;
+    QList<QByteArray> m_folders;  ///< absolute paths
+    QList<QByteArray> m_packages; ///< absolute paths of all packages
 };
 
 #endif

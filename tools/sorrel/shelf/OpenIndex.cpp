@@ -6,8 +6,26 @@
 
 #include <SorrelKit/Shelf.h>
 
+#include <QCoreApplication>
+
+namespace {
+
+// Qt 6 loads no driver without an application object, which takes time to start.
+void startApplication()
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+    static char name[] = "sorrel";
+    static char *arguments[] = {name, nullptr};
+    static int count = 1;
+    static const QCoreApplication application(count, arguments);
+#endif
+}
+
+} // namespace
+
 bool openIndex(const QString &argument, bool isReadOnly, SorrelKit::IndexFile *file)
 {
+    startApplication();
     QString name = SorrelKit::Shelf::defaultFileName();
     if (!argument.isEmpty()) {
         const FileName given(argument);
