@@ -35,6 +35,8 @@ public:
      */
     virtual void add(const QStringList &arguments);
     const QVector<FileName> &files() const { return m_files; }
+    /// Replaces files().
+    void setFiles(const QVector<FileName> &files) { m_files = files; }
 
     /**
      * Reads the packages and passes on a report of each as soon as possible, in the order of addition when @p

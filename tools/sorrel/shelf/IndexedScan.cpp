@@ -70,19 +70,70 @@ int IndexedScan::run(bool isOrdered, const Take &take) const
     if (!update(file))
         status = CannotRead;
     const SorrelKit::IndexReader reader(file.database());
-    const QByteArray content = WorkerCommand::order(m_content, m_options.limits()).content();
     QVector<QByteArray> reports;
-    for (const FileName &each : m_files) {
-        reports.append(reportOf(each, reader, content, &status));
-        if (reports.size() < ReportsAtOnce)
-            continue;
-        if (!take(reports))
+    const auto pass = [&](const QByteArray &report) {
+        reports.append(report);
+        const bool goesOn = reports.size() < ReportsAtOnce || take(reports);
+        if (reports.size() >= ReportsAtOnce)
+            reports.clear();
+        return goesOn;
+    };
+    for (int i = 0; i < int(m_files.size()); ++i) {
+        const QByteArray report = reportOf(m_files.at(i), reader, &status);
+        if (report.isEmpty()) {
+            status = qMax(status, readFrom(i, reader, pass));
+            break;
+        }
+        if (!pass(report))
             return status;
-        reports.clear();
     }
     if (!reports.isEmpty())
         take(reports);
     return status;
+}
+
+// Some reports are not in the index: it is full, a report is too large, or a path is no file. Workers make them again, and
+// the others stay in order.
+int IndexedScan::readFrom(int first, const SorrelKit::IndexReader &reader,
+                          const std::function<bool(const QByteArray &report)> &pass) const
+{
+    int status = Success;
+    QVector<FileName> missing;
+    QVector<int> places;
+    for (int i = first; i < int(m_files.size()); ++i) {
+        if (!storedReport(m_files.at(i), reader).isStored()) {
+            missing.append(m_files.at(i));
+            places.append(i);
+        }
+    }
+    int next = first;
+    const auto passStored = [&](int end) {
+        for (; next < end; ++next) {
+            if (!pass(reportOf(m_files.at(next), reader, &status)))
+                return false;
+        }
+        return true;
+    };
+    int done = 0;
+    PackageScan scan(m_program, m_options, m_content);
+    scan.setFiles(missing);
+    const int scanned = scan.run(true, [&](const QVector<QByteArray> &reports) {
+        for (const QByteArray &report : reports) {
+            if (!passStored(places.at(done)) || !pass(report))
+                return false;
+            ++next;
+            ++done;
+        }
+        return true;
+    });
+    if (done == int(places.size()))
+        passStored(int(m_files.size()));
+    return qMax(status, scanned);
+}
+
+IndexedScan::Stored IndexedScan::storedReport(const FileName &file, const SorrelKit::IndexReader &reader) const
+{
+    return {reader.report(keyOf(file.path(), false), WorkerCommand::order(m_content, m_options.limits()).content())};
 }
 
 // A folder that was scanned is one of the index from now on.
@@ -119,36 +170,30 @@ bool IndexedScan::update(SorrelKit::IndexFile &file) const
     return isDone;
 }
 
-QByteArray IndexedScan::reportOf(const FileName &file, const SorrelKit::IndexReader &reader, const QByteArray &content,
-                                 int *status) const
+// Empty when it is not stored.
+QByteArray IndexedScan::reportOf(const FileName &file, const SorrelKit::IndexReader &reader, int *status) const
 {
-    const SorrelKit::IndexReader::Report stored = reader.report(keyOf(file.path(), false), content);
-    if (stored.json.isEmpty() && stored.errorCode < ScanError::TooMuchTime) {
-        // Its report is too large to be stored, or it is no file.
-        QByteArray read;
-        PackageScan scan(m_program, m_options, m_content);
-        scan.add({argumentText(file.path())});
-        if (scan.run(true,
-                     [&](const QVector<QByteArray> &reports) {
-                         read = reports.constFirst();
-                         return true;
-                     })
-            != Success)
-            *status = CannotRead;
-        return read;
-    }
-    if (stored.errorCode != 0) {
-        Console::complain(file.text(), stored.errorText);
+    const Stored stored = storedReport(file, reader);
+    if (!stored.isStored())
+        return {};
+    const SorrelKit::IndexReader::Report &report = stored.report;
+    if (report.errorCode != 0) {
+        Console::complain(file.text(), report.errorText);
         *status = CannotRead;
     }
-    if (stored.json.isEmpty())
-        return jsonText(PackageReport::failure(file, stored.errorCode, stored.errorText));
+    if (report.json.isEmpty())
+        return jsonText(PackageReport::failure(file, report.errorCode, report.errorText));
     if (file.path().startsWith('/'))
-        return stored.json;
-    QJsonObject report = QJsonDocument::fromJson(stored.json).object();
-    report.remove(QStringLiteral("uri"));
+        return report.json;
+    QJsonObject json = QJsonDocument::fromJson(report.json).object();
+    json.remove(QStringLiteral("uri"));
     const QJsonObject name = file.toJson();
     for (auto member = name.begin(); member != name.end(); ++member)
-        report.insert(member.key(), member.value());
-    return jsonText(report);
+        json.insert(member.key(), member.value());
+    return jsonText(json);
+}
+
+bool IndexedScan::Stored::isStored() const
+{
+    return !report.json.isEmpty() || report.errorCode >= ScanError::TooMuchTime;
 }

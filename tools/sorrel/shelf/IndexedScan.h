@@ -28,9 +28,17 @@ public:
     int run(bool isOrdered, const Take &take) const override;
 
 private:
+    /// The report of a file in the index. A package whose worker died has only its error there.
+    struct Stored {
+        SorrelKit::IndexReader::Report report;
+        bool isStored() const;
+    };
+
     bool update(SorrelKit::IndexFile &file) const;
-    QByteArray reportOf(const FileName &file, const SorrelKit::IndexReader &reader, const QByteArray &content,
-                        int *status) const;
+    int readFrom(int first, const SorrelKit::IndexReader &reader,
+                 const std::function<bool(const QByteArray &report)> &pass) const;
+    Stored storedReport(const FileName &file, const SorrelKit::IndexReader &reader) const;
+    QByteArray reportOf(const FileName &file, const SorrelKit::IndexReader &reader, int *status) const;
 
     const QString m_index;
     QList<QByteArray> m_folders;  ///< absolute paths
