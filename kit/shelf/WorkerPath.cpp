@@ -16,7 +16,7 @@ QString workerPath()
     Dl_info library = {};
     if (::dladdr(reinterpret_cast<const void *>(&workerPath), &library) != 0 && library.dli_fname != nullptr) {
         const QString folder = QFileInfo(QFile::decodeName(library.dli_fname)).absolutePath();
-        const QString path = folder + QStringLiteral("/" SORREL_WORKER_FROM_LIBRARY);
+        QString path = folder + QStringLiteral("/" SORREL_WORKER_FROM_LIBRARY);
         if (QFileInfo::exists(path))
             return path;
     }

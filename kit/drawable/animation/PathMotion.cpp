@@ -32,7 +32,7 @@ void PathMotion::apply(const XmlElement &animator, qreal fraction, XmlElement *p
     const QPainterPath path = VectorPath::pathData(animator, loader);
     if (path.isEmpty())
         return;
-    if (!loader.budget().spendWork(path.elementCount() * PathTrim::ElementWork)) {
+    if (!loader.budget().spendWork(qint64(path.elementCount()) * PathTrim::ElementWork)) {
         loader.setError(DrawableFault::TooMuchDrawing);
         return;
     }

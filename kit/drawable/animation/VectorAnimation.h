@@ -49,12 +49,12 @@ private:
         /// The part of the way at @p time, without an interpolator.
         qreal fraction(qint64 time) const;
 
-        const XmlElement *animator;
+        const XmlElement *animator = nullptr;
         QString target;
-        qint64 start;
-        qint64 duration;
-        qint64 repeats; ///< negative without an end
-        bool isReversing;
+        qint64 start = 0;
+        qint64 duration = 0;
+        qint64 repeats = 0; ///< negative without an end
+        bool isReversing = false;
     };
     using Parts = QHash<QString, XmlElement *>;
 

@@ -139,7 +139,7 @@ QByteArray IndexReader::icon(qint64 item, const ShelfIcon &kind, ShelfIcon::Stat
     query.addBindValue(item);
     query.addBindValue(IconKind::number(kind));
     const bool isStored = m_database.run(query) && m_database.next(query);
-    const QByteArray png = isStored ? query.value(0).toByteArray() : QByteArray();
+    QByteArray png = isStored ? query.value(0).toByteArray() : QByteArray();
     if (state != nullptr) {
         const ShelfIcon::State stored = png.isEmpty() ? ShelfIcon::State::Missing : ShelfIcon::State::Ready;
         *state = isStored ? stored : ShelfIcon::State::NotStored;

@@ -216,6 +216,7 @@ bool IndexUpdate::write(const QList<QByteArray> &paths, const std::vector<Worker
     IndexWriter writer(database);
     // Decoded before the transaction, which keeps other writers waiting.
     std::vector<PackageFacts> facts;
+    facts.reserve(outcomes.size());
     for (const WorkerPool::Outcome &outcome : outcomes)
         facts.push_back(PackageFacts::fromReport(outcome.report, outcome.errorCode));
     if (!database.begin())
