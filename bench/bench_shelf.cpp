@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
 // bench_shelf fill INDEX FOLDER: fills an index with icons of 96 pixels.
-// bench_shelf list INDEX RUNS: prints the median milliseconds of two ways to list the index with its icons, in turns: by
+// bench_shelf list INDEX RUNS: prints the median milliseconds of two ways to list the index with its icons, in turns:
+// by
 //     SQLite alone, and by Shelf. Each opens the file.
 // bench_shelf refresh INDEX RUNS: prints the median milliseconds of refreshing an open index that is up to date.
 

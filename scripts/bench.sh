@@ -121,7 +121,7 @@ case ${1:-} in
 --shelf)
     require "${bench_packages[@]}"
     say "Building"
-    prepare bench_shelf sorrel-command samples
+    build "$preset" bench_shelf sorrel-command samples
     python3 bench/shelf.py "$programs/bench_shelf" "$programs/sorrel" "$results/samples"
     ;;
 --scan)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 //
-// package-shelf INDEX FOLDER...: prints the launchers of all packages below the folders from an index, brings the index up
-// to date, and prints what is new. The second run prints the same at once.
+// package-shelf INDEX FOLDER...: prints the launchers of all packages below the folders from an index, brings the index
+// up to date, and prints what is new. The second run prints the same at once.
 
 #include <SorrelKit/Shelf.h>
 

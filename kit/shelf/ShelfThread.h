@@ -14,8 +14,8 @@
 
 namespace SorrelKit {
 
-/// The thread that writes the index of a Shelf: it does one job after another, with a connection of its own. The destructor
-/// ends the job at work, drops the others, and waits for the thread.
+/// The thread that writes the index of a Shelf: it does one job after another, with a connection of its own. The
+/// destructor ends the job at work, drops the others, and waits for the thread.
 class ShelfThread : private QThread
 {
 public:

@@ -7,8 +7,8 @@
 
 /**
  * The packages and the folders in a folder: files with the extensions .apk, .apks, .xapk and .apkm, in the order of
- * their names, including hidden ones. A link to a file is a file; links to folders are left out, so there are no cycles.
- * Names are bytes and need not be text. The constructor reads the folder.
+ * their names, including hidden ones. A link to a file is a file; links to folders are left out, so there are no
+ * cycles. Names are bytes and need not be text. The constructor reads the folder.
  */
 class PackageFolder
 {

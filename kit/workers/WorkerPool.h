@@ -27,8 +27,8 @@
  * A worker reads paths from standard input, with a NUL after each. Its line has the error code in decimal, a space, and
  * the report as a JSON object. A worker that writes anything else is killed.
  *
- * The constructor blocks SIGPIPE in its thread, so a worker or a reader that is gone is an error of write(). Use an object in
- * one thread: the workers end with it.
+ * The constructor blocks SIGPIPE in its thread, so a worker or a reader that is gone is an error of write(). Use an
+ * object in one thread: the workers end with it.
  */
 class WorkerPool
 {

@@ -17,7 +17,8 @@ struct WorkerProgram {
  * A child process with a pipe to its standard input and a pipe from its standard output. Standard error is that of this
  * process. Sending and receiving never block, so neither process can wait for the other forever.
  *
- * The caller blocks or ignores SIGPIPE; the child gets the default action, and blocks no signal. The destructor kills the process.
+ * The caller blocks or ignores SIGPIPE; the child gets the default action, and blocks no signal. The destructor kills
+ * the process.
  */
 class WorkerProcess
 {

@@ -26,7 +26,8 @@ public:
     IndexDatabase();
     ~IndexDatabase() { close(); }
 
-    /// Opens @p fileName after closing another one. Returns false and sets error() when that fails. The file is not read.
+    /// Opens @p fileName after closing another one. Returns false and sets error() when that fails. The file is not
+    /// read.
     bool open(const QString &fileName, Mode mode);
     void close();
     bool isOpen() const { return m_isOpen; }
@@ -41,7 +42,8 @@ public:
     bool execute(const QString &sql);
     /// The number that the statement @p sql returns first; 0 when it fails, which sets error().
     qint64 number(const QString &sql);
-    /// Steps to the next row of @p query. Returns false behind the last one, and when reading fails, which sets error().
+    /// Steps to the next row of @p query. Returns false behind the last one, and when reading fails, which sets
+    /// error().
     bool next(QSqlQuery &query);
 
     /// Begins a transaction that writes.

@@ -10,8 +10,8 @@
 namespace SorrelKit {
 
 /**
- * Opens an index: chooses the file, makes or migrates its tables, and checks it after a crash. A file that cannot be used
- * is left as it is; the first usable one of NAME.2 to NAME.9 takes its place, and is made when it is missing.
+ * Opens an index: chooses the file, makes or migrates its tables, and checks it after a crash. A file that cannot be
+ * used is left as it is; the first usable one of NAME.2 to NAME.9 takes its place, and is made when it is missing.
  *
  * Sanity of rows is SQLite's: what an index has in its tables was written by this library.
  */

@@ -9,9 +9,9 @@ namespace SorrelKit {
 
 /**
  * The locks of an index, in the file beside it with the ending "-lock": one that all programs share that may write, and
- * one for the program that refreshes. The kernel frees them when the process ends in any way. The file is never removed,
- * because another process may be about to lock it. Without that file, as in a folder that cannot be written, every lock
- * is free.
+ * one for the program that refreshes. The kernel frees them when the process ends in any way. The file is never
+ * removed, because another process may be about to lock it. Without that file, as in a folder that cannot be written,
+ * every lock is free.
  */
 class IndexLock
 {

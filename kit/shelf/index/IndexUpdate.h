@@ -20,8 +20,8 @@ namespace SorrelKit {
 /**
  * Brings an index up to date: compares folders with it, and writes what worker processes read of the packages that are
  * new or changed. The first transaction has what is known without reading a package: new ones that wait, moved and
- * vanished ones. The facts of packages follow in batches, so a process that ends at any point loses only what it has not
- * written, and the next update reads that.
+ * vanished ones. The facts of packages follow in batches, so a process that ends at any point loses only what it has
+ * not written, and the next update reads that.
  *
  * A package that changes while it is read is read again; one that changes twice waits for the next update.
  */

@@ -36,8 +36,8 @@ public:
     void move(qint64 package, const QByteArray &path, const FileStatus &status);
     void remove(qint64 package);
     /// Writes the facts of the package at @p path, which was read when it had @p status. Its items keep their ids when
-    /// their launchers remain. Its icons and reports stay when the status did. With @p isVerified and facts that are not
-    /// verified, the signer stays, too.
+    /// their launchers remain. Its icons and reports stay when the status did. With @p isVerified and facts that are
+    /// not verified, the signer stays, too.
     void write(const QByteArray &path, const FileStatus &status, const PackageFacts &facts, const QByteArray &drawn,
                bool isVerified);
     /// Stores a report of the package at @p path.

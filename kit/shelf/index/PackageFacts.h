@@ -10,8 +10,8 @@
 
 namespace SorrelKit {
 
-/// The rows of the index for a package, from the report of a worker (docs/report.schema.json). Each text has a ceiling, so
-/// a hostile package costs a row of bounded size.
+/// The rows of the index for a package, from the report of a worker (docs/report.schema.json). Each text has a ceiling,
+/// so a hostile package costs a row of bounded size.
 struct PackageFacts {
     /// The most items of a package. Launchers behind them are left out.
     static constexpr int MaxItems = 256;
@@ -34,8 +34,8 @@ struct PackageFacts {
         QVector<Icon> icons;
     };
 
-    /// The facts of the report @p json. @p code is that of the worker; without a report, as for a worker that died, only the
-    /// error is known.
+    /// The facts of the report @p json. @p code is that of the worker; without a report, as for a worker that died,
+    /// only the error is known.
     static PackageFacts fromReport(const QByteArray &json, int code);
 
     ShelfItem::State state = ShelfItem::State::Broken;

@@ -12,8 +12,8 @@
 
 namespace fixture {
 
-/// A package for a shelf: its name, its labels by language ("" for every language), its launchers, and the colour of its
-/// icon.
+/// A package for a shelf: its name, its labels by language ("" for every language), its launchers, and the colour of
+/// its icon.
 struct ShelfPackage {
     QString name = QStringLiteral("org.example.notes");
     QMap<QString, QString> labels = {{QString(), QStringLiteral("Notes")}};

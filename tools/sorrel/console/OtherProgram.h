@@ -20,8 +20,8 @@ Program needed(int argc, char *argv[]);
 /// unknown.
 QByteArray path(Program program);
 /// Becomes @p program, with the arguments of main(), and returns an ExitStatus. Program::Shelf is a module, which this
-/// process loads: starting another process would take as long as all of `sorrel find`. When the program is missing, prints
-/// an error.
+/// process loads: starting another process would take as long as all of `sorrel find`. When the program is missing,
+/// prints an error.
 int become(Program program, int argc, char *argv[]);
 /// The main() of a module.
 constexpr char ModuleMain[] = "sorrelModuleMain";

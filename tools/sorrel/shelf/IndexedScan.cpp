@@ -92,8 +92,8 @@ int IndexedScan::run(bool isOrdered, const Take &take) const
     return status;
 }
 
-// Some reports are not in the index: it is full, a report is too large, or a path is no file. Workers make them again, and
-// the others stay in order.
+// Some reports are not in the index: it is full, a report is too large, or a path is no file. Workers make them again,
+// and the others stay in order.
 int IndexedScan::readFrom(int first, const SorrelKit::IndexReader &reader,
                           const std::function<bool(const QByteArray &report)> &pass) const
 {

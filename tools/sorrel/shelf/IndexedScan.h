@@ -17,7 +17,8 @@
 class IndexedScan : public PackageScan
 {
 public:
-    /// @p index is the argument of the option `--index`. The program @p program has workers with all parts of @p content.
+    /// @p index is the argument of the option `--index`. The program @p program has workers with all parts of @p
+    /// content.
     IndexedScan(const QString &index, const QByteArray &program, const ScanOptions &options,
                 const ReportContent &content)
         : PackageScan(program, options, content), m_index(index)

@@ -36,8 +36,8 @@ class ShelfPrivate;
  * version or of another program, is left as it is. The first of the files NAME.2 to NAME.9 that is usable takes its
  * place and is made when it is missing; fileName() returns its name, and error() the reason.
  *
- * **Crashes.** Each batch of rows is one transaction, so a process that ends at any point leaves an index with rows that
- * are right; refresh() reads what is missing.
+ * **Crashes.** Each batch of rows is one transaction, so a process that ends at any point leaves an index with rows
+ * that are right; refresh() reads what is missing.
  *
  * **Processes.** Any number of processes may use one index. One of them refreshes at a time; the others wait for it
  * behind, and find its rows. Readers wait for nobody.
@@ -112,7 +112,8 @@ public:
     QList<ShelfIcon> icons() const;
     /// Sets icons(), up to 8 of them, for the packages that are read from now on. @since 0.5.1
     void setIcons(const QList<ShelfIcon> &icons);
-    /// Whether refresh() verifies the signatures of packages, which reads the whole file; false by default. @since 0.5.1
+    /// Whether refresh() verifies the signatures of packages, which reads the whole file; false by default. @since
+    /// 0.5.1
     bool isVerifying() const;
     /// Sets isVerifying(), for the packages that are read from now on. @since 0.5.1
     void setVerifying(bool verifying);
