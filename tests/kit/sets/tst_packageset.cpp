@@ -20,11 +20,6 @@ QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
-QStringList list(const char *texts)
-{
-    return latin(texts).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 /// The split @p name in the file @p path.
 Member split(const char *path, const char *name, const QStringList &abis = {})
 {
@@ -48,34 +43,6 @@ Member base(const QStringList &abis = {})
 QString found(const QVector<Member> &members, const Device &device = phone())
 {
     return chosen(zip(members), device).join(QLatin1Char(' ')).remove(latin(".apk"));
-}
-
-Device withSdk(int version)
-{
-    Device device = phone();
-    device.setSdkVersion(version);
-    return device;
-}
-
-Device withAbis(const char *abis)
-{
-    Device device = phone();
-    device.setAbis(list(abis));
-    return device;
-}
-
-Device withLocales(const char *locales)
-{
-    Device device = phone();
-    device.setLocales(list(locales));
-    return device;
-}
-
-Device withDensity(int density)
-{
-    Device device = phone();
-    device.setScreenDensity(density);
-    return device;
 }
 
 /// A package of a set whose manifest cannot be read.

@@ -25,11 +25,6 @@ QString latin(const char *text)
     return QString::fromLatin1(text);
 }
 
-QStringList list(const char *texts)
-{
-    return latin(texts).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 ProtobufWriter forAbi(const QVector<int> &values, const QVector<int> &others = {})
 {
     return ProtobufWriter().message(1, abiTargeting(values, others));
@@ -52,34 +47,6 @@ QStringList ofModules(const QVector<ProtobufWriter> &modules, const char *paths,
     for (const QString &path : list(paths))
         members.append({path, packageOf({})});
     return chosen(setOf(tocOf({variantOf({}, modules)}), members), device);
-}
-
-Device withSdk(int version)
-{
-    Device device = phone();
-    device.setSdkVersion(version);
-    return device;
-}
-
-Device withAbis(const char *abis)
-{
-    Device device = phone();
-    device.setAbis(list(abis));
-    return device;
-}
-
-Device withLocales(const char *locales)
-{
-    Device device = phone();
-    device.setLocales(list(locales));
-    return device;
-}
-
-Device withDensity(int density)
-{
-    Device device = phone();
-    device.setScreenDensity(density);
-    return device;
 }
 
 /// A set as bundletool makes one: splits from SDK 21 on, and whole applications for older devices.

@@ -96,6 +96,11 @@ Member memberOf(const char *path, const SetManifest &manifest, const QStringList
     return {latin(path), packageOf(manifest, abis)};
 }
 
+QStringList list(const char *texts)
+{
+    return latin(texts).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 SorrelKit::Device phone()
 {
     SorrelKit::Device device;
@@ -103,6 +108,34 @@ SorrelKit::Device phone()
     device.setLocales({latin("de-DE"), latin("en-US")});
     device.setScreenDensity(480);
     device.setSdkVersion(30);
+    return device;
+}
+
+SorrelKit::Device withSdk(int version)
+{
+    SorrelKit::Device device = phone();
+    device.setSdkVersion(version);
+    return device;
+}
+
+SorrelKit::Device withAbis(const char *abis)
+{
+    SorrelKit::Device device = phone();
+    device.setAbis(list(abis));
+    return device;
+}
+
+SorrelKit::Device withLocales(const char *locales)
+{
+    SorrelKit::Device device = phone();
+    device.setLocales(list(locales));
+    return device;
+}
+
+SorrelKit::Device withDensity(int density)
+{
+    SorrelKit::Device device = phone();
+    device.setScreenDensity(density);
     return device;
 }
 

@@ -41,8 +41,18 @@ QByteArray packageOf(const SetManifest &manifest, const QStringList &abis = {}, 
 /// The member of a set at @p path.
 Member memberOf(const char *path, const SetManifest &manifest, const QStringList &abis = {});
 
+/// The texts in @p texts, which spaces separate.
+QStringList list(const char *texts);
 /// A phone: arm64-v8a and armeabi-v7a, German and English, 480 dpi, SDK 30.
 SorrelKit::Device phone();
+/// The same phone with SDK @p version.
+SorrelKit::Device withSdk(int version);
+/// The same phone for @p abis, which spaces separate.
+SorrelKit::Device withAbis(const char *abis);
+/// The same phone for @p locales, which spaces separate.
+SorrelKit::Device withLocales(const char *locales);
+/// The same phone with @p density dots per inch.
+SorrelKit::Device withDensity(int density);
 
 /// The paths of the packages that @p device gets; the code and the message when nothing fits.
 QStringList chosen(const QByteArray &set, const SorrelKit::Device &device);
