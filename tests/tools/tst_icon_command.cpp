@@ -86,6 +86,7 @@ QByteArray themedIcon()
 constexpr QRgb Red = 0xffff0000;
 constexpr QRgb Green = 0xff00ff00;
 constexpr QRgb Blue = 0xff0000ff;
+constexpr QRgb White = 0xffffffff;
 
 XmlElement element(const QString &name, const QVector<XmlAttribute> &attributes,
                    const QVector<XmlElement> &children = {})
@@ -109,7 +110,8 @@ XmlAttribute attribute(quint32 id, ValueType type, quint32 data, const QString &
 // A package for televisions: a red icon, a blue one from right to left, a green round one and a green banner.
 QByteArray pictures()
 {
-    constexpr int LayoutAt = 28;
+    constexpr int LayoutAt = 28, ModeAt = 29;
+    const QByteArray night = ConfigBuilder().u8(ModeAt, Configuration::Night << 4).build();
     const QByteArray rightToLeft = ConfigBuilder().u8(LayoutAt, Configuration::RightToLeft << 6).build();
     const auto named = [](const QString &tag, const char *value, const QVector<XmlElement> &children = {}) {
         return element(tag, {attribute(Attr::Name, ValueType::String, 0, QString::fromLatin1(value))}, children);
@@ -123,7 +125,8 @@ QByteArray pictures()
     const XmlElement application =
         element(QStringLiteral("application"),
                 {reference(Attr::Icon, 0x7f010000), reference(Attr::RoundIcon, 0x7f010001)}, {activity});
-    const QStringList paths{QStringLiteral("red.png"), QStringLiteral("green.png"), QStringLiteral("blue.png")};
+    const QStringList paths{QStringLiteral("red.png"), QStringLiteral("green.png"), QStringLiteral("blue.png"),
+                            QStringLiteral("white.png")};
     const QByteArray table =
         TableBuilder()
             .strings(paths)
@@ -131,12 +134,24 @@ QByteArray pictures()
                          .types({QStringLiteral("drawable")})
                          .keys({QStringLiteral("key")})
                          .type(TypeBuilder(1).value(0, fixture::String, 0).value(1, fixture::String, 1))
-                         .type(TypeBuilder(1, rightToLeft).value(0, fixture::String, 2)))
+                         .type(TypeBuilder(1, rightToLeft).value(0, fixture::String, 2))
+                         .type(TypeBuilder(1, night).value(0, fixture::String, 3)))
             .build();
     return package(table, binaryXml(element(QStringLiteral("manifest"), {}, {application})),
                    {{paths.at(0), picture(16, 9, Red)},
                     {paths.at(1), picture(16, 9, Green)},
-                    {paths.at(2), picture(16, 9, Blue)}});
+                    {paths.at(2), picture(16, 9, Blue)},
+                    {paths.at(3), picture(16, 9, White)}});
+}
+
+// A green picture on red, whose monochrome layer is blue.
+QByteArray adaptiveIcon()
+{
+    const auto layer = [](const char *name, QRgb color) {
+        return element(QString::fromLatin1(name), {attribute(Attr::Drawable, ValueType::ColorArgb8, color)});
+    };
+    return binaryXml(element(QStringLiteral("adaptive-icon"), {},
+                             {layer("background", Red), layer("foreground", Green), layer("monochrome", Blue)}));
 }
 
 // Red for 100 ms, then blue.
@@ -180,7 +195,8 @@ private slots:
     void aPackageIsNotReplacedByItsIcon();
     void aFullDiskLeavesWhatWas();
     void outputThatCannotBeWritten();
-    void roundIconsAndDirections();
+    void variantsOfIcons();
+    void monochromeIcons();
     void bannersOfTelevisions();
     void framesOfAnimatedIcons();
     void framesThatCannotBeWritten();
@@ -410,7 +426,7 @@ void TestIconCommand::outputThatCannotBeWritten()
              QByteArray("sorrel: standard output: No space left on device\n"));
 }
 
-void TestIconCommand::roundIconsAndDirections()
+void TestIconCommand::variantsOfIcons()
 {
     const auto colorOf = [this](const QStringList &options) {
         return pixelOf(runSorrel(QStringList{QStringLiteral("icon")} + options
@@ -419,8 +435,20 @@ void TestIconCommand::roundIconsAndDirections()
     };
     QCOMPARE(colorOf({}), Red);
     QCOMPARE(colorOf({QStringLiteral("--round")}), Green);
+    QCOMPARE(colorOf({QStringLiteral("--night")}), White);
     QCOMPARE(colorOf({QStringLiteral("--rtl")}), Blue);
     QCOMPARE(colorOf({QStringLiteral("--launcher=org.x.Tv")}), Red);
+}
+
+void TestIconCommand::monochromeIcons()
+{
+    const QString file = write(QStringLiteral("adaptive.apk"),
+                               iconNamed(QStringLiteral("icon.xml"), {{QStringLiteral("icon.xml"), adaptiveIcon()}}));
+    QCOMPARE(pixelOf(runSorrel({QStringLiteral("icon"), file}).output), Green);
+    QCOMPARE(pixelOf(runSorrel({QStringLiteral("icon"), QStringLiteral("--monochrome"), file}).output), Blue);
+    // Pictures have no layers.
+    const QString picture = write(QStringLiteral("pictures.apk"), pictures());
+    QCOMPARE(pixelOf(runSorrel({QStringLiteral("icon"), QStringLiteral("--monochrome"), picture}).output), Red);
 }
 
 void TestIconCommand::bannersOfTelevisions()

@@ -29,7 +29,7 @@ _sorrel() {
         manifest) options+=" --ids --platform" ;;
         resources) options+=" --json --platform" ;;
         files) options+=" --json" ;;
-        icon) options+=" -s --size --shape --launcher --round --rtl --banner --frames --theme -o --output --platform" ;;
+        icon) options+=" -s --size --shape --launcher --round --night --monochrome --rtl --banner --frames --theme -o --output --platform" ;;
         lint) options+=" --json --draw --checks --platform" ;;
         verify) options+=" --json --print-certs --min-sdk --max-sdk --fingerprint --same-as --v4-signature" ;;
         diff) options+=" --json --all --html" ;;

@@ -33,6 +33,8 @@ complete -c sorrel -n "$in icon" -s s -l size -x -a '48 96 192 512' -d 'Width an
 complete -c sorrel -n "$in icon" -l launcher -x -d 'Draw the icon of this launcher'
 complete -c sorrel -n "$in icon" -l theme -x -a package -d 'Look up attributes of the theme here'
 complete -c sorrel -n "$in icon" -l round -d 'Draw the icon for round screens'
+complete -c sorrel -n "$in icon" -l night -d 'Draw for the night mode'
+complete -c sorrel -n "$in icon" -l monochrome -d 'Draw only the monochrome layer'
 complete -c sorrel -n "$in icon" -l rtl -d 'Draw for a layout from right to left'
 complete -c sorrel -n "$in icon" -l banner -d 'Draw the banner for televisions'
 complete -c sorrel -n "$in icon" -l frames -x -a '(__fish_complete_directories)' -d 'Write each frame into this directory'

@@ -67,7 +67,7 @@ void IconCommand::addOptions(QCommandLineParser &parser) const
 {
     m_icon.addTo(parser);
     m_theme.addTo(parser);
-    parser.addOptions({m_launcher, m_round, m_rtl, m_banner, m_frames, m_output});
+    parser.addOptions({m_launcher, m_round, m_night, m_monochrome, m_rtl, m_banner, m_frames, m_output});
 }
 
 int IconCommand::run(const QCommandLineParser &parser, Console &console) const
@@ -108,6 +108,8 @@ int IconCommand::run(const QCommandLineParser &parser, Console &console) const
         return CannotRead;
     }
     request.setRound(parser.isSet(m_round));
+    request.setNight(parser.isSet(m_night));
+    request.setMonochrome(parser.isSet(m_monochrome));
     request.setLayoutDirection(parser.isSet(m_rtl) ? Qt::RightToLeft : Qt::LeftToRight);
     SorrelKit::DrawableRenderer renderer(package);
     std::optional<Entry> entry;

@@ -34,6 +34,10 @@ private:
         QStringLiteral("NAME")};
     const QCommandLineOption m_round{QStringLiteral("round"),
                                      QStringLiteral("Draw the icon for round screens, where there is one.")};
+    const QCommandLineOption m_night{QStringLiteral("night"), QStringLiteral("Draw for the night mode.")};
+    const QCommandLineOption m_monochrome{
+        QStringLiteral("monochrome"),
+        QStringLiteral("Draw only the monochrome layer of an adaptive icon, where there is one.")};
     const QCommandLineOption m_rtl{QStringLiteral("rtl"), QStringLiteral("Draw for a layout from right to left.")};
     const QCommandLineOption m_banner{
         QStringLiteral("banner"),
