@@ -12,6 +12,8 @@ FocusScope {
     property bool dark: false
     property real pixelRatio: 1
     property int current: 0
+    // Before the window has its size, a list without width would make all pages.
+    property bool isLaidOut: false
     property alias search: field.text
     readonly property bool isLandscape: width > height
     readonly property int columns: Math.max(1, Math.floor(pages.width / 84))
@@ -21,7 +23,7 @@ FocusScope {
     readonly property color foreground: dark ? "#f2f2f2" : "#202124"
     readonly property alias model: shelf
     readonly property alias pageView: pages
-    readonly property alias sheet: details
+    readonly property alias sheet: sheetLoader.item
 
     signal launched(string packageName, string entryName)
 
@@ -35,8 +37,10 @@ FocusScope {
 
     function showPackage(row) {
         const entry = shelf.get(row)
-        if (entry.path)
-            details.show(entry.path)
+        if (!entry.path)
+            return
+        sheetLoader.active = true
+        sheet.show(entry.path)
     }
 
     function moveTo(row) {
@@ -54,6 +58,7 @@ FocusScope {
         pages.positionViewAtIndex(pages.currentIndex, ListView.SnapPosition)
     }
 
+    Component.onCompleted: isLaidOut = true
     onPerPageChanged: Qt.callLater(showCurrent)
     onPageCountChanged: Qt.callLater(showCurrent)
 
@@ -77,8 +82,8 @@ FocusScope {
             showPackage(current)
         else if (event.key === Qt.Key_F9)
             dark = !dark
-        else if (event.key === Qt.Key_Escape && details.visible)
-            details.hide()
+        else if (event.key === Qt.Key_Escape && sheet && sheet.visible)
+            sheet.hide()
         else if (event.key === Qt.Key_Escape)
             search = ""
         else if (event.key === Qt.Key_Backspace)
@@ -206,8 +211,7 @@ FocusScope {
         preferredHighlightBegin: 0
         preferredHighlightEnd: 0
         boundsBehavior: Flickable.StopAtBounds
-        cacheBuffer: Math.max(0, width)
-        model: home.pageCount
+        model: home.isLaidOut && width > 0 ? home.pageCount : 0
 
         delegate: Item {
             id: page
@@ -275,11 +279,15 @@ FocusScope {
         visible: text.length > 0
     }
 
-    PackageSheet {
-        id: details
+    Loader {
+        id: sheetLoader
 
         anchors.fill: parent
-        dark: home.dark
-        pixelRatio: home.pixelRatio
+        active: false
+
+        sourceComponent: PackageSheet {
+            dark: home.dark
+            pixelRatio: home.pixelRatio
+        }
     }
 }

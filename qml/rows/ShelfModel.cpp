@@ -19,6 +19,8 @@ using SorrelKit::ShelfItem;
 namespace {
 
 constexpr int ChangeMilliseconds = 100;
+/// Views show the rows before the folders are compared with them.
+constexpr int RefreshMilliseconds = 200;
 constexpr qreal MaxRatio = 16;
 
 QString localFile(const QString &name)
@@ -275,8 +277,7 @@ void ShelfModel::open()
         return;
     changeIcons();
     addFolders();
-    // Views show the rows before the folders are compared with them.
-    QTimer::singleShot(0, this, &ShelfModel::refresh);
+    QTimer::singleShot(RefreshMilliseconds, this, &ShelfModel::refresh);
 }
 
 // The folders of an index are those of all programs that use it, so this model only adds to them.

@@ -38,7 +38,8 @@ Item {
             window.height = 640
             home.search = ""
             home.dark = false
-            home.sheet.hide()
+            if (home.sheet)
+                home.sheet.hide()
             home.forceActiveFocus()
             tryCompare(home.model, "count", 63, 60000)
             home.turnTo(0)
