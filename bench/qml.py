@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""qml.py BENCH_QML BENCH_SHELF IMPORTS EXAMPLE EMPTY SAMPLES: prints a Markdown table of the time from the start of a program to the
-first frame of its window: an empty window, and the example home-screen-qml with 500 packages in a warm index, also until
-each icon of the page is shown. The ways are measured in turns; a figure is the median of its runs."""
+"""qml.py BENCH_QML BENCH_SHELF IMPORTS EXAMPLE EMPTY SAMPLES: prints a Markdown table of the time from the start of a
+program to the first frame of its window: an empty window, and the example home-screen-qml with 500 packages in a warm
+index, also until each icon of the page is shown. The ways are measured in turns; a figure is the median of its runs."""
 
 import glob
 import os

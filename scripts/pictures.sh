@@ -43,7 +43,8 @@ for app in gallery suite toolbox; do
 done
 echo "no package" >Phone/Damaged.apk
 QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software "$OLDPWD/build/release/bin/home_screen_sheet" \
-    "$docs/home-screen-qml.png" "$OLDPWD/examples/home-screen-qml/HomeScreen.qml" "$OLDPWD/build/release/qml" "$PWD/Phone"
+    "$docs/home-screen-qml.png" "$OLDPWD/examples/home-screen-qml/HomeScreen.qml" "$OLDPWD/build/release/qml" \
+    "$PWD/Phone"
 
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/contact_sheet" "$docs/contact-sheet.png" gallery vectors
 "$OLDPWD/scripts/platform-sheet.sh" "$docs/platform-icons.png"

@@ -55,7 +55,7 @@ Item {
     Text {
         id: name
 
-        anchors { top: icon.bottom; left: parent.left; right: parent.right; topMargin: 4; leftMargin: 4; rightMargin: 4 }
+        anchors { top: icon.bottom; left: parent.left; right: parent.right; margins: 4 }
         horizontalAlignment: Text.AlignHCenter
         font.pixelSize: 12
         color: cell.foreground

@@ -10,11 +10,11 @@
 namespace SorrelQml {
 
 /**
- * The provider of `image://sorrel/...`; IconUrl has the form of the URLs. `Image.sourceSize`, in pixels, replaces the size in
- * the URL. An icon that cannot be had gives Image.Error.
+ * The provider of `image://sorrel/...`; IconUrl has the form of the URLs. `Image.sourceSize`, in pixels, replaces the
+ * size in the URL. An icon that cannot be had gives Image.Error.
  *
- * Icons of an index are read in one thread (ShelfIcons). Icons of packages, which only a PackageInfo offers, are drawn in
- * this process within the limits of DrawableRenderer, in up to MaxThreads threads.
+ * Icons of an index are read in one thread (ShelfIcons). Icons of packages, which only a PackageInfo offers, are
+ * drawn in this process within the limits of DrawableRenderer, in up to MaxThreads threads.
  */
 class IconProvider : public QQuickAsyncImageProvider
 {

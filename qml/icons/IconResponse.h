@@ -15,7 +15,8 @@ namespace SorrelQml {
 
 class IconResponse;
 
-/// The work for an icon, which threads share with the response of the engine. The response may be gone before the work ends.
+/// The work for an icon, which threads share with the response of the engine. The response may be gone before the
+/// work ends.
 class IconJob
 {
 public:

@@ -18,8 +18,9 @@
 namespace SorrelQml {
 
 /**
- * Icons of indexes, in one thread: stored ones are read and decoded, others are drawn by worker processes, a few at a time,
- * and stored for later. The pictures in an index were written by workers, so no bytes of a stranger are decoded here.
+ * Icons of indexes, in one thread: stored ones are read and decoded, others are drawn by worker processes, a few at a
+ * time, and stored for later. The pictures in an index were written by workers, so no bytes of a stranger are decoded
+ * here.
  */
 class ShelfIcons : private QThread
 {

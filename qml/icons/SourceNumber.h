@@ -7,9 +7,9 @@
 namespace SorrelQml {
 
 /**
- * The number by which URLs of icons name an index or a package, while an object of this class lives. URLs have no paths, so
- * a text of a stranger that a view shows as rich text cannot name a file. Objects with one file name share a number. A number
- * is not used again for another file. Every function may be called in any thread.
+ * The number by which URLs of icons name an index or a package, while an object of this class lives. URLs have no
+ * paths, so a text of a stranger that a view shows as rich text cannot name a file. Objects with one file name share
+ * a number. A number is not used again for another file. Every function may be called in any thread.
  */
 class SourceNumber
 {

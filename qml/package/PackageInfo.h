@@ -20,11 +20,12 @@ namespace SorrelQml {
  *     Text { text: info.label; textFormat: Text.PlainText }
  *     Image { source: info.icon; sourceSize: Qt.size(96, 96); asynchronous: true }
  *
- * The file is read in a thread, never in that of the user interface; `status` is Loading until then. The icon is drawn in
- * this process, in a thread and within limits, when an Image shows it; icons of a ShelfModel are drawn by worker processes.
+ * The file is read in a thread, never in that of the user interface; `status` is Loading until then. The icon is
+ * drawn in this process, in a thread and within limits, when an Image shows it; icons of a ShelfModel are drawn by
+ * worker processes.
  *
- * A package with a damaged part has the status Error and the facts that can be read. All texts are those of strangers, up
- * to 1,024 UTF-16 units of each: show them with Text.PlainText. docs/qml.md describes every property.
+ * A package with a damaged part has the status Error and the facts that can be read. All texts are those of
+ * strangers, up to 1,024 UTF-16 units of each: show them with Text.PlainText. docs/qml.md describes every property.
  */
 class PackageInfo : public QObject, public QQmlParserStatus
 {

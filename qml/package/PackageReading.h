@@ -33,7 +33,8 @@ public:
     using Receiver = std::function<void(const PackageFacts &facts)>;
     static constexpr int MaxThreads = 2;
 
-    /// Starts to read @p fileName, with texts for the locale @p locale. @p receiver gets the facts in the thread that reads.
+    /// Starts to read @p fileName, with texts for the locale @p locale. @p receiver gets the facts in the thread that
+    /// reads.
     PackageReading(const QString &fileName, const QString &locale, const Receiver &receiver);
     /// The receiver is not called any more: waits while it is being called.
     ~PackageReading();

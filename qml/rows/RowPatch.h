@@ -29,8 +29,8 @@ struct RowPatch {
     /// The number of the request that the new list is for.
     int request = 0;
 
-    /// The steps from @p from to @p to. Each id is in a list at most once. Rows that keep their order are not moved. Costs
-    /// time in proportion to the rows, and for each moved row once more.
+    /// The steps from @p from to @p to. Each id is in a list at most once. Rows that keep their order are not moved.
+    /// Costs time in proportion to the rows, and for each moved row once more.
     static RowPatch between(const ShelfRows &from, const ShelfRows &to);
 };
 

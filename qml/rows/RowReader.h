@@ -14,8 +14,9 @@
 namespace SorrelQml {
 
 /**
- * The thread that reads the rows of a model from the index. It answers the newest request; those that it did not begin are
- * left out. It keeps the list that it returned last, so the thread of the model only takes the steps to the next one.
+ * The thread that reads the rows of a model from the index. It answers the newest request; those that it did not
+ * begin are left out. It keeps the list that it returned last, so the thread of the model only takes the steps to the
+ * next one.
  */
 class RowReader : private QThread
 {

@@ -28,8 +28,8 @@ namespace SorrelQml {
  *     }
  *
  * The rows of the index are there when the component is complete. Afterwards the model refreshes the index behind, and
- * inserts, moves, changes and removes single rows; it is reset only when another file is opened. Queries for `search` and
- * for changes run in a thread of the model. docs/qml.md describes every role and property.
+ * inserts, moves, changes and removes single rows; it is reset only when another file is opened. Queries for `search`
+ * and for changes run in a thread of the model. docs/qml.md describes every role and property.
  *
  * A package that cannot be read has a row with the status Broken, whose errorString describes the fault. All texts are
  * those of strangers, up to 1,024 UTF-16 units of each: show them with Text.PlainText.

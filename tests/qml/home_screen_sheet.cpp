@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// home_screen_sheet PICTURE HOMESCREEN IMPORTS FOLDER: draws the example home-screen-qml on one picture, upright and across, light
-// and dark, with the packages below FOLDER.
+// home_screen_sheet PICTURE HOMESCREEN IMPORTS FOLDER: draws the example home-screen-qml on one picture, upright and
+// across, light and dark, with the packages below FOLDER.
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGuiApplication>
