@@ -91,6 +91,16 @@ if(NOT ${SORREL_QT}Widgets_FOUND)
 endif()
 sorrel_part(EXAMPLES "the example programs" ${missing})
 
+set(missing "")
+find_package(${SORREL_QT} ${SORREL_QT_VERSION} QUIET COMPONENTS Qml Quick)
+foreach(component IN ITEMS Qml Quick)
+    if(NOT ${SORREL_QT}${component}_FOUND)
+        list(APPEND missing
+            "${SORREL_QT} ${component} was not found (Debian: qtdeclarative5-dev, qt6-declarative-dev)")
+    endif()
+endforeach()
+sorrel_part(QML "the QML module" ${missing})
+
 # The reference has no diagrams, so Doxygen needs no other program.
 set(missing "")
 find_package(Doxygen QUIET MODULE COMPONENTS doxygen)

@@ -9,6 +9,8 @@
 # bench.sh --scan [SORREL]: measures `sorrel scan` by the number of its workers, for docs/scaling.md; about half a minute.
 #     SORREL is the program of another build to compare with.
 # bench.sh --shelf: measures the index beside the bare work, for docs/shelf.md; about a minute.
+# bench.sh --qml: measures the first frame of the example home-screen-qml beside an empty window, for docs/qml.md; about a
+#     minute.
 # bench.sh --hostile: measures the hostile files in the programs of the tests, and replaces their table in
 #     docs/performance.md; about five minutes.
 # bench.sh --icons: measures icons only, and prints the rows of Google Benchmark; about half a minute.
@@ -118,6 +120,12 @@ case ${1:-} in
     measure_growth
     python3 bench/report.py "$results" --plots docs
     ;;
+--qml)
+    prepare bench_qml bench_shelf sorrel-command sorrelqmlplugin samples
+    say "Measuring windows"
+    python3 bench/qml.py "$programs/bench_qml" "$programs/bench_shelf" "$results/qml" \
+        examples/home-screen-qml/main.qml bench/empty.qml "$results/samples"
+    ;;
 --shelf)
     require "${bench_packages[@]}"
     say "Building"
@@ -139,7 +147,7 @@ case ${1:-} in
     measure_hostile docs/performance.md
     ;;
 -*)
-    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --scan | --shelf | --hostile" >&2
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --qml | --scan | --shelf | --hostile" >&2
     exit 2
     ;;
 *)

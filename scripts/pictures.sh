@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # pictures.sh: draws the pictures of the documents again: docs/animated-vectors.png, docs/catalog.png,
-# docs/contact-sheet.png, docs/launcher-grid.png, docs/platform-icons.png and docs/themed-drawables.png. Look at them before you
-# commit them. Installs missing packages first.
+# docs/contact-sheet.png, docs/home-screen-qml.png, docs/launcher-grid.png, docs/platform-icons.png and
+# docs/themed-drawables.png. Look at them before you commit them. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 require "${system_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
-build release sorrel-command animation_sheet contact_sheet launcher-grid samples themed_sheet
+build release sorrel-command animation_sheet contact_sheet home_screen_sheet launcher-grid samples themed_sheet
 sorrel=$PWD/build/release/bin/sorrel
 samples=$PWD/build/release/samples
 docs=$PWD/docs
@@ -36,6 +36,15 @@ with Screen() as screen, Window(screen, [program, folder], "Launchers in " + fol
     time.sleep(1)
     window.picture().save(file, optimize=True)
 END
+
+mkdir Phone
+for app in gallery suite toolbox; do
+    cp "$samples/$app.aapt2.apk" "Phone/$app.apk"
+done
+echo "no package" >Phone/Damaged.apk
+QT_QPA_PLATFORM=offscreen QT_QUICK_BACKEND=software "$OLDPWD/build/release/bin/home_screen_sheet" \
+    "$docs/home-screen-qml.png" "$OLDPWD/examples/home-screen-qml/HomeScreen.qml" "$OLDPWD/build/release/qml" \
+    "$PWD/Phone"
 
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/contact_sheet" "$docs/contact-sheet.png" gallery vectors
 "$OLDPWD/scripts/platform-sheet.sh" "$docs/platform-icons.png"

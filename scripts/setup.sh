@@ -12,11 +12,13 @@ build_packages=(
     cmake ninja-build make g++ pkg-config
     qtbase5-dev libqt5sql5-sqlite qttools5-dev qttools5-dev-tools libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev
     libbz2-dev libpng-dev libqt5svg5-dev aapt android-framework-res qt5-image-formats-plugins
+    qtdeclarative5-dev qtdeclarative5-dev-tools qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qttest
 )
 # To build with Qt 6.
 qt6_packages=(
     qt6-base-dev libqt6sql6-sqlite qt6-tools-dev qt6-l10n-tools libquazip1-qt6-dev qt6-5compat-dev qt6-svg-dev
     qt6-image-formats-plugins
+    qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qttest qml6-module-qtqml-workerscript
 )
 # To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(

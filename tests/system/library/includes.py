@@ -16,7 +16,7 @@ import tempfile
 
 MOST = 25
 # From what everything rests on to what rests on everything. A product's public headers belong to it.
-PRODUCTS = ("include", "src", "kit", "tools")
+PRODUCTS = ("include", "src", "kit", "qml", "tools")
 KIT_HEADERS = tuple(f"kit/include/{library}" for library in ("core", "gui", "trust"))
 PUBLIC = {"include": "src", **{f"{place}/SorrelKit": "kit" for place in KIT_HEADERS}}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
@@ -77,7 +77,7 @@ class House:
     def included(self, path):
         """The files of the house that the file includes."""
         for name in INCLUDE.findall((self.source / path).read_text()):
-            roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", *KIT_HEADERS))]
+            roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", "qml", *KIT_HEADERS))]
             found = [root / name for root in roots if (self.source / root / name).is_file()]
             # The tools have their folders on the path.
             found = found or [other for other in self.by_name.get(name, ()) if other.parts[0] == path.parts[0] == "tools"]

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "plugin/SorrelPlugin.h"
+
+#include "icons/IconProvider.h"
+#include "package/PackageInfo.h"
+#include "rows/ShelfModel.h"
+
+#include <QQmlEngine>
+#include <QtQml>
+
+namespace SorrelQml {
+
+namespace {
+
+constexpr int ModuleMajor = 0;
+constexpr int ModuleMinor = 5;
+
+} // namespace
+
+void SorrelPlugin::registerTypes(const char *uri)
+{
+    qmlRegisterType<PackageInfo>(uri, ModuleMajor, ModuleMinor, "PackageInfo");
+    qmlRegisterType<ShelfModel>(uri, ModuleMajor, ModuleMinor, "ShelfModel");
+}
+
+void SorrelPlugin::initializeEngine(QQmlEngine *engine, const char *)
+{
+    engine->addImageProvider(QStringLiteral("sorrel"), new IconProvider);
+}
+
+} // namespace SorrelQml

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "rows/ShelfRow.h"
+
+#include "rows/ShortText.h"
+
+#include <QCollator>
+
+#include <algorithm>
+#include <vector>
+
+namespace SorrelQml {
+
+using SorrelKit::Shelf;
+using SorrelKit::ShelfItem;
+
+namespace {
+
+struct SortedRow {
+    ShelfRow row;
+    QCollatorSortKey key;
+
+    bool operator<(const SortedRow &other) const
+    {
+        const int order = key.compare(other.key);
+        if (order != 0)
+            return order < 0;
+        const int names = QString::compare(row.item.packageName(), other.row.item.packageName());
+        return names != 0 ? names < 0 : row.id() < other.row.id();
+    }
+};
+
+bool isBelow(const QByteArray &path, const QList<QByteArray> &folders)
+{
+    return std::any_of(folders.cbegin(), folders.cend(), [&](const QByteArray &folder) {
+        return path.startsWith(folder) && (folder.endsWith('/') || path.mid(folder.size(), 1) == "/");
+    });
+}
+
+} // namespace
+
+bool ShelfRow::looksLike(const ShelfRow &other) const
+{
+    return label == other.label && item.state() == other.item.state() && item.modified() == other.item.modified()
+           && item.nativePath() == other.item.nativePath() && item.packageName() == other.item.packageName()
+           && item.entryName() == other.item.entryName() && item.versionName() == other.item.versionName()
+           && item.errorText() == other.item.errorText();
+}
+
+ShelfRows RowRequest::read(const Shelf &shelf) const
+{
+    const QLocale language = locale.isEmpty() ? QLocale() : QLocale(locale);
+    const QCollator collator(language);
+    const QList<ShelfItem> items = search.trimmed().isEmpty() ? shelf.items() : shelf.find(search);
+    std::vector<SortedRow> sorted;
+    sorted.reserve(std::size_t(items.size()));
+    for (const ShelfItem &item : items) {
+        const bool hasNoLauncher = item.state() == ShelfItem::State::Ready && item.entryName().isEmpty();
+        if ((launchersOnly && hasNoLauncher) || (!folders.isEmpty() && !isBelow(item.nativePath(), folders)))
+            continue;
+        const QString label = shortText(item.label(language));
+        sorted.push_back({{item, label}, collator.sortKey(label)});
+    }
+    std::sort(sorted.begin(), sorted.end());
+    ShelfRows rows;
+    rows.reserve(int(sorted.size()));
+    for (const SortedRow &row : sorted)
+        rows.append(row.row);
+    return rows;
+}
+
+} // namespace SorrelQml
