@@ -26,7 +26,7 @@ bool isOpened(const ZipDirectory &directory, const ZipDirectory::Member &member,
 /// when a name is not ASCII, or an offset may be behind the directory. The details are names and numbers of bytes.
 OddityList ofDirectory(ZipDirectory &directory, ByteSource &source);
 
-/// What is odd in how member @p number is stored. Reads its header. It does not inflate the member.
+/// The oddities of how member @p number is stored. Reads its header. It does not inflate the member.
 OddityList ofMember(const ZipDirectory &directory, ByteSource &source, int number);
 
 } // namespace ArchiveOddities
