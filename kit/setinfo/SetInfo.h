@@ -62,7 +62,7 @@ public:
     QString splitName(const QString &path) const;
     /// The paths of the expansion files in the set.
     QStringList expansions() const { return m_expansions.keys(); }
-    /// What differs from the facts of the set, in English.
+    /// The differences from the facts of the set, in English.
     QStringList mismatches(const Facts &facts) const;
 
 private:

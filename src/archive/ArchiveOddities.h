@@ -22,11 +22,11 @@ bool isName(const ByteView &name);
 /// Whether Android opens @p member, whose own header @p own is found.
 bool isOpened(const ZipDirectory &directory, const ZipDirectory::Member &member, const ZipDirectory::LocalHeader &own);
 
-/// What is odd in the end record and in @p directory of @p source. Makes the index of names. Looks at each member only
+/// The oddities of the end record and of @p directory of @p source. Makes the index of names. Looks at each member only
 /// when a name is not ASCII, or an offset may be behind the directory. The details are names and numbers of bytes.
 OddityList ofDirectory(ZipDirectory &directory, ByteSource &source);
 
-/// What is odd in how member @p number is stored. Reads its header. It does not inflate the member.
+/// The oddities of how member @p number is stored. Reads its header. It does not inflate the member.
 OddityList ofMember(const ZipDirectory &directory, ByteSource &source, int number);
 
 } // namespace ArchiveOddities

@@ -13,7 +13,7 @@ namespace NameHash {
 
 struct Hashed {
     quint64 hash = 0;
-    bool isPlain = true; ///< each byte is ASCII, and none is a zero
+    bool isPlain = true; ///< each byte is ASCII and not zero
 };
 
 /// The hash of @p name, and what reading it shows besides.

@@ -105,7 +105,7 @@ public:
     /// Whether Android opens the member @p path. It may still not inflate.
     bool isOpened(const QString &path) { return data(find(path)).has_value(); }
 
-    /// What is odd in the archive, and in how a member is stored. Empty before open(), and for a member that does not
+    /// The oddities of the archive, and of how a member is stored. Empty before open(), and for a member that does not
     /// exist. Whether a member inflates to its size is known when it was read.
     OddityList oddities();
     OddityList oddities(const QString &path) { return oddities(find(path)); }

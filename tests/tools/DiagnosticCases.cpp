@@ -32,7 +32,7 @@ const QString theTable = QStringLiteral("resources.arsc");
 const QByteArray cannotOpen("code 1, could not open APK file");
 constexpr int RefusedByAndroid = 6;
 
-/// What lint finds in a package, besides the finding of the diagnostic.
+/// The findings of lint in a package, besides that of the diagnostic.
 struct OtherFindings {
     QVector<QJsonObject> findings;
     int errorCode = 0;

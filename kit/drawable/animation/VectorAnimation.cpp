@@ -12,7 +12,7 @@ namespace SorrelKit {
 
 namespace {
 
-// Of what starts after an animator without an end.
+// The start of animators that follow one without an end.
 constexpr qint64 NeverStarts = AnimationClock::MaxTime;
 
 qint64 milliseconds(const DrawableAttributes &attributes, quint32 id, int fallback)

@@ -9,7 +9,7 @@
 
 namespace SorrelKit {
 
-/// What the file system knows about a file without reading it. Times are nanoseconds since 1970.
+/// The facts that the file system has of a file that is not read. Times are nanoseconds since 1970.
 struct FileStatus {
     qint64 device = 0;
     qint64 inode = 0;

@@ -83,6 +83,7 @@ ShelfError IndexFile::openOne(const QString &fileName)
                                   QStringLiteral("%1 cannot be written: its folder is read-only").arg(fileName));
     }
     m_lock = std::make_unique<IndexLock>(QFile::encodeName(fileName));
+    m_lock->beginOpening();
     const bool isAlone = m_lock->join();
     // A program that ends as it should leaves no log behind.
     const bool hasLog = QFileInfo(fileName + QStringLiteral("-wal")).size() > 0;
@@ -106,6 +107,8 @@ ShelfError IndexFile::openOne(const QString &fileName)
     if (error) {
         m_database.close();
         m_lock.reset();
+    } else {
+        m_lock->endOpening();
     }
     m_database.clearError();
     return error;

@@ -13,6 +13,7 @@ namespace {
 enum LockedByte : int {
     UserByte = 0,
     RefreshByte = 1,
+    OpeningByte = 2,
 };
 
 } // namespace
@@ -27,6 +28,16 @@ IndexLock::~IndexLock()
 {
     if (m_file >= 0)
         ::close(m_file);
+}
+
+void IndexLock::beginOpening()
+{
+    lock(F_WRLCK, OpeningByte, true);
+}
+
+void IndexLock::endOpening()
+{
+    lock(F_UNLCK, OpeningByte);
 }
 
 bool IndexLock::join()
@@ -47,7 +58,7 @@ void IndexLock::endRefresh()
 }
 
 // A lock of an open file, not of the process: several objects of one process exclude each other, too.
-bool IndexLock::lock(int type, int place) const
+bool IndexLock::lock(int type, int place, bool waits) const
 {
     if (m_file < 0)
         return true;
@@ -56,7 +67,11 @@ bool IndexLock::lock(int type, int place) const
     part.l_whence = SEEK_SET;
     part.l_start = place;
     part.l_len = 1;
-    return ::fcntl(m_file, F_OFD_SETLK, &part) == 0 || (errno != EAGAIN && errno != EACCES);
+    int result = 0;
+    do {
+        result = ::fcntl(m_file, waits ? F_OFD_SETLKW : F_OFD_SETLK, &part);
+    } while (result != 0 && errno == EINTR);
+    return result == 0 || (errno != EAGAIN && errno != EACCES);
 }
 
 } // namespace SorrelKit

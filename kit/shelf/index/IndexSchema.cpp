@@ -46,9 +46,7 @@ int versionOf(IndexDatabase &database)
     return int(database.number(QStringLiteral("PRAGMA user_version")));
 }
 
-} // namespace
-
-Kind kindOf(IndexDatabase &database)
+Kind kindOfSnapshot(IndexDatabase &database)
 {
     const qint64 application = database.number(QStringLiteral("PRAGMA application_id"));
     const int version = versionOf(database);
@@ -60,6 +58,18 @@ Kind kindOf(IndexDatabase &database)
     if (application != ApplicationId || version < 1 || version > Version)
         return Kind::Other;
     return version == Version ? Kind::Current : Kind::Older;
+}
+
+} // namespace
+
+// In one transaction, because another process may make the tables in between.
+Kind kindOf(IndexDatabase &database)
+{
+    if (!database.execute(QStringLiteral("BEGIN")))
+        return Kind::Unknown;
+    const Kind kind = kindOfSnapshot(database);
+    database.execute(QStringLiteral("ROLLBACK"));
+    return kind;
 }
 
 // Another process may have prepared the file in between, so the version is read again.

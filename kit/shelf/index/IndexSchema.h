@@ -14,7 +14,7 @@ constexpr int Version = 1;
 /// `PRAGMA application_id`: "SrlS".
 constexpr int ApplicationId = 0x53726c53;
 
-/// What a file is.
+/// The kind of a file.
 enum class Kind {
     Current, ///< an index of Version
     Older,   ///< an index that prepare() migrates

@@ -28,7 +28,7 @@ namespace SorrelKit {
 class IndexUpdate
 {
 public:
-    /// What to bring up to date, and how.
+    /// The folders and files to bring up to date, and how.
     struct Order {
         QList<QByteArray> folders; ///< absolute paths
         QList<QByteArray> files;   ///< absolute paths of packages besides those below the folders

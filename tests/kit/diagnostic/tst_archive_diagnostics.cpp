@@ -529,7 +529,7 @@ void TestArchiveDiagnostics::damagedDataOfAMember()
     const QList<Diagnostic> diagnostics = opened.package.diagnostics();
     QVERIFY(!diagnostics.isEmpty());
     QCOMPARE(diagnostics.first().code(), Code::MemberInflatedSize);
-    // What cannot be read is the error.
+    // The part that cannot be read is the error.
     QCOMPARE(opened.package.error().code(), Error::Code::BadManifest);
 }
 

@@ -363,6 +363,8 @@ void TestShelfFiles::twoProcessesAtOnce()
         QCOMPARE(::waitpid(process, &status, 0), process);
         QCOMPARE(status, 0);
     }
+    // A file that another process is still preparing is not replaced.
+    QVERIFY(!QFile::exists(place.index() + latin(".2")));
     Shelf shelf;
     QVERIFY(shelf.open(place.index()));
     QVERIFY(isRight(shelf, place));

@@ -92,7 +92,7 @@ public:
     void close();
     /// Whether there is an index to query. @since 0.5.1
     bool isOpen() const;
-    /// The name of the file that is used; empty when none is open. @since 0.5.1
+    /// The name of the file that is used; empty when no index is open. @since 0.5.1
     QString fileName() const;
     /// The last fault, of opening or of the work behind; no error when there was none since open() or refresh().
     /// @since 0.5.1

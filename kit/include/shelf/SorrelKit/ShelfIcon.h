@@ -36,7 +36,7 @@ public:
     };
     Q_ENUM(Shape)
 
-    /// What a Shelf knows about one icon. @since 0.5.1
+    /// The state of one icon in a Shelf. @since 0.5.1
     enum class State {
         NotStored, ///< it was not asked for yet: Shelf::drawIcons() draws it
         Ready,     ///< the picture is stored

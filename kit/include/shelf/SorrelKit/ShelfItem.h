@@ -52,7 +52,7 @@ class SORRELSHELF_EXPORT ShelfItem
     Q_PROPERTY(QString signer READ signer CONSTANT)
 
 public:
-    /// What the index knows about the package. @since 0.5.1
+    /// The state of the package in the index. @since 0.5.1
     enum class State {
         Waiting, ///< the file was found, and not read yet: there is only its path
         Ready,   ///< the package was read
@@ -82,7 +82,7 @@ public:
     QString path() const;
     /// The path in the bytes of the system, for Package::fromNativePath(). @since 0.5.1
     QByteArray nativePath() const;
-    /// What the index knows about the package. @since 0.5.1
+    /// The state of the package in the index. @since 0.5.1
     State state() const;
     /// Error::Code of the package; 101 when reading it took too long, 102 when it took too much memory, 103 when the
     /// process that read it died; 0 without an error. @since 0.5.1

@@ -8,8 +8,8 @@
 #include <QString>
 #include <QStringList>
 
-/// What a package offers to the system and to other applications, such as keyboards and wallpapers, by the intent
-/// filters of its components.
+/// The services that a package offers to the system and to other applications, such as keyboards and wallpapers, by the
+/// intent filters of its components.
 class ProvidedServices
 {
 public:
