@@ -3,9 +3,9 @@
 
 #include "icons/IconProvider.h"
 #include "package/PackageInfo.h"
+#include "rows/EarlyRows.h"
 #include "rows/ShelfModel.h"
 
-#include <QQmlEngine>
 #include <QtQml>
 
 namespace SorrelQml {
@@ -19,13 +19,14 @@ constexpr int ModuleMinor = 5;
 
 void SorrelPlugin::registerTypes(const char *uri)
 {
+    EarlyRows::start();
     qmlRegisterType<PackageInfo>(uri, ModuleMajor, ModuleMinor, "PackageInfo");
     qmlRegisterType<ShelfModel>(uri, ModuleMajor, ModuleMinor, "ShelfModel");
 }
 
 void SorrelPlugin::initializeEngine(QQmlEngine *engine, const char *)
 {
-    engine->addImageProvider(QStringLiteral("sorrel"), new IconProvider);
+    IconProvider::addTo(engine);
 }
 
 } // namespace SorrelQml
