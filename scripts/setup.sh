@@ -20,6 +20,8 @@ qt6_packages=(
     qt6-image-formats-plugins
     qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qttest qml6-module-qtqml-workerscript
 )
+# To build the plugins for KDE, which are left out where these are missing.
+kde_packages=(libkf5kio-dev libkf5filemetadata-dev)
 # To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
@@ -27,7 +29,7 @@ test_packages=(
 )
 # To build Debian packages and try them in a fresh Debian.
 package_packages=(
-    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
+    "${build_packages[@]}" "${kde_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
     appstream git
 )
 # To build RPM packages.
