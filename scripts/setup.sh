@@ -20,6 +20,8 @@ qt6_packages=(
     qt6-image-formats-plugins
     qt6-declarative-dev qml6-module-qtquick qml6-module-qtquick-window qml6-module-qttest qml6-module-qtqml-workerscript
 )
+# To build the plugins for KDE, which are left out where these are missing.
+kde_packages=(libkf5kio-dev libkf5filemetadata-dev)
 # To run the tests: other programs to compare with, and checkers of the written files.
 test_packages=(
     "${build_packages[@]}" binutils libxml2-utils unzip bsdutils util-linux jq
@@ -27,17 +29,18 @@ test_packages=(
 )
 # To build Debian packages and try them in a fresh Debian.
 package_packages=(
-    "${build_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
+    "${build_packages[@]}" "${kde_packages[@]}" build-essential debhelper devscripts dpkg-dev lintian xz-utils mmdebstrap
     appstream git
 )
 # To build RPM packages.
 rpm_packages=(rpm rpmlint)
-# To run the system tests: programs that use the installed files (thumbnailers, a browser, a screen, shells, a cluster), and
+# To run the system tests: programs that use the installed files (thumbnailers, file managers, a browser, a screen, shells, a cluster), and
 # checkers of documents, licences and the binary interface.
 system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
+    dolphin kio-extras nautilus
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base python3-distributed apksigner openssl
     doxygen qhelpgenerator-qt5

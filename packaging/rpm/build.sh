@@ -24,7 +24,8 @@ if ! rpm -q rpm >/dev/null 2>&1; then
     options+=(--nodeps --define "debug_package %{nil}" --define "_build_id_links none"
         --define "optflags -O2 -fstack-protector-strong -D_FORTIFY_SOURCE=2"
         --define "__os_install_post bash %{_rpmconfigdir}/brp-compress %{_prefix}; \
-            strip --strip-unneeded %{buildroot}%{_bindir}/* %{buildroot}%{_libexecdir}/sorrel/* %{buildroot}%{_libdir}/*.so.%{version}")
+            strip --strip-unneeded %{buildroot}%{_bindir}/* %{buildroot}%{_libexecdir}/sorrel/* %{buildroot}%{_libdir}/*.so.%{version} \
+            %{buildroot}%{_libdir}/qt5/plugins/kf5/*/*.so")
 fi
 rpmbuild -ba "${options[@]}" "$@" "$work/SPECS/sorrel.spec" > "$work/build.log" 2>&1 || fail
 rpmlint --config "$here/rpmlint.toml" "$here/sorrel.spec" "$work"/SRPMS/*.rpm "$work"/RPMS/*/*.rpm

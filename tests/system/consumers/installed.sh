@@ -1,9 +1,11 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# installed.sh PREFIX LIBDIR VERSION SUFFIX: checks that exactly the files of installed.txt are installed below PREFIX, besides
-# the optional documentation, that the libraries have their sonames, and that the tools, pkg-config and qmake know the version.
+# installed.sh PREFIX LIBDIR VERSION SUFFIX [PART...]: checks that exactly the files of installed.txt are installed below PREFIX,
+# besides the optional documentation, that the libraries have their sonames, and that the tools, pkg-config and qmake know the
+# version. PART is an optional part that is built: qml or kde.
 set -euo pipefail
 prefix=$1 libdir=$2 version=$3 suffix=$4
+shift 4
 export LC_ALL=C
 
 fail() {
@@ -12,7 +14,13 @@ fail() {
 }
 
 package=Sorrel${suffix/-qt/-Qt}
-expected=$(sed -e '/^#/d' -e "s|@libdir@|$libdir|g; s|@version@|$version|g; s|@suffix@|$suffix|g; s|@package@|$package|g" \
+qt=${suffix#-}
+qt=${qt:-qt5}
+built=()
+for part in "$@"; do
+    built+=(-e "s|^$part: ||")
+done
+expected=$(sed -e '/^#/d' "${built[@]}" -e '/^[a-z]*: /d' -e "s|@libdir@|$libdir|g; s|@version@|$version|g; s|@suffix@|$suffix|g; s|@package@|$package|g; s|@qt@|$qt|g" \
     "$(dirname "$0")/installed.txt" | sort)
 # The name of one CMake file contains the build type.
 actual=$(cd "$prefix" && find . -path ./share/doc -prune -o ! -type d -printf '%P\n' |

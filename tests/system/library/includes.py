@@ -16,7 +16,7 @@ import tempfile
 
 MOST = 25
 # From what everything rests on to what rests on everything. A product's public headers belong to it.
-PRODUCTS = ("include", "src", "kit", "qml", "tools")
+PRODUCTS = ("include", "src", "kit", "qml", "tools", "kde")
 KIT_HEADERS = tuple(f"kit/include/{library}" for library in ("core", "gui", "trust"))
 PUBLIC = {"include": "src", **{f"{place}/SorrelKit": "kit" for place in KIT_HEADERS}}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
@@ -79,8 +79,9 @@ class House:
         for name in INCLUDE.findall((self.source / path).read_text()):
             roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", "qml", *KIT_HEADERS))]
             found = [root / name for root in roots if (self.source / root / name).is_file()]
-            # The tools have their folders on the path.
-            found = found or [other for other in self.by_name.get(name, ()) if other.parts[0] == path.parts[0] == "tools"]
+            # The tools have their folders on the path, and the plugins for KDE those of tools/common.
+            if path.parts[0] in ("tools", "kde"):
+                found = found or [other for other in self.by_name.get(name, ()) if other.parts[0] in ("tools", path.parts[0])]
             if found:
                 yield found[0]
 

@@ -27,7 +27,7 @@ prints() {
 }
 # Hides the installed requirements.
 hidden=(-D CMAKE_IGNORE_PATH=/usr/share/android-framework-res)
-for name in PNG Doxygen Qt5Quick Qt5Widgets Qt5Test Qt5Svg Qt6Quick Qt6Widgets Qt6Test Qt6Svg; do
+for name in PNG Doxygen KF5KIO Qt5Quick Qt5Widgets Qt5Test Qt5Svg Qt6Quick Qt6Widgets Qt6Test Qt6Svg; do
     hidden+=(-D "CMAKE_DISABLE_FIND_PACKAGE_$name=ON")
 done
 
@@ -37,6 +37,7 @@ prints "* tools, the commands sorrel and sorrel-thumbnailer: libpng 1.6 or later
 prints "* samples, the sample packages: framework-res.apk was not found"
 prints "* examples, the example programs: Qt"
 prints "* qml, the QML module: Qt"
+prints "* kde, the plugins for KDE: "
 prints "* docs, the reference of the public classes: Doxygen was not found"
 prints "* tests, the test programs: Qt"
 prints "Test was not found"

@@ -2,7 +2,7 @@
 # Other scripts source this file. It sets up a desktop environment with the files of the program's prefix and without those of
 # the user. Sets $prefix, $program and $directory, which is removed at the end of the script.
 
-tests=$(cd "$(dirname "$0")" && pwd)
+tests=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 . "$tests/../options.sh"
 need sorrel-thumbnailer Sorrel
 need update-mime-database shared-mime-info
