@@ -2,7 +2,7 @@
 #include "PictureTopics.h"
 
 #include "EntryReport.h"
-#include "PngBytes.h"
+#include "PngFile.h"
 #include "Protocol.h"
 
 using SorrelKit::Entry;
@@ -33,7 +33,7 @@ int sizeIn(const QJsonObject &request, int usual)
 
 QString base64(const QImage &picture)
 {
-    return picture.isNull() ? QString() : QString::fromLatin1(pngBytes(picture).toBase64());
+    return picture.isNull() ? QString() : QString::fromLatin1(PngFile::fromImage(picture).toBase64());
 }
 
 } // namespace

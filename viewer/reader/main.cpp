@@ -10,7 +10,7 @@
 #include "UsedPlatform.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QFile>
 
 #include <clocale>
 #include <csignal>
@@ -18,6 +18,7 @@
 #include <unistd.h>
 
 using namespace Viewer;
+using SorrelKit::Platform;
 
 namespace {
 
@@ -29,9 +30,9 @@ enum ExitStatus {
 
 constexpr qint64 MaxMemory = qint64(1) << 30;
 
-Subject subjectOf(const QString &argument, const QLocale &locale, const QStringList &sandbox)
+Subject subjectOf(const QByteArray &path, const QLocale &locale, const QStringList &sandbox)
 {
-    const FileName file(FileName(argument).pathOfUri());
+    const FileName file(path);
     return {file, UsedPlatform::package(file), locale, sandbox};
 }
 
@@ -58,14 +59,19 @@ int main(int argc, char *argv[])
     Lines lines(STDIN_FILENO, STDOUT_FILENO);
     lines.write("hello", {{QStringLiteral("protocol"), Protocol::Version}});
     if (parser.isSet(platform))
-        UsedPlatform::use(FileName(parser.value(platform)));
+        qputenv("SORREL_PLATFORM", argumentBytes(parser.value(platform)));
+    QList<QByteArray> files;
+    for (const QString &file : parser.positionalArguments() + parser.values(compare))
+        files.append(FileName(file).pathOfUri());
+    QStringList sandbox = parser.values(within);
+    if (!parser.isSet(unconfined))
+        sandbox += Sandbox::enter(files + QList<QByteArray>{QFile::encodeName(Platform::installed().fileName())});
     const QLocale texts = parser.isSet(locale) ? QLocale(parser.value(locale)) : QLocale::system();
-    const QStringList sandbox = parser.values(within) + (parser.isSet(unconfined) ? QStringList() : Sandbox::enter());
     try {
-        const Subject subject = subjectOf(parser.positionalArguments().constFirst(), texts, sandbox);
+        const Subject subject = subjectOf(files.constFirst(), texts, sandbox);
         std::optional<Subject> other;
-        if (parser.isSet(compare))
-            other = subjectOf(parser.value(compare), texts, sandbox);
+        if (files.size() > 1)
+            other = subjectOf(files.constLast(), texts, sandbox);
         Conversation(subject, other, lines).run();
     } catch (const std::bad_alloc &) {
         ::_exit(TooMuchMemory);
