@@ -90,7 +90,7 @@ void TestSandbox::refuses()
 {
     QFETCH(QString, action);
     if (!SORREL_HAS_SECCOMP)
-        QSKIP("SKIPPED: built without libseccomp");
+        QSKIP("the program was built without libseccomp", "the macro wants a second argument");
     const QString path = action == QLatin1String("create") ? file("new.txt") : file("package.apk");
     const Result result = run(action, path);
     QCOMPARE(result.how, QProcess::NormalExit);
@@ -113,7 +113,7 @@ void TestSandbox::kills()
 {
     QFETCH(QString, action);
     if (!SORREL_HAS_SECCOMP)
-        QSKIP("SKIPPED: built without libseccomp");
+        QSKIP("the program was built without libseccomp", "the macro wants a second argument");
     const Result result = run(action);
     QCOMPARE(result.how, QProcess::CrashExit);
     QCOMPARE(result.status, SIGSYS);
@@ -137,7 +137,7 @@ void TestSandbox::otherFiles()
     QFETCH(int, status);
     const Result result = run(QStringLiteral("read"), path);
     if (!result.sandbox.contains(QStringLiteral("landlock")))
-        QSKIP("SKIPPED: the system has no Landlock");
+        QSKIP("the system has no Landlock", "the macro wants a second argument");
     QCOMPARE(result.status, status);
 }
 
