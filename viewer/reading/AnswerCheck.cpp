@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QJsonArray>
+#include <QVector>
 #include <QtEndian>
 
 #include <algorithm>
@@ -207,34 +208,50 @@ bool isOfKind(const QJsonValue &value, Kind kind)
     return false;
 }
 
-// Adds the members of @p from to @p to. Returns the name of one that is missing or wrong.
-QString take(const QJsonObject &from, const Member (&members)[MaxMembers], QJsonObject *to)
+// Checks the members of @p object. Returns the name of one that is missing or wrong. Counts those that are there.
+QString wrongMember(const QJsonObject &object, const Member (&members)[MaxMembers], int *count)
 {
     for (const Member &member : members) {
         if (member.kind == Kind::None)
             break;
-        const QLatin1String name(member.name);
-        const auto found = from.find(name);
-        if (found == from.end() ? !member.isOptional : !isOfKind(found.value(), member.kind))
-            return name;
-        if (found != from.end())
-            to->insert(name, found.value());
+        const auto found = object.constFind(QLatin1String(member.name));
+        if (found == object.constEnd() ? !member.isOptional : !isOfKind(found.value(), member.kind))
+            return QString::fromLatin1(member.name);
+        *count += found == object.constEnd() ? 0 : 1;
     }
     return {};
 }
 
-QString takeItems(const QJsonValue &value, const Member (&members)[MaxMembers], QJsonArray *to)
+// The listed members of @p object.
+QJsonObject listed(const QJsonObject &object, const Member (&members)[MaxMembers])
 {
-    const QJsonArray items = value.toArray();
-    if (!value.isArray() || items.size() > Protocol::MaxItems)
+    QJsonObject result;
+    for (const Member &member : members) {
+        if (member.kind != Kind::None && object.contains(QLatin1String(member.name)))
+            result.insert(QLatin1String(member.name), object.value(QLatin1String(member.name)));
+    }
+    return result;
+}
+
+// Checks @p items, and removes other members from them.
+QString wrongItem(QJsonArray *items, const Member (&members)[MaxMembers])
+{
+    if (items->size() > Protocol::MaxItems)
         return QStringLiteral("items");
-    for (const QJsonValue &item : items) {
-        QJsonObject taken;
-        const QString wrong = item.isObject() ? take(item.toObject(), members, &taken) : QStringLiteral("item");
+    // Changing a list costs many times as much as reading it, and a reader that works sends nothing to remove.
+    QVector<int> surplus;
+    for (int i = 0; i < int(items->size()); ++i) {
+        const QJsonValue value = items->at(i);
+        const QJsonObject item = value.toObject();
+        int count = 0;
+        const QString wrong = value.isObject() ? wrongMember(item, members, &count) : QStringLiteral("item");
         if (!wrong.isEmpty())
             return wrong;
-        to->append(taken);
+        if (count != item.size())
+            surplus.append(i);
     }
+    for (const int i : surplus)
+        items->replace(i, listed(items->at(i).toObject(), members));
     return {};
 }
 
@@ -256,13 +273,14 @@ Viewer::AnswerCheck::AnswerCheck(const QString &topic, QJsonObject content)
         m_fault = QStringLiteral("%1: error").arg(topic);
         return;
     }
-    if (known->isReport)
-        m_content = content;
-    QString wrong = take(content, isHead ? HeadMembers : known->members, &m_content);
-    const bool hasItems = known->items[0].kind != Kind::None;
-    if (wrong.isEmpty() && hasItems) {
-        QJsonArray items;
-        wrong = takeItems(content.value(QLatin1String("items")), known->items, &items);
+    int count = 0;
+    const Member(&members)[MaxMembers] = isHead ? HeadMembers : known->members;
+    m_content = known->isReport ? content : listed(content, members);
+    QString wrong = wrongMember(content, members, &count);
+    if (wrong.isEmpty() && known->items[0].kind != Kind::None) {
+        const QJsonValue value = content.value(QLatin1String("items"));
+        QJsonArray items = value.toArray();
+        wrong = value.isArray() ? wrongItem(&items, known->items) : QStringLiteral("items");
         m_content.insert(QStringLiteral("items"), items);
     }
     const QJsonValue more = content.value(QLatin1String("more"));
@@ -271,7 +289,7 @@ Viewer::AnswerCheck::AnswerCheck(const QString &topic, QJsonObject content)
         m_content.insert(QStringLiteral("more"), more);
     }
     // A topic that failed needs no other members; wrong ones are not passed on.
-    if (hasError && !wrong.isEmpty() && error.toString().isEmpty() == false) {
+    if (hasError && !wrong.isEmpty() && !error.toString().isEmpty()) {
         m_content = {};
         wrong.clear();
     }

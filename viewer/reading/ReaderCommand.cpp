@@ -9,11 +9,19 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include <algorithm>
+#include <iterator>
+
 namespace {
 
 constexpr char SandboxVariable[] = "SORREL_VIEWER_SANDBOX";
 constexpr char ReaderVariable[] = "SORREL_VIEWER_READER";
 constexpr char PlatformVariable[] = "SORREL_PLATFORM";
+
+/// The language of texts, where programs and libraries are, the platform, and what a build with a sanitizer needs.
+constexpr const char *PassedVariables[] = {"ASAN_OPTIONS",    "LANG",         "LANGUAGE",
+                                           "LD_LIBRARY_PATH", "PATH",         "QT_PLUGIN_PATH",
+                                           "SORREL_PLATFORM", "TSAN_OPTIONS", "UBSAN_OPTIONS"};
 
 QString installedReader()
 {
@@ -61,6 +69,21 @@ Viewer::ReaderCommand::ReaderCommand(const QString &file, const QString &locale,
         m_arguments.append(QStringLiteral("--unconfined"));
     if (sandbox != "none" && sandbox != "seccomp")
         wrap(files);
+}
+
+QProcessEnvironment Viewer::ReaderCommand::environment()
+{
+    const QProcessEnvironment own = QProcessEnvironment::systemEnvironment();
+    QProcessEnvironment environment;
+    for (const QString &name : own.keys()) {
+        const bool isPassed = std::any_of(std::begin(PassedVariables), std::end(PassedVariables),
+                                          [&](const char *each) { return name == QLatin1String(each); });
+        if (isPassed || name.startsWith(QLatin1String("LC_")))
+            environment.insert(name, own.value(name));
+    }
+    // A QProcess with an empty environment passes on that of this process.
+    environment.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("*=false"));
+    return environment;
 }
 
 bool Viewer::ReaderCommand::mustWrap() const

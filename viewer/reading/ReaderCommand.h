@@ -2,6 +2,7 @@
 #ifndef VIEWER_READERCOMMAND_H
 #define VIEWER_READERCOMMAND_H
 
+#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
@@ -30,6 +31,9 @@ public:
     /// The program and the arguments, within bubblewrap or not.
     QString program(bool wraps) const { return wraps ? m_bubblewrap : m_reader; }
     QStringList arguments(bool wraps) const { return wraps ? m_wrapping + m_arguments : m_arguments; }
+    /// The environment of the reader: what its libraries need of this process's. The rest may have secrets, which a
+    /// package that takes the reader over would see.
+    static QProcessEnvironment environment();
 
 private:
     void wrap(const QStringList &files);

@@ -64,6 +64,7 @@ void Viewer::Reading::start()
     m_left = MaxTopics;
     m_process = std::make_unique<QProcess>();
     // What a package makes libraries print is unbounded.
+    m_process->setProcessEnvironment(ReaderCommand::environment());
     m_process->setStandardErrorFile(QProcess::nullDevice());
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Reading::readOutput);
     connect(m_process.get(), QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Reading::handleEnd);

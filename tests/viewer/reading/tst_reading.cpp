@@ -49,6 +49,7 @@ private slots:
     void endsTheReader();
     void failsOnce();
     void argumentsOfTheReader();
+    void environmentOfTheReader();
     void bubblewrapThatDoesNotWork();
 
 private:
@@ -346,6 +347,21 @@ void TestReading::argumentsOfTheReader()
     QVERIFY(finished.wait());
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(),
              QStringLiteral("file:///x/it%27s%20%FF.apk|--compare|file:///x/--compare|--locale|de-AT|--unconfined|"));
+}
+
+void TestReading::environmentOfTheReader()
+{
+    qputenv("SORREL_TEST_SECRET", "secret");
+    qputenv("SORREL_PLATFORM", "none.apk");
+    useScript(
+        {Hello, R"sh(echo '{"topic":"manifest","text":"'"$SORREL_TEST_SECRET|$SORREL_PLATFORM"'"}')sh", End, Wait});
+    Reading reading;
+    QSignalSpy answered(&reading, &Reading::answered);
+    QSignalSpy finished(&reading, &Reading::finished);
+    reading.open(path("a.apk"));
+    QVERIFY(finished.wait());
+    qputenv("SORREL_PLATFORM", QByteArray());
+    QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(), QStringLiteral("|none.apk"));
 }
 
 void TestReading::bubblewrapThatDoesNotWork()
