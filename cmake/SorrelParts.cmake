@@ -123,6 +123,19 @@ if(NOT SORREL_HAS_TOOLS)
 endif()
 sorrel_part(KDE "the plugins for KDE" ${missing})
 
+# Its reader uses code of the commands.
+set(missing "")
+if(NOT SORREL_HAS_TOOLS)
+    list(APPEND missing "it uses code of the commands, which are left out")
+endif()
+find_package(${SORREL_QT} ${SORREL_QT_VERSION} QUIET COMPONENTS Widgets)
+if(NOT ${SORREL_QT}Widgets_FOUND)
+    list(APPEND missing "${SORREL_QT} Widgets was not found")
+endif()
+# Without it, the reader has no filter of system calls.
+pkg_check_modules(libseccomp QUIET IMPORTED_TARGET libseccomp>=2.5)
+sorrel_part(VIEWER "the viewer" ${missing})
+
 # The reference has no diagrams, so Doxygen needs no other program.
 set(missing "")
 find_package(Doxygen QUIET MODULE COMPONENTS doxygen)

@@ -11,7 +11,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_packages=(
     cmake ninja-build make g++ pkg-config
     qtbase5-dev libqt5sql5-sqlite qttools5-dev qttools5-dev-tools libquazip1-qt5-dev libdeflate-dev libssl-dev zlib1g-dev
-    libbz2-dev libpng-dev libqt5svg5-dev aapt android-framework-res qt5-image-formats-plugins
+    libseccomp-dev libbz2-dev libpng-dev libqt5svg5-dev aapt android-framework-res qt5-image-formats-plugins
     qtdeclarative5-dev qtdeclarative5-dev-tools qml-module-qtquick2 qml-module-qtquick-window2 qml-module-qttest
 )
 # To build with Qt 6.

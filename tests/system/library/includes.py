@@ -5,7 +5,8 @@
 A unit is a class with its header and its source. A room is a folder with sources. The checks:
 - No unit includes itself by way of others, except for the pairs in ALLOWED.
 - No room includes itself by way of others.
-- A product includes only itself and those before it in PRODUCTS; sources of the tools are of one product.
+- A product includes only itself and those before it in PRODUCTS; sources of the tools are of one product, and those of
+  the viewer.
 - No room has more than MOST files.
 """
 
@@ -16,7 +17,9 @@ import tempfile
 
 MOST = 25
 # From what everything rests on to what rests on everything. A product's public headers belong to it.
-PRODUCTS = ("include", "src", "kit", "qml", "tools", "kde")
+PRODUCTS = ("include", "src", "kit", "qml", "tools", "kde", "viewer")
+# Products that have all their folders on the path, and those of tools/common.
+BY_NAME = ("tools", "kde", "viewer")
 KIT_HEADERS = tuple(f"kit/include/{library}" for library in ("core", "gui", "trust"))
 PUBLIC = {"include": "src", **{f"{place}/SorrelKit": "kit" for place in KIT_HEADERS}}
 INCLUDE = re.compile(r'^\s*#\s*include\s*[<"]([^>"]+)[>"]', re.MULTILINE)
@@ -79,9 +82,9 @@ class House:
         for name in INCLUDE.findall((self.source / path).read_text()):
             roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", "qml", *KIT_HEADERS))]
             found = [root / name for root in roots if (self.source / root / name).is_file()]
-            # The tools have their folders on the path, and the plugins for KDE those of tools/common.
-            if path.parts[0] in ("tools", "kde"):
-                found = found or [other for other in self.by_name.get(name, ()) if other.parts[0] in ("tools", path.parts[0])]
+            if not found and path.parts[0] in BY_NAME:
+                products = {"tools", path.parts[0]}
+                found = [other for other in self.by_name.get(name, ()) if other.parts[0] in products]
             if found:
                 yield found[0]
 
