@@ -49,7 +49,7 @@ bool isAmong(const ShortText &code, const char *codes)
 }
 
 // A part of a tag. Empty when it is too long, or has a character that no tag has.
-ShortText partOf(const QString &text, int from, int end)
+ShortText partOf(QStringView text, int from, int end)
 {
     ShortText part;
     if (end - from > ShortText::Capacity)
@@ -74,6 +74,24 @@ ShortText scriptCode(const ShortText &code)
     return result;
 }
 
+QChar separatorOf(QStringView text)
+{
+    return text.contains(QLatin1Char('_')) ? QLatin1Char('_') : QLatin1Char('-');
+}
+
+// The language of a tag that begins with @p part; empty when that is none.
+ShortText languageCode(const ShortText &part)
+{
+    if (part.size() < 2 || part.size() > 3 || !part.isAll(ShortText::isLetter))
+        return {};
+    const ShortText language = part.toLower();
+    for (const Replacement &replacement : replacements) {
+        if (isCode(language, replacement.old))
+            return ShortText(replacement.now);
+    }
+    return language;
+}
+
 QString joined(const std::initializer_list<ShortText> &parts, char separator)
 {
     char text[64];
@@ -93,7 +111,7 @@ QString joined(const std::initializer_list<ShortText> &parts, char separator)
 
 LanguageTag::LanguageTag(const QString &text)
 {
-    const QChar separator = text.contains(QLatin1Char('_')) ? QLatin1Char('_') : QLatin1Char('-');
+    const QChar separator = separatorOf(text);
     for (int from = 0; from <= text.size();) {
         const auto found = int(text.indexOf(separator, from));
         const int end = found < 0 ? int(text.size()) : found;
@@ -131,17 +149,15 @@ LanguageTag::LanguageTag(const LocaleCodes &locale)
     m_scriptRegion = m_codes.region;
 }
 
+ShortText LanguageTag::languageOf(QStringView text)
+{
+    const auto end = text.indexOf(separatorOf(text));
+    return languageCode(partOf(text, 0, int(end < 0 ? text.size() : end)));
+}
+
 void LanguageTag::setLanguage(const ShortText &language)
 {
-    if (language.size() < 2 || language.size() > 3 || !language.isAll(ShortText::isLetter))
-        return;
-    m_codes.language = language.toLower();
-    for (const Replacement &replacement : replacements) {
-        if (isCode(m_codes.language, replacement.old)) {
-            m_codes.language = ShortText(replacement.now);
-            break;
-        }
-    }
+    m_codes.language = languageCode(language);
 }
 
 void LanguageTag::addPart(const ShortText &part)

@@ -6,6 +6,7 @@
 
 #include <QLocale>
 #include <QString>
+#include <QStringView>
 
 #include <optional>
 
@@ -27,6 +28,8 @@ public:
     explicit LanguageTag(const QLocale &locale);
     /// The tag of the locale of a configuration.
     explicit LanguageTag(const LocaleCodes &locale);
+    /// The language() of the tag in @p text, in less time than making the tag.
+    static ShortText languageOf(QStringView text);
 
     bool isEmpty() const { return m_codes.language.isEmpty(); }
     const LocaleCodes &codes() const { return m_codes; }

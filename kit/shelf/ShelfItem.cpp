@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <SorrelKit/ShelfItem.h>
 
-#include "language/LocaleChooser.h"
+#include "shelf/index/LabelPicker.h"
 #include "shelf/index/ShelfItemData.h"
 #include "shelf/index/ShelfTexts.h"
 
@@ -12,6 +12,15 @@ namespace {
 constexpr qint64 NanosecondsPerMillisecond = 1000000;
 
 } // namespace
+
+QString ShelfItemData::label(LabelPicker &picker) const
+{
+    if (const std::optional<QString> best = picker.best(labels))
+        return *best;
+    if (!entryName.isEmpty())
+        return entryName;
+    return packageName.isEmpty() ? QString::fromUtf8(path).section(QLatin1Char('/'), -1) : packageName;
+}
 
 ShelfItem::ShelfItem() : d(new ShelfItemData) {}
 ShelfItem::ShelfItem(ShelfItemData *data) : d(data) {}
@@ -68,19 +77,18 @@ QMap<QString, QString> ShelfItem::labels() const
 
 QString ShelfItem::label(const QLocale &locale) const
 {
-    LocaleChooser chooser;
-    QStringList texts;
-    const QMap<QString, QString> all = labels();
-    for (auto label = all.cbegin(); label != all.cend(); ++label) {
-        if (chooser.add(LanguageTag(label.key())))
-            texts.append(label.value());
-    }
-    const int best = chooser.best(LanguageTag(locale));
-    if (best >= 0)
-        return texts.at(best);
-    if (!d->entryName.isEmpty())
-        return d->entryName;
-    return d->packageName.isEmpty() ? path().section(QLatin1Char('/'), -1) : d->packageName;
+    LabelPicker picker(locale);
+    return d->label(picker);
+}
+
+QStringList ShelfItem::labelsOf(const QList<ShelfItem> &items, const QLocale &locale)
+{
+    LabelPicker picker(locale);
+    QStringList labels;
+    labels.reserve(int(items.size()));
+    for (const ShelfItem &item : items)
+        labels.append(item.d->label(picker));
+    return labels;
 }
 
 QString ShelfItem::versionName() const

@@ -51,13 +51,15 @@ ShelfRows RowRequest::read(const Shelf &shelf) const
     const QLocale language = locale.isEmpty() ? QLocale() : QLocale(locale);
     const QCollator collator(language);
     const QList<ShelfItem> items = search.trimmed().isEmpty() ? shelf.items() : shelf.find(search);
+    const QStringList labels = ShelfItem::labelsOf(items, language);
     std::vector<SortedRow> sorted;
     sorted.reserve(std::size_t(items.size()));
-    for (const ShelfItem &item : items) {
+    for (int i = 0; i < int(items.size()); ++i) {
+        const ShelfItem &item = items.at(i);
         const bool hasNoLauncher = item.state() == ShelfItem::State::Ready && item.entryName().isEmpty();
         if ((launchersOnly && hasNoLauncher) || (!folders.isEmpty() && !isBelow(item.nativePath(), folders)))
             continue;
-        const QString label = shortText(item.label(language));
+        const QString label = shortText(labels.at(i));
         sorted.push_back({{item, label}, collator.sortKey(label)});
     }
     std::sort(sorted.begin(), sorted.end());

@@ -10,10 +10,15 @@
 
 namespace SorrelKit {
 
+class LabelPicker;
+
 /// The columns of an item and of its package, as the index has them.
 class ShelfItemData : public QSharedData
 {
 public:
+    /// ShelfItem::label() for the locale of @p picker.
+    QString label(LabelPicker &picker) const;
+
     qint64 id = 0;
     QByteArray path;
     ShelfItem::State state = ShelfItem::State::Waiting;

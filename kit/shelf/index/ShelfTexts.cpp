@@ -7,8 +7,6 @@ namespace SorrelKit::ShelfTexts {
 
 namespace {
 
-constexpr QChar UnitSeparator(0x1f);
-
 void appendUnit(QString *column, QString text)
 {
     *column += text.replace(UnitSeparator, QLatin1Char(' '));

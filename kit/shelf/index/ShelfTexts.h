@@ -2,6 +2,7 @@
 #ifndef SORRELKIT_SHELFTEXTS_H
 #define SORRELKIT_SHELFTEXTS_H
 
+#include <QChar>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -11,6 +12,8 @@
  * has one gets a space for it. Labels are pairs of a language tag and a label.
  */
 namespace SorrelKit::ShelfTexts {
+
+constexpr QChar UnitSeparator(0x1f);
 
 QString fromList(const QStringList &texts);
 QStringList toList(const QString &column);

@@ -149,6 +149,11 @@ void TestShelf::labelsInAllLanguages()
     QCOMPARE(item.label(QLocale(latin("de_AT"))), latin("Notizen"));
     QCOMPARE(item.label(QLocale(latin("fr_FR"))), latin("Carnet"));
     QCOMPARE(item.label(QLocale(latin("ja_JP"))), latin("Notes"));
+    writeFile(place.path("broken.apk"), "no package");
+    QVERIFY(refreshed(place.shelf));
+    QCOMPARE(ShelfItem::labelsOf(place.shelf.items(), QLocale(latin("de_AT"))),
+             QStringList({latin("broken.apk"), latin("Notizen")}));
+    QCOMPARE(ShelfItem::labelsOf({}), QStringList());
 }
 
 void TestShelf::anItemForEachLauncher()

@@ -70,14 +70,15 @@ int FindCommand::run(const QCommandLineParser &parser, Console &console) const
         Console::complain(QStringLiteral("index"), file.database().error().text());
         return CannotRead;
     }
-    const QLocale locale = QLocale::system();
-    for (const ShelfItem &item : items) {
+    const QStringList labels = parser.isSet(m_json) ? QStringList() : ShelfItem::labelsOf(items, QLocale::system());
+    for (int i = 0; i < int(items.size()); ++i) {
+        const ShelfItem &item = items.at(i);
         if (parser.isSet(m_json)) {
             console.writeLine(toJson(item));
             continue;
         }
         const QString fault = item.errorText().isEmpty() ? QString() : QStringLiteral(" (%1)").arg(item.errorText());
-        console.write(console.style().strong(printableText(item.label(locale))) + QLatin1Char('\t')
+        console.write(console.style().strong(printableText(labels.at(i))) + QLatin1Char('\t')
                       + printableText(item.packageName()) + QLatin1Char('\t')
                       + printableText(FileName(item.nativePath()).text()) + printableText(fault) + QLatin1Char('\n'));
     }

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QList>
 #include <QLocale>
 #include <QMap>
 #include <QMetaType>
@@ -100,6 +101,9 @@ public:
     /// The label for @p locale, chosen as Entry::label() does; without labels entryName(), else packageName(), else the
     /// name of the file. @since 0.5.1
     QString label(const QLocale &locale = QLocale()) const;
+    /// label() of each of @p items, in their order. For many items this takes a part of the time, because @p locale is
+    /// decoded once. @since 0.5.1
+    static QStringList labelsOf(const QList<ShelfItem> &items, const QLocale &locale = QLocale());
     /// The version for people ("2.1"). @since 0.5.1
     QString versionName() const;
     /// The version that Android compares; 0 when there is none. @since 0.5.1
