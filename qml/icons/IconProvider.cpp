@@ -1,19 +1,24 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "icons/IconProvider.h"
 
-#include "icons/PackageIcon.h"
+#include "icons/IconThreads.h"
+
+#include <QQmlEngine>
 
 namespace SorrelQml {
 
-IconProvider::IconProvider()
-{
-    m_packages.setMaxThreadCount(MaxThreads);
-}
+IconProvider::IconProvider() : m_threads(std::make_shared<IconThreads>()) {}
 
 IconProvider::~IconProvider()
 {
-    m_packages.clear();
-    m_packages.waitForDone();
+    m_threads->end();
+}
+
+void IconProvider::addTo(QQmlEngine *engine)
+{
+    auto *const provider = new IconProvider;
+    engine->addImageProvider(QStringLiteral("sorrel"), provider);
+    QObject::connect(engine, &QObject::destroyed, [threads = provider->m_threads] { threads->end(); });
 }
 
 QQuickImageResponse *IconProvider::requestImageResponse(const QString &id, const QSize &requestedSize)
@@ -21,17 +26,10 @@ QQuickImageResponse *IconProvider::requestImageResponse(const QString &id, const
     const IconUrl url = IconUrl::parse(id);
     const auto job = std::make_shared<IconJob>(url, url.kind(requestedSize));
     auto *const response = new IconResponse(job);
-    switch (url.source) {
-    case IconUrl::Source::Shelf:
-        m_shelfIcons.add(job);
-        break;
-    case IconUrl::Source::Package:
-        m_packages.start(new PackageIcon(job));
-        break;
-    case IconUrl::Source::None:
+    if (url.source == IconUrl::Source::None)
         job->finish(QImage(), QStringLiteral("no URL of an icon: image://sorrel/%1").arg(id));
-        break;
-    }
+    else
+        m_threads->add(job);
     return response;
 }
 

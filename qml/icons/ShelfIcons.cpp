@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "icons/ShelfIcons.h"
 
+#include "icons/PngPicture.h"
 #include "icons/SourceNumber.h"
 
 #include <QSet>
@@ -32,7 +33,7 @@ constexpr qint64 JobWait = 120000;
 class ShelfIcons::Worker : public QObject
 {
 public:
-    Worker();
+    explicit Worker(const std::atomic<bool> &isEnding);
 
     void take(const std::shared_ptr<IconJob> &job);
     /// Finishes all jobs, and closes the indexes.
@@ -52,6 +53,7 @@ private:
     void sendBatch();
     void endBatch(const ShelfIcon &kind);
 
+    const std::atomic<bool> &m_isEnding;
     std::map<int, std::unique_ptr<Shelf>> m_shelves;
     std::vector<Waiting> m_waiting;
     QElapsedTimer m_clock;
@@ -59,7 +61,8 @@ private:
     QTimer m_lookTimer;
 };
 
-ShelfIcons::Worker::Worker() : m_batchTimer(this), m_lookTimer(this)
+ShelfIcons::Worker::Worker(const std::atomic<bool> &isEnding)
+    : m_isEnding(isEnding), m_batchTimer(this), m_lookTimer(this)
 {
     m_clock.start();
     m_batchTimer.setSingleShot(true);
@@ -102,6 +105,10 @@ void ShelfIcons::Worker::take(const std::shared_ptr<IconJob> &job)
 
 bool ShelfIcons::Worker::answer(const std::shared_ptr<IconJob> &job)
 {
+    if (m_isEnding.load()) {
+        job->finish(QImage(), QStringLiteral("the program ends"));
+        return true;
+    }
     if (job->isCancelled()) {
         job->finish(QImage(), QStringLiteral("cancelled"));
         return true;
@@ -115,7 +122,7 @@ bool ShelfIcons::Worker::answer(const std::shared_ptr<IconJob> &job)
     const QByteArray png = index->icon(job->url.item, job->kind, &state);
     if (state == ShelfIcon::State::NotStored)
         return false;
-    const QImage image = QImage::fromData(png, "PNG");
+    const QImage image = pictureOfPng(png);
     job->finish(image, image.isNull() ? QStringLiteral("the package has no icon that can be drawn") : QString());
     return true;
 }
@@ -183,7 +190,7 @@ void ShelfIcons::Worker::end()
     m_shelves.clear();
 }
 
-ShelfIcons::ShelfIcons() : m_worker(new Worker)
+ShelfIcons::ShelfIcons() : m_worker(new Worker(m_isEnding))
 {
     m_worker->moveToThread(this);
     start();
@@ -191,6 +198,12 @@ ShelfIcons::ShelfIcons() : m_worker(new Worker)
 
 ShelfIcons::~ShelfIcons()
 {
+    end();
+}
+
+void ShelfIcons::end()
+{
+    m_isEnding.store(true);
     quit();
     wait();
 }

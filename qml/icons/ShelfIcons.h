@@ -11,6 +11,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <vector>
@@ -26,11 +27,12 @@ class ShelfIcons : private QThread
 {
 public:
     ShelfIcons();
-    /// Ends the thread and the workers. Jobs that are left are finished with an error.
     ~ShelfIcons() override;
 
-    /// Begins @p job. May be called in any thread.
+    /// Begins @p job. May be called in any thread, before end().
     void add(const std::shared_ptr<IconJob> &job);
+    /// Ends the thread and the workers. Jobs that are left are finished with an error.
+    void end();
 
 private:
     class Worker;
@@ -38,6 +40,7 @@ private:
     void run() override;
 
     std::unique_ptr<Worker> m_worker;
+    std::atomic<bool> m_isEnding{false};
 };
 
 } // namespace SorrelQml

@@ -5,7 +5,6 @@
 #include "package/PackageInfo.h"
 #include "rows/ShelfModel.h"
 
-#include <QQmlEngine>
 #include <QtQml>
 
 namespace SorrelQml {
@@ -25,7 +24,7 @@ void SorrelPlugin::registerTypes(const char *uri)
 
 void SorrelPlugin::initializeEngine(QQmlEngine *engine, const char *)
 {
-    engine->addImageProvider(QStringLiteral("sorrel"), new IconProvider);
+    IconProvider::addTo(engine);
 }
 
 } // namespace SorrelQml

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "QmlFixture.h"
 #include "icons/IconProvider.h"
+#include "icons/IconUrl.h"
+#include "icons/PngPicture.h"
 #include "icons/SourceNumber.h"
 
+#include <QBuffer>
+#include <QQmlEngine>
 #include <QQuickTextureFactory>
 #include <QSignalSpy>
 #include <QtTest>
@@ -37,6 +41,20 @@ Answer ask(IconProvider &provider, const QString &id, const QSize &size = QSize(
     return {factory == nullptr ? QImage() : factory->image(), response->errorString()};
 }
 
+QByteArray pngOf(const QImage &image)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+/// The first @p length bytes of @p bytes in a block of exactly that size.
+QByteArray heapCopy(const QByteArray &bytes, int length)
+{
+    return QByteArray(bytes.constData(), length);
+}
+
 } // namespace
 
 class TestIconProvider : public QObject
@@ -50,11 +68,13 @@ private slots:
     void urlsOfNothing();
     void numbersOfSources();
     void storedIcons();
+    void picturesInAnIndex();
     void iconsThatWorkersDraw();
     void iconsOfPackages();
     void iconsThatCannotBeHad();
     void cancelledIcons();
     void endsAtAnyTime();
+    void endsWithTheEngine();
 };
 
 void TestIconProvider::urls_data()
@@ -139,6 +159,25 @@ void TestIconProvider::storedIcons()
     QCOMPARE(answer.image.pixel(32, 32), 0xff336699);
     // Pixels of the picture that is asked for replace the size.
     QCOMPARE(ask(provider, id + latin("?size=1"), QSize(64, 64)).image.size(), QSize(64, 64));
+}
+
+void TestIconProvider::picturesInAnIndex()
+{
+    QImage image(3, 2, QImage::Format_ARGB32);
+    image.fill(0x00ffffff);
+    image.setPixel(0, 0, 0xff123456);
+    image.setPixel(1, 0, 0x80ff8000);
+    image.setPixel(2, 1, 0x01000000);
+    const QByteArray png = pngOf(image);
+    QCOMPARE(pictureOfPng(png), image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    for (int length = 0; length < png.size(); ++length)
+        pictureOfPng(heapCopy(png, length));
+    QVERIFY(pictureOfPng(png.left(png.size() / 2)).isNull());
+    QVERIFY(pictureOfPng("no picture").isNull());
+    QVERIFY(!pictureOfPng(pngOf(image.scaled(MaxPngSize, 1))).isNull());
+    QVERIFY(pictureOfPng(pngOf(image.scaled(MaxPngSize + 1, 1))).isNull());
+    QVERIFY(!pictureOfPng(pngOf(image.scaled(1, MaxPngSize))).isNull());
+    QVERIFY(pictureOfPng(pngOf(image.scaled(1, MaxPngSize + 1))).isNull());
 }
 
 void TestIconProvider::iconsThatWorkersDraw()
@@ -230,6 +269,38 @@ void TestIconProvider::endsAtAnyTime()
         if (round % 2 == 0)
             responses.clear();
         provider.reset();
+    }
+}
+
+// An Image whose icon is loading keeps the provider, but no thread works behind the end of the engine.
+void TestIconProvider::endsWithTheEngine()
+{
+    QmlPlace place;
+    place.add(latin("notes.apk"), latin("Notes"), 30);
+    QVERIFY(place.fill(64));
+    const SourceNumber index(place.index());
+    for (int round = 0; round < 10; ++round) {
+        std::vector<std::unique_ptr<QQuickImageResponse>> responses;
+        auto engine = std::make_unique<QQmlEngine>();
+        IconProvider::addTo(engine.get());
+        auto *const provider = static_cast<IconProvider *>(engine->imageProvider(latin("sorrel")));
+        QVERIFY(provider != nullptr);
+        const auto ask = [&](int item) {
+            responses.emplace_back(
+                provider->requestImageResponse(latin("shelf/%1/%2?size=64").arg(index.value()).arg(item), QSize()));
+        };
+        for (int i = 1; i <= 30; ++i)
+            ask(i);
+        if (round == 0) {
+            // The signal comes before the provider goes, as when an Image keeps it.
+            Q_EMIT engine->destroyed(engine.get());
+            ask(1);
+            QSignalSpy finished(responses.back().get(), &QQuickImageResponse::finished);
+            QVERIFY(finished.wait(Patience));
+            QCOMPARE(responses.back()->errorString(), latin("the program ends"));
+        }
+        QTest::qWait(round / 2);
+        engine.reset();
     }
 }
 
