@@ -2,6 +2,7 @@
 // The pages of a phone's home screen. Arrow keys move between the launchers, Enter starts one, Page Up and Page Down
 // turn the pages, letters search, F2 shows what is known about a package, and F9 switches between light and dark.
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import Sorrel 0.5
 
 FocusScope {
@@ -14,6 +15,8 @@ FocusScope {
     property int current: 0
     // Before the window has its size, a list without width would make all pages.
     property bool isLaidOut: false
+    // What the first frame does not need waits for it.
+    property bool isShown: false
     property alias search: field.text
     readonly property bool isLandscape: width > height
     readonly property int columns: Math.max(1, Math.floor(pages.width / 84))
@@ -191,6 +194,12 @@ FocusScope {
         TapHandler { onTapped: home.dark = !home.dark }
     }
 
+    Connections {
+        target: home.isShown ? null : home.Window.window
+
+        function onFrameSwapped() { home.isShown = true }
+    }
+
     // The state of the index: one line that never moves the pages.
     Rectangle {
         anchors { top: searchBar.bottom; left: parent.left; margins: 12; topMargin: 4 }
@@ -213,35 +222,71 @@ FocusScope {
         boundsBehavior: Flickable.StopAtBounds
         model: home.isLaidOut && width > 0 ? home.pageCount : 0
 
+        // The pages beside this one are made when the first frame is shown.
+        cacheBuffer: home.isShown ? Math.max(1, width) : 0
+
         delegate: Item {
             id: page
 
-            readonly property int number: index
+            readonly property int first: index * home.perPage
+            readonly property real cellWidth: Math.floor(width / home.columns)
+            readonly property real cellHeight: Math.floor(height / home.rows)
+            readonly property real margin: Math.floor((width - home.columns * cellWidth) / 2)
+
+            // The row at @p point of this page; -1 where no launcher is.
+            function rowAt(point) {
+                const column = Math.floor((point.x - margin) / cellWidth)
+                const line = Math.floor(point.y / cellHeight)
+                const row = first + line * home.columns + column
+                const isCell = column >= 0 && column < home.columns && line >= 0 && line < home.rows
+                return isCell && row < shelf.count ? row : -1
+            }
 
             width: pages.width
             height: pages.height
 
-            Grid {
-                anchors.horizontalCenter: parent.horizontalCenter
-                columns: home.columns
+            // The launcher that keys start.
+            Rectangle {
+                readonly property int place: home.current - page.first
 
-                Repeater {
-                    model: home.perPage
+                x: page.margin + place % home.columns * page.cellWidth + 3
+                y: Math.floor(place / home.columns) * page.cellHeight + 3
+                width: page.cellWidth - 6
+                height: page.cellHeight - 6
+                radius: 14
+                color: home.foreground
+                opacity: 0.14
+                visible: home.activeFocus && place >= 0 && place < home.perPage && home.current < shelf.count
+            }
 
-                    delegate: LauncherCell {
-                        readonly property int row: page.number * home.perPage + index
+            Repeater {
+                model: home.perPage
 
-                        width: Math.floor(pages.width / home.columns)
-                        height: Math.floor(pages.height / home.rows)
-                        entry: shelf.revision >= 0 && row < shelf.count ? shelf.get(row) : null
-                        isCurrent: row === home.current && home.activeFocus
-                        foreground: home.foreground
-                        onTapped: {
-                            home.current = row
-                            home.start(row)
-                        }
-                        onHeld: home.showPackage(row)
-                    }
+                delegate: LauncherCell {
+                    readonly property int row: page.first + index
+
+                    x: page.margin + index % home.columns * page.cellWidth
+                    y: Math.floor(index / home.columns) * page.cellHeight
+                    width: page.cellWidth
+                    height: page.cellHeight
+                    entry: shelf.revision >= 0 && row < shelf.count ? shelf.get(row) : null
+                    hasPlaceholder: home.isShown
+                    foreground: home.foreground
+                }
+            }
+
+            TapHandler {
+                onTapped: function (eventPoint) {
+                    const row = page.rowAt(eventPoint.position)
+                    if (row < 0)
+                        return
+                    home.current = row
+                    home.start(row)
+                }
+                onLongPressed: {
+                    const row = page.rowAt(point.position)
+                    if (row >= 0)
+                        home.showPackage(row)
                 }
             }
         }

@@ -42,6 +42,7 @@ Item {
                 home.sheet.hide()
             home.forceActiveFocus()
             tryCompare(home.model, "count", 63, 60000)
+            tryCompare(home.pageView, "moving", false)
             home.turnTo(0)
             launched.clear()
         }
@@ -63,6 +64,24 @@ Item {
                 mouseMove(home.pageView, x, 200, 10)
             mouseRelease(home.pageView, 40, 200)
             tryCompare(home.pageView, "currentIndex", 1)
+        }
+
+        function test_tap() {
+            tryCompare(home.pageView, "contentX", 0)
+            tryCompare(home.pageView, "moving", false)
+            const width = home.pageView.width / home.columns
+            const height = home.pageView.height / home.rows
+            mouseClick(home.pageView, width * 1.5, height * 1.5)
+            compare(home.current, home.columns + 1)
+            compare(launched.count, 1)
+            compare(launched.signalArguments[0][1], home.model.get(home.columns + 1).entryName)
+            home.turnTo(home.pageCount - 1)
+            tryCompare(home.pageView, "contentX", (home.pageCount - 1) * home.pageView.width)
+            tryCompare(home.pageView, "moving", false)
+            const current = home.current
+            mouseClick(home.pageView, width * (home.columns - 0.5), height * (home.rows - 0.5))
+            compare(home.current, current)
+            compare(launched.count, 1)
         }
 
         function test_keys() {
