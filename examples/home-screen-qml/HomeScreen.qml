@@ -55,6 +55,10 @@ FocusScope {
         moveTo(Math.max(0, Math.min(pageCount - 1, page)) * perPage)
     }
 
+    function showMore() {
+        isShown = true
+    }
+
     // A list that has another number of pages starts again at the first one.
     function showCurrent() {
         moveTo(current)
@@ -197,7 +201,7 @@ FocusScope {
     Connections {
         target: home.isShown ? null : home.Window.window
 
-        function onFrameSwapped() { home.isShown = true }
+        function onFrameSwapped() { Qt.callLater(home.showMore) }
     }
 
     // The state of the index: one line that never moves the pages.

@@ -11,6 +11,7 @@ Item {
     property bool hasPlaceholder: true
     property color foreground
     readonly property bool isBroken: entry !== null && entry.status === ShelfModel.Broken
+    readonly property bool needsSign: hasPlaceholder && entry !== null && (isBroken || icon.status !== Image.Ready)
     readonly property alias iconStatus: icon.status
     readonly property alias label: name
 
@@ -42,43 +43,10 @@ Item {
         text: cell.entry ? cell.entry.label : ""
     }
 
-    // In place of an icon that is missing.
     Loader {
-        x: icon.x
-        y: icon.y
-        active: cell.hasPlaceholder && cell.entry !== null && icon.status !== Image.Ready
-
-        sourceComponent: Rectangle {
-            width: 56
-            height: 56
-            radius: 18
-            color: Qt.rgba(cell.foreground.r, cell.foreground.g, cell.foreground.b, 0.18)
-
-            Text {
-                anchors.centerIn: parent
-                font { pixelSize: 26; bold: true }
-                color: cell.foreground
-                textFormat: Text.PlainText
-                text: cell.isBroken ? "!" : ""
-            }
-        }
-    }
-
-    Loader {
-        x: name.x
-        y: name.y + name.height
-        active: cell.isBroken
-
-        sourceComponent: Text {
-            width: name.width
-            horizontalAlignment: Text.AlignHCenter
-            font.pixelSize: 9
-            color: cell.foreground
-            opacity: 0.7
-            textFormat: Text.PlainText
-            elide: Text.ElideRight
-            maximumLineCount: 1
-            text: cell.isBroken ? cell.entry.errorString : ""
-        }
+        x: 4
+        y: 8
+        source: cell.needsSign ? "LauncherSign.qml" : ""
+        onLoaded: item.cell = cell
     }
 }

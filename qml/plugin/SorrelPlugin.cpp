@@ -3,6 +3,7 @@
 
 #include "icons/IconProvider.h"
 #include "package/PackageInfo.h"
+#include "rows/EarlyRows.h"
 #include "rows/ShelfModel.h"
 
 #include <QtQml>
@@ -18,6 +19,7 @@ constexpr int ModuleMinor = 5;
 
 void SorrelPlugin::registerTypes(const char *uri)
 {
+    EarlyRows::start();
     qmlRegisterType<PackageInfo>(uri, ModuleMajor, ModuleMinor, "PackageInfo");
     qmlRegisterType<ShelfModel>(uri, ModuleMajor, ModuleMinor, "ShelfModel");
 }

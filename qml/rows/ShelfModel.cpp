@@ -2,6 +2,7 @@
 #include "rows/ShelfModel.h"
 
 #include "icons/IconUrl.h"
+#include "rows/EarlyRows.h"
 #include "rows/ShortText.h"
 
 #include <QDir>
@@ -47,7 +48,12 @@ ShelfModel::ShelfModel(QObject *parent) : QAbstractListModel(parent), m_fileName
     connect(&m_shelf, &Shelf::errorChanged, this, &ShelfModel::errorStringChanged);
     connect(&m_shelf, &Shelf::progress, this,
             [this](int done, int total) { setProgress(qreal(done) / qMax(1, total)); });
-    connect(&m_shelf, &Shelf::finished, this, [this] { setProgress(1); });
+    connect(&m_shelf, &Shelf::finished, this, [this] {
+        setProgress(1);
+        // Another program may have changed the index after its rows were read, and before it was opened.
+        if (std::exchange(m_hasEarlyRows, false))
+            ask();
+    });
 }
 
 ShelfModel::~ShelfModel() = default;
@@ -260,7 +266,9 @@ void ShelfModel::open()
     beginResetModel();
     m_shelf.open(m_fileName);
     m_source = SourceNumber(m_shelf.fileName());
-    m_rows = m_shelf.isOpen() ? m_request.read(m_shelf) : ShelfRows();
+    std::optional<ShelfRows> early = EarlyRows::take(m_shelf.fileName(), m_request);
+    m_hasEarlyRows = early.has_value();
+    m_rows = early ? *early : m_request.read(m_shelf);
     endResetModel();
     m_answered = m_asked;
     if (m_shelf.isOpen()) {

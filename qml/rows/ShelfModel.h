@@ -171,6 +171,7 @@ private:
     int m_asked = 0;
     int m_answered = 0;
     bool m_isComplete = false;
+    bool m_hasEarlyRows = false; ///< the rows were read before the index was opened
     bool m_isNight = false;
     bool m_isMonochrome = false;
 };

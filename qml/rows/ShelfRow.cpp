@@ -46,18 +46,22 @@ bool ShelfRow::looksLike(const ShelfRow &other) const
            && item.errorText() == other.item.errorText();
 }
 
+bool RowRequest::accepts(const ShelfItem &item) const
+{
+    const bool hasNoLauncher = item.state() == ShelfItem::State::Ready && item.entryName().isEmpty();
+    return !(launchersOnly && hasNoLauncher) && (folders.isEmpty() || isBelow(item.nativePath(), folders));
+}
+
 ShelfRows RowRequest::read(const Shelf &shelf) const
 {
-    const QLocale language = locale.isEmpty() ? QLocale() : QLocale(locale);
-    const QCollator collator(language);
+    const QCollator collator(language());
     const QList<ShelfItem> items = search.trimmed().isEmpty() ? shelf.items() : shelf.find(search);
-    const QStringList labels = ShelfItem::labelsOf(items, language);
+    const QStringList labels = ShelfItem::labelsOf(items, language());
     std::vector<SortedRow> sorted;
     sorted.reserve(std::size_t(items.size()));
     for (int i = 0; i < int(items.size()); ++i) {
         const ShelfItem &item = items.at(i);
-        const bool hasNoLauncher = item.state() == ShelfItem::State::Ready && item.entryName().isEmpty();
-        if ((launchersOnly && hasNoLauncher) || (!folders.isEmpty() && !isBelow(item.nativePath(), folders)))
+        if (!accepts(item))
             continue;
         const QString label = shortText(labels.at(i));
         sorted.push_back({{item, label}, collator.sortKey(label)});

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 #include <QList>
+#include <QLocale>
 #include <QString>
 #include <QVector>
 
@@ -34,6 +35,10 @@ struct RowRequest {
     /// Whether readable packages without a launcher have no row.
     bool launchersOnly = false;
 
+    /// The locale for labels and for the order.
+    QLocale language() const { return locale.isEmpty() ? QLocale() : QLocale(locale); }
+    /// Whether @p item has a row, whatever the search.
+    bool accepts(const SorrelKit::ShelfItem &item) const;
     /// Reads the rows from @p shelf, and sorts them as QCollator does by their labels; equal ones by the name of the
     /// package, then by the id. Use it in the thread of the shelf.
     ShelfRows read(const SorrelKit::Shelf &shelf) const;
