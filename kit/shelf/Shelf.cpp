@@ -191,8 +191,12 @@ QByteArray Shelf::icon(qint64 id, const ShelfIcon &kind, ShelfIcon::State *state
 
 void Shelf::drawIcons(const QList<qint64> &ids, const ShelfIcon &kind)
 {
-    if (!isOpen() || ids.isEmpty() || !IconKind::isValid(kind))
+    if (!isOpen())
         return;
+    if (ids.isEmpty() || !IconKind::isValid(kind)) {
+        d->post(d->opening, [this, ids, kind] { Q_EMIT iconsDrawn(ids, kind); });
+        return;
+    }
     IndexUpdate::Order order = d->order();
     order.content = WorkerOrder();
     order.content.maxMemory = MaxWorkerBytes;
@@ -205,11 +209,12 @@ void Shelf::drawIcons(const QList<qint64> &ids, const ShelfIcon &kind)
         here.stop = stop;
         const QList<qint64> drawn = update.draw(ids, kind, here);
         const ShelfError fault = update.error();
-        d->post(opening, [this, drawn, kind, fault] {
+        d->post(opening, [this, ids, drawn, kind, fault] {
             if (fault)
                 d->setError(fault);
             if (!drawn.isEmpty())
                 Q_EMIT iconsAdded(drawn, kind);
+            Q_EMIT iconsDrawn(ids, kind);
         });
     });
 }

@@ -51,7 +51,7 @@ private:
     /// Answers what can be answered, and sends the next batch.
     void look();
     void sendBatch();
-    void endBatch(const ShelfIcon &kind);
+    void endBatch(int number, const QList<qint64> &ids, const ShelfIcon &kind);
 
     const std::atomic<bool> &m_isEnding;
     std::map<int, std::unique_ptr<Shelf>> m_shelves;
@@ -85,9 +85,9 @@ Shelf *ShelfIcons::Worker::shelf(int number)
     auto opened = std::make_unique<Shelf>();
     opened->open(fileName);
     // Later, because the end of a batch may close this index.
-    connect(opened.get(), &Shelf::iconsAdded, this, [this](const QList<qint64> &, const ShelfIcon &kind) {
+    connect(opened.get(), &Shelf::iconsDrawn, this, [this, number](const QList<qint64> &ids, const ShelfIcon &kind) {
         QMetaObject::invokeMethod(
-            this, [this, kind] { endBatch(kind); }, Qt::QueuedConnection);
+            this, [this, number, ids, kind] { endBatch(number, ids, kind); }, Qt::QueuedConnection);
     });
     return m_shelves.emplace(number, std::move(opened)).first->second.get();
 }
@@ -168,13 +168,14 @@ void ShelfIcons::Worker::sendBatch()
 }
 
 // A package that was removed or changed meanwhile has no icon in this batch.
-void ShelfIcons::Worker::endBatch(const ShelfIcon &kind)
+void ShelfIcons::Worker::endBatch(int number, const QList<qint64> &ids, const ShelfIcon &kind)
 {
     const auto isDone = [&](const Waiting &waiting) {
-        if (waiting.since < 0 || waiting.job->kind != kind)
+        const IconUrl &url = waiting.job->url;
+        if (waiting.since < 0 || waiting.job->kind != kind || url.number != number || !ids.contains(url.item))
             return false;
         if (!answer(waiting.job))
-            waiting.job->finish(QImage(), QStringLiteral("the package changed"));
+            waiting.job->finish(QImage(), QStringLiteral("the package changed, or it is gone"));
         return true;
     };
     m_waiting.erase(std::remove_if(m_waiting.begin(), m_waiting.end(), isDone), m_waiting.end());

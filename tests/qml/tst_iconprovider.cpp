@@ -72,6 +72,7 @@ private slots:
     void iconsThatWorkersDraw();
     void iconsOfPackages();
     void iconsThatCannotBeHad();
+    void iconsOfVanishedPackages();
     void cancelledIcons();
     void endsAtAnyTime();
     void endsWithTheEngine();
@@ -229,6 +230,20 @@ void TestIconProvider::iconsThatCannotBeHad()
     QVERIFY2(drawn.error.contains(latin("could not open APK file")), qPrintable(drawn.error));
     QCOMPARE(ask(provider, latin("package/1000000")).error, latin("the package is not open"));
     QCOMPARE(ask(provider, latin("shelf/1000000/1")).error, latin("the index is not open"));
+}
+
+// The end of the work is an answer, also without an icon.
+void TestIconProvider::iconsOfVanishedPackages()
+{
+    QmlPlace place;
+    place.add(latin("notes.apk"), latin("Notes"));
+    QVERIFY(place.fill(64));
+    place.remove(latin("notes.apk"));
+    const SourceNumber index(place.index());
+    IconProvider provider;
+    const Answer answer = ask(provider, latin("shelf/%1/1?size=33").arg(index.value()));
+    QVERIFY(answer.image.isNull());
+    QCOMPARE(answer.error, latin("the package changed, or it is gone"));
 }
 
 void TestIconProvider::cancelledIcons()

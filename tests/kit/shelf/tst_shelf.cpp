@@ -77,6 +77,7 @@ private slots:
     void aWorkerThatDies();
     void iconsOfTheAskedSizes();
     void iconsOnDemand();
+    void iconsThatAreNotDrawn();
     void nothingIsReadAgain();
     void changedMovedAndRemovedPackages();
     void aPackageThatIsReplacedWhileItIsRead();
@@ -264,6 +265,7 @@ void TestShelf::iconsOnDemand()
     writeFile(place.path("b.apk"), "no archive");
     QVERIFY(place.open() && refreshed(place.shelf));
     QSignalSpy added(&place.shelf, &Shelf::iconsAdded);
+    QSignalSpy drawn(&place.shelf, &Shelf::iconsDrawn);
     const qint64 id = place.shelf.items().value(0).id();
     const qint64 broken = place.shelf.items().value(1).id();
     place.shelf.drawIcons({id, broken}, ShelfIcon(40));
@@ -277,6 +279,33 @@ void TestShelf::iconsOnDemand()
     QCOMPARE(state, ShelfIcon::State::Ready);
     place.shelf.icon(broken, ShelfIcon(40), &state);
     QCOMPARE(state, ShelfIcon::State::Missing);
+    QTRY_COMPARE_WITH_TIMEOUT(drawn.size(), 1, 60000);
+    QCOMPARE(idsOf(drawn), QList<qint64>({id, broken}));
+    QCOMPARE(drawn.at(0).at(1).value<ShelfIcon>(), ShelfIcon(40));
+}
+
+// Each call has an end, also when there is nothing to draw.
+void TestShelf::iconsThatAreNotDrawn()
+{
+    Place place;
+    place.add("a.apk", {});
+    QVERIFY(place.open() && refreshed(place.shelf));
+    const qint64 id = place.shelf.items().value(0).id();
+    QSignalSpy added(&place.shelf, &Shelf::iconsAdded);
+    QSignalSpy drawn(&place.shelf, &Shelf::iconsDrawn);
+    place.shelf.drawIcons({id}, ShelfIcon(0));
+    place.shelf.drawIcons({}, ShelfIcon(40));
+    place.shelf.drawIcons({id + 1}, ShelfIcon(40));
+    QTRY_COMPARE_WITH_TIMEOUT(drawn.size(), 3, 60000);
+    QCOMPARE(idsOf(drawn), QList<qint64>({id, id + 1}));
+    QVERIFY(QFile::remove(place.path("a.apk")));
+    place.shelf.drawIcons({id}, ShelfIcon(40));
+    QTRY_COMPARE_WITH_TIMEOUT(drawn.size(), 4, 60000);
+    QCOMPARE(added.size(), 0);
+    place.shelf.close();
+    place.shelf.drawIcons({id}, ShelfIcon(40));
+    QTest::qWait(50);
+    QCOMPARE(drawn.size(), 4);
 }
 
 void TestShelf::nothingIsReadAgain()

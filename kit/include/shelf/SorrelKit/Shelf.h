@@ -144,7 +144,8 @@ public:
     /// is not null. @since 0.5.1
     QByteArray icon(qint64 id, const ShelfIcon &kind, ShelfIcon::State *state = nullptr) const;
     /// Draws and stores the icons of @p kind for the items @p ids, where they are not stored yet, without waiting for
-    /// them: iconsAdded() follows. @since 0.5.1
+    /// them: iconsAdded() follows when there were any, and iconsDrawn() at the end. Does nothing without an open index.
+    /// @since 0.5.1
     void drawIcons(const QList<qint64> &ids, const ShelfIcon &kind);
 
     /**
@@ -176,6 +177,9 @@ Q_SIGNALS:
     /// Icons of @p kind, which drawIcons() was called for, were stored for the items @p ids; icon() returns them.
     /// @since 0.5.1
     void iconsAdded(const QList<qint64> &ids, const SorrelKit::ShelfIcon &kind);
+    /// The work of drawIcons() for the items @p ids ended, also when no icon was stored: the packages are gone, were
+    /// changed meanwhile, or their icons were stored already. @since 0.5.1
+    void iconsDrawn(const QList<qint64> &ids, const SorrelKit::ShelfIcon &kind);
     /// @p done of @p total packages that are new or changed were read. @since 0.5.1
     void progress(int done, int total);
     /// A refresh ended; error() has its fault. @since 0.5.1
