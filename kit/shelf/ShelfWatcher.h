@@ -23,6 +23,8 @@ public:
 
     /// Watches these paths and no others. Returns whether one of them is new, so it may have changed before.
     bool watch(const QList<QByteArray> &folders, const QList<QByteArray> &files);
+    /// The number of paths that are watched.
+    int count() const { return int(m_watcher.directories().size() + m_watcher.files().size()); }
 
 private:
     Q_DISABLE_COPY(ShelfWatcher)

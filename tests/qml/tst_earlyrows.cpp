@@ -146,6 +146,7 @@ void TestEarlyRows::aBusyPool()
     EarlyRows::start();
     QVERIFY(!EarlyRows::take(Shelf::defaultFileName(), RowRequest()));
     end.release(count);
+    pool->waitForDone();
 }
 
 void TestEarlyRows::rowsThatNobodyTakes()

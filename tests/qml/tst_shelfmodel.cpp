@@ -9,6 +9,9 @@
 #include <QtTest>
 
 #include <algorithm>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace SorrelQml;
 using fixture::QmlPlace;
@@ -71,6 +74,7 @@ private slots:
     void iconsOfAKind();
     void longLabelsAreCut();
     void anIndexThatCannotBeOpened();
+    void aReadOnlyHome();
     void endsAtAnyTime();
 };
 
@@ -267,6 +271,48 @@ void TestShelfModel::anIndexThatCannotBeOpened()
     watched.model.setSearch(latin("word"));
     watched.model.refresh();
     QVERIFY(!watched.model.isSearching());
+}
+
+// In a child process without privileges: root may write everywhere. Its exit status is the number of the check that fails.
+void TestShelfModel::aReadOnlyHome()
+{
+    QmlPlace place;
+    place.add(latin("notes.apk"), latin("Notes"));
+    QVERIFY(place.fill());
+    const QByteArray index = QFile::encodeName(place.index());
+    const QByteArray folder = QFile::encodeName(QFileInfo(place.index()).absolutePath());
+    QCOMPARE(::chmod(index.constData(), 0444), 0);
+    QCOMPARE(::chmod(folder.constData(), 0555), 0);
+    const pid_t process = ::fork();
+    if (process == 0) {
+        if (::geteuid() == 0 && (::setresgid(65534, 65534, 65534) != 0 || ::setresuid(65534, 65534, 65534) != 0))
+            ::_exit(1);
+        ShelfModel model;
+        model.setFileName(place.index());
+        model.setFolders({place.packages()});
+        model.componentComplete();
+        if (texts(model).size() != 1 || model.get(0).value(latin("status")).toInt() != int(ShelfModel::Ready))
+            ::_exit(2);
+        if (!model.errorString().endsWith(latin("index.db cannot be written")))
+            ::_exit(3);
+        model.refresh();
+        if (!QTest::qWaitFor([&] { return !model.isRefreshing(); }, Patience) || model.count() != 1)
+            ::_exit(4);
+        if (model.errorString().isEmpty())
+            ::_exit(5);
+        model.setSearch(latin("notes"));
+        if (!QTest::qWaitFor([&] { return !model.isSearching(); }, Patience) || model.count() != 1)
+            ::_exit(6);
+        model.setFileName(place.index() + latin("/none/shelf.db"));
+        if (model.count() != 0 || !model.errorString().endsWith(latin("cannot be made: the folder cannot be written")))
+            ::_exit(7);
+        ::_exit(0);
+    }
+    int status = -1;
+    QCOMPARE(::waitpid(process, &status, 0), process);
+    QCOMPARE(::chmod(folder.constData(), 0755), 0);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 0);
 }
 
 void TestShelfModel::endsAtAnyTime()

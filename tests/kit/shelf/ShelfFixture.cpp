@@ -24,6 +24,8 @@ QByteArray ShelfPackage::build() const
 
     XmlBuilder builder = XmlBuilder::manifest();
     builder.start(QStringLiteral("manifest"), {plainText(QStringLiteral("package"), name)});
+    if (minSdk > 0)
+        builder.empty(QStringLiteral("uses-sdk"), {androidValue(QStringLiteral("minSdkVersion"), Integer, minSdk)});
     builder.start(QStringLiteral("uses-permission"), {androidText(QStringLiteral("name"), permission)});
     builder.end(QStringLiteral("uses-permission"));
     builder.start(QStringLiteral("application"), {androidText(QStringLiteral("icon"), QStringLiteral("icon.png")),

@@ -19,6 +19,7 @@ struct ShelfPackage {
     QMap<QString, QString> labels = {{QString(), QStringLiteral("Notes")}};
     int launchers = 1;
     QRgb color = 0xff336699;
+    int minSdk = 0; ///< 0 for none
     QString permission = QStringLiteral("android.permission.CAMERA");
 
     QByteArray build() const;
