@@ -143,6 +143,12 @@ Item {
             verify(!home.sheet.visible)
         }
 
+        // The program of the tutorial.
+        function test_grid() {
+            const grid = Qt.createComponent("../../../examples/launcher-grid/grid.qml")
+            compare(grid.status, Component.Ready, grid.errorString())
+        }
+
         function findCells(item) {
             let cells = []
             for (let i = 0; i < item.children.length; ++i) {

@@ -21,7 +21,8 @@ def main():
     with open(tutorial, encoding="utf-8") as file:
         blocks = re.findall(r"^```([a-z]+)\n(.*?)^```$", file.read(), re.MULTILINE | re.DOTALL)
     faults = []
-    for language, name in (("cpp", "main.cpp"), ("cmake", "CMakeLists.txt"), ("qmake", "launcher-grid.pro")):
+    for language, name in (("cpp", "main.cpp"), ("cmake", "CMakeLists.txt"), ("qmake", "launcher-grid.pro"),
+                           ("qml", "grid.qml")):
         with open(os.path.join(example, name), encoding="utf-8") as file:
             expected = lines_of(file.read())
         # The tutorial does not show the line with the licence.
