@@ -83,6 +83,7 @@ void TestIconProvider::urls_data()
     QTest::addColumn<QString>("id");
     QTest::newRow("shelf") << "shelf/3/42?size=96";
     QTest::newRow("all") << "shelf/3/42?size=48&ratio=1.5&shape=rounded-square&night=1&monochrome=1&v=1234567890123";
+    QTest::newRow("the greatest ratio") << "shelf/1/1?size=24&ratio=16";
     QTest::newRow("package") << "package/7?size=1024&shape=squircle";
 }
 

@@ -53,7 +53,7 @@ def stated(text):
 
 
 def main():
-    known = constants(["src", "kit", "tools", "kde"])
+    known = constants(["src", "kit", "qml", "tools", "kde", "viewer"])
     faults, described = [], set()
     page = (SOURCE / "docs/limits.md").read_text()
     for owner, name, number in COST.findall(page):
@@ -68,7 +68,7 @@ def main():
             continue
         numbers = list(stated(values))
         # A constant outside of a class is named with its file.
-        file = re.search(r"\((\w+)\.cpp\)", title)
+        file = re.search(r"\((\w+)\.(?:cpp|h)\)", title)
         owner = file and file[1]
         for index, (named, name) in enumerate(re.findall(r"`(?:(\w+)::)?((?:Max|Min|Free)\w+)`", title)):
             owner = named or owner
