@@ -12,8 +12,6 @@ using SorrelKit::ShelfIcon;
 
 namespace {
 
-constexpr qreal MaxRatio = 16;
-
 struct ShapeName {
     ShelfIcon::Shape shape;
     const char *name;
@@ -52,7 +50,7 @@ bool readPart(IconUrl &url, const QString &name, const QString &value)
     }
     if (name == QLatin1String("ratio")) {
         url.ratio = value.toDouble(&isRead);
-        return isRead && url.ratio > 0 && url.ratio <= MaxRatio;
+        return isRead && url.ratio > 0 && url.ratio <= IconUrl::MaxRatio;
     }
     if (name == QLatin1String("v")) {
         url.revision = value.toLongLong(&isRead);

@@ -25,6 +25,7 @@ struct IconUrl {
         Package, ///< an icon that is drawn from a package file
     };
     static constexpr int DefaultSize = 96;
+    static constexpr qreal MaxRatio = 16;
 
     Source source = Source::None;
     int number = 0;

@@ -21,7 +21,6 @@ namespace {
 constexpr int ChangeMilliseconds = 100;
 /// Views show the rows before the folders are compared with them.
 constexpr int RefreshMilliseconds = 200;
-constexpr qreal MaxRatio = 16;
 
 QString localFile(const QString &name)
 {
@@ -211,7 +210,7 @@ void ShelfModel::setIconShape(IconShape shape)
 
 void ShelfModel::setDevicePixelRatio(qreal ratio)
 {
-    if (qFuzzyCompare(m_ratio, ratio) || !(ratio > 0 && ratio <= MaxRatio))
+    if (qFuzzyCompare(m_ratio, ratio) || !(ratio > 0 && ratio <= IconUrl::MaxRatio))
         return;
     m_ratio = ratio;
     changeIcons();
