@@ -31,7 +31,8 @@ follow() {
         tests/system/consumers/follow.py docs/getting-started.md /root/sample.apk "$@"
 }
 # Other tests run optimized libraries. Here they are optimized less, which takes a fifth of the processor time away.
-follow DEB_BUILD_OPTIONS="nocheck noautodbgsym" DEB_BUILD_PROFILES=nocheck DEB_CXXFLAGS_STRIP=-g DEB_CXXFLAGS_APPEND=-O1 \
+follow DEB_BUILD_OPTIONS="nocheck noautodbgsym" DEB_BUILD_PROFILES=nocheck \
+    DEB_CXXFLAGS_STRIP=-g DEB_CXXFLAGS_APPEND=-O1 \
     "As a packager" "With CMake" "With pkg-config" "With qmake"
 follow CMAKE_BUILD_TYPE=None "With Qt 6"
 rm -rf build/packages

@@ -34,8 +34,8 @@ def run(*command):
 
 
 def keep_classes(directory, *command):
-    """Runs apksigner with this command, and keeps the classes that Java has loaded then in a file below `directory`. Later calls
-    map this file, which takes less time than to load and check each class."""
+    """Runs apksigner with this command, and keeps the classes that Java has loaded then in a file below `directory`. Later
+    calls map this file, which takes less time than to load and check each class."""
     classes = pathlib.Path(directory) / "classes.jsa"
     ENVIRONMENT["JDK_JAVA_OPTIONS"] = f"{OPTIONS} -XX:ArchiveClassesAtExit={classes}"
     run("apksigner", *command)
