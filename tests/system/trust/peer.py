@@ -56,6 +56,9 @@ class Workshop:
         self.large = self.written("large.apk", packages.archive(
             [*packages.members(sample), ("assets/large", content, True), ("assets/ümlaut", b"text")], b"comment"))
         self.target30 = samples / "kiosk.aapt2.apk"
+        everything = self.directory / "everything.apk"
+        apksigner.sign(self.sample, everything, [self.keys["rsa2048"]], {"v1", "v2", "v3"})
+        apksigner.keep_classes(directory, "verify", "-v", "--print-certs", everything)
         self.signed = []
         self.futures = []
 

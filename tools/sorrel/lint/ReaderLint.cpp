@@ -17,12 +17,12 @@
 #include <optional>
 
 using namespace LintChecks;
-using Code = Diagnostics::Code;
+using ReaderCode = Diagnostics::Code;
 
 namespace {
 
-const QLatin1String tableName("resources.arsc");
-const QLatin1String manifestName("AndroidManifest.xml");
+const QLatin1String tableFile("resources.arsc");
+const QLatin1String manifestFile("AndroidManifest.xml");
 
 QString listed(const QStringList &names)
 {
@@ -45,9 +45,9 @@ QString countedItems(int count, const QString &noun)
 QString nameOf(const Diagnostics::Item &item)
 {
     switch (item.code) {
-    case Code::UnknownElementNamespace:
+    case ReaderCode::UnknownElementNamespace:
         return QStringLiteral("%1 for element %2").arg(item.uri, item.name);
-    case Code::UnknownAttributeNamespace:
+    case ReaderCode::UnknownAttributeNamespace:
         return item.uri;
     default:
         return QStringLiteral("0x%1").arg(item.number, 4, 16, QLatin1Char('0'));
@@ -137,10 +137,10 @@ bool ReaderLint::readMembers()
         return false;
     m_isEmpty = archive.directory().claimedCount() == 0;
     setError(apkFileError(archive));
-    m_hasTable = archive.contains(tableName);
-    m_hasManifest = archive.contains(manifestName);
-    const std::optional<QByteArray> table = apkFileContent(archive, tableName, Limits::MaxTableBytes);
-    const std::optional<QByteArray> manifest = apkFileContent(archive, manifestName, Limits::MaxManifestBytes);
+    m_hasTable = archive.contains(tableFile);
+    m_hasManifest = archive.contains(manifestFile);
+    const std::optional<QByteArray> table = apkFileContent(archive, tableFile, Limits::MaxTableBytes);
+    const std::optional<QByteArray> manifest = apkFileContent(archive, manifestFile, Limits::MaxManifestBytes);
     m_isTableOpened = table.has_value();
     m_isManifestOpened = manifest.has_value();
     m_table = table.value_or(QByteArray());
@@ -153,10 +153,10 @@ void ReaderLint::checkPackage()
     if (!m_package.isValid())
         return;
     if (m_package.packageName().isEmpty())
-        m_findings->add(NoPackageName, manifestName,
+        m_findings->add(NoPackageName, manifestFile,
                         QStringLiteral("The manifest has no package name; Android does not install the package."));
     if (m_package.minSdkVersion() > m_package.targetSdkVersion())
-        m_findings->add(MinAboveTarget, manifestName,
+        m_findings->add(MinAboveTarget, manifestFile,
                         QStringLiteral("The minimum SDK version %1 is higher than the target SDK version %2.")
                             .arg(m_package.minSdkVersion())
                             .arg(m_package.targetSdkVersion()));
@@ -168,13 +168,13 @@ void ReaderLint::checkEncodings()
     const QString text = QStringLiteral(
         "The resource table has %1; SorrelKit reads them, ApkFile needs PackageNormalizer to read them.");
     if (encodings.isSparse())
-        m_findings->add(SparseTable, tableName, text.arg(QStringLiteral("sparse types")));
+        m_findings->add(SparseTable, tableFile, text.arg(QStringLiteral("sparse types")));
     if (encodings.hasShortOffsets())
-        m_findings->add(ShortOffsetsTable, tableName, text.arg(QStringLiteral("types with 16-bit offsets")));
+        m_findings->add(ShortOffsetsTable, tableFile, text.arg(QStringLiteral("types with 16-bit offsets")));
     if (encodings.isCompact())
-        m_findings->add(CompactTable, tableName, text.arg(QStringLiteral("compact entries")));
+        m_findings->add(CompactTable, tableFile, text.arg(QStringLiteral("compact entries")));
     if (encodings.hasSharedEntries())
-        m_findings->add(SharedEntriesTable, tableName,
+        m_findings->add(SharedEntriesTable, tableFile,
                         QStringLiteral("Resources share an entry of the resource table; SorrelKit finds all of them, "
                                        "ApkFile needs PackageNormalizer to find more than the last one."));
 }
@@ -213,7 +213,7 @@ void ReaderLint::readManifest()
     const AttributeTexts texts(m_manifest);
     if (texts.differentTexts() > 0)
         m_findings->add(
-            DifferentText, manifestName,
+            DifferentText, manifestFile,
             QStringLiteral("The text differs from the value in %1 of the manifest (%2); ApkFile uses the text, "
                            "SorrelKit and Android use the value.")
                 .arg(FindingList::counted(texts.differentTexts(), QStringLiteral("attribute")), listed(texts.names())));
@@ -226,7 +226,7 @@ void ReaderLint::readManifest()
     if (reader.failed())
         setError(PackageError::BadManifest, reader.fault());
     else if (!nodes.hasElement() && m_package.isValid())
-        m_findings->add(ApkFileFindsNothing, manifestName,
+        m_findings->add(ApkFileFindsNothing, manifestFile,
                         QStringLiteral("ApkFile finds nothing in the manifest and reports no error; SorrelKit and "
                                        "Android read it, ApkFile needs PackageNormalizer to read it."));
     reportManifest(reader.diagnostics().items());
@@ -234,18 +234,18 @@ void ReaderLint::readManifest()
 
 void ReaderLint::reportManifest(const QVector<Diagnostics::Item> &items)
 {
-    report(UndeclaredNamespace, manifestName, items, {Code::UnknownElementNamespace, Code::UnknownAttributeNamespace},
-           QStringLiteral("place"),
+    report(UndeclaredNamespace, manifestFile, items,
+           {ReaderCode::UnknownElementNamespace, ReaderCode::UnknownAttributeNamespace}, QStringLiteral("place"),
            QStringLiteral(
                "The manifest uses undeclared namespaces in %1 (%2); readers that search by prefix miss these names."));
-    report(UndeclaredNamespace, manifestName, items, {Code::NoAndroidNamespace}, QStringLiteral("place"),
+    report(UndeclaredNamespace, manifestFile, items, {ReaderCode::NoAndroidNamespace}, QStringLiteral("place"),
            QStringLiteral("The manifest uses Android's attributes in %1 without declaring their namespace; readers "
                           "that search by prefix miss them."));
 }
 
 // One finding for all items of @p codes: their number, which counts @p noun, and the names of some.
 void ReaderLint::report(const LintCheck &check, const QString &subject, const QVector<Diagnostics::Item> &items,
-                        const QVector<Code> &codes, const QString &noun, const QString &text)
+                        const QVector<ReaderCode> &codes, const QString &noun, const QString &text)
 {
     QSet<QString> known;
     int count = 0;
@@ -282,11 +282,11 @@ void ReaderLint::reportError()
         m_findings->add(LintChecks::NoManifest, QString(),
                         QStringLiteral("The file has no readable manifest; it is not an Android package."));
     else if (m_package.error().code() == Error::Code::BadManifest)
-        m_findings->add(DamagedManifest, manifestName,
+        m_findings->add(DamagedManifest, manifestFile,
                         QStringLiteral("The manifest cannot be read (%1).").arg(m_package.error().message())
                             + otherReads);
     else if (m_package.error().code() == Error::Code::BadTable)
-        m_findings->add(DamagedTable, tableName,
+        m_findings->add(DamagedTable, tableFile,
                         QStringLiteral("The resource table cannot be read (%1); labels and icons are missing.")
                                 .arg(m_package.error().message())
                             + otherReads);
