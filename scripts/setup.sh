@@ -40,7 +40,7 @@ system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
-    dolphin kio-extras nautilus
+    dolphin kio-extras libkf5baloowidgets-bin nautilus
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base python3-distributed apksigner openssl
     doxygen qhelpgenerator-qt5

@@ -32,9 +32,9 @@ public:
 
     /// The property Title: the application's label, or the package name when there is none.
     QString title() const;
-    /// The property Description: "org.example.notes, version 2.1 (42), for Android 8.0 (API 26) and later".
-    QString description() const;
-    /// The property Comment: the permissions in words, those first that need the user's consent. "Dangerous permissions:
+    /// The property Subject: "org.example.notes, version 2.1 (42), for Android 8.0 (API 26) and later".
+    QString packageAndVersion() const;
+    /// The property Description: the permissions in words, those first that need the user's consent. "Dangerous permissions:
     /// take pictures and videos. Other permissions: have full network access", or "No permissions".
     QString permissions() const;
     /// The property Publisher: the name that each signer gave itself, with the first digits of its certificate's SHA-256
