@@ -7,7 +7,7 @@ import sys
 import time
 import unittest
 
-from filemanager import SIGNER, FileManager, Packages, contains, last_column, need_namespaces, shows
+from filemanager import SIGNER, FileManager, Packages, contains, last_column, need_sandbox, shows
 from display import Screen
 
 PREFIX, PLUGINS, SAMPLES, PICTURE = (sys.argv[1:] + [""])[:4]
@@ -26,13 +26,9 @@ class Dolphin(unittest.TestCase):
         self.packages = Packages(SAMPLES)
         self.addCleanup(self.packages.directory.cleanup)
 
-    def start(self, **options):
-        # xdotool reads the title up to its dash.
-        return self.enter(FileManager(self.screen, ["dolphin", self.packages.folder], "^Packages",
-                                      PREFIX, PLUGINS, **options))
-
     def test_packages(self):
-        window = self.start()
+        # xdotool reads the title up to its dash.
+        window = self.enter(FileManager(self.screen, ["dolphin", self.packages.folder], "^Packages", PREFIX, PLUGINS))
         window.resize(1100, 1000)
         window.wait_for(shows(self.packages.colours()), "the icons of the packages")
         window.focus()
@@ -55,5 +51,5 @@ class Dolphin(unittest.TestCase):
 
 
 if __name__ == "__main__":
-    need_namespaces()
+    need_sandbox()
     unittest.main(argv=sys.argv[:1])

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """A file manager with the installed files on a virtual screen, as the user of an empty home directory sees it.
 
-Needs Debian's dbus-daemon, shared-mime-info, desktop-file-utils, apksigner and openssl besides the programs of display.py.
+Needs Debian's bubblewrap, dbus-daemon, shared-mime-info, desktop-file-utils, apksigner and openssl besides the programs of display.py.
 """
 
 import glob
@@ -24,12 +24,13 @@ from display import Window, read, words  # noqa: E402
 from skip import skip  # noqa: E402
 
 SIGNER = "Jane Example"
-# A file manager of its own user, whose processes end with it. KDE's programs warn root.
-ALONE = ["unshare", "--user", "--map-user=1000", "--map-group=1000", "--pid", "--fork", "--kill-child"]
+# KDE's programs warn root, so the user is another one. All processes end with the file manager.
+ALONE = ["bwrap", "--dev-bind", "/", "/", "--proc", "/proc", "--unshare-user", "--uid", "1000", "--gid", "1000", "--unshare-pid",
+         "--die-with-parent"]
 
 
-def need_namespaces():
-    """Skips the test when the user may make no namespaces."""
+def need_sandbox():
+    """Skips the test when bubblewrap cannot make a sandbox."""
     run = subprocess.run([*ALONE, "true"], stderr=subprocess.PIPE, check=False)
     if run.returncode != 0:
         skip("sandbox", run.stderr.decode())
@@ -67,11 +68,11 @@ class Packages:
 
 
 class FileManager(Window):
-    """The window of the file manager `command`, whose title matches `pattern`. It has the files installed in `prefix` and the Qt
-    plugins in `plugins`."""
+    """The window of the file manager `command`, whose title matches `pattern`. It has the files that are installed in `prefix`,
+    which is /usr/local there, and the Qt plugins in `plugins`."""
 
-    def __init__(self, screen, command, pattern, prefix, plugins, **options):
-        super().__init__(screen, [*ALONE, "dbus-run-session", "--", *command], "", **options)
+    def __init__(self, screen, command, pattern, prefix, plugins):
+        super().__init__(screen, [*ALONE, "--bind", prefix, "/usr/local", "dbus-run-session", "--", *command], "")
         self.pattern = pattern
         home = self.home.name
         data = os.path.join(home, "data")
@@ -82,9 +83,11 @@ class FileManager(Window):
         for file in glob.glob(os.path.join(prefix, "share/applications/*.desktop")):
             shutil.copy(file, os.path.join(data, "applications"))
         self.environment.update(
-            XDG_CACHE_HOME=os.path.join(home, "cache"), XDG_DATA_HOME=data, XDG_DATA_DIRS=f"{prefix}/share:/usr/share",
-            QT_PLUGIN_PATH=plugins, GSK_RENDERER="cairo", GDK_BACKEND="x11", LIBGL_ALWAYS_SOFTWARE="1",
+            XDG_CACHE_HOME=os.path.join(home, "cache"), XDG_DATA_HOME=data, XDG_DATA_DIRS="/usr/local/share:/usr/share",
+            QT_PLUGIN_PATH=plugins.replace(prefix, "/usr/local"), GSK_RENDERER="cairo", GDK_BACKEND="x11", LIBGL_ALWAYS_SOFTWARE="1",
             GSETTINGS_BACKEND="memory", GTK_A11Y="none", NO_AT_BRIDGE="1")
+        for name in ("PATH", "LD_LIBRARY_PATH"):
+            self.environment[name] = self.environment[name].replace(prefix, "/usr/local")
         self.environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
         self.environment.pop("WAYLAND_DISPLAY", None)
         for program in (["update-mime-database", os.path.join(data, "mime")],
