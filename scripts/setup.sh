@@ -34,8 +34,8 @@ package_packages=(
 )
 # To build RPM packages.
 rpm_packages=(rpm rpmlint)
-# To run the system tests: programs that use the installed files (thumbnailers, file managers, a browser, a screen, shells, a cluster), and
-# checkers of documents, licences and the binary interface.
+# To run the system tests: programs that use the installed files (thumbnailers, file managers, a browser, a screen, shells, a
+# cluster), and checkers of documents, licences and the binary interface.
 system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info

@@ -1,6 +1,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""dolphin.py PREFIX PLUGINS SAMPLES [PICTURE]: looks at packages in Dolphin as a person does, without any settings. PICTURE is the
-file for a picture of its window."""
+"""dolphin.py PREFIX PLUGINS SAMPLES [PICTURE]: looks at packages in Dolphin as a person does, without any settings. PREFIX is the
+prefix of the installed files, PLUGINS its directory for Qt plugins, and SAMPLES the directory of the sample packages.
+PICTURE is the file for a picture of the window."""
 
 import shutil
 import sys

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """A file manager with the installed files on a virtual screen, as the user of an empty home directory sees it.
 
-Needs Debian's bubblewrap, dbus-daemon, shared-mime-info, desktop-file-utils, apksigner and openssl besides the programs of display.py.
+Needs Debian's bubblewrap, dbus-daemon, shared-mime-info, desktop-file-utils, apksigner and openssl besides the programs of
+display.py.
 """
 
 import glob
@@ -25,8 +26,8 @@ from skip import skip  # noqa: E402
 
 SIGNER = "Jane Example"
 # KDE's programs warn root, so the user is another one. All processes end with the file manager.
-ALONE = ["bwrap", "--dev-bind", "/", "/", "--proc", "/proc", "--unshare-user", "--uid", "1000", "--gid", "1000", "--unshare-pid",
-         "--die-with-parent"]
+ALONE = ["bwrap", "--dev-bind", "/", "/", "--proc", "/proc", "--unshare-user", "--uid", "1000", "--gid", "1000",
+         "--unshare-pid", "--die-with-parent"]
 
 
 def need_sandbox():
