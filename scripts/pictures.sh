@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # pictures.sh: draws the pictures of the documents again: docs/animated-vectors.png, docs/catalog.png,
-# docs/contact-sheet.png, docs/home-screen-qml.png, docs/launcher-grid.png, docs/platform-icons.png and
-# docs/themed-drawables.png. Look at them before you commit them. Installs missing packages first.
+# docs/contact-sheet.png, docs/dolphin.png, docs/home-screen-qml.png, docs/launcher-grid.png, docs/nautilus.png,
+# docs/platform-icons.png and docs/themed-drawables.png. Look at them before you commit them. Installs missing packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 require "${system_packages[@]}" fonts-noto-core fonts-noto-cjk fonts-noto-color-emoji
-build release sorrel-command animation_sheet contact_sheet home_screen_sheet launcher-grid samples themed_sheet
+build release all animation_sheet contact_sheet home_screen_sheet samples themed_sheet
 sorrel=$PWD/build/release/bin/sorrel
 samples=$PWD/build/release/samples
 docs=$PWD/docs
@@ -36,6 +36,15 @@ with Screen() as screen, Window(screen, [program, folder], "Launchers in " + fol
     time.sleep(1)
     window.picture().save(file, optimize=True)
 END
+
+# File managers use the installed files.
+installed=$scratch/installed
+cmake --install "$OLDPWD/build/release" --prefix "$installed" >/dev/null
+for manager in dolphin nautilus; do
+    PATH=$installed/bin:$PATH LD_LIBRARY_PATH=$installed/lib /usr/bin/python3 -B \
+        "$OLDPWD/tests/system/filemanagers/$manager.py" "$installed" "$installed/lib/qt5/plugins" "$samples" \
+        "$docs/$manager.png"
+done
 
 mkdir Phone
 for app in gallery suite toolbox; do

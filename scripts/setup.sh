@@ -34,13 +34,13 @@ package_packages=(
 )
 # To build RPM packages.
 rpm_packages=(rpm rpmlint)
-# To run the system tests: programs that use the installed files (thumbnailers, file managers, a browser, a screen, shells, a cluster), and
-# checkers of documents, licences and the binary interface.
+# To run the system tests: programs that use the installed files (thumbnailers, file managers, a browser, a screen, shells, a
+# cluster), and checkers of documents, licences and the binary interface.
 system_packages=(
     "${test_packages[@]}" "${package_packages[@]}" abigail-tools reuse
     bubblewrap dbus-daemon tumbler gir1.2-gdkpixbuf-2.0 gir1.2-gnomedesktop-3.0 shared-mime-info
     chromium chromium-driver python3-selenium
-    dolphin kio-extras nautilus
+    dolphin kio-extras libkf5baloowidgets-bin nautilus
     xvfb xdotool maim tesseract-ocr tesseract-ocr-eng python3-pil
     bash fish zsh mandoc groff-base python3-distributed apksigner openssl
     doxygen qhelpgenerator-qt5

@@ -48,8 +48,8 @@ void PackageExtractor::extract(ExtractionResult *result)
             return;
         result->addType(KFileMetaData::Type::Archive);
         result->add(KFileMetaData::Property::Title, properties.title());
-        result->add(KFileMetaData::Property::Description, properties.description());
-        result->add(KFileMetaData::Property::Comment, properties.permissions());
+        result->add(KFileMetaData::Property::Subject, properties.packageAndVersion());
+        result->add(KFileMetaData::Property::Description, properties.permissions());
         const QString signer = properties.signer(QFile(result->inputUrl()).size());
         if (!signer.isEmpty())
             result->add(KFileMetaData::Property::Publisher, signer);

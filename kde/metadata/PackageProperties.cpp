@@ -53,7 +53,7 @@ QString PackageProperties::title() const
     return textOf(m_package.label(m_locale));
 }
 
-QString PackageProperties::description() const
+QString PackageProperties::packageAndVersion() const
 {
     QStringList parts{textOf(m_package.packageName())};
     const QString code = QString::number(m_package.versionCode());

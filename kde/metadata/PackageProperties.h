@@ -8,11 +8,11 @@
 #include <QString>
 
 /**
- * The facts of a package as texts for KDE's properties of files. A property has one value, and file managers show a name
- * for each that they know, so each fact is in the property whose name fits best.
+ * The facts of a package as texts for KDE's properties of files. A property has one value, and file managers show a
+ * name for each that they know, so each fact is in the property whose name fits best.
  *
- * Each text is plain, on one line, and of bounded length. Characters that change the text around them become U+FFFD, and
- * texts of the package that run from right to left are isolated.
+ * Each text is plain, on one line, and of bounded length. Characters that change the text around them become U+FFFD,
+ * and texts of the package that run from right to left are isolated.
  */
 class PackageProperties
 {
@@ -32,15 +32,15 @@ public:
 
     /// The property Title: the application's label, or the package name when there is none.
     QString title() const;
-    /// The property Description: "org.example.notes, version 2.1 (42), for Android 8.0 (API 26) and later".
-    QString description() const;
-    /// The property Comment: the permissions in words, those first that need the user's consent. "Dangerous permissions:
-    /// take pictures and videos. Other permissions: have full network access", or "No permissions".
+    /// The property Subject: "org.example.notes, version 2.1 (42), for Android 8.0 (API 26) and later".
+    QString packageAndVersion() const;
+    /// The property Description: the permissions in words, those first that need the user's consent. "Dangerous
+    /// permissions: take pictures and videos. Other permissions: have full network access", or "No permissions".
     QString permissions() const;
-    /// The property Publisher: the name that each signer gave itself, with the first digits of its certificate's SHA-256
-    /// fingerprint, because anyone may choose any name. "CN=Jane (certificate 3934b45d38b65dc4)". Empty when the package,
-    /// or a package of the set, is not verified, and for a file of more than MaxVerifiedBytes. @p fileSize is the size of
-    /// the file. Reads the whole file.
+    /// The property Publisher: the name that each signer gave itself, with the first digits of its certificate's
+    /// SHA-256 fingerprint, because anyone may choose any name. "CN=Jane (certificate 3934b45d38b65dc4)". Empty when
+    /// the package, or a package of the set, is not verified, and for a file of more than MaxVerifiedBytes. @p fileSize
+    /// is the size of the file. Reads the whole file.
     QString signer(qint64 fileSize) const;
 
 private:

@@ -5,8 +5,8 @@
 #include <QByteArray>
 
 /**
- * The program `sorrel-thumbnailer` of this plugin's installation, which draws an icon in a process of its own. It limits
- * its processor time and its memory.
+ * The program `sorrel-thumbnailer` of this plugin's installation, which draws an icon in a process of its own. It
+ * limits its processor time and its memory.
  */
 namespace ThumbnailProgram {
 
@@ -16,8 +16,8 @@ constexpr int MaxSeconds = 300;
 /// The maximum size of a picture in bytes: above that of 1024 x 1024 pixels without compression.
 constexpr int MaxBytes = 8 << 20;
 
-/// The icon of the package in the file @p path, drawn @p size pixels wide and high in the shape @p shape, as a PNG file;
-/// empty when there is none. Blocks until the program ends.
+/// The icon of the package in the file @p path, drawn @p size pixels wide and high in the shape @p shape, as a PNG
+/// file; empty when there is none. Blocks until the program ends.
 QByteArray png(const QByteArray &path, int size, const QByteArray &shape);
 
 } // namespace ThumbnailProgram

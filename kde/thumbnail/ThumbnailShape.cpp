@@ -7,7 +7,7 @@
 QByteArray ThumbnailShape::name()
 {
     const KConfig config(QStringLiteral("sorrelrc"), KConfig::NoGlobals);
-    const QByteArray shape = config.group(QStringLiteral("Thumbnails")).readEntry("Shape", QByteArray());
+    QByteArray shape = config.group(QStringLiteral("Thumbnails")).readEntry("Shape", QByteArray());
     for (const char *known : {"circle", "rounded", "squircle"}) {
         if (shape == known)
             return shape;

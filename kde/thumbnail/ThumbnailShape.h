@@ -4,8 +4,8 @@
 
 #include <QByteArray>
 
-/// The shape of adaptive icons in thumbnails, which the user sets in the file `sorrelrc` of KDE's configuration: the key
-/// `Shape` of the group `Thumbnails`.
+/// The shape of adaptive icons in thumbnails, which the user sets in the file `sorrelrc` of KDE's configuration: the
+/// key `Shape` of the group `Thumbnails`.
 namespace ThumbnailShape {
 
 /// The user's shape as `sorrel-thumbnailer --shape` takes it: "circle", "rounded", "squircle", or "none", which is also

@@ -143,10 +143,10 @@ void TestPackageExtractor::facts()
                                               QStringLiteral("2.1"), {permission("INTERNET"), permission("CAMERA")}));
     QCOMPARE(int(properties.size()), 3);
     QCOMPARE(properties.value(Property::Title).toString(), QStringLiteral("Camera"));
-    QCOMPARE(properties.value(Property::Description).toString(),
+    QCOMPARE(properties.value(Property::Subject).toString(),
              QStringLiteral("org.example.camera, version 2.1 (7), for Android 8.0 (API 26) and later"));
-    QCOMPARE(properties.value(Property::Comment).toString(), QStringLiteral("Dangerous permissions: camera. "
-                                                                            "Other permissions: internet"));
+    QCOMPARE(properties.value(Property::Description).toString(), QStringLiteral("Dangerous permissions: camera. "
+                                                                                "Other permissions: internet"));
 }
 
 void TestPackageExtractor::languages()
@@ -172,10 +172,10 @@ void TestPackageExtractor::versions()
     QFETCH(QString, version);
     QFETCH(QString, expected);
     const auto properties = extract(packageOf(QStringLiteral("a.b"), QStringLiteral("A"), version));
-    QCOMPARE(properties.value(Property::Description).toString(),
+    QCOMPARE(properties.value(Property::Subject).toString(),
              expected + QStringLiteral("for Android 8.0 (API 26) and later"));
     const QByteArray none = package(emptyTable(), smallManifest());
-    QCOMPARE(extract(none).value(Property::Description).toString(),
+    QCOMPARE(extract(none).value(Property::Subject).toString(),
              QStringLiteral("org.example.app, for Android 1.0 (API 1) and later"));
 }
 
@@ -195,7 +195,7 @@ void TestPackageExtractor::permissions()
     QFETCH(QStringList, names);
     QFETCH(QString, expected);
     const auto properties = extract(packageOf(QStringLiteral("a.b"), QStringLiteral("A"), QStringLiteral("1"), names));
-    QCOMPARE(properties.value(Property::Comment).toString(), expected);
+    QCOMPARE(properties.value(Property::Description).toString(), expected);
 }
 
 void TestPackageExtractor::permissionsUpToTheCeiling()
@@ -205,7 +205,7 @@ void TestPackageExtractor::permissionsUpToTheCeiling()
         names.append(QStringLiteral("org.x.P%1").arg(number));
     const auto text = [&] {
         return extract(packageOf(QStringLiteral("a.b"), QStringLiteral("A"), QStringLiteral("1"), names))
-            .value(Property::Comment)
+            .value(Property::Description)
             .toString();
     };
     QCOMPARE(text(), QStringLiteral("Other permissions: ") + names.join(QStringLiteral("; ")));
@@ -232,7 +232,7 @@ void TestPackageExtractor::signer()
     QFETCH(QString, file);
     QFETCH(bool, isVerified);
     const auto properties = extract(file);
-    QVERIFY(properties.contains(Property::Description));
+    QVERIFY(properties.contains(Property::Subject));
     QCOMPARE(properties.contains(Property::Publisher), isVerified);
     if (!isVerified)
         return;
@@ -280,10 +280,10 @@ void TestPackageExtractor::texts()
     QFETCH(QString, expected);
     const auto properties = extract(packageOf(text, text, text, {text}));
     QCOMPARE(properties.value(Property::Title).toString(), expected);
-    QCOMPARE(properties.value(Property::Description).toString(),
+    QCOMPARE(properties.value(Property::Subject).toString(),
              expected + QStringLiteral(", version ") + expected
                  + QStringLiteral(" (7), for Android 8.0 (API 26) and later"));
-    QCOMPARE(properties.value(Property::Comment).toString(), QStringLiteral("Other permissions: ") + expected);
+    QCOMPARE(properties.value(Property::Description).toString(), QStringLiteral("Other permissions: ") + expected);
 }
 
 void TestPackageExtractor::longTexts()
@@ -339,7 +339,7 @@ void TestPackageExtractor::damagedFiles()
         QByteArray bytes = good;
         bytes[at] = char(~bytes.at(at));
         const auto properties = extract(bytes);
-        QCOMPARE(properties.contains(Property::Title), properties.contains(Property::Comment));
+        QCOMPARE(properties.contains(Property::Title), properties.contains(Property::Description));
         for (const QVariant &value : properties)
             QVERIFY(value.toString() == printableText(value.toString()));
         known += properties.isEmpty() ? 0 : 1;

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# installed.sh PREFIX LIBDIR VERSION SUFFIX [PART...]: checks that exactly the files of installed.txt are installed below PREFIX,
-# besides the optional documentation, that the libraries have their sonames, and that the tools, pkg-config and qmake know the
-# version. PART is an optional part that is built: qml or kde.
+# installed.sh PREFIX LIBDIR VERSION SUFFIX [PART...]: checks that exactly the files of installed.txt are installed below
+# PREFIX, besides the optional documentation, that the libraries have their sonames, and that the tools, pkg-config and qmake
+# know the version. PART is an optional part that is built: qml or kde.
 set -euo pipefail
 prefix=$1 libdir=$2 version=$3 suffix=$4
 shift 4

@@ -63,14 +63,14 @@ class Window:
                 file.write(DARK)
             self.environment.update(QT_QPA_PLATFORMTHEME="kde", XDG_CURRENT_DESKTOP="KDE", KDE_FULL_SESSION="true",
                                     KDE_SESSION_VERSION="5")
-        self.command, self.title = command, title
+        self.command, self.pattern = command, f"^{re.escape(title)}$"
 
     def run(self, *command):
         return subprocess.run(command, env=self.environment, stdout=subprocess.PIPE, timeout=120, check=True).stdout
 
     def __enter__(self):
         self.program = subprocess.Popen(self.command, env=self.environment)
-        found = self.run("xdotool", "search", "--sync", "--onlyvisible", "--name", f"^{re.escape(self.title)}$")
+        found = self.run("xdotool", "search", "--sync", "--onlyvisible", "--name", self.pattern)
         self.id = found.decode().split()[0]
         return self
 
