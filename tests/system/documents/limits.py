@@ -53,7 +53,7 @@ def stated(text):
 
 
 def main():
-    known = constants(["src", "kit", "tools"])
+    known = constants(["src", "kit", "qml", "tools", "viewer"])
     faults, described = [], set()
     page = (SOURCE / "docs/limits.md").read_text()
     for owner, name, number in COST.findall(page):
@@ -68,7 +68,7 @@ def main():
             continue
         numbers = list(stated(values))
         # A constant outside of a class is named with its file.
-        file = re.search(r"\((\w+)\.cpp\)", title)
+        file = re.search(r"\((\w+)\.(?:cpp|h)\)", title)
         owner = file and file[1]
         for index, (named, name) in enumerate(re.findall(r"`(?:(\w+)::)?((?:Max|Min|Free)\w+)`", title)):
             owner = named or owner
@@ -79,7 +79,7 @@ def main():
             elif value(known[owners[0], name][0], owners[0], known) != numbers[min(index, len(numbers) - 1)]:
                 faults.append(f"{owner}::{name} is {known[owners[0], name][0]}, not {values}")
     for (owner, name), (_, path) in known.items():
-        is_public = path.suffix == ".h" and "tools" not in path.relative_to(SOURCE).parts
+        is_public = path.suffix == ".h" and path.relative_to(SOURCE).parts[0] not in ("tools", "viewer")
         if is_public and (owner, name) not in described | NO_LIMITS:
             faults.append(f"docs/limits.md has no {owner}::{name}")
     if not described:
