@@ -77,7 +77,7 @@ constexpr int MaxValueLength = 512;
 /// Characters of the manifest.
 constexpr int MaxManifestLength = 8 << 20;
 /// Characters of all texts in a list together. Each takes at most 6 bytes in a line.
-constexpr int MaxListLength = 8 << 20;
+constexpr int MaxListLength = 4 << 20;
 /// Languages whose label is looked up because no value has just their tag.
 constexpr int MaxLabelLookups = 128;
 
