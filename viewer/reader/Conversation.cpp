@@ -93,7 +93,7 @@ bool Viewer::Conversation::answer(const QJsonObject &request)
         const quint32 id = m_resources.find(request.value(QLatin1String("name")).toString());
         answers = {{"drawable", [&, id] { return m_pictures.drawable(request, id); }}};
     } else if (want == QLatin1String("locale")) {
-        m_subject.locale = QLocale(request.value(QLatin1String("tag")).toString());
+        m_subject.locale = localeOf(request.value(QLatin1String("tag")).toString());
         if (m_other)
             m_other->locale = m_subject.locale;
         answers = localizedTopics();

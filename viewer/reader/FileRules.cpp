@@ -33,13 +33,15 @@ struct PathAttribute {
 // The files of the system, and those that the C library reads for the number of processors and the limit of memory.
 constexpr const char *SystemFiles[] = {"/usr", "/proc/sys/vm/overcommit_memory", "/sys/devices/system/cpu/online"};
 
-void allowReading(int ruleset, const char *path)
+void allowReading(int ruleset, const char *path, bool allowsFolder)
 {
     const int file = ::open(path, O_PATH | O_CLOEXEC);
     struct stat status = {};
     if (file < 0)
         return;
-    if (::fstat(file, &status) == 0) {
+    const bool isKnown = ::fstat(file, &status) == 0;
+    // A rule for a folder is also one for all files below it.
+    if (isKnown && (allowsFolder || !S_ISDIR(status.st_mode))) {
         const PathAttribute rule{S_ISDIR(status.st_mode) ? ReadFile | ReadDirectory : ReadFile, file};
         ::syscall(AddRule, ruleset, PathBeneath, &rule, 0);
     }
@@ -58,9 +60,9 @@ bool Viewer::FileRules::apply(const QList<QByteArray> &files)
     if (ruleset < 0)
         return false;
     for (const char *const path : SystemFiles)
-        allowReading(ruleset, path);
+        allowReading(ruleset, path, true);
     for (const QByteArray &path : files)
-        allowReading(ruleset, path.constData());
+        allowReading(ruleset, path.constData(), false);
     const bool isRestricted = ::syscall(RestrictSelf, ruleset, 0) == 0;
     ::close(ruleset);
     return isRestricted;

@@ -103,7 +103,7 @@ QString Viewer::PictureTopics::entryIcon(const Entry &entry)
         return *known;
     if (m_drawn >= Protocol::MaxEntryIcons)
         return {};
-    const QString png = base64(m_renderer.icon(entry, IconRequest(EntryIconSize)));
+    QString png = base64(m_renderer.icon(entry, IconRequest(EntryIconSize)));
     m_drawn = m_renderer.error().code() == IconError::Code::TooMuch ? Protocol::MaxEntryIcons : m_drawn + 1;
     // Without a resource, an icon is the path of a file.
     if (resource != 0)

@@ -15,6 +15,11 @@ QStringList Viewer::Subject::packagePaths() const
     return paths;
 }
 
+QLocale Viewer::localeOf(const QString &tag)
+{
+    return tag.isEmpty() ? QLocale::system() : QLocale(tag);
+}
+
 QString Viewer::cutText(const QString &text, int length)
 {
     constexpr char16_t Ellipsis = 0x2026;

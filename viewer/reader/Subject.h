@@ -25,6 +25,8 @@ struct Subject {
     QStringList packagePaths() const;
 };
 
+/// The locale of the language tag @p tag; that of the user when it is empty.
+QLocale localeOf(const QString &tag);
 /// @p text cut to @p length characters.
 QString cutText(const QString &text, int length);
 /// The same for texts in lists and heads.

@@ -136,21 +136,21 @@ bool addRules(scmp_filter_ctx filter)
     constexpr scmp_datum_t Writing = O_ACCMODE | O_CREAT | O_TRUNC | O_APPEND;
     const auto self = scmp_datum_t(::getpid());
     const Condition conditions[] = {
-        {SCMP_SYS(open), SCMP_A1(SCMP_CMP_MASKED_EQ, Writing, O_RDONLY)},
-        {SCMP_SYS(openat), SCMP_A2(SCMP_CMP_MASKED_EQ, Writing, O_RDONLY)},
-        {SCMP_SYS(mmap), SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)},
-        {SCMP_SYS(mmap2), SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)},
-        {SCMP_SYS(mprotect), SCMP_A2(SCMP_CMP_MASKED_EQ, PROT_EXEC, 0)},
+        {SCMP_SYS(open), {1, SCMP_CMP_MASKED_EQ, Writing, O_RDONLY}},
+        {SCMP_SYS(openat), {2, SCMP_CMP_MASKED_EQ, Writing, O_RDONLY}},
+        {SCMP_SYS(mmap), {2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0}},
+        {SCMP_SYS(mmap2), {2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0}},
+        {SCMP_SYS(mprotect), {2, SCMP_CMP_MASKED_EQ, PROT_EXEC, 0}},
         // Threads, no processes.
-        {SCMP_SYS(clone), SCMP_A0(SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD)},
-        {SCMP_SYS(tgkill), SCMP_A0(SCMP_CMP_EQ, self)},
-        {SCMP_SYS(prlimit64), SCMP_A2(SCMP_CMP_EQ, 0)},
-        {SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_EQ, PR_SET_NAME)},
-        {SCMP_SYS(prctl), SCMP_A0(SCMP_CMP_EQ, PR_GET_NAME)},
-        {SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, F_GETFD)},
-        {SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, F_SETFD)},
-        {SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, F_GETFL)},
-        {SCMP_SYS(fcntl), SCMP_A1(SCMP_CMP_EQ, F_DUPFD_CLOEXEC)},
+        {SCMP_SYS(clone), {0, SCMP_CMP_MASKED_EQ, CLONE_THREAD, CLONE_THREAD}},
+        {SCMP_SYS(tgkill), {0, SCMP_CMP_EQ, self, 0}},
+        {SCMP_SYS(prlimit64), {2, SCMP_CMP_EQ, 0, 0}},
+        {SCMP_SYS(prctl), {0, SCMP_CMP_EQ, PR_SET_NAME, 0}},
+        {SCMP_SYS(prctl), {0, SCMP_CMP_EQ, PR_GET_NAME, 0}},
+        {SCMP_SYS(fcntl), {1, SCMP_CMP_EQ, F_GETFD, 0}},
+        {SCMP_SYS(fcntl), {1, SCMP_CMP_EQ, F_SETFD, 0}},
+        {SCMP_SYS(fcntl), {1, SCMP_CMP_EQ, F_GETFL, 0}},
+        {SCMP_SYS(fcntl), {1, SCMP_CMP_EQ, F_DUPFD_CLOEXEC, 0}},
     };
     return all(AllowedCalls, SCMP_ACT_ALLOW) && all(DeadlyCalls, SCMP_ACT_KILL_PROCESS)
            && all(MissingCalls, SCMP_ACT_ERRNO(ENOSYS))

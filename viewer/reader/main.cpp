@@ -66,7 +66,7 @@ int main(int argc, char *argv[])
     QStringList sandbox = parser.values(within);
     if (!parser.isSet(unconfined))
         sandbox += Sandbox::enter(files + QList<QByteArray>{QFile::encodeName(Platform::installed().fileName())});
-    const QLocale texts = parser.isSet(locale) ? QLocale(parser.value(locale)) : QLocale::system();
+    const QLocale texts = localeOf(parser.value(locale));
     try {
         const Subject subject = subjectOf(files.constFirst(), texts, sandbox);
         std::optional<Subject> other;

@@ -32,8 +32,8 @@ enum class Kind {
 };
 
 struct Member {
-    const char *name;
-    Kind kind;
+    const char *name = nullptr;
+    Kind kind = Kind::None;
     bool isOptional = false;
 };
 
@@ -41,9 +41,9 @@ constexpr int MaxMembers = 16;
 
 /// A topic: its members, and those of each of its items.
 struct Topic {
-    const char *name;
-    Member members[MaxMembers];
-    Member items[MaxMembers];
+    const char *name = nullptr;
+    Member members[MaxMembers] = {};
+    Member items[MaxMembers] = {};
     bool isReport = false; ///< whether a schema describes more members than are listed here
 };
 
@@ -244,7 +244,7 @@ QString wrongItem(QJsonArray *items, const Member (&members)[MaxMembers])
         const QJsonValue value = items->at(i);
         const QJsonObject item = value.toObject();
         int count = 0;
-        const QString wrong = value.isObject() ? wrongMember(item, members, &count) : QStringLiteral("item");
+        QString wrong = value.isObject() ? wrongMember(item, members, &count) : QStringLiteral("item");
         if (!wrong.isEmpty())
             return wrong;
         if (count != item.size())

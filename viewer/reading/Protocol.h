@@ -45,7 +45,7 @@
  * |            | `shape`: "none", "circle", "rounded",    |                                                           |
  * |            | "squircle"; `night`, `monochrome`        |                                                           |
  * | `drawable` | `name` as `resources` has it, `size`     | `drawable`: `name`, `size`, `png`, `error`                |
- * | `locale`   | `tag` after BCP 47                       | `head`, `permissions`, `launchers`, or `head` and         |
+ * | `locale`   | `tag` after BCP 47; "" for the user's     | `head`, `permissions`, `launchers`, or `head` and         |
  * |            |                                          | `otherHead` of a comparison                               |
  *
  * `done` follows the last answer to each request, also to one that the reader does not know.
@@ -77,7 +77,7 @@ constexpr int MaxValueLength = 512;
 /// Characters of the manifest.
 constexpr int MaxManifestLength = 8 << 20;
 /// Characters of all texts in a list together. Each takes at most 6 bytes in a line.
-constexpr int MaxListLength = 8 << 20;
+constexpr int MaxListLength = 4 << 20;
 /// Languages whose label is looked up because no value has just their tag.
 constexpr int MaxLabelLookups = 128;
 

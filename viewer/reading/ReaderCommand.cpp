@@ -127,7 +127,8 @@ void Viewer::ReaderCommand::wrap(const QStringList &files)
         m_wrapping += readable(QFileInfo(platform).absoluteFilePath());
     for (const QString &file : files) {
         const QString path = realPath(FileName(file));
-        if (path.isEmpty())
+        // A folder would be readable with all that is in it.
+        if (!QFileInfo(path).isFile())
             return;
         m_wrapping += readable(path);
     }

@@ -149,7 +149,7 @@ void Viewer::Reading::readOutput()
 
 bool Viewer::Reading::handle(const QByteArray &line)
 {
-    QJsonParseError error;
+    QJsonParseError error = {};
     const QJsonDocument document = QJsonDocument::fromJson(line, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject())
         return false;

@@ -12,7 +12,7 @@ QString cutLine(const QString &text)
 {
     constexpr char16_t Ellipsis = 0x2026;
     // Only a part of a huge text is looked at. White space may be most of it.
-    const QString line = text.left(2 * Viewer::MaxSafeText).simplified();
+    QString line = text.left(2 * Viewer::MaxSafeText).simplified();
     if (text.size() <= 2 * Viewer::MaxSafeText && line.size() <= Viewer::MaxSafeText)
         return line;
     return line.left(Viewer::MaxSafeText) + QChar(Ellipsis);
@@ -27,7 +27,7 @@ QString Viewer::safeText(const QString &text)
 
 QString Viewer::safePart(const QString &text)
 {
-    const QString safe = safeText(text);
+    QString safe = safeText(text);
     if (safe.isEmpty() || safe.startsWith(QChar(FirstStrongIsolate)))
         return safe;
     return QChar(FirstStrongIsolate) + safe + QChar(PopDirectionalIsolate);

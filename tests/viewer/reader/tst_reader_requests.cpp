@@ -53,6 +53,7 @@ private:
 
 void TestReaderRequests::initTestCase()
 {
+    qputenv("LC_ALL", "C.UTF-8");
     m_file = writeFile(m_directory.filePath(QStringLiteral("notes.apk")), notesPackage());
 }
 
@@ -151,6 +152,9 @@ void TestReaderRequests::locale()
     QCOMPARE(topics, (QStringList{QStringLiteral("head"), QStringLiteral("permissions"), QStringLiteral("launchers")}));
     QCOMPARE(answers.at(0).value(QLatin1String("label")).toString(), QStringLiteral("Notizen"));
     QCOMPARE(valuesOf(answers.at(2), "label").constFirst(), QStringLiteral("Notizen"));
+    // That of the user.
+    const QList<QJsonObject> again = reader.ask(wanted("locale", {{QStringLiteral("tag"), QString()}}));
+    QCOMPARE(again.at(0).value(QLatin1String("label")).toString(), QStringLiteral("Notes"));
 }
 
 void TestReaderRequests::unknownRequests_data()

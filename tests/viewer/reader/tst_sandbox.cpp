@@ -26,6 +26,7 @@ private slots:
     void kills();
     void otherFiles_data();
     void otherFiles();
+    void foldersAreNoFiles();
 
 private:
     struct Result {
@@ -34,16 +35,18 @@ private:
         int status = 0; ///< or the number of the signal
     };
 
-    Result run(const QString &action, const QString &path = {}) const;
+    /// Runs the probe with @p readable readable, package.apk by default.
+    Result run(const QString &action, const QString &path = {}, const QString &readable = {}) const;
     QString file(const char *name) const { return m_directory.filePath(QLatin1String(name)); }
 
     QTemporaryDir m_directory;
 };
 
-TestSandbox::Result TestSandbox::run(const QString &action, const QString &path) const
+TestSandbox::Result TestSandbox::run(const QString &action, const QString &path, const QString &readable) const
 {
     QProcess process;
-    process.start(QStringLiteral(SORREL_SANDBOX_PROBE), {file("package.apk"), action, path});
+    process.start(QStringLiteral(SORREL_SANDBOX_PROBE),
+                  {readable.isEmpty() ? file("package.apk") : readable, action, path});
     if (!process.waitForFinished())
         return {{}, QProcess::CrashExit, -1};
     const QString names = QString::fromLatin1(process.readAllStandardOutput()).trimmed();
@@ -139,6 +142,14 @@ void TestSandbox::otherFiles()
     if (!result.sandbox.contains(QStringLiteral("landlock")))
         QSKIP("the system has no Landlock", "the macro wants a second argument");
     QCOMPARE(result.status, status);
+}
+
+void TestSandbox::foldersAreNoFiles()
+{
+    const Result result = run(QStringLiteral("read"), file("other.txt"), m_directory.path());
+    if (!result.sandbox.contains(QStringLiteral("landlock")))
+        QSKIP("the system has no Landlock", "the macro wants a second argument");
+    QCOMPARE(result.status, EACCES);
 }
 
 QTEST_GUILESS_MAIN(TestSandbox)

@@ -18,6 +18,8 @@ namespace {
 constexpr char Hello[] = R"(echo '{"topic":"hello","protocol":1}')";
 constexpr char Languages[] = R"(echo '{"topic":"languages","items":[]}')";
 constexpr char End[] = R"(echo '{"topic":"end"}')";
+/// Far above what any script takes, in milliseconds.
+constexpr int Patience = 30000;
 /// Waits for the end of the input, as the reader does.
 constexpr char Wait[] = "cat >/dev/null";
 
@@ -81,7 +83,7 @@ void TestReading::answers()
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
     QVERIFY(answered.isEmpty());
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(answered.size(), 2);
     QCOMPARE(answered.at(0).at(0).toString(), QStringLiteral("languages"));
     QVERIFY(answered.at(0).at(1).toJsonObject().value(QLatin1String("items")).isArray());
@@ -99,11 +101,11 @@ void TestReading::requests()
     QSignalSpy answered(&reading, &Reading::answered);
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     reading.request({{QStringLiteral("want"), QStringLiteral("first")}});
-    QVERIFY(answered.wait());
+    QVERIFY(answered.wait(Patience));
     reading.request({{QStringLiteral("want"), QStringLiteral("second")}});
-    QVERIFY(answered.wait());
+    QVERIFY(answered.wait(Patience));
     const auto name = [&](int number) {
         return answered.at(number).at(1).toJsonObject().value(QLatin1String("name")).toString();
     };
@@ -122,7 +124,7 @@ void TestReading::earlyRequests()
     reading.request({{QStringLiteral("want"), QStringLiteral("nothing")}});
     reading.open(path("a.apk"));
     reading.request({{QStringLiteral("want"), QStringLiteral("early")}});
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(answered.size(), 1);
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(), QStringLiteral("wantearly"));
 }
@@ -159,7 +161,7 @@ void TestReading::hostileReaders()
     QSignalSpy answered(&reading, &Reading::answered);
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     QVERIFY(!failed.at(0).at(0).toString().isEmpty());
     QVERIFY(answered.size() <= 16);
     // Nothing follows.
@@ -174,7 +176,7 @@ void TestReading::missingReader()
     Reading reading;
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.size() == 1 || failed.wait());
+    QVERIFY(failed.size() == 1 || failed.wait(Patience));
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("The program that reads packages could not be started."));
 }
 
@@ -185,7 +187,7 @@ void TestReading::longLines()
     Reading reading;
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait(30000));
+    QVERIFY(failed.wait(Patience));
     QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("unexpected")));
 }
 
@@ -195,7 +197,7 @@ void TestReading::endlessOutput()
     Reading reading;
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait(30000));
+    QVERIFY(failed.wait(Patience));
     QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("unexpected")));
 }
 
@@ -206,7 +208,7 @@ void TestReading::silence()
     reading.setPatience(300);
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("Reading the package took too long."));
 }
 
@@ -214,13 +216,13 @@ void TestReading::silenceAfterARequest()
 {
     useScript({Hello, End, Wait});
     Reading reading;
-    reading.setPatience(300);
     QSignalSpy failed(&reading, &Reading::failed);
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
+    reading.setPatience(300);
     reading.request({{QStringLiteral("want"), QStringLiteral("icon")}});
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("Reading the package took too long."));
 }
 
@@ -228,11 +230,11 @@ void TestReading::noPatienceIsNeededWhenNothingIsDue()
 {
     useScript({Hello, End, Wait});
     Reading reading;
-    reading.setPatience(300);
     QSignalSpy failed(&reading, &Reading::failed);
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
+    reading.setPatience(300);
     QTest::qWait(600);
     QCOMPARE(failed.size(), 0);
 }
@@ -243,7 +245,7 @@ void TestReading::memory()
     Reading reading;
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("Reading the package took too much memory."));
 }
 
@@ -253,7 +255,7 @@ void TestReading::errorsOfTheReaderAreDropped()
     Reading reading;
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
 }
 
 void TestReading::anotherFile()
@@ -265,16 +267,16 @@ void TestReading::anotherFile()
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("first.apk"));
     reading.open(path("second.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(answered.size(), 1);
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(), QStringLiteral("second.apk"));
     // After a failure, too.
     useScript({"exit 1"});
     reading.open(path("third.apk"));
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     useScript({Hello, End, Wait});
     reading.open(path("fourth.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(failed.size(), 1);
 }
 
@@ -290,7 +292,7 @@ void TestReading::anotherFileInASlot()
     });
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("first.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(topics,
              (QStringList{QStringLiteral("first.apk"), QStringLiteral("second.apk"), QStringLiteral("languages")}));
 }
@@ -304,19 +306,19 @@ void TestReading::destructionInASlot()
         connect(reading, &Reading::answered, reading, [reading] { delete reading; });
         connect(reading, &Reading::failed, reading, [reading] { delete reading; });
         reading->open(path("a.apk"));
-        QVERIFY(destroyed.wait());
+        QVERIFY(destroyed.wait(Patience));
     }
 }
 
 void TestReading::endsTheReader()
 {
-    useScript({Hello, R"(echo '{"topic":"manifest","text":"'$$'"}')", "sleep 1000 & wait"});
+    useScript({Hello, R"(echo '{"topic":"manifest","text":"'$$'"}')", "exec sleep 1000"});
     qint64 process = 0;
     {
         Reading reading;
         QSignalSpy answered(&reading, &Reading::answered);
         reading.open(path("a.apk"));
-        QVERIFY(answered.wait());
+        QVERIFY(answered.wait(Patience));
         process = answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString().toLongLong();
         QVERIFY(process > 0);
         QCOMPARE(::kill(pid_t(process), 0), 0);
@@ -330,7 +332,7 @@ void TestReading::failsOnce()
     Reading reading;
     QSignalSpy failed(&reading, &Reading::failed);
     reading.open(path("a.apk"));
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     QTest::qWait(100);
     QCOMPARE(failed.size(), 1);
 }
@@ -344,7 +346,7 @@ void TestReading::argumentsOfTheReader()
     // A name with a quote, and with a byte that is no UTF-8.
     reading.open(QStringLiteral("/x/it's ") + QChar(0xdcff) + QStringLiteral(".apk"), QStringLiteral("de-AT"),
                  QStringLiteral("/x/--compare"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(),
              QStringLiteral("file:///x/it%27s%20%FF.apk|--compare|file:///x/--compare|--locale|de-AT|--unconfined|"));
 }
@@ -359,7 +361,7 @@ void TestReading::environmentOfTheReader()
     QSignalSpy answered(&reading, &Reading::answered);
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(path("a.apk"));
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     qputenv("SORREL_PLATFORM", QByteArray());
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString(), QStringLiteral("|none.apk"));
 }
@@ -377,10 +379,10 @@ void TestReading::bubblewrapThatDoesNotWork()
     QSignalSpy failed(&reading, &Reading::failed);
     QSignalSpy finished(&reading, &Reading::finished);
     reading.open(package);
-    QVERIFY(failed.wait());
+    QVERIFY(failed.wait(Patience));
     qunsetenv("SORREL_VIEWER_SANDBOX");
     reading.open(package);
-    QVERIFY(finished.wait());
+    QVERIFY(finished.wait(Patience));
     QCOMPARE(failed.size(), 1);
     qputenv("PATH", oldPath);
 }

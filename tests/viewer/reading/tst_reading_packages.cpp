@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "Reading.h"
 
+#include <QImage>
 #include <QJsonArray>
 #include <QSignalSpy>
 #include <QStandardPaths>
@@ -127,7 +128,7 @@ void TestReadingPackages::languages()
     answered.clear();
     reading.request(
         {{QStringLiteral("want"), QStringLiteral("locale")}, {QStringLiteral("tag"), QStringLiteral("de")}});
-    QTRY_COMPARE(answered.size(), 3);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 3, 30000);
     QCOMPARE(answered.at(0).at(0).toString(), QStringLiteral("head"));
     QCOMPARE(answered.at(0).at(1).toJsonObject().value(QLatin1String("label")).toString(), QStringLiteral("Notizen"));
 }
@@ -143,7 +144,7 @@ void TestReadingPackages::pictures()
     reading.request({{QStringLiteral("want"), QStringLiteral("icon")},
                      {QStringLiteral("size"), 48},
                      {QStringLiteral("shape"), QStringLiteral("circle")}});
-    QTRY_COMPARE(answered.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(answered.size(), 1, 30000);
     const QJsonObject icon = answered.at(0).at(1).toJsonObject();
     QCOMPARE(icon.value(QLatin1String("shape")).toString(), QStringLiteral("circle"));
     const QImage picture =
