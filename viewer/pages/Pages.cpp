@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "pages/Pages.h"
+
+#include "pages/PermissionsPage.h"
+
+namespace Viewer {
+
+QList<Page *> makePages(QWidget *parent)
+{
+    return {new PermissionsPage(parent)};
+}
+
+} // namespace Viewer
