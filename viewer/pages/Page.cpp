@@ -3,20 +3,40 @@
 
 #include "pages/parts/ShownText.h"
 
+#include <QJsonArray>
 #include <QLabel>
 #include <QStackedLayout>
 #include <QStyle>
+#include <QVBoxLayout>
 
 namespace Viewer {
 
-Page::Page(QWidget *parent) : QWidget(parent), m_stack(new QStackedLayout(this)), m_message(new QLabel(this))
+namespace {
+
+// A screen reader and the keyboard reach the text, and a long word does not widen the window.
+QLabel *plainLabel(QWidget *parent)
 {
-    m_message->setTextFormat(Qt::PlainText);
-    m_message->setWordWrap(true);
+    auto *const label = new QLabel(parent);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    return label;
+}
+
+} // namespace
+
+Page::Page(QWidget *parent)
+    : QWidget(parent), m_notice(plainLabel(this)), m_stack(new QStackedLayout), m_message(plainLabel(this))
+{
+    auto *const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_notice);
+    layout->addLayout(m_stack, 1);
+    m_notice->setMargin(style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2);
+    m_notice->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Minimum);
+    m_notice->hide();
     m_message->setAlignment(Qt::AlignCenter);
     m_message->setMargin(style()->pixelMetric(QStyle::PM_LayoutLeftMargin));
-    // A screen reader and the keyboard reach the text, and a long word does not widen the window.
-    m_message->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_message->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);
     m_stack->addWidget(m_message);
     showReading();
@@ -25,6 +45,11 @@ Page::Page(QWidget *parent) : QWidget(parent), m_stack(new QStackedLayout(this))
 QString Page::message() const
 {
     return m_stack->currentWidget() == m_message ? m_message->text() : QString();
+}
+
+QString Page::notice() const
+{
+    return m_notice->text();
 }
 
 void Page::setView(QWidget *view)
@@ -49,16 +74,27 @@ void Page::showMessage(const QString &text)
 
 void Page::showReading()
 {
+    setNotice({});
     showMessage(tr("Reading..."));
 }
 
 bool Page::takeError(const QJsonObject &content)
 {
-    const QString error = content.value(QLatin1String("error")).toString();
-    if (error.isEmpty())
+    const QString error = shownText(content.value(QLatin1String("error")).toString());
+    const bool hasFacts = !content.value(QLatin1String("items")).toArray().isEmpty()
+                          || !content.value(QLatin1String("text")).toString().isEmpty();
+    setNotice(hasFacts ? error : QString());
+    if (error.isEmpty() || hasFacts)
         return false;
-    showMessage(shownText(error));
+    showMessage(error);
     return true;
+}
+
+void Page::setNotice(const QString &text)
+{
+    m_notice->setText(text);
+    m_notice->setAccessibleName(text);
+    m_notice->setVisible(!text.isEmpty());
 }
 
 } // namespace Viewer

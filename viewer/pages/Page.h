@@ -36,6 +36,8 @@ public:
 
     /// The text that the page shows instead of facts; empty when it shows facts.
     QString message() const;
+    /// The text above the facts: why they are not complete; empty when they are.
+    QString notice() const;
 
 Q_SIGNALS:
     /// The page needs facts that are only read on demand.
@@ -48,10 +50,14 @@ protected:
     /// Shows @p text in place of the facts.
     void showMessage(const QString &text);
     void showReading();
-    /// Shows the text "error" of @p content, if there is one. Returns whether there is.
+    /// Shows the text "error" of @p content: above the facts, if @p content has a list or a text besides, else in place of
+    /// them. Returns whether it is in place of them. Call it first for every topic.
     bool takeError(const QJsonObject &content);
+    /// Shows @p text above the facts; nothing when it is empty.
+    void setNotice(const QString &text);
 
 private:
+    QLabel *const m_notice;
     QStackedLayout *const m_stack;
     QLabel *const m_message;
     QWidget *m_view = nullptr;

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pages/Pages.h"
 
+#include "pages/ContentsPage.h"
 #include "pages/PermissionsPage.h"
 
 namespace Viewer {
 
 QList<Page *> makePages(QWidget *parent)
 {
-    return {new PermissionsPage(parent)};
+    return {new PermissionsPage(parent), new ContentsPage(parent)};
 }
 
 } // namespace Viewer

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "pages/treemap/MemberKind.h"
+
+#include <QCoreApplication>
+
+namespace Viewer {
+
+MemberKind memberKind(const QString &path)
+{
+    if (path.startsWith(QLatin1String("res/")) || path == QLatin1String("resources.arsc")
+        || path == QLatin1String("AndroidManifest.xml"))
+        return MemberKind::Resources;
+    if (path.startsWith(QLatin1String("lib/")))
+        return MemberKind::Libraries;
+    if (path.startsWith(QLatin1String("assets/")))
+        return MemberKind::Assets;
+    if (path.startsWith(QLatin1String("META-INF/")))
+        return MemberKind::Signatures;
+    return path.endsWith(QLatin1String(".dex")) ? MemberKind::Code : MemberKind::Other;
+}
+
+QString memberKindName(MemberKind kind)
+{
+    switch (kind) {
+    case MemberKind::Code:
+        return QCoreApplication::translate("Viewer::MemberKind", "code");
+    case MemberKind::Resources:
+        return QCoreApplication::translate("Viewer::MemberKind", "resources");
+    case MemberKind::Libraries:
+        return QCoreApplication::translate("Viewer::MemberKind", "native libraries");
+    case MemberKind::Assets:
+        return QCoreApplication::translate("Viewer::MemberKind", "assets");
+    case MemberKind::Signatures:
+        return QCoreApplication::translate("Viewer::MemberKind", "META-INF");
+    case MemberKind::Other:
+        break;
+    }
+    return QCoreApplication::translate("Viewer::MemberKind", "other");
+}
+
+} // namespace Viewer
