@@ -3,14 +3,14 @@
 
 #include "pages/parts/CopyAction.h"
 #include "pages/parts/ElidedLabel.h"
-#include "pages/parts/ShownText.h"
+#include "pages/parts/FactList.h"
+#include "pages/parts/PlainToolTip.h"
 #include "pages/treemap/MemberModel.h"
 #include "pages/treemap/TreemapLegend.h"
 #include "pages/treemap/TreemapView.h"
 
 #include <QBoxLayout>
 #include <QHeaderView>
-#include <QJsonArray>
 #include <QSplitter>
 #include <QStyle>
 #include <QToolButton>
@@ -84,11 +84,10 @@ void ContentsPage::take(const QString &, const QJsonObject &content)
 {
     if (takeError(content))
         return;
-    const QJsonArray items = content.value(QLatin1String("items")).toArray();
-    setItems(items);
-    const int missing = leftOut(content, int(items.size()) - MemberTree::MaxMembers);
-    if (missing > 0 && notice().isEmpty())
-        setNotice(tr("Members that are not shown: %1").arg(missing));
+    const FactList facts(content, MemberTree::MaxMembers);
+    setItems(facts.items());
+    if (facts.leftOut() > 0 && notice().isEmpty())
+        setNotice(tr("Members that are not shown: %1").arg(facts.leftOut()));
     if (m_model->rowCount() == 0)
         showMessage(tr("This package has no members."));
     else
@@ -101,7 +100,7 @@ void ContentsPage::clear()
     showReading();
 }
 
-void ContentsPage::setItems(const QJsonArray &items)
+void ContentsPage::setItems(const QList<QJsonObject> &items)
 {
     const auto tree = std::make_shared<const MemberTree>(items);
     m_isSynchronizing = true;
@@ -131,7 +130,7 @@ void ContentsPage::describe(int node)
 {
     const MemberTree &tree = m_treemap->tree();
     m_details->setText(node < 0 ? QString()
-                                : tr("%1: %2", "member and facts").arg(tree.shownName(node), tree.description(node)));
+                                : tr("%1: %2", "member and facts").arg(tree.shownPart(node), tree.description(node)));
 }
 
 } // namespace Viewer

@@ -30,7 +30,7 @@ public:
     void clear() override;
 
 private:
-    void setItems(const QJsonArray &items);
+    void setItems(const QList<QJsonObject> &items);
     void showCurrent(int node);
     void showFolder(int folder);
     void describe(int node);

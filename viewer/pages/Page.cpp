@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pages/Page.h"
 
-#include "pages/parts/ShownText.h"
+#include "reading/SafeText.h"
 
 #include <QJsonArray>
 #include <QLabel>
@@ -80,7 +80,7 @@ void Page::showReading()
 
 bool Page::takeError(const QJsonObject &content)
 {
-    const QString error = shownText(content.value(QLatin1String("error")).toString());
+    const QString error = safeText(content.value(QLatin1String("error")).toString());
     const bool hasFacts = !content.value(QLatin1String("items")).toArray().isEmpty()
                           || !content.value(QLatin1String("text")).toString().isEmpty();
     setNotice(hasFacts ? error : QString());

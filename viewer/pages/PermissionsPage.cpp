@@ -3,9 +3,9 @@
 
 #include "pages/parts/CardModel.h"
 #include "pages/parts/CardView.h"
-#include "pages/parts/ShownText.h"
+#include "pages/parts/FactList.h"
+#include "reading/SafeText.h"
 
-#include <QJsonArray>
 #include <QStyle>
 
 namespace Viewer {
@@ -33,17 +33,16 @@ void PermissionsPage::take(const QString &, const QJsonObject &content)
         return;
     QList<Card> dangerous;
     QList<Card> others;
-    const QJsonArray items = content.value(QLatin1String("items")).toArray();
-    for (int i = 0; i < qMin(int(items.size()), CardModel::MaxCards); ++i) {
-        const QJsonObject item = items.at(i).toObject();
+    const FactList facts(content, CardModel::MaxCards);
+    for (const QJsonObject &item : facts.items()) {
         const QString name = item.value(QLatin1String("name")).toString();
         const QString label = item.value(QLatin1String("label")).toString();
         if (name.isEmpty() && label.isEmpty())
             continue;
         Card card;
-        card.title = shownText(label.isEmpty() ? name : label);
-        card.description = shownText(item.value(QLatin1String("description")).toString());
-        card.name = label.isEmpty() ? QString() : shownText(name);
+        card.title = safeText(label.isEmpty() ? name : label);
+        card.description = safeText(item.value(QLatin1String("description")).toString());
+        card.name = label.isEmpty() ? QString() : safeText(name);
         card.original = name;
         if (item.value(QLatin1String("isDangerous")).toBool()) {
             card.badge = tr("Dangerous");
@@ -61,7 +60,7 @@ void PermissionsPage::take(const QString &, const QJsonObject &content)
     if (!others.isEmpty())
         cards.append(Card::heading(tr("Gets without asking")));
     cards += others;
-    m_model->setCards(cards, leftOut(content, int(items.size()) - CardModel::MaxCards));
+    m_model->setCards(cards, facts.leftOut());
     if (cards.isEmpty())
         showMessage(tr("This package asks for no permissions."));
     else

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pages/parts/CardModel.h"
 
-#include "pages/parts/ShownText.h"
+#include "pages/parts/PlainToolTip.h"
 
 #include <QStringList>
 

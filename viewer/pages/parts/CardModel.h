@@ -8,7 +8,7 @@
 
 namespace Viewer {
 
-/// A row of CardView. The texts are as they are shown: strangers' texts went through shownText().
+/// A row of CardView. The texts are as they are shown: strangers' texts went through safeText().
 struct Card {
     QString title;       ///< one line
     QString badge;       ///< a word before the title, such as "Dangerous"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pages/parts/ElidedLabel.h"
 
-#include "pages/parts/ShownText.h"
+#include "pages/parts/PlainToolTip.h"
 #include "pages/parts/TextLines.h"
 
 #include <QPainter>

@@ -15,7 +15,7 @@ public:
     explicit ElidedLabel(QWidget *parent = nullptr);
 
     QString text() const { return m_text; }
-    /// Shows @p text, which went through shownText().
+    /// Shows @p text, which went through safeText().
     void setText(const QString &text);
 
     QSize sizeHint() const override;

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pages/treemap/MemberTree.h"
 
-#include "pages/parts/ShownText.h"
+#include "reading/SafeText.h"
 
 #include <QCoreApplication>
 #include <QHash>
-#include <QJsonObject>
 #include <QLocale>
 #include <QPair>
 
@@ -27,14 +26,14 @@ QString treeText(const char *source)
 
 } // namespace
 
-MemberTree::MemberTree(const QJsonArray &items)
+MemberTree::MemberTree(const QList<QJsonObject> &items)
 {
     m_nodes.append(Node());
     m_nodes.first().isFolder = true;
     QHash<QPair<int, QString>, int> folders;
     const int count = qMin(int(items.size()), MaxMembers);
     for (int i = 0; i < count; ++i) {
-        const QJsonObject item = items.at(i).toObject();
+        const QJsonObject &item = items.at(i);
         const QString path = item.value(QLatin1String("name")).toString();
         if (path.isEmpty())
             continue;
@@ -130,8 +129,14 @@ QString MemberTree::shownName(int number) const
 {
     if (number == 0)
         return treeText(QT_TRANSLATE_NOOP("Viewer::MemberTree", "the package"));
-    const QString name = shownText(m_nodes.at(number).name);
+    const QString name = safeText(m_nodes.at(number).name);
     return name.isEmpty() ? treeText(QT_TRANSLATE_NOOP("Viewer::MemberTree", "(no name)")) : name;
+}
+
+QString MemberTree::shownPart(int number) const
+{
+    const QString part = safePart(m_nodes.at(number).name);
+    return part.isEmpty() ? shownName(number) : part;
 }
 
 double MemberTree::share(int number) const

@@ -4,7 +4,8 @@
 
 #include "pages/treemap/MemberKind.h"
 
-#include <QJsonArray>
+#include <QJsonObject>
+#include <QList>
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -39,10 +40,10 @@ public:
     };
 
     /// A package without members.
-    MemberTree() : MemberTree(QJsonArray()) {}
-    /// The tree of the first MaxMembers of @p items: objects of "name", "size" and "packed". Takes time in proportion to
+    MemberTree() : MemberTree(QList<QJsonObject>()) {}
+    /// The tree of the first MaxMembers of @p items, which have "name", "size" and "packed". Takes time in proportion to
     /// their number, times its logarithm.
-    explicit MemberTree(const QJsonArray &items);
+    explicit MemberTree(const QList<QJsonObject> &items);
 
     int count() const { return int(m_nodes.size()); }
     const Node &node(int number) const { return m_nodes.at(number); }
@@ -53,6 +54,8 @@ public:
     QStringList shownPath(int number) const;
     /// The name of the node as it is shown.
     QString shownName(int number) const;
+    /// The same for a part of a sentence.
+    QString shownPart(int number) const;
     /// The size of the node in proportion to the package, 0 to 1.
     double share(int number) const;
     /// The share in per cent, in the user's language.

@@ -2,7 +2,7 @@
 #include "pages/treemap/TreemapView.h"
 
 #include "pages/parts/CopyAction.h"
-#include "pages/parts/ShownText.h"
+#include "pages/parts/PlainToolTip.h"
 #include "pages/treemap/TreemapColors.h"
 #include "pages/treemap/TreemapLayout.h"
 

@@ -56,8 +56,8 @@ private slots:
 
 void TestMemberTree::foldersAndFiles()
 {
-    const MemberTree tree(QJsonArray{member("res/a.png", 10), member("classes.dex", 100), member("res/b/c.xml", 200),
-                                     member("res/b/d.xml", 5)});
+    const MemberTree tree(QList<QJsonObject>{member("res/a.png", 10), member("classes.dex", 100),
+                                             member("res/b/c.xml", 200), member("res/b/d.xml", 5)});
     QCOMPARE(lines(tree), (QStringList{QStringLiteral("res/ 215"), QStringLiteral("res/b/ 205"),
                                        QStringLiteral("res/b/c.xml 200"), QStringLiteral("res/b/d.xml 5"),
                                        QStringLiteral("res/a.png 10"), QStringLiteral("classes.dex 100")}));
@@ -77,14 +77,14 @@ void TestMemberTree::kinds()
     QCOMPARE(kindOf("assets/classes.dex"), MemberKind::Assets);
     QCOMPARE(kindOf("META-INF/MANIFEST.MF"), MemberKind::Signatures);
     QCOMPARE(kindOf("kotlin/a.kotlin_builtins"), MemberKind::Other);
-    const MemberTree tree(QJsonArray{member("lib/x86/liba.so", 10)});
+    const MemberTree tree(QList<QJsonObject>{member("lib/x86/liba.so", 10)});
     QCOMPARE(tree.node(1).kind, MemberKind::Libraries);
 }
 
 void TestMemberTree::texts()
 {
     QLocale::setDefault(QLocale::c());
-    const MemberTree tree(QJsonArray{member("lib/a.so", 3072), member("b", 1024)});
+    const MemberTree tree(QList<QJsonObject>{member("lib/a.so", 3072), member("b", 1024)});
     QCOMPARE(tree.description(1), QStringLiteral("folder (files: 1), 3.0 KiB, 1.5 KiB packed, 75.0 % of the package"));
     QCOMPARE(tree.description(2), QStringLiteral("native libraries, 3.0 KiB, 1.5 KiB packed, 75.0 % of the package"));
     QCOMPARE(tree.shownName(0), QStringLiteral("the package"));
@@ -95,7 +95,7 @@ void TestMemberTree::texts()
 
 void TestMemberTree::entriesOfFolders()
 {
-    const MemberTree tree(QJsonArray{member("a/", 0), member("b/", 7)});
+    const MemberTree tree(QList<QJsonObject>{member("a/", 0), member("b/", 7)});
     QCOMPARE(lines(tree), (QStringList{QStringLiteral("b/ 7"), QStringLiteral("b/ 7"), QStringLiteral("a/ 0")}));
     QCOMPARE(tree.shownName(tree.node(tree.node(0).children.constFirst()).children.constFirst()),
              QStringLiteral("(no name)"));
@@ -104,19 +104,19 @@ void TestMemberTree::entriesOfFolders()
 void TestMemberTree::oddPaths()
 {
     for (const char *path : {"/a", "a//b", "../../x", "//", "a/b/", "."}) {
-        const MemberTree tree(QJsonArray{member(path, 9)});
+        const MemberTree tree(QList<QJsonObject>{member(path, 9)});
         QCOMPARE(tree.path(tree.count() - 1), QString::fromUtf8(path));
     }
-    QCOMPARE(MemberTree(QJsonArray{member("", 9), 1, QJsonObject()}).count(), 1);
+    QCOMPARE(MemberTree(QList<QJsonObject>{member("", 9), QJsonObject()}).count(), 1);
     // A file and a folder of one name, and two files of one name.
-    const MemberTree tree(QJsonArray{member("a", 3), member("a/b", 2), member("a", 1)});
+    const MemberTree tree(QList<QJsonObject>{member("a", 3), member("a/b", 2), member("a", 1)});
     QCOMPARE(lines(tree), (QStringList{QStringLiteral("a 3"), QStringLiteral("a/ 2"), QStringLiteral("a/b 2"),
                                        QStringLiteral("a 1")}));
 }
 
 void TestMemberTree::sizesHaveACeiling()
 {
-    QJsonArray items;
+    QList<QJsonObject> items;
     for (int i = 0; i < MemberTree::MaxMembers; ++i)
         items.append(member(QString::number(i), 1e300, 1e300));
     items[0] = member(QStringLiteral("negative"), -5, -1e300);
@@ -128,7 +128,7 @@ void TestMemberTree::sizesHaveACeiling()
 
 void TestMemberTree::membersHaveACeiling()
 {
-    QJsonArray items;
+    QList<QJsonObject> items;
     for (int i = 0; i < MemberTree::MaxMembers; ++i)
         items.append(member(QString::number(i), 1, 1));
     QCOMPARE(MemberTree(items).node(0).files, MemberTree::MaxMembers);
@@ -140,20 +140,20 @@ void TestMemberTree::depthHasACeiling()
 {
     const auto deepest = [](int folders) {
         const QString path = QStringLiteral("a/").repeated(folders) + QStringLiteral("file");
-        const MemberTree tree(QJsonArray{member(path, 1, 1)});
+        const MemberTree tree(QList<QJsonObject>{member(path, 1, 1)});
         const int last = tree.count() - 1;
         return tree.path(last) == path ? tree.node(last).name : QStringLiteral("another path");
     };
     QCOMPARE(deepest(MemberTree::MaxDepth), QStringLiteral("file"));
     QCOMPARE(deepest(MemberTree::MaxDepth + 1), QStringLiteral("a/file"));
     QCOMPARE(deepest(30000).size(), (30000 - MemberTree::MaxDepth) * 2 + 4);
-    const MemberTree tree(QJsonArray{member("a/b/c/d/e", 1)});
+    const MemberTree tree(QList<QJsonObject>{member("a/b/c/d/e", 1)});
     QCOMPARE(tree.shownPath(5).size(), MemberTree::MaxShownNames + 1);
 }
 
 void TestMemberTree::nodesHaveACeiling()
 {
-    QJsonArray items;
+    QList<QJsonObject> items;
     for (int i = 0; i < MemberTree::MaxMembers; ++i)
         items.append(member(QString::number(i) + QStringLiteral("/x/y/z/f"), 1, 1));
     const MemberTree tree(items);
@@ -168,7 +168,7 @@ void TestMemberTree::model()
     QLocale::setDefault(QLocale::c());
     MemberModel model;
     QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
-    model.setTree(std::make_shared<MemberTree>(QJsonArray{member("lib/a.so", 3072), member("b", 1024)}));
+    model.setTree(std::make_shared<MemberTree>(QList<QJsonObject>{member("lib/a.so", 3072), member("b", 1024)}));
     const QModelIndex lib = model.index(0, 0);
     QCOMPARE(model.rowCount(), 2);
     QCOMPARE(model.rowCount(lib), 1);
