@@ -2,7 +2,10 @@
 #include "PageFacts.h"
 
 #include "pages/Page.h"
+#include "pages/parts/CardModel.h"
 
+#include <QBuffer>
+#include <QImage>
 #include <QJsonArray>
 #include <QLabel>
 #include <QtTest>
@@ -103,8 +106,11 @@ bool PageFacts::isSafe(const QString &shown)
 QStringList PageFacts::shownTexts(const QAbstractItemModel &model)
 {
     QStringList texts;
-    // The user roles of the pages' models: those of CardModel that are shown.
     collectTexts(model, {}, {Qt::DisplayRole, Qt::AccessibleTextRole, Qt::AccessibleDescriptionRole}, &texts);
+    if (qobject_cast<const Viewer::CardModel *>(&model) != nullptr)
+        collectTexts(model, {},
+                     {Viewer::CardModel::BadgeRole, Viewer::CardModel::DescriptionRole, Viewer::CardModel::NameRole},
+                     &texts);
     return texts;
 }
 
@@ -126,6 +132,17 @@ QJsonObject PageFacts::listOf(const QList<QJsonObject> &items)
     for (const QJsonObject &item : items)
         array.append(item);
     return {{QStringLiteral("items"), array}};
+}
+
+QString PageFacts::png(int side, const QColor &color)
+{
+    QImage picture(side, side, QImage::Format_ARGB32);
+    picture.fill(color);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return QString::fromLatin1(bytes.toBase64());
 }
 
 void PageFacts::checkStates(Viewer::Page *page, const QString &topic, const QJsonObject &content)

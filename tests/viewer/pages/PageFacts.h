@@ -3,6 +3,7 @@
 #define PAGEFACTS_H
 
 #include <QAbstractItemModel>
+#include <QColor>
 #include <QJsonObject>
 #include <QStringList>
 
@@ -33,6 +34,9 @@ int forEachWrongType(const QJsonObject &content, const std::function<void(const 
 
 /// The object {"items": [@p items...]}.
 QJsonObject listOf(const QList<QJsonObject> &items);
+
+/// A picture of @p side pixels as a PNG file in Base64.
+QString png(int side, const QColor &color = Qt::red);
 
 /// Each page shows that it reads until facts came, and their error as plain text.
 void checkStates(Viewer::Page *page, const QString &topic, const QJsonObject &content);

@@ -38,8 +38,9 @@ public:
         : m_margin(option.fontMetrics.height() / 3),
           m_isHeading(index.data(CardModel::HeadingRole).toBool()),
           m_iconSize(m_isHeading ? QSize(0, 0) : option.decorationSize),
-          m_badge(index.data(CardModel::BadgeRole).toString(), boldFont(option.font), textWidth(width), 1),
-          m_title(index.data(Qt::DisplayRole).toString(), titleFont(option.font), textWidth(width), 1),
+          m_badge(index.data(CardModel::BadgeRole).toString()),
+          m_badgeWidth(m_badge.isEmpty() ? 0 : QFontMetrics(option.font).horizontalAdvance(m_badge) + 2 * m_margin),
+          m_title(index.data(Qt::DisplayRole).toString(), titleFont(option.font), textWidth(width) - titleLeft(), 1),
           m_description(index.data(CardModel::DescriptionRole).toString(), option.font, textWidth(width),
                         CardDelegate::MaxLines),
           m_name(index.data(CardModel::NameRole).toString(), scaledFont(option.font, 0.9), textWidth(width), 1)
@@ -48,7 +49,7 @@ public:
 
     int height() const
     {
-        const int texts = m_badge.height() + m_title.height() + m_description.height() + m_name.height();
+        const int texts = m_title.height() + m_description.height() + m_name.height();
         return qMax(m_iconSize.height(), texts) + 2 * m_margin + (m_isHeading ? m_margin : 0);
     }
 
@@ -74,13 +75,33 @@ public:
             part.paint(painter, QStyle::visualRect(option.direction, inner, line), option.direction);
             line.translate(0, part.height());
         };
-        paintPart(m_badge, index.data(CardModel::AlarmingRole).toBool() ? alarm : text);
+        line.setHeight(m_title.height());
+        paintBadge(painter, option, QStyle::visualRect(option.direction, inner, line),
+                   index.data(CardModel::AlarmingRole).toBool() ? alarm : text);
+        line.setLeft(line.left() + titleLeft());
         paintPart(m_title, text);
+        line.setLeft(inner.left() + textLeft());
         paintPart(m_description, text);
         paintPart(m_name, faint);
     }
 
 private:
+    // A word in a frame, where the line begins.
+    void paintBadge(QPainter *painter, const QStyleOptionViewItem &option, const QRect &line, const QColor &color) const
+    {
+        if (m_badge.isEmpty())
+            return;
+        const QRect badge(line.topLeft(), QSize(m_badgeWidth, line.height()));
+        const QRect place = QStyle::visualRect(option.direction, line, badge);
+        painter->setPen(color);
+        painter->setFont(option.font);
+        painter->drawText(place, int(Qt::AlignCenter | Qt::TextSingleLine), m_badge);
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->drawRoundedRect(QRectF(place).adjusted(0.5, 0.5, -0.5, -0.5), m_margin / 2.0, m_margin / 2.0);
+        painter->setRenderHint(QPainter::Antialiasing, false);
+    }
+
+    int titleLeft() const { return m_badgeWidth == 0 ? 0 : m_badgeWidth + m_margin; }
     QFont titleFont(const QFont &font) const { return boldFont(m_isHeading ? scaledFont(font, 1.15) : font); }
     int textLeft() const { return m_iconSize.width() == 0 ? 0 : m_iconSize.width() + 2 * m_margin; }
     int textWidth(int width) const { return width - 2 * m_margin - textLeft(); }
@@ -88,7 +109,8 @@ private:
     const int m_margin;
     const bool m_isHeading;
     const QSize m_iconSize;
-    const TextLines m_badge;
+    const QString m_badge;
+    const int m_badgeWidth;
     const TextLines m_title;
     const TextLines m_description;
     const TextLines m_name;

@@ -13,7 +13,7 @@ QString plainToolTip(const QStringList &lines)
         if (!line.isEmpty())
             shown.append(line);
     }
-    return shown.isEmpty() ? QString() : Qt::convertFromPlainText(shown.join(QLatin1Char('\n')));
+    return shown.isEmpty() ? QString() : Qt::convertFromPlainText(shown.join(QLatin1Char('\n')), Qt::WhiteSpaceNormal);
 }
 
 } // namespace Viewer

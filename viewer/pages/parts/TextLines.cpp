@@ -19,7 +19,9 @@ TextLines::TextLines(const QString &text, const QFont &font, int width, int maxL
     int at = 0;
     if (maxLines > 1) {
         QTextLayout layout(text, font);
-        layout.setTextOption(QTextOption());
+        QTextOption option;
+        option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+        layout.setTextOption(option);
         layout.beginLayout();
         while (int(m_lines.size()) < maxLines - 1 && at < text.size()) {
             QTextLine line = layout.createLine();

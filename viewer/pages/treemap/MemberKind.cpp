@@ -5,7 +5,9 @@
 
 namespace Viewer {
 
-MemberKind memberKind(const QString &path)
+namespace {
+
+MemberKind memberKindInPackage(const QString &path)
 {
     if (path.startsWith(QLatin1String("res/")) || path == QLatin1String("resources.arsc")
         || path == QLatin1String("AndroidManifest.xml"))
@@ -17,6 +19,17 @@ MemberKind memberKind(const QString &path)
     if (path.startsWith(QLatin1String("META-INF/")))
         return MemberKind::Signatures;
     return path.endsWith(QLatin1String(".dex")) ? MemberKind::Code : MemberKind::Other;
+}
+
+} // namespace
+
+MemberKind memberKind(const QString &path)
+{
+    // A package in a set, which is no file of its own package.
+    const int package = int(path.indexOf(QLatin1String(".apk/")));
+    if (package >= 0 && !path.startsWith(QLatin1String("assets/")) && !path.startsWith(QLatin1String("res/")))
+        return memberKindInPackage(path.mid(package + 5));
+    return memberKindInPackage(path);
 }
 
 QString memberKindName(MemberKind kind)

@@ -77,6 +77,10 @@ void TestMemberTree::kinds()
     QCOMPARE(kindOf("assets/classes.dex"), MemberKind::Assets);
     QCOMPARE(kindOf("META-INF/MANIFEST.MF"), MemberKind::Signatures);
     QCOMPARE(kindOf("kotlin/a.kotlin_builtins"), MemberKind::Other);
+    // Packages in a set.
+    QCOMPARE(kindOf("base.apk/res/a.xml"), MemberKind::Resources);
+    QCOMPARE(kindOf("splits/base-x86.apk/lib/x86/liba.so"), MemberKind::Libraries);
+    QCOMPARE(kindOf("assets/other.apk/classes.dex"), MemberKind::Assets);
     const MemberTree tree(QList<QJsonObject>{member("lib/x86/liba.so", 10)});
     QCOMPARE(tree.node(1).kind, MemberKind::Libraries);
 }
