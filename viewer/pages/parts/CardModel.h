@@ -37,7 +37,7 @@ public:
         HeadingRole,
     };
 
-    static constexpr int MaxCards = 8192;
+    static constexpr int MaxCards = 2048;
 
     using QAbstractListModel::QAbstractListModel;
 
