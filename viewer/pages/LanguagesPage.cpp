@@ -30,6 +30,7 @@ LanguagesPage::LanguagesPage(QWidget *parent)
 {
     m_model->setTitles({tr("Language"), tr("Tag"), tr("Name of the application")});
     m_table->setAccessibleName(title());
+    m_table->setShortColumn(1);
     setView(m_table);
 }
 

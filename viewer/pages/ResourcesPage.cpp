@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QListView>
 #include <QLocale>
+#include <QStyle>
 #include <QTabWidget>
 
 namespace Viewer {
@@ -38,6 +39,7 @@ ResourcesPage::ResourcesPage(QWidget *parent)
 
     auto *const table = new FactTableView(m_list);
     table->setAccessibleName(title());
+    table->setShortColumn(1);
     addGallery();
     m_tabs->addTab(table, QString());
     m_tabs->addTab(m_gallery, QString());
@@ -47,7 +49,11 @@ ResourcesPage::ResourcesPage(QWidget *parent)
     auto *const view = new QWidget;
     auto *const rows = new QVBoxLayout(view);
     rows->setContentsMargins(0, 0, 0, 0);
-    rows->addWidget(m_field);
+    auto *const top = new QHBoxLayout;
+    const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2;
+    top->setContentsMargins(margin, margin, margin, 0);
+    top->addWidget(m_field);
+    rows->addLayout(top);
     rows->addWidget(m_tabs, 1);
     view->setFocusProxy(m_field);
     setView(view);

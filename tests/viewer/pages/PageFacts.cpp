@@ -5,7 +5,6 @@
 #include "pages/parts/CardModel.h"
 
 #include <QBuffer>
-#include <QImage>
 #include <QJsonArray>
 #include <QLabel>
 #include <QtTest>
@@ -138,6 +137,11 @@ QString PageFacts::png(int side, const QColor &color)
 {
     QImage picture(side, side, QImage::Format_ARGB32);
     picture.fill(color);
+    return pngOf(picture);
+}
+
+QString PageFacts::pngOf(const QImage &picture)
+{
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemModel>
 #include <QColor>
+#include <QImage>
 #include <QJsonObject>
 #include <QStringList>
 
@@ -37,6 +38,8 @@ QJsonObject listOf(const QList<QJsonObject> &items);
 
 /// A picture of @p side pixels as a PNG file in Base64.
 QString png(int side, const QColor &color = Qt::red);
+/// The same of a picture.
+QString pngOf(const QImage &picture);
 
 /// Each page shows that it reads until facts came, and their error as plain text.
 void checkStates(Viewer::Page *page, const QString &topic, const QJsonObject &content);

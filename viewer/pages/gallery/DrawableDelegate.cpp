@@ -4,6 +4,7 @@
 #include "pages/gallery/DrawableStore.h"
 #include "pages/parts/FactTable.h"
 #include "pages/parts/TextLines.h"
+#include "reading/SafeText.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -59,7 +60,8 @@ void DrawableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
     painter->setClipRect(option.rect, Qt::IntersectClip);
     style->drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, widget);
     painter->setPen(option.palette.color(group, isSelected ? QPalette::HighlightedText : QPalette::Text));
-    const DrawableStore::Drawable *const drawable = m_store->look(index.data(FactTable::OriginalRole).toString());
+    const QString resource = index.data(FactTable::OriginalRole).toString();
+    const DrawableStore::Drawable *const drawable = m_store->look(resource);
     if (drawable != nullptr && !drawable->picture.isNull()) {
         paintChecks(painter, place);
         painter->setRenderHint(QPainter::SmoothPixmapTransform);
@@ -71,7 +73,10 @@ void DrawableDelegate::paint(QPainter *painter, const QStyleOptionViewItem &opti
         lines.paint(painter, place, option.direction);
         painter->drawRect(place.adjusted(0, 0, -1, -1));
     }
-    TextLines(index.data().toString(), option.font, name.width(), 1).paint(painter, name, option.direction);
+    // Package and type are the same for many.
+    const QString shortName = safeText(resource.section(QLatin1Char('/'), -1));
+    TextLines(shortName.isEmpty() ? index.data().toString() : shortName, option.font, name.width(), 1)
+        .paint(painter, name, option.direction);
     if ((option.state & QStyle::State_HasFocus) != 0) {
         QStyleOptionFocusRect focus;
         focus.QStyleOption::operator=(option);

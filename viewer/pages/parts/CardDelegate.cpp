@@ -122,6 +122,8 @@ void CardDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, 
 {
     QStyleOptionViewItem card = option;
     initStyleOption(&card, index);
+    if (index.data(CardModel::HeadingRole).toBool())
+        card.state &= ~QStyle::State_MouseOver;
     const QWidget *const widget = option.widget;
     const QStyle *const style = widget != nullptr ? widget->style() : QApplication::style();
     painter->save();

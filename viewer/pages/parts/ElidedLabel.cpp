@@ -23,7 +23,8 @@ void ElidedLabel::setText(const QString &text)
 
 QSize ElidedLabel::sizeHint() const
 {
-    return QSize(20 * fontMetrics().averageCharWidth(), fontMetrics().height());
+    const int height = fontMetrics().height();
+    return QSize(20 * fontMetrics().averageCharWidth(), height + height / 3);
 }
 
 QSize ElidedLabel::minimumSizeHint() const
@@ -35,7 +36,9 @@ void ElidedLabel::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
     painter.setPen(palette().color(foregroundRole()));
-    TextLines(m_text, font(), width(), 1).paint(&painter, rect(), layoutDirection());
+    const int margin = fontMetrics().height() / 3;
+    const QRect place = rect().adjusted(margin, margin / 2, -margin, 0);
+    TextLines(m_text, font(), place.width(), 1).paint(&painter, place, layoutDirection());
 }
 
 } // namespace Viewer

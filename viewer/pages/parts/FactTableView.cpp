@@ -22,4 +22,10 @@ FactTableView::FactTableView(QAbstractItemModel *model, QWidget *parent) : QTree
     addCopyAction(this, [this] { return currentIndex().data(FactTable::OriginalRole).toString(); });
 }
 
+void FactTableView::setShortColumn(int column)
+{
+    header()->setSectionResizeMode(column, QHeaderView::Interactive);
+    header()->resizeSection(column, 14 * fontMetrics().averageCharWidth());
+}
+
 } // namespace Viewer

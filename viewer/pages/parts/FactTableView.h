@@ -14,6 +14,9 @@ class FactTableView : public QTreeView
 
 public:
     explicit FactTableView(QAbstractItemModel *model, QWidget *parent = nullptr);
+
+    /// Gives @p column room for a word; the others share the rest.
+    void setShortColumn(int column);
 };
 
 } // namespace Viewer

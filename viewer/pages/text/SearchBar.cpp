@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QPlainTextEdit>
+#include <QStyle>
 #include <QTextCursor>
 #include <QToolButton>
 
@@ -24,7 +25,8 @@ SearchBar::SearchBar(QPlainTextEdit *editor, QWidget *parent)
     m_field->installEventFilter(this);
     m_result->setTextFormat(Qt::PlainText);
     auto *const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
+    const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin) / 2;
+    layout->setContentsMargins(margin, margin, margin, 0);
     layout->addWidget(m_field, 1);
     addButton(tr("Previous match"), tr("Previous match (Shift+F3)"), Qt::UpArrow, &SearchBar::showPrevious);
     addButton(tr("Next match"), tr("Next match (F3)"), Qt::DownArrow, &SearchBar::showNext);

@@ -12,7 +12,7 @@ namespace Viewer {
 
 TreemapLegend::TreemapLegend(QWidget *parent) : QWidget(parent)
 {
-    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Minimum);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }
@@ -43,7 +43,7 @@ int TreemapLegend::entryWidth() const
 
 int TreemapLegend::columns(int width) const
 {
-    return qBound(1, width / entryWidth(), int(std::size(allMemberKinds)));
+    return qBound(1, (width - fontMetrics().height() / 3) / entryWidth(), int(std::size(allMemberKinds)));
 }
 
 void TreemapLegend::paintEvent(QPaintEvent *)
@@ -53,7 +53,7 @@ void TreemapLegend::paintEvent(QPaintEvent *)
     const int height = fontMetrics().height();
     const int inLine = columns(width());
     for (int i = 0; i < int(std::size(allMemberKinds)); ++i) {
-        const QRect entry((i % inLine) * entryWidth(), (i / inLine) * height, entryWidth(), height);
+        const QRect entry(height / 3 + (i % inLine) * entryWidth(), (i / inLine) * height, entryWidth(), height);
         const QRect swatch = entry.adjusted(0, height / 6, 0, -height / 6);
         const QRect square(swatch.topLeft(), QSize(swatch.height(), swatch.height()));
         const QColor fill = colors.file(allMemberKinds[i]);

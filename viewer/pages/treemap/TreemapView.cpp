@@ -112,7 +112,7 @@ void TreemapView::layOut(int folder, const QRectF &place)
         QRectF place;
     };
     const int title = fontMetrics().height();
-    const int margin = qMax(1, style()->pixelMetric(QStyle::PM_DefaultFrameWidth, nullptr, this));
+    const int margin = frameWidth();
     QVector<Part> parts{{folder, place}};
     while (!parts.isEmpty()) {
         const Part part = parts.takeLast();
@@ -246,8 +246,8 @@ void TreemapView::paintCell(QPainter *painter, const Cell &cell, const TreemapCo
     painter->setPen(colors.line(background));
     painter->drawRect(pixels.adjusted(0, 0, -1, -1));
     const int height = fontMetrics().height();
-    const int margin = fontMetrics().averageCharWidth() / 2;
-    const QRect text = pixels.adjusted(margin, 0, -margin, 0);
+    const int margin = qMax(frameWidth(), fontMetrics().averageCharWidth() / 2);
+    const QRect text = pixels.adjusted(margin, frameWidth(), -margin, 0);
     if (text.width() < 3 * fontMetrics().averageCharWidth() || text.height() < height)
         return;
     painter->setPen(colors.text(background));
@@ -261,15 +261,19 @@ void TreemapView::paintCurrent(QPainter *painter) const
     const Cell *const cell = cellOf(m_current);
     if (cell == nullptr)
         return;
-    const int width = 2 * qMax(1, style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this));
     const QColor color = palette().color(hasFocus() ? QPalette::Highlight : QPalette::Text);
     painter->setBrush(Qt::NoBrush);
     const QRect pixels = pixelsOf(cell->place);
     // A line in the colour of the background separates the frame from a cell of a similar colour.
-    for (int i = 0; i <= width; ++i) {
-        painter->setPen(i < width ? color : palette().color(QPalette::Base));
+    for (int i = 0; i <= frameWidth(); ++i) {
+        painter->setPen(i < frameWidth() ? color : palette().color(QPalette::Base));
         painter->drawRect(pixels.adjusted(i, i, -1 - i, -1 - i));
     }
+}
+
+int TreemapView::frameWidth() const
+{
+    return qMax(2, fontMetrics().height() / 6);
 }
 
 const TreemapView::Cell *TreemapView::cellOf(int node) const
