@@ -10,14 +10,14 @@ class TestShownXml : public QObject
     Q_OBJECT
 
 private slots:
-    void keepsUsualText();
+    void usualText();
     void lineLengthHasACeiling();
     void linesHaveACeiling();
     void charactersHaveACeiling();
     void steeringCharacters();
 };
 
-void TestShownXml::keepsUsualText()
+void TestShownXml::usualText()
 {
     for (const QString &text :
          {QString(), QStringLiteral("<a>\n  <b/>\n</a>"), QStringLiteral("\n\nx"), QStringLiteral("x")}) {
