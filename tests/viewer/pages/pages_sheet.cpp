@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // pages_sheet FACTS FOLDER [rtl]: paints each page of the viewer, light and dark, into PNG files in FOLDER. FACTS is
-// sheet.json: made-up content of topics. QT_SCALE_FACTOR=2 is a screen with twice the pixels.
+// sheet.json, which has made-up content of topics, or a file like it. QT_SCALE_FACTOR=2 is a screen with twice the pixels.
 #include "PageFacts.h"
 
 #include "pages/ComparisonPage.h"
@@ -59,7 +59,8 @@ QJsonObject withIcons(const QJsonObject &launchers)
     QList<QJsonObject> items;
     for (const QJsonValue &item : launchers.value(QLatin1String("items")).toArray()) {
         QJsonObject launcher = item.toObject();
-        launcher.insert(QStringLiteral("png"), pictureOf(int(items.size()), 64));
+        if (!launcher.contains(QLatin1String("png")))
+            launcher.insert(QStringLiteral("png"), pictureOf(int(items.size()), 64));
         items.append(launcher);
     }
     return PageFacts::listOf(items);
@@ -112,9 +113,9 @@ QJsonObject resources()
 
 QJsonObject factsOf(const QString &topic, const QJsonObject &facts)
 {
-    if (topic == QLatin1String("contents"))
+    if (topic == QLatin1String("contents") && !facts.contains(topic))
         return contents();
-    if (topic == QLatin1String("resources"))
+    if (topic == QLatin1String("resources") && !facts.contains(topic))
         return resources();
     const QJsonObject content = facts.value(topic).toObject();
     return topic == QLatin1String("launchers") ? withIcons(content) : content;

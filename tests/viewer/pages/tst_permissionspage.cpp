@@ -6,6 +6,7 @@
 #include "pages/parts/CardModel.h"
 #include "pages/parts/CardView.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QtTest>
@@ -86,6 +87,9 @@ void TestPermissionsPage::wordsBesideTheIcon()
     QCOMPARE(camera.data(Qt::AccessibleTextRole).toString(), QStringLiteral("Dangerous: take pictures"));
     QCOMPARE(camera.data(Qt::AccessibleDescriptionRole).toString(),
              QStringLiteral("about take pictures; android.permission.CAMERA"));
+    const QAccessibleInterface *const list = QAccessible::queryAccessibleInterface(page.findChild<CardView *>());
+    QCOMPARE(list->text(QAccessible::Name), QStringLiteral("Permissions"));
+    QCOMPARE(list->child(1)->text(QAccessible::Name), QStringLiteral("Dangerous: take pictures"));
     const QModelIndex network = page.model().index(3, 0);
     QCOMPARE(network.data(CardModel::BadgeRole).toString(), QString());
     QVERIFY(qvariant_cast<QIcon>(network.data(Qt::DecorationRole)).isNull());

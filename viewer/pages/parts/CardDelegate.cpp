@@ -40,7 +40,8 @@ public:
           m_iconSize(m_isHeading ? QSize(0, 0) : option.decorationSize),
           m_badge(index.data(CardModel::BadgeRole).toString()),
           m_badgeWidth(m_badge.isEmpty() ? 0 : QFontMetrics(option.font).horizontalAdvance(m_badge) + 2 * m_margin),
-          m_title(index.data(Qt::DisplayRole).toString(), titleFont(option.font), textWidth(width) - titleLeft(), 1),
+          m_title(index.data(Qt::DisplayRole).toString(), titleFont(option.font), textWidth(width) - titleLeft(),
+                  m_isHeading ? 1 : CardDelegate::MaxTitleLines),
           m_description(index.data(CardModel::DescriptionRole).toString(), option.font, textWidth(width),
                         CardDelegate::MaxLines),
           m_name(index.data(CardModel::NameRole).toString(), scaledFont(option.font, 0.9), textWidth(width), 1)

@@ -15,6 +15,7 @@ class CardDelegate : public QStyledItemDelegate
     Q_OBJECT
 
 public:
+    static constexpr int MaxTitleLines = 2;
     static constexpr int MaxLines = 3; ///< of a description
 
     using QStyledItemDelegate::QStyledItemDelegate;

@@ -10,7 +10,7 @@ namespace Viewer {
 
 /// A row of CardView. The texts are as they are shown: strangers' texts went through safeText().
 struct Card {
-    QString title;       ///< one line
+    QString title;       ///< up to CardDelegate::MaxTitleLines lines
     QString badge;       ///< a word before the title, such as "Dangerous"
     QString description; ///< up to CardDelegate::MaxLines lines
     QString name;        ///< a technical name, in small letters

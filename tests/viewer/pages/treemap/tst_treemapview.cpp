@@ -2,6 +2,7 @@
 #include "pages/treemap/TreemapView.h"
 #include "reading/SafeText.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QJsonObject>
 #include <QSignalSpy>
@@ -128,6 +129,9 @@ void TestTreemapView::currentCellIsAccessible()
     QCOMPARE(view.accessibleName(), QStringLiteral("res"));
     QCOMPARE(view.accessibleDescription(),
              QStringLiteral("folder (files: 3), 60 bytes, 60 bytes packed, 60.0 % of the package"));
+    const QAccessibleInterface *const accessible = QAccessible::queryAccessibleInterface(&view);
+    QCOMPARE(accessible->text(QAccessible::Name), view.accessibleName());
+    QCOMPARE(accessible->text(QAccessible::Description), view.accessibleDescription());
     view.setTree(std::make_shared<MemberTree>());
     QCOMPARE(view.accessibleName(), QStringLiteral("Contents by size"));
     QCOMPARE(view.accessibleDescription(), QString());
