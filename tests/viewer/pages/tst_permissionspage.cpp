@@ -56,6 +56,7 @@ private slots:
     void hostile();
     void wrongTypes();
     void manyPermissions();
+    void keyboardBeginsAtTheFirstPermission();
     void copiesTheName();
     void belongsToThePages();
 };
@@ -143,6 +144,21 @@ void TestPermissionsPage::manyPermissions()
     QCOMPARE(page.model().rowCount(), CardModel::MaxCards + 1);
     // 15 items, and one that the heading displaced.
     QCOMPARE(titles(page).constLast(), QStringLiteral("and 16 more"));
+}
+
+void TestPermissionsPage::keyboardBeginsAtTheFirstPermission()
+{
+    PermissionsPage page;
+    page.take(topic, usualFacts());
+    page.show();
+    auto *const cards = page.findChild<CardView *>();
+    cards->setFocus();
+    QCOMPARE(cards->currentIndex().row(), 1);
+    QVERIFY(cards->selectionModel()->selectedIndexes().isEmpty());
+    QTest::keyClick(cards, Qt::Key_End);
+    QCOMPARE(cards->currentIndex().data().toString(), QStringLiteral("com.example.OWN"));
+    page.clear();
+    QVERIFY(!cards->currentIndex().isValid());
 }
 
 void TestPermissionsPage::copiesTheName()

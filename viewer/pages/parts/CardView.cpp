@@ -20,7 +20,16 @@ CardView::CardView(CardModel *model, QWidget *parent) : QListView(parent)
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     const int side = style()->pixelMetric(QStyle::PM_ListViewIconSize, nullptr, this);
     setIconSize(QSize(side, side));
+    connect(model, &QAbstractItemModel::modelReset, this, &CardView::startAtCard);
     addCopyAction(this, [this] { return currentIndex().data(CardModel::OriginalRole).toString(); });
+}
+
+void CardView::startAtCard()
+{
+    int row = 0;
+    while (row < model()->rowCount() && model()->index(row, 0).data(CardModel::HeadingRole).toBool())
+        ++row;
+    selectionModel()->setCurrentIndex(model()->index(row, 0), QItemSelectionModel::NoUpdate);
 }
 
 } // namespace Viewer

@@ -15,6 +15,10 @@ class CardView : public QListView
 
 public:
     explicit CardView(CardModel *model, QWidget *parent = nullptr);
+
+private:
+    /// Makes the first row current that is no heading, so that the keyboard begins there.
+    void startAtCard();
 };
 
 } // namespace Viewer

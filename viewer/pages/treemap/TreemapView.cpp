@@ -251,7 +251,7 @@ void TreemapView::paintCell(QPainter *painter, const Cell &cell, const TreemapCo
     if (text.width() < 3 * fontMetrics().averageCharWidth() || text.height() < height)
         return;
     painter->setPen(colors.text(background));
-    const QRect line(text.topLeft(), QSize(text.width(), cell.hasTitle ? height : qMin(text.height(), 2 * height)));
+    const QRect line(text.topLeft(), QSize(text.width(), height));
     painter->drawText(line, int(Qt::AlignVCenter | Qt::AlignLeft | Qt::TextSingleLine),
                       fontMetrics().elidedText(m_tree->shownName(cell.node), Qt::ElideMiddle, text.width()));
 }
