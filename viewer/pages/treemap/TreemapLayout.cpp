@@ -19,18 +19,18 @@ double worstProportion(double least, double most, double sum, double side)
 TreemapLayout::TreemapLayout(const QVector<qint64> &sizes, const QRectF &place) : m_rects(sizes.size())
 {
     const int count = int(std::find(sizes.begin(), sizes.end(), 0) - sizes.begin());
-    double restSize = 0;
+    qint64 restSize = 0;
     for (int i = 0; i < count; ++i)
-        restSize += double(sizes.at(i));
+        restSize += sizes.at(i);
     QRectF rest = place;
     for (int begin = 0; begin < count && rest.width() > 0 && rest.height() > 0;) {
         // From the rest of the place, so that errors of rounding do not add up.
-        const double scale = rest.width() * rest.height() / restSize;
+        const double scale = rest.width() * rest.height() / double(restSize);
         const int end = rowEnd(sizes, begin, scale, std::min(rest.width(), rest.height()));
-        double rowSize = 0;
+        qint64 rowSize = 0;
         for (int i = begin; i < end; ++i)
-            rowSize += double(sizes.at(i));
-        placeRow(sizes, begin, end, rowSize, end == count ? 1 : rowSize / restSize, &rest);
+            rowSize += sizes.at(i);
+        placeRow(sizes, begin, end, double(rowSize), double(rowSize) / double(restSize), &rest);
         restSize -= rowSize;
         begin = end;
     }

@@ -17,7 +17,8 @@ namespace Viewer {
 class TreemapLayout
 {
 public:
-    /// The layout of @p sizes, in descending order, each 0 or more, in @p place.
+    /// The layout of @p sizes, in descending order, in @p place.
+    /// Precondition: each size is 0 or more, and their sum fits into 63 bits.
     TreemapLayout(const QVector<qint64> &sizes, const QRectF &place);
 
     /// One for each size, in the same order; a null rectangle for a size of 0, and for all when the place is empty.

@@ -17,6 +17,7 @@ private slots:
     void areasAreProportional();
     void emptySizes();
     void emptyPlace();
+    void sizesBelowThePrecision();
     void stepsAreBounded_data();
     void stepsAreBounded();
 };
@@ -96,6 +97,21 @@ void TestTreemapLayout::emptyPlace()
     QCOMPARE(TreemapLayout({3, 1}, QRectF(0, 0, -5, 10)).rects(), QVector<QRectF>(2));
 }
 
+// A size that is too small for the precision of the place may have no area, but no other one suffers.
+void TestTreemapLayout::sizesBelowThePrecision()
+{
+    QVector<qint64> sizes(60000, qint64(1) << 46);
+    sizes.append(QVector<qint64>(5535, 1));
+    const QRectF place(0, 0, 1000, 700);
+    const TreemapLayout layout(sizes, place);
+    for (int i = 0; i < int(sizes.size()); ++i) {
+        const QRectF &rect = layout.rects().at(i);
+        QVERIFY(rect.isEmpty() || place.adjusted(-1e-6, -1e-6, 1e-6, 1e-6).contains(rect));
+        QVERIFY(i >= 60000 || qAbs(rect.width() * rect.height() - 700000.0 / 60000) < 1e-6);
+    }
+    QVERIFY(layout.steps() <= 2 * sizes.size());
+}
+
 void TestTreemapLayout::stepsAreBounded_data()
 {
     QTest::addColumn<QVector<qint64>>("sizes");
@@ -103,7 +119,7 @@ void TestTreemapLayout::stepsAreBounded_data()
     QTest::newRow("equal") << QVector<qint64>(Most, 1);
     QVector<qint64> falling;
     for (int i = 0; i < Most; ++i)
-        falling.append(qMax(qint64(1), (qint64(1) << 46) >> (i / 1000)));
+        falling.append((qint64(1) << 46) >> (i / 2500));
     QTest::newRow("falling") << falling;
     QVector<qint64> steps;
     for (int i = Most; i > 0; --i)
