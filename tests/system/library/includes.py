@@ -80,7 +80,7 @@ class House:
     def included(self, path):
         """The files of the house that the file includes."""
         for name in INCLUDE.findall((self.source / path).read_text()):
-            roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", "qml", *KIT_HEADERS))]
+            roots = [path.parent, *map(pathlib.Path, ("include", "src", "kit", "qml", "viewer", *KIT_HEADERS))]
             found = [root / name for root in roots if (self.source / root / name).is_file()]
             if not found and path.parts[0] in BY_NAME:
                 products = {"tools", path.parts[0]}
