@@ -2,17 +2,14 @@
 #ifndef EXECTEMPLATE_H
 #define EXECTEMPLATE_H
 
+#include "CommandTemplate.h"
+
 #include <SorrelKit/Entry.h>
 
 #include <QString>
-#include <QStringList>
 
 /**
- * A command that starts launchers, for the key `Exec` of desktop entries.
- *
- * It has the syntax of that key. Spaces separate arguments. An argument in double quotes may have spaces and characters
- * that are special to a shell, with a \ before each ", `, $ and \. No shell runs, so such a character outside quotes is
- * an error. The first argument is the program. In the other arguments, these codes are replaced:
+ * A command that starts launchers, for the key `Exec` of desktop entries. These codes are replaced:
  *
  * - %p by the name of the package;
  * - %a by the activity or alias with its package, which is the component that Android starts;
@@ -27,7 +24,7 @@ public:
     explicit ExecTemplate(const QString &text);
 
     /// The error text of an invalid template; empty when it is valid.
-    QString errorText() const { return m_error; }
+    QString errorText() const { return m_command.errorText(); }
     /// The value of the key `Exec` that starts @p launcher, before the escapes that every value needs. Returns an empty
     /// text and sets @p fault when a name is missing, when it has characters that no argument can have (control
     /// characters except tabs and line ends, halves of surrogate pairs), or when it begins with a dash and the program
@@ -35,11 +32,7 @@ public:
     QString command(const SorrelKit::Entry &launcher, QString *fault) const;
 
 private:
-    void split(const QString &text);
-    void check();
-
-    QStringList m_arguments; ///< with codes, before their replacement
-    QString m_error;
+    CommandTemplate m_command;
 };
 
 #endif
