@@ -11,6 +11,7 @@
 # bench.sh --shelf: measures the index beside the bare work, for docs/shelf.md; about a minute.
 # bench.sh --qml: measures the first frame of the example home-screen-qml beside an empty window, for docs/qml.md; about a
 #     minute.
+# bench.sh --viewer: measures the first paint of the viewer beside an empty window, for docs/viewer.md; about a minute.
 # bench.sh --hostile: measures the hostile files in the programs of the tests, and replaces their table in
 #     docs/performance.md; about five minutes.
 # bench.sh --icons: measures icons only, and prints the rows of Google Benchmark; about half a minute.
@@ -126,6 +127,13 @@ case ${1:-} in
     python3 bench/qml.py "$programs/bench_qml" "$programs/bench_shelf" "$results/qml" \
         examples/home-screen-qml/main.qml bench/empty.qml "$results/samples"
     ;;
+--viewer)
+    require "${bench_packages[@]}" xvfb
+    say "Building"
+    build "$preset" bench_viewer sorrel-viewer-reader samples
+    python3 bench/viewer.py "$programs/bench_viewer" "$results/libexec/sorrel/sorrel-viewer-reader" \
+        "$results/samples/babel.aapt2.apk"
+    ;;
 --shelf)
     require "${bench_packages[@]}"
     say "Building"
@@ -147,7 +155,7 @@ case ${1:-} in
     measure_hostile docs/performance.md
     ;;
 -*)
-    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --qml | --scan | --shelf | --hostile" >&2
+    echo "usage: bench.sh [FILE.apk...] | --check | --update | --icons | --plots | --qml | --scan | --shelf | --viewer | --hostile" >&2
     exit 2
     ;;
 *)

@@ -3,7 +3,7 @@
 
 #include "facts/PackageFacts.h"
 #include "facts/StatusMark.h"
-#include "pages/parts/ShownText.h"
+#include "pages/parts/PlainToolTip.h"
 #include "reading/SafeText.h"
 #include "window/LineLabel.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "window/LineLabel.h"
 
-#include "pages/parts/ShownText.h"
+#include "pages/parts/PlainToolTip.h"
 
 #include <QPainter>
 #include <QStyle>
