@@ -47,7 +47,7 @@ for deb in "${debs[@]}"; do
     [[ $deb == *-dbgsym_* ]] || names+=("$(dpkg-deb -f "$deb" Package)")
 done
 version=$(dpkg-deb -f "${debs[0]}" Version)
-[ "${names[*]}" = "libsorrel-dev libsorrel0 libsorrelkitcore0 libsorrelkitgui0 libsorrelshelf0 libsorreltrust0 qml-module-sorrel sorrel-kde sorrel-tools" ] || fail "the packages are ${names[*]}"
+[ "${names[*]}" = "libsorrel-dev libsorrel0 libsorrelkitcore0 libsorrelkitgui0 libsorrelshelf0 libsorreltrust0 qml-module-sorrel sorrel-kde sorrel-tools sorrel-viewer" ] || fail "the packages are ${names[*]}"
 
 dpkg-source --no-check -x "$dsc" "$work/source" >/dev/null
 

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: LGPL-2.1-or-later
-# metainfo.sh METAINFO THUMBNAILER: checks that appstreamcli accepts METAINFO without a message, and that METAINFO names the
-# types of THUMBNAILER.
+# metainfo.sh METAINFO DESKTOP: checks that appstreamcli accepts METAINFO without a message, and that METAINFO names the
+# types of DESKTOP, a desktop file or the file of a thumbnailer.
 set -euo pipefail
-metainfo=$1 thumbnailer=$2
+metainfo=$1 desktop=$2
 export LC_ALL=C.UTF-8
 command -v appstreamcli >/dev/null || { echo "appstreamcli, of the package appstream, is missing" >&2; exit 1; }
 command -v xmllint >/dev/null || { echo "xmllint, of the package libxml2-utils, is missing" >&2; exit 1; }
@@ -14,6 +14,6 @@ if [ $status -ne 0 ] || grep -qE '^ *[EWIP]: ' <<<"$messages"; then
     echo "$messages" >&2
     status=1
 fi
-diff <(sed -n 's/^MimeType=//p' "$thumbnailer" | tr ';' '\n' | grep . | sort) \
+diff <(sed -n 's/^MimeType=//p' "$desktop" | tr ';' '\n' | grep . | sort) \
     <(xmllint --xpath '//mediatype/text()' "$metainfo" | sort) >&2 || { echo "$metainfo names other types" >&2; status=1; }
 exit $status

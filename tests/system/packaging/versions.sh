@@ -16,5 +16,6 @@ has_version "$sources/CHANGELOG.md" '^(## \[|Becomes )([0-9.]+).*' 2
 has_version "$sources/packaging/debian/changelog" '^sorrel \(([0-9.]+)-[^-]*\) .*'
 has_version "$sources/packaging/rpm/sorrel.spec" '^Version: +([0-9.]+)$'
 has_version "$sources/packaging/rpm/sorrel.spec" '^\* .* - ([0-9.]+)-[0-9]+$'
+has_version "$sources/viewer/org.example.sorrel.viewer.metainfo.xml" '.*<release version="([^"]+)".*'
 has_version "$metainfo" '.*<release version="([^"]+)".*'
 exit $status
