@@ -41,8 +41,10 @@ void PackageFacts::takeHead(const QJsonObject &content)
     plainPackageName = content.value(QLatin1String("packageName")).toString();
     packageName = lineOf(content, "packageName");
     const QString name = safePart(content.value(QLatin1String("versionName")).toString());
-    const QString code = safePart(content.value(QLatin1String("versionCode")).toString());
-    versionCode = content.value(QLatin1String("versionCode")).toString().toULongLong();
+    QString code = safePart(content.value(QLatin1String("versionCode")).toString());
+    // The number of a package without a version, such as a broken one.
+    if (name.isEmpty() && content.value(QLatin1String("versionCode")).toString() == QLatin1String("0"))
+        code.clear();
     version = name.isEmpty() || code.isEmpty()
                   ? name + code
                   : QCoreApplication::translate("Viewer::PackageFacts", "%1 (%2)", "name and number of a version")

@@ -29,8 +29,7 @@ struct PackageFacts {
     QString packageName;
     QString plainPackageName; ///< as it is in the package, to compare with
     QString version;          ///< name and number
-    quint64 versionCode = 0;
-    QString error; ///< what is broken; empty when the package can be read
+    QString error;            ///< what is broken; empty when the package can be read
 
     SignatureState signature;
 

@@ -108,10 +108,11 @@ QWidget *InstallQuestion::permissionsOf(const PackageFacts &facts)
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     list->setUniformItemSizes(true);
     list->setAccessibleName(tr("Dangerous permissions"));
-    QLabel *const heading = wrapped(tr("It asks for %n dangerous permission(s):", nullptr, facts.dangerousCount));
+    QLabel *const heading = wrapped(tr("It asks for dangerous permissions (%1):").arg(facts.dangerousCount));
     heading->setBuddy(list);
     layout->addWidget(heading);
     layout->addWidget(list);
+    layout->addStretch(1);
     constexpr int ShownRows = 6;
     list->setMaximumHeight(list->sizeHintForRow(0) * qMin(ShownRows, list->count()) + 2 * list->frameWidth() + 4);
     return box;

@@ -2,10 +2,7 @@
 #include "window/Comparison.h"
 
 #include "FileName.h"
-#include "pages/Page.h"
-#if __has_include("pages/ComparisonPage.h")
 #include "pages/ComparisonPage.h"
-#endif
 #include "reading/Reading.h"
 #include "reading/SafeText.h"
 #include "window/PagePanel.h"
@@ -15,19 +12,6 @@
 #include <QPushButton>
 
 namespace Viewer {
-
-#if !__has_include("pages/ComparisonPage.h")
-/// Shows only why nothing can be compared.
-class ComparisonPage : public Page
-{
-public:
-    using Page::Page;
-    QString title() const override { return QStringLiteral("Comparison"); }
-    QStringList topics() const override { return {QStringLiteral("diff")}; }
-    void take(const QString &, const QJsonObject &content) override { takeError(content); }
-    void clear() override { showReading(); }
-};
-#endif
 
 namespace {
 
@@ -137,8 +121,7 @@ void Comparison::start()
     connect(m_reading.get(), &Reading::failed, this, [this](const QString &reason) {
         m_page->take(QStringLiteral("diff"), {{QStringLiteral("error"), reason}});
     });
-    const bool isOlder = m_otherFacts.versionCode < m_facts.versionCode;
-    m_reading->open(isOlder ? m_other : m_file, m_locale, isOlder ? m_file : m_other);
+    m_reading->open(m_file, m_locale, m_other);
 }
 
 } // namespace Viewer

@@ -17,8 +17,7 @@ class ComparisonPage;
 class PagePanel;
 class Reading;
 
-/// The comparison of the package of a window with another one, on a page of its own. The package with the lower version
-/// counts as the older one, whichever was opened first.
+/// The comparison of the package of a window with another one, on a page of its own: the changes from the first to the second.
 class Comparison : public QObject
 {
     Q_OBJECT

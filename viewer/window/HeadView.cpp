@@ -28,6 +28,8 @@ constexpr int MaxIconPixels = 1024;
 
 QPixmap decodedIcon(const QByteArray &png, qreal devicePixelRatio)
 {
+    if (png.isEmpty())
+        return {};
     QBuffer buffer;
     buffer.setData(png);
     QImageReader reader(&buffer, "png");
