@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 # pictures.sh: draws the pictures of the documents again: docs/animated-vectors.png, docs/catalog.png,
 # docs/contact-sheet.png, docs/dolphin.png, docs/home-screen-qml.png, docs/launcher-grid.png, docs/nautilus.png,
-# docs/platform-icons.png and docs/themed-drawables.png. Look at them before you commit them. Installs missing packages first.
+# docs/platform-icons.png, docs/themed-drawables.png and docs/viewer-*.png. Look at them before you commit them. Installs missing
+# packages first.
 
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
@@ -61,4 +62,6 @@ QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/themed_sheet" "$docs/themed
     /usr/share/android-framework-res/framework-res.apk
 QT_QPA_PLATFORM=offscreen "$OLDPWD/build/release/bin/animation_sheet" "$docs/animated-vectors.png" \
     /usr/share/android-framework-res/framework-res.apk
+/usr/bin/python3 -B "$OLDPWD/tests/viewer/window/viewer_pictures.py" "$OLDPWD/build/release/bin/sorrel-viewer" "$samples" \
+    "$OLDPWD/tests/system/examples" "$docs"
 ls -l "$docs"/*.png

@@ -18,7 +18,7 @@ import re
 import subprocess
 import sys
 
-TOOLS = ("sorrel", "sorrel-thumbnailer")
+TOOLS = ("sorrel", "sorrel-thumbnailer", "sorrel-viewer")
 # Options that the documents name without their program, and that program.
 OTHER_OPTIONS = {
     "-fsanitize": "gcc", "-fno-semantic-interposition": "gcc", "-Bsymbolic-functions": "ld", "-D": "cmake",
