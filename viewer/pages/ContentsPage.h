@@ -14,8 +14,8 @@ class MemberModel;
 class TreemapView;
 
 /**
- * The members of a package by size (topic "contents"): a treemap of a folder, and below it all members as a tree. What is
- * current in one is current in the other.
+ * The members of a package by size (topic "contents"): a treemap of a folder, and below it all members as a tree. What
+ * is current in one is current in the other.
  */
 class ContentsPage : public Page
 {

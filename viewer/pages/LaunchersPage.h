@@ -9,8 +9,8 @@ namespace Viewer {
 class CardModel;
 class CardView;
 
-/// The entries by which a package is started or used (topic "launchers"), with their icons, by kind: first those of the home
-/// screen. An entry that Android does not show is marked.
+/// The entries by which a package is started or used (topic "launchers"), with their icons, by kind: first those of
+/// the home screen. An entry that Android does not show is marked.
 class LaunchersPage : public Page
 {
     Q_OBJECT

@@ -15,8 +15,9 @@ namespace Viewer {
  * A page of the viewer: one subject of a package. It gets facts by take(), and shows "Reading..." until the first ones
  * came, or the reason why they cannot be read.
  *
- * Facts are texts of strangers and may have any content: wrong types count as missing, each list has a ceiling, and every
- * text is shown as plain text on its own line. A page belongs to its parent, and to the thread of the user interface.
+ * Facts are texts of strangers and may have any content: wrong types count as missing, each list has a ceiling, and
+ * every text is shown as plain text on its own line. A page belongs to its parent, and to the thread of the user
+ * interface.
  */
 class Page : public QWidget
 {
@@ -50,8 +51,8 @@ protected:
     /// Shows @p text in place of the facts.
     void showMessage(const QString &text);
     void showReading();
-    /// Shows the text "error" of @p content: above the facts, if @p content has a list or a text besides, else in place of
-    /// them. Returns whether it is in place of them. Call it first for every topic.
+    /// Shows the text "error" of @p content: above the facts, if @p content has a list or a text besides, else in
+    /// place of them. Returns whether it is in place of them. Call it first for every topic.
     bool takeError(const QJsonObject &content);
     /// Shows @p text above the facts; nothing when it is empty.
     void setNotice(const QString &text);

@@ -10,8 +10,8 @@ class CardModel;
 class CardView;
 
 /**
- * The permissions of a package (topic "permissions"): first the dangerous ones, which a user is asked for, then those that
- * Android grants by itself. Each has its words, and its technical name in small letters.
+ * The permissions of a package (topic "permissions"): first the dangerous ones, which a user is asked for, then those
+ * that Android grants by itself. Each has its words, and its technical name in small letters.
  */
 class PermissionsPage : public Page
 {

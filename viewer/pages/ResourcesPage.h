@@ -15,8 +15,8 @@ class FactTable;
 class ResourceFilter;
 
 /**
- * The resources of a package (topic "resources") as a list and, for drawables, as a gallery; a field filters both. The page
- * asks for the pictures of drawables that are seen, and gets them as topic "drawable".
+ * The resources of a package (topic "resources") as a list and, for drawables, as a gallery; a field filters both. The
+ * page asks for the pictures of drawables that are seen, and gets them as topic "drawable".
  */
 class ResourcesPage : public Page
 {

@@ -29,8 +29,8 @@ QStringList shownTexts(const QAbstractItemModel &model);
 /// The tooltips of all cells of @p model.
 QStringList toolTips(const QAbstractItemModel &model);
 
-/// Calls @p take with each way to spoil @p content: each key is left out, and each value is replaced by one of every type,
-/// also below lists and objects. Returns the number of calls.
+/// Calls @p take with each way to spoil @p content: each key is left out, and each value is replaced by one of every
+/// type, also below lists and objects. Returns the number of calls.
 int forEachWrongType(const QJsonObject &content, const std::function<void(const QJsonObject &)> &take);
 
 /// The object {"items": [@p items...]}.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 // pages_sheet FACTS FOLDER [rtl]: paints each page of the viewer, light and dark, into PNG files in FOLDER. FACTS is
-// sheet.json, which has made-up content of topics, or a file like it. QT_SCALE_FACTOR=2 is a screen with twice the pixels.
+// sheet.json, which has made-up content of topics, or a file like it. QT_SCALE_FACTOR=2 is a screen with twice the
+// pixels.
 #include "PageFacts.h"
 
 #include "pages/ComparisonPage.h"

@@ -13,9 +13,9 @@
 namespace Viewer {
 
 /**
- * The differences between two packages as cards, from the object that docs/diff.schema.json describes: first the signers
- * and the reasons for which Android refuses the update, then permissions, with dangerous ones first, and the rest in the
- * order of `sorrel diff`. Each section has MaxSectionCards at most, and a last card for the others.
+ * The differences between two packages as cards, from the object that docs/diff.schema.json describes: first the
+ * signers and the reasons for which Android refuses the update, then permissions, with dangerous ones first, and the
+ * rest in the order of `sorrel diff`. Each section has MaxSectionCards at most, and a last card for the others.
  */
 class DiffCards
 {

@@ -7,8 +7,8 @@
 namespace Viewer {
 
 /**
- * Paints the rows of a CardModel: the icon; beside it the badge and the title, the description, and the technical name in
- * small letters. Headings are larger. Lengths come from fonts and the style, colours from the palette.
+ * Paints the rows of a CardModel: the icon; beside it the badge and the title, the description, and the technical name
+ * in small letters. Headings are larger. Lengths come from fonts and the style, colours from the palette.
  */
 class CardDelegate : public QStyledItemDelegate
 {

@@ -9,7 +9,8 @@ namespace Viewer {
 /// The least contrast of text that people with weak sight read well.
 constexpr double MinContrast = 4.5;
 
-/// The contrast of two opaque colours, from 1 to 21: the ratio of their relative luminances, each with 0.05 of stray light.
+/// The contrast of two opaque colours, from 1 to 21: the ratio of their relative luminances, each with 0.05 of stray
+/// light.
 double contrastRatio(const QColor &one, const QColor &other);
 /// @p share of @p one, and the rest of @p other.
 QColor mixed(const QColor &one, const QColor &other, double share);

@@ -10,8 +10,8 @@ class QWidget;
 
 namespace Viewer {
 
-/// Gives @p widget the action "Copy" in its context menu and with the usual keys. It copies the result of @p text as plain
-/// text, unless that is empty.
+/// Gives @p widget the action "Copy" in its context menu and with the usual keys. It copies the result of @p text as
+/// plain text, unless that is empty.
 void addCopyAction(QWidget *widget, const std::function<QString()> &text);
 
 } // namespace Viewer

@@ -6,8 +6,8 @@
 
 namespace Viewer {
 
-/// A list with columns of a FactTable, or of a filter of one. Each text has one line, whose middle is left out when it is
-/// too long. The keys for copying copy the original text of the current cell.
+/// A list with columns of a FactTable, or of a filter of one. Each text has one line, whose middle is left out when it
+/// is too long. The keys for copying copy the original text of the current cell.
 class FactTableView : public QTreeView
 {
     Q_OBJECT

@@ -12,8 +12,8 @@ class QPainter;
 namespace Viewer {
 
 /**
- * A text that is wrapped to a number of lines. When it is longer, the middle of the rest is left out in the last line. The
- * text has its own direction, and is aligned as its surroundings are. Its cost is bounded by MaxSafeText of the
+ * A text that is wrapped to a number of lines. When it is longer, the middle of the rest is left out in the last line.
+ * The text has its own direction, and is aligned as its surroundings are. Its cost is bounded by MaxSafeText of the
  * text, which went through safeText().
  */
 class TextLines

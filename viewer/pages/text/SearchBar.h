@@ -12,7 +12,8 @@ class QPlainTextEdit;
 
 namespace Viewer {
 
-/// A field that looks for a text in an editor, with buttons for the next and the previous match, and their number in words.
+/// A field that looks for a text in an editor, with buttons for the next and the previous match, and their number in
+/// words.
 class SearchBar : public QWidget
 {
     Q_OBJECT

@@ -6,8 +6,8 @@
 
 namespace Viewer {
 
-/// A document of a stranger as an editor shows it: the lines from its beginning that an editor lays out without delay. The
-/// middle of a long line is left out.
+/// A document of a stranger as an editor shows it: the lines from its beginning that an editor lays out without delay.
+/// The middle of a long line is left out.
 class ShownXml
 {
 public:

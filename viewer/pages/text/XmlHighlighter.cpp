@@ -10,7 +10,7 @@ namespace Viewer {
 namespace {
 
 // Where a line ends, and the next one begins. -1 is the state before the first line.
-enum State {
+enum XmlState {
     InText = 0,
     InElementName,
     InTag,
@@ -26,9 +26,9 @@ using Part = XmlHighlighter::Part;
 class XmlScanner
 {
 public:
-    XmlScanner(const QString &text, State state) : m_text(text), m_state(state) {}
+    XmlScanner(const QString &text, XmlState state) : m_text(text), m_state(state) {}
 
-    State state() const { return m_state; }
+    XmlState state() const { return m_state; }
 
     Part take(int at)
     {
@@ -108,7 +108,7 @@ private:
     }
 
     const QString &m_text;
-    State m_state;
+    XmlState m_state;
 };
 
 } // namespace
@@ -134,7 +134,7 @@ void XmlHighlighter::setPalette(const QPalette &palette)
 
 void XmlHighlighter::highlightBlock(const QString &text)
 {
-    XmlScanner scanner(text, State(qMax(int(InText), previousBlockState())));
+    XmlScanner scanner(text, XmlState(qMax(int(InText), previousBlockState())));
     int start = 0;
     Part part = Part::Text;
     for (int at = 0; at < text.size(); ++at) {

@@ -7,8 +7,8 @@
 namespace Viewer {
 
 /**
- * Colours of the parts of XML. Looks at each character of a line once, and ShownXml bounds the lines, so a hostile document
- * takes no longer than another one. XML that is not well-formed is coloured as far as it goes.
+ * Colours of the parts of XML. Looks at each character of a line once, and ShownXml bounds the lines, so a hostile
+ * document takes no longer than another one. XML that is not well-formed is coloured as far as it goes.
  */
 class XmlHighlighter : public QSyntaxHighlighter
 {

@@ -19,8 +19,8 @@ enum class MemberKind {
 constexpr MemberKind allMemberKinds[] = {MemberKind::Code,   MemberKind::Resources,  MemberKind::Libraries,
                                          MemberKind::Assets, MemberKind::Signatures, MemberKind::Other};
 
-/// The kind of the member with the path @p path, or of the folder with that path and a slash at its end. In a set, the path
-/// begins with that of a package.
+/// The kind of the member with the path @p path, or of the folder with that path and a slash at its end. In a set, the
+/// path begins with that of a package.
 MemberKind memberKind(const QString &path);
 /// Its name in the user's language.
 QString memberKindName(MemberKind kind);

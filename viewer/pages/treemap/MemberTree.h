@@ -15,8 +15,9 @@ namespace Viewer {
 /**
  * The members of a package as folders and files, the largest first. Node 0 is the package itself.
  *
- * The paths are those of strangers. A path with more than MaxDepth folders has a file whose name is the rest of the path,
- * and so has every path when MaxNodes nodes would not suffice. Sizes above MaxSize count as MaxSize, so no sum overflows.
+ * The paths are those of strangers. A path with more than MaxDepth folders has a file whose name is the rest of the
+ * path, and so has every path when MaxNodes nodes would not suffice. Sizes above MaxSize count as MaxSize, so no sum
+ * overflows.
  */
 class MemberTree
 {
@@ -41,8 +42,8 @@ public:
 
     /// A package without members.
     MemberTree() : MemberTree(QList<QJsonObject>()) {}
-    /// The tree of the first MaxMembers of @p items, which have "name", "size" and "packed". Takes time in proportion to
-    /// their number, times its logarithm.
+    /// The tree of the first MaxMembers of @p items, which have "name", "size" and "packed". Takes time in proportion
+    /// to their number, times its logarithm.
     explicit MemberTree(const QList<QJsonObject> &items);
 
     int count() const { return int(m_nodes.size()); }

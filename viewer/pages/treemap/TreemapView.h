@@ -15,9 +15,9 @@ namespace Viewer {
 class TreemapColors;
 
 /**
- * A folder of a package as a treemap, with the folders in it. One cell of the folder is current: the arrow keys choose the
- * next one in their direction, Enter shows a folder, and Backspace the folder above. The current cell is the accessible
- * name and description of the widget.
+ * A folder of a package as a treemap, with the folders in it. One cell of the folder is current: the arrow keys choose
+ * the next one in their direction, Enter shows a folder, and Backspace the folder above. The current cell is the
+ * accessible name and description of the widget.
  *
  * A folder in it is laid out where its cell has room for its name and more. Every node is laid out once at most.
  */
