@@ -19,6 +19,8 @@ public:
     bool take(QByteArray *line);
     /// Whether take() met a line that is too long, finished or not.
     bool isTooLong() const { return m_isTooLong; }
+    /// Bytes that were not taken.
+    int size() const { return int(m_bytes.size()) - m_start; }
     /// Whether there is a part of a line.
     bool hasRest() const { return m_bytes.size() > m_start; }
 

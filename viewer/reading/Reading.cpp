@@ -14,6 +14,8 @@
 
 namespace {
 
+/// Bytes of a line that is decoded at once: that takes about a millisecond.
+constexpr int ShortLine = 128 << 10;
 constexpr int DefaultPatience = 60000;
 /// A killed process ends at once, unless the system waits for a disk.
 constexpr int KillPatience = 2000;
@@ -39,7 +41,10 @@ Viewer::Reading::Reading(QObject *parent) : QObject(parent), m_lines(Protocol::M
 
 Viewer::Reading::~Reading()
 {
+    const QPointer<QThread> decoding(m_decoding);
     stop();
+    if (decoding != nullptr)
+        decoding->wait();
 }
 
 void Viewer::Reading::setPatience(int milliseconds)
@@ -59,7 +64,7 @@ void Viewer::Reading::open(const QString &file, const QString &locale, const QSt
 void Viewer::Reading::start()
 {
     m_lines = LineBuffer(Protocol::MaxLineBytes);
-    m_hasHello = m_hasEnd = false;
+    m_hasHello = m_hasEnd = m_hasExited = false;
     m_due = 0;
     m_left = MaxTopics;
     m_process = std::make_unique<QProcess>();
@@ -67,7 +72,10 @@ void Viewer::Reading::start()
     m_process->setProcessEnvironment(ReaderCommand::environment());
     m_process->setStandardErrorFile(QProcess::nullDevice());
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Reading::readOutput);
-    connect(m_process.get(), QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, &Reading::handleEnd);
+    connect(m_process.get(), QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this, [this] {
+        m_hasExited = true;
+        readOutput();
+    });
     connect(m_process.get(), &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart && !startUnwrapped())
             fail(tr("The program that reads packages could not be started."));
@@ -90,6 +98,9 @@ bool Viewer::Reading::startUnwrapped()
 void Viewer::Reading::stop()
 {
     m_timer.stop();
+    if (m_decoding != nullptr)
+        m_decoding->disconnect(this);
+    m_decoding = nullptr;
     if (m_process == nullptr)
         return;
     m_process->disconnect(this);
@@ -130,32 +141,69 @@ void Viewer::Reading::updateTimer()
         m_timer.start();
 }
 
-void Viewer::Reading::readOutput()
-{
-    const QPointer<QProcess> process(m_process.get());
-    m_lines.add(process->readAllStandardOutput());
-    QByteArray line;
-    // A slot may end this process, start another, or delete this object.
-    while (process != nullptr && m_lines.take(&line)) {
-        const QPointer<Reading> self(this);
-        if (!handle(line) && self != nullptr && process == m_process.get())
-            fail(tr("The program that reads packages sent something unexpected, and was ended."));
-        if (self == nullptr || process != m_process.get())
-            return;
-    }
-    if (m_lines.isTooLong())
-        fail(tr("The program that reads packages sent something unexpected, and was ended."));
-}
-
-bool Viewer::Reading::handle(const QByteArray &line)
+Viewer::Reading::Answer Viewer::Reading::decoded(const QByteArray &line)
 {
     QJsonParseError error = {};
     const QJsonDocument document = QJsonDocument::fromJson(line, &error);
     if (error.error != QJsonParseError::NoError || !document.isObject())
-        return false;
+        return {};
     const QString topic = document.object().value(QLatin1String("topic")).toString();
     const AnswerCheck check(topic, document.object());
-    if (!check.fault().isEmpty() || !expects(topic))
+    return {topic, check.content(), check.fault().isEmpty()};
+}
+
+void Viewer::Reading::readOutput()
+{
+    m_lines.add(m_process->readAllStandardOutput());
+    takeLines();
+}
+
+void Viewer::Reading::takeLines()
+{
+    QByteArray line;
+    while (m_decoding == nullptr && m_lines.take(&line)) {
+        if (line.size() > ShortLine)
+            decodeInThread(line);
+        else if (!accept(decoded(line)))
+            return;
+    }
+    // Behind a line that is being decoded, there may be one of any size.
+    if (m_lines.isTooLong() || m_lines.size() > 2 * Protocol::MaxLineBytes)
+        fail(tr("The program that reads packages sent something unexpected, and was ended."));
+    else if (m_hasExited && m_decoding == nullptr)
+        handleEnd();
+}
+
+void Viewer::Reading::decodeInThread(const QByteArray &line)
+{
+    const auto answer = std::make_shared<Answer>();
+    m_decoding = QThread::create([answer, line] { *answer = decoded(line); });
+    connect(m_decoding, &QThread::finished, this, [this, answer] {
+        m_decoding = nullptr;
+        if (accept(*answer))
+            takeLines();
+    });
+    connect(m_decoding, &QThread::finished, m_decoding, &QObject::deleteLater);
+    m_decoding->start();
+}
+
+bool Viewer::Reading::accept(const Answer &answer)
+{
+    const QPointer<Reading> self(this);
+    const QProcess *const process = m_process.get();
+    const bool isRight = handle(answer);
+    // A slot may have ended this process, started another, or deleted this object.
+    if (self == nullptr || process != m_process.get())
+        return false;
+    if (!isRight)
+        fail(tr("The program that reads packages sent something unexpected, and was ended."));
+    return isRight;
+}
+
+bool Viewer::Reading::handle(const Answer &answer)
+{
+    const QString topic = answer.topic;
+    if (!answer.isSound || !expects(topic))
         return false;
     updateTimer();
     if (topic == QLatin1String("hello")) {
@@ -163,12 +211,12 @@ bool Viewer::Reading::handle(const QByteArray &line)
         m_early.clear();
         for (const QJsonObject &wanted : early)
             request(wanted);
-        return check.content().value(QLatin1String("protocol")).toInt() == Protocol::Version;
+        return answer.content.value(QLatin1String("protocol")).toInt() == Protocol::Version;
     }
     if (topic == QLatin1String("end"))
         Q_EMIT finished();
     else if (topic != QLatin1String("done"))
-        Q_EMIT answered(topic, check.content());
+        Q_EMIT answered(topic, answer.content);
     return true;
 }
 
@@ -192,15 +240,11 @@ bool Viewer::Reading::expects(const QString &topic)
     return true;
 }
 
-void Viewer::Reading::handleEnd(int status, QProcess::ExitStatus how)
+void Viewer::Reading::handleEnd()
 {
-    const QPointer<Reading> self(this);
-    const QProcess *const process = m_process.get();
-    readOutput();
-    // A slot may have ended this process.
-    if (self == nullptr || process != m_process.get() || startUnwrapped())
+    if (startUnwrapped())
         return;
-    if (how == QProcess::NormalExit && status == TooMuchMemory)
+    if (m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == TooMuchMemory)
         fail(tr("Reading the package took too much memory."));
     else
         fail(tr("The program that reads packages ended unexpectedly; the package may be made to harm it."));

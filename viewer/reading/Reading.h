@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QProcess>
 #include <QString>
+#include <QThread>
 #include <QTimer>
 
 #include <memory>
@@ -22,9 +23,9 @@ class ReaderCommand;
  * requests. Everything is asynchronous: open() returns when the process was started, before it runs.
  *
  * The process is started within bubblewrap where that works, and confines itself besides. Nothing that it writes is
- * trusted: AnswerCheck checks each answer. When the process dies, writes something else, or is silent for too long while
- * an answer is due, it is killed, failed() is emitted once, and nothing else follows until the next open(). A slot may
- * call open() and may delete the object.
+ * trusted: AnswerCheck checks each answer. When the process dies, writes something else, or is silent for too long
+ * while an answer is due, it is killed, failed() is emitted once, and nothing else follows until the next open(). A slot
+ * may call open() and may delete the object. Long lines are decoded in a thread, so this one stays responsive.
  */
 class Reading : public QObject
 {
@@ -64,22 +65,36 @@ private:
     bool startUnwrapped();
     void stop();
     void fail(const QString &reason);
+    /// A line of the process.
+    struct Answer {
+        QString topic;
+        QJsonObject content;
+        bool isSound = false;
+    };
+
+    static Answer decoded(const QByteArray &line);
     void readOutput();
-    bool handle(const QByteArray &line);
+    void takeLines();
+    void decodeInThread(const QByteArray &line);
+    /// Passes @p answer on. Returns whether this process is still the one to listen to; the object may be gone else.
+    bool accept(const Answer &answer);
+    bool handle(const Answer &answer);
     bool expects(const QString &topic);
-    void handleEnd(int status, QProcess::ExitStatus how);
+    void handleEnd();
     void updateTimer();
 
     std::unique_ptr<ReaderCommand> m_command;
     std::unique_ptr<QProcess> m_process;
     LineBuffer m_lines;
+    QThread *m_decoding = nullptr; ///< decodes a long line; lines behind it wait
     QTimer m_timer;
     QList<QJsonObject> m_early; ///< requests before `hello`
     bool m_isWrapped = false;   ///< whether the process is within bubblewrap
     bool m_hasHello = false;
     bool m_hasEnd = false;
-    int m_due = 0;  ///< requests without `done`
-    int m_left = 0; ///< answers that the process may still write
+    bool m_hasExited = false; ///< whether the process has ended
+    int m_due = 0;            ///< requests without `done`
+    int m_left = 0;           ///< answers that the process may still write
 };
 
 } // namespace Viewer

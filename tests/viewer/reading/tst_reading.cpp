@@ -20,6 +20,9 @@ constexpr char Languages[] = R"(echo '{"topic":"languages","items":[]}')";
 constexpr char End[] = R"(echo '{"topic":"end"}')";
 /// Far above what any script takes, in milliseconds.
 constexpr int Patience = 30000;
+/// A line of 4 MB.
+constexpr char Manifest[] =
+    "printf '{\"topic\":\"manifest\",\"text\":\"'; head -c 4000000 /dev/zero | tr '\\0' a; echo '\"}'";
 /// Waits for the end of the input, as the reader does.
 constexpr char Wait[] = "cat >/dev/null";
 
@@ -38,6 +41,11 @@ private slots:
     void hostileReaders_data();
     void hostileReaders();
     void missingReader();
+    void linesThatAThreadDecodes();
+    void longLineOfAReaderThatEnds();
+    void anotherFileDuringALongLine();
+    void destructionDuringALongLine();
+    void longLineThatIsWrong();
     void longLines();
     void endlessOutput();
     void silence();
@@ -178,6 +186,76 @@ void TestReading::missingReader()
     reading.open(path("a.apk"));
     QVERIFY(failed.size() == 1 || failed.wait(Patience));
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("The program that reads packages could not be started."));
+}
+
+void TestReading::linesThatAThreadDecodes()
+{
+    useScript({Hello, Manifest, Languages, Manifest, End, Wait});
+    Reading reading;
+    QSignalSpy answered(&reading, &Reading::answered);
+    QSignalSpy finished(&reading, &Reading::finished);
+    reading.open(path("a.apk"));
+    QVERIFY(finished.wait(Patience));
+    QStringList topics;
+    for (const QList<QVariant> &answer : answered)
+        topics.append(answer.at(0).toString());
+    QCOMPARE(topics,
+             (QStringList{QStringLiteral("manifest"), QStringLiteral("languages"), QStringLiteral("manifest")}));
+    QCOMPARE(int(answered.at(0).at(1).toJsonObject().value(QLatin1String("text")).toString().size()), 4000000);
+}
+
+void TestReading::longLineOfAReaderThatEnds()
+{
+    useScript({Hello, Manifest, Languages});
+    Reading reading;
+    QSignalSpy answered(&reading, &Reading::answered);
+    QSignalSpy failed(&reading, &Reading::failed);
+    reading.open(path("a.apk"));
+    QVERIFY(failed.wait(Patience));
+    QCOMPARE(answered.size(), 2);
+    QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("ended unexpectedly")));
+}
+
+void TestReading::anotherFileDuringALongLine()
+{
+    useScript({Hello, Languages, Manifest, Wait});
+    Reading reading;
+    QSignalSpy answered(&reading, &Reading::answered);
+    QSignalSpy finished(&reading, &Reading::finished);
+    reading.open(path("a.apk"));
+    QVERIFY(answered.wait(Patience));
+    // The long line may be at any stage.
+    QTest::qWait(20);
+    const auto before = answered.size();
+    useScript({Hello, Languages, End, Wait});
+    reading.open(path("b.apk"));
+    QVERIFY(finished.wait(Patience));
+    QCOMPARE(answered.size(), before + 1);
+}
+
+void TestReading::destructionDuringALongLine()
+{
+    useScript({Hello, Languages, Manifest, Wait});
+    for (int i = 0; i < 4; ++i) {
+        Reading reading;
+        QSignalSpy answered(&reading, &Reading::answered);
+        reading.open(path("a.apk"));
+        QVERIFY(answered.wait(Patience));
+        QTest::qWait(10 * i);
+    }
+}
+
+void TestReading::longLineThatIsWrong()
+{
+    useScript({Hello, R"sh(printf '{"topic":"other","text":"'; head -c 4000000 /dev/zero | tr '\0' a; echo '"}')sh",
+               Languages, End, Wait});
+    Reading reading;
+    QSignalSpy answered(&reading, &Reading::answered);
+    QSignalSpy failed(&reading, &Reading::failed);
+    reading.open(path("a.apk"));
+    QVERIFY(failed.wait(Patience));
+    QCOMPARE(answered.size(), 0);
+    QVERIFY(failed.at(0).at(0).toString().contains(QStringLiteral("unexpected")));
 }
 
 void TestReading::longLines()
