@@ -18,7 +18,8 @@ make_in() {
     # Many sources in one file: every source would show a difference.
     cmake -G Ninja -S "$copy" -B "$tree" "$@" -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=16 \
         -D CMAKE_DISABLE_PRECOMPILE_HEADERS=ON -D SORREL_BUILD_TESTS=OFF -D SORREL_BUILD_SAMPLES=OFF \
-        -D SORREL_BUILD_TOOLS=OFF -D SORREL_BUILD_QML=OFF -D SORREL_BUILD_EXAMPLES=OFF -D SORREL_BUILD_DOCS=OFF >/dev/null
+        -D SORREL_BUILD_TOOLS=OFF -D SORREL_BUILD_QML=OFF -D SORREL_BUILD_KDE=OFF -D SORREL_BUILD_VIEWER=OFF \
+        -D SORREL_BUILD_EXAMPLES=OFF -D SORREL_BUILD_DOCS=OFF >/dev/null
     ninja -C "$tree" sorrel sorrelkitcore sorrelkitgui sorrelshelf sorreltrust >"$work/log" || { cat "$work/log" >&2; return 1; }
 }
 
