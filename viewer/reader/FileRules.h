@@ -10,8 +10,9 @@ namespace Viewer {
 /// The files that this process may open, by Landlock (the system calls of linux/landlock.h).
 namespace FileRules {
 
-/// Allows to read @p files, the folder /usr and what the C library reads at run time, and nothing else. A folder among the
-/// files is left out. Descriptors that are open stay usable. Returns false when the system has no Landlock. Precondition: PR_SET_NO_NEW_PRIVS is set.
+/// Allows reading @p files, the folder /usr and what the C library reads at run time, and nothing else. A folder among
+/// the files is left out. Descriptors that are open stay usable. Returns false when the system has no Landlock.
+/// Precondition: PR_SET_NO_NEW_PRIVS is set.
 bool apply(const QList<QByteArray> &files);
 
 } // namespace FileRules

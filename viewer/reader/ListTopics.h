@@ -11,8 +11,8 @@
 /// The topics of Protocol.h with long lists.
 namespace Viewer {
 
-/// The topic `contents`: the members of the archive. In place of a package within a set, its own members are listed, with
-/// its path in front. Reads the directories alone, and inflates packages that are compressed in the set.
+/// The topic `contents`: the members of the archive. A package within a set is replaced by its own members, with its
+/// path in front. Reads the directories alone, and inflates packages that are compressed in the set.
 QJsonObject contentsTopic(const Subject &subject);
 
 /// The topic `resources`, and the ids behind its names.

@@ -21,8 +21,8 @@ public:
     QJsonObject icon(const QJsonObject &request);
     /// The drawable @p id, which is 0 when there is none of the name in @p request.
     QJsonObject drawable(const QJsonObject &request, quint32 id);
-    /// The topic `launchers`: the entries of every kind. Icons are drawn by the first call. An icon that exceeds the limits
-    /// of drawing is the last one that is drawn.
+    /// The topic `launchers`: the entries of every kind. Icons are drawn by the first call. An icon that exceeds the
+    /// limits of drawing is the last one that is drawn.
     QJsonObject launchers(const Subject &subject);
 
 private:

@@ -111,8 +111,8 @@ constexpr int DeadlyCalls[] = {
     SCMP_SYS(execve), SCMP_SYS(execveat), SCMP_SYS(ptrace), SCMP_SYS(process_vm_readv), SCMP_SYS(process_vm_writev),
 };
 
-// The C library has an older call in place of these, but only for this error. The flags of clone3() are in memory, where a
-// filter does not see them.
+// The C library has an older call in place of these, but only for this error. The flags of clone3() are in memory,
+// where a filter does not see them.
 constexpr int MissingCalls[] = {SCMP_SYS(clone3)};
 
 /// A call that is allowed when an argument has given bits.

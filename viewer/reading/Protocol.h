@@ -45,7 +45,7 @@
  * |            | `shape`: "none", "circle", "rounded",    |                                                           |
  * |            | "squircle"; `night`, `monochrome`        |                                                           |
  * | `drawable` | `name` as `resources` has it, `size`     | `drawable`: `name`, `size`, `png`, `error`                |
- * | `locale`   | `tag` after BCP 47; "" for the user's     | `head`, `permissions`, `launchers`, or `head` and         |
+ * | `locale`   | `tag` after BCP 47; "" for the user's    | `head`, `permissions`, `launchers`, or `head` and         |
  * |            |                                          | `otherHead` of a comparison                               |
  *
  * `done` follows the last answer to each request, also to one that the reader does not know.
