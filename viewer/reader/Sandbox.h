@@ -23,8 +23,8 @@ namespace Viewer {
 namespace Sandbox {
 
 /// Confines the process for the rest of its life; @p files stay readable. Loads before what libraries load on demand:
-/// Qt's plugins for pictures, and the configuration of OpenSSL. Precondition: this is the only thread. Returns the names
-/// of what confines the process now, "landlock" and "seccomp"; a system may have neither.
+/// Qt's plugins for pictures, and the configuration of OpenSSL. Precondition: this is the only thread. Returns the
+/// names of what confines the process now, "landlock" and "seccomp"; a system may have neither.
 QStringList enter(const QList<QByteArray> &files);
 
 } // namespace Sandbox

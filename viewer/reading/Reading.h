@@ -24,8 +24,8 @@ class ReaderCommand;
  *
  * The process is started within bubblewrap where that works, and confines itself besides. Nothing that it writes is
  * trusted: AnswerCheck checks each answer. When the process dies, writes something else, or is silent for too long
- * while an answer is due, it is killed, failed() is emitted once, and nothing else follows until the next open(). A slot
- * may call open() and may delete the object. Long lines are decoded in a thread, so this one stays responsive.
+ * while an answer is due, it is killed, failed() is emitted once, and nothing else follows until the next open(). A
+ * slot may call open() and may delete the object. Long lines are decoded in a thread, so this one stays responsive.
  */
 class Reading : public QObject
 {
