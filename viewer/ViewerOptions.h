@@ -13,8 +13,8 @@ class ViewerOptions
 public:
     ViewerOptions();
 
-    /// Reads @p arguments, which argumentTexts() returned and from which Qt's own options are gone. Returns whether they
-    /// are right.
+    /// Reads @p arguments, which argumentTexts() returned and from which Qt's own options are gone. Returns whether
+    /// they are right.
     bool parse(const QStringList &arguments);
     QString errorString() const { return m_error; }
 

@@ -11,8 +11,8 @@
 
 namespace Viewer {
 
-/// The facts that the head of the window and the question before installing show. They are gathered from the topics of a
-/// Reading as these arrive. Texts of strangers are on one line and isolated (safeText()).
+/// The facts that the head of the window and the question before installing show. They are gathered from the topics of
+/// a Reading as these arrive. Texts of strangers are on one line and isolated (safeText()).
 struct PackageFacts {
     struct Language {
         QString tag;

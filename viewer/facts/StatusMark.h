@@ -17,8 +17,8 @@ class StatusMark
 public:
     /// A picture of @p size x @p size device-independent pixels.
     static QPixmap pixmap(SignatureState::Kind kind, int size, qreal devicePixelRatio, const QPalette &palette);
-    /// The colour of the state's words: a green or a red that contrasts with the background of @p palette, light or dark;
-    /// that of usual text when nothing is known.
+    /// The colour of the state's words: a green or a red that contrasts with the background of @p palette, light or
+    /// dark; that of usual text when nothing is known.
     static QColor color(SignatureState::Kind kind, const QPalette &palette);
 };
 

@@ -10,8 +10,8 @@
 
 namespace Viewer {
 
-/// The command of the host that installs a package, as the user has set it. It is a CommandTemplate with the code %f for
-/// the path of the file. No shell runs.
+/// The command of the host that installs a package, as the user has set it. It is a CommandTemplate with the code %f
+/// for the path of the file. No shell runs.
 class InstallCommand
 {
     Q_DECLARE_TR_FUNCTIONS(Viewer::InstallCommand)

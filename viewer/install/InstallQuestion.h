@@ -12,8 +12,8 @@ namespace Viewer {
 
 struct PackageFacts;
 
-/// Asks before a package is installed. It names the signer, the dangerous permissions and the command. Cancel is the default
-/// button. The button that installs a package that is not verified needs a tick in a box first.
+/// Asks before a package is installed. It names the signer, the dangerous permissions and the command. Cancel is the
+/// default button. The button that installs a package that is not verified needs a tick in a box first.
 class InstallQuestion : public QDialog
 {
     Q_OBJECT

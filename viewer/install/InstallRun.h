@@ -12,8 +12,8 @@ class QPushButton;
 
 namespace Viewer {
 
-/// Runs the install command, and shows its output and its exit code as plain text. The dialog stays until the command ended;
-/// its button Stop ends the command. Destroying the dialog kills the command.
+/// Runs the install command, and shows its output and its exit code as plain text. The dialog stays until the command
+/// ended; its button Stop ends the command. Destroying the dialog kills the command.
 class InstallRun : public QDialog
 {
     Q_OBJECT

@@ -26,6 +26,12 @@ Comparison::Comparison(PagePanel *panel, QWidget *window) : QObject(window), m_p
 
 Comparison::~Comparison() = default;
 
+void Comparison::setPackage(const QString &file, const PackageFacts &facts)
+{
+    m_file = file;
+    m_facts = facts;
+}
+
 void Comparison::end()
 {
     m_headReading.reset();

@@ -17,7 +17,8 @@ class ComparisonPage;
 class PagePanel;
 class Reading;
 
-/// The comparison of the package of a window with another one, on a page of its own: the changes from the first to the second.
+/// The comparison of the package of a window with another one, on a page of its own: the changes from the first to the
+/// second.
 class Comparison : public QObject
 {
     Q_OBJECT
@@ -28,14 +29,14 @@ public:
     ~Comparison() override;
 
     /// The package of the window. Names of files are argumentTexts().
-    void setPackage(const QString &file, const PackageFacts &facts) { m_file = file, m_facts = facts; }
+    void setPackage(const QString &file, const PackageFacts &facts);
     /// The language of texts, as for Reading::open().
     void setLocale(const QString &locale) { m_locale = locale; }
 
     /// Compares the package with @p other.
     void compareWith(const QString &other) { readHead(other, false); }
-    /// Reads the head of @p other, and asks whether to compare, or to open it instead. Comparing is the default when both
-    /// have one name.
+    /// Reads the head of @p other, and asks whether to compare, or to open it instead. Comparing is the default when
+    /// both have one name.
     void askAbout(const QString &other) { readHead(other, true); }
     /// Removes the page, and closes the question.
     void end();

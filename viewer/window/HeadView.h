@@ -15,8 +15,8 @@ namespace Viewer {
 class LineLabel;
 struct PackageFacts;
 
-/// The head of the window: the icon, the label, the name, the version, the state of the signature, the size, and the button
-/// that installs. A text that is not known yet is empty, and its line keeps its place.
+/// The head of the window: the icon, the label, the name, the version, the state of the signature, the size, and the
+/// button that installs. A text that is not known yet is empty, and its line keeps its place.
 class HeadView : public QWidget
 {
     Q_OBJECT

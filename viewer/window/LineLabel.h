@@ -6,8 +6,8 @@
 
 namespace Viewer {
 
-/// Plain text on one line. When it is longer than the label, its middle is left out, and the tooltip has all of it. Screen
-/// readers get all of it in any case.
+/// Plain text on one line. When it is longer than the label, its middle is left out, and the tooltip has all of it.
+/// Screen readers get all of it in any case.
 class LineLabel : public QLabel
 {
     Q_OBJECT

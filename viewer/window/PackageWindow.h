@@ -17,7 +17,8 @@ class Reading;
 class WindowActions;
 
 /**
- * The window of one package: its head, its pages, and the actions. It reads nothing of the package itself: a Reading does.
+ * The window of one package: its head, its pages, and the actions. It reads nothing of the package itself: a Reading
+ * does.
  *
  * The first paint shows the name of the file. Menus and pages are made, and the file is read, after that paint.
  * Names of files are argumentTexts(), so files with names in no encoding can be opened.

@@ -16,8 +16,8 @@ namespace Viewer {
 class BrokenPage;
 class Page;
 
-/// The pages of a package, with a list of their titles beside them. A page gets its facts when it is shown for the first
-/// time, so pages that nobody looks at cost nothing.
+/// The pages of a package, with a list of their titles beside them. A page gets its facts when it is shown for the
+/// first time, so pages that nobody looks at cost nothing.
 class PagePanel : public QSplitter
 {
     Q_OBJECT

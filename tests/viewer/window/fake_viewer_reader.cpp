@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
-// fake_viewer_reader FILE [--compare OTHER]...: takes the place of the reader. The file is no package but what the reader
-// writes: lines of JSON. Other lines are orders:
+// fake_viewer_reader FILE [--compare OTHER]...: takes the place of the reader. The file is no package but what the
+// reader writes: lines of JSON. Other lines are orders:
 //
 //     !die             ends at once, as after a crash
 //     ?locale {...}    the answer to a request for a language

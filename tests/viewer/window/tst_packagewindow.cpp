@@ -118,7 +118,7 @@ void TestPackageWindow::switchesPagesByKeysAndClicks()
     QVERIFY(window);
     const QStringList pages = fixture.pages();
     QCOMPARE(fixture.currentPage(), pages.first());
-    for (int i = pages.size() - 1; i >= 0; --i) {
+    for (int i = int(pages.size()) - 1; i >= 0; --i) {
         QTest::keyClick(window, Qt::Key(int(Qt::Key_1) + i), Qt::AltModifier);
         QCOMPARE(fixture.currentPage(), pages.at(i));
     }

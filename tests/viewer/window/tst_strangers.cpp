@@ -21,7 +21,8 @@ using Viewer::SignatureState;
 
 namespace {
 
-/// Markup, an entity, a mark of a mnemonic, an override of the direction, a line end, and an isolate that is not closed.
+/// Markup, an entity, a mark of a mnemonic, an override of the direction, a line end, and an isolate that is not
+/// closed.
 const QString hostile = QStringLiteral("<b>Bold</b> &amp; &X \u202Etxt.exe\n[*] \u2067end");
 
 /// Whether the text has no character that steers others: no override, no line end, and each isolate is closed.

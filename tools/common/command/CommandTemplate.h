@@ -10,12 +10,13 @@
 /**
  * A command that a user gives, with codes that a program replaces.
  *
- * It has the syntax of the key `Exec` of desktop entries. Spaces separate arguments. An argument in double quotes may have
- * spaces and characters that are special to a shell, with a \ before each ", `, $ and \. No shell runs, so such a
+ * It has the syntax of the key `Exec` of desktop entries. Spaces separate arguments. An argument in double quotes may
+ * have spaces and characters that are special to a shell, with a \ before each ", `, $ and \. No shell runs, so such a
  * character outside quotes is an error. The first argument is the program. In the other arguments, % and a letter is a
  * code, and %% is a percent sign.
  *
- * A value that replaces a code comes from strangers and may have any characters. It stays within its argument, unchanged.
+ * A value that replaces a code comes from strangers and may have any characters. It stays within its argument,
+ * unchanged.
  */
 class CommandTemplate
 {
@@ -27,8 +28,8 @@ public:
     /// Each character of @p codes is a code ("pac" for %p, %a and %c).
     CommandTemplate(const QString &text, const QString &codes);
 
-    /// Whether a program can take @p text as an argument: it has no control characters except tabs and line ends, and no
-    /// halves of surrogate pairs.
+    /// Whether a program can take @p text as an argument: it has no control characters except tabs and line ends, and
+    /// no halves of surrogate pairs.
     static bool canBeArgument(const QString &text);
 
     /// The error text of an invalid template; empty when it is valid.
