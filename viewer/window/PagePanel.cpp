@@ -5,6 +5,7 @@
 #include "pages/Pages.h"
 #include "window/BrokenPage.h"
 
+#include <QLineEdit>
 #include <QListWidget>
 #include <QScrollBar>
 #include <QStackedWidget>
@@ -52,6 +53,10 @@ void PagePanel::addPage(Page *page)
     m_stack->addWidget(page);
     m_list->addItem(page->title());
     page->setAccessibleName(page->title());
+    // They would take the name of a dropped file as text.
+    const QList<QLineEdit *> edits = page->findChildren<QLineEdit *>();
+    for (QLineEdit *const edit : edits)
+        edit->setAcceptDrops(false);
     connect(page, &Page::wants, this, &PagePanel::wants);
     Q_EMIT pagesChanged();
 }

@@ -8,6 +8,7 @@
 #include <QAccessible>
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
@@ -188,6 +189,11 @@ void TestPackageWindow::proposesToCompareVersions()
     QTest::keyClick(question, Qt::Key_Return);
     QTRY_COMPARE(fixture.pages().size(), pages.size() + 1);
     QCOMPARE(fixture.currentPage(), fixture.pages().last());
+    // A dropped file is never text of a search.
+    const QList<QLineEdit *> edits = window->findChildren<QLineEdit *>();
+    QVERIFY(!edits.isEmpty());
+    for (const QLineEdit *const edit : edits)
+        QVERIFY(!edit->acceptDrops());
     // The window still shows its package, and reading it again ends the comparison.
     QApplication::setActiveWindow(window);
     QCOMPARE(fixture.text(QStringLiteral("label")), QStringLiteral("Notes"));
