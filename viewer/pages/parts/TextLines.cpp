@@ -8,10 +8,19 @@
 
 namespace Viewer {
 
+namespace {
+
+Qt::LayoutDirection directionOf(QString text)
+{
+    // The characters within an isolate, which safeText() makes, do not count for the text around it.
+    text.remove(QChar(u'\u2068'));
+    return text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight;
+}
+
+} // namespace
+
 TextLines::TextLines(const QString &text, const QFont &font, int width, int maxLines)
-    : m_font(font),
-      m_lineHeight(QFontMetrics(font).height()),
-      m_textDirection(text.isRightToLeft() ? Qt::RightToLeft : Qt::LeftToRight)
+    : m_font(font), m_lineHeight(QFontMetrics(font).height()), m_textDirection(directionOf(text))
 {
     const QFontMetrics metrics(font);
     if (text.isEmpty() || width <= 0)

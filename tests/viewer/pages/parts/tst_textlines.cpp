@@ -49,6 +49,7 @@ private slots:
     void longWords();
     void nothing();
     void alignment();
+    void endsOfIsolatedTexts();
 };
 
 void TestTextLines::oneLine()
@@ -104,6 +105,23 @@ void TestTextLines::alignment()
         QVERIFY(paintedColumns(text, Qt::RightToLeft).first > 300);
         QVERIFY(paintedColumns(text, Qt::RightToLeft).second > 390);
     }
+}
+
+void TestTextLines::endsOfIsolatedTexts()
+{
+    // The full stop is at the left end of Hebrew, also on the second line of an isolated text.
+    const QString words = QStringLiteral("\u05d0\u05d1\u05d2 \u05d0\u05d1\u05d2.");
+    const QString isolated = QChar(u'\u2068') + words + QChar(u'\u2069');
+    const auto picture = [](const QString &text) {
+        QImage image(60, 80, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        TextLines(text, QFont(), widthOf(QStringLiteral("\u05d0\u05d1\u05d2.")) + 4, 2)
+            .paint(&painter, image.rect(), Qt::RightToLeft);
+        painter.end();
+        return image;
+    };
+    QCOMPARE(picture(isolated), picture(words));
 }
 
 QTEST_MAIN(TestTextLines)
