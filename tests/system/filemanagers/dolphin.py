@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""dolphin.py PREFIX PLUGINS SAMPLES [PICTURE]: looks at packages in Dolphin as a person does, without any settings. PREFIX is the
-prefix of the installed files, PLUGINS its directory for Qt plugins, and SAMPLES the directory of the sample packages.
-PICTURE is the file for a picture of the window."""
+"""dolphin.py PREFIX PLUGINS SAMPLES [PICTURE [SCREEN]]: looks at packages in Dolphin as a person does, without any
+settings. PREFIX is the prefix of the installed files, PLUGINS its directory for Qt plugins, and SAMPLES the directory
+of the sample packages. PICTURE is the file for a picture of the window, and SCREEN for one of the screen with the
+viewer, after a double click."""
 
 import shutil
 import sys
@@ -11,7 +12,7 @@ import unittest
 from filemanager import SIGNER, FileManager, Packages, contains, last_column, need_sandbox, shows
 from display import Screen
 
-PREFIX, PLUGINS, SAMPLES, PICTURE = (sys.argv[1:] + [""])[:4]
+PREFIX, PLUGINS, SAMPLES, PICTURE, SCREEN = (sys.argv[1:] + ["", ""])[:5]
 WHITE = (255, 255, 255)
 
 
@@ -48,7 +49,7 @@ class Dolphin(unittest.TestCase):
         if PICTURE:
             picture.quantize(64).save(PICTURE, optimize=True)
         if shutil.which("sorrel-viewer"):
-            window.open("notes.apk")
+            window.open("notes.apk", SCREEN)
 
 
 if __name__ == "__main__":

@@ -38,24 +38,31 @@ def need_sandbox():
 
 
 class Packages:
-    """A folder with the package "phrasebook.apk", which is signed by SIGNER, another package, a set and a broken package."""
+    """A folder with the packages "phrasebook.apk" and "notes.apk", which are signed by SIGNER, a set and a broken package, made of
+    the packages in `samples`, or copied from there when it has a folder "Packages"."""
 
     def __init__(self, samples):
         self.directory = tempfile.TemporaryDirectory()
         self.folder = os.path.join(self.directory.name, "Packages")
+        made = os.path.join(samples, "Packages")
+        if os.path.isdir(made):
+            shutil.copytree(made, self.folder)
+        else:
+            self.make(samples)
+        # The user of the file manager is another one when root runs the test.
+        os.chmod(self.directory.name, 0o755)
+
+    def make(self, samples):
         os.mkdir(self.folder)
         key = apksigner.Key(self.directory.name, "rsa2048", f"/CN={SIGNER}")
-        self.signed = os.path.join(self.folder, "phrasebook.apk")
-        apksigner.sign(os.path.join(samples, "babel.aapt2.apk"), self.signed, [key], ["v2"])
+        for name, sample in (("phrasebook.apk", "babel"), ("notes.apk", "notes")):
+            apksigner.sign(os.path.join(samples, sample + ".aapt2.apk"), os.path.join(self.folder, name), [key], ["v1", "v2"])
         for idsig in glob.glob(os.path.join(self.folder, "*.idsig")):
             os.remove(idsig)
-        shutil.copy(os.path.join(samples, "notes.aapt2.apk"), os.path.join(self.folder, "notes.apk"))
         with zipfile.ZipFile(os.path.join(self.folder, "a set.apks"), "w") as archive:
             archive.write(os.path.join(samples, "toolbox.aapt2.apk"), "base.apk")
         with open(os.path.join(self.folder, "broken.apk"), "wb") as file:
             file.write(b"no package")
-        # The user of the file manager is another one when root runs the test.
-        os.chmod(self.directory.name, 0o755)
 
     def colours(self):
         """The two most frequent colours of each icon, as the program draws it."""
@@ -70,27 +77,32 @@ class Packages:
 
 class FileManager(Window):
     """The window of the file manager `command`, whose title matches `pattern`. It has the files that are installed in `prefix`,
-    which is /usr/local there, and the Qt plugins in `plugins`."""
+    which is /usr/local there, and the Qt plugins in `plugins`; with the prefix /usr, what the system has."""
 
     def __init__(self, screen, command, pattern, prefix, plugins):
-        super().__init__(screen, [*ALONE, "--bind", prefix, "/usr/local", "dbus-run-session", "--", *command], "")
+        of_system = prefix == "/usr"
+        files = [] if of_system else ["--bind", prefix, "/usr/local"]
+        super().__init__(screen, [*ALONE, *files, "dbus-run-session", "--", *command], "")
         self.pattern = pattern
         home = self.home.name
-        data = os.path.join(home, "data")
-        os.makedirs(os.path.join(data, "mime", "packages"))
-        os.makedirs(os.path.join(data, "applications"))
-        for file in glob.glob(os.path.join(prefix, "share/mime/packages/*.xml")):
-            shutil.copy(file, os.path.join(data, "mime", "packages"))
-        for file in glob.glob(os.path.join(prefix, "share/applications/*.desktop")):
-            shutil.copy(file, os.path.join(data, "applications"))
         self.environment.update(
-            XDG_CACHE_HOME=os.path.join(home, "cache"), XDG_DATA_HOME=data, XDG_DATA_DIRS="/usr/local/share:/usr/share",
-            QT_PLUGIN_PATH=plugins.replace(prefix, "/usr/local"), GSK_RENDERER="cairo", GDK_BACKEND="x11", LIBGL_ALWAYS_SOFTWARE="1",
+            XDG_CACHE_HOME=os.path.join(home, "cache"), XDG_DATA_HOME=os.path.join(home, "data"),
+            XDG_DATA_DIRS="/usr/local/share:/usr/share", GSK_RENDERER="cairo", GDK_BACKEND="x11", LIBGL_ALWAYS_SOFTWARE="1",
             GSETTINGS_BACKEND="memory", GTK_A11Y="none", NO_AT_BRIDGE="1")
+        for name in ("DBUS_SESSION_BUS_ADDRESS", "WAYLAND_DISPLAY"):
+            self.environment.pop(name, None)
+        if not of_system:
+            self.use(prefix, plugins)
+
+    def use(self, prefix, plugins):
+        data = self.environment["XDG_DATA_HOME"]
+        for folder, kind in (("mime/packages", "xml"), ("applications", "desktop")):
+            os.makedirs(os.path.join(data, folder))
+            for file in glob.glob(os.path.join(prefix, "share", folder, "*." + kind)):
+                shutil.copy(file, os.path.join(data, folder))
+        self.environment["QT_PLUGIN_PATH"] = plugins.replace(prefix, "/usr/local")
         for name in ("PATH", "LD_LIBRARY_PATH"):
             self.environment[name] = self.environment[name].replace(prefix, "/usr/local")
-        self.environment.pop("DBUS_SESSION_BUS_ADDRESS", None)
-        self.environment.pop("WAYLAND_DISPLAY", None)
         for program in (["update-mime-database", os.path.join(data, "mime")],
                         ["update-desktop-database", os.path.join(data, "applications")]):
             subprocess.run(program, env=self.environment, check=True)
@@ -130,11 +142,17 @@ class FileManager(Window):
         self.point_at(name)
         self.run("xdotool", "click", "1")
 
-    def open(self, name):
-        """Double-clicks the file `name`, and waits for a window whose title begins with it."""
+    def open(self, name, picture=""):
+        """Double-clicks the file `name`, waits for the viewer's window, prints the time until then, and waits for the signer there.
+        `picture` is the file for a picture of the screen."""
         self.point_at(name)
         self.run("xdotool", "click", "--repeat", "2", "--delay", "50", "1")
+        start = time.monotonic()
         self.run("xdotool", "search", "--sync", "--onlyvisible", "--name", "^" + re.escape(name))
+        print(f"the viewer has a window {time.monotonic() - start:.2f} s after the double click")
+        screen = self.wait_for(contains("Verified, signed by " + SIGNER), "the signer in the viewer", whole_screen=True)
+        if picture:
+            screen.quantize(64).save(picture, optimize=True)
 
 
 def shows(colours):

@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""nautilus.py PREFIX PLUGINS SAMPLES [PICTURE]: looks at packages in Nautilus as a person does, without any settings. PREFIX is the
-prefix of the installed files, PLUGINS its directory for Qt plugins, and SAMPLES the directory of the sample packages.
-PICTURE is the file for a picture of the window."""
+"""nautilus.py PREFIX PLUGINS SAMPLES [PICTURE [SCREEN]]: looks at packages in Nautilus as a person does, without any
+settings. PREFIX is the prefix of the installed files, PLUGINS its directory for Qt plugins, and SAMPLES the directory
+of the sample packages. PICTURE is the file for a picture of the window, and SCREEN for one of the screen with the
+viewer, after a double click."""
 
 import shutil
 import sys
@@ -10,7 +11,7 @@ import unittest
 from filemanager import FileManager, Packages, contains, need_sandbox, shows
 from display import Screen
 
-PREFIX, PLUGINS, SAMPLES, PICTURE = (sys.argv[1:] + [""])[:4]
+PREFIX, PLUGINS, SAMPLES, PICTURE, SCREEN = (sys.argv[1:] + ["", ""])[:5]
 
 
 class Nautilus(unittest.TestCase):
@@ -31,7 +32,7 @@ class Nautilus(unittest.TestCase):
         if PICTURE:
             picture.quantize(64).save(PICTURE, optimize=True)
         if shutil.which("sorrel-viewer"):
-            window.open("notes.apk")
+            window.open("notes.apk", SCREEN)
 
 
 if __name__ == "__main__":

@@ -102,5 +102,5 @@ void TestCommandTemplate::knowsItsCodes()
     QVERIFY(!CommandTemplate(QStringLiteral("run %%f"), QStringLiteral("f")).has(QLatin1Char('f')));
 }
 
-QTEST_APPLESS_MAIN(TestCommandTemplate)
+QTEST_GUILESS_MAIN(TestCommandTemplate)
 #include "tst_commandtemplate.moc"
