@@ -15,7 +15,7 @@ FocusScope {
     property int current: 0
     // Before the window has its size, a list without width would make all pages.
     property bool isLaidOut: false
-    // What the first frame does not need waits for it.
+    // The rest waits for the first frame.
     property bool isShown: false
     property alias search: field.text
     readonly property bool isLandscape: width > height

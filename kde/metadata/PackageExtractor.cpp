@@ -26,7 +26,7 @@ QLocale userLocale()
 
 PackageExtractor::PackageExtractor(QObject *parent) : KFileMetaData::ExtractorPlugin(parent) {}
 
-// Those of sorrelextractor.json, which KDE reads before it loads the plugin.
+// KDE reads the same types from sorrelextractor.json before it loads the plugin.
 QStringList PackageExtractor::mimetypes() const
 {
     return {

@@ -46,7 +46,7 @@ class PackageInfo : public QObject, public QQmlParserStatus
     Q_PROPERTY(QUrl icon READ icon NOTIFY factsChanged)
 
 public:
-    /// What became of the source.
+    /// How far reading the source is.
     enum Status {
         Null,    ///< there is no source
         Loading, ///< the file is being read

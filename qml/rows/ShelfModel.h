@@ -56,7 +56,7 @@ class ShelfModel : public QAbstractListModel, public QQmlParserStatus
     Q_PROPERTY(QString errorString READ errorString NOTIFY errorStringChanged)
 
 public:
-    /// What the index knows about the package of a row.
+    /// The state of the package of a row in the index.
     enum Status {
         Waiting, ///< the package was found, and not read yet: there is only its path
         Ready,   ///< the package was read

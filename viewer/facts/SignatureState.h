@@ -30,7 +30,7 @@ public:
     Kind kind() const { return m_kind; }
     /// The state on one line: "Verified, signed by Jane".
     QString text() const;
-    /// What a person should know besides it: the whole names and fingerprints of the signers, or all errors; one on a
+    /// The details behind it: the whole names and fingerprints of the signers, or all errors; one on a
     /// line.
     QStringList details() const { return m_details; }
     /// The names of the signers, without repetition: the common name, or the whole name when there is none.

@@ -10,7 +10,7 @@ class CardModel;
 class CardView;
 class ElidedLabel;
 
-/// What differs between a package and another one (topics "otherHead" and "diff"), as DiffCards has it.
+/// The differences between a package and another one (topics "otherHead" and "diff"), as DiffCards has them.
 class ComparisonPage : public Page
 {
     Q_OBJECT

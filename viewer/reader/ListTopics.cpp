@@ -103,7 +103,7 @@ QJsonObject Viewer::ResourceTopic::toJson() const
 quint32 Viewer::ResourceTopic::find(const QString &name)
 {
     if (!m_hasIds) {
-        // Of several resources of one name, that with the lowest id.
+        // Several resources may have one name; the lowest id is taken.
         const QList<quint32> ids = m_resources.ids();
         for (auto id = ids.crbegin(); id != ids.crend(); ++id) {
             const QString known = cutText(m_resources.name(*id));

@@ -19,7 +19,7 @@ public:
     /// Checks @p content, and removes what does not belong to @p topic.
     AnswerCheck(const QString &topic, QJsonObject content);
 
-    /// What is wrong, for developers; empty when nothing is.
+    /// The fault, for developers; empty when there is none.
     const QString &fault() const { return m_fault; }
     const QJsonObject &content() const { return m_content; }
 

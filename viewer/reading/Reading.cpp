@@ -68,7 +68,7 @@ void Viewer::Reading::start()
     m_due = 0;
     m_left = MaxTopics;
     m_process = std::make_unique<QProcess>();
-    // What a package makes libraries print is unbounded.
+    // A package can make libraries print without a bound.
     m_process->setProcessEnvironment(ReaderCommand::environment());
     m_process->setStandardErrorFile(QProcess::nullDevice());
     connect(m_process.get(), &QProcess::readyReadStandardOutput, this, &Reading::readOutput);

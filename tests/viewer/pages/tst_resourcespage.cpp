@@ -106,7 +106,7 @@ void TestResourcesPage::filters()
     QCOMPARE(tabs->tabText(0), QStringLiteral("List (3)"));
     QCOMPARE(tabs->tabText(1), QStringLiteral("Gallery (2)"));
     auto *const field = page.findChild<QLineEdit *>();
-    // In names and values, but for drawables in names alone.
+    // The text is looked for in names and values; for drawables, in names alone.
     QTest::keyClicks(field, QStringLiteral("ICON"));
     QCOMPARE(page.list().rowCount(), 2);
     QCOMPARE(page.drawables().rowCount(), 1);
@@ -158,7 +158,7 @@ void TestResourcesPage::galleryAsksForWhatIsSeen()
     QStringList asked = page.namesWanted();
     asked.sort();
     QCOMPARE(asked, first);
-    // What is in between is never asked for.
+    // Drawables in between are never asked for.
     page.wanted.clear();
     page.gallery()->scrollToBottom();
     QVERIFY(!page.grab().isNull());

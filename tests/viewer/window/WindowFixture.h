@@ -38,7 +38,7 @@ public:
     /// The titles of the pages that the list shows.
     QStringList pages() const;
     QString currentPage() const;
-    /// What the window asked the reader of @p name for.
+    /// The requests that the window sent to the reader of @p name.
     QList<QJsonObject> requests(const QString &name = QStringLiteral("notes.apk")) const;
 
 private:

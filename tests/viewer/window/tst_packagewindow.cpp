@@ -244,7 +244,7 @@ void TestPackageWindow::showsABrokenPackage()
     QCOMPARE(fixture.text(QStringLiteral("heading")), QStringLiteral("This package is broken"));
     QCOMPARE(fixture.text(QStringLiteral("reason")), QStringLiteral("the manifest ends early"));
     QVERIFY(!fixture.action(QStringLiteral("installAction"))->isEnabled());
-    // What is known is still there.
+    // The known facts are still there.
     QCOMPARE(plain(fixture.text(QStringLiteral("signature"))), QStringLiteral("Verified, signed by Jane Doe"));
     QVERIFY(fixture.pages().size() > 1);
 

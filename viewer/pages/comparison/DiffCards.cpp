@@ -161,7 +161,7 @@ void DiffCards::addPermissions()
     QList<QJsonObject> changes;
     for (const QJsonValue &change : m_diff.value(QLatin1String("permissions")).toArray())
         changes.append(change.toObject());
-    // What is dangerous and new comes first.
+    // New and dangerous permissions come first.
     const auto rank = [](const QJsonObject &change) {
         return (isDangerousPermission(textIn(change, "name")) ? 0 : 2)
                + (textIn(change, "change") == QLatin1String("removed") ? 1 : 0);

@@ -77,7 +77,7 @@ private:
     void layOut(int folder, const QRectF &place);
     void paintCell(QPainter *painter, const Cell &cell, const TreemapColors &colors) const;
     void paintCurrent(QPainter *painter) const;
-    /// Of the frame of the current cell, for which each cell has room.
+    /// The width of the frame of the current cell, for which each cell has room.
     int frameWidth() const;
     const Cell *cellOf(int node) const;
     /// The child of the folder that has @p node; -1 when there is none.
