@@ -71,7 +71,7 @@ ExecTemplate::ExecTemplate(const QString &text) : m_command(text, QStringLiteral
 QString ExecTemplate::command(const Entry &launcher, QString *fault) const
 {
     const auto nameFor = [&launcher](QChar code, bool isFirst, QString *problem) {
-        const QString name = nameOf(code, launcher);
+        QString name = nameOf(code, launcher);
         const QString text = faultOf(name, isFirst);
         if (!text.isEmpty())
             *problem = text.arg(kindOf(code));
